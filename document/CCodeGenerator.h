@@ -1,0 +1,47 @@
+// The generated C file: a fixed frame of literal lines into which the user's texts are pasted unchanged.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace tessaly {
+
+class EncodedOutput;
+class VornSrcObj;
+
+// Where a piece of the generated file comes from: the frame, or the text of a member of the document,
+// always from the text's first character on.
+struct CCodeOrigin {
+    enum class Kind { Frame, References, Function, Event };
+    Kind kind = Kind::Frame;
+    std::int32_t index = 0; // of the function or event
+};
+
+// Takes the generated file piece by piece, in order.
+class CCodeSink {
+public:
+    virtual ~CCodeSink() = default;
+    virtual void Write(std::string_view text, CCodeOrigin origin) = 0;
+};
+
+// Sends everything on to a file.
+class CCodeFileSink final : public CCodeSink {
+public:
+    explicit CCodeFileSink(EncodedOutput& output) : mOutput(output) {}
+    void Write(std::string_view text, CCodeOrigin origin) override;
+
+private:
+    EncodedOutput& mOutput;
+};
+
+// The prototype that the C file declares for a function: its code up to the character before the one in front
+// of the first "{", all of it when there is no "{". With the brace on a line of its own a CR stays at the end.
+// False when the code begins with "{", which no prototype can be cut from.
+bool CutPrototype(std::string_view code, std::string_view& prototype);
+
+// Generates the whole file into `sink`. False, at the point where it happens, when a prototype cannot be cut.
+// Throws what `sink` throws.
+bool GenerateCCode(const VornSrcObj& document, CCodeSink& sink);
+
+} // namespace tessaly

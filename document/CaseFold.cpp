@@ -1,0 +1,72 @@
+// Case folding over a table of runs of case pairs.
+#include "document/CaseFold.h"
+
+#include "platform/Utf8.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+
+namespace tessaly {
+
+namespace {
+
+struct CaseRun {
+    char32_t firstCapital;
+    char32_t lastCapital;
+    std::uint32_t step;
+    std::int32_t distance;
+};
+
+constexpr CaseRun CaseRuns[] = {
+#include "document/CasePairs.inc"
+};
+
+char FoldAscii(char character) {
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A')) : character;
+}
+
+char32_t FoldCharacter(char32_t character) {
+    const auto* run =
+        std::lower_bound(std::begin(CaseRuns), std::end(CaseRuns), character,
+                         [](const CaseRun& entry, char32_t wanted) { return entry.lastCapital < wanted; });
+    const bool capital =
+        run != std::end(CaseRuns) && character >= run->firstCapital && (character - run->firstCapital) % run->step == 0;
+    return capital ? static_cast<char32_t>(static_cast<std::int64_t>(character) + run->distance) : character;
+}
+
+bool EqualsKey(std::string_view text, std::string_view key) {
+    return std::equal(key.begin(), key.end(), text.begin(),
+                      [](char a, char b) { return FoldAscii(a) == FoldAscii(b); });
+}
+
+} // namespace
+
+std::string FoldCase(std::string_view text) {
+    std::string folded;
+    folded.reserve(text.size());
+    for (std::size_t position = 0; position < text.size();) {
+        const std::size_t start = position;
+        const char32_t character = ReadUtf8(text, position);
+        if (character < 0x80) {
+            folded += FoldAscii(static_cast<char>(character));
+        } else if (character == NotACharacter) {
+            folded += text[start];
+        } else {
+            AppendUtf8(FoldCharacter(character), folded);
+        }
+    }
+    return folded;
+}
+
+bool ContainsKey(std::string_view text, std::string_view key) {
+    // Keys end in "=", which is rare in a line and quickly found.
+    for (std::size_t end = text.find(key.back()); end != std::string_view::npos; end = text.find(key.back(), end + 1)) {
+        if (end + 1 >= key.size() && EqualsKey(text.substr(end + 1 - key.size()), key)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace tessaly

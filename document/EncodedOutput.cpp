@@ -1,0 +1,62 @@
+// Encoding in slices, so that a text of any length needs a small buffer only.
+#include "document/EncodedOutput.h"
+
+#include "platform/CodePage.h"
+#include "platform/SequentialFiles.h"
+
+namespace tessaly {
+
+namespace {
+
+constexpr std::size_t FlushSize = 256 * 1024;
+constexpr std::size_t SliceSize = 64 * 1024;
+
+// The length of the next slice of `text`, which must not end inside a character.
+std::size_t NextSlice(std::string_view text) {
+    if (text.size() <= SliceSize) {
+        return text.size();
+    }
+    std::size_t size = SliceSize;
+    while (size > SliceSize - 3 && (static_cast<unsigned char>(text[size]) & 0xC0U) == 0x80U) {
+        --size;
+    }
+    return size;
+}
+
+} // namespace
+
+EncodedOutput::EncodedOutput(std::unique_ptr<OutputFile> file, const CodePage& codePage)
+    : mFile(std::move(file)),
+      mCodePage(codePage) {
+    mPending.reserve(FlushSize + SliceSize);
+}
+
+EncodedOutput::~EncodedOutput() = default;
+
+void EncodedOutput::Write(std::string_view text) {
+    while (!text.empty()) {
+        const std::size_t size = NextSlice(text);
+        mCodePage.AppendEncoded(text.substr(0, size), mPending);
+        text.remove_prefix(size);
+        if (mPending.size() >= FlushSize) {
+            Flush();
+        }
+    }
+}
+
+void EncodedOutput::WriteLine(std::string_view text) {
+    Write(text);
+    Write("\r\n");
+}
+
+void EncodedOutput::Close() {
+    Flush();
+    mFile->Close();
+}
+
+void EncodedOutput::Flush() {
+    mFile->Write(mPending);
+    mPending.clear();
+}
+
+} // namespace tessaly

@@ -1,0 +1,38 @@
+// Text on its way to a file: encoded in the code page and written in large pieces.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tessaly {
+
+class CodePage;
+class OutputFile;
+
+class EncodedOutput {
+public:
+    EncodedOutput(std::unique_ptr<OutputFile> file, const CodePage& codePage);
+    ~EncodedOutput();
+    EncodedOutput(const EncodedOutput&) = delete;
+    EncodedOutput& operator=(const EncodedOutput&) = delete;
+
+    // Writes `text` as it stands. Throws std::system_error.
+    void Write(std::string_view text);
+
+    // Writes `text` and CR LF. Throws std::system_error.
+    void WriteLine(std::string_view text);
+
+    // Writes what is still held back and closes the file. Throws std::system_error.
+    void Close();
+
+private:
+    void Flush();
+
+    std::unique_ptr<OutputFile> mFile;
+    const CodePage& mCodePage;
+    std::string mPending;
+};
+
+} // namespace tessaly

@@ -1,0 +1,119 @@
+// Lines out of one buffer that grows only where a line is longer. Runs of plain lines that already end in
+// CR LF, which is nearly all of a file, are decoded in one go.
+#include "document/LineReader.h"
+
+#include "platform/CodePage.h"
+#include "platform/SequentialFiles.h"
+#include "platform/Utf8.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace tessaly {
+
+namespace {
+
+constexpr std::size_t BufferSize = 256 * 1024;
+constexpr std::string_view LineEnd = "\r\n";
+
+} // namespace
+
+LineReader::LineReader(InputFile& file, const CodePage& codePage)
+    : mFile(file),
+      mCodePage(codePage),
+      mCapacity(BufferSize),
+      mBuffer(std::make_unique_for_overwrite<char[]>(BufferSize)) {}
+
+bool LineReader::Next(std::string_view& line) {
+    std::size_t scanned = 0;
+    while (true) {
+        const std::string_view unread = Unread();
+        const std::size_t length = std::min(unread.find('\r', scanned), unread.size());
+        // A CR at the end of the buffer may be half of a CR LF.
+        if (length + 1 < unread.size() || mAtEnd) {
+            if (unread.empty()) {
+                return false;
+            }
+            const bool crLf = length + 1 < unread.size() && unread[length + 1] == '\n';
+            mLineOffset = NextOffset();
+            mPosition += std::min(length + (crLf ? 2 : 1), unread.size());
+            line = Decode(unread.substr(0, length));
+            return true;
+        }
+        scanned = length;
+        Fill();
+    }
+}
+
+void LineReader::AppendPlainLines(std::string& text) {
+    while (true) {
+        mPosition += AppendWholeLines(text);
+        if (mPosition == mEnd && !Fill()) {
+            return;
+        }
+        if (mBuffer[mPosition] == '[') {
+            return;
+        }
+        if (Unread().find('\r') + 1 >= Unread().size()) { // the line goes on behind the buffer
+            std::string_view line;
+            Next(line);
+            text.append(line).append(LineEnd);
+        }
+    }
+}
+
+// Appends the plain lines that stand completely in the buffer and returns how many bytes they are.
+std::size_t LineReader::AppendWholeLines(std::string& text) {
+    const char* const begin = mBuffer.get() + mPosition;
+    const char* const end = mBuffer.get() + mEnd;
+    const char* run = begin;
+    const char* line = begin;
+    while (line < end && *line != '[') {
+        const auto* cr = static_cast<const char*>(std::memchr(line, '\r', static_cast<std::size_t>(end - line)));
+        if (cr == nullptr || cr + 1 == end) {
+            break;
+        }
+        line = cr + 2;
+        if (cr[1] != '\n') {
+            mCodePage.AppendDecoded({run, static_cast<std::size_t>(cr - run)}, text);
+            text.append(LineEnd);
+            run = line = cr + 1;
+        }
+    }
+    mCodePage.AppendDecoded({run, static_cast<std::size_t>(line - run)}, text);
+    return static_cast<std::size_t>(line - begin);
+}
+
+// Reads on behind what is in the buffer; false at the end of the file.
+bool LineReader::Fill() {
+    if (mAtEnd) {
+        return false;
+    }
+    if (mPosition > 0) {
+        std::memmove(mBuffer.get(), mBuffer.get() + mPosition, mEnd - mPosition);
+        mBufferOffset += mPosition;
+        mEnd -= mPosition;
+        mPosition = 0;
+    }
+    if (mEnd == mCapacity) {
+        auto larger = std::make_unique_for_overwrite<char[]>(mCapacity * 2);
+        std::memcpy(larger.get(), mBuffer.get(), mEnd);
+        mBuffer = std::move(larger);
+        mCapacity *= 2;
+    }
+    const std::size_t count = mFile.Read(mBuffer.get() + mEnd, mCapacity - mEnd);
+    mEnd += count;
+    mAtEnd = count == 0;
+    return !mAtEnd;
+}
+
+std::string_view LineReader::Decode(std::string_view raw) {
+    if (AsciiPrefix(raw) == raw.size()) {
+        return raw;
+    }
+    mDecoded.clear();
+    mCodePage.AppendDecoded(raw, mDecoded);
+    return mDecoded;
+}
+
+} // namespace tessaly

@@ -1,0 +1,52 @@
+// The lines of a PSF file. CR and CR LF end a line; a lone LF stays inside it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tessaly {
+
+class CodePage;
+class InputFile;
+
+class LineReader {
+public:
+    LineReader(InputFile& file, const CodePage& codePage);
+
+    // Puts the next line, decoded and without its end, into `line`, a view that is good until the next call.
+    // False at the end of the file. A last line without an end is a line. Throws std::system_error.
+    bool Next(std::string_view& line);
+
+    // Appends to `text` every line up to the next one that begins with "[" or the end of the file, each
+    // followed by CR LF. Every tag begins with "[", so all these lines are plain text wherever text is read.
+    // Throws std::system_error; `text` then holds what was read before.
+    void AppendPlainLines(std::string& text);
+
+    // Where in the file the line that Next gave last begins, in bytes.
+    std::uint64_t LineOffset() const { return mLineOffset; }
+
+    // Where in the file the line that Next will give begins, in bytes.
+    std::uint64_t NextOffset() const { return mBufferOffset + mPosition; }
+
+private:
+    bool Fill();
+    std::string_view Unread() const { return {mBuffer.get() + mPosition, mEnd - mPosition}; }
+    std::string_view Decode(std::string_view raw);
+    std::size_t AppendWholeLines(std::string& text);
+
+    InputFile& mFile;
+    const CodePage& mCodePage;
+    std::size_t mCapacity;
+    std::unique_ptr<char[]> mBuffer;
+    std::size_t mPosition = 0;
+    std::size_t mEnd = 0;
+    std::uint64_t mBufferOffset = 0;
+    std::uint64_t mLineOffset = 0;
+    bool mAtEnd = false;
+    std::string mDecoded;
+};
+
+} // namespace tessaly

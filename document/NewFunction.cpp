@@ -1,0 +1,34 @@
+// Names are checked byte by byte: no byte of a character outside ASCII is a letter here.
+#include "document/NewFunction.h"
+
+namespace tessaly {
+
+namespace {
+
+bool IsDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+bool IsLetter(char character) {
+    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
+}
+
+} // namespace
+
+NameCheck CheckFunctionName(std::string_view name) {
+    if (!name.empty() && IsDigit(name.front())) {
+        return NameCheck::BeginsWithDigit;
+    }
+    for (const char character : name) {
+        if (!IsLetter(character) && !IsDigit(character)) {
+            return NameCheck::BadCharacter;
+        }
+    }
+    return NameCheck::Accepted;
+}
+
+std::string NewFunctionText(std::string_view name) {
+    return "void " + std::string(name) + "(void)\n{\n\n}";
+}
+
+} // namespace tessaly

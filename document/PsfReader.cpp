@@ -1,0 +1,324 @@
+// The phases of a load, one function each. At the end of the file a phase ends and the next finds the end
+// at once, so a phase never asks why its loop is over.
+#include "document/PsfReader.h"
+
+#include "document/CaseFold.h"
+#include "document/LineReader.h"
+#include "document/NumberText.h"
+#include "document/PsfKeys.h"
+#include "document/VornSrcObj.h"
+#include "platform/SequentialFiles.h"
+#include "platform/Utf8.h"
+
+#include <stdexcept>
+
+namespace tessaly {
+
+namespace {
+
+constexpr std::string_view LineEnd = "\r\n";
+
+// The value behind a key: the line from the character on that follows the key when the key begins the line.
+// A key further right has part of itself and of what stands before it in its value; kept on purpose.
+std::string_view ValueOf(std::string_view line, std::string_view key) {
+    return line.substr(Utf8Position(line, key.size()));
+}
+
+// Values are collected in strings that functions and events share, so a text that many of them begin with
+// is held once.
+std::shared_ptr<std::string> BeginText(std::string_view firstLine) {
+    auto text = std::make_shared<std::string>();
+    text->reserve(firstLine.size() + LineEnd.size());
+    text->append(firstLine).append(LineEnd);
+    return text;
+}
+
+} // namespace
+
+void PsfReader::NameList::Set(std::string_view names) {
+    mNames = names;
+    mPosition = 0;
+    mLast = nullptr;
+}
+
+std::shared_ptr<PsfReader::Expected> PsfReader::NameList::Take() {
+    if (mLast) {
+        return mLast;
+    }
+    const std::size_t comma = mNames.find(',', mPosition);
+    const bool last = comma == std::string::npos;
+    auto function = std::make_shared<Expected>();
+    function->name = mNames.substr(mPosition, last ? comma : comma - mPosition);
+    function->header = "[" + function->name + "]";
+    if (last) {
+        mLast = function;
+    } else {
+        mPosition = comma + 1;
+    }
+    return function;
+}
+
+PsfReader::PsfReader(VornSrcObj& document, const CodePage& codePage, PsfReadObserver* observer)
+    : mDocument(document),
+      mCodePage(codePage),
+      mObserver(observer),
+      mCurProtoType(std::make_shared<std::string>()),
+      mCurFuncBody(std::make_shared<std::string>()),
+      mEventText(std::make_shared<std::string>()) {}
+
+bool PsfReader::Read(InputFile& file) {
+    LineReader lines(file, mCodePage);
+    mLines = &lines;
+    ReadHeader();
+    ReadReferences();
+    ReadFunctionList();
+    ReadFunctions();
+    ReadEvents();
+    ReadRest();
+    mLines = nullptr;
+    file.Close();
+    return mEndPSFSeen;
+}
+
+// Everything up to "[GVars]" is ignored: the start tag and the comment are not checked, and a FileName= value
+// is of no use.
+void PsfReader::ReadHeader() {
+    while (NextLine() && mLine != GVarsTag) {
+    }
+}
+
+void PsfReader::ReadReferences() {
+    std::string& text = mDocument.mVarCode;
+    text.clear();
+    while (true) {
+        mLines->AppendPlainLines(text);
+        if (!NextLine() || mLine == GFuncsTag) {
+            return;
+        }
+        text.append(mLine).append(LineEnd);
+    }
+}
+
+void PsfReader::ReadFunctionList() {
+    while (NextLine() && mLine != FuncCodeTag) {
+        if (ContainsKey(mLine, NumFuncsKey)) {
+            ReadCount();
+        }
+        if (ContainsKey(mLine, FuncNamesKey)) {
+            ReadNames();
+        }
+    }
+}
+
+void PsfReader::ReadCount() {
+    const std::string_view value = ValueOf(mLine, NumFuncsKey);
+    const std::optional<std::int32_t> count = ToInteger(value);
+    if (!count) {
+        throw std::invalid_argument("NumFuncs= is not a number");
+    }
+    mExpectedCount = *count;
+    if (mExpectedCount > 0) {
+        mNames.Set(""); // that many names, all empty
+    }
+    Notice(PsfNotice::Kind::CountLine, mExpectedCount, value);
+}
+
+void PsfReader::ReadNames() {
+    const std::string_view value = ValueOf(mLine, FuncNamesKey);
+    if (mExpectedCount > 0) {
+        mNames.Set(value);
+    }
+    Notice(PsfNotice::Kind::NamesLine, mExpectedCount, value);
+}
+
+void PsfReader::ReadFunctions() {
+    if (mExpectedCount <= 0) {
+        Notice(PsfNotice::Kind::SectionsSkipped, 0, {});
+        while (NextLine() && mLine != EventCodeTag) {
+            NoticeIgnored(0);
+        }
+        return;
+    }
+    std::shared_ptr<Expected> function = mNames.Take();
+    for (std::int32_t i = 0; i < mExpectedCount; ++i) {
+        // Behind the last function its own header ends it: kept on purpose.
+        const bool last = i == mExpectedCount - 1;
+        const std::shared_ptr<Expected> next = last ? function : mNames.Take();
+        if (!ReadFunction(i, *function, *next)) {
+            Notice(PsfNotice::Kind::FunctionLost, i, {});
+            return;
+        }
+        function = next;
+    }
+}
+
+// Reads lines until function `index` is finished; false at the end of the file. The state outlives the
+// function: after "[EventCode]" or "[EndPSF]" the next one goes on in the same body.
+bool PsfReader::ReadFunction(std::int32_t index, Expected& function, const Expected& next) {
+    while (true) {
+        if (mFunctionState == FunctionState::ReadingBody) {
+            mLines->AppendPlainLines(*mCurFuncBody);
+        }
+        if (!NextLine()) {
+            return false;
+        }
+        switch (mFunctionState) {
+        case FunctionState::LookingForHeader:
+            if (mLine == function.header) {
+                Notice(PsfNotice::Kind::HeaderFound, index);
+                mFunctionState = FunctionState::LookingForPrototype;
+            } else {
+                NoticeIgnored(index);
+            }
+            break;
+        case FunctionState::LookingForPrototype:
+            if (ContainsKey(mLine, ProtoTypeKey)) {
+                Notice(PsfNotice::Kind::PrototypeBegins, index);
+                mCurProtoType = BeginText(ValueOf(mLine, ProtoTypeKey));
+                mFunctionState = FunctionState::ReadingPrototype;
+            } else {
+                NoticeIgnored(index);
+            }
+            break;
+        case FunctionState::ReadingPrototype:
+            if (ContainsKey(mLine, FuncBodyKey)) {
+                Notice(PsfNotice::Kind::BodyBegins, index);
+                mCurFuncBody = BeginText(ValueOf(mLine, FuncBodyKey));
+                mFunctionState = FunctionState::ReadingBody;
+            } else {
+                mCurProtoType->append(mLine).append(LineEnd);
+            }
+            break;
+        case FunctionState::ReadingBody:
+            if (EndsBody(index, function, next)) {
+                return true;
+            }
+            mCurFuncBody->append(mLine).append(LineEnd);
+            break;
+        }
+    }
+}
+
+// Whether the line ends the body of function `index`; if so, the function is finished.
+bool PsfReader::EndsBody(std::int32_t index, Expected& function, const Expected& next) {
+    if (mLine == next.header) {
+        AddFunction(index, function);
+        mFunctionState = FunctionState::LookingForPrototype;
+        Notice(PsfNotice::Kind::HeaderFound, index + 1);
+        return true;
+    }
+    if (mLine == EventCodeTag) {
+        AddFunction(index, function);
+        return true;
+    }
+    if (mLine == EndPsfTag) {
+        Notice(PsfNotice::Kind::FunctionLost, index);
+        return true;
+    }
+    return false;
+}
+
+// A name that was offered once stands in the table or collides with one there, so offering it again need not
+// be tried: a last name that is repeated a million times costs nothing.
+void PsfReader::AddFunction(std::int32_t index, Expected& function) {
+    const bool collides =
+        function.tried || mDocument.mFunctions.AddFunction(function.name, SharedText(mCurProtoType),
+                                                           SharedText(mCurFuncBody)) == Status::NameCollision;
+    function.tried = true;
+    Notice(collides ? PsfNotice::Kind::FunctionDropped : PsfNotice::Kind::FunctionAdded, index);
+}
+
+void PsfReader::ReadEvents() {
+    for (std::int32_t i = 0; i < EventCount; ++i) {
+        if (!ReadEvent(i)) {
+            return;
+        }
+    }
+}
+
+// Reads lines until event `index` is finished; false at the end of the file.
+bool PsfReader::ReadEvent(std::int32_t index) {
+    while (true) {
+        if (mEventState == EventState::ReadingText) {
+            mLines->AppendPlainLines(*mEventText);
+        }
+        if (!NextLine()) {
+            return false;
+        }
+        switch (mEventState) {
+        case EventState::LookingForTag:
+            if (mLine == EventTable[static_cast<std::size_t>(index)].tag) {
+                Notice(PsfNotice::Kind::EventFound, index);
+                mEventState = EventState::LookingForText;
+            } else {
+                NoticeIgnored(index);
+            }
+            break;
+        case EventState::LookingForText:
+            if (ContainsKey(mLine, FuncBodyKey)) {
+                Notice(PsfNotice::Kind::EventBegins, index);
+                mEventText = BeginText(ValueOf(mLine, FuncBodyKey));
+                mEventState = EventState::ReadingText;
+            } else {
+                NoticeIgnored(index);
+            }
+            break;
+        case EventState::ReadingText:
+            if (EndsEvent(index)) {
+                return true;
+            }
+            mEventText->append(mLine).append(LineEnd);
+            break;
+        }
+    }
+}
+
+// Whether the line ends the text of event `index`; if so, the event is finished.
+bool PsfReader::EndsEvent(std::int32_t index) {
+    // Behind the last event its own tag ends it: kept on purpose.
+    const std::int32_t next = index < EventCount - 1 ? index + 1 : index;
+    if (mLine == EventTable[static_cast<std::size_t>(next)].tag) {
+        StoreEvent(index);
+        mEventText = std::make_shared<std::string>();
+        mEventState = EventState::LookingForText;
+        Notice(PsfNotice::Kind::EventFound, index + 1);
+        return true;
+    }
+    if (mLine == EndPsfTag) {
+        StoreEvent(index);
+        mEndPSFSeen = true; // the text and the state stay: what follows still counts for the next events
+        return true;
+    }
+    return false;
+}
+
+void PsfReader::StoreEvent(std::int32_t index) {
+    mDocument.mEventCodes[static_cast<std::size_t>(index)] = SharedText(mEventText);
+    Notice(PsfNotice::Kind::EventStored, index);
+}
+
+void PsfReader::ReadRest() {
+    while (NextLine()) {
+        Notice(PsfNotice::Kind::Rest, 0);
+    }
+}
+
+bool PsfReader::NextLine() {
+    return mLines->Next(mLine);
+}
+
+void PsfReader::Notice(PsfNotice::Kind kind, std::int32_t index) {
+    Notice(kind, index, mLine);
+}
+
+void PsfReader::Notice(PsfNotice::Kind kind, std::int32_t index, std::string_view text) {
+    if (mObserver != nullptr) {
+        mObserver->Notice({kind, index, text, mLines->LineOffset()});
+    }
+}
+
+void PsfReader::NoticeIgnored(std::int32_t index) {
+    Notice(PsfNotice::Kind::Ignored, index);
+}
+
+} // namespace tessaly

@@ -1,0 +1,60 @@
+// The rows of a PSF file, in order.
+#include "document/PsfWriter.h"
+
+#include "document/EncodedOutput.h"
+#include "document/PsfKeys.h"
+#include "document/VornSrcObj.h"
+
+#include <string>
+
+namespace tessaly {
+
+namespace {
+
+void WriteValue(EncodedOutput& output, std::string_view key, std::string_view value) {
+    output.Write(key);
+    output.WriteLine(value);
+}
+
+void WriteFunctionList(const FuncObject& functions, EncodedOutput& output) {
+    // One blank stands where a negative number would have its sign.
+    WriteValue(output, NumFuncsKey, " " + std::to_string(functions.GetCount()));
+    output.Write(FuncNamesKey);
+    for (std::int32_t i = 0; i < functions.GetCount(); ++i) {
+        output.Write(i > 0 ? "," : "");
+        output.Write(functions.NameAt(i));
+    }
+    output.WriteLine("");
+}
+
+void WriteFunction(const FuncObject& functions, std::int32_t index, EncodedOutput& output) {
+    output.Write("[");
+    output.Write(functions.NameAt(index));
+    output.WriteLine("]");
+    WriteValue(output, ProtoTypeKey, functions.PrototypeAt(index));
+    WriteValue(output, FuncBodyKey, functions.CodeAt(index));
+}
+
+} // namespace
+
+void WritePsf(const VornSrcObj& document, EncodedOutput& output) {
+    output.WriteLine("[BeginPSF]");
+    output.WriteLine("Comment= Do not modify this file! Doing so will produce unpredictable results!!!");
+    output.WriteLine("FileName="); // the key alone: the name is never written
+    output.WriteLine(GVarsTag);
+    output.WriteLine(document.VarCode());
+    output.WriteLine(GFuncsTag);
+    WriteFunctionList(document.Functions(), output);
+    output.WriteLine(FuncCodeTag);
+    for (std::int32_t i = 0; i < document.GetFunctionCount(); ++i) {
+        WriteFunction(document.Functions(), i, output);
+    }
+    output.WriteLine(EventCodeTag);
+    for (std::int32_t i = 0; i < EventCount; ++i) {
+        output.WriteLine(EventTable[static_cast<std::size_t>(i)].tag);
+        WriteValue(output, FuncBodyKey, document.EventCodeAt(i));
+    }
+    output.WriteLine(EndPsfTag);
+}
+
+} // namespace tessaly

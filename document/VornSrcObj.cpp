@@ -1,0 +1,136 @@
+// The document's own state; reading, writing and generating live in files of their own.
+#include "document/VornSrcObj.h"
+
+#include "document/CCodeGenerator.h"
+#include "document/EncodedOutput.h"
+#include "document/PsfReader.h"
+#include "document/PsfWriter.h"
+#include "platform/SequentialFiles.h"
+
+#include <exception>
+
+namespace tessaly {
+
+namespace {
+
+constexpr std::string_view DefaultVarCode = "/* ... include ... */\n\n/* ... variables ...*/\n";
+
+std::size_t EventIndex(std::int32_t index) {
+    if (index < 0 || index >= EventCount) {
+        throw std::out_of_range("event index " + std::to_string(index));
+    }
+    return static_cast<std::size_t>(index);
+}
+
+} // namespace
+
+VornSrcObj::VornSrcObj(SequentialFiles& files, const CodePage& codePage) : mFiles(files), mCodePage(codePage) {
+    Init();
+}
+
+Status VornSrcObj::Init() {
+    mFunctions = FuncObject();
+    mVarCode = DefaultVarCode;
+    for (std::size_t i = 0; i < EventTable.size(); ++i) {
+        mEventCodes[i] = SharedText(std::string(EventTable[i].defaultText));
+    }
+    return Status::Done;
+}
+
+Status VornSrcObj::GetEventProtoTypeByIndex(std::int32_t index, std::string& prototype) const {
+    EventIndex(index);
+    prototype.clear();
+    return Status::Done;
+}
+
+Status VornSrcObj::LoadFile(const std::string& fileName, PsfReadObserver* observer) {
+    try {
+        Init();
+        PsfReader reader(*this, mCodePage, observer);
+        mLoadedOK = reader.Read(*mFiles.OpenForInput(fileName));
+    } catch (const std::exception&) {
+        mLoadedOK = false;
+    }
+    return mLoadedOK ? Status::Done : Status::LoadFailed;
+}
+
+Status VornSrcObj::GetVarCode(std::string& code) const {
+    code = mVarCode;
+    return Status::Done;
+}
+
+Status VornSrcObj::UpdateVarCode(std::string_view code) {
+    mVarCode = code;
+    return Status::Done;
+}
+
+Status VornSrcObj::GetEventCodeByIndex(std::int32_t index, std::string& code) const {
+    code = EventCodeAt(index);
+    return Status::Done;
+}
+
+Status VornSrcObj::UpdateEventCodeByIndex(std::int32_t index, std::string_view code) {
+    mEventCodes[EventIndex(index)] = SharedText(std::string(code));
+    return Status::Done;
+}
+
+std::int32_t VornSrcObj::GetFunctionCount() const {
+    return mFunctions.GetCount();
+}
+
+Status VornSrcObj::GetFuncName(std::int32_t index, std::string& name) const {
+    return mFunctions.GetName(index, name).value_or(Status::Done);
+}
+
+Status VornSrcObj::GetFunction(std::string_view name, std::string& prototype, std::string& code) const {
+    return mFunctions.GetFunction(name, prototype, code);
+}
+
+Status VornSrcObj::GetFunctionByIndex(std::int32_t index, std::string& prototype, std::string& code) const {
+    return mFunctions.GetFunctionByIndex(index, prototype, code);
+}
+
+Status VornSrcObj::UpdateFunction(std::string_view name, std::string_view prototype, std::string_view code) {
+    return mFunctions.UpdateFunction(name, prototype, code);
+}
+
+Status VornSrcObj::AddFunction(std::string_view name, const TextValue& prototype, const TextValue& code) {
+    return mFunctions.AddFunction(name, prototype.Text(), code.Text());
+}
+
+Status VornSrcObj::DeleteFunction(std::string_view name) {
+    return mFunctions.DeleteFunction(name);
+}
+
+Status VornSrcObj::SaveFile(const std::string& fileName) const {
+    try {
+        EncodedOutput output(mFiles.OpenForOutput(fileName), mCodePage);
+        WritePsf(*this, output);
+        output.Close();
+        return Status::Done;
+    } catch (const std::exception&) {
+        return Status::UnexpectedError;
+    }
+}
+
+Status VornSrcObj::BuildCCodeFile(const std::string& fileName) const {
+    try {
+        EncodedOutput output(mFiles.OpenForOutput(fileName), mCodePage);
+        CCodeFileSink sink(output);
+        const Status status = BuildCCode(sink);
+        output.Close();
+        return status;
+    } catch (const std::exception&) {
+        return Status::GenerationFailed;
+    }
+}
+
+Status VornSrcObj::BuildCCode(CCodeSink& sink) const {
+    return GenerateCCode(*this, sink) ? Status::Done : Status::GenerationFailed;
+}
+
+std::string_view VornSrcObj::EventCodeAt(std::int32_t index) const {
+    return mEventCodes[EventIndex(index)].View();
+}
+
+} // namespace tessaly

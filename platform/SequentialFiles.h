@@ -1,0 +1,51 @@
+// Sequential files as plain bytes: opened, read or written from front to back, closed.
+// Line ends and code pages are the caller's business.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tessaly {
+
+// A file open for reading. Destroying it closes it, too, but hides the failure that Close would report.
+class InputFile {
+public:
+    virtual ~InputFile() = default;
+
+    // Puts the next bytes of the file, at most `size`, into `buffer` and returns how many there were.
+    // 0 means the end of the file; fewer than asked for does not. Throws std::system_error when the data
+    // cannot be read (a folder can be opened but not read).
+    virtual std::size_t Read(char* buffer, std::size_t size) = 0;
+
+    // Closes the file. Called at most once, and nothing else after it. Throws std::system_error.
+    virtual void Close() = 0;
+};
+
+// A file open for writing. Destroying it without Close keeps what was written and hides the failure.
+class OutputFile {
+public:
+    virtual ~OutputFile() = default;
+
+    // Writes all of `bytes` at the end. Throws std::system_error; how much of `bytes` then stands in the
+    // file is not promised.
+    virtual void Write(std::string_view bytes) = 0;
+
+    // Closes the file. Called at most once, and nothing else after it. Throws std::system_error.
+    virtual void Close() = 0;
+};
+
+// The way to the files of a machine. Paths are UTF-8 and otherwise as the system writes them.
+class SequentialFiles {
+public:
+    virtual ~SequentialFiles() = default;
+
+    // Opens an existing file. Throws std::system_error when there is none or it may not be read.
+    virtual std::unique_ptr<InputFile> OpenForInput(const std::string& path) = 0;
+
+    // Creates the file, or empties the one that is there. Throws std::system_error.
+    virtual std::unique_ptr<OutputFile> OpenForOutput(const std::string& path) = 0;
+};
+
+} // namespace tessaly

@@ -1,0 +1,43 @@
+// A code page of one byte a character, Windows-1252 among them. Every byte survives decoding and encoding.
+#pragma once
+
+#include "platform/CodePage.h"
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+namespace tessaly {
+
+class SingleByteCodePage final : public CodePage {
+public:
+    // The characters of bytes 80 to FF; 0 where a byte stands for none.
+    using HighHalf = std::array<char32_t, 128>;
+
+    explicit SingleByteCodePage(const HighHalf& highHalf);
+
+    void AppendDecoded(std::string_view bytes, std::string& text) const override;
+    void AppendEncoded(std::string_view text, std::string& bytes) const override;
+    std::size_t FindUnassigned(std::string_view bytes) const override;
+
+private:
+    struct Utf8Character {
+        std::array<char, 3> bytes;
+        std::uint8_t length;
+    };
+    struct Place {
+        char32_t character;
+        char byte;
+    };
+
+    char Encode(char32_t character) const;
+
+    std::array<Utf8Character, 128> mDecoded;
+    std::array<bool, 128> mAssigned;
+    std::vector<Place> mPlaces; // sorted by character
+};
+
+// Windows-1252 as the Unicode consortium's mapping table CP1252.TXT gives it; it leaves 81 8D 8F 90 9D open.
+const SingleByteCodePage::HighHalf& Windows1252HighHalf();
+
+} // namespace tessaly

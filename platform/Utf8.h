@@ -1,0 +1,31 @@
+// UTF-8 as RFC 3629 defines it: no overlong forms, no surrogates, nothing above U+10FFFF.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace tessaly {
+
+// What ReadUtf8 returns for a byte that does not begin a character.
+inline constexpr char32_t NotACharacter = 0xFFFFFFFF;
+
+// U+FFFD, which stands for what could not be decoded.
+inline constexpr char32_t ReplacementCharacter = 0xFFFD;
+
+// How many bytes at the front of `text` are ASCII.
+std::size_t AsciiPrefix(std::string_view text);
+
+// Reads the character at `position` (less than text.size()) and moves `position` behind it. At a byte that
+// begins no valid character it returns NotACharacter and moves on by one byte.
+char32_t ReadUtf8(std::string_view text, std::size_t& position);
+
+// Appends one character; `character` must be a Unicode scalar value.
+void AppendUtf8(char32_t character, std::string& text);
+
+bool IsUtf8(std::string_view text);
+
+// The byte position of the character number `index`, counted from 0, or text.size() when there are fewer.
+std::size_t Utf8Position(std::string_view text, std::size_t index);
+
+} // namespace tessaly

@@ -1,0 +1,41 @@
+// A document over files in memory, in Windows-1252: what most tests start from.
+#pragma once
+
+#include "document/VornSrcObj.h"
+#include "platform/SingleByteCodePage.h"
+#include "platform/memory/MemoryFiles.h"
+
+#include <string>
+
+namespace tessaly {
+
+struct MemoryDocument {
+    MemoryFiles files;
+    SingleByteCodePage codePage{Windows1252HighHalf()};
+    VornSrcObj document{files, codePage};
+
+    Status Load(const std::string& bytes, PsfReadObserver* observer = nullptr) {
+        files.contents["in.PSF"] = bytes;
+        return document.LoadFile("in.PSF", observer);
+    }
+
+    // The bytes that SaveFile writes.
+    std::string Saved() {
+        document.SaveFile("out.PSF");
+        return files.contents["out.PSF"];
+    }
+
+    // The bytes that BuildCCodeFile writes.
+    std::string Generated() {
+        document.BuildCCodeFile("out.c");
+        return files.contents["out.c"];
+    }
+
+    std::string VarCode() const { return std::string(document.VarCode()); }
+    std::string EventCode(std::int32_t index) const { return std::string(document.EventCodeAt(index)); }
+    std::string Name(std::int32_t index) const { return std::string(document.Functions().NameAt(index)); }
+    std::string Prototype(std::int32_t index) const { return std::string(document.Functions().PrototypeAt(index)); }
+    std::string Code(std::int32_t index) const { return std::string(document.Functions().CodeAt(index)); }
+};
+
+} // namespace tessaly
