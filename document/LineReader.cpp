@@ -54,11 +54,10 @@ void LineReader::AppendPlainLines(std::string& text) {
         if (mBuffer[mPosition] == '[') {
             return;
         }
-        if (Unread().find('\r') + 1 >= Unread().size()) { // the line goes on behind the buffer
-            std::string_view line;
-            Next(line);
-            text.append(line).append(LineEnd);
-        }
+        // What is left is a line whose end is not in the buffer yet, or one that was just filled in.
+        std::string_view line;
+        Next(line);
+        text.append(line).append(LineEnd);
     }
 }
 

@@ -5,9 +5,14 @@
 #include "platform/SingleByteCodePage.h"
 #include "platform/memory/MemoryFiles.h"
 
+#include <ostream>
 #include <string>
 
 namespace tessaly {
+
+inline void PrintTo(Status status, std::ostream* stream) {
+    *stream << "status " << static_cast<std::int32_t>(status);
+}
 
 struct MemoryDocument {
     MemoryFiles files;

@@ -1,0 +1,43 @@
+// Registry export files: "Windows Registry Editor Version 5.00" and what may follow it.
+// A wrong line costs only itself: everything else in the file counts.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessaly {
+
+class RegistryStore;
+
+// What is wrong with a file, and in which line, counted from 1; 0 for the file as a whole.
+struct RegistryTextError {
+    std::size_t line = 0;
+    std::string text; // a sentence without a full stop, of limited length
+};
+
+// "path:line: text", or "path: text" for the file as a whole.
+std::string ErrorText(const std::string& path, const RegistryTextError& error);
+
+// Puts the keys and values of a whole file, given as its bytes, into `store`, and returns what is wrong with it,
+// in the order of its lines; nothing when all is well. Any bytes will do.
+//
+// The file is UTF-8, with or without a BOM, or UTF-16LE with one. LF and CR LF end a line. Blanks around lines
+// and "=" do not count; blank lines and lines that begin with ";" are left out, and so is a ";" with what follows
+// behind a value. Then a line is one of
+//   [ROOT\path]            the key of the lines below; it is made
+//   [-ROOT\path]           deletes the key and those below it
+//   "name"=value           with \" and \\ for a quote and a backslash; @ is the name of the default value
+// where ROOT is HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER, HKEY_CLASSES_ROOT, HKEY_USERS, HKEY_CURRENT_CONFIG or one
+// of HKLM, HKCU, HKCR, HKU, HKCC in any case, and a value is one of
+//   "text"                 a string; it is stored with a terminating NUL
+//   dword:0000000a         1 to 8 hexadecimal digits
+//   hex:01,02  hex(N):01   the bytes of a binary value, or of one of type N (hexadecimal); a backslash at the end
+//                          goes on in the next line. The bytes of a string (N = 1) are UTF-16LE and are stored
+//                          as UTF-8, with a NUL only if there is one.
+//   -                      deletes the value
+// Of several values with one name the last counts. Values below a wrong or deleted key are left out.
+std::vector<RegistryTextError> ReadRegistryText(std::string_view bytes, RegistryStore& store);
+
+} // namespace tessaly

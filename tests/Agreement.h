@@ -1,0 +1,15 @@
+// What must hold for every input, however made: shared by the tests and the fuzzer.
+#pragma once
+
+#include "platform/CodePage.h"
+
+#include <cstddef>
+#include <string>
+
+namespace tessaly {
+
+// Loads `bytes`, arriving in pieces of `readSize`, as a PSF, compares the outcome with the literal reader's, generates
+// C, saves, loads again and checks that and the round-trip rules. Returns "" or what does not hold.
+std::string FindDisagreement(const std::string& bytes, const CodePage& codePage, std::size_t readSize = 4096);
+
+} // namespace tessaly
