@@ -1,0 +1,144 @@
+#!/bin/sh
+# The compile batch file of the host kit: compiles the written C file and the kit's runtime into one program.
+# Its only argument is the output name. The C file's path is the setting FCompFileName, looked up here.
+# Exit status: 0 done, 64 wrong argument, 127 no compiler, 1 no C file to compile, else the compiler's own.
+set -u
+
+say() {
+    printf 'compile.sh: %s\n' "$1" >&2
+}
+
+# An old program must not pass for the result of a compile that never came about.
+fail() {
+    rm -f -- "$output"
+    say "$2"
+    exit "$1"
+}
+
+# The folder this file really lies in: the editor may start it through a link.
+kit_folder() {
+    self=$0
+    while [ -h "$self" ]; do
+        link=$(readlink -- "$self")
+        case $link in
+        /*) self=$link ;;
+        *) self=$(dirname -- "$self")/$link ;;
+        esac
+    done
+    CDPATH='' cd -P -- "$(dirname -- "$self")" && pwd
+}
+
+# Prints the path of the settings file in a folder, if there is one. Relative folders are passed over.
+settings_in() {
+    case $1 in
+    /*) [ -f "$1/tessaly/settings.reg" ] && printf '%s\n' "$1/tessaly/settings.reg" ;;
+    *) return 1 ;;
+    esac
+}
+
+# Prints the path of the settings file, which is the one that the editor reads.
+settings_file() {
+    if [ -n "${TESSALY_SETTINGS:-}" ]; then
+        [ -f "$TESSALY_SETTINGS" ] && printf '%s\n' "$TESSALY_SETTINGS"
+        return
+    fi
+    case ${XDG_CONFIG_HOME:-} in
+    /*) home=$XDG_CONFIG_HOME ;;
+    *) home=${HOME:-}/.config ;;
+    esac
+    settings_in "$home" && return
+    folders=${XDG_CONFIG_DIRS:-/etc/xdg}
+    while [ -n "$folders" ]; do
+        settings_in "${folders%%:*}" && return
+        case $folders in
+        *:*) folders=${folders#*:} ;;
+        *) folders= ;;
+        esac
+    done
+    return 1
+}
+
+# Prints a settings file as UTF-8; the two bytes FF FE at its beginning tell that it is UTF-16.
+settings_text() {
+    if [ "$(od -An -tx1 -N2 <"$1" | tr -d ' ')" = fffe ]; then
+        iconv -f UTF-16LE -t UTF-8 <"$1"
+    else
+        cat <"$1"
+    fi
+}
+
+# Sets $source, the C file as the setting names it.
+find_source() {
+    settings=$(settings_file) ||
+        fail 1 "no settings file: ${TESSALY_SETTINGS:-tessaly/settings.reg in the configuration folders} does not exist"
+    [ -r "$settings" ] || fail 1 "cannot read the settings file $settings"
+    source=$(settings_text "$settings" | LC_ALL=C awk -f "$kit/setting.awk") ||
+        fail 1 "the setting FCompFileName, the path of the C file, is missing in $settings"
+    if [ "$source" = "$output" ]; then
+        say "the output name is the C file itself: $source"
+        exit 64
+    fi
+    [ -f "$source" ] || fail 1 "the C file does not exist: $source (setting FCompFileName in $settings)"
+    [ -r "$source" ] || fail 1 "cannot read the C file: $source"
+}
+
+# Prints the first compiler there is.
+find_compiler() {
+    for name in cc gcc clang; do
+        command -v "$name" && return
+    done
+    return 1
+}
+
+compile() {
+    # clang would warn about every letter of the ANSI code page in a text; gcc takes the bytes as they are.
+    case $("$@" --version 2>/dev/null) in
+    *clang*) set -- "$@" -Wno-invalid-source-encoding ;;
+    esac
+    # A name like -x.c or @x would be taken for an option.
+    case $source in [-@]*) source=./$source ;; esac
+    case $output in [-@]*) output=./$output ;; esac
+    # -x c: the suffix of the C file is the user's choice, and .C would be C++.
+    "$@" -Wall -g -O1 -std=gnu11 -I "$kit/include" -o "$output" -x c "$source" "$kit"/runtime/*.c -lm
+}
+
+if [ $# -ne 1 ] || [ -z "$1" ]; then
+    echo "usage: compile.sh OUTPUT" >&2
+    exit 64
+fi
+output=$1
+case $output in
+*.[cChH] | *.[pP][sS][fF])
+    say "the output name is that of a source file: $output"
+    exit 64
+    ;;
+esac
+# It is going to be removed: not a folder, and not /dev/null either.
+if [ -e "$output" ] && [ ! -f "$output" ]; then
+    say "the output name is not that of a file: $output"
+    exit 64
+fi
+
+kit=$(kit_folder) || fail 1 "cannot find the folder of the kit"
+find_source
+if [ -z "${CC:-}" ]; then
+    CC=$(find_compiler) ||
+        fail 127 "there is no C compiler: none of cc, gcc and clang is installed. Install gcc or clang, or set CC."
+fi
+if command -v "$CC" >/dev/null; then
+    set -- "$CC"
+else
+    # CC may hold options, too, as in "ccache gcc"; a path with blanks has been found above.
+    set -f
+    # shellcheck disable=SC2086
+    set -- $CC
+    set +f
+    command -v "${1:-}" >/dev/null ||
+        fail 127 "there is no C compiler: CC is set to '$CC', which is not found. Install gcc or clang, or mend CC."
+fi
+
+rm -f -- "$output"
+compile "$@"
+status=$?
+[ "$status" -eq 0 ] || rm -f -- "$output"
+exit "$status"

@@ -1,0 +1,71 @@
+/* The types and calls of a program block, as the host kit offers them.
+ * Every call answers VEX_OK (0) or a negative code and has then done nothing at all; none of them ever waits. */
+#ifndef VEXLIB_H
+#define VEXLIB_H
+
+#include <sys/types.h>
+
+typedef unsigned char uchar;
+
+/* glibc names this type too, unless a strict -std= hides it. Where it does, a second typedef would be a warning in
+ * the older dialects, so ours stands in only where there is none. */
+#ifndef __USE_MISC
+typedef unsigned int uint;
+#endif
+
+/* What the calls answer. */
+#define VEX_OK 0
+#define VEX_BAD_CHANNEL (-1) /* the channel is not 0-255 */
+#define VEX_BAD_FRAME (-2)   /* no frame, its id is out of range, or it is a remote frame and an FD frame at once */
+#define VEX_BAD_LENGTH (-3)  /* a length that no such frame, or no serial packet, has */
+#define VEX_BAD_PERIOD (-4)  /* a period that is not 1-2147483647 ms */
+#define VEX_BAD_DATA (-5)    /* a null pointer where bytes or a text are needed */
+#define VEX_BAD_TEXT (-6)    /* a text that cannot be formatted */
+#define VEX_NO_TIMER (-7)    /* no timer of that id is running */
+#define VEX_TIMERS_FULL (-8) /* VEX_TIMER_LIMIT timers are running already */
+
+/* How many timers may run at once. */
+#define VEX_TIMER_LIMIT 4096
+
+/* How many bytes SerialWrite takes, and OnSerial gets, at most. */
+#define VEX_SERIAL_LIMIT 65535
+
+/* One frame on a channel. The flags are 0 or 1; any other value counts as 1.
+ * Start from a cleared frame (memset, or = {0}): a forgotten flag is the usual mistake. */
+typedef struct DataFrame {
+    uint id;        /* 0-0x7FF, or 0-0x1FFFFFFF when extended is set */
+    uchar extended; /* the id has 29 bits instead of 11 */
+    uchar remote;   /* asks for data and carries none; length is the length asked for */
+    uchar fd;       /* an FD frame: up to 64 bytes, and never remote */
+    uchar brs;      /* FD: the data was sent at the higher bit rate; without fd it is ignored */
+    uchar esi;      /* FD: the sender is error passive; without fd it is ignored */
+    uchar length;   /* 0-8; for an FD frame 0-8, 12, 16, 20, 24, 32, 48 or 64 */
+    uchar data[64]; /* the first length bytes count; 0 beyond them in a frame that OnFrame gets */
+} DataFrame;
+
+/* Sends a copy of the frame on a channel, 0-255. It is not heard by this block's own OnFrame.
+ * VEX_BAD_CHANNEL, VEX_BAD_FRAME, VEX_BAD_LENGTH. */
+int SendFrame(const DataFrame* frame, int channel);
+
+/* Calls OnTimer(timerid) every period milliseconds, 1-2147483647, from now on, until StopTimer or the stop event.
+ * Every value is an id. A timer that is running already is started anew with the new period.
+ * VEX_BAD_PERIOD, VEX_TIMERS_FULL. */
+int StartTimer(uint timerid, long period);
+
+/* As StartTimer, but calls OnTimer(timerid) a single time, after delay milliseconds.
+ * The timer no longer runs when OnTimer is called, which may start it again. */
+int StartTimerOnce(uint timerid, long delay);
+
+/* Stops a timer of either kind. VEX_NO_TIMER when it is not running, which a block may well ignore. */
+int StopTimer(uint timerid);
+
+/* Writes datacount bytes, 0-VEX_SERIAL_LIMIT, to the serial port; with 0 bytes it does nothing, whatever data is.
+ * VEX_BAD_LENGTH, VEX_BAD_DATA. */
+int SerialWrite(const void* data, long datacount);
+
+/* Prints a text on the terminal, formatted as printf does it; no line end is added. The text is Windows-1252, like
+ * the block's source; one that is valid UTF-8 as a whole is printed as it is.
+ * VEX_BAD_DATA, VEX_BAD_TEXT. */
+int Print(const char* format, ...) __attribute__((__format__(__printf__, 1, 2)));
+
+#endif

@@ -1,0 +1,208 @@
+"""compile.sh: where it finds its settings, the C file and the compiler, and what it says when one is missing."""
+import shutil
+
+import pytest
+
+from kit_harness import COMPILE, ECHO, compile_with, compilers, generated, play, settings_text
+
+TOOLS = ["sh", "awk", "cat", "dirname", "env", "iconv", "od", "readlink", "rm", "tr"]
+
+
+@pytest.fixture
+def block(tmp_path):
+    """A folder with a C file and its settings."""
+    (tmp_path / "block.c").write_bytes(generated(ECHO))
+    (tmp_path / "settings.reg").write_text(settings_text(tmp_path / "block.c"), newline="")
+    return tmp_path
+
+
+def check_built(result, program):
+    assert (result.returncode, result.stdout, result.stderr) == (0, "", "")
+    assert play(program, "start\n") == ("start 0\n", "")
+
+
+@pytest.mark.parametrize("arguments", [[], ["a.out", "b.out"], [""]])
+def test_wrong_argument_count(block, arguments):
+    result = compile_with(block / "settings.reg", *arguments)
+    assert result.returncode == 64
+    assert result.stderr == "usage: compile.sh OUTPUT\n"
+
+
+@pytest.mark.parametrize("name", ["block.c", "BLOCK.H", "Block.PSF", "."])
+def test_output_that_must_not_be_overwritten(block, name):
+    path = block / name
+    if name != ".":
+        path.write_text("precious")
+    assert compile_with(block / "settings.reg", path).returncode == 64
+    assert name == "." or path.read_text() == "precious"
+
+
+def test_output_that_is_the_c_file(tmp_path):
+    source = tmp_path / "program"
+    source.write_bytes(generated({}))
+    (tmp_path / "settings.reg").write_text(settings_text(source))
+    assert compile_with(tmp_path / "settings.reg", source).returncode == 64
+    assert source.exists()
+
+
+def test_no_settings(block):
+    (block / "old.out").write_text("old")
+    nowhere = {"TESSALY_SETTINGS": None, "XDG_CONFIG_HOME": block / "none", "XDG_CONFIG_DIRS": block / "neither"}
+    result = compile_with(None, block / "old.out", environment=nowhere)
+    assert result.returncode == 1
+    assert "no settings file" in result.stderr
+    assert not (block / "old.out").exists()
+    result = compile_with(block / "gone.reg", block / "new.out")
+    assert result.returncode == 1
+    assert str(block / "gone.reg") in result.stderr
+
+
+def test_settings_in_the_configuration_folders(block):
+    home, system = block / "home dir", block / "system"
+    for folder, text in ((home, settings_text(block / "block.c")), (system, settings_text(block / "wrong.c"))):
+        (folder / "tessaly").mkdir(parents=True)
+        (folder / "tessaly" / "settings.reg").write_text(text)
+    places = {"TESSALY_SETTINGS": None, "XDG_CONFIG_HOME": home, "XDG_CONFIG_DIRS": f"{block}/none:{system}"}
+    check_built(compile_with(None, block / "a.out", environment=places), block / "a.out")
+    (home / "tessaly" / "settings.reg").unlink()
+    result = compile_with(None, block / "a.out", environment=places)
+    assert result.returncode == 1
+    assert f"the C file does not exist: {block}/wrong.c" in result.stderr
+    places = {"TESSALY_SETTINGS": "", "XDG_CONFIG_HOME": None, "HOME": block / "user", "XDG_CONFIG_DIRS": system}
+    shutil.copytree(home, block / "user" / ".config")
+    (block / "user" / ".config" / "tessaly" / "settings.reg").write_text(settings_text(block / "block.c"))
+    check_built(compile_with(None, block / "a.out", environment=places), block / "a.out")
+
+
+KEY = "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Ostrel\\OstrelCompiler]\n"
+
+
+@pytest.mark.parametrize("text", [
+    "",
+    "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Ostrel]\n\"FCompFileName\"=\"/x.c\"\n",
+    "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Ostrel\\OstrelCompiler\n\"FCompFileName\"=\"/x.c\"\n",
+    KEY + ";\"FCompFileName\"=\"/x.c\"\n",
+    KEY + "\"FCompFileName\"=\"\"\n",
+    KEY + "\"FCompFileName\"=\"/x.c\n",
+    KEY + "\"FCompFileName\"=\"/x.c\\\n",
+    KEY + "\"FCompFileName\"=\"/x.c\" x\n",
+    KEY + "\"FCompFileName\"=\"C:\\x.c\"\n",
+    KEY + "\"FCompFileName\" \"/x.c\"\n",
+    KEY + "\"FCompFileName\"=\"/x.c\"\n\"FCompFileName\"=-\n",
+    KEY + "\"FCompFileName\"=\"/x.c\"\n[-HKLM\\Software\\Ostrel]\n",
+    KEY.replace("[", "[-") + "\"FCompFileName\"=\"/x.c\"\n",
+])
+def test_no_c_file_in_the_settings(block, text):
+    (block / "settings.reg").write_text(text)
+    result = compile_with(block / "settings.reg", block / "a.out")
+    assert result.returncode == 1
+    assert "FCompFileName" in result.stderr
+    assert "missing" in result.stderr
+
+
+ENCODED = {
+    "UTF-16": lambda text: b"\xff\xfe" + text.encode("utf-16-le"),
+    "mark": lambda text: b"\xef\xbb\xbf" + text.encode(),
+    "LF": lambda text: text.replace("\r\n", "\n").encode(),
+    "case": lambda text: text.replace("FCompFileName", "FCOMPFILENAME").replace("SOFTWARE", "Software").encode(),
+    "last": lambda text: text.replace("\r\n\"", "\r\n\"FCompFileName\"=\"/none.c\"\r\n; last\r\n\"").encode(),
+    "short": lambda text: text.replace("HKEY_LOCAL_MACHINE", "hklm").replace("]", "] ; key").encode(),
+    "blanks": lambda text: text.replace("=", " =\t").replace("\"\r\n", "\" ; C file\r\n").encode(),
+    "wrong line": lambda text: (text + "\"FCompFileName\"=\"/none.c\r\n").encode(),
+    "other keys": lambda text: (text + "[HKEY_CURRENT_USER]\r\n\"FCompFileName\"=\"/none.c\"\r\n").encode(),
+}
+
+
+@pytest.mark.parametrize("kind", ENCODED)
+def test_forms_of_the_settings(block, kind):
+    folder = block / "Größe \\ \"a\""
+    folder.mkdir()
+    shutil.move(block / "block.c", folder / "Übung 1.C")
+    (block / "settings.reg").write_bytes(ENCODED[kind](settings_text(folder / "Übung 1.C")))
+    check_built(compile_with(block / "settings.reg", block / "a.out"), block / "a.out")
+
+
+def test_blanks_and_umlauts_in_every_path(tmp_path):
+    folder = tmp_path / "Prüf stand [1] $x"
+    shutil.copytree(COMPILE.parent, folder / "the kit")
+    (folder / "links").mkdir()
+    (folder / "links" / "second").symlink_to("../the kit/compile.sh")
+    (folder / "links" / "first").symlink_to(folder / "links" / "second")
+    (folder / "über setzer").symlink_to(shutil.which("cc"))
+    (folder / "Blöck 1.c").write_bytes(generated(ECHO))
+    (folder / "set tings.reg").write_text(settings_text("Blöck 1.c"))
+    result = compile_with(
+        "set tings.reg", "Blöck 1.out", script=folder / "links" / "first", cwd=folder,
+        environment={"CC": folder / "über setzer"},
+    )
+    check_built(result, folder / "Blöck 1.out")
+
+
+def test_names_that_look_like_options(block):
+    for name in ("-x.c", "@x.c"):
+        shutil.copy(block / "block.c", block / name)
+        (block / "settings.reg").write_text(settings_text(name))
+        output = name.replace(".c", ".out")
+        check_built(compile_with(block / "settings.reg", output, cwd=block), block / output)
+
+
+def tools_only(folder):
+    """A PATH with all that compile.sh uses, but no compiler."""
+    (folder / "bin").mkdir()
+    for tool in TOOLS:
+        (folder / "bin" / tool).symlink_to(shutil.which(tool))
+    return folder / "bin"
+
+
+def test_missing_compiler(block):
+    path = tools_only(block)
+    (block / "a.out").write_text("old")
+    result = compile_with(block / "settings.reg", block / "a.out", environment={"PATH": path})
+    assert result.returncode == 127
+    assert "Install gcc or clang, or set CC" in result.stderr
+    assert not (block / "a.out").exists()
+    result = compile_with(block / "settings.reg", block / "a.out", environment={"CC": "no-such-cc -g"})
+    assert result.returncode == 127
+    assert "no-such-cc" in result.stderr
+
+
+def test_first_compiler_is_taken(block):
+    path = tools_only(block)
+    for name in ("clang", "gcc"):
+        (path / name).write_text(f"#!/bin/sh\necho {name} >&2\nexit 7\n")
+        (path / name).chmod(0o755)
+    result = compile_with(block / "settings.reg", block / "a.out", environment={"PATH": path})
+    assert (result.returncode, result.stderr) == (7, "gcc\n")
+    result = compile_with(block / "settings.reg", block / "a.out", environment={"PATH": path, "CC": "clang -O2"})
+    assert (result.returncode, result.stderr) == (7, "clang\n")
+
+
+@pytest.mark.parametrize("compiler", compilers())
+def test_failed_compile(block, compiler):
+    source = block / "Größe 1.c"
+    (block / "settings.reg").write_text(settings_text(source))
+    source.write_bytes(generated({"OnKey": "nonsense;"}))
+    (block / "a.out").write_text("old")
+    result = compile_with(block / "settings.reg", block / "a.out", environment={"CC": compiler})
+    assert result.returncode == 1
+    assert f"{source}:" in result.stderr
+    assert "nonsense" in result.stderr
+    assert not (block / "a.out").exists()
+
+
+def test_spoilt_handler_is_an_error(block):
+    text = (block / "block.c").read_bytes()
+    (block / "block.c").write_bytes(text.replace(b"OnTimer(uint timerid)", b"OnTimer(char *timerid)"))
+    result = compile_with(block / "settings.reg", block / "a.out")
+    assert result.returncode == 1
+    assert "OnTimer" in result.stderr
+
+
+@pytest.mark.parametrize("compiler", compilers())
+def test_umlauts_and_own_types_compile_without_a_warning(block, compiler):
+    text = "#include <sys/types.h>\r\n#include <math.h>\r\ntypedef unsigned int uint;\r\ndouble width = 2.0;\r\n"
+    handlers = {"OnKey": "if (character == 'ö') Print(\"Größe %.1f\\n\", sqrt(width * 8));"}
+    (block / "block.c").write_bytes(generated(handlers, text))
+    result = compile_with(block / "settings.reg", block / "a.out", environment={"CC": compiler})
+    assert (result.returncode, result.stderr) == (0, "")
+    assert play(block / "a.out", "key ö\n") == ("Größe 4.0\n", "")
