@@ -1,0 +1,32 @@
+// The search for the extension takes the first match, not the last.
+#include "app/CompilerCommand.h"
+
+#include <algorithm>
+
+namespace tessaly {
+
+namespace {
+
+constexpr std::string_view PsfExtension = ".psf";
+
+bool EqualsIgnoringCase(char character, char small) {
+    return character == small || (character >= 'A' && character <= 'Z' && character + ('a' - 'A') == small);
+}
+
+} // namespace
+
+std::string OutputName(std::string_view psfPath) {
+    const auto found =
+        std::search(psfPath.begin(), psfPath.end(), PsfExtension.begin(), PsfExtension.end(), EqualsIgnoringCase);
+    return std::string(psfPath.begin(), found == psfPath.end() ? psfPath.begin() : found) + ".out";
+}
+
+std::string CompilerCommandLine(std::string_view compBat, std::string_view psfPath) {
+    std::string line(compBat);
+    line += " \"";
+    line += OutputName(psfPath);
+    line += '"';
+    return line;
+}
+
+} // namespace tessaly

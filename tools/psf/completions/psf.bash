@@ -1,0 +1,51 @@
+# Completion of psf for bash.
+
+_psf() {
+    local word=${COMP_WORDS[COMP_CWORD]} command='' file='' count=0 i
+    COMPREPLY=()
+    for ((i = 1; i < COMP_CWORD; i++)); do
+        case ${COMP_WORDS[i]} in
+        --codepage | -o | --output) ((i++)) ;;
+        -*) ;;
+        *)
+            ((count++))
+            case $count in
+            1) command=${COMP_WORDS[i]} ;;
+            2) file=${COMP_WORDS[i]} ;;
+            esac
+            ;;
+        esac
+    done
+    if [[ ${COMP_WORDS[COMP_CWORD - 1]} == --codepage ]]; then
+        mapfile -t COMPREPLY < <(compgen -W '1250 1251 1252 1253 1254 1255 1256 1257 1258' -- "$word")
+        return
+    fi
+    if [[ $count -eq 0 ]]; then
+        mapfile -t COMPREPLY < <(compgen -W 'new show set add delete resave generate check build --codepage --help --version' -- "$word")
+        return
+    fi
+    if [[ $word == -* ]]; then
+        local options='--codepage --help'
+        case $command in
+        new) options+=' --force' ;;
+        show) options+=' --json' ;;
+        generate) options+=' --output' ;;
+        esac
+        mapfile -t COMPREPLY < <(compgen -W "$options" -- "$word")
+        return
+    fi
+    local names=''
+    case $command:$count in
+    show:2 | set:2) names=$(psf show "$file" 2>/dev/null) ;;
+    delete:2) names=$(psf show "$file" 2>/dev/null | sed -n 's|^functions/||p') ;;
+    add:2) return ;;
+    *)
+        compopt -o filenames 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -f -X '!*.[Pp][Ss][Ff]' -- "$word"; compgen -d -- "$word")
+        return
+        ;;
+    esac
+    mapfile -t COMPREPLY < <(IFS=$'\n' && compgen -W "$names" -- "$word")
+}
+
+complete -F _psf psf

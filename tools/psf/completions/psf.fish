@@ -1,0 +1,50 @@
+# Completion of psf for fish.
+
+# The words of the command line so far that are no options: psf, the command, its arguments.
+function __psf_words
+    set -l skip 0
+    for word in (commandline -opc)
+        if test $skip = 1
+            set skip 0
+        else if contains -- $word --codepage -o --output
+            set skip 1
+        else if not string match -q -- '-*' $word
+            echo $word
+        end
+    end
+end
+
+# True when `command` is being given its argument number `place`.
+function __psf_at -a command place
+    set -l words (__psf_words)
+    test (count $words) = (math $place + 1); and test "$words[2]" = $command
+end
+
+function __psf_members
+    set -l words (__psf_words)
+    psf show $words[3] 2>/dev/null
+end
+
+complete -c psf -f
+complete -c psf -l codepage -x -a '1250 1251 1252 1253 1254 1255 1256 1257 1258' -d 'Code page of PSF and C files'
+complete -c psf -s h -l help -d 'Print help'
+complete -c psf -n __fish_use_subcommand -l version -d 'Print the version'
+complete -c psf -n __fish_use_subcommand -a new -d 'Write a PSF that holds the default document'
+complete -c psf -n __fish_use_subcommand -a show -d 'List the members, or print one, or all as JSON'
+complete -c psf -n __fish_use_subcommand -a set -d "Replace a member's text by standard input"
+complete -c psf -n __fish_use_subcommand -a add -d 'Add a function'
+complete -c psf -n __fish_use_subcommand -a delete -d 'Delete a function'
+complete -c psf -n __fish_use_subcommand -a resave -d 'Load a file and save it as another'
+complete -c psf -n __fish_use_subcommand -a generate -d 'Write the generated C file'
+complete -c psf -n __fish_use_subcommand -a check -d 'Report what a load loses or changes'
+complete -c psf -n __fish_use_subcommand -a build -d "Generate C code, compile it and map the messages"
+complete -c psf -n '__fish_seen_subcommand_from new' -l force -d 'Replace a file that exists'
+complete -c psf -n '__fish_seen_subcommand_from show' -l json -d 'Print the whole document as one JSON object'
+complete -c psf -n '__fish_seen_subcommand_from generate' -s o -l output -r -F -d 'The C file'
+for command in new show set add delete resave generate build check
+    complete -c psf -n "__psf_at $command 1" -k -a '(__fish_complete_suffix .PSF .psf)'
+end
+complete -c psf -n '__psf_at resave 2' -k -a '(__fish_complete_suffix .PSF .psf)'
+complete -c psf -n '__psf_at show 2' -a '(__psf_members)'
+complete -c psf -n '__psf_at set 2' -a '(__psf_members)'
+complete -c psf -n '__psf_at delete 2' -a "(__psf_members | string replace -f functions/ '')"
