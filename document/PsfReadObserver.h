@@ -8,20 +8,20 @@ namespace tessaly {
 
 struct PsfNotice {
     enum class Kind {
+        TagFound,        // "[GVars]", "[GFuncs]", "[FuncCode]" or "[EventCode]" where a phase was looking for it
         CountLine,       // a NumFuncs= line; index: its number, text: its value
+        BadCount,        // the same, but its value is no number, so the load ends here; text: the value
         NamesLine,       // a FuncNames= line; index: the count known then, text: its value
-        SectionsSkipped, // the function sections are skipped because no function is expected; no line
-        HeaderFound,     // the section header of function `index`, which is its first or ended the one before
+        HeaderFound,     // the section header of function `index`: the first, or one that ended the function before
         PrototypeBegins, // the ProtoType= line of function `index`
         BodyBegins,      // the FuncBody= line of function `index`
-        FunctionAdded,   // function `index` ended and was added; line: what ended it
+        FunctionAdded,   // function `index` ended and was added; text: the line that ended it
         FunctionDropped, // the same, but its name collides with that of an earlier function
-        FunctionLost,    // function `index` ended without being added; line: "[EndPSF]", or none at the end
-        EventFound,      // the tag of event `index`, which is the first or ended the one before
+        FunctionLost,    // function `index` ended without being added; text: "[EndPSF]", or "" at the end of the file
+        EventFound,      // the tag of event `index`: the first, or one that ended the event before
         EventBegins,     // the FuncBody= line of event `index`
-        EventStored,     // event `index` ended and was stored; line: what ended it
-        Ignored,         // a line that counts for nothing where it stands; index: the function or event awaited
-        Rest             // a line behind all that was expected
+        EventStored,     // event `index` ended and was stored; text: the line that ended it
+        Ignored          // a line that counts for nothing where it stands
     };
     Kind kind;
     std::int32_t index = 0;

@@ -83,7 +83,10 @@ bool PsfReader::Read(InputFile& file) {
 // Everything up to "[GVars]" is ignored: the start tag and the comment are not checked, and a FileName= value
 // is of no use.
 void PsfReader::ReadHeader() {
-    while (NextLine() && mLine != GVarsTag) {
+    while (NextLine()) {
+        if (IsTag(GVarsTag)) {
+            return;
+        }
     }
 }
 
@@ -92,7 +95,7 @@ void PsfReader::ReadReferences() {
     text.clear();
     while (true) {
         mLines->AppendPlainLines(text);
-        if (!NextLine() || mLine == GFuncsTag) {
+        if (!NextLine() || IsTag(GFuncsTag)) {
             return;
         }
         text.append(mLine).append(LineEnd);
@@ -100,7 +103,7 @@ void PsfReader::ReadReferences() {
 }
 
 void PsfReader::ReadFunctionList() {
-    while (NextLine() && mLine != FuncCodeTag) {
+    while (NextLine() && !IsTag(FuncCodeTag)) {
         if (ContainsKey(mLine, NumFuncsKey)) {
             ReadCount();
         }
@@ -114,6 +117,7 @@ void PsfReader::ReadCount() {
     const std::string_view value = ValueOf(mLine, NumFuncsKey);
     const std::optional<std::int32_t> count = ToInteger(value);
     if (!count) {
+        Notice(PsfNotice::Kind::BadCount, 0, value);
         throw std::invalid_argument("NumFuncs= is not a number");
     }
     mExpectedCount = *count;
@@ -133,9 +137,8 @@ void PsfReader::ReadNames() {
 
 void PsfReader::ReadFunctions() {
     if (mExpectedCount <= 0) {
-        Notice(PsfNotice::Kind::SectionsSkipped, 0, {});
-        while (NextLine() && mLine != EventCodeTag) {
-            NoticeIgnored(0);
+        while (NextLine() && !IsTag(EventCodeTag)) {
+            Notice(PsfNotice::Kind::Ignored, 0);
         }
         return;
     }
@@ -168,7 +171,7 @@ bool PsfReader::ReadFunction(std::int32_t index, Expected& function, const Expec
                 Notice(PsfNotice::Kind::HeaderFound, index);
                 mFunctionState = FunctionState::LookingForPrototype;
             } else {
-                NoticeIgnored(index);
+                Notice(PsfNotice::Kind::Ignored, index);
             }
             break;
         case FunctionState::LookingForPrototype:
@@ -177,7 +180,7 @@ bool PsfReader::ReadFunction(std::int32_t index, Expected& function, const Expec
                 mCurProtoType = BeginText(ValueOf(mLine, ProtoTypeKey));
                 mFunctionState = FunctionState::ReadingPrototype;
             } else {
-                NoticeIgnored(index);
+                Notice(PsfNotice::Kind::Ignored, index);
             }
             break;
         case FunctionState::ReadingPrototype:
@@ -207,7 +210,7 @@ bool PsfReader::EndsBody(std::int32_t index, Expected& function, const Expected&
         Notice(PsfNotice::Kind::HeaderFound, index + 1);
         return true;
     }
-    if (mLine == EventCodeTag) {
+    if (IsTag(EventCodeTag)) {
         AddFunction(index, function);
         return true;
     }
@@ -251,7 +254,7 @@ bool PsfReader::ReadEvent(std::int32_t index) {
                 Notice(PsfNotice::Kind::EventFound, index);
                 mEventState = EventState::LookingForText;
             } else {
-                NoticeIgnored(index);
+                Notice(PsfNotice::Kind::Ignored, index);
             }
             break;
         case EventState::LookingForText:
@@ -260,7 +263,7 @@ bool PsfReader::ReadEvent(std::int32_t index) {
                 mEventText = BeginText(ValueOf(mLine, FuncBodyKey));
                 mEventState = EventState::ReadingText;
             } else {
-                NoticeIgnored(index);
+                Notice(PsfNotice::Kind::Ignored, index);
             }
             break;
         case EventState::ReadingText:
@@ -299,12 +302,19 @@ void PsfReader::StoreEvent(std::int32_t index) {
 
 void PsfReader::ReadRest() {
     while (NextLine()) {
-        Notice(PsfNotice::Kind::Rest, 0);
     }
 }
 
 bool PsfReader::NextLine() {
     return mLines->Next(mLine);
+}
+
+bool PsfReader::IsTag(std::string_view tag) {
+    const bool found = mLine == tag;
+    if (found) {
+        Notice(PsfNotice::Kind::TagFound, 0);
+    }
+    return found;
 }
 
 void PsfReader::Notice(PsfNotice::Kind kind, std::int32_t index) {
@@ -315,10 +325,6 @@ void PsfReader::Notice(PsfNotice::Kind kind, std::int32_t index, std::string_vie
     if (mObserver != nullptr) {
         mObserver->Notice({kind, index, text, mLines->LineOffset()});
     }
-}
-
-void PsfReader::NoticeIgnored(std::int32_t index) {
-    Notice(PsfNotice::Kind::Ignored, index);
 }
 
 } // namespace tessaly

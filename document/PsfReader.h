@@ -65,9 +65,9 @@ private:
     void ReadRest();
 
     bool NextLine();
+    bool IsTag(std::string_view tag);
     void Notice(PsfNotice::Kind kind, std::int32_t index);
     void Notice(PsfNotice::Kind kind, std::int32_t index, std::string_view text);
-    void NoticeIgnored(std::int32_t index);
 
     VornSrcObj& mDocument;
     const CodePage& mCodePage;

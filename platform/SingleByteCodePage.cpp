@@ -54,6 +54,12 @@ SingleByteCodePage::SingleByteCodePage(const HighHalf& highHalf) {
 
 void SingleByteCodePage::AppendDecoded(std::string_view bytes, std::string& text) const {
     std::size_t position = AsciiPrefix(bytes);
+    if (position < bytes.size()) {
+        // Room in one go: nearly every character outside ASCII takes two bytes.
+        const auto others = std::count_if(bytes.begin(), bytes.end(),
+                                          [](char c) { return (static_cast<unsigned char>(c) & 0x80U) != 0; });
+        text.reserve(text.size() + bytes.size() + static_cast<std::size_t>(others));
+    }
     text.append(bytes.substr(0, position));
     while (position < bytes.size()) {
         const Utf8Character& character = mDecoded[static_cast<unsigned char>(bytes[position]) - 0x80U];

@@ -1,0 +1,52 @@
+"""Golden cases: tests/cases/NAME/in.PSF is loaded and generated, and what comes out is compared with loaded.json,
+out.c and status. A mismatch leaves the new output beside the expected one, as NAME.new, to be read and promoted."""
+
+import json
+import os
+import pathlib
+
+import pytest
+from psf_harness import ROOT, psf
+
+CASES = pathlib.Path(ROOT) / "tests" / "cases"
+NAMES = sorted(os.listdir(CASES))
+
+
+def compare(path, new):
+    promoted = path.with_name(path.name + ".new")
+    if path.exists() and path.read_bytes() == new:
+        promoted.unlink(missing_ok=True)
+        return
+    promoted.write_bytes(new)
+    pytest.fail(f"{path} differs from {promoted}")
+
+
+def outcome(file):
+    """What loading and generating give: the document as readable JSON, the C file, the two statuses."""
+    loaded = psf("show", "--json", file)
+    document = json.loads(loaded.out)
+    generated = psf("generate", file)
+    readable = json.dumps(document, indent=2, ensure_ascii=False) + "\n"
+    return readable.encode(), generated.out, f"load {loaded.status}\ngenerate {generated.status}\n".encode()
+
+
+@pytest.mark.parametrize("name", NAMES)
+def test_case(name):
+    readable, code, status = outcome(CASES / name / "in.PSF")
+    compare(CASES / name / "loaded.json", readable)
+    compare(CASES / name / "out.c", code)
+    compare(CASES / name / "status", status)
+
+
+@pytest.mark.parametrize("name", NAMES)
+def test_case_with_a_lone_carriage_return_as_line_end(name, tmp_path):
+    """CR and CR LF are the same to the reader. Only a line that begins with a lone LF would be taken for CR LF."""
+    content = (CASES / name / "in.PSF").read_bytes()
+    if b"\r\n\n" in content:
+        pytest.skip("an LF stands at the beginning of a line")
+    (tmp_path / "in.PSF").write_bytes(content.replace(b"\r\n", b"\r"))
+    assert outcome(tmp_path / "in.PSF") == outcome(CASES / name / "in.PSF")
+
+
+def test_there_are_cases():
+    assert len(NAMES) >= 15

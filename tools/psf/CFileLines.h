@@ -1,0 +1,55 @@
+// The lines of the generated C file and what the user wrote in them, known from generating it once more.
+// Compilers do not agree on what a line is: to gcc and clang a lone CR ends one, to others it is a blank.
+#pragma once
+
+#include "document/CCodeGenerator.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessaly::psf {
+
+// Which characters end a line: LF and CR LF always do.
+enum class LineCounting { LoneCrEndsLine, LoneCrIsBlank };
+
+// A line of the text of a member of the document, counted from 1 as a text editor counts, to which LF, CR LF and
+// CR each end a line.
+struct MemberLine {
+    CCodeOrigin origin; // never the frame
+    std::size_t line = 0;
+};
+
+class CFileLines {
+public:
+    // Keeps the text that is generated, but not the document.
+    explicit CFileLines(const VornSrcObj& document);
+
+    // What stands in line `line` of the C file, counted from 1. No value for a line of the frame and for one that
+    // does not exist. A line that holds several lines of a member gives the first of them.
+    std::optional<MemberLine> Find(std::size_t line, LineCounting counting) const;
+
+    // The text of a line with its end, in UTF-8; "" for one that does not exist.
+    std::string_view Text(std::size_t line, LineCounting counting) const;
+
+private:
+    class Recorder;
+    struct Piece {
+        std::size_t begin = 0;
+        std::size_t end = 0;
+        CCodeOrigin origin;
+    };
+
+    void FindLineStarts();
+    const std::vector<std::size_t>& Starts(LineCounting counting) const;
+    std::size_t EditorLine(std::size_t position) const;
+
+    std::string mText;
+    std::vector<Piece> mMembers;               // in their order in the file
+    std::vector<std::size_t> mStarts;          // where lines begin when a lone CR ends one
+    std::vector<std::size_t> mStartsWithoutCr; // and when it does not
+};
+
+} // namespace tessaly::psf

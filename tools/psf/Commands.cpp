@@ -1,0 +1,212 @@
+// One function a command. A file is written only when everything before went well.
+#include "tools/psf/Commands.h"
+
+#include "document/NewFunction.h"
+#include "platform/Utf8.h"
+#include "platform/posix/AtomicFile.h"
+#include "tools/psf/Members.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <nlohmann/json.hpp>
+
+namespace tessaly::psf {
+
+namespace {
+
+std::string ReadStandardInput() {
+    std::string text;
+    char piece[65536];
+    std::size_t count = 0;
+    while ((count = std::fread(piece, 1, sizeof piece, stdin)) > 0) {
+        text.append(piece, count);
+    }
+    return text;
+}
+
+int UnknownMember(const std::string& file, const std::string& member) {
+    PrintError(file + ": there is no member \"" + member + "\"");
+    return ExitStatus(Status::NotFound);
+}
+
+// Collects the generated C file in the code page.
+class EncodingSink final : public CCodeSink {
+public:
+    explicit EncodingSink(const CodePage& codePage) : mCodePage(codePage) {}
+    void Write(std::string_view text, CCodeOrigin) override { mCodePage.AppendEncoded(text, bytes); }
+    std::string bytes;
+
+private:
+    const CodePage& mCodePage;
+};
+
+} // namespace
+
+int New(Session& session, const std::string& file, bool force) {
+    const VornSrcObj document = session.NewDocument();
+    if (force) {
+        return ExitStatus(Save(document, file));
+    }
+    const int error = ReplaceFile(file, Existing::Keep,
+                                  [&](const std::string& path) { return document.SaveFile(path) == Status::Done; });
+    if (error == EEXIST) {
+        PrintError(file + ": exists already; --force replaces it");
+        return WrongUsage;
+    }
+    if (error != 0) {
+        PrintError(file + ": cannot be written: " + std::strerror(error));
+        return ExitStatus(Status::UnexpectedError);
+    }
+    return Success;
+}
+
+int ShowList(Session& session, const std::string& file) {
+    VornSrcObj document = session.NewDocument();
+    const Status status = Load(document, file);
+    if (status == Status::Done) {
+        for (const CCodeOrigin& member : AllMembers(document)) {
+            Print(MemberName(document, member) + "\n");
+        }
+    }
+    return ExitStatus(status);
+}
+
+int ShowMember(Session& session, const std::string& file, const std::string& member) {
+    VornSrcObj document = session.NewDocument();
+    if (const Status status = Load(document, file); status != Status::Done) {
+        return ExitStatus(status);
+    }
+    const auto found = FindMember(document, member);
+    if (!found) {
+        return UnknownMember(file, member);
+    }
+    Print(MemberText(document, *found));
+    return Success;
+}
+
+int ShowJson(Session& session, const std::string& file) {
+    VornSrcObj document = session.NewDocument();
+    const Status status = Load(document, file);
+    nlohmann::ordered_json functions = nlohmann::ordered_json::array();
+    for (std::int32_t i = 0; i < document.GetFunctionCount(); ++i) {
+        functions.push_back({{"name", document.Functions().NameAt(i)},
+                             {"prototype", document.Functions().PrototypeAt(i)},
+                             {"code", document.Functions().CodeAt(i)}});
+    }
+    nlohmann::ordered_json events = nlohmann::ordered_json::object();
+    for (std::int32_t i = 0; i < EventCount; ++i) {
+        events[std::string(EventTable[static_cast<std::size_t>(i)].name)] = document.EventCodeAt(i);
+    }
+    nlohmann::ordered_json json;
+    json["status"] = static_cast<std::int32_t>(status);
+    json["references"] = document.VarCode();
+    json["functions"] = std::move(functions);
+    json["events"] = std::move(events);
+    Print(json.dump() + "\n");
+    return ExitStatus(status);
+}
+
+int Set(Session& session, const std::string& file, const std::string& member) {
+    VornSrcObj document = session.NewDocument();
+    if (const Status status = Load(document, file); status != Status::Done) {
+        return ExitStatus(status);
+    }
+    const auto found = FindMember(document, member);
+    if (!found) {
+        return UnknownMember(file, member);
+    }
+    const std::string text = ReadStandardInput();
+    if (std::ferror(stdin) != 0) {
+        PrintError("standard input cannot be read");
+        return WrongUsage;
+    }
+    if (!IsUtf8(text)) {
+        PrintError("standard input is not UTF-8");
+        return WrongUsage;
+    }
+    if (const Status status = UpdateMember(document, *found, text); status != Status::Done) {
+        PrintError(file + ": the text of \"" + member + "\" cannot be replaced");
+        return ExitStatus(status);
+    }
+    return ExitStatus(Save(document, file));
+}
+
+int Add(Session& session, const std::string& file, const std::string& name) {
+    switch (name.empty() ? NameCheck::BadCharacter : CheckFunctionName(name)) {
+    case NameCheck::BeginsWithDigit:
+        PrintError("\"" + name +
+                   "\": Function names cannot have a number for the first character! Function add aborted!");
+        return WrongUsage;
+    case NameCheck::BadCharacter:
+        PrintError("\"" + name + "\": Function names must only contain letters or numbers! Function add aborted!");
+        return WrongUsage;
+    case NameCheck::Accepted:
+        break;
+    }
+    VornSrcObj document = session.NewDocument();
+    if (const Status status = Load(document, file); status != Status::Done) {
+        return ExitStatus(status);
+    }
+    const Status status = document.AddFunction(name, "", NewFunctionText(name));
+    if (status == Status::NameCollision) {
+        PrintError(file + ": \"" + name + "\" collides with the function \"" +
+                   std::string(document.Functions().FindCollision(name).value_or("")) +
+                   "\", whose name begins with it");
+        return ExitStatus(status);
+    }
+    if (status != Status::Done) {
+        PrintError(file + ": \"" + name + "\" cannot be added");
+        return ExitStatus(status);
+    }
+    return ExitStatus(Save(document, file));
+}
+
+int Delete(Session& session, const std::string& file, const std::string& name) {
+    VornSrcObj document = session.NewDocument();
+    if (const Status status = Load(document, file); status != Status::Done) {
+        return ExitStatus(status);
+    }
+    if (const Status status = document.DeleteFunction(name); status != Status::Done) {
+        PrintError(file + ": there is no function \"" + name + "\"");
+        return ExitStatus(status);
+    }
+    return ExitStatus(Save(document, file));
+}
+
+int Resave(Session& session, const std::string& input, const std::string& output) {
+    VornSrcObj document = session.NewDocument();
+    if (const Status status = Load(document, input); status != Status::Done) {
+        return ExitStatus(status);
+    }
+    return ExitStatus(Save(document, output));
+}
+
+int Generate(Session& session, const std::string& file, const std::string& output) {
+    VornSrcObj document = session.NewDocument();
+    if (const Status status = Load(document, file); status != Status::Done) {
+        return ExitStatus(status);
+    }
+    EncodingSink sink(*session.codePage);
+    if (const Status status = document.BuildCCode(sink); status != Status::Done) {
+        PrintError(file + ": C code cannot be generated: the code of a function begins with \"{\"");
+        return ExitStatus(status);
+    }
+    if (output.empty()) {
+        Print(sink.bytes);
+        return Success;
+    }
+    Status status = Status::Done;
+    const int error = ReplaceFile(output, Existing::Replace, [&](const std::string& path) {
+        status = document.BuildCCodeFile(path);
+        return status == Status::Done;
+    });
+    if (error != 0) {
+        PrintError(output +
+                   ": cannot be written: " + (error == ECANCELED ? "the disk may be full" : std::strerror(error)));
+        return ExitStatus(Status::GenerationFailed);
+    }
+    return Success;
+}
+
+} // namespace tessaly::psf

@@ -1,0 +1,34 @@
+// The ways in which a tool may spell the path of one file, and where one of them ends in a line of text.
+// Paths are compared as text: the file need not exist, and links are not followed.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessaly::psf {
+
+class FileSpellings {
+public:
+    // A relative `path` is one of the current folder. A path that begins with a drive letter, ":" and a slash or
+    // backslash is one of Windows, where both separate. An empty path is spelled in no way.
+    explicit FileSpellings(const std::string& path);
+
+    // What all spellings end with.
+    const std::string& BaseName() const { return mBaseName; }
+
+    // Where the longest spelling begins that ends at `end` in `line`; no value when there is none. A spelling is
+    // the path as given, its normal form, a relative path that this ends with, or a path whose normal form is one
+    // of these; in front of it stands the line's beginning, a blank, a colon or an opening parenthesis.
+    std::optional<std::size_t> FindBegin(std::string_view line, std::size_t end) const;
+
+private:
+    bool IsSpelling(std::string_view path) const;
+
+    std::string mBaseName;
+    std::vector<std::string> mSpellings; // the longest first
+};
+
+} // namespace tessaly::psf

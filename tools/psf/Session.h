@@ -1,0 +1,43 @@
+// What every command of psf needs: the files, the code page, and the one way to complain.
+#pragma once
+
+#include "document/VornSrcObj.h"
+#include "platform/CodePage.h"
+#include "platform/posix/PosixFiles.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tessaly::psf {
+
+// Exit statuses beside the document's own status codes.
+inline constexpr int Success = 0;
+inline constexpr int WarningsFound = 1;
+inline constexpr int WrongUsage = 64;       // also a bad name, and standard input that is not UTF-8
+inline constexpr int OutputFailed = 74;     // standard output cannot be written
+inline constexpr int CompilerMissing = 127; // as a shell has it for a command that it cannot find
+
+struct Session {
+    PosixFiles files;
+    std::unique_ptr<CodePage> codePage;
+
+    VornSrcObj NewDocument() { return VornSrcObj(files, *codePage); }
+};
+
+// A status code as exit status: what does not fit into 8 bits is cut, so 65535 shows as 255.
+int ExitStatus(Status status);
+
+// Prints "psf: " and `message` on standard error, as one line.
+void PrintError(std::string_view message);
+
+// Writes `bytes` to standard output as they are.
+void Print(std::string_view bytes);
+
+// Loads `file`; on failure says so, and why as far as that can be told.
+Status Load(VornSrcObj& document, const std::string& file);
+
+// Saves `document` as `file`, which is replaced as a whole or not at all; says so when it fails.
+Status Save(const VornSrcObj& document, const std::string& file);
+
+} // namespace tessaly::psf
