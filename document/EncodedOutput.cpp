@@ -8,8 +8,8 @@ namespace tessaly {
 
 namespace {
 
-constexpr std::size_t FlushSize = 256 * 1024;
-constexpr std::size_t SliceSize = 64 * 1024;
+constexpr std::size_t FlushSize = std::size_t{256} * 1024;
+constexpr std::size_t SliceSize = std::size_t{64} * 1024;
 
 // The length of the next slice of `text`, which must not end inside a character.
 std::size_t NextSlice(std::string_view text) {

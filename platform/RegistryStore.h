@@ -4,11 +4,11 @@
 
 #include "platform/Registry.h"
 
-#include <compare>
 #include <cstddef>
 #include <map>
 #include <memory>
 #include <string>
+#include <tuple>
 
 namespace tessaly {
 
@@ -49,7 +49,7 @@ private:
     struct Place {
         std::uint32_t root = 0;
         std::string path;
-        auto operator<=>(const Place&) const = default;
+        bool operator<(const Place& other) const { return std::tie(root, path) < std::tie(other.root, other.path); }
     };
     using Values = std::map<std::string, Value, std::less<>>; // by folded name
 

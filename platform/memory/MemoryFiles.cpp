@@ -3,12 +3,13 @@
 
 #include <algorithm>
 #include <system_error>
+#include <utility>
 
 namespace tessaly {
 
 class MemoryInputFile final : public InputFile {
 public:
-    MemoryInputFile(MemoryFiles& files, const std::string& content) : mFiles(files), mContent(content) {
+    MemoryInputFile(MemoryFiles& files, std::string content) : mFiles(files), mContent(std::move(content)) {
         ++mFiles.mOpenCount;
     }
     MemoryInputFile(const MemoryInputFile&) = delete;

@@ -26,7 +26,7 @@ public:
         }
     }
 
-    bool IsOpen() const { return mHandle != reinterpret_cast<iconv_t>(-1); }
+    bool IsOpen() const { return mHandle != reinterpret_cast<iconv_t>(-1); } // NOLINT(performance-no-int-to-ptr): as POSIX has it
 
     // Converts as much of `input` as it can and appends the result; takes from `input` what it converted.
     // What is left begins with something that cannot be converted.
@@ -123,7 +123,7 @@ bool HasAsciiHalf(const Converter& toUtf8) {
 // True when some byte is the beginning of a longer character: iconv then asks for more input.
 bool IsMultiByte(const std::string& name) {
     for (unsigned byte = 0x80; byte <= 0xFF; ++byte) {
-        const iconv_t handle = iconv_open("UTF-8", name.c_str());
+        iconv_t handle = iconv_open("UTF-8", name.c_str());
         char raw = static_cast<char>(byte);
         char* from = &raw;
         std::size_t left = 1;

@@ -8,7 +8,7 @@
 #include <csignal>
 #include <cstddef>
 #include <fcntl.h>
-#include <limits.h>
+#include <climits>
 #include <poll.h>
 #include <spawn.h>
 #include <sys/ioctl.h>
@@ -148,7 +148,7 @@ private:
 
 // Reads once, at most `size` bytes, and passes on what came. 0 at the end.
 std::size_t ReadPiece(int pipe, std::size_t size, const std::function<void(std::string_view)>& onOutput) {
-    std::array<char, 16 * 1024> buffer;
+    std::array<char, 16384> buffer;
     ssize_t count = -1;
     do {
         count = ::read(pipe, buffer.data(), std::min(size, buffer.size()));

@@ -18,7 +18,7 @@ namespace {
 constexpr std::string_view PathInFolder = "/tessaly/settings.reg";
 
 // No settings need more, and a device file would never end.
-constexpr std::size_t LargestFile = 16 * 1024 * 1024;
+constexpr std::size_t LargestFile = std::size_t{16} * 1024 * 1024;
 
 // "" for a variable that is not set: these variables count only when they are not empty.
 std::string Variable(const Environment& environment, const std::string& name) {
@@ -47,7 +47,7 @@ std::string HomeFolder(const Environment& environment) {
 std::string ReadWhole(SequentialFiles& files, const std::string& path) {
     const std::unique_ptr<InputFile> file = files.OpenForInput(path);
     std::string bytes;
-    std::string buffer(64 * 1024, '\0');
+    std::string buffer(65536, '\0');
     while (const std::size_t count = file->Read(buffer.data(), buffer.size())) {
         bytes.append(buffer, 0, count);
         if (bytes.size() > LargestFile) {

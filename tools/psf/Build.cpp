@@ -9,6 +9,7 @@
 #include "platform/posix/SettingsFile.h"
 #include "tools/psf/DiagnosticMap.h"
 
+#include <csignal>
 #include <cstring>
 
 namespace tessaly::psf {
@@ -24,7 +25,7 @@ CompilerSettings ReadCompilerSettings(SequentialFiles& files) {
     RegistryStore registry;
     if (const auto path = FindSettingsFile(ProcessEnvironment)) {
         for (const RegistryTextError& error : ReadSettingsFile(files, *path, registry)) {
-            PrintError(*path + ":" + std::to_string(error.line) + ": " + error.text);
+            PrintError(ErrorText(*path, error));
         }
     }
     return {ReadRegValue(registry, Registry::LocalMachine, SettingsKey, CompBatSetting),
@@ -33,6 +34,7 @@ CompilerSettings ReadCompilerSettings(SequentialFiles& files) {
 
 // Runs the compiler and prints what it wrote, mapped.
 int Compile(const std::vector<std::string>& arguments, const DiagnosticMap& map) {
+    std::signal(SIGCHLD, SIG_DFL); // a parent that ignored it would leave us nothing to wait for
     std::string output;
     const ProcessResult result = RunProcess(arguments, [&output](std::string_view piece) { output += piece; });
     Print(map.Rewrite(output));
