@@ -27,7 +27,7 @@ static void write_help(void) {
          "  --realtime  wait until the time of each event and timer has come\n"
          "  --help      show this text\n"
          "\n"
-         "Events, one on each line; (SECONDS.MICROSECONDS) in front sets the time:\n"
+         "Events, one on each line; (SECONDS.FRACTION) in front sets the time:\n"
          "  start | stop | trigger | key CHARACTER | timer ID | error CHANNEL TYPE\n"
          "  serial HEX HEX ... | msg TEXT | can0 123#DEADBEEF (as candump -L writes it)\n"
          "Time moves, and timers fire, only when an event has a later time than the last.");

@@ -34,16 +34,21 @@ static char* read_number(char* text, uint64_t limit, uint64_t* number) {
     return text;
 }
 
-/* Reads "(SECONDS.MICROSECONDS)" and returns what follows, or null. Exactly six digits behind the point: readers of
- * the log format disagree whether .5 is half a second or 5 microseconds. */
+/* Reads "(SECONDS)" or "(SECONDS.FRACTION)" and returns what follows, or null. A log has six digits behind the point;
+ * what is typed may have fewer, and .5 is half a second. */
 static char* read_stamp(char* text, KitEvent* event) {
     uint64_t seconds = 0;
     uint64_t fraction = 0;
-    char* point = read_number(text + 1, 999999999999, &seconds);
-    if (point == NULL || *point != '.')
-        return NULL;
-    char* end = read_number(point + 1, 999999, &fraction);
-    if (end == NULL || end - point != 7 || *end != ')')
+    char* end = read_number(text + 1, 999999999999, &seconds);
+    if (end != NULL && *end == '.') {
+        char* digits = end + 1;
+        end = read_number(digits, 999999, &fraction);
+        if (end == NULL || end - digits > 6)
+            return NULL;
+        for (long missing = 6 - (end - digits); missing > 0; --missing)
+            fraction *= 10;
+    }
+    if (end == NULL || *end != ')')
         return NULL;
     event->has_stamp = true;
     event->stamp = (int64_t)(seconds * 1000000 + fraction);
@@ -178,7 +183,7 @@ const char* kit_script_parse(char* line, size_t length, KitEvent* event) {
     if (*text == '(') {
         text = read_stamp(text, event);
         if (text == NULL)
-            return "a time is (SECONDS.MICROSECONDS) with six digits behind the point";
+            return "a time is (SECONDS) or (SECONDS.FRACTION) with at most six digits behind the point";
         text = skip_blanks(text);
     }
     return parse_event(text, event);

@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <climits>
 #include <csignal>
 #include <cstddef>
 #include <fcntl.h>
-#include <climits>
 #include <poll.h>
 #include <spawn.h>
 #include <sys/ioctl.h>

@@ -85,6 +85,11 @@ def test_line(echo, line, output):
     assert play(echo, line.encode("latin-1")) == (output, "")
 
 
+@pytest.mark.parametrize("stamp, milliseconds", [("(11)", 1000), ("(10.5)", 500), ("(10.050000)", 50), ("(10.000999)", 0)])
+def test_a_time_may_have_fewer_than_six_digits(echo, stamp, milliseconds):
+    assert play(echo, f"(10) timer 1\n{stamp} trigger\n".encode()) == (f"timer 1\ntrigger {milliseconds}\n", "")
+
+
 MALFORMED = [
     b"begin", b"START", b"starter", b"start now", b"stop 1", b"trigger x",
     b"key", b"key ", b"key ab", b"key a ", b"key \xff", b"key \xc3", b"msg \xed\xa0\x80", b"msg \xc0\x80",
@@ -92,7 +97,7 @@ MALFORMED = [
     b"error", b"error 1", b"error 256 0", b"error 0 256", b"error 1 2 3", b"error 1,2", b"error 1 x",
     b"serial", b"serial 1", b"serial 123", b"serial 0102", b"serial 0g", b"serial g0", b"serial 01,02",
     b"serial" + b" 00" * 65536,
-    b"(1.000000)", b"(1) start", b"(1.5) start", b"(1.0000000) start", b"(-1.000000) start", b"(1.000000 start",
+    b"(1.000000)", b"(1.) start", b"(1,5) start", b"(1.0000000) start", b"(-1.000000) start", b"(1.000000 start",
     b"(1000000000000.000000) start", b"() start", b"(.000000) start", b"(1.000000) (1.000000) start",
     b"can 123#00", b"can256 123#00", b"can99999999999999999999 123#00", b"0x 123#00", b"can0", b"can0 #", b"can0 123",
     b"can0 12#00", b"can0 1234#00", b"can0 12G#00", b"can0 800#00", b"can0 20000000#00", b"can0 123456789#00",
