@@ -16,7 +16,8 @@ public:
 
     // A whole number: its decimal digits, with "-" when negative and no blank in front.
     template <std::integral Number>
-    TextValue(Number number) : mText(std::to_string(number)) {}
+    requires(!std::same_as<Number, bool> && !std::same_as<Number, char>) TextValue(Number number)
+        : mText(std::to_string(number)) {}
 
     // A floating-point number: at most 15 significant digits, "." as the decimal point.
     TextValue(double number);

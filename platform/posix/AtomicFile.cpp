@@ -27,6 +27,12 @@ fs::path Target(const std::string& path) {
     return target;
 }
 
+// Whether `path` is there and nothing that could be replaced: a device, a pipe, a socket.
+bool IsDevice(const std::string& path) {
+    struct stat found = {};
+    return stat(path.c_str(), &found) == 0 && !S_ISREG(found.st_mode) && !S_ISDIR(found.st_mode);
+}
+
 // A file that is gone again unless it was renamed.
 class TemporaryFile {
 public:
@@ -103,9 +109,6 @@ int Replace(const fs::path& target, Existing existing, const std::function<bool(
     if (exists && S_ISDIR(old.st_mode)) {
         return EISDIR;
     }
-    if (exists && !S_ISREG(old.st_mode)) {
-        return write(target.string()) ? 0 : ECANCELED;
-    }
     const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
     TemporaryFile temporary(folder);
     if (temporary.Error() != 0) {
@@ -131,6 +134,10 @@ int Replace(const fs::path& target, Existing existing, const std::function<bool(
 
 int ReplaceFile(const std::string& path, Existing existing, const std::function<bool(const std::string&)>& write) {
     try {
+        // The link of /dev/stdout leads to a name that only the kernel understands, so this comes before following it.
+        if (existing == Existing::Replace && IsDevice(path)) {
+            return write(path) ? 0 : ECANCELED;
+        }
         return Replace(Target(path), existing, write);
     } catch (const std::system_error& error) { // of std::filesystem: links that cannot be followed
         return error.code().value();

@@ -27,8 +27,9 @@ public:
     }
 
     bool IsOpen() const {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): POSIX gives an invalid descriptor as this cast
         return mHandle != reinterpret_cast<iconv_t>(-1);
-    } // NOLINT(performance-no-int-to-ptr): as POSIX has it
+    }
 
     // Converts as much of `input` as it can and appends the result; takes from `input` what it converted.
     // What is left begins with something that cannot be converted.

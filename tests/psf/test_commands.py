@@ -347,3 +347,31 @@ def test_file_names_with_blanks_umlauts_and_brackets_are_taken_as_they_are(tmp_p
         assert psf("check", path).status == 0, name
         assert psf("show", "--", name, cwd=tmp_path).status == 0
         assert psf("check", "--", name, cwd=tmp_path).status == 0, name
+
+
+def test_a_link_to_a_file_that_is_not_there_yet_makes_that_file(tmp_path):
+    link = tmp_path / "link.PSF"
+    link.symlink_to("target.PSF")
+    assert psf("new", "--force", link).status == 0
+    assert link.is_symlink()
+    assert shown(tmp_path / "target.PSF")["status"] == 0
+
+
+def test_a_link_to_itself_and_a_folder_are_refused(tmp_path):
+    link = tmp_path / "loop.PSF"
+    link.symlink_to("loop.PSF")
+    assert psf("new", "--force", link).status == 255
+    assert link.is_symlink()
+    assert psf("new", "--force", tmp_path).status == 255
+
+
+def test_a_device_is_written_in_place(file):
+    assert psf("generate", file, "-o", "/dev/stdout").out == psf("generate", file).out
+
+
+def test_a_file_keeps_its_owner_where_that_is_allowed(file):
+    if os.geteuid() != 0:
+        pytest.skip("only root can give files away")
+    os.chown(file, 12345, 23456)
+    assert psf("set", file, "references", stdin=b"x").status == 0
+    assert (os.stat(file).st_uid, os.stat(file).st_gid) == (12345, 23456)

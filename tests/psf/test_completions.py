@@ -1,0 +1,52 @@
+"""The completions, asked the way a shell asks them."""
+
+import os
+import subprocess
+
+import pytest
+from psf_harness import PSF, ROOT, source
+
+FOLDER = f"{ROOT}/tools/psf/completions"
+COMMANDS = {"new", "show", "set", "add", "delete", "resave", "generate", "check", "build"}
+
+
+@pytest.fixture
+def folder(tmp_path):
+    (tmp_path / "Main.PSF").write_bytes(source([("Blink", "void Blink()\r\n{\r\n}")]))
+    (tmp_path / "notes.txt").write_text("")
+    return tmp_path
+
+
+def run(shell, script, folder):
+    env = {**os.environ, "PATH": f"{os.path.dirname(PSF)}:{os.environ['PATH']}", "HOME": str(folder)}
+    done = subprocess.run([shell, "-c", script], capture_output=True, cwd=folder, env=env, timeout=60)
+    assert done.stderr == b"", done.stderr
+    return set(done.stdout.decode().splitlines())
+
+
+def bash(folder, *words):
+    quoted = " ".join(f"'{word}'" for word in words)
+    return run("bash", f"source {FOLDER}/psf.bash; COMP_WORDS=({quoted}); COMP_CWORD={len(words) - 1}; _psf; printf '%s\\n' \"${{COMPREPLY[@]}}\"", folder)
+
+
+def fish(folder, line):
+    return {answer.split("\t")[0] for answer in run("fish", f"source {FOLDER}/psf.fish; complete -C '{line}'", folder)}
+
+
+def test_bash_completes_commands_files_members_and_functions(folder):
+    assert COMMANDS <= bash(folder, "psf", "")
+    assert bash(folder, "psf", "sh") == {"show"}
+    assert bash(folder, "psf", "show", "") == {"Main.PSF"}
+    assert {"references", "functions/Blink", "events/OnMsg"} <= bash(folder, "psf", "show", "Main.PSF", "")
+    assert bash(folder, "psf", "set", "Main.PSF", "events/OnK") == {"events/OnKey"}
+    assert bash(folder, "psf", "delete", "Main.PSF", "") == {"Blink"}
+    assert "--json" in bash(folder, "psf", "show", "--")
+    assert bash(folder, "psf", "--codepage", "1251", "show", "Main.PSF", "functions/") == {"functions/Blink"}
+
+
+def test_fish_completes_commands_files_members_and_functions(folder):
+    assert COMMANDS <= fish(folder, "psf ")
+    assert "Main.PSF" in fish(folder, "psf show ")
+    assert {"references", "functions/Blink", "events/OnMsg"} <= fish(folder, "psf show Main.PSF ")
+    assert fish(folder, "psf delete Main.PSF ") == {"Blink"}
+    assert "--json" in fish(folder, "psf show --")
