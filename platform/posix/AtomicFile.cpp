@@ -106,8 +106,8 @@ int Replace(const fs::path& target, Existing existing, const std::function<bool(
     if (exists && existing == Existing::Keep) {
         return EEXIST;
     }
-    if (exists && S_ISDIR(old.st_mode)) {
-        return EISDIR;
+    if (exists && !S_ISREG(old.st_mode)) {
+        return S_ISDIR(old.st_mode) ? EISDIR : ELOOP; // a link that is left after following so many
     }
     const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
     TemporaryFile temporary(folder);
