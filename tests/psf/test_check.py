@@ -190,6 +190,11 @@ def test_a_file_that_breaks_off_in_an_event(tmp_path):
     has(found, content.count(b"\r\n"), "events/OnStart", "never stored")
 
 
+def test_a_file_whose_last_text_is_not_followed_by_the_end_tag(tmp_path):
+    content = source(end="[OnMsg]")
+    only(warnings(tmp_path, content, status=2), line_of(content, b"[OnMsg]", content.index(b"FuncBody=void OnMsg")), "events/OnMsg", "[EndPSF]")
+
+
 def test_a_file_without_its_first_tags(tmp_path):
     found = warnings(tmp_path, b"just text\r\nand more\r\n", status=2)
     has(found, 2, "references", "[GVars]")

@@ -1,6 +1,7 @@
 // One function a command. A file is written only when everything before went well.
 #include "tools/psf/Commands.h"
 
+#include "document/EncodedOutput.h"
 #include "document/NewFunction.h"
 #include "platform/Utf8.h"
 #include "platform/posix/AtomicFile.h"
@@ -30,15 +31,16 @@ int UnknownMember(const std::string& file, const std::string& member) {
     return ExitStatus(Status::NotFound);
 }
 
-// Collects the generated C file in the code page.
-class EncodingSink final : public CCodeSink {
+// Takes a generation that is made only to see whether it succeeds.
+class Discard final : public CCodeSink {
 public:
-    explicit EncodingSink(const CodePage& codePage) : mCodePage(codePage) {}
-    void Write(std::string_view text, CCodeOrigin) override { mCodePage.AppendEncoded(text, bytes); }
-    std::string bytes;
+    void Write(std::string_view, CCodeOrigin) override {}
+};
 
-private:
-    const CodePage& mCodePage;
+class StandardOutput final : public OutputFile {
+public:
+    void Write(std::string_view bytes) override { Print(bytes); }
+    void Close() override {}
 };
 
 } // namespace
@@ -182,27 +184,30 @@ int Resave(Session& session, const std::string& input, const std::string& output
     return ExitStatus(Save(document, output));
 }
 
-int Generate(Session& session, const std::string& file, const std::string& output) {
+int Generate(Session& session, const std::string& file, const std::optional<std::string>& output) {
     VornSrcObj document = session.NewDocument();
     if (const Status status = Load(document, file); status != Status::Done) {
         return ExitStatus(status);
     }
-    EncodingSink sink(*session.codePage);
-    if (const Status status = document.BuildCCode(sink); status != Status::Done) {
+    Discard discard;
+    if (const Status status = document.BuildCCode(discard); status != Status::Done) {
         PrintError(file + ": C code cannot be generated: the code of a function begins with \"{\"");
         return ExitStatus(status);
     }
-    if (output.empty()) {
-        Print(sink.bytes);
+    if (!output) {
+        EncodedOutput encoded(std::make_unique<StandardOutput>(), *session.codePage);
+        CCodeFileSink sink(encoded);
+        document.BuildCCode(sink);
+        encoded.Close();
         return Success;
     }
     Status status = Status::Done;
-    const int error = ReplaceFile(output, Existing::Replace, [&](const std::string& path) {
+    const int error = ReplaceFile(*output, Existing::Replace, [&](const std::string& path) {
         status = document.BuildCCodeFile(path);
         return status == Status::Done;
     });
     if (error != 0) {
-        PrintError(output +
+        PrintError(*output +
                    ": cannot be written: " + (error == ECANCELED ? "the disk may be full" : std::strerror(error)));
         return ExitStatus(Status::GenerationFailed);
     }

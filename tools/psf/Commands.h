@@ -3,6 +3,7 @@
 
 #include "tools/psf/Session.h"
 
+#include <optional>
 #include <string>
 
 namespace tessaly::psf {
@@ -16,7 +17,7 @@ int Add(Session& session, const std::string& file, const std::string& name);
 int Delete(Session& session, const std::string& file, const std::string& name);
 int Resave(Session& session, const std::string& input, const std::string& output);
 
-// An empty `output` is standard output.
-int Generate(Session& session, const std::string& file, const std::string& output);
+// Without `output` the C file goes to standard output.
+int Generate(Session& session, const std::string& file, const std::optional<std::string>& output);
 
 } // namespace tessaly::psf

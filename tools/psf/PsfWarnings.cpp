@@ -259,6 +259,9 @@ void PsfWarnings::CheckEvents(std::uint64_t lastLine) {
                                         : "never stored; it keeps its default text");
         }
     }
+    if (!mEnd && mStored.back()) {
+        Warn(lastLine, EventMember(OnMsgIndex), "its text is not followed by \"[EndPSF]\"");
+    }
 }
 
 void PsfWarnings::CheckFunctions() {

@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <exception>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,7 +22,8 @@ struct CommandLine {
     CLI::App app{"Works on program source files (PSF) without a window.", "psf"};
     std::string codePage;
     std::string file;
-    std::string second; // member, name or output file
+    std::string second; // member, name or second file
+    std::optional<std::string> output;
     std::vector<std::string> files;
     const CLI::Option* hasSecond = nullptr; // an empty name is a name, too
     bool force = false;
@@ -89,9 +91,9 @@ struct CommandLine {
 
     void AddCodeCommands() {
         CLI::App* generate = Command("generate", "Write the generated C file",
-                                     [this](Session& session) { return Generate(session, file, second); });
+                                     [this](Session& session) { return Generate(session, file, output); });
         AddFile(generate);
-        generate->add_option("-o,--output", second, "The C file; without it, standard output")->type_name("OUT");
+        generate->add_option("-o,--output", output, "The C file; without it, standard output")->type_name("OUT");
 
         CLI::App* check = Command("check", "Report what a load loses or changes", [this](Session& session) {
             int worst = Success;
