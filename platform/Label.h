@@ -1,0 +1,17 @@
+// A text that the user cannot change.
+#pragma once
+
+#include "platform/Control.h"
+
+#include <string>
+#include <string_view>
+
+namespace tessaly {
+
+class Label : public Control {
+public:
+    virtual std::string Caption() const = 0;
+    virtual void SetCaption(std::string_view caption) = 0;
+};
+
+} // namespace tessaly

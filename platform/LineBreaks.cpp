@@ -1,0 +1,64 @@
+// One kind of break is remembered for each LF shown; an edit replaces those of the stretch that differs.
+#include "platform/LineBreaks.h"
+
+#include <algorithm>
+
+namespace tessaly {
+
+namespace {
+
+std::size_t CountBreaks(std::string_view text) {
+    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+}
+
+} // namespace
+
+void LineBreaks::Set(std::string_view text) {
+    mShown.clear();
+    mBreaks.clear();
+    mShown.reserve(text.size());
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = std::min(text.find_first_of("\r\n", start), text.size());
+        mShown.append(text.substr(start, end - start));
+        start = end;
+        if (end < text.size()) {
+            const bool crLf = text.substr(end, 2) == "\r\n";
+            mBreaks.push_back(crLf ? Break::CrLf : text[end] == '\n' ? Break::Lf : Break::Cr);
+            mShown += '\n';
+            start += crLf ? 2 : 1;
+        }
+    }
+}
+
+void LineBreaks::Edit(std::string_view shown) {
+    const std::string_view before = mShown;
+    const std::size_t shorter = std::min(before.size(), shown.size());
+    const auto front = static_cast<std::size_t>(
+        std::mismatch(before.begin(), before.begin() + static_cast<std::ptrdiff_t>(shorter), shown.begin()).first -
+        before.begin());
+    std::size_t back = 0;
+    while (back < shorter - front && before[before.size() - 1 - back] == shown[shown.size() - 1 - back]) {
+        ++back;
+    }
+    const std::size_t kept = CountBreaks(before.substr(0, front));
+    const std::size_t removed = CountBreaks(before.substr(front, before.size() - front - back));
+    const std::size_t added = CountBreaks(shown.substr(front, shown.size() - front - back));
+    const auto place = mBreaks.begin() + static_cast<std::ptrdiff_t>(kept);
+    mBreaks.insert(mBreaks.erase(place, place + static_cast<std::ptrdiff_t>(removed)), added, Break::CrLf);
+    mShown = shown;
+}
+
+std::string LineBreaks::Text() const {
+    constexpr std::string_view breaks[] = {"\r\n", "\n", "\r"};
+    std::string text;
+    text.reserve(mShown.size() + mBreaks.size());
+    std::size_t start = 0;
+    for (const Break kind : mBreaks) {
+        const std::size_t end = mShown.find('\n', start);
+        text.append(mShown, start, end - start).append(breaks[static_cast<std::size_t>(kind)]);
+        start = end + 1;
+    }
+    return text.append(mShown, start);
+}
+
+} // namespace tessaly

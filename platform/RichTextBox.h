@@ -1,0 +1,37 @@
+// The editing pane: plain text of any length. Undo, clipboard keys and the caret are its own business.
+#pragma once
+
+#include "platform/Control.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessaly {
+
+// Line breaks: a text comes back exactly as it was put in while the user has not edited it. After an edit every line
+// break that the user did not touch is still the one that was put in, and one that was typed or pasted is CR LF.
+// Every implementation uses LineBreaks for this.
+class RichTextBox : public Control {
+public:
+    // Raised after every change of the text, by the user as well as by SetText, even if that puts in what was there.
+    std::function<void()> onChange;
+
+    std::function<void()> onGotFocus;
+    std::function<void()> onLostFocus;
+
+    // The text, UTF-8. SetText forgets what could be undone and raises onChange.
+    virtual std::string Text() const = 0;
+    virtual void SetText(std::string_view text) = 0;
+
+    // An unavailable pane is shown so that one sees it, takes no input, and refuses the focus. If it has the focus
+    // when it becomes unavailable it keeps it. It is available at first.
+    virtual bool IsAvailable() const = 0;
+    virtual void SetAvailable(bool available) = 0;
+
+    // Where the tab stops are, in twips from the left edge of the text, ascending.
+    virtual void SetTabStops(const std::vector<float>& stops) = 0;
+};
+
+} // namespace tessaly
