@@ -53,7 +53,7 @@ std::optional<std::int64_t> TakeExponent(std::string_view& text) {
     if (digits.empty()) {
         return std::nullopt;
     }
-    constexpr std::int64_t huge = std::int64_t{1} << 60;
+    constexpr std::int64_t huge = std::int64_t{1} << 50;
     std::int64_t exponent = 0;
     for (const char digit : digits) {
         exponent = std::min(exponent * 10 + (digit - '0'), huge);

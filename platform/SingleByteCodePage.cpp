@@ -48,8 +48,7 @@ SingleByteCodePage::SingleByteCodePage(const HighHalf& highHalf) {
         mDecoded[i].length = static_cast<std::uint8_t>(utf8.size());
         mPlaces.push_back({character, static_cast<char>(0x80 + i)});
     }
-    std::stable_sort(mPlaces.begin(), mPlaces.end(),
-                     [](const Place& a, const Place& b) { return a.character < b.character; });
+    std::sort(mPlaces.begin(), mPlaces.end(), [](const Place& a, const Place& b) { return a.character < b.character; });
 }
 
 void SingleByteCodePage::AppendDecoded(std::string_view bytes, std::string& text) const {

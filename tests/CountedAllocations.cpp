@@ -29,6 +29,15 @@ void* operator new(std::size_t size) {
     return memory;
 }
 
+// What std::stable_sort and its like ask for.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    try {
+        return operator new(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
 void operator delete(void* memory) noexcept {
     tessaly::Allocations().live -= malloc_usable_size(memory);
     std::free(memory);
