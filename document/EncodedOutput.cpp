@@ -8,7 +8,7 @@ namespace tessaly {
 
 namespace {
 
-constexpr std::size_t FlushSize = std::size_t{256} * 1024;
+constexpr std::size_t FlushSize = std::size_t{1024} * 1024;
 constexpr std::size_t SliceSize = std::size_t{64} * 1024;
 
 // The length of the next slice of `text`, which must not end inside a character.

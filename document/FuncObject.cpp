@@ -2,15 +2,17 @@
 #include "document/FuncObject.h"
 
 #include "document/CaseFold.h"
+#include "document/NameCollisions.h"
 
 #include <algorithm>
 #include <exception>
+#include <stdexcept>
 #include <utility>
 
 namespace tessaly {
 
 Status FuncObject::Init() {
-    mByFoldedName.clear();
+    mByFoldedName.reset();
     mFunctions.clear();
     return Status::Done;
 }
@@ -30,7 +32,7 @@ Status FuncObject::GetFunctionName(std::int32_t index, std::string& name) const 
 
 Status FuncObject::AddFunction(std::string_view name, std::string_view prototype, std::string_view code) {
     try {
-        return AddFunction(name, SharedText(std::string(prototype)), SharedText(std::string(code)));
+        return AddFunction(name, SharedText(prototype), SharedText(code));
     } catch (const std::exception&) {
         return Status::UnexpectedError;
     }
@@ -39,21 +41,44 @@ Status FuncObject::AddFunction(std::string_view name, std::string_view prototype
 Status FuncObject::AddFunction(std::string_view name, SharedText prototype, SharedText code) {
     try {
         std::string folded = FoldCase(name);
-        if (FindBeginningWith(folded) != mByFoldedName.end()) {
+        Index& index = ByFoldedName();
+        const auto place = index.lower_bound(folded);
+        if (place != index.end() && place->first.starts_with(folded)) {
             return Status::NameCollision;
         }
-        auto function = std::make_unique<Function>(
-            Function{std::string(name), std::move(prototype), std::move(code), mNextSerial++});
+        Function function{mNextSerial, std::string(name), std::move(prototype), std::move(code)};
         // Room first, so that nothing can fail between the two insertions.
         if (mFunctions.size() == mFunctions.capacity()) {
             mFunctions.reserve(mFunctions.size() * 2 + 8);
         }
-        mByFoldedName.emplace(std::move(folded), function.get());
+        index.emplace_hint(place, std::move(folded), mNextSerial++);
         mFunctions.push_back(std::move(function));
         return Status::Done;
     } catch (const std::exception&) {
         return Status::UnexpectedError;
     }
+}
+
+std::vector<bool> FuncObject::Fill(std::vector<NewFunction> functions) {
+    if (!mFunctions.empty()) {
+        throw std::logic_error("only an empty table can be filled");
+    }
+    std::vector<std::string_view> names;
+    names.reserve(functions.size());
+    for (const NewFunction& function : functions) {
+        names.push_back(function.name);
+    }
+    std::vector<bool> collisions = FindCollisions(names);
+    mFunctions.reserve(functions.size());
+    mByFoldedName.reset();
+    for (std::size_t i = 0; i < functions.size(); ++i) {
+        if (!collisions[i]) {
+            NewFunction& function = functions[i];
+            mFunctions.push_back(
+                {mNextSerial++, std::move(function.name), std::move(function.prototype), std::move(function.code)});
+        }
+    }
+    return collisions;
 }
 
 std::optional<Status> FuncObject::GetName(std::int32_t index, std::string& name) const {
@@ -79,9 +104,9 @@ Status FuncObject::GetFunction(std::string_view name, std::string& prototype, st
         if (mFunctions.empty()) {
             return Status::NotFound;
         }
-        if (const Function* function = Find(name)) {
-            prototype = function->prototype.View();
-            code = function->code.View();
+        if (const std::optional<std::size_t> position = Find(name)) {
+            prototype = mFunctions[*position].prototype.View();
+            code = mFunctions[*position].code.View();
         }
         return Status::Done;
     } catch (const std::exception&) {
@@ -109,11 +134,11 @@ Status FuncObject::UpdateFunction(std::string_view name, std::string_view protot
         if (mFunctions.empty()) {
             return Status::NotFound;
         }
-        if (Function* function = Find(name)) {
-            SharedText newPrototype{std::string(prototype)};
-            SharedText newCode{std::string(code)};
-            function->prototype = std::move(newPrototype);
-            function->code = std::move(newCode);
+        if (const std::optional<std::size_t> position = Find(name)) {
+            SharedText newPrototype(prototype);
+            SharedText newCode(code);
+            mFunctions[*position].prototype = std::move(newPrototype);
+            mFunctions[*position].code = std::move(newCode);
         }
         return Status::Done;
     } catch (const std::exception&) {
@@ -126,53 +151,55 @@ Status FuncObject::DeleteFunction(std::string_view name) {
         if (mFunctions.empty()) {
             return Status::UnexpectedError;
         }
-        const Function* function = Find(name);
-        if (function == nullptr) {
+        const std::optional<std::size_t> position = Find(name);
+        if (!position) {
             return Status::NotFound;
         }
-        mByFoldedName.erase(mByFoldedName.find(FoldCase(name)));
-        mFunctions.erase(std::find_if(mFunctions.begin(), mFunctions.end(),
-                                      [function](const auto& candidate) { return candidate.get() == function; }));
+        ByFoldedName().erase(FoldCase(name));
+        mFunctions.erase(mFunctions.begin() + static_cast<std::ptrdiff_t>(*position));
         return Status::Done;
     } catch (const std::exception&) {
         return Status::UnexpectedError;
     }
 }
 
-std::string_view FuncObject::NameAt(std::int32_t index) const {
-    return mFunctions.at(static_cast<std::size_t>(index))->name;
-}
-
-std::string_view FuncObject::PrototypeAt(std::int32_t index) const {
-    return mFunctions.at(static_cast<std::size_t>(index))->prototype.View();
-}
-
-std::string_view FuncObject::CodeAt(std::int32_t index) const {
-    return mFunctions.at(static_cast<std::size_t>(index))->code.View();
-}
-
 std::optional<std::string_view> FuncObject::FindCollision(std::string_view name) const {
     const std::string folded = FoldCase(name);
-    const Function* first = nullptr;
-    for (auto entry = FindBeginningWith(folded); entry != mByFoldedName.end() && entry->first.starts_with(folded);
-         ++entry) {
-        if (first == nullptr || entry->second->serial < first->serial) {
-            first = entry->second;
-        }
+    const Index& index = ByFoldedName();
+    std::optional<std::uint64_t> first;
+    for (auto entry = index.lower_bound(folded); entry != index.end() && entry->first.starts_with(folded); ++entry) {
+        first = first ? std::min(*first, entry->second) : entry->second;
     }
-    return first != nullptr ? std::optional<std::string_view>(first->name) : std::nullopt;
+    return first ? std::optional<std::string_view>(mFunctions[PositionOf(*first)].name) : std::nullopt;
 }
 
-// The first of the names that begin with `folded`. They follow each other from the place where `folded`
-// itself would stand.
-FuncObject::Index::const_iterator FuncObject::FindBeginningWith(std::string_view folded) const {
-    const auto entry = mByFoldedName.lower_bound(folded);
-    return entry != mByFoldedName.end() && entry->first.starts_with(folded) ? entry : mByFoldedName.end();
+FuncObject::Index& FuncObject::ByFoldedName() const {
+    if (!mByFoldedName) {
+        Index index;
+        for (const Function& function : mFunctions) {
+            index.emplace(FoldCase(function.name), function.serial);
+        }
+        mByFoldedName = std::move(index);
+    }
+    return *mByFoldedName;
 }
 
-FuncObject::Function* FuncObject::Find(std::string_view name) const {
-    const auto entry = mByFoldedName.find(FoldCase(name));
-    return entry != mByFoldedName.end() && entry->second->name == name ? entry->second : nullptr;
+// The position of the function whose name is exactly `name`.
+std::optional<std::size_t> FuncObject::Find(std::string_view name) const {
+    const Index& index = ByFoldedName();
+    const auto entry = index.find(FoldCase(name));
+    if (entry == index.end()) {
+        return std::nullopt;
+    }
+    const std::size_t position = PositionOf(entry->second);
+    return mFunctions[position].name == name ? std::optional(position) : std::nullopt;
+}
+
+std::size_t FuncObject::PositionOf(std::uint64_t serial) const {
+    const auto function =
+        std::lower_bound(mFunctions.begin(), mFunctions.end(), serial,
+                         [](const Function& candidate, std::uint64_t wanted) { return candidate.serial < wanted; });
+    return static_cast<std::size_t>(function - mFunctions.begin());
 }
 
 } // namespace tessaly

@@ -7,7 +7,6 @@
 
 #include <cstdint>
 #include <map>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -34,6 +33,16 @@ public:
     Status AddFunction(std::string_view name, std::string_view prototype, std::string_view code);
     Status AddFunction(std::string_view name, SharedText prototype, SharedText code);
 
+    // Fills an empty table with `functions` in one go, as AddFunction would add one after the other, and tells for each
+    // whether it was refused for a collision. Throws std::logic_error when the table is not empty; on any error
+    // it stays as it was.
+    struct NewFunction {
+        std::string name;
+        SharedText prototype;
+        SharedText code;
+    };
+    std::vector<bool> Fill(std::vector<NewFunction> functions);
+
     // `name` = the name at `index`, or "". No value when the table is empty (callers take that as Done),
     // else Done, or IndexOutOfRange.
     std::optional<Status> GetName(std::int32_t index, std::string& name) const;
@@ -54,9 +63,9 @@ public:
     Status DeleteFunction(std::string_view name);
 
     // Views of an entry's texts without copying, good until the table changes. `index` must be valid.
-    std::string_view NameAt(std::int32_t index) const;
-    std::string_view PrototypeAt(std::int32_t index) const;
-    std::string_view CodeAt(std::int32_t index) const;
+    std::string_view NameAt(std::int32_t index) const { return At(index).name; }
+    std::string_view PrototypeAt(std::int32_t index) const { return At(index).prototype.View(); }
+    std::string_view CodeAt(std::int32_t index) const { return At(index).code.View(); }
 
     // The name, first in the order of the table, with which `name` collides; no value when there is none.
     // Takes time in proportion to the number of names that begin with `name`.
@@ -64,21 +73,23 @@ public:
 
 private:
     struct Function {
+        std::uint64_t serial; // grows with every function added, so the list is sorted by it
         std::string name;
         SharedText prototype;
         SharedText code;
-        std::uint64_t serial; // grows with every function added
     };
-    // By folded name. Folded names are unique, since a name collides with itself, so this index also serves
-    // the exact look-ups; and the names that begin with a text stand together in it.
-    using Index = std::map<std::string, Function*, std::less<>>;
+    // Serials by folded name. Folded names are unique, since a name collides with itself, so this also serves the
+    // exact look-ups; and the names that begin with a text stand together in it.
+    using Index = std::map<std::string, std::uint64_t, std::less<>>;
 
     bool IsIndex(std::int32_t index) const { return index >= 0 && index < GetCount(); }
-    Index::const_iterator FindBeginningWith(std::string_view folded) const;
-    Function* Find(std::string_view name) const;
+    const Function& At(std::int32_t index) const { return mFunctions.at(static_cast<std::size_t>(index)); }
+    Index& ByFoldedName() const;
+    std::size_t PositionOf(std::uint64_t serial) const;
+    std::optional<std::size_t> Find(std::string_view name) const;
 
-    std::vector<std::unique_ptr<Function>> mFunctions;
-    Index mByFoldedName;
+    std::vector<Function> mFunctions;
+    mutable std::optional<Index> mByFoldedName; // made when it is first asked for: a load needs none
     std::uint64_t mNextSerial = 0;
 };
 

@@ -15,9 +15,9 @@ struct PsfNotice {
         HeaderFound,     // the section header of function `index`: the first, or one that ended the function before
         PrototypeBegins, // the ProtoType= line of function `index`
         BodyBegins,      // the FuncBody= line of function `index`
-        FunctionAdded,   // function `index` ended and was added; text: the line that ended it
-        FunctionDropped, // the same, but its name collides with that of an earlier function
-        FunctionLost,    // function `index` ended without being added; text: "[EndPSF]", or "" at the end of the file
+        FunctionRead,    // function `index` ended; text: the line that ended it
+        FunctionLost,    // function `index` ended but does not count; text: "[EndPSF]", or "" at the end of the file
+        FunctionDropped, // function `index` was read, but its name collides; told when all functions have been read
         EventFound,      // the tag of event `index`: the first, or one that ended the event before
         EventBegins,     // the FuncBody= line of event `index`
         EventStored,     // event `index` ended and was stored; text: the line that ended it

@@ -24,13 +24,10 @@ std::string_view ValueOf(std::string_view line, std::string_view key) {
     return line.substr(Utf8Position(line, key.size()));
 }
 
-// Values are collected in strings that functions and events share, so a text that many of them begin with
-// is held once.
-std::shared_ptr<std::string> BeginText(std::string_view firstLine) {
-    auto text = std::make_shared<std::string>();
-    text->reserve(firstLine.size() + LineEnd.size());
-    text->append(firstLine).append(LineEnd);
-    return text;
+void BeginText(TextCollector& text, std::string_view firstLine) {
+    text.Begin();
+    text.Tail().reserve(firstLine.size() + LineEnd.size());
+    text.Tail().append(firstLine).append(LineEnd);
 }
 
 } // namespace
@@ -61,10 +58,7 @@ std::shared_ptr<PsfReader::Expected> PsfReader::NameList::Take() {
 PsfReader::PsfReader(VornSrcObj& document, const CodePage& codePage, PsfReadObserver* observer)
     : mDocument(document),
       mCodePage(codePage),
-      mObserver(observer),
-      mCurProtoType(std::make_shared<std::string>()),
-      mCurFuncBody(std::make_shared<std::string>()),
-      mEventText(std::make_shared<std::string>()) {}
+      mObserver(observer) {}
 
 bool PsfReader::Read(InputFile& file) {
     LineReader lines(file, mCodePage);
@@ -72,7 +66,13 @@ bool PsfReader::Read(InputFile& file) {
     ReadHeader();
     ReadReferences();
     ReadFunctionList();
-    ReadFunctions();
+    try {
+        ReadFunctions();
+    } catch (...) {
+        FillTable(); // what was read before the failure stays
+        throw;
+    }
+    FillTable();
     ReadEvents();
     ReadRest();
     mLines = nullptr;
@@ -160,7 +160,7 @@ void PsfReader::ReadFunctions() {
 bool PsfReader::ReadFunction(std::int32_t index, Expected& function, const Expected& next) {
     while (true) {
         if (mFunctionState == FunctionState::ReadingBody) {
-            mLines->AppendPlainLines(*mCurFuncBody);
+            mLines->AppendPlainLines(mCurFuncBody.Tail());
         }
         if (!NextLine()) {
             return false;
@@ -177,7 +177,7 @@ bool PsfReader::ReadFunction(std::int32_t index, Expected& function, const Expec
         case FunctionState::LookingForPrototype:
             if (ContainsKey(mLine, ProtoTypeKey)) {
                 Notice(PsfNotice::Kind::PrototypeBegins, index);
-                mCurProtoType = BeginText(ValueOf(mLine, ProtoTypeKey));
+                BeginText(mCurProtoType, ValueOf(mLine, ProtoTypeKey));
                 mFunctionState = FunctionState::ReadingPrototype;
             } else {
                 Notice(PsfNotice::Kind::Ignored, index);
@@ -186,17 +186,17 @@ bool PsfReader::ReadFunction(std::int32_t index, Expected& function, const Expec
         case FunctionState::ReadingPrototype:
             if (ContainsKey(mLine, FuncBodyKey)) {
                 Notice(PsfNotice::Kind::BodyBegins, index);
-                mCurFuncBody = BeginText(ValueOf(mLine, FuncBodyKey));
+                BeginText(mCurFuncBody, ValueOf(mLine, FuncBodyKey));
                 mFunctionState = FunctionState::ReadingBody;
             } else {
-                mCurProtoType->append(mLine).append(LineEnd);
+                mCurProtoType.Tail().append(mLine).append(LineEnd);
             }
             break;
         case FunctionState::ReadingBody:
             if (EndsBody(index, function, next)) {
                 return true;
             }
-            mCurFuncBody->append(mLine).append(LineEnd);
+            mCurFuncBody.Tail().append(mLine).append(LineEnd);
             break;
         }
     }
@@ -205,13 +205,13 @@ bool PsfReader::ReadFunction(std::int32_t index, Expected& function, const Expec
 // Whether the line ends the body of function `index`; if so, the function is finished.
 bool PsfReader::EndsBody(std::int32_t index, Expected& function, const Expected& next) {
     if (mLine == next.header) {
-        AddFunction(index, function);
+        TakeFunction(index, function);
         mFunctionState = FunctionState::LookingForPrototype;
         Notice(PsfNotice::Kind::HeaderFound, index + 1);
         return true;
     }
     if (IsTag(EventCodeTag)) {
-        AddFunction(index, function);
+        TakeFunction(index, function);
         return true;
     }
     if (mLine == EndPsfTag) {
@@ -221,14 +221,28 @@ bool PsfReader::EndsBody(std::int32_t index, Expected& function, const Expected&
     return false;
 }
 
-// A name that was offered once stands in the table or collides with one there, so offering it again need not
-// be tried: a last name that is repeated a million times costs nothing.
-void PsfReader::AddFunction(std::int32_t index, Expected& function) {
-    const bool collides =
-        function.tried || mDocument.mFunctions.AddFunction(function.name, SharedText(mCurProtoType),
-                                                           SharedText(mCurFuncBody)) == Status::NameCollision;
-    function.tried = true;
-    Notice(collides ? PsfNotice::Kind::FunctionDropped : PsfNotice::Kind::FunctionAdded, index);
+// A name that was read once stands in the table or collides with one there, so a second function of the same name
+// need not be kept: a last name that is repeated a million times costs nothing.
+void PsfReader::TakeFunction(std::int32_t index, Expected& function) {
+    Notice(PsfNotice::Kind::FunctionRead, index);
+    if (function.wasRead) {
+        Notice(PsfNotice::Kind::FunctionDropped, index);
+        return;
+    }
+    function.wasRead = true;
+    mRead.push_back({function.name, mCurProtoType.Share(), mCurFuncBody.Share()});
+    mReadIndexes.push_back(index);
+}
+
+// Puts what was read into the table, in one go because checking the names one by one would take most of a load.
+void PsfReader::FillTable() {
+    const std::vector<bool> collisions = mDocument.mFunctions.Fill(std::move(mRead));
+    mRead.clear();
+    for (std::size_t i = 0; i < collisions.size(); ++i) {
+        if (collisions[i]) {
+            Notice(PsfNotice::Kind::FunctionDropped, mReadIndexes[i], {});
+        }
+    }
 }
 
 void PsfReader::ReadEvents() {
@@ -243,7 +257,7 @@ void PsfReader::ReadEvents() {
 bool PsfReader::ReadEvent(std::int32_t index) {
     while (true) {
         if (mEventState == EventState::ReadingText) {
-            mLines->AppendPlainLines(*mEventText);
+            mLines->AppendPlainLines(mEventText.Tail());
         }
         if (!NextLine()) {
             return false;
@@ -260,7 +274,7 @@ bool PsfReader::ReadEvent(std::int32_t index) {
         case EventState::LookingForText:
             if (ContainsKey(mLine, FuncBodyKey)) {
                 Notice(PsfNotice::Kind::EventBegins, index);
-                mEventText = BeginText(ValueOf(mLine, FuncBodyKey));
+                BeginText(mEventText, ValueOf(mLine, FuncBodyKey));
                 mEventState = EventState::ReadingText;
             } else {
                 Notice(PsfNotice::Kind::Ignored, index);
@@ -270,7 +284,7 @@ bool PsfReader::ReadEvent(std::int32_t index) {
             if (EndsEvent(index)) {
                 return true;
             }
-            mEventText->append(mLine).append(LineEnd);
+            mEventText.Tail().append(mLine).append(LineEnd);
             break;
         }
     }
@@ -282,7 +296,7 @@ bool PsfReader::EndsEvent(std::int32_t index) {
     const std::int32_t next = index < EventCount - 1 ? index + 1 : index;
     if (mLine == EventTable[static_cast<std::size_t>(next)].tag) {
         StoreEvent(index);
-        mEventText = std::make_shared<std::string>();
+        mEventText.Begin();
         mEventState = EventState::LookingForText;
         Notice(PsfNotice::Kind::EventFound, index + 1);
         return true;
@@ -296,7 +310,7 @@ bool PsfReader::EndsEvent(std::int32_t index) {
 }
 
 void PsfReader::StoreEvent(std::int32_t index) {
-    mDocument.mEventCodes[static_cast<std::size_t>(index)] = SharedText(mEventText);
+    mDocument.mEventCodes[static_cast<std::size_t>(index)] = mEventText.Share();
     Notice(PsfNotice::Kind::EventStored, index);
 }
 

@@ -2,12 +2,15 @@
 // without regard to case, and lets a body run until the next tag that it expects.
 #pragma once
 
+#include "document/FuncObject.h"
 #include "document/PsfReadObserver.h"
+#include "document/SharedText.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tessaly {
 
@@ -32,8 +35,8 @@ private:
     // A function that the list of names announces.
     struct Expected {
         std::string name;
-        std::string header; // its section header
-        bool tried = false; // it was offered to the table, so its name collides from now on
+        std::string header;   // its section header
+        bool wasRead = false; // so its name collides from now on
     };
 
     // The names of FuncNames=, cut off one by one. A list that is shorter than announced goes on with its
@@ -57,7 +60,8 @@ private:
     void ReadFunctions();
     bool ReadFunction(std::int32_t index, Expected& function, const Expected& next);
     bool EndsBody(std::int32_t index, Expected& function, const Expected& next);
-    void AddFunction(std::int32_t index, Expected& function);
+    void TakeFunction(std::int32_t index, Expected& function);
+    void FillTable();
     void ReadEvents();
     bool ReadEvent(std::int32_t index);
     bool EndsEvent(std::int32_t index);
@@ -78,10 +82,12 @@ private:
     std::int32_t mExpectedCount = 0;
     NameList mNames;
     FunctionState mFunctionState = FunctionState::LookingForHeader;
-    std::shared_ptr<std::string> mCurProtoType;
-    std::shared_ptr<std::string> mCurFuncBody;
+    TextCollector mCurProtoType;
+    TextCollector mCurFuncBody;
+    std::vector<FuncObject::NewFunction> mRead; // what goes into the table when all functions have been read
+    std::vector<std::int32_t> mReadIndexes;     // their numbers in the list of names
     EventState mEventState = EventState::LookingForTag;
-    std::shared_ptr<std::string> mEventText;
+    TextCollector mEventText;
     bool mEndPSFSeen = false;
 };
 

@@ -1,31 +1,45 @@
-// A text that several holders share. It is the front of a string that may go on growing behind it: a reader
-// that has handed out what it has so far can append more without copying, and without changing this text.
+// A text that several holders share, and the collector that hands such texts out.
 #pragma once
 
 #include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace tessaly {
 
+// The bytes are never changed once they are shared; there may be more behind them that others have.
 class SharedText {
 public:
     SharedText() = default;
+    explicit SharedText(std::string_view text);
+    SharedText(std::shared_ptr<const char[]> bytes, std::size_t size) : mBytes(std::move(bytes)), mSize(size) {}
 
-    explicit SharedText(std::string text)
-        : mWhole(std::make_shared<const std::string>(std::move(text))),
-          mSize(mWhole->size()) {}
-
-    // All that `whole` holds now. Whoever still writes to it may only append.
-    explicit SharedText(std::shared_ptr<const std::string> whole) : mWhole(std::move(whole)), mSize(mWhole->size()) {}
-
-    std::string_view View() const { return mWhole ? std::string_view(*mWhole).substr(0, mSize) : std::string_view(); }
+    std::string_view View() const { return {mBytes.get(), mSize}; }
 
 private:
-    std::shared_ptr<const std::string> mWhole;
+    std::shared_ptr<const char[]> mBytes;
     std::size_t mSize = 0;
+};
+
+// Collects a text piece by piece. What has been shared can still be continued, without copying it each time: a
+// thousand texts of which each is the front of the next take the memory of a few.
+class TextCollector {
+public:
+    // Starts a new text.
+    void Begin();
+
+    // Where the next pieces are to be appended; nothing but appending is allowed.
+    std::string& Tail() { return mTail; }
+
+    // The whole text so far.
+    SharedText Share();
+
+private:
+    std::string mTail; // not yet in the block; keeps its room for the next text
+    std::shared_ptr<char[]> mBlock;
+    std::size_t mSize = 0;
+    std::size_t mCapacity = 0;
 };
 
 } // namespace tessaly

@@ -32,7 +32,7 @@ Status VornSrcObj::Init() {
     mFunctions = FuncObject();
     mVarCode = DefaultVarCode;
     for (std::size_t i = 0; i < EventTable.size(); ++i) {
-        mEventCodes[i] = SharedText(std::string(EventTable[i].defaultText));
+        mEventCodes[i] = SharedText(EventTable[i].defaultText);
     }
     return Status::Done;
 }
@@ -70,7 +70,7 @@ Status VornSrcObj::GetEventCodeByIndex(std::int32_t index, std::string& code) co
 }
 
 Status VornSrcObj::UpdateEventCodeByIndex(std::int32_t index, std::string_view code) {
-    mEventCodes[EventIndex(index)] = SharedText(std::string(code));
+    mEventCodes[EventIndex(index)] = SharedText(code);
     return Status::Done;
 }
 

@@ -48,17 +48,17 @@ SingleByteCodePage::SingleByteCodePage(const HighHalf& highHalf) {
         mDecoded[i].length = static_cast<std::uint8_t>(utf8.size());
         mPlaces.push_back({character, static_cast<char>(0x80 + i)});
     }
+    mLowPlaces.fill('?');
+    for (const Place& place : mPlaces) {
+        if (place.character < mLowPlaces.size()) {
+            mLowPlaces[place.character] = place.byte;
+        }
+    }
     std::sort(mPlaces.begin(), mPlaces.end(), [](const Place& a, const Place& b) { return a.character < b.character; });
 }
 
 void SingleByteCodePage::AppendDecoded(std::string_view bytes, std::string& text) const {
     std::size_t position = AsciiPrefix(bytes);
-    if (position < bytes.size()) {
-        // Room in one go: nearly every character outside ASCII takes two bytes.
-        const auto others = std::count_if(bytes.begin(), bytes.end(),
-                                          [](char c) { return (static_cast<unsigned char>(c) & 0x80U) != 0; });
-        text.reserve(text.size() + bytes.size() + static_cast<std::size_t>(others));
-    }
     text.append(bytes.substr(0, position));
     while (position < bytes.size()) {
         const Utf8Character& character = mDecoded[static_cast<unsigned char>(bytes[position]) - 0x80U];
@@ -71,14 +71,19 @@ void SingleByteCodePage::AppendDecoded(std::string_view bytes, std::string& text
 }
 
 void SingleByteCodePage::AppendEncoded(std::string_view text, std::string& bytes) const {
-    std::size_t position = AsciiPrefix(text);
-    bytes.append(text.substr(0, position));
-    while (position < text.size()) {
-        bytes += Encode(ReadUtf8(text, position));
-        const std::size_t run = AsciiPrefix(text.substr(position));
-        bytes.append(text.substr(position, run));
+    // No character has more bytes in the code page than in UTF-8.
+    const std::size_t start = bytes.size();
+    bytes.resize(start + text.size());
+    char* to = bytes.data() + start;
+    for (std::size_t position = 0; position < text.size();) {
+        const std::size_t run = CopyAscii(text.substr(position), to);
         position += run;
+        to += run;
+        if (position < text.size()) {
+            *to++ = Encode(ReadUtf8(text, position));
+        }
     }
+    bytes.resize(static_cast<std::size_t>(to - bytes.data()));
 }
 
 std::size_t SingleByteCodePage::FindUnassigned(std::string_view bytes) const {
@@ -92,6 +97,9 @@ std::size_t SingleByteCodePage::FindUnassigned(std::string_view bytes) const {
 }
 
 char SingleByteCodePage::Encode(char32_t character) const {
+    if (character < mLowPlaces.size()) {
+        return mLowPlaces[character];
+    }
     const auto place = std::lower_bound(mPlaces.begin(), mPlaces.end(), character,
                                         [](const Place& entry, char32_t wanted) { return entry.character < wanted; });
     return place != mPlaces.end() && place->character == character ? place->byte : '?';

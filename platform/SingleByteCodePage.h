@@ -34,7 +34,8 @@ private:
 
     std::array<Utf8Character, 128> mDecoded;
     std::array<bool, 128> mAssigned;
-    std::vector<Place> mPlaces; // sorted by character
+    std::array<char, 0x800> mLowPlaces; // by character: those of at most two bytes in UTF-8
+    std::vector<Place> mPlaces;         // all, sorted by character
 };
 
 // Windows-1252 as the Unicode consortium's mapping table CP1252.TXT gives it; it leaves 81 8D 8F 90 9D open.

@@ -1,25 +1,66 @@
 // Strict UTF-8; the ASCII scan works in blocks because nearly all of a program is ASCII.
 #include "platform/Utf8.h"
 
+#include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <cstring>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace tessaly {
 
 namespace {
 
-constexpr std::size_t BlockSize = 64;
-
-// True when no byte of the 64 at `bytes` has its high bit set; compilers turn the loop into vector code.
-bool IsAsciiBlock(const char* bytes) {
-    std::uint64_t words[BlockSize / sizeof(std::uint64_t)];
-    std::memcpy(words, bytes, BlockSize);
-    std::uint64_t all = 0;
-    for (std::uint64_t word : words) {
-        all |= word;
-    }
-    return (all & 0x8080808080808080U) == 0;
+bool IsAscii(char byte) {
+    return static_cast<unsigned char>(byte) < 0x80;
 }
+
+// The loops below work on blocks of 16 bytes: with SSE2 where the processor is known to have it, else in two words.
+#if defined(__SSE2__)
+
+using Block = __m128i;
+
+Block LoadBlock(const char* bytes) {
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
+}
+
+bool IsAscii(Block block) {
+    return _mm_movemask_epi8(block) == 0;
+}
+
+// For a block that is not all ASCII.
+std::size_t AsciiInBlock(Block block) {
+    return static_cast<std::size_t>(std::countr_zero(static_cast<unsigned>(_mm_movemask_epi8(block))));
+}
+
+#else
+
+struct Block {
+    std::uint64_t words[2];
+};
+
+Block LoadBlock(const char* bytes) {
+    Block block;
+    std::memcpy(&block, bytes, sizeof block);
+    return block;
+}
+
+bool IsAscii(const Block& block) {
+    return ((block.words[0] | block.words[1]) & 0x8080808080808080U) == 0;
+}
+
+std::size_t AsciiInBlock(const Block& block) {
+    char bytes[sizeof block];
+    std::memcpy(bytes, &block, sizeof block);
+    return static_cast<std::size_t>(std::find_if_not(bytes, bytes + sizeof block, [](char c) { return IsAscii(c); }) -
+                                    bytes);
+}
+
+#endif
+
+constexpr std::size_t BlockSize = sizeof(Block);
 
 bool IsContinuation(unsigned char byte) {
     return (byte & 0xC0U) == 0x80U;
@@ -46,11 +87,29 @@ bool IsScalarOfLength(char32_t character, std::size_t length) {
 
 std::size_t AsciiPrefix(std::string_view text) {
     std::size_t position = 0;
-    while (text.size() - position >= BlockSize && IsAsciiBlock(text.data() + position)) {
-        position += BlockSize;
+    for (; text.size() - position >= BlockSize; position += BlockSize) {
+        const Block block = LoadBlock(text.data() + position);
+        if (!IsAscii(block)) {
+            return position + AsciiInBlock(block);
+        }
     }
-    while (position < text.size() && static_cast<unsigned char>(text[position]) < 0x80) {
+    while (position < text.size() && IsAscii(text[position])) {
         ++position;
+    }
+    return position;
+}
+
+std::size_t CopyAscii(std::string_view text, char* to) {
+    std::size_t position = 0;
+    for (; text.size() - position >= BlockSize; position += BlockSize) {
+        const Block block = LoadBlock(text.data() + position);
+        std::memcpy(to + position, &block, BlockSize);
+        if (!IsAscii(block)) {
+            return position + AsciiInBlock(block);
+        }
+    }
+    for (; position < text.size() && IsAscii(text[position]); ++position) {
+        to[position] = text[position];
     }
     return position;
 }

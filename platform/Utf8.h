@@ -16,6 +16,10 @@ inline constexpr char32_t ReplacementCharacter = 0xFFFD;
 // How many bytes at the front of `text` are ASCII.
 std::size_t AsciiPrefix(std::string_view text);
 
+// Copies the ASCII at the front of `text` to `to` and returns how many bytes it was. There must be room for all of
+// `text`: what stands behind the ASCII is not promised.
+std::size_t CopyAscii(std::string_view text, char* to);
+
 // Reads the character at `position` (less than text.size()) and moves `position` behind it. At a byte that
 // begins no valid character it returns NotACharacter and moves on by one byte.
 char32_t ReadUtf8(std::string_view text, std::size_t& position);

@@ -17,7 +17,7 @@ protected:
     void FillWithManyFunctions() {
         for (int i = 0; i < 2000; ++i) {
             ASSERT_EQ(
-                document.AddFunction("F" + std::to_string(i) + "x", "", "void f()\n{" + std::string(500, ' ') + "}"),
+                document.AddFunction("F" + std::to_string(i) + "x", "", "void f()\n{" + std::string(5000, ' ') + "}"),
                 Status::Done);
         }
     }

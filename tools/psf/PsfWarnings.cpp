@@ -120,7 +120,7 @@ void PsfWarnings::NoticeFunction(const PsfNotice& notice) {
             TakeIgnored(Quoted(notice.text), member);
         }
         mLastHeader = notice.index;
-        mSection = {notice.offset, notice.offset, notice.offset};
+        mSection = {notice.index, notice.offset, notice.offset, notice.offset, false};
         mStretches.push_back({notice.offset, member});
         break;
     case Kind::PrototypeBegins:
@@ -130,14 +130,18 @@ void PsfWarnings::NoticeFunction(const PsfNotice& notice) {
     case Kind::BodyBegins:
         mSection.body = notice.offset;
         break;
-    case Kind::FunctionAdded:
-        mAdded.push_back(mSection);
+    case Kind::FunctionRead:
+        if (mLastHeader != notice.index) { // it goes on in the text of the one before
+            mSection = {notice.index, notice.offset, notice.offset, notice.offset, false};
+        }
+        mRead.push_back(mSection);
         FunctionEnded(notice);
         break;
     case Kind::FunctionDropped: {
-        const std::uint64_t place = mLastHeader == notice.index ? mSection.header : notice.offset;
-        Warn(place, member, "dropped, because its name collides with \"" + CollisionOf(NameOf(notice.index)) + "\"");
-        FunctionEnded(notice);
+        const auto section =
+            std::lower_bound(mRead.begin(), mRead.end(), notice.index,
+                             [](const Section& each, std::int32_t index) { return each.index < index; });
+        section->dropped = true;
         break;
     }
     case Kind::FunctionLost:
@@ -229,6 +233,7 @@ std::vector<PsfWarning> PsfWarnings::Finish(const std::string& bytes, const Code
         CheckMissingTags(lastLine);
         CheckEvents(lastLine);
     }
+    CheckDropped();
     CheckFunctions();
     CheckNames(bytes, codePage);
     CheckEnd(bytes);
@@ -264,25 +269,40 @@ void PsfWarnings::CheckEvents(std::uint64_t lastLine) {
     }
 }
 
+void PsfWarnings::CheckDropped() {
+    for (const Section& section : mRead) {
+        if (section.dropped) {
+            Warn(section.header, FunctionMember(section.index),
+                 "dropped, because its name collides with \"" + CollisionOf(NameOf(section.index)) + "\"");
+        }
+    }
+}
+
 void PsfWarnings::CheckFunctions() {
+    std::int32_t index = 0;
+    for (const Section& section : mRead) {
+        if (!section.dropped) {
+            CheckFunction(section, index++);
+        }
+    }
+}
+
+void PsfWarnings::CheckFunction(const Section& section, std::int32_t index) {
     const FuncObject& functions = mDocument.Functions();
-    for (std::int32_t i = 0; i < functions.GetCount(); ++i) {
-        const Section& section = mAdded.at(static_cast<std::size_t>(i));
-        const std::string member = "functions/" + Shown(functions.NameAt(i));
-        std::string_view generated;
-        if (!CutPrototype(functions.CodeAt(i), generated)) {
-            Warn(section.body, member, "its code begins with \"{\", so no C file can be generated");
-            continue;
-        }
-        if (functions.CodeAt(i).find('{') == std::string_view::npos) {
-            Warn(section.body, member, "its code holds no \"{\", so all of it becomes the prototype");
-        }
-        const std::string stored = Essence(functions.PrototypeAt(i));
-        if (!stored.empty() && stored != Essence(generated)) {
-            Warn(section.prototype, member,
-                 "the stored prototype " + Quoted(stored) + " is not used; generation takes " +
-                     Quoted(Essence(generated)) + " from the code");
-        }
+    const std::string member = "functions/" + Shown(functions.NameAt(index));
+    std::string_view generated;
+    if (!CutPrototype(functions.CodeAt(index), generated)) {
+        Warn(section.body, member, "its code begins with \"{\", so no C file can be generated");
+        return;
+    }
+    if (functions.CodeAt(index).find('{') == std::string_view::npos) {
+        Warn(section.body, member, "its code holds no \"{\", so all of it becomes the prototype");
+    }
+    const std::string stored = Essence(functions.PrototypeAt(index));
+    if (!stored.empty() && stored != Essence(generated)) {
+        Warn(section.prototype, member,
+             "the stored prototype " + Quoted(stored) + " is not used; generation takes " + Quoted(Essence(generated)) +
+                 " from the code");
     }
 }
 

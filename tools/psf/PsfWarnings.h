@@ -33,11 +33,13 @@ public:
     std::vector<PsfWarning> Finish(const std::string& bytes, const CodePage& codePage);
 
 private:
-    // A function that was added, where its parts begin in the file.
+    // A function that was read, and where its parts begin in the file.
     struct Section {
+        std::int32_t index = 0; // in the list of names
         std::uint64_t header = 0;
         std::uint64_t prototype = 0;
         std::uint64_t body = 0;
+        bool dropped = false;
     };
     // From `offset` on the bytes of the file belong to `member`; "" for what is not kept.
     struct Stretch {
@@ -53,7 +55,9 @@ private:
     void TakeIgnored(const std::string& beforeWhat, const std::string& member);
     void CheckMissingTags(std::uint64_t lastLine);
     void CheckEvents(std::uint64_t lastLine);
+    void CheckDropped();
     void CheckFunctions();
+    void CheckFunction(const Section& section, std::int32_t index);
     void CheckNames(const std::string& bytes, const CodePage& codePage);
     void CheckEnd(const std::string& bytes);
     void CheckCharacters(const std::string& bytes, const CodePage& codePage);
@@ -82,7 +86,7 @@ private:
 
     Section mSection;
     std::int32_t mLastHeader = -1;
-    std::vector<Section> mAdded;                         // in the order of the document's functions
+    std::vector<Section> mRead;                          // in the order of the file, and so of the document's functions
     std::map<std::string_view, std::string> mCollisions; // by name, a piece of mNamesText
     std::string_view mLastCollision;
     std::string mShownCollision;
