@@ -1,4 +1,5 @@
-// The settings store, as the registry calls of Windows see it: RegOpenKeyExA, RegQueryValueExA, RegCloseKey.
+// The settings store, as the registry calls of Windows see it: RegOpenKeyExA, RegQueryValueExA, RegCreateKeyExA,
+// RegSetValueExA, RegCloseKey.
 // The numbers are Microsoft's, as its registry documentation gives them. Unlike there, strings are UTF-8 here,
 // names and string data alike; an implementation on top of Windows converts.
 #pragma once
@@ -16,6 +17,7 @@ public:
     // What the calls return. A call may fail with any other number that Windows has.
     static constexpr std::int32_t Success = 0;
     static constexpr std::int32_t NotFound = 2;
+    static constexpr std::int32_t AccessDenied = 5;
     static constexpr std::int32_t BadHandle = 6;
     static constexpr std::int32_t MoreData = 234;
 
@@ -31,8 +33,10 @@ public:
     static constexpr std::uint32_t Users = 0x80000003;
     static constexpr std::uint32_t CurrentConfig = 0x80000005;
 
-    // Access rights.
+    // Access rights, to be or-ed.
+    static constexpr std::uint32_t NoAccess = 0;
     static constexpr std::uint32_t QueryAccess = 1; // KEY_QUERY_VALUE
+    static constexpr std::uint32_t SetAccess = 2;   // KEY_SET_VALUE
 
     virtual ~Registry() = default;
 
@@ -46,9 +50,26 @@ public:
     // A string's size counts its terminating NUL if it is stored with one; nobody adds one.
     // Success: `type` and `size` are set, and the value is in `data` unless that is null.
     // MoreData: `data` is too small; `type` and `size` are set, what `data` holds is not promised.
-    // NotFound, BadHandle or another error: what the arguments hold is not promised.
+    // NotFound, BadHandle, AccessDenied or another error: what the arguments hold is not promised.
     virtual std::int32_t QueryValue(Handle key, std::string_view valueName, std::uint32_t& type, char* data,
                                     std::uint32_t& size) = 0;
+
+    // Opens the key `keyPath` below `root` with the rights `access`, and makes it and the keys above it first where
+    // they are missing: RegCreateKeyExA with reserved 0, no class, options 0 and no security attributes. Whether the
+    // key was made is not told.
+    // Success, and `key` must then be closed; AccessDenied when the user may not make or open it, or another error,
+    // and there is nothing to close.
+    // With NoAccess a key can be had that neither gives nor takes values where rights are enforced; today's Windows
+    // enforces them, an implementation need not.
+    virtual std::int32_t CreateKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access, Handle& key) = 0;
+
+    // Stores the value `valueName` ("" for the default value) of an open key, in place of one of the same name:
+    // RegSetValueExA with reserved 0. `bytes` are stored as they are, a string's terminating NUL only if it is one of
+    // them; DwordType wants 4.
+    // Success. AccessDenied: the key was opened without SetAccess, or the user may not write there; BadHandle or
+    // another error. Nothing is stored then, and the key stays open.
+    virtual std::int32_t SetValue(Handle key, std::string_view valueName, std::uint32_t type,
+                                  std::string_view bytes) = 0;
 
     // Closes an open key. Success or BadHandle. Never throws, so that every way out can close.
     virtual std::int32_t CloseKey(Handle key) noexcept = 0;

@@ -24,24 +24,23 @@ std::string FoldAscii(std::string_view text) {
 
 } // namespace
 
-std::int32_t RegistryStore::OpenKey(std::uint32_t root, std::string_view keyPath, std::uint32_t, Handle& key) {
+std::int32_t RegistryStore::OpenKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access, Handle& key) {
     const Place place = MakePlace(root, keyPath);
-    const auto found = mKeys.find(place);
-    if (found == mKeys.end() && !IsAbove(place)) {
+    if (!mKeys.contains(place) && !IsAbove(place)) {
         return NotFound;
     }
-    key = Open(found == mKeys.end() ? nullptr : found->second);
+    key = Open(place, access);
     return Success;
 }
 
 std::int32_t RegistryStore::QueryValue(Handle key, std::string_view valueName, std::uint32_t& type, char* data,
                                        std::uint32_t& size) {
-    if (!mOpen.contains(key)) {
-        return BadHandle;
+    Values* values = nullptr;
+    if (const std::int32_t error = Find(key, QueryAccess, values); error != Success) {
+        return error;
     }
-    const Values* values = Find(key);
-    const auto value = values != nullptr ? values->find(FoldAscii(valueName)) : Values::const_iterator();
-    if (values == nullptr || value == values->end()) {
+    const auto value = values->find(FoldAscii(valueName));
+    if (value == values->end()) {
         return NotFound;
     }
     const std::string& bytes = value->second.bytes;
@@ -56,16 +55,26 @@ std::int32_t RegistryStore::QueryValue(Handle key, std::string_view valueName, s
     return Success;
 }
 
-std::int32_t RegistryStore::CloseKey(Handle key) noexcept {
-    return mOpen.erase(key) == 1 ? Success : BadHandle;
+std::int32_t RegistryStore::CreateKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access, Handle& key) {
+    key = Open(MakePlace(root, keyPath), access);
+    return Success;
 }
 
-Registry::Handle RegistryStore::CreateKey(std::uint32_t root, std::string_view keyPath) {
-    std::shared_ptr<Values>& values = mKeys[MakePlace(root, keyPath)];
-    if (!values) {
-        values = std::make_shared<Values>();
+std::int32_t RegistryStore::SetValue(Handle key, std::string_view valueName, std::uint32_t type,
+                                     std::string_view bytes) {
+    if (bytes.size() > std::numeric_limits<std::uint32_t>::max()) {
+        throw std::length_error("registry value");
     }
-    return Open(values);
+    Values* values = nullptr;
+    if (const std::int32_t error = Find(key, SetAccess, values); error != Success) {
+        return error;
+    }
+    (*values)[FoldAscii(valueName)] = {type, std::string(bytes)};
+    return Success;
+}
+
+std::int32_t RegistryStore::CloseKey(Handle key) noexcept {
+    return mOpen.erase(key) == 1 ? Success : BadHandle;
 }
 
 void RegistryStore::DeleteKey(std::uint32_t root, std::string_view keyPath) {
@@ -79,22 +88,10 @@ void RegistryStore::DeleteKey(std::uint32_t root, std::string_view keyPath) {
                 mKeys.lower_bound({root, place.path + BehindBackslash}));
 }
 
-std::int32_t RegistryStore::SetValue(Handle key, std::string_view valueName, std::uint32_t type, std::string bytes) {
-    if (bytes.size() > std::numeric_limits<std::uint32_t>::max()) {
-        throw std::length_error("registry value");
-    }
-    Values* values = Find(key);
-    if (values == nullptr) {
-        return BadHandle;
-    }
-    (*values)[FoldAscii(valueName)] = {type, std::move(bytes)};
-    return Success;
-}
-
 std::int32_t RegistryStore::DeleteValue(Handle key, std::string_view valueName) {
-    Values* values = Find(key);
-    if (values == nullptr) {
-        return BadHandle;
+    Values* values = nullptr;
+    if (const std::int32_t error = Find(key, SetAccess, values); error != Success) {
+        return error;
     }
     return values->erase(FoldAscii(valueName)) == 1 ? Success : NotFound;
 }
@@ -114,14 +111,27 @@ bool RegistryStore::IsAbove(const Place& place) const {
     return next != mKeys.end() && next->first.root == place.root && next->first.path.starts_with(below);
 }
 
-Registry::Handle RegistryStore::Open(std::shared_ptr<Values> values) {
-    mOpen.emplace(mLastHandle + 1, std::move(values));
+// Opens the key at `place`, which is made unless it is there.
+Registry::Handle RegistryStore::Open(const Place& place, std::uint32_t access) {
+    std::shared_ptr<Values>& values = mKeys[place];
+    if (!values) {
+        values = std::make_shared<Values>();
+    }
+    mOpen.emplace(mLastHandle + 1, OpenedKey{values, access});
     return ++mLastHandle;
 }
 
-RegistryStore::Values* RegistryStore::Find(Handle key) const {
+// Finds the values of an open key for an operation that wants `right`; an error leaves `values` alone.
+std::int32_t RegistryStore::Find(Handle key, std::uint32_t right, Values*& values) const {
     const auto open = mOpen.find(key);
-    return open != mOpen.end() ? open->second.get() : nullptr;
+    if (open == mOpen.end()) {
+        return BadHandle;
+    }
+    if (mRights == AccessRights::Enforced && (open->second.access & right) == 0) {
+        return AccessDenied;
+    }
+    values = open->second.values.get();
+    return Success;
 }
 
 } // namespace tessaly

@@ -190,7 +190,9 @@ private:
         if (deletes) {
             mStore.DeleteKey(key.root, key.path);
         } else {
-            mKey = mStore.CreateKey(key.root, key.path);
+            Registry::Handle handle = 0;
+            mStore.CreateKey(key.root, key.path, Registry::SetAccess, handle);
+            mKey = handle;
         }
     }
 
@@ -330,9 +332,9 @@ private:
         return mKey.has_value();
     }
 
-    void Store(const std::string& name, std::uint32_t type, std::string bytes) {
+    void Store(const std::string& name, std::uint32_t type, std::string_view bytes) {
         if (HasKey()) {
-            mStore.SetValue(*mKey, name, type, std::move(bytes));
+            mStore.SetValue(*mKey, name, type, bytes);
         }
     }
 

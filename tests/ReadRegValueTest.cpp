@@ -14,9 +14,15 @@ using Call = MemoryRegistry::Call;
 
 class ReadRegValueTest : public testing::Test {
 protected:
-    void Store(std::string_view name, std::uint32_t type, std::string bytes) {
-        const Registry::Handle key = mRegistry.store.CreateKey(Registry::LocalMachine, SettingsKey);
-        mRegistry.store.SetValue(key, name, type, std::move(bytes));
+    Registry::Handle MakeKey() {
+        Registry::Handle key = 0;
+        mRegistry.store.CreateKey(Registry::LocalMachine, SettingsKey, Registry::SetAccess, key);
+        return key;
+    }
+
+    void Store(std::string_view name, std::uint32_t type, std::string_view bytes) {
+        const Registry::Handle key = MakeKey();
+        mRegistry.store.SetValue(key, name, type, bytes);
         mRegistry.store.CloseKey(key);
     }
 
@@ -169,7 +175,7 @@ TEST_F(ReadRegValueTest, TheSizeOfTheFirstQueryCounts) {
 }
 
 TEST_F(ReadRegValueTest, AnAbsurdSizeIsEmpty) {
-    mRegistry.store.CloseKey(mRegistry.store.CreateKey(Registry::LocalMachine, SettingsKey));
+    mRegistry.store.CloseKey(MakeKey());
     mRegistry.AnswerAt(1, Registry::NotFound, {Registry::StringType, 0xFFFFFFFF});
     EXPECT_EQ(Read(LanguageSetting), "");
 }

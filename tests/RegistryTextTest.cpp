@@ -321,57 +321,5 @@ TEST(ErrorTextTest, ItNamesTheFileAndTheLine) {
     EXPECT_EQ(ErrorText("/etc/s.reg", {0, "wrong"}), "/etc/s.reg: wrong");
 }
 
-TEST(RegistryStoreTest, AHandleThatIsNotOpenIsBad) {
-    RegistryStore store;
-    std::uint32_t type = 0;
-    std::uint32_t size = 0;
-    EXPECT_EQ(store.QueryValue(1, "a", type, nullptr, size), Registry::BadHandle);
-    EXPECT_EQ(store.CloseKey(1), Registry::BadHandle);
-    EXPECT_EQ(store.SetValue(1, "a", 1, ""), Registry::BadHandle);
-    EXPECT_EQ(store.DeleteValue(1, "a"), Registry::BadHandle);
-    const Registry::Handle key = store.CreateKey(Registry::LocalMachine, "A");
-    EXPECT_EQ(store.CloseKey(key), Registry::Success);
-    EXPECT_EQ(store.QueryValue(key, "a", type, nullptr, size), Registry::BadHandle);
-}
-
-TEST(RegistryStoreTest, ABufferThatIsTooSmallIsNotWrittenTo) {
-    RegistryStore store;
-    const Registry::Handle key = store.CreateKey(Registry::LocalMachine, "A");
-    store.SetValue(key, "a", Registry::StringType, "abc");
-    std::string buffer = "xx";
-    std::uint32_t type = 0;
-    std::uint32_t size = 2;
-    EXPECT_EQ(store.QueryValue(key, "a", type, buffer.data(), size), Registry::MoreData);
-    EXPECT_EQ(size, 3U);
-    EXPECT_EQ(type, Registry::StringType);
-    EXPECT_EQ(buffer, "xx");
-    store.CloseKey(key);
-}
-
-TEST(RegistryStoreTest, AKeyAboveAnotherCanBeOpened) {
-    RegistryStore store;
-    store.CloseKey(store.CreateKey(Registry::LocalMachine, "A\\B\\C"));
-    EXPECT_EQ(ValueIn(store, Registry::LocalMachine, "A", "x"), "missing");
-    EXPECT_EQ(ValueIn(store, Registry::LocalMachine, "a\\b", "x"), "missing");
-    EXPECT_EQ(ValueIn(store, Registry::LocalMachine, "A\\B\\C", "x"), "missing");
-    EXPECT_EQ(ValueIn(store, Registry::LocalMachine, "A\\B\\C\\D", "x"), "no key");
-    EXPECT_EQ(ValueIn(store, Registry::LocalMachine, "A\\BB", "x"), "no key");
-    EXPECT_EQ(ValueIn(store, Registry::CurrentUser, "A", "x"), "no key");
-    EXPECT_EQ(ValueIn(store, Registry::CurrentUser, "", "x"), "missing");
-}
-
-TEST(RegistryStoreTest, ADeletedKeyCanStillBeReadWhereItIsOpen) {
-    RegistryStore store;
-    const Registry::Handle key = store.CreateKey(Registry::LocalMachine, "A");
-    store.SetValue(key, "a", Registry::StringType, "abc");
-    store.DeleteKey(Registry::LocalMachine, "A");
-    std::uint32_t type = 0;
-    std::uint32_t size = 0;
-    EXPECT_EQ(store.QueryValue(key, "a", type, nullptr, size), Registry::Success);
-    EXPECT_EQ(size, 3U);
-    EXPECT_EQ(store.CloseKey(key), Registry::Success);
-    EXPECT_EQ(ValueIn(store, Registry::LocalMachine, "A", "a"), "no key");
-}
-
 } // namespace
 } // namespace tessaly

@@ -12,15 +12,17 @@ namespace tessaly {
 
 class MemoryRegistry final : public Registry {
 public:
-    enum class Call { OpenKey, QueryValue, CloseKey };
+    enum class Call { OpenKey, QueryValue, CloseKey, CreateKey, SetValue };
 
     // One call that was made.
     struct Record {
         Call call = Call::OpenKey;
         std::string name;         // the key path or value name, as given
-        std::uint32_t number = 0; // OpenKey: the root; QueryValue: the size of the buffer, 0 without one
-        std::uint32_t access = 0; // OpenKey only
+        std::uint32_t number = 0; // OpenKey, CreateKey: the root; QueryValue: the size of the buffer, 0 without one;
+                                  // SetValue: the type
+        std::uint32_t access = 0; // OpenKey and CreateKey only
         bool hasBuffer = false;   // QueryValue only
+        std::string bytes;        // SetValue only
     };
 
     // What QueryValue may set before it fails, in place of what it was given.
@@ -29,9 +31,14 @@ public:
         std::uint32_t size = 0;
     };
 
+    explicit MemoryRegistry(RegistryStore::AccessRights rights = RegistryStore::AccessRights::Ignored)
+        : store(rights) {}
+
     std::int32_t OpenKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access, Handle& key) override;
     std::int32_t QueryValue(Handle key, std::string_view valueName, std::uint32_t& type, char* data,
                             std::uint32_t& size) override;
+    std::int32_t CreateKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access, Handle& key) override;
+    std::int32_t SetValue(Handle key, std::string_view valueName, std::uint32_t type, std::string_view bytes) override;
     std::int32_t CloseKey(Handle key) noexcept override;
 
     // Makes the call number `number` (counted from 1) of kind `call` from now on return `error`, once, and do
@@ -41,7 +48,7 @@ public:
     // The same for QueryValue, but its type and size are set to `answer`. With `error` = Success it lies.
     void AnswerAt(std::size_t number, std::int32_t error, Answer answer);
 
-    // The same for OpenKey or QueryValue, but it throws std::bad_alloc.
+    // The same for any call but CloseKey, but it throws std::bad_alloc.
     void ThrowAt(Call call, std::size_t number);
 
     // Where the values are.

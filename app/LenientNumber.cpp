@@ -1,0 +1,143 @@
+// A number is first cut out of the text and then converted, so that the conversion never meets anything strange.
+#include "app/LenientNumber.h"
+
+#include "document/NumberText.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <locale>
+#include <optional>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+
+namespace tessaly {
+
+namespace {
+
+constexpr std::string_view Skipped = " \t\n";
+constexpr std::string_view Digits = "0123456789";
+constexpr std::string_view HexadecimalDigits = "0123456789abcdef";
+
+// `text` without what is skipped, in small letters.
+std::string Condense(std::string_view text) {
+    std::string condensed;
+    for (const char character : text) {
+        if (Skipped.find(character) == std::string_view::npos) {
+            const bool capital = character >= 'A' && character <= 'Z';
+            condensed += capital ? static_cast<char>(character + ('a' - 'A')) : character;
+        }
+    }
+    return condensed;
+}
+
+// Takes `prefix` off the front of `text`, if it is there.
+bool Take(std::string_view& text, std::string_view prefix) {
+    const bool found = text.starts_with(prefix);
+    text.remove_prefix(found ? prefix.size() : 0);
+    return found;
+}
+
+// Takes a sign, if there is one.
+bool TakeMinus(std::string_view& text) {
+    const bool minus = Take(text, "-");
+    if (!minus) {
+        Take(text, "+");
+    }
+    return minus;
+}
+
+std::string_view TakeDigits(std::string_view& text) {
+    const std::string_view digits = text.substr(0, std::min(text.find_first_not_of(Digits), text.size()));
+    text.remove_prefix(digits.size());
+    return digits;
+}
+
+// The number of `base` at the front of `text`; `base` is at most 16.
+double ReadDigits(std::string_view text, int base) {
+    const std::string_view digits = HexadecimalDigits.substr(0, static_cast<std::size_t>(base));
+    double value = 0;
+    for (const char character : text) {
+        const std::size_t digit = digits.find(character);
+        if (digit == std::string_view::npos) {
+            break;
+        }
+        value = value * base + static_cast<double>(digit);
+    }
+    return std::min(value, std::numeric_limits<double>::max());
+}
+
+// The decimal number at the front of `text`, as a C++ program would write it; "" when there is none.
+std::string TakeDecimal(std::string_view text) {
+    std::string number(TakeDigits(text));
+    bool hasDigits = !number.empty();
+    if (Take(text, ".")) {
+        const std::string_view fraction = TakeDigits(text);
+        hasDigits = hasDigits || !fraction.empty();
+        number += '.';
+        number += fraction;
+    }
+    if (!hasDigits) {
+        return "";
+    }
+    if (Take(text, "e") || Take(text, "d")) {
+        const std::string_view sign = TakeMinus(text) ? "-" : "";
+        const std::string_view exponent = TakeDigits(text);
+        if (!exponent.empty()) {
+            number += 'e';
+            number += sign;
+            number += exponent;
+        }
+    }
+    return number;
+}
+
+double ReadDecimal(std::string_view text) {
+    std::istringstream number(TakeDecimal(text));
+    number.imbue(std::locale::classic());
+    double value = 0;
+    number >> value;
+    return value;
+}
+
+} // namespace
+
+double LenientValue(std::string_view text) {
+    const std::string condensed = Condense(text);
+    std::string_view rest = condensed;
+    const bool minus = TakeMinus(rest);
+    double value = 0;
+    if (Take(rest, "&h")) {
+        value = ReadDigits(rest, 16);
+    } else if (Take(rest, "&o")) {
+        value = ReadDigits(rest, 8);
+    } else {
+        value = ReadDecimal(rest);
+    }
+    return minus ? -value : value;
+}
+
+std::int32_t RoundToInteger(double number) {
+    // The remainder of a division whose quotient is rounded half to even, whatever the rounding mode is.
+    const double rounded = number - std::remainder(number, 1.0);
+    const bool fits =
+        rounded >= std::numeric_limits<std::int32_t>::min() && rounded <= std::numeric_limits<std::int32_t>::max();
+    if (!fits) {
+        throw std::range_error("no 32-bit number");
+    }
+    return static_cast<std::int32_t>(rounded);
+}
+
+std::uint8_t ToByte(std::string_view text) {
+    const std::optional<std::int32_t> number = ToInteger(text);
+    if (!number) {
+        throw std::invalid_argument("no number");
+    }
+    if (*number < 0 || *number > std::numeric_limits<std::uint8_t>::max()) {
+        throw std::range_error("no byte");
+    }
+    return static_cast<std::uint8_t>(*number);
+}
+
+} // namespace tessaly

@@ -1,0 +1,21 @@
+// Files whose calls count among those of the desktop.
+#pragma once
+
+#include "platform/SequentialFiles.h"
+#include "platform/memory/MemoryFaults.h"
+
+namespace tessaly {
+
+class CountedFiles final : public SequentialFiles {
+public:
+    CountedFiles(MemoryFaults& faults, SequentialFiles& files) : mFaults(faults), mFiles(files) {}
+
+    std::unique_ptr<InputFile> OpenForInput(const std::string& path) override;
+    std::unique_ptr<OutputFile> OpenForOutput(const std::string& path) override;
+
+private:
+    MemoryFaults& mFaults;
+    SequentialFiles& mFiles;
+};
+
+} // namespace tessaly

@@ -1,0 +1,73 @@
+// What every control in memory has in common, put on top of its interface.
+#pragma once
+
+#include "platform/Control.h"
+#include "platform/memory/MemoryFaults.h"
+#include "platform/memory/MemoryFocus.h"
+
+#include <stdexcept>
+#include <string_view>
+
+namespace tessaly {
+
+// Whether the user can work in a control with the keyboard.
+enum class MemoryKeyboard { Used, Unused };
+
+template <class Interface>
+class MemoryControl : public Interface, public MemoryFocusTarget {
+public:
+    MemoryControl(MemoryFaults& faults, MemoryFocus& focus, MemoryKeyboard keyboard)
+        : mFaults(faults),
+          mFocus(focus),
+          mKeyboard(keyboard) {
+        mFocus.Add(*this);
+    }
+    MemoryControl(const MemoryControl&) = delete;
+    MemoryControl& operator=(const MemoryControl&) = delete;
+
+    Extent GetExtent() const override {
+        CountCall();
+        return mExtent;
+    }
+
+    void SetExtent(const Extent& extent) override {
+        CountCall();
+        mExtent = extent;
+    }
+
+    void SetTabStop(bool stop) override {
+        CountCall();
+        if (mKeyboard == MemoryKeyboard::Unused) {
+            throw std::logic_error("the control has no tab stop");
+        }
+        mIsTabStop = stop;
+    }
+
+    void SetFocus() override {
+        CountCall();
+        if (!CanHaveFocus()) {
+            throw std::runtime_error("the control cannot have the focus");
+        }
+        mFocus.MoveTo(*this);
+    }
+
+    bool CanHaveFocus() const override { return mKeyboard == MemoryKeyboard::Used; }
+    bool IsTabStop() const override { return mKeyboard == MemoryKeyboard::Used && mIsTabStop; }
+    bool HasFocus() const { return mFocus.Owner() == this; }
+
+protected:
+    // To be called first in every call of the interface.
+    void CountCall() const { mFaults.Count(); }
+
+    void TakeFocus() { mFocus.MoveTo(*this); }
+    void CheckReachable(std::string_view action) const { mFocus.CheckReachable(action); }
+
+private:
+    MemoryFaults& mFaults;
+    MemoryFocus& mFocus;
+    MemoryKeyboard mKeyboard;
+    Extent mExtent;
+    bool mIsTabStop = true;
+};
+
+} // namespace tessaly

@@ -1,0 +1,47 @@
+// File dialogs that a test has answered beforehand.
+#pragma once
+
+#include "platform/FileDialog.h"
+#include "platform/memory/MemoryFaults.h"
+
+#include <cstddef>
+#include <deque>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tessaly {
+
+class MemoryFileDialog final : public FileDialog {
+public:
+    enum class Kind { Open, Save };
+
+    // A dialog that was shown.
+    struct Record {
+        Kind kind = Kind::Open;
+        FileDialogSettings settings;
+    };
+
+    explicit MemoryFileDialog(MemoryFaults& faults) : mFaults(faults) {}
+
+    // Both throw UnexpectedDialog when no answer is left.
+    std::string ShowOpen(const FileDialogSettings& settings) override;
+    std::string ShowSave(const FileDialogSettings& settings) override;
+
+    // What the user does with the next dialog for which nothing was prepared yet.
+    void WillChoose(std::string path) { mAnswers.emplace_back(std::move(path)); }
+    void WillCancel() { mAnswers.emplace_back(std::nullopt); }
+
+    // How many prepared answers were not used.
+    std::size_t AnswersLeft() const { return mAnswers.size(); }
+
+    std::vector<Record> records;
+
+private:
+    std::string Show(Kind kind, const FileDialogSettings& settings);
+
+    MemoryFaults& mFaults;
+    std::deque<std::optional<std::string>> mAnswers;
+};
+
+} // namespace tessaly

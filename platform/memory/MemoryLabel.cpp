@@ -1,0 +1,16 @@
+// A label in memory.
+#include "platform/memory/MemoryLabel.h"
+
+namespace tessaly {
+
+std::string MemoryLabel::Caption() const {
+    CountCall();
+    return mCaption;
+}
+
+void MemoryLabel::SetCaption(std::string_view caption) {
+    CountCall();
+    mCaption = caption;
+}
+
+} // namespace tessaly

@@ -1,0 +1,40 @@
+// A status bar in memory.
+#include "platform/memory/MemoryStatusBar.h"
+
+namespace tessaly {
+
+void MemoryStatusBar::AddPanel() {
+    CountCall();
+    mPanels.emplace_back();
+}
+
+std::int32_t MemoryStatusBar::PanelCount() const {
+    CountCall();
+    return static_cast<std::int32_t>(mPanels.size());
+}
+
+void MemoryStatusBar::SetPanelSpring(std::int32_t number) {
+    CountCall();
+    Panel(number).isSpring = true;
+}
+
+std::string MemoryStatusBar::PanelText(std::int32_t number) const {
+    CountCall();
+    return Panel(number).text;
+}
+
+void MemoryStatusBar::SetPanelText(std::int32_t number, std::string_view text) {
+    CountCall();
+    Panel(number).text = text;
+}
+
+// A number below 1 becomes one far behind the end.
+const MemoryStatusBar::OnePanel& MemoryStatusBar::Panel(std::int32_t number) const {
+    return mPanels.at(static_cast<std::size_t>(number) - 1);
+}
+
+MemoryStatusBar::OnePanel& MemoryStatusBar::Panel(std::int32_t number) {
+    return mPanels.at(static_cast<std::size_t>(number) - 1);
+}
+
+} // namespace tessaly

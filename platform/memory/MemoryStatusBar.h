@@ -1,0 +1,37 @@
+// A status bar in memory.
+#pragma once
+
+#include "platform/StatusBar.h"
+#include "platform/memory/MemoryControl.h"
+
+#include <string>
+#include <vector>
+
+namespace tessaly {
+
+class MemoryStatusBar final : public MemoryControl<StatusBar> {
+public:
+    MemoryStatusBar(MemoryFaults& faults, MemoryFocus& focus) : MemoryControl(faults, focus, MemoryKeyboard::Unused) {}
+
+    void AddPanel() override;
+    std::int32_t PanelCount() const override;
+    void SetPanelSpring(std::int32_t number) override;
+    std::string PanelText(std::int32_t number) const override;
+    void SetPanelText(std::int32_t number, std::string_view text) override;
+
+    // Whether a panel springs. Throws std::out_of_range when there is no such panel.
+    bool IsPanelSpring(std::int32_t number) const { return Panel(number).isSpring; }
+
+private:
+    struct OnePanel {
+        std::string text;
+        bool isSpring = false;
+    };
+
+    const OnePanel& Panel(std::int32_t number) const;
+    OnePanel& Panel(std::int32_t number);
+
+    std::vector<OnePanel> mPanels = std::vector<OnePanel>(1);
+};
+
+} // namespace tessaly

@@ -1,0 +1,55 @@
+// A tool bar in memory with its image list, and what a user can do with it.
+#pragma once
+
+#include "platform/ToolBar.h"
+#include "platform/memory/MemoryControl.h"
+
+#include <string>
+#include <vector>
+
+namespace tessaly {
+
+class MemoryImageList final : public ImageList {
+public:
+    explicit MemoryImageList(MemoryFaults& faults) : mFaults(faults) {}
+
+    std::string Tag(std::int32_t number) const override;
+
+    // The tags of the images; a test may change them.
+    std::vector<std::string> tags = {"Add", "Delete"};
+
+private:
+    MemoryFaults& mFaults;
+};
+
+class MemoryToolBar final : public MemoryControl<ToolBar> {
+public:
+    MemoryToolBar(MemoryFaults& faults, MemoryFocus& focus, const MemoryImageList& images)
+        : MemoryControl(faults, focus, MemoryKeyboard::Used),
+          mImages(images) {}
+
+    void Clear() override;
+    void AddButton(std::int32_t image, std::string_view tag) override;
+    std::int32_t ButtonCount() const override;
+    std::string ButtonTag(std::int32_t number) const override;
+
+    // The user presses button `number`. Throws ImpossibleAction when there is none.
+    void Press(std::int32_t number);
+
+    // The image of a button. Throws std::out_of_range when there is none.
+    std::int32_t ButtonImage(std::int32_t number) const;
+
+    // Whether a press moves the focus to the bar. Desktops differ, so a program has to work either way.
+    bool takesFocus = false;
+
+private:
+    struct Button {
+        std::int32_t image = 0;
+        std::string tag;
+    };
+
+    const MemoryImageList& mImages;
+    std::vector<Button> mButtons;
+};
+
+} // namespace tessaly

@@ -1,0 +1,69 @@
+// The main window in memory, and what a user can do with it.
+#pragma once
+
+#include "platform/Window.h"
+#include "platform/memory/MemoryApplication.h"
+#include "platform/memory/MemoryFaults.h"
+#include "platform/memory/MemoryFiles.h"
+#include "platform/memory/MemoryFocus.h"
+
+#include <string>
+#include <string_view>
+
+namespace tessaly {
+
+class MemoryWindow final : public Window {
+public:
+    // Icons are taken from `files`; a file whose content is empty is no picture.
+    MemoryWindow(MemoryFaults& faults, MemoryFocus& focus, MemoryApplication& application, const MemoryFiles& files)
+        : mFaults(faults),
+          mFocus(focus),
+          mApplication(application),
+          mFiles(files) {}
+
+    void Show() override;
+    void Unload() override;
+    std::string Caption() const override;
+    void SetCaption(std::string_view caption) override;
+    float Width() const override;
+    float Height() const override;
+    void SetIcon(const std::string& path) override;
+
+    // The user presses a key: onKeyDown is raised, then the key reaches the control that has the focus now. F1 opens
+    // the help file, and Tab moves the focus where the control has no use for it.
+    void PressKey(int keyCode, int shift = 0);
+
+    // Lets the keys that the program sent to itself arrive.
+    void DeliverSentKeys();
+
+    // The user changes the outer size, in twips. Throws ImpossibleAction before the window is shown.
+    void Resize(float width, float height);
+
+    // The user closes the window by its frame.
+    void CloseByUser();
+
+    // The size before the window is shown, without an event.
+    void SetInitialSize(float width, float height);
+
+    bool IsShown() const { return mIsShown && !mIsClosed; }
+    bool IsClosed() const { return mIsClosed; }
+    const std::string& Icon() const { return mIcon; } // the path, "" at first
+
+private:
+    void CheckUsable(std::string_view action) const;
+    void Close();
+
+    MemoryFaults& mFaults;
+    MemoryFocus& mFocus;
+    MemoryApplication& mApplication;
+    const MemoryFiles& mFiles;
+    std::string mCaption;
+    float mWidth = 9600;
+    float mHeight = 7200;
+    std::string mIcon;
+    bool mIsLoaded = false;
+    bool mIsShown = false;
+    bool mIsClosed = false;
+};
+
+} // namespace tessaly
