@@ -28,6 +28,9 @@ constexpr std::string_view Tail = "int main(int argc, char *argv[]) \r\n"
                                   "return 0;\r\n"
                                   "}\r\n";
 
+// The prototypes are cut from the fronts of texts that lie far apart: this many of them are fetched ahead.
+constexpr std::int32_t PrefetchDistance = 8;
+
 class Generator {
 public:
     Generator(const VornSrcObj& document, CCodeSink& sink) : mDocument(document), mSink(sink) {}
@@ -67,6 +70,7 @@ private:
     // The stored prototypes have no part in this, kept on purpose: the code text alone counts.
     bool Prototypes() {
         for (std::int32_t i = 0; i < mDocument.GetFunctionCount(); ++i) {
+            mDocument.Functions().PrefetchCode(i + PrefetchDistance);
             std::string_view prototype;
             if (!CutPrototype(mDocument.Functions().CodeAt(i), prototype)) {
                 return false;
@@ -91,8 +95,12 @@ std::size_t LastCharacter(std::string_view text) {
 
 } // namespace
 
-void CCodeFileSink::Write(std::string_view text, CCodeOrigin) {
-    mOutput.Write(text);
+void CCodeFileSink::Write(std::string_view text, CCodeOrigin origin) {
+    if (origin.kind == CCodeOrigin::Kind::Frame) {
+        mOutput.WriteAscii(text);
+    } else {
+        mOutput.Write(text);
+    }
 }
 
 bool CutPrototype(std::string_view code, std::string_view& prototype) {

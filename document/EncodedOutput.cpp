@@ -44,9 +44,16 @@ void EncodedOutput::Write(std::string_view text) {
     }
 }
 
+void EncodedOutput::WriteAscii(std::string_view text) {
+    mPending.append(text);
+    if (mPending.size() >= FlushSize) {
+        Flush();
+    }
+}
+
 void EncodedOutput::WriteLine(std::string_view text) {
     Write(text);
-    Write("\r\n");
+    WriteAscii("\r\n");
 }
 
 void EncodedOutput::Close() {

@@ -21,6 +21,9 @@ public:
     // Writes `text` as it stands. Throws std::system_error.
     void Write(std::string_view text);
 
+    // Writes `text`, which must be ASCII and so is the same in every code page. Throws std::system_error.
+    void WriteAscii(std::string_view text);
+
     // Writes `text` and CR LF. Throws std::system_error.
     void WriteLine(std::string_view text);
 

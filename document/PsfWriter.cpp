@@ -12,25 +12,25 @@ namespace tessaly {
 namespace {
 
 void WriteValue(EncodedOutput& output, std::string_view key, std::string_view value) {
-    output.Write(key);
+    output.WriteAscii(key);
     output.WriteLine(value);
 }
 
 void WriteFunctionList(const FuncObject& functions, EncodedOutput& output) {
     // One blank stands where a negative number would have its sign.
     WriteValue(output, NumFuncsKey, " " + std::to_string(functions.GetCount()));
-    output.Write(FuncNamesKey);
+    output.WriteAscii(FuncNamesKey);
     for (std::int32_t i = 0; i < functions.GetCount(); ++i) {
-        output.Write(i > 0 ? "," : "");
+        output.WriteAscii(i > 0 ? "," : "");
         output.Write(functions.NameAt(i));
     }
     output.WriteLine("");
 }
 
 void WriteFunction(const FuncObject& functions, std::int32_t index, EncodedOutput& output) {
-    output.Write("[");
+    output.WriteAscii("[");
     output.Write(functions.NameAt(index));
-    output.WriteLine("]");
+    output.WriteAscii("]\r\n");
     WriteValue(output, ProtoTypeKey, functions.PrototypeAt(index));
     WriteValue(output, FuncBodyKey, functions.CodeAt(index));
 }

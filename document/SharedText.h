@@ -36,7 +36,8 @@ public:
     SharedText Share();
 
 private:
-    std::string mTail; // not yet in the block; keeps its room for the next text
+    std::string mTail;     // not yet in the block; keeps its room for the next text
+    SharedText mLastShort; // the last short text: many texts are the same empty line
     std::shared_ptr<char[]> mBlock;
     std::size_t mSize = 0;
     std::size_t mCapacity = 0;
