@@ -4,6 +4,10 @@
 #include "platform/CodePage.h"
 #include "platform/SequentialFiles.h"
 
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
 namespace tessaly {
 
 namespace {
@@ -27,26 +31,33 @@ std::size_t NextSlice(std::string_view text) {
 
 EncodedOutput::EncodedOutput(std::unique_ptr<OutputFile> file, const CodePage& codePage)
     : mFile(std::move(file)),
-      mCodePage(codePage) {
-    mPending.reserve(FlushSize + SliceSize);
-}
+      mCodePage(codePage),
+      mPending(std::make_unique_for_overwrite<char[]>(FlushSize + CodePage::MostEncoded(SliceSize))) {}
 
 EncodedOutput::~EncodedOutput() = default;
 
 void EncodedOutput::Write(std::string_view text) {
     while (!text.empty()) {
         const std::size_t size = NextSlice(text);
-        mCodePage.AppendEncoded(text.substr(0, size), mPending);
+        const char* const end = mCodePage.Encode(text.substr(0, size), mPending.get() + mPendingSize);
+        Advance(static_cast<std::size_t>(end - mPending.get()));
         text.remove_prefix(size);
-        if (mPending.size() >= FlushSize) {
-            Flush();
-        }
     }
 }
 
 void EncodedOutput::WriteAscii(std::string_view text) {
-    mPending.append(text);
-    if (mPending.size() >= FlushSize) {
+    while (!text.empty()) {
+        const std::size_t size = std::min(text.size(), SliceSize);
+        std::memcpy(mPending.get() + mPendingSize, text.data(), size);
+        Advance(mPendingSize + size);
+        text.remove_prefix(size);
+    }
+}
+
+// The buffer now holds `size` bytes; a slice must always fit behind them.
+void EncodedOutput::Advance(std::size_t size) {
+    mPendingSize = size;
+    if (mPendingSize >= FlushSize) {
         Flush();
     }
 }
@@ -62,8 +73,8 @@ void EncodedOutput::Close() {
 }
 
 void EncodedOutput::Flush() {
-    mFile->Write(mPending);
-    mPending.clear();
+    mFile->Write({mPending.get(), mPendingSize});
+    mPendingSize = 0;
 }
 
 } // namespace tessaly

@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <memory>
-#include <string>
 #include <string_view>
 
 namespace tessaly {
@@ -31,11 +30,13 @@ public:
     void Close();
 
 private:
+    void Advance(std::size_t size);
     void Flush();
 
     std::unique_ptr<OutputFile> mFile;
     const CodePage& mCodePage;
-    std::string mPending;
+    std::unique_ptr<char[]> mPending;
+    std::size_t mPendingSize = 0;
 };
 
 } // namespace tessaly

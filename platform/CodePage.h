@@ -17,9 +17,21 @@ public:
     // page. `bytes` must not begin or end inside a character.
     virtual void AppendDecoded(std::string_view bytes, std::string& text) const = 0;
 
-    // Appends the bytes for `text`. Never fails: a character without a place in the code page becomes "?",
-    // and so does each byte of `text` that is not UTF-8.
-    virtual void AppendEncoded(std::string_view text, std::string& bytes) const = 0;
+    // Puts the bytes for `text` to `to`, where there must be room for MostEncoded(text.size()), and returns the place
+    // behind them; what stands there then is not promised. Never fails: a character without a place in the code page
+    // becomes "?", and so does each byte of `text` that is not UTF-8.
+    virtual char* Encode(std::string_view text, char* to) const = 0;
+
+    // How many bytes a text of `size` bytes has at most in any code page: no character takes more than twice the
+    // bytes that it has in UTF-8.
+    static constexpr std::size_t MostEncoded(std::size_t size) { return size * 2; }
+
+    // Appends the bytes for `text`.
+    void AppendEncoded(std::string_view text, std::string& bytes) const {
+        const std::size_t start = bytes.size();
+        bytes.resize(start + MostEncoded(text.size()));
+        bytes.resize(static_cast<std::size_t>(Encode(text, bytes.data() + start) - bytes.data()));
+    }
 
     // The position of the first byte that stands for no character, or npos.
     virtual std::size_t FindUnassigned(std::string_view bytes) const = 0;

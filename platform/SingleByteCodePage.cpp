@@ -70,20 +70,16 @@ void SingleByteCodePage::AppendDecoded(std::string_view bytes, std::string& text
     }
 }
 
-void SingleByteCodePage::AppendEncoded(std::string_view text, std::string& bytes) const {
-    // No character has more bytes in the code page than in UTF-8.
-    const std::size_t start = bytes.size();
-    bytes.resize(start + text.size());
-    char* to = bytes.data() + start;
+char* SingleByteCodePage::Encode(std::string_view text, char* to) const {
     for (std::size_t position = 0; position < text.size();) {
         const std::size_t run = CopyAscii(text.substr(position), to);
         position += run;
         to += run;
         if (position < text.size()) {
-            *to++ = Encode(ReadUtf8(text, position));
+            *to++ = EncodeCharacter(ReadUtf8(text, position));
         }
     }
-    bytes.resize(static_cast<std::size_t>(to - bytes.data()));
+    return to;
 }
 
 std::size_t SingleByteCodePage::FindUnassigned(std::string_view bytes) const {
@@ -96,7 +92,7 @@ std::size_t SingleByteCodePage::FindUnassigned(std::string_view bytes) const {
     return std::string_view::npos;
 }
 
-char SingleByteCodePage::Encode(char32_t character) const {
+char SingleByteCodePage::EncodeCharacter(char32_t character) const {
     if (character < mLowPlaces.size()) {
         return mLowPlaces[character];
     }

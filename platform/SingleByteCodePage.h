@@ -17,7 +17,7 @@ public:
     explicit SingleByteCodePage(const HighHalf& highHalf);
 
     void AppendDecoded(std::string_view bytes, std::string& text) const override;
-    void AppendEncoded(std::string_view text, std::string& bytes) const override;
+    char* Encode(std::string_view text, char* to) const override;
     std::size_t FindUnassigned(std::string_view bytes) const override;
 
 private:
@@ -30,7 +30,7 @@ private:
         char byte;
     };
 
-    char Encode(char32_t character) const;
+    char EncodeCharacter(char32_t character) const;
 
     std::array<Utf8Character, 128> mDecoded;
     std::array<bool, 128> mAssigned;

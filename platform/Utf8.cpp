@@ -120,6 +120,10 @@ char32_t ReadUtf8(std::string_view text, std::size_t& position) {
     if (lead < 0x80) {
         return lead;
     }
+    if (lead >= 0xC2 && lead <= 0xDF && position < text.size() &&
+        IsContinuation(static_cast<unsigned char>(text[position]))) {
+        return (lead & 0x1FU) << 6 | (static_cast<unsigned char>(text[position++]) & 0x3FU); // most there are
+    }
     const std::size_t length = SequenceLength(lead);
     if (length == 0 || text.size() - start < length) {
         return NotACharacter;

@@ -73,7 +73,8 @@ public:
         }
     }
 
-    void AppendEncoded(std::string_view text, std::string& bytes) const override {
+    char* Encode(std::string_view text, char* to) const override {
+        std::string bytes;
         while (!text.empty()) {
             const std::size_t ascii = AsciiPrefix(text);
             bytes.append(text.substr(0, ascii));
@@ -86,6 +87,7 @@ public:
                 text.remove_prefix(character);
             }
         }
+        return std::copy(bytes.begin(), bytes.end(), to);
     }
 
     std::size_t FindUnassigned(std::string_view bytes) const override {
