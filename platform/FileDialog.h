@@ -26,7 +26,7 @@ public:
     virtual ~FileDialog() = default;
 
     // Show the dialog, modal to the main window, and return the chosen path. Neither asks about a file that exists
-    // or does not, and neither adds an extension. Throw DialogCancelled.
+    // or does not, and neither adds an extension. Throw DialogCancelled where cancelling is an error.
     virtual std::string ShowOpen(const FileDialogSettings& settings) = 0;
     virtual std::string ShowSave(const FileDialogSettings& settings) = 0;
 };

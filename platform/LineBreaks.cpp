@@ -55,7 +55,10 @@ std::string LineBreaks::Text() const {
     std::size_t start = 0;
     for (const Break kind : mBreaks) {
         const std::size_t end = mShown.find('\n', start);
-        text.append(mShown, start, end - start).append(breaks[static_cast<std::size_t>(kind)]);
+        text.append(mShown, start, end - start);
+        // A lone LF right behind a lone CR, where an edit has brought them together, would make one break of two.
+        const bool joins = kind == Break::Lf && text.ends_with('\r');
+        text.append(breaks[static_cast<std::size_t>(joins ? Break::CrLf : kind)]);
         start = end + 1;
     }
     return text.append(mShown, start);

@@ -11,7 +11,8 @@
 namespace tessaly {
 
 // Line breaks: a text comes back exactly as it was put in while the user has not edited it. After an edit every line
-// break that the user did not touch is still the one that was put in, and one that was typed or pasted is CR LF.
+// break that the user did not touch is still the one that was put in, and one that was typed or pasted is CR LF; of two
+// breaks in a row, one of which is new, the first counts as the old one.
 // Every implementation uses LineBreaks for this.
 class RichTextBox : public Control {
 public:

@@ -24,6 +24,7 @@ public:
     }
     MemoryControl(const MemoryControl&) = delete;
     MemoryControl& operator=(const MemoryControl&) = delete;
+    ~MemoryControl() override = default;
 
     Extent GetExtent() const override {
         CountCall();
@@ -59,6 +60,7 @@ protected:
     // To be called first in every call of the interface.
     void CountCall() const { mFaults.Count(); }
 
+    const Extent& OwnExtent() const { return mExtent; }
     void TakeFocus() { mFocus.MoveTo(*this); }
     void CheckReachable(std::string_view action) const { mFocus.CheckReachable(action); }
 

@@ -26,6 +26,10 @@ namespace tessaly {
 
 class MemoryDesktop final : public Desktop {
 public:
+    // With `rights` = Enforced the registry is as strict as that of Windows.
+    explicit MemoryDesktop(RegistryStore::AccessRights rights = RegistryStore::AccessRights::Ignored)
+        : registry(rights) {}
+
     // The calls of Desktop itself do not count among `faults`, but for those that make menus and windows.
     Window& MainWindow() override { return window; }
     TreeView& CodeTree() override { return tree; }

@@ -3,9 +3,17 @@
 
 #include "platform/memory/TestFailure.h"
 
+#include <algorithm>
+#include <sstream>
 #include <utility>
 
 namespace tessaly {
+
+namespace {
+
+constexpr std::int32_t HideReadOnlyBox = 4;
+
+} // namespace
 
 std::string MemoryFileDialog::ShowOpen(const FileDialogSettings& settings) {
     return Show(Kind::Open, settings);
@@ -15,9 +23,28 @@ std::string MemoryFileDialog::ShowSave(const FileDialogSettings& settings) {
     return Show(Kind::Save, settings);
 }
 
+// What the user sees of a dialog.
+MemoryFileDialog::Record MemoryFileDialog::MakeRecord(Kind kind, const FileDialogSettings& settings) {
+    Record record;
+    record.kind = kind;
+    record.settings = settings;
+    record.hasReadOnlyBox = (settings.flags & HideReadOnlyBox) == 0;
+    std::istringstream filter(settings.filter);
+    std::vector<std::string> patterns;
+    for (std::string description, pattern; std::getline(filter, description, '|');) {
+        std::getline(filter, pattern, '|');
+        record.filters.push_back(description);
+        patterns.push_back(pattern);
+    }
+    if (!patterns.empty() && settings.filterIndex >= 1) {
+        record.pattern = patterns[std::min(static_cast<std::size_t>(settings.filterIndex), patterns.size()) - 1];
+    }
+    return record;
+}
+
 std::string MemoryFileDialog::Show(Kind kind, const FileDialogSettings& settings) {
     mFaults.Count();
-    records.push_back({kind, settings});
+    records.push_back(MakeRecord(kind, settings));
     if (mAnswers.empty()) {
         throw UnexpectedDialog("a file dialog without a prepared answer, filter " + settings.filter);
     }

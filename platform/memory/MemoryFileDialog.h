@@ -20,6 +20,9 @@ public:
     struct Record {
         Kind kind = Kind::Open;
         FileDialogSettings settings;
+        std::vector<std::string> filters; // the descriptions that the user can choose from
+        std::string pattern;              // of the filter that is shown first
+        bool hasReadOnlyBox = false;
     };
 
     explicit MemoryFileDialog(MemoryFaults& faults) : mFaults(faults) {}
@@ -38,6 +41,7 @@ public:
     std::vector<Record> records;
 
 private:
+    static Record MakeRecord(Kind kind, const FileDialogSettings& settings);
     std::string Show(Kind kind, const FileDialogSettings& settings);
 
     MemoryFaults& mFaults;

@@ -44,7 +44,7 @@ void MemoryFocus::MoveToFirst() {
 }
 
 void MemoryFocus::CheckReachable(std::string_view action) const {
-    if (mBlocks > 0) {
+    if (IsBlocked()) {
         throw ImpossibleAction(std::string(action) + " behind a modal window");
     }
 }

@@ -40,6 +40,7 @@ public:
     // While a modal window or dialog is shown nothing can be done in the window behind it.
     void Block() { ++mBlocks; }
     void Unblock() { --mBlocks; }
+    bool IsBlocked() const { return mBlocks > 0; }
 
     // Throws ImpossibleAction while the window is blocked; `action` says what the test wanted to do.
     void CheckReachable(std::string_view action) const;

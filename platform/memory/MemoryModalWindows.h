@@ -45,6 +45,7 @@ public:
           mScripts(scripts) {}
     MemoryModalWindow(const MemoryModalWindow&) = delete;
     MemoryModalWindow& operator=(const MemoryModalWindow&) = delete;
+    ~MemoryModalWindow() override = default;
 
     void SetCaption(std::string_view caption) override {
         CountCall();
@@ -60,7 +61,12 @@ public:
         mScripts.pop_front();
         const MemoryBlock block(mOwnerFocus);
         mIsShown = true;
-        script(static_cast<Self&>(*this));
+        try {
+            script(static_cast<Self&>(*this));
+        } catch (...) {
+            mIsShown = false;
+            throw;
+        }
         if (std::exchange(mIsShown, false)) {
             throw UnexpectedDialog("a modal window that its script left open: \"" + mCaption + "\"");
         }

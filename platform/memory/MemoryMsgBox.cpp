@@ -39,6 +39,9 @@ MsgResult MemoryMsgBox::Show(std::string_view text, std::string_view caption, Ms
             return *result;
         }
     }
+    if (decide) {
+        return decide(records.back());
+    }
     throw UnexpectedDialog("a message box without a prepared answer: \"" + std::string(text) + "\"");
 }
 

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -33,6 +34,9 @@ public:
     // to nothing, and the box takes the next answer, too.
     void WillPress(MsgResult button) { mAnswers.emplace_back(button); }
     void WillClose() { mAnswers.emplace_back(std::nullopt); }
+
+    // What the user does with a box for which nothing was prepared, where this is set.
+    std::function<MsgResult(const Record&)> decide;
 
     // How many prepared answers were not used.
     std::size_t AnswersLeft() const { return mAnswers.size(); }

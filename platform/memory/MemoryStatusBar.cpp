@@ -1,6 +1,8 @@
 // A status bar in memory.
 #include "platform/memory/MemoryStatusBar.h"
 
+#include <algorithm>
+
 namespace tessaly {
 
 void MemoryStatusBar::AddPanel() {
@@ -26,6 +28,16 @@ std::string MemoryStatusBar::PanelText(std::int32_t number) const {
 void MemoryStatusBar::SetPanelText(std::int32_t number, std::string_view text) {
     CountCall();
     Panel(number).text = text;
+}
+
+float MemoryStatusBar::PanelWidth(std::int32_t number) const {
+    if (!Panel(number).isSpring) {
+        return FixedWidth;
+    }
+    const auto springs = static_cast<float>(
+        std::count_if(mPanels.begin(), mPanels.end(), [](const OnePanel& panel) { return panel.isSpring; }));
+    const float taken = FixedWidth * (static_cast<float>(mPanels.size()) - springs);
+    return std::max(OwnExtent().width - taken, 0.0F) / springs;
 }
 
 // A number below 1 becomes one far behind the end.

@@ -19,8 +19,11 @@ public:
     std::string PanelText(std::int32_t number) const override;
     void SetPanelText(std::int32_t number, std::string_view text) override;
 
-    // Whether a panel springs. Throws std::out_of_range when there is no such panel.
+    // Both throw std::out_of_range when there is no such panel. A panel that does not spring is FixedWidth wide.
     bool IsPanelSpring(std::int32_t number) const { return Panel(number).isSpring; }
+    float PanelWidth(std::int32_t number) const;
+
+    static constexpr float FixedWidth = 1440;
 
 private:
     struct OnePanel {

@@ -1,0 +1,188 @@
+// Status bar, tool bar, image list and menus.
+#include "tests/contract/DesktopContract.h"
+
+#include <stdexcept>
+
+namespace tessaly {
+namespace {
+
+TEST_P(DesktopContract, AStatusBarBeginsWithOneEmptyPanel) {
+    EXPECT_EQ(TheDesktop().StatusBar1().PanelCount(), 1);
+    EXPECT_EQ(TheDesktop().StatusBar1().PanelText(1), "");
+}
+
+TEST_P(DesktopContract, APanelIsAddedAtTheEndWithoutText) {
+    StatusBar& bar = TheDesktop().StatusBar1();
+    bar.SetPanelText(1, "first");
+    bar.AddPanel();
+    EXPECT_EQ(bar.PanelCount(), 2);
+    EXPECT_EQ(bar.PanelText(1), "first");
+    EXPECT_EQ(bar.PanelText(2), "");
+}
+
+TEST_P(DesktopContract, EveryPanelHasItsOwnText) {
+    StatusBar& bar = TheDesktop().StatusBar1();
+    bar.AddPanel();
+    bar.AddPanel();
+    bar.SetPanelText(2, "two \xC3\xA4 & \t");
+    bar.SetPanelText(3, "three");
+    bar.SetPanelSpring(2);
+    EXPECT_EQ(bar.PanelText(1), "");
+    EXPECT_EQ(bar.PanelText(2), "two \xC3\xA4 & \t");
+    EXPECT_EQ(bar.PanelText(3), "three");
+}
+
+TEST_P(DesktopContract, APanelThatIsNotThereHasNothing) {
+    StatusBar& bar = TheDesktop().StatusBar1();
+    for (const std::int32_t number : {-1, 0, 2}) {
+        EXPECT_THROW(bar.PanelText(number), std::out_of_range);
+        EXPECT_THROW(bar.SetPanelText(number, "text"), std::out_of_range);
+        EXPECT_THROW(bar.SetPanelSpring(number), std::out_of_range);
+    }
+    EXPECT_EQ(bar.PanelText(1), "");
+}
+
+TEST_P(DesktopContract, SpringingPanelsShareTheWidthThatTheOthersLeave) {
+    MainWindow().Show();
+    StatusBar& bar = TheDesktop().StatusBar1();
+    bar.AddPanel();
+    bar.AddPanel();
+    bar.SetExtent({0, 6000, 9000, 300});
+    const float fixedWidth = user->PanelWidth(3);
+    bar.SetPanelSpring(1);
+    bar.SetPanelSpring(2);
+    constexpr float Pixels = 150; // what a real bar needs for frames and rounding
+    EXPECT_NEAR(user->PanelWidth(3), fixedWidth, Pixels);
+    EXPECT_NEAR(user->PanelWidth(1), user->PanelWidth(2), Pixels);
+    EXPECT_NEAR(user->PanelWidth(1) * 2 + fixedWidth, 9000, 3 * Pixels);
+}
+
+TEST_P(DesktopContract, TheImagesHaveTheirTags) {
+    EXPECT_EQ(TheDesktop().QuorvaneImages().Tag(1), "Add");
+    EXPECT_EQ(TheDesktop().QuorvaneImages().Tag(2), "Delete");
+    EXPECT_THROW(TheDesktop().QuorvaneImages().Tag(0), std::out_of_range);
+    EXPECT_THROW(TheDesktop().QuorvaneImages().Tag(3), std::out_of_range);
+}
+
+TEST_P(DesktopContract, AToolBarIsEmptyAtFirst) {
+    EXPECT_EQ(TheDesktop().VornToolBar().ButtonCount(), 0);
+    EXPECT_THROW(TheDesktop().VornToolBar().ButtonTag(1), std::out_of_range);
+}
+
+TEST_P(DesktopContract, ButtonsCountFrom1InTheOrderOfAdding) {
+    ToolBar& bar = TheDesktop().VornToolBar();
+    bar.AddButton(2, "second image");
+    bar.AddButton(1, "");
+    bar.AddButton(2, "second image");
+    EXPECT_EQ(bar.ButtonCount(), 3);
+    EXPECT_EQ(bar.ButtonTag(1), "second image");
+    EXPECT_EQ(bar.ButtonTag(2), "");
+    EXPECT_EQ(bar.ButtonTag(3), "second image");
+    EXPECT_THROW(bar.ButtonTag(0), std::out_of_range);
+    EXPECT_THROW(bar.ButtonTag(4), std::out_of_range);
+}
+
+TEST_P(DesktopContract, AButtonNeedsAnImageThatIsThere) {
+    ToolBar& bar = TheDesktop().VornToolBar();
+    EXPECT_THROW(bar.AddButton(0, "tag"), std::out_of_range);
+    EXPECT_THROW(bar.AddButton(-1, "tag"), std::out_of_range);
+    EXPECT_THROW(bar.AddButton(3, "tag"), std::out_of_range);
+    EXPECT_EQ(bar.ButtonCount(), 0);
+}
+
+TEST_P(DesktopContract, ClearRemovesAllButtons) {
+    ToolBar& bar = TheDesktop().VornToolBar();
+    bar.AddButton(1, "old");
+    bar.Clear();
+    EXPECT_EQ(bar.ButtonCount(), 0);
+    bar.Clear();
+    bar.AddButton(2, "new");
+    EXPECT_EQ(bar.ButtonTag(1), "new");
+}
+
+TEST_P(DesktopContract, APressTellsTheNumberOfTheButton) {
+    ToolBar& bar = TheDesktop().VornToolBar();
+    bar.AddButton(1, "one");
+    bar.AddButton(2, "two");
+    std::vector<std::int32_t> pressed;
+    bar.onButtonClick = [&](std::int32_t number) { pressed.push_back(number); };
+    MainWindow().Show();
+    user->PressButton(2);
+    EXPECT_EQ(pressed, std::vector<std::int32_t>{2});
+    user->PressButton(1);
+    EXPECT_EQ(pressed, (std::vector<std::int32_t>{2, 1}));
+}
+
+TEST_P(DesktopContract, TheButtonHandlerMayRebuildTheBar) {
+    ToolBar& bar = TheDesktop().VornToolBar();
+    bar.AddButton(1, "one");
+    bar.onButtonClick = [&](std::int32_t) {
+        bar.Clear();
+        bar.AddButton(2, "other");
+    };
+    MainWindow().Show();
+    user->PressButton(1);
+    EXPECT_EQ(bar.ButtonTag(1), "other");
+}
+
+TEST_P(DesktopContract, AMenuBeginsWithItsNameAsCaptionAndUnchecked) {
+    MenuItem& item = TheDesktop().AddMenu(nullptr, "mnuFile");
+    EXPECT_EQ(item.Name(), "mnuFile");
+    EXPECT_EQ(item.Caption(), "mnuFile");
+    EXPECT_FALSE(item.IsChecked());
+}
+
+TEST_P(DesktopContract, CaptionAndCheckMarkOfAMenuItemCanBeChanged) {
+    MenuItem& menu = TheDesktop().AddMenu(nullptr, "mnuFile");
+    MenuItem& item = TheDesktop().AddMenu(&menu, "mnuOpen");
+    MenuItem& other = TheDesktop().AddMenu(&menu, "mnuSave");
+    item.SetCaption("&\xC3\x96"
+                    "ffnen");
+    item.SetChecked(true);
+    EXPECT_EQ(item.Caption(), "&\xC3\x96"
+                              "ffnen");
+    EXPECT_EQ(item.Name(), "mnuOpen");
+    EXPECT_TRUE(item.IsChecked());
+    EXPECT_FALSE(other.IsChecked());
+    item.SetChecked(false);
+    EXPECT_FALSE(item.IsChecked());
+}
+
+TEST_P(DesktopContract, MenusStandInTheOrderOfAdding) {
+    MenuItem& file = TheDesktop().AddMenu(nullptr, "mnuFile");
+    MenuItem& help = TheDesktop().AddMenu(nullptr, "mnuHelp");
+    TheDesktop().AddMenu(&file, "mnuOpen");
+    TheDesktop().AddMenu(&help, "mnuAbout");
+    TheDesktop().AddMenuSeparator(file);
+    TheDesktop().AddMenu(&file, "mnuExit");
+    EXPECT_EQ(user->MenuNames(nullptr), (Strings{"mnuFile", "mnuHelp"}));
+    EXPECT_EQ(user->MenuNames(&file), (Strings{"mnuOpen", "-", "mnuExit"}));
+    EXPECT_EQ(user->MenuNames(&help), Strings{"mnuAbout"});
+}
+
+TEST_P(DesktopContract, MenuNamesAreUniqueOverAllMenus) {
+    MenuItem& file = TheDesktop().AddMenu(nullptr, "mnuFile");
+    TheDesktop().AddMenu(&file, "mnuOpen");
+    EXPECT_THROW(TheDesktop().AddMenu(nullptr, "mnuOpen"), std::invalid_argument);
+    EXPECT_THROW(TheDesktop().AddMenu(&file, "mnuFile"), std::invalid_argument);
+    EXPECT_EQ(user->MenuNames(nullptr), Strings{"mnuFile"});
+    EXPECT_EQ(user->MenuNames(&file), Strings{"mnuOpen"});
+}
+
+TEST_P(DesktopContract, AMenuItemRaisesItsClickWhenItIsChosen) {
+    MenuItem& file = TheDesktop().AddMenu(nullptr, "mnuFile");
+    MenuItem& open = TheDesktop().AddMenu(&file, "mnuOpen");
+    MenuItem& save = TheDesktop().AddMenu(&file, "mnuSave");
+    file.onClick = [this] { events.emplace_back("file"); };
+    open.onClick = [this] { events.emplace_back("open"); };
+    save.onClick = [this] { events.emplace_back("save"); };
+    MainWindow().Show();
+    user->ChooseMenu(save);
+    EXPECT_EQ(events, Strings{"save"});
+    user->ChooseMenu(open);
+    EXPECT_EQ(events, (Strings{"save", "open"}));
+    EXPECT_FALSE(open.IsChecked());
+}
+
+} // namespace
+} // namespace tessaly

@@ -1,0 +1,51 @@
+// The contract tests know the interfaces and a driver only. A desktop takes part in them by one
+// INSTANTIATE_TEST_SUITE_P of DesktopContract in a program of its own.
+#pragma once
+
+#include "tests/contract/DesktopDriver.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tessaly {
+
+class DesktopContract : public ::testing::TestWithParam<DesktopUnderTest> {
+protected:
+    DesktopContract() { Start({}); }
+
+    // Starts the program anew.
+    void Start(const Launch& launch) {
+        user.reset();
+        user = GetParam().start(launch);
+    }
+
+    Desktop& TheDesktop() { return user->TheDesktop(); }
+    Window& MainWindow() { return TheDesktop().MainWindow(); }
+    TreeView& Tree() { return TheDesktop().CodeTree(); }
+    RichTextBox& Pane() { return TheDesktop().FuncBody(); }
+
+    // Writes the events of the pane and the tree to `events`.
+    void Record() {
+        Pane().onChange = [this] { events.emplace_back("change"); };
+        Pane().onGotFocus = [this] { events.emplace_back("got focus"); };
+        Pane().onLostFocus = [this] { events.emplace_back("lost focus"); };
+        Tree().onNodeClick = [this](TreeItem item) { events.push_back("click " + Tree().Key(item)); };
+    }
+
+    // The pane with this text, shown, with the focus and the caret at `caret`.
+    void Edit(std::string_view text, std::size_t caret) {
+        MainWindow().Show();
+        Pane().SetText(text);
+        user->ClickPane();
+        user->SetCaret(caret);
+    }
+
+    std::unique_ptr<DesktopDriver> user;
+    std::vector<std::string> events;
+};
+
+using Strings = std::vector<std::string>;
+
+} // namespace tessaly

@@ -1,0 +1,144 @@
+// The user of a desktop, for the contract tests: does what a user can do and sees what a user can see. Each desktop
+// has its own; everything else the tests do through the interfaces.
+#pragma once
+
+#include "platform/Desktop.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessaly {
+
+// How the program is started.
+struct Launch {
+    std::string commandLine;
+    bool previousInstance = false;
+};
+
+struct SeenMessageBox {
+    std::string text;
+    std::string caption;
+    MsgButtons buttons = MsgButtons::Ok;
+    MsgIcon icon = MsgIcon::None;
+
+    bool operator==(const SeenMessageBox&) const = default;
+};
+
+struct SeenFileDialog {
+    bool isSave = false;
+    std::string fileName;             // in the box for the name
+    std::vector<std::string> filters; // the descriptions
+    std::string pattern;              // of the filter shown
+    bool hasReadOnlyBox = false;
+};
+
+struct SeenProcessStart {
+    std::string commandLine;
+    std::int32_t windowStyle = 0;
+};
+
+// Where a test may write in the registry. The key is not there at first.
+struct RegistryPlace {
+    std::uint32_t root = 0;
+    std::string path;
+};
+
+// What a user can do in the name window while it is shown.
+class NameWindowUser {
+public:
+    virtual ~NameWindowUser() = default;
+    virtual void Type(std::string_view text) = 0;
+    virtual void PressOk() = 0;
+    virtual void PressCancel() = 0;
+    virtual void PressEnter() = 0;
+    virtual void PressEscape() = 0;
+    virtual void CloseByFrame() = 0;
+    virtual bool IsShown() const = 0;
+    virtual std::string Caption() const = 0;
+};
+
+// What a user can do in the splash window while it is shown.
+class SplashWindowUser {
+public:
+    virtual ~SplashWindowUser() = default;
+    virtual void PressKey() = 0;
+    virtual void ClickFrame() = 0;
+    virtual void CloseByFrame() = 0;
+    virtual bool IsShown() const = 0;
+};
+
+class DesktopDriver {
+public:
+    virtual ~DesktopDriver() = default;
+
+    virtual Desktop& TheDesktop() = 0;
+
+    // Lets everything happen that is under way, such as keys that were sent. What a user does is done when the
+    // operation returns.
+    virtual void Settle() = 0;
+
+    // The main window.
+    virtual void PressKey(int keyCode, int shift) = 0;
+    virtual void Resize(float width, float height) = 0;
+    virtual void CloseByUser() = 0;
+    virtual bool IsShown() const = 0;
+    virtual bool HasEnded() const = 0; // the window is gone, and the program ends
+    virtual bool TakesInput() const = 0;
+    virtual std::string Icon() const = 0; // something that is another one for every icon
+
+    // The tree.
+    virtual void ClickItem(TreeItem item) = 0;
+    virtual void MoveSelectionDown() = 0; // with the key
+
+    // The pane. Positions count bytes of what is shown, where every line break is one LF. Typing goes where the
+    // focus is, if at all.
+    virtual void ClickPane() = 0;
+    virtual void SetCaret(std::size_t position) = 0;
+    virtual void SelectAll() = 0;
+    virtual void Type(std::string_view text) = 0;
+    virtual void PressEnter() = 0;
+    virtual void Backspace() = 0;
+    virtual void Paste(std::string_view text) = 0;
+    virtual void Undo() = 0;
+    virtual std::string PaneShown() const = 0;
+
+    // Bars and menus.
+    virtual float PanelWidth(std::int32_t number) const = 0;
+    virtual void PressButton(std::int32_t number) = 0;
+    virtual void ChooseMenu(MenuItem& item) = 0;
+
+    // The names of what stands in the menu bar (null) or a drop-down, "-" for a line.
+    virtual std::vector<std::string> MenuNames(MenuItem* menu) const = 0;
+
+    // What the user does with the dialogs that come next, in order.
+    virtual void WillPress(MsgResult button) = 0;
+    virtual void WillCloseMessageBox() = 0; // or try to
+    virtual void WillChooseFile(std::string path) = 0;
+    virtual void WillCancelFileDialog() = 0;
+    virtual void WillUseName(std::function<void(NameWindowUser&)> script) = 0;
+    virtual void WillUseSplash(std::function<void(SplashWindowUser&)> script) = 0;
+    virtual std::vector<SeenMessageBox> MessageBoxes() const = 0;
+    virtual std::vector<SeenFileDialog> FileDialogs() const = 0;
+
+    // The system around the program.
+    virtual std::string FilePath(std::string_view name) const = 0; // a file of that name would be new
+    virtual std::string FolderPath() const = 0;                    // a folder that is there
+    virtual std::string PicturePath() = 0;                         // an icon that can be loaded
+    virtual RegistryPlace WritablePlace() const = 0;
+    virtual std::vector<std::string> HelpOpened() const = 0;
+    virtual std::string StartableCommand() const = 0;
+    virtual std::string UnstartableCommand() = 0; // no process can be started any more, or not this one
+    virtual std::vector<SeenProcessStart> Starts() const = 0;
+};
+
+// One desktop that has to keep the contracts.
+struct DesktopUnderTest {
+    std::string name;
+    std::function<std::unique_ptr<DesktopDriver>(const Launch&)> start;
+};
+
+} // namespace tessaly

@@ -1,0 +1,100 @@
+// The user of a desktop in memory.
+#include "tests/contract/MemoryDriver.h"
+
+#include <utility>
+
+namespace tessaly {
+
+namespace {
+
+class MemoryNameWindowUser final : public NameWindowUser {
+public:
+    explicit MemoryNameWindowUser(MemoryNameWindow& window) : mWindow(window) {}
+
+    void Type(std::string_view text) override { mWindow.Type(text); }
+    void PressOk() override { mWindow.PressOk(); }
+    void PressCancel() override { mWindow.PressCancel(); }
+    void PressEnter() override { mWindow.PressEnter(); }
+    void PressEscape() override { mWindow.PressEscape(); }
+    void CloseByFrame() override { mWindow.CloseByFrame(); }
+    bool IsShown() const override { return mWindow.IsShown(); }
+    std::string Caption() const override { return mWindow.ShownCaption(); }
+
+private:
+    MemoryNameWindow& mWindow;
+};
+
+class MemorySplashWindowUser final : public SplashWindowUser {
+public:
+    explicit MemorySplashWindowUser(MemorySplashWindow& window) : mWindow(window) {}
+
+    void PressKey() override { mWindow.PressKey(); }
+    void ClickFrame() override { mWindow.ClickFrame(); }
+    void CloseByFrame() override { mWindow.CloseByFrame(); }
+    bool IsShown() const override { return mWindow.IsShown(); }
+
+private:
+    MemorySplashWindow& mWindow;
+};
+
+} // namespace
+
+MemoryDriver::MemoryDriver(const Launch& launch) {
+    mDesktop.app.commandLine = launch.commandLine;
+    mDesktop.app.previousInstance = launch.previousInstance;
+}
+
+std::vector<std::string> MemoryDriver::MenuNames(MenuItem* menu) const {
+    return menu == nullptr ? mDesktop.menus.Bar() : static_cast<MemoryMenuItem*>(menu)->DropDown();
+}
+
+void MemoryDriver::WillUseName(std::function<void(NameWindowUser&)> script) {
+    mDesktop.modal.WillUseName([script = std::move(script)](MemoryNameWindow& window) {
+        MemoryNameWindowUser windowUser(window);
+        script(windowUser);
+    });
+}
+
+void MemoryDriver::WillUseSplash(std::function<void(SplashWindowUser&)> script) {
+    mDesktop.modal.WillUseSplash([script = std::move(script)](MemorySplashWindow& window) {
+        MemorySplashWindowUser windowUser(window);
+        script(windowUser);
+    });
+}
+
+std::vector<SeenMessageBox> MemoryDriver::MessageBoxes() const {
+    std::vector<SeenMessageBox> seen;
+    for (const MemoryMsgBox::Record& record : mDesktop.msgBox.records) {
+        seen.push_back({record.text, record.caption, record.buttons, record.icon});
+    }
+    return seen;
+}
+
+std::vector<SeenFileDialog> MemoryDriver::FileDialogs() const {
+    std::vector<SeenFileDialog> seen;
+    for (const MemoryFileDialog::Record& record : mDesktop.fileDialog.records) {
+        seen.push_back({record.kind == MemoryFileDialog::Kind::Save, record.settings.fileName, record.filters,
+                        record.pattern, record.hasReadOnlyBox});
+    }
+    return seen;
+}
+
+std::string MemoryDriver::PicturePath() {
+    mDesktop.files.contents["folder/icon"] = "a picture";
+    return "folder/icon";
+}
+
+std::string MemoryDriver::UnstartableCommand() {
+    mDesktop.app.startsFail = true;
+    return "no-program";
+}
+
+std::vector<SeenProcessStart> MemoryDriver::Starts() const {
+    std::vector<SeenProcessStart> seen;
+    for (const MemoryApplication::ProcessStart& start : mDesktop.app.starts) {
+        seen.push_back({start.commandLine, start.windowStyle});
+    }
+    return seen;
+}
+
+} // namespace tessaly

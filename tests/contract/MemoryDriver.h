@@ -1,0 +1,64 @@
+// The user of a desktop in memory.
+#pragma once
+
+#include "platform/memory/MemoryDesktop.h"
+#include "tests/contract/DesktopDriver.h"
+
+namespace tessaly {
+
+class MemoryDriver final : public DesktopDriver {
+public:
+    explicit MemoryDriver(const Launch& launch);
+
+    Desktop& TheDesktop() override { return mDesktop; }
+    void Settle() override { mDesktop.window.DeliverSentKeys(); }
+
+    void PressKey(int keyCode, int shift) override { mDesktop.window.PressKey(keyCode, shift); }
+    void Resize(float width, float height) override { mDesktop.window.Resize(width, height); }
+    void CloseByUser() override { mDesktop.window.CloseByUser(); }
+    bool IsShown() const override { return mDesktop.window.IsShown(); }
+    bool HasEnded() const override { return mDesktop.window.IsClosed(); }
+    bool TakesInput() const override { return !mDesktop.focus.IsBlocked(); }
+    std::string Icon() const override { return mDesktop.window.Icon(); }
+
+    void ClickItem(TreeItem item) override { mDesktop.tree.Click(item); }
+    void MoveSelectionDown() override { mDesktop.tree.MoveDown(); }
+
+    void ClickPane() override { mDesktop.pane.Click(); }
+    void SetCaret(std::size_t position) override { mDesktop.pane.SetCaret(position); }
+    void SelectAll() override { mDesktop.pane.SelectAll(); }
+    void Type(std::string_view text) override { mDesktop.pane.Type(text); }
+    void PressEnter() override { mDesktop.pane.PressEnter(); }
+    void Backspace() override { mDesktop.pane.Backspace(); }
+    void Paste(std::string_view text) override { mDesktop.pane.Paste(text); }
+    void Undo() override { mDesktop.pane.Undo(); }
+    std::string PaneShown() const override { return mDesktop.pane.Shown(); }
+
+    float PanelWidth(std::int32_t number) const override { return mDesktop.status.PanelWidth(number); }
+    void PressButton(std::int32_t number) override { mDesktop.toolBar.Press(number); }
+    void ChooseMenu(MenuItem& item) override { static_cast<MemoryMenuItem&>(item).Choose(); }
+    std::vector<std::string> MenuNames(MenuItem* menu) const override;
+
+    void WillPress(MsgResult button) override { mDesktop.msgBox.WillPress(button); }
+    void WillCloseMessageBox() override { mDesktop.msgBox.WillClose(); }
+    void WillChooseFile(std::string path) override { mDesktop.fileDialog.WillChoose(std::move(path)); }
+    void WillCancelFileDialog() override { mDesktop.fileDialog.WillCancel(); }
+    void WillUseName(std::function<void(NameWindowUser&)> script) override;
+    void WillUseSplash(std::function<void(SplashWindowUser&)> script) override;
+    std::vector<SeenMessageBox> MessageBoxes() const override;
+    std::vector<SeenFileDialog> FileDialogs() const override;
+
+    std::string FilePath(std::string_view name) const override { return "folder/" + std::string(name); }
+    std::string FolderPath() const override { return "folder"; }
+    std::string PicturePath() override;
+    RegistryPlace WritablePlace() const override { return {Registry::CurrentUser, "SOFTWARE\\Tessaly contract"}; }
+    std::vector<std::string> HelpOpened() const override { return mDesktop.app.helpOpened; }
+    std::string StartableCommand() const override { return "\"a program\"  with  arguments "; }
+    std::string UnstartableCommand() override;
+    std::vector<SeenProcessStart> Starts() const override;
+
+private:
+    MemoryDesktop mDesktop;
+};
+
+} // namespace tessaly

@@ -1,0 +1,225 @@
+// Every call of the desktop in memory counts and can be made to fail, except CloseKey.
+#include "platform/memory/MemoryFaults.h"
+
+#include "platform/memory/MemoryDesktop.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <memory>
+#include <stdexcept>
+#include <system_error>
+#include <vector>
+
+namespace tessaly {
+namespace {
+
+class MemoryFaultsTest : public ::testing::Test {
+protected:
+    // One call of every operation of every object.
+    std::vector<std::function<void()>> EveryCall();
+    std::vector<std::function<void()>> CallsOfControls();
+    std::vector<std::function<void()>> CallsOfServices();
+
+    MemoryDesktop desktop;
+    MenuItem& menu = desktop.AddMenu(nullptr, "mnuFile");
+    std::unique_ptr<NameWindow> nameWindow = desktop.NewNameWindow();
+    std::unique_ptr<SplashWindow> splash = desktop.NewSplashWindow();
+};
+
+std::vector<std::function<void()>> MemoryFaultsTest::CallsOfControls() {
+    const TreeItem item = desktop.tree.Add(TreeItem::None, "key", "text");
+    return {
+        [&] { desktop.window.Show(); },
+        [&] { desktop.window.Caption(); },
+        [&] { desktop.window.SetCaption(""); },
+        [&] { desktop.window.Width(); },
+        [&] { desktop.window.Height(); },
+        [&] { desktop.window.SetIcon("icon"); },
+        [&] { desktop.tree.Add(TreeItem::None, "other", ""); },
+        [&] { desktop.tree.Remove(2); },
+        [&] { desktop.tree.Count(); },
+        [&] { desktop.tree.Find("key"); },
+        [&] { desktop.tree.At(1); },
+        [&, item] { desktop.tree.Key(item); },
+        [&, item] { desktop.tree.Text(item); },
+        [&, item] { desktop.tree.SetText(item, ""); },
+        [&, item] { desktop.tree.Tag(item); },
+        [&, item] { desktop.tree.SetTag(item, ""); },
+        [&, item] { desktop.tree.Index(item); },
+        [&, item] { desktop.tree.Parent(item); },
+        [&, item] { desktop.tree.Expand(item); },
+        [&, item] { desktop.tree.IsExpanded(item); },
+        [&, item] { desktop.tree.Select(item); },
+        [&] { desktop.tree.Selected(); },
+        [&] { desktop.tree.Clear(); },
+        [&] { desktop.tree.GetExtent(); },
+        [&] { desktop.tree.SetExtent({}); },
+        [&] { desktop.tree.SetTabStop(true); },
+        [&] { desktop.tree.SetFocus(); },
+        [&] { desktop.paneLabel.Caption(); },
+        [&] { desktop.paneLabel.SetCaption(""); },
+        [&] { desktop.pane.Text(); },
+        [&] { desktop.pane.SetText(""); },
+        [&] { desktop.pane.IsAvailable(); },
+        [&] { desktop.pane.SetAvailable(true); },
+        [&] { desktop.pane.SetTabStops({}); },
+        [&] { desktop.toolBar.AddButton(1, ""); },
+        [&] { desktop.toolBar.ButtonCount(); },
+        [&] { desktop.toolBar.ButtonTag(1); },
+        [&] { desktop.toolBar.Clear(); },
+        [&] { desktop.images.Tag(1); },
+        [&] { desktop.status.AddPanel(); },
+        [&] { desktop.status.PanelCount(); },
+        [&] { desktop.status.SetPanelSpring(1); },
+        [&] { desktop.status.PanelText(1); },
+        [&] { desktop.status.SetPanelText(1, ""); },
+    };
+}
+
+std::vector<std::function<void()>> MemoryFaultsTest::CallsOfServices() {
+    desktop.files.contents["file"] = "content";
+    return {
+        [&] { desktop.AddMenu(&menu, "mnuOpen"); },
+        [&] { desktop.AddMenuSeparator(menu); },
+        [&] { menu.Name(); },
+        [&] { menu.Caption(); },
+        [&] { menu.SetCaption(""); },
+        [&] { menu.IsChecked(); },
+        [&] { menu.SetChecked(false); },
+        [&] { desktop.NewNameWindow(); },
+        [&] { desktop.NewSplashWindow(); },
+        [&] { nameWindow->SetCaption(""); },
+        [&] { nameWindow->Hide(); },
+        [&] { nameWindow->NameLabel(); },
+        [&] { nameWindow->FuncVarName(); },
+        [&] { splash->LblVersion(); },
+        [&] { splash->LblPlatform(); },
+        [&] { splash->LblCompany(); },
+        [&] { splash->LblCopyright(); },
+        [&] { splash->LblCompanyProduct(); },
+        [&] { splash->LblProductName(); },
+        [&] {
+            desktop.modal.WillUseName([](MemoryNameWindow& window) { window.CloseByFrame(); });
+            nameWindow->ShowModal();
+        },
+        [&] {
+            desktop.msgBox.WillClose();
+            desktop.msgBox.Show("", "", MsgButtons::Ok, MsgIcon::None);
+        },
+        [&] {
+            desktop.fileDialog.WillCancel();
+            desktop.fileDialog.ShowOpen({});
+        },
+        [&] {
+            desktop.fileDialog.WillCancel();
+            desktop.fileDialog.ShowSave({});
+        },
+        [&] { desktop.app.PreviousInstance(); },
+        [&] { desktop.app.CommandLine(); },
+        [&] { desktop.app.Major(); },
+        [&] { desktop.app.Minor(); },
+        [&] { desktop.app.Revision(); },
+        [&] { desktop.app.Title(); },
+        [&] { desktop.app.SetHelpFile(""); },
+        [&] { desktop.app.SendF1(); },
+        [&] { desktop.app.FileExists("file"); },
+        [&] { desktop.app.StartProcess("", 3); },
+        [&] { desktop.Files().OpenForInput("file"); },
+        [&] { desktop.Files().OpenForOutput("other"); },
+        [&] { desktop.window.Unload(); },
+    };
+}
+
+std::vector<std::function<void()>> MemoryFaultsTest::EveryCall() {
+    desktop.files.contents["icon"] = "a picture";
+    std::vector<std::function<void()>> calls = CallsOfControls();
+    for (const auto& call : CallsOfServices()) {
+        calls.push_back(call);
+    }
+    return calls;
+}
+
+TEST_F(MemoryFaultsTest, EveryCallCountsOnce) {
+    const std::vector<std::function<void()>> calls = EveryCall();
+    for (std::size_t number = 0; number < calls.size(); ++number) {
+        const std::size_t before = desktop.faults.Calls();
+        calls[number]();
+        EXPECT_EQ(desktop.faults.Calls(), before + 1) << "call " << number;
+    }
+}
+
+TEST_F(MemoryFaultsTest, EveryCallCanBeMadeToFailAndThenSucceeds) {
+    const std::vector<std::function<void()>> calls = EveryCall();
+    for (std::size_t number = 0; number < calls.size(); ++number) {
+        desktop.faults.FailAt(1);
+        EXPECT_THROW(calls[number](), std::runtime_error) << "call " << number;
+        EXPECT_FALSE(desktop.faults.IsPending());
+        EXPECT_NO_THROW(calls[number]()) << "call " << number;
+    }
+}
+
+TEST_F(MemoryFaultsTest, ACallThatFailsDoesNothing) {
+    desktop.pane.SetText("old");
+    int changes = 0;
+    desktop.pane.onChange = [&] { ++changes; };
+    desktop.faults.FailAt(2);
+    desktop.pane.Text();
+    EXPECT_THROW(desktop.pane.SetText("new"), std::runtime_error);
+    EXPECT_EQ(desktop.pane.Text(), "old");
+    EXPECT_EQ(changes, 0);
+}
+
+TEST_F(MemoryFaultsTest, FailuresCanBeSwitchedOff) {
+    desktop.faults.FailAt(1);
+    EXPECT_TRUE(desktop.faults.IsPending());
+    desktop.faults.Off();
+    EXPECT_NO_THROW(desktop.pane.Text());
+}
+
+TEST_F(MemoryFaultsTest, FilesFailAsFilesDoAndCloseKeyNever) {
+    desktop.files.contents["file"] = "content";
+    const std::unique_ptr<InputFile> input = desktop.Files().OpenForInput("file");
+    const std::unique_ptr<OutputFile> output = desktop.Files().OpenForOutput("other");
+    char byte = 0;
+    for (const std::function<void()>& call :
+         {std::function<void()>([&] { input->Read(&byte, 1); }), std::function<void()>([&] { input->Close(); }),
+          std::function<void()>([&] { output->Write("x"); }), std::function<void()>([&] { output->Close(); })}) {
+        desktop.faults.FailAt(1);
+        EXPECT_THROW(call(), std::system_error);
+    }
+    desktop.faults.FailAt(1);
+    EXPECT_EQ(desktop.Settings().CloseKey(1), Registry::BadHandle);
+    EXPECT_TRUE(desktop.faults.IsPending());
+}
+
+TEST_F(MemoryFaultsTest, RegistryCallsCanBeMadeToFail) {
+    Registry& registry = desktop.Settings();
+    Registry::Handle key = 0;
+    std::uint32_t type = 0;
+    std::uint32_t size = 0;
+    for (const std::function<void()>& call :
+         {std::function<void()>([&] { registry.OpenKey(Registry::Users, "a", 0, key); }),
+          std::function<void()>([&] { registry.CreateKey(Registry::Users, "a", 0, key); }),
+          std::function<void()>([&] { registry.QueryValue(key, "a", type, nullptr, size); }),
+          std::function<void()>([&] { registry.SetValue(key, "a", 1, ""); })}) {
+        desktop.faults.FailAt(1);
+        EXPECT_THROW(call(), std::runtime_error);
+    }
+    EXPECT_TRUE(desktop.registry.calls.empty());
+}
+
+TEST_F(MemoryFaultsTest, WhatTheUserDoesIsNoCall) {
+    const TreeItem item = desktop.tree.Add(TreeItem::None, "key", "text");
+    desktop.window.Show();
+    const std::size_t before = desktop.faults.Calls();
+    desktop.tree.Click(item);
+    desktop.pane.Click();
+    desktop.pane.Type("abc");
+    desktop.window.PressKey('X');
+    desktop.window.Resize(1, 2);
+    desktop.menus["mnuFile"].Choose();
+    EXPECT_EQ(desktop.faults.Calls(), before);
+}
+
+} // namespace
+} // namespace tessaly

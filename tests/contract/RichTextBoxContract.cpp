@@ -1,0 +1,213 @@
+// The pane. Texts are edited at places where it is plain which line break the user touched.
+#include "tests/contract/DesktopContract.h"
+
+#include <stdexcept>
+
+namespace tessaly {
+namespace {
+
+TEST_P(DesktopContract, ATextComesBackWithTheLineBreaksThatWerePutIn) {
+    for (const std::string_view text :
+         {"", "a", "a\nb", "a\r\nb", "a\rb", "\n", "\r\n", "\r", "\n\r", "\r\r\n", "\r\n\n",
+          "a\r\nb\nc\rd\n\n\r\r\n\r\n", "\xC3\xA4\n\xE2\x82\xAC\r\n\xF0\x9F\x98\x80\t"}) {
+        Pane().SetText(text);
+        EXPECT_EQ(Pane().Text(), text);
+    }
+}
+
+TEST_P(DesktopContract, ShowingAndFocusingLeaveTheTextAlone) {
+    Edit("a\nb\r\nc\rd", 3);
+    EXPECT_EQ(Pane().Text(), "a\nb\r\nc\rd");
+    EXPECT_EQ(user->PaneShown(), "a\nb\nc\nd");
+}
+
+TEST_P(DesktopContract, TextOfManyLinesComesBack) {
+    std::string text;
+    for (int line = 0; line < 10000; ++line) {
+        text += "line " + std::to_string(line) + (line % 3 == 0 ? "\n" : line % 3 == 1 ? "\r\n" : "\r");
+    }
+    Pane().SetText(text);
+    EXPECT_EQ(Pane().Text(), text);
+}
+
+TEST_P(DesktopContract, AnEditInTheMiddleKeepsAllBreaks) {
+    Edit("a\nb\r\nc\rd", 2);
+    user->Type("xy");
+    EXPECT_EQ(Pane().Text(), "a\nxyb\r\nc\rd");
+    EXPECT_EQ(user->PaneShown(), "a\nxyb\nc\nd");
+}
+
+TEST_P(DesktopContract, ATypedBreakIsCrLf) {
+    Edit("a\nbc\rd", 3);
+    user->PressEnter();
+    EXPECT_EQ(Pane().Text(), "a\nb\r\nc\rd");
+}
+
+TEST_P(DesktopContract, APastedBreakIsCrLf) {
+    Edit("a\nbc\rd", 3);
+    user->Paste("1\n2\r3\r\n4");
+    EXPECT_EQ(Pane().Text(), "a\nb1\r\n2\r\n3\r\n4c\rd");
+}
+
+TEST_P(DesktopContract, PastingOverEverythingLeavesNoOldBreak) {
+    Edit("a\nb", 0);
+    user->SelectAll();
+    user->Paste("1\n2\r3");
+    EXPECT_EQ(Pane().Text(), "1\r\n2\r\n3");
+}
+
+TEST_P(DesktopContract, SeveralEditsInDifferentPlacesKeepTheOtherBreaks) {
+    Edit("a\nb\rc\nd\r\ne", 0);
+    user->SetCaret(7);
+    user->Type("D");
+    user->SetCaret(0);
+    user->Type("A");
+    user->SetCaret(5);
+    user->PressEnter();
+    user->Type("C");
+    EXPECT_EQ(Pane().Text(), "Aa\nb\r\r\nCc\nd"
+                             "D\r\ne");
+}
+
+TEST_P(DesktopContract, ADeletedBreakJoinsLinesAndLeavesTheOthers) {
+    Edit("a\nb\rc\nd", 4);
+    user->Backspace();
+    EXPECT_EQ(Pane().Text(), "a\nbc\nd");
+}
+
+TEST_P(DesktopContract, BackspaceTakesAWholeCharacter) {
+    Edit("\xC3\xA4\xE2\x82\xACz", 5);
+    user->Backspace();
+    EXPECT_EQ(Pane().Text(), "\xC3\xA4z");
+}
+
+TEST_P(DesktopContract, TypedTextStandsAtTheCaret) {
+    Edit("ad", 1);
+    user->Type("b\xC3\xA4");
+    user->Type("c");
+    EXPECT_EQ(Pane().Text(), "ab\xC3\xA4"
+                             "cd");
+}
+
+TEST_P(DesktopContract, ANewTextForgetsTheBreaksOfTheOldOne) {
+    Edit("a\rb", 3);
+    Pane().SetText("c\nd");
+    user->SetCaret(0);
+    user->Type("x");
+    EXPECT_EQ(Pane().Text(), "xc\nd");
+}
+
+TEST_P(DesktopContract, ANewTextCannotBeUndone) {
+    Edit("old", 3);
+    user->Type("er");
+    Pane().SetText("new");
+    Record();
+    user->Undo();
+    EXPECT_EQ(Pane().Text(), "new");
+    EXPECT_EQ(events, Strings{});
+}
+
+TEST_P(DesktopContract, EveryChangeRaisesOneEvent) {
+    Edit("ab", 1);
+    Record();
+    user->Type("x");
+    EXPECT_EQ(events, Strings{"change"});
+    user->PressEnter();
+    EXPECT_EQ(events.size(), 2U);
+    user->Backspace();
+    EXPECT_EQ(events.size(), 3U);
+    user->Paste("1\n2");
+    EXPECT_EQ(events.size(), 4U);
+    user->Type("yz");
+    EXPECT_EQ(events.size(), 6U);
+}
+
+TEST_P(DesktopContract, TheEventComesWhenTheTextHasChanged) {
+    Edit("ab", 1);
+    std::string seen;
+    Pane().onChange = [&] { seen = Pane().Text(); };
+    user->Type("x");
+    EXPECT_EQ(seen, "axb");
+    Pane().SetText("c\nd");
+    EXPECT_EQ(seen, "c\nd");
+}
+
+TEST_P(DesktopContract, SetTextRaisesTheChangeEventEvenForTheSameText) {
+    Record();
+    Pane().SetText("a");
+    EXPECT_EQ(events, Strings{"change"});
+    Pane().SetText("a");
+    EXPECT_EQ(events, (Strings{"change", "change"}));
+    Pane().SetText("");
+    Pane().SetText("");
+    EXPECT_EQ(events.size(), 4U);
+}
+
+TEST_P(DesktopContract, SetTextMovesNoFocus) {
+    MainWindow().Show();
+    Tree().SetFocus();
+    Record();
+    Pane().SetText("a");
+    user->Type("b");
+    EXPECT_EQ(Pane().Text(), "a");
+    EXPECT_EQ(events, Strings{"change"});
+}
+
+TEST_P(DesktopContract, APaneIsAvailableAtFirst) {
+    EXPECT_TRUE(Pane().IsAvailable());
+    Pane().SetAvailable(false);
+    EXPECT_FALSE(Pane().IsAvailable());
+    Pane().SetAvailable(true);
+    EXPECT_TRUE(Pane().IsAvailable());
+}
+
+TEST_P(DesktopContract, AnUnavailablePaneRefusesTheFocus) {
+    MainWindow().Show();
+    Tree().SetFocus();
+    Pane().SetAvailable(false);
+    Record();
+    EXPECT_THROW(Pane().SetFocus(), std::runtime_error);
+    user->ClickPane();
+    user->Type("a");
+    EXPECT_EQ(events, Strings{});
+    Pane().SetAvailable(true);
+    Pane().SetFocus();
+    EXPECT_EQ(events, Strings{"got focus"});
+}
+
+TEST_P(DesktopContract, APaneThatBecomesUnavailableKeepsTheFocusAndTakesNoInput) {
+    Edit("ab", 1);
+    Record();
+    Pane().SetAvailable(false);
+    user->Type("x");
+    user->PressEnter();
+    user->Backspace();
+    user->Paste("y");
+    EXPECT_EQ(Pane().Text(), "ab");
+    EXPECT_EQ(events, Strings{});
+    Pane().SetAvailable(true);
+    user->Type("x");
+    EXPECT_EQ(Pane().Text(), "axb");
+    EXPECT_EQ(events, Strings{"change"});
+}
+
+TEST_P(DesktopContract, AnUnavailablePaneStillTakesTextFromTheProgram) {
+    Pane().SetAvailable(false);
+    Record();
+    Pane().SetText("a\rb");
+    EXPECT_EQ(Pane().Text(), "a\rb");
+    EXPECT_EQ(events, Strings{"change"});
+}
+
+TEST_P(DesktopContract, TabStopsLeaveTheTextAlone) {
+    Edit("a\tb\nc", 0);
+    Record();
+    Pane().SetTabStops({0, 360.5F, 721});
+    Pane().SetTabStops({});
+    Pane().SetTabStops({1.1F});
+    EXPECT_EQ(Pane().Text(), "a\tb\nc");
+    EXPECT_EQ(events, Strings{});
+}
+
+} // namespace
+} // namespace tessaly

@@ -1,0 +1,213 @@
+// The main window as a frame, and the running program.
+#include "tests/contract/DesktopContract.h"
+
+#include <stdexcept>
+#include <system_error>
+
+namespace tessaly {
+namespace {
+
+TEST_P(DesktopContract, LoadIsRaisedOnceBeforeTheWindowIsShown) {
+    int loads = 0;
+    bool wasShown = true;
+    MainWindow().onLoad = [&] {
+        ++loads;
+        wasShown = user->IsShown();
+    };
+    EXPECT_EQ(loads, 0);
+    MainWindow().Show();
+    EXPECT_EQ(loads, 1);
+    EXPECT_FALSE(wasShown);
+    EXPECT_TRUE(user->IsShown());
+    MainWindow().Show();
+    EXPECT_EQ(loads, 1);
+}
+
+TEST_P(DesktopContract, ResizeIsRaisedAfterTheSizeHasChanged) {
+    MainWindow().Show();
+    user->Resize(9000, 6000);
+    std::vector<float> seen;
+    MainWindow().onResize = [&] { seen = {MainWindow().Width(), MainWindow().Height()}; };
+    user->Resize(7500, 5250);
+    EXPECT_EQ(seen, (std::vector<float>{7500, 5250}));
+    EXPECT_EQ(MainWindow().Width(), 7500);
+    EXPECT_EQ(MainWindow().Height(), 5250);
+}
+
+TEST_P(DesktopContract, AKeyIsToldBeforeItReachesTheControl) {
+    Edit("", 0);
+    Record();
+    MainWindow().onKeyDown = [this](int keyCode, int shift) {
+        events.push_back(std::to_string(keyCode) + "/" + std::to_string(shift) + ":" + Pane().Text());
+    };
+    user->PressKey('A', 0);
+    EXPECT_EQ(events, (Strings{"65/0:", "change"}));
+    EXPECT_EQ(Pane().Text(), "a");
+}
+
+TEST_P(DesktopContract, FunctionKeysAreToldAndChangeNoText) {
+    Edit("ab", 1);
+    for (const int key : {KeyF2, KeyF3, KeyF4, KeyF5}) {
+        std::vector<int> seen;
+        MainWindow().onKeyDown = [&](int keyCode, int shift) { seen = {keyCode, shift}; };
+        user->PressKey(key, 0);
+        EXPECT_EQ(seen, (std::vector<int>{key, 0}));
+        user->PressKey(key, 3);
+        EXPECT_EQ(seen, (std::vector<int>{key, 3}));
+    }
+    EXPECT_EQ(Pane().Text(), "ab");
+}
+
+TEST_P(DesktopContract, AKeyReachesTheControlThatHasTheFocusAfterTheEvent) {
+    MainWindow().Show();
+    Tree().SetFocus();
+    MainWindow().onKeyDown = [this](int, int) { Pane().SetFocus(); };
+    user->PressKey('B', 0);
+    EXPECT_EQ(Pane().Text(), "b");
+}
+
+TEST_P(DesktopContract, AKeyWithTheFocusElsewhereDoesNotReachThePane) {
+    Edit("", 0);
+    Tree().SetFocus();
+    user->PressKey('B', 0);
+    EXPECT_EQ(Pane().Text(), "");
+}
+
+TEST_P(DesktopContract, TheTabKeyInThePaneIsText) {
+    Edit("", 0);
+    Record();
+    user->PressKey(9, 0);
+    EXPECT_EQ(Pane().Text(), "\t");
+    EXPECT_EQ(events, Strings{"change"});
+}
+
+TEST_P(DesktopContract, UnloadIsRaisedOnceAndEndsTheProgram) {
+    int unloads = 0;
+    MainWindow().Show();
+    MainWindow().onUnload = [&] {
+        ++unloads;
+        MainWindow().Unload();
+    };
+    EXPECT_FALSE(user->HasEnded());
+    MainWindow().Unload();
+    EXPECT_EQ(unloads, 1);
+    EXPECT_TRUE(user->HasEnded());
+    EXPECT_FALSE(user->IsShown());
+}
+
+TEST_P(DesktopContract, TheUserClosesTheWindowLikeTheProgram) {
+    int unloads = 0;
+    MainWindow().Show();
+    MainWindow().onUnload = [&] { ++unloads; };
+    user->CloseByUser();
+    EXPECT_EQ(unloads, 1);
+    EXPECT_TRUE(user->HasEnded());
+}
+
+TEST_P(DesktopContract, TheWindowGoesEvenIfTheUnloadHandlerFails) {
+    MainWindow().Show();
+    MainWindow().onUnload = [] { throw std::runtime_error("unload"); };
+    try {
+        MainWindow().Unload();
+    } catch (const std::runtime_error&) { // whether it comes out is not promised
+    }
+    EXPECT_TRUE(user->HasEnded());
+}
+
+TEST_P(DesktopContract, TheControlsCanStillBeReadWhenTheWindowIsAboutToGo) {
+    MainWindow().Show();
+    Pane().SetText("a\nb");
+    std::string seen;
+    MainWindow().onUnload = [&] { seen = Pane().Text(); };
+    user->CloseByUser();
+    EXPECT_EQ(seen, "a\nb");
+}
+
+TEST_P(DesktopContract, TheWindowShowsItsCaption) {
+    MainWindow().SetCaption("Tessaly \xC3\xA4 & more");
+    EXPECT_EQ(MainWindow().Caption(), "Tessaly \xC3\xA4 & more");
+}
+
+TEST_P(DesktopContract, AnIconThatCannotBeLoadedLeavesTheOldOne) {
+    const std::string first = user->Icon();
+    MainWindow().SetIcon(user->PicturePath());
+    const std::string second = user->Icon();
+    EXPECT_NE(second, first);
+    EXPECT_THROW(MainWindow().SetIcon(user->FilePath("no such picture")), std::runtime_error);
+    EXPECT_THROW(MainWindow().SetIcon(""), std::runtime_error);
+    EXPECT_EQ(user->Icon(), second);
+}
+
+TEST_P(DesktopContract, TheCommandLineIsGivenAsItStands) {
+    EXPECT_EQ(TheDesktop().App().CommandLine(), "");
+    for (const std::string line : {"\"a  b.PSF\"  c", "C:\\x y.PSF", "\xC3\xA4.PSF"}) {
+        Start({line, false});
+        EXPECT_EQ(TheDesktop().App().CommandLine(), line);
+    }
+}
+
+TEST_P(DesktopContract, AnotherRunningCopyIsTold) {
+    EXPECT_FALSE(TheDesktop().App().PreviousInstance());
+    Start({"", true});
+    EXPECT_TRUE(TheDesktop().App().PreviousInstance());
+}
+
+TEST_P(DesktopContract, TheProgramHasAVersionAndATitle) {
+    EXPECT_GE(TheDesktop().App().Major(), 0);
+    EXPECT_GE(TheDesktop().App().Minor(), 0);
+    EXPECT_GE(TheDesktop().App().Revision(), 0);
+    EXPECT_NE(TheDesktop().App().Title(), "");
+}
+
+TEST_P(DesktopContract, F1DoesNothingWithoutAHelpFile) {
+    MainWindow().Show();
+    user->PressKey(KeyF1, 0);
+    EXPECT_EQ(user->HelpOpened(), Strings{});
+}
+
+TEST_P(DesktopContract, F1OpensTheHelpFileThatWasSetLast) {
+    MainWindow().Show();
+    TheDesktop().App().SetHelpFile(user->FilePath("first.chm"));
+    TheDesktop().App().SetHelpFile(user->FilePath("second.chm"));
+    EXPECT_EQ(user->HelpOpened(), Strings{});
+    user->PressKey(KeyF1, 0);
+    EXPECT_EQ(user->HelpOpened(), Strings{user->FilePath("second.chm")});
+}
+
+TEST_P(DesktopContract, SentF1ArrivesLaterLikeAPressedOne) {
+    MainWindow().Show();
+    TheDesktop().App().SetHelpFile(user->FilePath("help.chm"));
+    MainWindow().onKeyDown = [this](int keyCode, int shift) {
+        events.push_back(std::to_string(keyCode) + "/" + std::to_string(shift));
+    };
+    TheDesktop().App().SendF1();
+    EXPECT_EQ(events, Strings{});
+    user->Settle();
+    EXPECT_EQ(events, Strings{"112/0"});
+    EXPECT_EQ(user->HelpOpened(), Strings{user->FilePath("help.chm")});
+}
+
+TEST_P(DesktopContract, AFileExistsOnceItWasMadeButAFolderIsNoFile) {
+    const std::string path = user->FilePath("new");
+    EXPECT_FALSE(TheDesktop().App().FileExists(path));
+    TheDesktop().Files().OpenForOutput(path)->Close();
+    EXPECT_TRUE(TheDesktop().App().FileExists(path));
+    EXPECT_FALSE(TheDesktop().App().FileExists(user->FolderPath()));
+    EXPECT_FALSE(TheDesktop().App().FileExists(""));
+}
+
+TEST_P(DesktopContract, AProcessIsStartedWithItsCommandLineAndStyle) {
+    TheDesktop().App().StartProcess(user->StartableCommand(), MaximizedWithFocus);
+    const std::vector<SeenProcessStart> starts = user->Starts();
+    ASSERT_EQ(starts.size(), 1U);
+    EXPECT_EQ(starts[0].commandLine, user->StartableCommand());
+    EXPECT_EQ(starts[0].windowStyle, 3);
+}
+
+TEST_P(DesktopContract, AProcessThatCannotBeStartedIsAnError) {
+    EXPECT_THROW(TheDesktop().App().StartProcess(user->UnstartableCommand(), MaximizedWithFocus), std::system_error);
+    EXPECT_TRUE(user->Starts().empty());
+}
+
+} // namespace
+} // namespace tessaly

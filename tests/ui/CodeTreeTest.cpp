@@ -1,0 +1,264 @@
+// Selecting, editing, adding and deleting in the code tree.
+#include "tests/ui/MainWindow.h"
+
+namespace tessaly {
+namespace {
+
+class CodeTreeTest : public MainWindow {
+protected:
+    void SetUp() override { Start(); }
+};
+
+TEST_F(CodeTreeTest, SelectingAnEventShowsItsText) {
+    desktop.tree.Click("_0e3");
+    EXPECT_EQ(desktop.pane.Text(), "void OnKey(char character)\n{\n\n}");
+    EXPECT_TRUE(desktop.pane.IsAvailable());
+    EXPECT_EQ(desktop.toolBar.ButtonCount(), 0);
+    EXPECT_FALSE(window.FuncBodyChangedFlag);
+}
+
+TEST_F(CodeTreeTest, TheEightEventItemsShowEventsZeroToSeven) {
+    for (int i = 1; i <= 8; ++i) {
+        desktop.tree.Click("_0e" + std::to_string(i));
+        EXPECT_EQ(desktop.pane.Text(), EventTable[static_cast<std::size_t>(i - 1)].defaultText);
+    }
+    EXPECT_EQ(desktop.tree.Count(), 11) << "OnMsg has no item";
+}
+
+TEST_F(CodeTreeTest, SelectingTheReferencesShowsThemUnderTheirCaption) {
+    desktop.tree.Click("_0v");
+    EXPECT_EQ(desktop.pane.Text(), "/* ... include ... */\n\n/* ... variables ...*/\n");
+    EXPECT_EQ(desktop.paneLabel.Caption(), "Global References");
+}
+
+TEST_F(CodeTreeTest, SelectingAGroupStoresTheTextAndEmptiesThePane) {
+    Edit("_0e1", "/* typed */");
+    desktop.tree.Click("_0f");
+    EXPECT_EQ(EventText(0).substr(0, 11), "/* typed */");
+    EXPECT_EQ(desktop.pane.Text(), "");
+    EXPECT_FALSE(desktop.pane.IsAvailable());
+    EXPECT_EQ(desktop.paneLabel.Caption(), "Function Code");
+    EXPECT_EQ(desktop.toolBar.ButtonCount(), 2);
+    EXPECT_EQ(desktop.toolBar.ButtonTag(1), "Add");
+    EXPECT_EQ(desktop.toolBar.ButtonTag(2), "Delete");
+    desktop.tree.Click("_0e");
+    EXPECT_EQ(desktop.paneLabel.Caption(), "Event Code");
+    EXPECT_EQ(desktop.toolBar.ButtonCount(), 0);
+}
+
+TEST_F(CodeTreeTest, TypingAloneDoesNotTouchTheDocument) {
+    Edit("_0v", "typed");
+    EXPECT_EQ(References().find("typed"), std::string::npos);
+    EXPECT_TRUE(window.FuncBodyChangedFlag);
+    EXPECT_EQ(window.FuncBodyChangeMode, 2);
+}
+
+TEST_F(CodeTreeTest, LineBreaksOfLinesThatWereNotTouchedStayAsTheyWere) {
+    Edit("_0e1", "x");
+    desktop.pane.PressEnter();
+    desktop.tree.Click("_0e");
+    EXPECT_EQ(EventText(0), "x\r\nvoid OnError(uchar channel, uchar error_type)\n{\n\n}");
+}
+
+TEST_F(CodeTreeTest, ASelectionClearsStatusPanelTwo) {
+    Choose("mnuNewPSF");
+    EXPECT_NE(Panel(2), "");
+    desktop.tree.Click("_0v");
+    EXPECT_EQ(Panel(2), "");
+    EXPECT_EQ(window.StatusPanel2, "");
+}
+
+TEST_F(CodeTreeTest, AddingAFunctionShowsItsTextAndSelectsIt) {
+    desktop.tree.Click("_0e2");
+    desktop.modal.WillUseName([this](MemoryNameWindow& dialog) {
+        EXPECT_EQ(dialog.ShownCaption(), "Add Function");
+        EXPECT_EQ(dialog.label.Caption(), "Please type in the name of the function you wish to add.");
+        dialog.Type("Blink");
+        dialog.PressOk();
+    });
+    desktop.window.PressKey(KeyF5);
+    EXPECT_EQ(SelectedKey(), "Blink");
+    EXPECT_EQ(CurrentKey(), "Blink");
+    EXPECT_EQ(desktop.tree.Key(desktop.tree.Parent(window.mCurrentNode)), "_0f");
+    EXPECT_EQ(desktop.pane.Text(), "void Blink(void)\n{\n\n}");
+    EXPECT_TRUE(desktop.pane.IsAvailable());
+    EXPECT_TRUE(window.FuncBodyChangedFlag);
+    EXPECT_EQ(FunctionText("Blink"), "void Blink(void)\n{\n\n}");
+    EXPECT_EQ(desktop.toolBar.ButtonCount(), 0) << "the tool bar is not touched";
+}
+
+TEST_F(CodeTreeTest, AnEmptyNameAndACancelledDialogAddNothing) {
+    desktop.modal.WillUseName([](MemoryNameWindow& dialog) { dialog.PressOk(); });
+    desktop.window.PressKey(KeyF5);
+    desktop.modal.WillUseName([](MemoryNameWindow& dialog) {
+        dialog.Type("Blink");
+        dialog.PressCancel();
+    });
+    desktop.window.PressKey(KeyF5);
+    EXPECT_EQ(FunctionItems(), std::vector<std::string>());
+    EXPECT_EQ(CurrentKey(), "_0e");
+}
+
+TEST_F(CodeTreeTest, AddingANameThatExistsShowsTheDuplicateMessageAndChangesNoItem) {
+    AddFunction("Blink");
+    desktop.tree.Click("_0e1");
+    desktop.msgBox.WillPress(MsgResult::Ok);
+    AddFunction("bli");
+    EXPECT_EQ(LastBox(), (MemoryMsgBox::Record{
+                             "The function you are trying to enter already exists.\nPlease choose an alternate name.",
+                             "Duplicate Function Error!", MsgButtons::Ok, MsgIcon::Stop}));
+    EXPECT_EQ(FunctionItems(), std::vector<std::string>{"Blink"});
+    EXPECT_EQ(CurrentKey(), "_0f") << "the group has become current already";
+}
+
+TEST_F(CodeTreeTest, AddingByKeyOverwritesUnstoredEditsAndByButtonStoresThemFirst) {
+    AddFunction("One");
+    ASSERT_TRUE(desktop.pane.Click());
+    desktop.pane.Type("/* lost */");
+    AddFunction("Two");
+    EXPECT_EQ(FunctionText("One"), "void One(void)\n{\n\n}");
+    desktop.tree.Click("One");
+    ASSERT_TRUE(desktop.pane.Click());
+    desktop.pane.Type("/* kept */");
+    desktop.modal.WillUseName([](MemoryNameWindow& dialog) {
+        dialog.Type("Three");
+        dialog.PressOk();
+    });
+    desktop.toolBar.Press(1);
+    EXPECT_EQ(FunctionText("One"), "/* kept */void One(void)\n{\n\n}");
+}
+
+TEST_F(CodeTreeTest, AStoredFunctionHasAnEmptyPrototype) {
+    Open("a.PSF", Psf(" 1", "One", Lines({"[One]", "ProtoType=void One();", "FuncBody=void One(){}"})));
+    Edit("One", "x");
+    desktop.tree.Click("_0e");
+    std::string prototype;
+    std::string code;
+    window.mSourceDoc->GetFunction("One", prototype, code);
+    EXPECT_EQ(prototype, "");
+    EXPECT_EQ(code, "xvoid One(){}\r\n");
+}
+
+TEST_F(CodeTreeTest, DeletingAsksAndRemovesItemAndFunction) {
+    AddFunction("Foo");
+    desktop.msgBox.WillPress(MsgResult::Yes);
+    desktop.window.PressKey(KeyF4);
+    EXPECT_EQ(LastBox(), (MemoryMsgBox::Record{"Delete Foo ?", "Delete function", MsgButtons::YesNo, MsgIcon::None}));
+    EXPECT_EQ(FunctionItems(), std::vector<std::string>());
+    EXPECT_EQ(window.mSourceDoc->GetFunctionCount(), 0);
+    EXPECT_EQ(CurrentKey(), "_0f");
+    EXPECT_EQ(desktop.pane.Text(), "");
+    EXPECT_FALSE(desktop.pane.IsAvailable());
+    EXPECT_TRUE(window.FuncBodyChangedFlag);
+}
+
+TEST_F(CodeTreeTest, DeletingAnsweredWithNoKeepsTheFunction) {
+    AddFunction("Foo");
+    desktop.msgBox.WillPress(MsgResult::No);
+    desktop.window.PressKey(KeyF4);
+    EXPECT_EQ(FunctionItems(), std::vector<std::string>{"Foo"});
+    EXPECT_EQ(window.mSourceDoc->GetFunctionCount(), 1);
+}
+
+TEST_F(CodeTreeTest, DeletingRemovesTheItemEvenWhenTheDocumentReportsAnError) {
+    AddFunction("Foo");
+    window.mSourceDoc->DeleteFunction("Foo");
+    window.mSourceDoc->AddFunction("Bar", "", "");
+    desktop.msgBox.WillPress(MsgResult::Yes);
+    desktop.msgBox.WillPress(MsgResult::Ok);
+    desktop.window.PressKey(KeyF4);
+    EXPECT_EQ(FunctionItems(), std::vector<std::string>());
+    EXPECT_EQ(LastBox(), (MemoryMsgBox::Record{"Error 4 has occurred! Please contact technical support!", "Error",
+                                               MsgButtons::Ok, MsgIcon::Stop}));
+}
+
+TEST_F(CodeTreeTest, SelectingAFunctionItemWhileTheDocumentHasNoFunctionsLeavesThePaneEmpty) {
+    AddFunction("Foo");
+    window.mSourceDoc->DeleteFunction("Foo");
+    desktop.tree.Click("_0e");
+    desktop.tree.Click("Foo");
+    EXPECT_EQ(desktop.pane.Text(), "");
+    EXPECT_TRUE(desktop.pane.IsAvailable());
+    EXPECT_EQ(Boxes(), 0U);
+}
+
+TEST_F(CodeTreeTest, FThreeMovesTheFocusOnlyToAnAvailablePane) {
+    desktop.window.PressKey(KeyF3);
+    EXPECT_EQ(window.FuncBodyChangeMode, 1);
+    desktop.tree.Click("_0e1");
+    desktop.window.PressKey(KeyF3);
+    EXPECT_EQ(window.FuncBodyChangeMode, 2);
+    desktop.window.PressKey(KeyF2);
+    EXPECT_EQ(window.FuncBodyChangeMode, 1);
+}
+
+TEST_F(CodeTreeTest, FFourDoesNothingOnGroupsAndEvents) {
+    for (const std::string_view key : {"_0e", "_0f", "_0v", "_0e1"}) {
+        desktop.tree.Click(key);
+        desktop.window.PressKey(KeyF4);
+    }
+    EXPECT_EQ(Boxes(), 0U);
+    EXPECT_EQ(desktop.tree.Count(), 11);
+}
+
+TEST_F(CodeTreeTest, TheToolBarButtonsAddAndDelete) {
+    desktop.tree.Click("_0f");
+    desktop.modal.WillUseName([](MemoryNameWindow& dialog) {
+        dialog.Type("Foo");
+        dialog.PressEnter();
+    });
+    desktop.toolBar.Press(1);
+    EXPECT_EQ(FunctionItems(), std::vector<std::string>{"Foo"});
+    desktop.msgBox.WillPress(MsgResult::Yes);
+    desktop.toolBar.Press(2);
+    EXPECT_EQ(FunctionItems(), std::vector<std::string>());
+}
+
+TEST_F(CodeTreeTest, AnUnknownToolBarKindShowsAnErrorAndLeavesTheBar) {
+    desktop.tree.Click("_0f");
+    desktop.msgBox.WillPress(MsgResult::Ok);
+    window.SetUpToolBar("NoSuchTool");
+    EXPECT_EQ(LastBox().icon, MsgIcon::Stop);
+    EXPECT_EQ(desktop.toolBar.ButtonCount(), 2);
+}
+
+// The name dialog
+
+TEST_F(CodeTreeTest, ALeadingDigitGetsTheFirstCharacterMessageAndTheDialogStaysOpen) {
+    desktop.msgBox.WillPress(MsgResult::Ok);
+    desktop.msgBox.WillPress(MsgResult::Ok);
+    desktop.modal.WillUseName([this](MemoryNameWindow& dialog) {
+        dialog.Type("1abc");
+        dialog.PressOk();
+        EXPECT_TRUE(dialog.IsShown());
+        EXPECT_EQ(LastBox(), (MemoryMsgBox::Record{
+                                 "Function names cannot have a number for the first character! Function add aborted!",
+                                 "Function Name Error", MsgButtons::Ok, MsgIcon::Stop}));
+        EXPECT_EQ(dialog.FuncVarName(), "1abc");
+        dialog.EraseAll();
+        dialog.Type("Größe");
+        dialog.PressOk();
+        EXPECT_EQ(LastBox().text, "Function names must only contain letters or numbers! Function add aborted!");
+        EXPECT_TRUE(dialog.IsShown());
+        dialog.PressCancel();
+    });
+    desktop.window.PressKey(KeyF5);
+    EXPECT_EQ(FunctionItems(), std::vector<std::string>()) << "Cancel counts after a failed OK";
+}
+
+TEST_F(CodeTreeTest, ACorrectedNameIsAccepted) {
+    desktop.msgBox.WillPress(MsgResult::Ok);
+    desktop.modal.WillUseName([](MemoryNameWindow& dialog) {
+        dialog.Type("a_b");
+        dialog.PressOk();
+        dialog.EraseAll();
+        dialog.Type("ABC123");
+        dialog.PressOk();
+        EXPECT_FALSE(dialog.IsShown());
+    });
+    desktop.window.PressKey(KeyF5);
+    EXPECT_EQ(FunctionItems(), std::vector<std::string>{"ABC123"});
+}
+
+} // namespace
+} // namespace tessaly

@@ -1,0 +1,203 @@
+// Start, layout and end of the main window.
+#include "tests/ui/MainWindow.h"
+
+namespace tessaly {
+namespace {
+
+class StartUpTest : public MainWindow {};
+
+TEST_F(StartUpTest, WithoutSettingsItOpensInEnglishAndSaysOnceThatTheInstallationIsCorrupted) {
+    desktop.msgBox.WillPress(MsgResult::Ok);
+    window.Show();
+    ASSERT_EQ(Boxes(), 1U);
+    EXPECT_EQ(LastBox(), (MemoryMsgBox::Record{"This installation has been corrupted.  Please reinstall the software.",
+                                               "Error", MsgButtons::Ok, MsgIcon::Stop}));
+    EXPECT_TRUE(desktop.window.IsShown());
+    EXPECT_EQ(desktop.window.Caption(), "Tessaly");
+    EXPECT_EQ(desktop.menus["mnuFile"].Caption(), "&File");
+    EXPECT_EQ(desktop.app.helpFile, "");
+}
+
+TEST_F(StartUpTest, InGermanTheMessageIsGermanToo) {
+    SetLanguage(1);
+    desktop.msgBox.WillPress(MsgResult::Ok);
+    window.Show();
+    EXPECT_EQ(LastBox(),
+              (MemoryMsgBox::Record{"Die Installation wurde abgebrochen. Bitte installieren Sie die Software neu!",
+                                    "Fehler", MsgButtons::Ok, MsgIcon::Stop}));
+}
+
+TEST_F(StartUpTest, GoodSettingsShowNoMessageAndSetTheHelpFile) {
+    Start();
+    EXPECT_EQ(Boxes(), 0U);
+    EXPECT_EQ(desktop.app.helpFile, "C:\\kit\\help.chm");
+    EXPECT_EQ(window.mCompBat, "C:\\kit\\compile.bat");
+    EXPECT_EQ(window.mCompFileName, "C:\\kit\\program.c");
+}
+
+TEST_F(StartUpTest, EachOfTheThreeSettingsIsNeeded) {
+    for (const std::string_view missing : {CompBatSetting, CompFileNameSetting, HelpSetting}) {
+        MainWindow* const self = this;
+        self->Install();
+        SetSetting(missing, "");
+        MemoryDesktop other;
+        VornMainFrm second(other);
+        other.registry.store = desktop.registry.store;
+        other.msgBox.WillPress(MsgResult::Ok);
+        second.Show();
+        EXPECT_EQ(other.msgBox.records.size(), 1U) << missing;
+        EXPECT_EQ(other.app.helpFile, "") << missing;
+    }
+}
+
+TEST_F(StartUpTest, ALanguageStoredAsTextWorksLikeANumber) {
+    Install();
+    SetSetting(LanguageSetting, "1");
+    window.Show();
+    EXPECT_EQ(window.mLanguage, 1);
+    EXPECT_EQ(desktop.menus["mnuFile"].Caption(), "&Datei");
+}
+
+TEST_F(StartUpTest, ALanguageThatIsNoByteIsSkippedAndLeavesEnglish) {
+    Install();
+    SetSetting(LanguageSetting, "256");
+    window.Show();
+    EXPECT_EQ(window.mLanguage, 0);
+    EXPECT_EQ(desktop.window.Caption(), "Tessaly");
+}
+
+TEST_F(StartUpTest, ALanguageOfTwoGivesEmptyTexts) {
+    Start(2);
+    EXPECT_EQ(desktop.window.Caption(), "");
+    EXPECT_EQ(desktop.menus["mnuFile"].Caption(), "");
+}
+
+TEST_F(StartUpTest, TheIconIsTakenFromItsFileAndABadOneIsSkipped) {
+    Install();
+    desktop.files.contents["C:\\kit\\block.ico"] = "picture";
+    SetSetting(ProgBlkIconSetting, "C:\\kit\\block.ico");
+    window.Show();
+    EXPECT_EQ(desktop.window.Icon(), "C:\\kit\\block.ico");
+}
+
+TEST_F(StartUpTest, AnIconThatCannotBeLoadedIsSkipped) {
+    Install();
+    SetSetting(ProgBlkIconSetting, "C:\\missing.ico");
+    window.Show();
+    EXPECT_EQ(Boxes(), 0U);
+    EXPECT_TRUE(desktop.window.IsShown());
+}
+
+TEST_F(StartUpTest, TheTreeIsBuiltWithTheEventsGroupSelectedAndCurrent) {
+    Start();
+    EXPECT_EQ(desktop.tree.Count(), 11);
+    EXPECT_EQ(CurrentKey(), "_0e");
+    EXPECT_EQ(SelectedKey(), "_0e");
+    EXPECT_EQ(desktop.tree.Text(desktop.tree.Find("_0e8")), "OnSerial()");
+    EXPECT_EQ(desktop.tree.Tag(desktop.tree.Find("_0f")), "function");
+    for (const std::string_view key : {"_0v", "_0f", "_0e"}) {
+        EXPECT_TRUE(desktop.tree.IsExpanded(desktop.tree.Find(key)));
+    }
+    EXPECT_FALSE(desktop.pane.IsAvailable());
+    EXPECT_EQ(desktop.toolBar.ButtonCount(), 0);
+    EXPECT_EQ(window.mLastOpenedFile, "");
+    EXPECT_EQ(Panel(1), "File=");
+    EXPECT_EQ(Panel(2), "");
+}
+
+TEST_F(StartUpTest, AFileOnTheCommandLineIsOpened) {
+    desktop.files.contents["C:\\my blocks\\Größe.PSF"] = GoodPsf();
+    desktop.app.commandLine = "C:\\my blocks\\Größe.PSF";
+    Start();
+    EXPECT_EQ(FunctionItems(), (std::vector<std::string>{"One", "Two"}));
+    EXPECT_EQ(window.mLastOpenedFile, "C:\\my blocks\\Größe.PSF");
+    EXPECT_EQ(Panel(1), "File=C:\\my blocks\\Größe.PSF");
+    EXPECT_EQ(Panel(2), "File was opened successfully!");
+    EXPECT_EQ(window.StatusPanel2, "vornMainFrmPrmpt37");
+    EXPECT_EQ(CurrentKey(), "_0e");
+}
+
+TEST_F(StartUpTest, ACommandLineLoadInGermanShowsTheEnglishGroupsAgain) {
+    desktop.files.contents["a.PSF"] = GoodPsf();
+    desktop.app.commandLine = "a.PSF";
+    Start(1);
+    EXPECT_EQ(desktop.tree.Text(desktop.tree.Find("_0f")), "Functions");
+    EXPECT_EQ(Panel(2), "Datei wurde erfolgreich geöffnet!");
+    Choose("mnuGerman");
+    EXPECT_EQ(desktop.tree.Text(desktop.tree.Find("_0f")), "Funktionen");
+}
+
+TEST_F(StartUpTest, NeitherQuotesNorBlanksAreTakenOffTheCommandLine) {
+    desktop.files.contents["a.PSF"] = GoodPsf();
+    desktop.app.commandLine = "\"a.PSF\"";
+    Start();
+    EXPECT_EQ(window.mLastOpenedFile, "");
+    EXPECT_EQ(Panel(1), "File=");
+    EXPECT_EQ(Panel(2), "");
+    EXPECT_EQ(Boxes(), 0U);
+}
+
+TEST_F(StartUpTest, ATruncatedFileOnTheCommandLineShowsFileAloneAndKeepsWhatWasRead) {
+    desktop.files.contents["cut.PSF"] = PsfHead("int kept;") + Lines({"NumFuncs= 0"});
+    desktop.app.commandLine = "cut.PSF";
+    Start();
+    EXPECT_EQ(Panel(1), "File=");
+    EXPECT_EQ(Panel(2), "");
+    EXPECT_EQ(References(), "int kept;\r\n");
+}
+
+TEST_F(StartUpTest, AResizeScalesTreeAndPaneAndMovesTheLabel) {
+    Start();
+    const Extent tree = desktop.tree.GetExtent();
+    const Extent pane = desktop.pane.GetExtent();
+    const Extent label = desktop.paneLabel.GetExtent();
+    desktop.window.Resize(24000, 4500);
+    EXPECT_EQ(desktop.tree.GetExtent(), (Extent{tree.left, tree.top, tree.width * 2, tree.height / 2}));
+    EXPECT_EQ(desktop.pane.GetExtent(), (Extent{pane.left * 2, pane.top, pane.width * 2, pane.height / 2}));
+    EXPECT_EQ(desktop.paneLabel.GetExtent(), (Extent{label.left * 2, label.top, label.width, label.height}));
+    EXPECT_FLOAT_EQ(desktop.pane.TabStops().at(1), pane.width * 2 / static_cast<float>(desktop.pane.TabStops().size()));
+    desktop.window.Resize(12000, 9000);
+    EXPECT_EQ(desktop.tree.GetExtent(), tree);
+    EXPECT_EQ(desktop.pane.GetExtent(), pane);
+}
+
+TEST_F(StartUpTest, AResizeStoresThePaneFirst) {
+    Start();
+    Edit("_0v", "int typed;");
+    EXPECT_EQ(References().find("int typed;"), std::string::npos);
+    desktop.window.Resize(13000, 9000);
+    EXPECT_NE(References().find("int typed;"), std::string::npos);
+}
+
+TEST_F(StartUpTest, ClosingWritesTheLanguageBack) {
+    Start();
+    Choose("mnuGerman");
+    desktop.window.CloseByUser();
+    EXPECT_TRUE(desktop.window.IsClosed());
+    MemoryDesktop next;
+    next.registry.store = desktop.registry.store;
+    VornMainFrm again(next);
+    again.Show();
+    EXPECT_EQ(again.mLanguage, 1);
+}
+
+TEST_F(StartUpTest, ClosingWithUnsavedEditsAsksOnceAndClosesWhateverIsAnswered) {
+    Start();
+    Edit("_0v", "x");
+    desktop.msgBox.WillPress(MsgResult::Cancel);
+    desktop.window.CloseByUser();
+    EXPECT_EQ(Boxes(), 1U);
+    EXPECT_EQ(LastBox(), (MemoryMsgBox::Record{"Do you wish to save data?", "Save Dialog", MsgButtons::YesNoCancel,
+                                               MsgIcon::Question}));
+    EXPECT_TRUE(desktop.window.IsClosed());
+}
+
+TEST_F(StartUpTest, ClosingWithoutEditsAsksNothing) {
+    Start();
+    desktop.window.CloseByUser();
+    EXPECT_EQ(Boxes(), 0U);
+    EXPECT_TRUE(desktop.window.IsClosed());
+}
+
+} // namespace
+} // namespace tessaly

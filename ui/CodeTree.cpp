@@ -1,0 +1,244 @@
+// The code tree and the editing pane: selecting, committing, adding and deleting functions.
+#include "app/LenientNumber.h"
+#include "document/NewFunction.h"
+#include "ui/Command.h"
+#include "ui/UserFuncVarFrm.h"
+#include "ui/VornMainFrm.h"
+
+namespace tessaly {
+
+namespace {
+
+// The eight events that have an item; OnMsg has none, on purpose.
+constexpr std::int32_t ShownEvents = 8;
+
+// How far an event item's index, counted from 1 over the whole tree, is from its event's index: the three groups
+// come first.
+constexpr std::int32_t EventItemOffset = 4;
+
+// Tab stops across the pane. Eight keep the indent of code readable in a narrow pane and modest in a wide one.
+constexpr int TabStopCount = 8;
+
+} // namespace
+
+void VornMainFrm::BuildCodeTree() {
+    mCodeTree.Clear();
+    const TreeItem references = mCodeTree.Add(TreeItem::None, "_0v", "References");
+    mCodeTree.SetTag(references, "variable");
+    const TreeItem functions = mCodeTree.Add(TreeItem::None, "_0f", "Functions");
+    mCodeTree.SetTag(functions, "function");
+    const TreeItem events = mCodeTree.Add(TreeItem::None, "_0e", "Events");
+    mCodeTree.SetTag(events, "event");
+    mCodeTree.Select(events);
+    mDesktop.FuncLabel().SetCaption(prompts.lblcodeEditEventCode);
+    for (std::int32_t i = 0; i < ShownEvents; ++i) {
+        const std::string name(EventTable[static_cast<std::size_t>(i)].name);
+        mCodeTree.Add(events, "_0e" + std::to_string(i + 1), name + "()");
+    }
+    mCodeTree.Expand(events);
+    mCodeTree.Expand(functions);
+    mCodeTree.Expand(references);
+    mFuncBody.SetAvailable(false);
+    mFuncBody.SetText("");
+    SetUpFuncBodyTabs();
+}
+
+void VornMainFrm::CodeTree_NodeClick(TreeItem node) {
+    FuncBodyChangeMode = 1;
+    SaveCurrentNodeCode(mCurrentNode);
+    mCurrentNode = node;
+    mFuncBody.SetAvailable(false);
+    mFuncBody.SetText("");
+    ShowNodeCode(node);
+}
+
+void VornMainFrm::ShowNodeCode(TreeItem node) {
+    const std::string key = mCodeTree.Key(node);
+    if (key == "_0e") {
+        SetUpToolBar("EventTool");
+        mFuncBody.SetAvailable(false);
+        mDesktop.FuncLabel().SetCaption(prompts.lblcodeEditEventCode);
+    } else if (key == "_0f") {
+        SetUpToolBar("FuncVarTool");
+        mFuncBody.SetAvailable(false);
+        mDesktop.FuncLabel().SetCaption(prompts.lblcodeEditFunctionCode);
+    } else if (key == "_0v") {
+        SetUpToolBar("EventTool");
+        mFuncBody.SetAvailable(true);
+        std::string code;
+        mSourceDoc->GetVarCode(code);
+        mFuncBody.SetText(code);
+        mDesktop.FuncLabel().SetCaption(prompts.lblcodeEditVariableCode);
+    } else if (ParentKey(node) == "_0e") {
+        SetUpToolBar("EventTool");
+        mFuncBody.SetAvailable(true);
+        std::string code;
+        mSourceDoc->GetEventCodeByIndex(EventIndex(node), code);
+        mFuncBody.SetText(code);
+    } else if (ParentKey(node) == "_0f") {
+        SetUpToolBar("FuncVarTool");
+        mFuncBody.SetAvailable(true);
+        if (!ShowFunctionCode(node)) {
+            return;
+        }
+    }
+    StatusPanel2 = "";
+    mDesktop.StatusBar1().SetPanelText(2, "");
+}
+
+// False when the document reported an error, which has been shown.
+bool VornMainFrm::ShowFunctionCode(TreeItem node) {
+    if (mSourceDoc->GetFunctionCount() < 1) {
+        return true;
+    }
+    std::string prototype;
+    std::string code;
+    const Status status = mSourceDoc->GetFunction(mCodeTree.Key(node), prototype, code);
+    if (status != Status::Done) {
+        TellStatus(status);
+        return false;
+    }
+    mFuncBody.SetText(code);
+    return true;
+}
+
+void VornMainFrm::SaveCurrentNodeCode(TreeItem node) {
+    RunCommand([this, node] { StoreNodeCode(node); });
+    StatusPanel2 = "";
+}
+
+void VornMainFrm::StoreNodeCode(TreeItem node) {
+    const std::string key = mCodeTree.Key(node);
+    if (key == "_0e" || key == "_0f") {
+        return;
+    }
+    if (key == "_0v") {
+        mSourceDoc->UpdateVarCode(mFuncBody.Text());
+    } else if (ParentKey(node) == "_0e") {
+        mSourceDoc->UpdateEventCodeByIndex(EventIndex(node), mFuncBody.Text());
+    } else if (ParentKey(node) == "_0f" && mSourceDoc->GetFunctionCount() > 0) {
+        // The stored prototype becomes empty: kept on purpose, the C file takes it from the code.
+        const Status status = mSourceDoc->UpdateFunction(mCodeTree.Text(node), "", mFuncBody.Text());
+        if (status != Status::Done) {
+            TellStatus(status);
+        }
+    }
+}
+
+// The pane's text is not stored first: what was edited in it and not stored is overwritten, kept on purpose.
+void VornMainFrm::Form_AddFunction() {
+    UserFuncVarFrm dialog(mDesktop);
+    dialog.firstCharacterMessage = prompts.userFuncVarFrmPrmpt1;
+    dialog.badCharacterMessage = prompts.userFuncVarFrmPrmpt2;
+    dialog.messageCaption = prompts.userFuncVarFrmPrmpt3;
+    dialog.SetCaption(prompts.vornMainFrmPrmpt1);
+    dialog.SetNameLabel(prompts.vornMainFrmPrmpt2);
+    dialog.ShowModal();
+    const std::string name = dialog.FuncVarName();
+    if (RoundToInteger(LenientValue(dialog.ReturnCode)) == 0 || name.empty()) {
+        return;
+    }
+    if (mCurrentNode == TreeItem::None || mCodeTree.Key(mCurrentNode) != "_0f") {
+        SelectFunctionsItem();
+    }
+    const std::string text = NewFunctionText(name);
+    const Status status = mSourceDoc->AddFunction(name, "", text);
+    if (status == Status::Done) {
+        mFuncBody.SetText(text);
+        mFuncBody.SetAvailable(true);
+        FuncBodyChangedFlag = true;
+        mCurrentNode = mCodeTree.Add(mCurrentNode, name, name);
+        mCodeTree.Select(mCurrentNode);
+    } else if (status == Status::NameCollision) {
+        Tell(prompts.vornMainFrmPrmpt24, prompts.vornMainFrmPrmpt25, MsgIcon::Stop);
+    }
+}
+
+void VornMainFrm::Form_DeleteFunction() {
+    try {
+        if (IsFunctionItem(mCurrentNode)) {
+            DeleteCurrentFunction();
+        }
+    } catch (const std::exception&) {
+        Tell("UnhandledError in Form_DeleteFunction!", prompts.titleVorn, MsgIcon::None);
+    }
+}
+
+void VornMainFrm::DeleteCurrentFunction() {
+    const std::string name = mCodeTree.Text(mCurrentNode);
+    const std::string tag = mCodeTree.Tag(mCodeTree.Parent(mCurrentNode));
+    const std::string& remove = prompts.vornMainFrmPrmpt3;
+    if (Ask(remove + " " + name + " ?", remove + " " + tag, MsgButtons::YesNo, MsgIcon::None) != MsgResult::Yes) {
+        return;
+    }
+    mCodeTree.Remove(mCodeTree.Index(mCurrentNode));
+    const Status status = mSourceDoc->DeleteFunction(name);
+    if (status != Status::Done) {
+        TellStatus(status);
+        return;
+    }
+    SelectFunctionsItem();
+    mFuncBody.SetText("");
+    FuncBodyChangedFlag = true;
+    mFuncBody.SetAvailable(false);
+}
+
+void VornMainFrm::SetUpFuncBodyTabs() {
+    try {
+        const float interval = mFuncBody.GetExtent().width / TabStopCount;
+        std::vector<float> stops;
+        for (int i = 0; i < TabStopCount; ++i) {
+            stops.push_back(static_cast<float>(i) * interval);
+        }
+        mFuncBody.SetTabStops(stops);
+    } catch (const std::exception&) {
+        Tell("Unhandled Error in SetUpFuncBodyTabs", prompts.titleVorn, MsgIcon::Exclamation);
+    }
+}
+
+// The Tab key is for the pane alone, where it inserts a tab character.
+void VornMainFrm::DisableTabKeyForUseOnlyInFuncBody() {
+    FuncBodyChangeMode = 1;
+    tessaly::Control* const controls[] = {&mDesktop.LblcodeTreeViewer(), &mCodeTree,
+                                          &mDesktop.FuncLabel(),         &mFuncBody,
+                                          &mDesktop.VornToolBar(),       &mDesktop.StatusBar1()};
+    for (tessaly::Control* const control : controls) {
+        RunCommand([control] { control->SetTabStop(false); }); // some have no such property
+    }
+}
+
+void VornMainFrm::FuncBody_GotFocus() {
+    FuncBodyChangeMode = 2;
+}
+
+void VornMainFrm::FuncBody_LostFocus() {
+    FuncBodyChangeMode = 1;
+}
+
+void VornMainFrm::FuncBody_Change() {
+    if (FuncBodyChangeMode == 2) {
+        FuncBodyChangedFlag = true;
+    }
+}
+
+// The key of the item above `node`; "" at the top level.
+std::string VornMainFrm::ParentKey(TreeItem node) const {
+    const TreeItem parent = mCodeTree.Parent(node);
+    return parent == TreeItem::None ? "" : mCodeTree.Key(parent);
+}
+
+std::int32_t VornMainFrm::EventIndex(TreeItem node) const {
+    return mCodeTree.Index(node) - EventItemOffset;
+}
+
+bool VornMainFrm::IsFunctionItem(TreeItem node) const {
+    const std::string key = mCodeTree.Key(node);
+    return key != "_0e" && key != "_0v" && key != "_0f" && ParentKey(node) == "_0f";
+}
+
+void VornMainFrm::SelectFunctionsItem() {
+    mCurrentNode = mCodeTree.Find("_0f");
+    mCodeTree.Select(mCurrentNode);
+}
+
+} // namespace tessaly

@@ -1,0 +1,170 @@
+// New, Open, Save, Save As, Exit, and the save question.
+#include "ui/Command.h"
+#include "ui/VornMainFrm.h"
+
+namespace tessaly {
+
+namespace {
+
+// What the saving operations report.
+constexpr std::int32_t Saved = 0;
+constexpr std::int32_t NotSaved = 2;
+
+// What the save question reports.
+constexpr std::int32_t QuestionSaved = 0;
+constexpr std::int32_t QuestionDeclined = 1;
+constexpr std::int32_t QuestionCancelled = 2;
+constexpr std::int32_t QuestionSaveFailed = 3;
+
+// Hides the read-only check box of the file dialog.
+constexpr std::int32_t HideReadOnly = 4;
+
+} // namespace
+
+void VornMainFrm::mnuNewPSF_Click() {
+    SaveCurrentNodeCode(mCurrentNode);
+    if (MayDropDocument()) {
+        FuncBodyChangeMode = 1;
+        FuncBodyChangedFlag = false;
+        BuildCodeTree();
+        mSourceDoc->Init();
+        mLastOpenedFile = "";
+        ShowFileName("");
+        ShowMessage("vornMainFrmPrmpt36");
+    }
+    // Also when nothing was made new, though the pane goes on showing the old item: kept on purpose.
+    mCurrentNode = mCodeTree.Find("_0e");
+}
+
+void VornMainFrm::mnuOpenPSF_Click() {
+    SaveCurrentNodeCode(mCurrentNode);
+    if (!MayDropDocument()) {
+        return;
+    }
+    // Before the dialog is shown, so that cancelling it leaves the edits without their flag: kept on purpose.
+    FuncBodyChangeMode = 1;
+    FuncBodyChangedFlag = false;
+    const std::string fileName = mDesktop.CommonDialog1().ShowOpen(DialogSettings());
+    if (fileName.empty()) {
+        return;
+    }
+    mSourceDoc = NewDocument();
+    if (mSourceDoc->LoadFile(fileName) != Status::Done) {
+        ShowMessage("vornMainFrmPrmpt23");
+        Tell(prompts.vornMainFrmPrmpt23, prompts.vornMainFrmPrmpt6, MsgIcon::Exclamation);
+        return;
+    }
+    BuildCodeTree();
+    AddFunctionItems(false);
+    mLastOpenedFile = fileName;
+    ShowFileName(mLastOpenedFile);
+    ShowMessage("vornMainFrmPrmpt37");
+    mCurrentNode = mCodeTree.Find("_0e");
+}
+
+void VornMainFrm::mnuSavePSF_Click() {
+    if (SavePSFFunc() == Saved) {
+        FuncBodyChangeMode = 1;
+        FuncBodyChangedFlag = false;
+    }
+}
+
+void VornMainFrm::mnuSaveAsPSF_Click() {
+    if (SaveAsPSFFunc() == Saved) {
+        FuncBodyChangeMode = 1;
+        FuncBodyChangedFlag = false;
+    }
+}
+
+std::int32_t VornMainFrm::SavePSFFunc() {
+    std::int32_t result = NotSaved;
+    RunCommand([this, &result] {
+        SaveCurrentNodeCode(mCurrentNode);
+        if (mLastOpenedFile.empty()) {
+            result = SaveAsPSFFunc();
+        } else if (mSourceDoc->SaveFile(mLastOpenedFile) == Status::Done) {
+            result = Saved;
+            ShowMessage("vornMainFrmPrmpt38");
+        } else {
+            Tell(prompts.vornMainFrmPrmpt41, prompts.vornMainFrmPrmpt10, MsgIcon::Stop);
+        }
+    });
+    return result;
+}
+
+std::int32_t VornMainFrm::SaveAsPSFFunc() {
+    std::int32_t result = NotSaved;
+    RunCommand([this, &result] {
+        SaveCurrentNodeCode(mCurrentNode);
+        const std::string fileName = AskSaveName();
+        // What SaveFile reports is not looked at; a failed save is shown as a success. Kept on purpose.
+        mSourceDoc->SaveFile(fileName);
+        mLastOpenedFile = fileName;
+        ShowFileName(mLastOpenedFile);
+        ShowMessage("vornMainFrmPrmpt38");
+        result = Saved;
+    });
+    return result;
+}
+
+// Asks for a name until it is one that is free or that may be replaced. Cancelling throws.
+std::string VornMainFrm::AskSaveName() {
+    while (true) {
+        std::string fileName = mDesktop.CommonDialog1().ShowSave(DialogSettings());
+        if (!mDesktop.App().FileExists(fileName)) {
+            return fileName;
+        }
+        const std::string question = fileName + "\n" + prompts.vornMainFrmPrmpt11 + "\n\n" + prompts.vornMainFrmPrmpt12;
+        if (Ask(question, prompts.vornMainFrmPrmpt27, MsgButtons::YesNo, MsgIcon::None) == MsgResult::Yes) {
+            return fileName;
+        }
+    }
+}
+
+std::int32_t VornMainFrm::PromptUserForSave() {
+    std::int32_t result = QuestionSaveFailed;
+    RunCommand([this, &result] {
+        const MsgResult answer =
+            Ask(prompts.vornMainFrmPrmpt32, prompts.vornMainFrmPrmpt15, MsgButtons::YesNoCancel, MsgIcon::Question);
+        if (answer == MsgResult::No) {
+            result = QuestionDeclined;
+            return;
+        }
+        const std::int32_t report = answer == MsgResult::Yes ? SavePSFFunc() : QuestionDeclined;
+        if (report == NotSaved) {
+            return;
+        }
+        // A report of 1 counts as cancelled, too, though no saving operation gives it any more.
+        const bool cancelled = report == QuestionDeclined;
+        result = cancelled ? QuestionCancelled : QuestionSaved;
+        ShowMessage(cancelled ? "vornMainFrmPrmpt20" : "vornMainFrmPrmpt34");
+    });
+    return result;
+}
+
+// Whether what is in the window may be given up: nothing is unsaved, or it has been saved, or the user said so.
+bool VornMainFrm::MayDropDocument() {
+    return !FuncBodyChangedFlag || PromptUserForSave() <= QuestionDeclined;
+}
+
+FileDialogSettings VornMainFrm::DialogSettings() const {
+    FileDialogSettings settings;
+    settings.fileName = mLastOpenedFile;
+    settings.cancelIsError = true;
+    settings.flags = HideReadOnly;
+    settings.filter = prompts.vornMainFrmPrmpt8;
+    settings.filterIndex = 2; // one beyond the only pair: kept on purpose
+    return settings;
+}
+
+void VornMainFrm::mnuExit_Click() {
+    SaveCurrentNodeCode(mCurrentNode);
+    if (!MayDropDocument()) {
+        return;
+    }
+    FuncBodyChangeMode = 1;
+    FuncBodyChangedFlag = false;
+    mWindow.Unload();
+}
+
+} // namespace tessaly

@@ -1,0 +1,62 @@
+// The five keys of the window and its tool bar.
+#include "ui/VornMainFrm.h"
+
+namespace tessaly {
+
+// F4 deletes and F5 adds, although the list of hot keys says the opposite: kept on purpose.
+void VornMainFrm::Form_KeyDown(int keyCode, int) {
+    try {
+        switch (keyCode) {
+        case KeyF2:
+            mCodeTree.SetFocus();
+            break;
+        case KeyF3:
+            if (mFuncBody.IsAvailable()) {
+                mFuncBody.SetFocus();
+            }
+            break;
+        case KeyF4:
+            Form_DeleteFunction();
+            break;
+        case KeyF5:
+            Form_AddFunction();
+            break;
+        case KeyF10:
+            mnuBuildExe_Click();
+            break;
+        default:
+            break;
+        }
+    } catch (const std::exception&) {
+        Tell("UnhandledError in Form_KeyDown!", prompts.titleVorn, MsgIcon::None);
+    }
+}
+
+void VornMainFrm::SetUpToolBar(std::string_view kind) {
+    ToolBar& bar = mDesktop.VornToolBar();
+    if (kind == "EventTool") {
+        bar.Clear();
+    } else if (kind == "FuncVarTool") {
+        bar.Clear();
+        for (const std::int32_t image : {1, 2}) {
+            bar.AddButton(image, mDesktop.QuorvaneImages().Tag(image));
+        }
+    } else {
+        // No text is made for this one: it can only be a mistake of the program.
+        Tell(prompts.unknown, prompts.vornMainFrmPrmpt6, MsgIcon::Stop);
+    }
+}
+
+void VornMainFrm::VornToolBar_ButtonClick(std::int32_t number) {
+    FuncBodyChangeMode = 1;
+    SaveCurrentNodeCode(mCurrentNode);
+    const std::string tag = mDesktop.VornToolBar().ButtonTag(number);
+    if (tag == "Add") {
+        Form_AddFunction();
+    }
+    if (tag == "Delete") {
+        Form_DeleteFunction();
+    }
+}
+
+} // namespace tessaly

@@ -1,0 +1,272 @@
+// The window's own life: it is made, loaded, resized and closed.
+#include "ui/VornMainFrm.h"
+
+#include "app/LenientNumber.h"
+#include "app/ReadRegValue.h"
+#include "app/Settings.h"
+#include "app/WriteRegValue.h"
+#include "ui/Command.h"
+#include "ui/MenuTable.h"
+#include "ui/frmSplash.h"
+
+#include <algorithm>
+#include <cmath>
+#include <stdexcept>
+
+namespace tessaly {
+
+namespace {
+
+// What a length becomes when the window grows by `ratio`; single precision, as extents are.
+float Scaled(float length, double ratio) {
+    return static_cast<float>(length * ratio);
+}
+
+// By how much the window has grown. A window that had no size before has no ratio.
+double Ratio(double now, double before) {
+    if (now < 0) {
+        return 1;
+    }
+    if (before == 0) {
+        throw std::domain_error("a window without a size cannot grow");
+    }
+    return now / before;
+}
+
+} // namespace
+
+VornMainFrm::VornMainFrm(Desktop& desktop)
+    : mDesktop(desktop),
+      mWindow(desktop.MainWindow()),
+      mCodeTree(desktop.CodeTree()),
+      mFuncBody(desktop.FuncBody()) {
+    PlaceControls();
+    MakeMenus();
+    Listen();
+}
+
+VornMainFrm::~VornMainFrm() = default;
+
+void VornMainFrm::Show() {
+    mWindow.Show();
+}
+
+void VornMainFrm::Form_Load() {
+    DisableTabKeyForUseOnlyInFuncBody();
+    FuncBodyChangeMode = 1;
+    FuncBodyChangedFlag = false;
+    mSourceDoc = NewDocument();
+    BuildCodeTree();
+    SetUpToolBar("EventTool");
+    mCurrentNode = mCodeTree.Find("_0e");
+    mLastHeight = mWindow.Height();
+    mLastWidth = mWindow.Width();
+    // From here on an error ends its own step only.
+    RunCommand([this] { SetUpFuncBodyTabs(); });
+    SetUpStatusBar();
+    StatusPanel2 = "";
+    mLastOpenedFile = "";
+    ReadSettings();
+    OpenCommandLine();
+}
+
+void VornMainFrm::SetUpStatusBar() {
+    StatusBar& bar = mDesktop.StatusBar1();
+    RunCommand([&bar] { bar.AddPanel(); });
+    RunCommand([&bar] { bar.SetPanelSpring(1); });
+    RunCommand([this, &bar] { bar.SetPanelText(1, prompts.vornMainFrmPrmpt40); });
+    RunCommand([&bar] { bar.AddPanel(); });
+    RunCommand([&bar] { bar.SetPanelSpring(2); });
+    RunCommand([&bar] { bar.SetPanelText(2, ""); });
+}
+
+void VornMainFrm::ReadSettings() {
+    RunCommand([this] { mLanguage = ToByte(ReadSetting(LanguageSetting)); });
+    RunCommand([this] { ApplyLanguage(*this, mLanguage); });
+    mCompBat = ReadSetting(CompBatSetting);
+    mCompFileName = ReadSetting(CompFileNameSetting);
+    mHelpFile = ReadSetting(HelpSetting);
+    mProgBlkIcon = ReadSetting(ProgBlkIconSetting);
+    if (!mHelpFile.empty() && !mCompBat.empty() && !mCompFileName.empty()) {
+        RunCommand([this] { mDesktop.App().SetHelpFile(mHelpFile); });
+    } else {
+        RunCommand([this] { Tell(prompts.vornMainFrmPrmpt5, prompts.vornMainFrmPrmpt6, MsgIcon::Stop); });
+    }
+    if (!mProgBlkIcon.empty()) {
+        RunCommand([this] { mWindow.SetIcon(mProgBlkIcon); });
+    }
+}
+
+std::string VornMainFrm::ReadSetting(std::string_view name) {
+    return ReadRegValue(mDesktop.Settings(), Registry::LocalMachine, SettingsKey, name);
+}
+
+// The whole command line is one file name; neither quotes nor blanks are taken off it.
+void VornMainFrm::OpenCommandLine() {
+    std::string commandLine;
+    RunCommand([this, &commandLine] { commandLine = mDesktop.App().CommandLine(); });
+    if (commandLine.empty()) {
+        return;
+    }
+    mSourceDoc = NewDocument();
+    if (mSourceDoc->LoadFile(commandLine) != Status::Done) {
+        RunCommand([this] { ShowFileName(""); });
+        return;
+    }
+    RunCommand([this] { BuildCodeTree(); });
+    AddFunctionItems(true);
+    mLastOpenedFile = commandLine;
+    RunCommand([this] { ShowFileName(mLastOpenedFile); });
+    RunCommand([this] { mDesktop.StatusBar1().SetPanelText(2, prompts.vornMainFrmPrmpt37); });
+    StatusPanel2 = "vornMainFrmPrmpt37";
+    RunCommand([this] { mCurrentNode = mCodeTree.Find("_0e"); });
+}
+
+// Adds an item for each function of the document. With `skipErrors` one that cannot be added is left out.
+void VornMainFrm::AddFunctionItems(bool skipErrors) {
+    for (std::int32_t i = 0; i < mSourceDoc->GetFunctionCount(); ++i) {
+        std::string name;
+        if (mSourceDoc->GetFuncName(i, name) != Status::Done) {
+            continue;
+        }
+        const auto add = [this, &name] { mCodeTree.Add(mCodeTree.Find("_0f"), name, name); };
+        if (skipErrors) {
+            RunCommand(add);
+        } else {
+            add();
+        }
+    }
+}
+
+void VornMainFrm::Form_Resize() {
+    SaveCurrentNodeCode(mCurrentNode);
+    const float newHeight = mWindow.Height();
+    const float newWidth = mWindow.Width();
+    const double heightRatio = Ratio(newHeight, mLastHeight);
+    const double widthRatio = Ratio(newWidth, mLastWidth);
+
+    Extent tree = mCodeTree.GetExtent();
+    tree.height = Scaled(tree.height, heightRatio);
+    tree.width = Scaled(tree.width, widthRatio);
+    mCodeTree.SetExtent(tree);
+
+    Extent label = mDesktop.FuncLabel().GetExtent();
+    label.left = Scaled(label.left, widthRatio);
+    mDesktop.FuncLabel().SetExtent(label);
+
+    Extent pane = mFuncBody.GetExtent();
+    pane.height = Scaled(pane.height, heightRatio);
+    pane.width = Scaled(pane.width, widthRatio);
+    pane.left = Scaled(pane.left, widthRatio);
+    mFuncBody.SetExtent(pane);
+
+    SetUpFuncBodyTabs();
+    mLastHeight = newHeight;
+    mLastWidth = newWidth;
+}
+
+// The window always closes, whatever the save question is answered: kept on purpose.
+void VornMainFrm::Form_Unload() {
+    SaveCurrentNodeCode(mCurrentNode);
+    if (FuncBodyChangedFlag) {
+        PromptUserForSave();
+    }
+    FuncBodyChangeMode = 1;
+    FuncBodyChangedFlag = false;
+    std::string language = std::to_string(mLanguage);
+    WriteRegValue(mDesktop.Settings(), Registry::LocalMachine, SettingsKey, "Number", LanguageSetting, language);
+}
+
+// The tree takes a bit more than a quarter of the width: names of functions are short, lines of code are not.
+void VornMainFrm::PlaceControls() {
+    constexpr float gap = 120;
+    constexpr float labelTop = 660; // below the tool bar
+    constexpr float labelHeight = 255;
+    constexpr float paneTop = labelTop + labelHeight + 60;
+    constexpr float below = 1500; // caption, menu and status bar
+    const float width = mWindow.Width();
+    const float paneHeight = std::max(mWindow.Height() - paneTop - below, labelHeight);
+    const float treeWidth = width * 0.28F;
+    const float paneLeft = treeWidth + 2 * gap;
+    const float paneWidth = std::max(width - paneLeft - 2 * gap, gap);
+    mDesktop.LblcodeTreeViewer().SetExtent({gap, labelTop, treeWidth, labelHeight});
+    mCodeTree.SetExtent({gap, paneTop, treeWidth, paneHeight});
+    mDesktop.FuncLabel().SetExtent({paneLeft, labelTop, paneWidth, labelHeight});
+    mFuncBody.SetExtent({paneLeft, paneTop, paneWidth, paneHeight});
+}
+
+void VornMainFrm::MakeMenus() {
+    for (const MenuEntry& entry : MenuTable) {
+        MenuItem* const parent = entry.parent.empty() ? nullptr : &Menu(entry.parent);
+        if (entry.separatorBefore) {
+            mDesktop.AddMenuSeparator(*parent);
+        }
+        mMenus.push_back(&mDesktop.AddMenu(parent, entry.name));
+    }
+}
+
+MenuItem& VornMainFrm::Menu(std::string_view name) const {
+    for (MenuItem* const menu : mMenus) {
+        if (menu->Name() == name) {
+            return *menu;
+        }
+    }
+    throw std::out_of_range("no menu is called " + std::string(name));
+}
+
+void VornMainFrm::Listen() {
+    mWindow.onLoad = [this] { RunCommand([this] { Form_Load(); }); };
+    mWindow.onResize = [this] { RunCommand([this] { Form_Resize(); }); };
+    mWindow.onUnload = [this] { RunCommand([this] { Form_Unload(); }); };
+    mWindow.onKeyDown = [this](int keyCode, int shift) {
+        RunCommand([this, keyCode, shift] { Form_KeyDown(keyCode, shift); });
+    };
+    mCodeTree.onNodeClick = [this](TreeItem node) { RunCommand([this, node] { CodeTree_NodeClick(node); }); };
+    mFuncBody.onGotFocus = [this] { FuncBody_GotFocus(); };
+    mFuncBody.onLostFocus = [this] { FuncBody_LostFocus(); };
+    mFuncBody.onChange = [this] { FuncBody_Change(); };
+    mDesktop.VornToolBar().onButtonClick = [this](std::int32_t number) {
+        RunCommand([this, number] { VornToolBar_ButtonClick(number); });
+    };
+    const std::pair<std::string_view, void (VornMainFrm::*)()> commands[] = {
+        {"mnuNewPSF", &VornMainFrm::mnuNewPSF_Click},     {"mnuOpenPSF", &VornMainFrm::mnuOpenPSF_Click},
+        {"mnuSavePSF", &VornMainFrm::mnuSavePSF_Click},   {"mnuSaveAsPSF", &VornMainFrm::mnuSaveAsPSF_Click},
+        {"mnuExit", &VornMainFrm::mnuExit_Click},         {"mnuBuildExe", &VornMainFrm::mnuBuildExe_Click},
+        {"mnuEnglish", &VornMainFrm::mnuEnglish_Click},   {"mnuGerman", &VornMainFrm::mnuGerman_Click},
+        {"mnuOpenHelp", &VornMainFrm::mnuOpenHelp_Click}, {"mnuHelpHotKeys", &VornMainFrm::mnuHelpHotKeys_Click},
+        {"mnuAbout", &VornMainFrm::mnuAbout_Click},
+    };
+    for (const auto& [name, command] : commands) {
+        Menu(name).onClick = [this, command = command] { RunCommand([this, command] { (this->*command)(); }); };
+    }
+}
+
+std::unique_ptr<VornSrcObj> VornMainFrm::NewDocument() {
+    return std::make_unique<VornSrcObj>(mDesktop.Files(), mDesktop.AnsiCodePage());
+}
+
+MsgResult VornMainFrm::Ask(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) {
+    return mDesktop.MessageBoxes().Show(text, caption, buttons, icon);
+}
+
+void VornMainFrm::Tell(std::string_view text, std::string_view caption, MsgIcon icon) {
+    mDesktop.MessageBoxes().Show(text, caption, MsgButtons::Ok, icon);
+}
+
+void VornMainFrm::TellStatus(Status status) {
+    const std::string number = std::to_string(static_cast<std::int32_t>(status));
+    Tell(prompts.vornMainFrmPrmpt6 + " " + number + " " + prompts.vornMainFrmPrmpt7, prompts.vornMainFrmPrmpt6,
+         MsgIcon::Stop);
+}
+
+// Shows a message in status panel 2 and remembers which it is, so that a change of language can show it again.
+void VornMainFrm::ShowMessage(std::string_view identifier) {
+    mDesktop.StatusBar1().SetPanelText(2, prompts.Member(identifier));
+    StatusPanel2 = identifier;
+}
+
+void VornMainFrm::ShowFileName(std::string_view fileName) {
+    mDesktop.StatusBar1().SetPanelText(1, prompts.vornMainFrmPrmpt40 + std::string(fileName));
+}
+
+} // namespace tessaly

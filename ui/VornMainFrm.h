@@ -1,0 +1,156 @@
+// The main window: its state and its commands. The commands live in one file per group: CodeTree.cpp,
+// KeysAndToolBar.cpp, FileCommands.cpp, BuildCommand.cpp, HelpCommands.cpp, LanguageCommands.cpp.
+#pragma once
+
+#include "app/ApplyLanguage.h"
+#include "document/VornSrcObj.h"
+#include "platform/Desktop.h"
+#include "ui/Prompts.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessaly {
+
+class frmSplash;
+
+class VornMainFrm : private LanguageTarget {
+public:
+    // Takes the controls of `desktop`, which must outlive the window, puts them in their places, makes the menus and
+    // listens to the events. Nothing is loaded before the window is shown.
+    explicit VornMainFrm(Desktop& desktop);
+    ~VornMainFrm() override;
+    VornMainFrm(const VornMainFrm&) = delete;
+    VornMainFrm& operator=(const VornMainFrm&) = delete;
+
+    // Shows the window, which loads it, and returns at once.
+    void Show();
+
+    // State
+
+    TreeItem mCurrentNode = TreeItem::None; // the item whose code the pane shows
+    std::string mLastOpenedFile;            // "" while untitled
+    std::unique_ptr<VornSrcObj> mSourceDoc;
+    std::int16_t FuncBodyChangeMode = 1; // 2 while the pane has the focus
+    bool FuncBodyChangedFlag = false;    // there are unsaved edits
+    std::string StatusPanel2;            // the identifier of the text in status panel 2
+    double mLastHeight = 0;              // at the last layout, in twips
+    double mLastWidth = 0;
+    std::uint8_t mLanguage = 0;
+    std::string mCompBat;
+    std::string mCompFileName;
+    std::string mHelpFile;
+    std::string mProgBlkIcon;
+    Prompts prompts;
+
+    // The window itself
+
+    void Form_Load();
+    void Form_Resize();
+    void Form_Unload();
+
+    // Code tree and editing pane
+
+    void BuildCodeTree();
+    void CodeTree_NodeClick(TreeItem node);
+    void SaveCurrentNodeCode(TreeItem node);
+    void Form_AddFunction();
+    void Form_DeleteFunction();
+    void SetUpFuncBodyTabs();
+    void DisableTabKeyForUseOnlyInFuncBody();
+    void FuncBody_GotFocus();
+    void FuncBody_LostFocus();
+    void FuncBody_Change();
+
+    // Keys and tool bar
+
+    void Form_KeyDown(int keyCode, int shift);
+    void SetUpToolBar(std::string_view kind); // "EventTool" or "FuncVarTool"
+    void VornToolBar_ButtonClick(std::int32_t number);
+
+    // File commands
+
+    void mnuNewPSF_Click();
+    void mnuOpenPSF_Click();
+    void mnuSavePSF_Click();
+    void mnuSaveAsPSF_Click();
+    void mnuExit_Click();
+
+    // 0 saved, 2 not saved.
+    std::int32_t SavePSFFunc();
+    std::int32_t SaveAsPSFFunc();
+
+    // Asks whether to save: 0 saved, 1 declined, 2 cancelled, 3 the saving failed.
+    std::int32_t PromptUserForSave();
+
+    // Build, help, language
+
+    void mnuBuildExe_Click();
+    void mnuHelpHotKeys_Click();
+    void mnuOpenHelp_Click();
+    void mnuAbout_Click();
+    void mnuEnglish_Click();
+    void mnuGerman_Click();
+
+private:
+    // LanguageTarget
+    void SetCaption(std::string_view text) override;
+    void SetPrompt(std::string_view identifier, std::string_view text) override;
+    std::string StatusPanel2Identifier() const override { return StatusPanel2; }
+    std::string LastOpenedFile() const override { return mLastOpenedFile; }
+    void SetStatusPanelText(int number, std::string_view text) override;
+    std::optional<std::string> CurrentNodeKey() const override;
+    std::optional<std::string> CurrentNodeParentKey() const override;
+    void SetFuncLabelCaption(std::string_view text) override;
+    void SetTreeViewerCaption(std::string_view text) override;
+    std::vector<Control> Controls() const override;
+    void SetMenuCaption(std::string_view name, std::string_view text) override;
+    void SetNodeText(std::string_view key, std::string_view text) override;
+    void SetMenuChecked(std::string_view name, bool checked) override;
+
+    void PlaceControls();
+    void MakeMenus();
+    void Listen();
+    MenuItem& Menu(std::string_view name) const;
+
+    void SetUpStatusBar();
+    void ReadSettings();
+    void OpenCommandLine();
+    void AddFunctionItems(bool skipErrors);
+    std::string ReadSetting(std::string_view name);
+
+    void ShowNodeCode(TreeItem node);
+    bool ShowFunctionCode(TreeItem node);
+    void StoreNodeCode(TreeItem node);
+    std::string ParentKey(TreeItem node) const;
+    std::int32_t EventIndex(TreeItem node) const;
+    bool IsFunctionItem(TreeItem node) const;
+    void SelectFunctionsItem();
+    void DeleteCurrentFunction();
+
+    bool MayDropDocument();
+    bool SaveBeforeBuild();
+    FileDialogSettings DialogSettings() const;
+    std::string AskSaveName();
+    std::unique_ptr<VornSrcObj> NewDocument();
+
+    MsgResult Ask(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon);
+    void Tell(std::string_view text, std::string_view caption, MsgIcon icon);
+    void TellStatus(Status status);
+    void ShowMessage(std::string_view identifier);
+    void ShowFileName(std::string_view fileName);
+
+    Desktop& mDesktop;
+    Window& mWindow;
+    TreeView& mCodeTree;
+    RichTextBox& mFuncBody;
+    std::vector<MenuItem*> mMenus; // in the order in which they were made
+    std::unique_ptr<frmSplash> mSplash;
+};
+
+} // namespace tessaly

@@ -1,0 +1,28 @@
+// The About box.
+#pragma once
+
+#include "platform/Desktop.h"
+
+#include <memory>
+#include <string_view>
+
+namespace tessaly {
+
+class frmSplash {
+public:
+    // Makes the window and loads it: version and title go into their labels.
+    explicit frmSplash(Desktop& desktop);
+
+    void SetCaption(std::string_view caption) { mWindow->SetCaption(caption); }
+    void SetProductName(std::string_view name) { mWindow->LblProductName().SetCaption(name); }
+
+    // Returns when a key was pressed in it or its frame was clicked.
+    void ShowModal() { mWindow->ShowModal(); }
+
+private:
+    void Form_Load(Application& app);
+
+    std::unique_ptr<SplashWindow> mWindow;
+};
+
+} // namespace tessaly
