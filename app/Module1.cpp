@@ -2,8 +2,8 @@
 
 namespace tessaly {
 
-void StartUp(const PreviousInstance& isAnotherRunning, const std::function<void()>& showMainWindow) {
-    if (isAnotherRunning()) {
+void StartUp(const PreviousInstanceTest& previous, const std::function<void()>& showMainWindow) {
+    if (previous.PreviousInstance()) {
         return;
     }
     showMainWindow();

@@ -46,6 +46,9 @@ public:
 
     // Creates the file, or empties the one that is there. Throws std::system_error.
     virtual std::unique_ptr<OutputFile> OpenForOutput(const std::string& path) = 0;
+
+    // Whether there is a file (not a folder) of that name.
+    virtual bool FileExists(const std::string& path) const = 0;
 };
 
 } // namespace tessaly

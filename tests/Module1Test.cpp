@@ -1,39 +1,40 @@
+// The start-up routine.
 #include "app/Module1.h"
 
+#include "platform/memory/MemoryApplication.h"
+
 #include <gtest/gtest.h>
-#include <stdexcept>
-#include <string>
+#include <system_error>
 
 namespace tessaly {
 namespace {
 
-TEST(Module1Test, TheFirstCopyShowsTheWindowAfterTheTest) {
-    std::string steps;
-    StartUp(
-        [&steps] {
-            steps += "asked ";
-            return false;
-        },
-        [&steps] { steps += "shown "; });
-    EXPECT_EQ(steps, "asked shown ");
+class Module1Test : public ::testing::Test {
+protected:
+    void Start() {
+        StartUp(application, [this] { ++shown; });
+    }
+
+    MemoryFaults faults;
+    MemoryApplication application{faults};
+    int shown = 0;
+};
+
+TEST_F(Module1Test, TheFirstCopyShowsTheWindow) {
+    Start();
+    EXPECT_EQ(shown, 1);
 }
 
-TEST(Module1Test, ASecondCopyEndsWithoutAWindow) {
-    std::string steps;
-    StartUp(
-        [&steps] {
-            steps += "asked ";
-            return true;
-        },
-        [&steps] { steps += "shown "; });
-    EXPECT_EQ(steps, "asked ");
+TEST_F(Module1Test, ASecondCopyEndsWithoutAWindow) {
+    application.previousInstance = true;
+    Start();
+    EXPECT_EQ(shown, 0);
 }
 
-TEST(Module1Test, WithoutAnAnswerThereIsNoWindow) {
-    bool isShown = false;
-    EXPECT_THROW(StartUp([]() -> bool { throw std::runtime_error("no answer"); }, [&isShown] { isShown = true; }),
-                 std::runtime_error);
-    EXPECT_FALSE(isShown);
+TEST_F(Module1Test, WithoutAnAnswerThereIsNoWindow) {
+    faults.FailAt(1);
+    EXPECT_THROW(Start(), std::system_error);
+    EXPECT_EQ(shown, 0);
 }
 
 } // namespace

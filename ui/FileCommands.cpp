@@ -111,7 +111,7 @@ std::int32_t VornMainFrm::SaveAsPSFFunc() {
 std::string VornMainFrm::AskSaveName() {
     while (true) {
         std::string fileName = mDesktop.CommonDialog1().ShowSave(DialogSettings());
-        if (!mDesktop.App().FileExists(fileName)) {
+        if (!mDesktop.Files().FileExists(fileName)) {
             return fileName;
         }
         const std::string question = fileName + "\n" + prompts.vornMainFrmPrmpt11 + "\n\n" + prompts.vornMainFrmPrmpt12;

@@ -59,4 +59,9 @@ std::unique_ptr<OutputFile> CountedFiles::OpenForOutput(const std::string& path)
     return std::make_unique<CountedOutputFile>(mFaults, mFiles.OpenForOutput(path));
 }
 
+bool CountedFiles::FileExists(const std::string& path) const {
+    mFaults.Count();
+    return mFiles.FileExists(path);
+}
+
 } // namespace tessaly

@@ -12,6 +12,7 @@ public:
 
     std::unique_ptr<InputFile> OpenForInput(const std::string& path) override;
     std::unique_ptr<OutputFile> OpenForOutput(const std::string& path) override;
+    bool FileExists(const std::string& path) const override;
 
 private:
     MemoryFaults& mFaults;

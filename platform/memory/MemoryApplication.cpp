@@ -46,11 +46,6 @@ void MemoryApplication::SendF1() {
     ++f1Waiting;
 }
 
-bool MemoryApplication::FileExists(const std::string& path) const {
-    mFaults.Count();
-    return mFiles.contents.contains(path);
-}
-
 void MemoryApplication::StartProcess(const std::string& line, std::int32_t windowStyle) {
     mFaults.Count();
     if (startsFail) {

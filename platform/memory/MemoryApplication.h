@@ -3,7 +3,6 @@
 
 #include "platform/Application.h"
 #include "platform/memory/MemoryFaults.h"
-#include "platform/memory/MemoryFiles.h"
 
 #include <string>
 #include <vector>
@@ -13,15 +12,14 @@ namespace tessaly {
 class MemoryApplication final : public Application {
 public:
     // A process that was started.
-    struct ProcessStart {
+    struct Start {
         std::string commandLine;
         std::int32_t windowStyle = 0;
 
-        bool operator==(const ProcessStart&) const = default;
+        bool operator==(const Start&) const = default;
     };
 
-    // The files there are those of `files`.
-    MemoryApplication(MemoryFaults& faults, const MemoryFiles& files) : mFaults(faults), mFiles(files) {}
+    explicit MemoryApplication(MemoryFaults& faults) : mFaults(faults) {}
 
     bool PreviousInstance() const override;
     std::string CommandLine() const override;
@@ -31,7 +29,6 @@ public:
     std::string Title() const override;
     void SetHelpFile(std::string_view path) override;
     void SendF1() override;
-    bool FileExists(const std::string& path) const override;
     void StartProcess(const std::string& commandLine, std::int32_t windowStyle) override;
 
     // What the key F1 does behind the window's own handler.
@@ -51,11 +48,10 @@ public:
     int f1Sent = 0;                      // calls of SendF1
     int f1Waiting = 0;                   // of those, the keys that did not reach the window yet
     std::vector<std::string> helpOpened; // the help file, each time that it was opened
-    std::vector<ProcessStart> starts;    // without those that failed
+    std::vector<Start> starts;           // without those that failed
 
 private:
     MemoryFaults& mFaults;
-    const MemoryFiles& mFiles;
 };
 
 } // namespace tessaly

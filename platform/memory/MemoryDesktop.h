@@ -54,7 +54,7 @@ public:
     MemoryFiles files;
     MemoryRegistry registry;
     SingleByteCodePage codePage{Windows1252HighHalf()};
-    MemoryApplication app{faults, files};
+    MemoryApplication app{faults};
 
     // The main window. The Tab key goes round in this order.
     MemoryFocus focus;

@@ -68,6 +68,10 @@ std::unique_ptr<OutputFile> MemoryFiles::OpenForOutput(const std::string& path) 
     return std::make_unique<MemoryOutputFile>(*this, content);
 }
 
+bool MemoryFiles::FileExists(const std::string& path) const {
+    return contents.contains(path);
+}
+
 void MemoryFiles::FailAt(Call call, std::size_t number) {
     mFailing = call;
     mCallsLeft = number;

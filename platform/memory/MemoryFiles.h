@@ -15,6 +15,7 @@ public:
 
     std::unique_ptr<InputFile> OpenForInput(const std::string& path) override;
     std::unique_ptr<OutputFile> OpenForOutput(const std::string& path) override;
+    bool FileExists(const std::string& path) const override;
 
     // The content of every file, by path. A file that is being written shows what was written so far.
     std::map<std::string, std::string> contents;

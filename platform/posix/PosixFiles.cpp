@@ -3,6 +3,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
@@ -103,6 +104,11 @@ std::unique_ptr<InputFile> PosixFiles::OpenForInput(const std::string& path) {
 
 std::unique_ptr<OutputFile> PosixFiles::OpenForOutput(const std::string& path) {
     return std::make_unique<PosixOutputFile>(OpenDescriptor(path, O_WRONLY | O_CREAT | O_TRUNC));
+}
+
+bool PosixFiles::FileExists(const std::string& path) const {
+    struct stat found = {};
+    return path.find('\0') == std::string::npos && ::stat(path.c_str(), &found) == 0 && !S_ISDIR(found.st_mode);
 }
 
 } // namespace tessaly

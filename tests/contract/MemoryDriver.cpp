@@ -91,7 +91,7 @@ std::string MemoryDriver::UnstartableCommand() {
 
 std::vector<SeenProcessStart> MemoryDriver::Starts() const {
     std::vector<SeenProcessStart> seen;
-    for (const MemoryApplication::ProcessStart& start : mDesktop.app.starts) {
+    for (const MemoryApplication::Start& start : mDesktop.app.starts) {
         seen.push_back({start.commandLine, start.windowStyle});
     }
     return seen;

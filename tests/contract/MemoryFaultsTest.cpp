@@ -122,7 +122,7 @@ std::vector<std::function<void()>> MemoryFaultsTest::CallsOfServices() {
         [&] { desktop.app.Title(); },
         [&] { desktop.app.SetHelpFile(""); },
         [&] { desktop.app.SendF1(); },
-        [&] { desktop.app.FileExists("file"); },
+        [&] { desktop.Files().FileExists("file"); },
         [&] { desktop.app.StartProcess("", 3); },
         [&] { desktop.Files().OpenForInput("file"); },
         [&] { desktop.Files().OpenForOutput("other"); },

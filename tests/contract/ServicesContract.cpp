@@ -182,7 +182,7 @@ TEST_P(DesktopContract, AFileThatWasNotClosedKeepsWhatWasWritten) {
 
 TEST_P(DesktopContract, AMissingFileCannotBeRead) {
     EXPECT_THROW(TheDesktop().Files().OpenForInput(user->FilePath("missing")), std::system_error);
-    EXPECT_FALSE(TheDesktop().App().FileExists(user->FilePath("missing")));
+    EXPECT_FALSE(TheDesktop().Files().FileExists(user->FilePath("missing")));
 }
 
 TEST_P(DesktopContract, AFolderCannotBeRead) {

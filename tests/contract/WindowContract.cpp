@@ -189,11 +189,11 @@ TEST_P(DesktopContract, SentF1ArrivesLaterLikeAPressedOne) {
 
 TEST_P(DesktopContract, AFileExistsOnceItWasMadeButAFolderIsNoFile) {
     const std::string path = user->FilePath("new");
-    EXPECT_FALSE(TheDesktop().App().FileExists(path));
+    EXPECT_FALSE(TheDesktop().Files().FileExists(path));
     TheDesktop().Files().OpenForOutput(path)->Close();
-    EXPECT_TRUE(TheDesktop().App().FileExists(path));
-    EXPECT_FALSE(TheDesktop().App().FileExists(user->FolderPath()));
-    EXPECT_FALSE(TheDesktop().App().FileExists(""));
+    EXPECT_TRUE(TheDesktop().Files().FileExists(path));
+    EXPECT_FALSE(TheDesktop().Files().FileExists(user->FolderPath()));
+    EXPECT_FALSE(TheDesktop().Files().FileExists(""));
 }
 
 TEST_P(DesktopContract, AProcessIsStartedWithItsCommandLineAndStyle) {
