@@ -26,8 +26,9 @@ public:
     virtual std::string Text() const = 0;
     virtual void SetText(std::string_view text) = 0;
 
-    // An unavailable pane is shown so that one sees it, takes no input, and refuses the focus. If it has the focus
-    // when it becomes unavailable it keeps it. It is available at first.
+    // An unavailable pane takes no input and refuses the focus. It is shown empty and grey, not hidden, so that the
+    // window keeps its shape under the user's hand. If it has the focus when it becomes unavailable it keeps it. It is
+    // available at first.
     virtual bool IsAvailable() const = 0;
     virtual void SetAvailable(bool available) = 0;
 

@@ -196,7 +196,8 @@ void VornMainFrm::SetUpFuncBodyTabs() {
     }
 }
 
-// The Tab key is for the pane alone, where it inserts a tab character.
+// The Tab key is for the pane alone, where it inserts a tab character. Nothing here can fail but for the controls,
+// whose errors are skipped.
 void VornMainFrm::DisableTabKeyForUseOnlyInFuncBody() {
     FuncBodyChangeMode = 1;
     tessaly::Control* const controls[] = {&mDesktop.LblcodeTreeViewer(), &mCodeTree,

@@ -63,29 +63,34 @@ protected:
         }
     }
 
-    void Act() {
+    // Whether the action was a build.
+    bool Act() {
         const std::vector<std::string> menus = {"mnuNewPSF",      "mnuOpenPSF", "mnuSavePSF", "mnuSaveAsPSF",
                                                 "mnuBuildExe",    "mnuEnglish", "mnuGerman",  "mnuOpenHelp",
                                                 "mnuHelpHotKeys", "mnuAbout"};
         const int keys[] = {KeyF2, KeyF3, KeyF4, KeyF5, KeyF10};
         switch (Pick(8)) {
-        case 0:
-            Choose(menus[Pick(menus.size())]);
-            break;
-        case 1:
-            desktop.window.PressKey(keys[Pick(std::size(keys))]);
-            break;
+        case 0: {
+            const std::string menu = menus[Pick(menus.size())];
+            Choose(menu);
+            return menu == "mnuBuildExe";
+        }
+        case 1: {
+            const int key = keys[Pick(std::size(keys))];
+            desktop.window.PressKey(key);
+            return key == KeyF10;
+        }
         case 2:
             if (desktop.toolBar.ButtonCount() > 0) {
                 desktop.toolBar.Press(1 + static_cast<std::int32_t>(Pick(2)));
             }
-            break;
+            return false;
         case 3:
             desktop.window.Resize(static_cast<float>(4000 + Pick(20000)), static_cast<float>(4000 + Pick(20000)));
-            break;
+            return false;
         default:
             ActOnTreeOrPane();
-            break;
+            return false;
         }
     }
 
@@ -113,15 +118,18 @@ TEST_P(RandomActionsTest, WindowDocumentAndTreeAgreeAfterEveryAction) {
         SCOPED_TRACE("action " + std::to_string(action));
         PrepareDialogs();
         const std::size_t startsBefore = desktop.app.starts.size();
-        ASSERT_NO_THROW(Act());
+        bool isBuild = false;
+        ASSERT_NO_THROW(isBuild = Act());
         CheckAgreement();
         if (HasFatalFailure()) {
             return;
         }
         const std::size_t starts = desktop.app.starts.size() - startsBefore;
-        ASSERT_LE(starts, 1U);
-        // Each start shows its message, and no other action does.
-        ASSERT_EQ(starts == 1, starts == 1 && window.StatusPanel2 == "vornMainFrmPrmpt39");
+        // Only a build starts a process, only one, and then it says so.
+        ASSERT_LE(starts, isBuild ? 1U : 0U);
+        if (starts == 1) {
+            ASSERT_EQ(window.StatusPanel2, "vornMainFrmPrmpt39");
+        }
         builds += starts;
     }
     EXPECT_GT(builds, 0U);
