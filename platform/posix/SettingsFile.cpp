@@ -1,4 +1,4 @@
-// Finding follows the XDG Base Directory Specification; what the file says is read elsewhere.
+// Finding follows the rules for the XDG base directories; what the file says is read elsewhere.
 #include "platform/posix/SettingsFile.h"
 
 #include "platform/SequentialFiles.h"

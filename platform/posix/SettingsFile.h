@@ -23,7 +23,7 @@ std::optional<std::string> ProcessEnvironment(const std::string& name);
 // The path of the settings file. $TESSALY_SETTINGS when that is set and not empty, whether the file exists or not.
 // Else the first file of these that exists: $XDG_CONFIG_HOME/tessaly/settings.reg, in $HOME/.config when that is
 // not set, and the same in each folder of $XDG_CONFIG_DIRS, by default /etc/xdg. Relative paths in these variables
-// are passed over, as the XDG Base Directory Specification wants it. No value when there is no such file.
+// are passed over, as the rules for the XDG base directories want it. No value when there is no such file.
 std::optional<std::string> FindSettingsFile(const Environment& environment);
 
 // Reads the settings file `path` into `store` and returns what is wrong with it, nothing when all is well. A missing

@@ -2,14 +2,13 @@
 out.c and status. A mismatch leaves the new output beside the expected one, as NAME.new, to be read and promoted."""
 
 import json
-import os
 import pathlib
 
 import pytest
 from psf_harness import ROOT, psf
 
 CASES = pathlib.Path(ROOT) / "tests" / "cases"
-NAMES = sorted(os.listdir(CASES))
+NAMES = sorted(path.name for path in CASES.iterdir() if path.is_dir())
 
 
 def compare(path, new):
