@@ -18,6 +18,11 @@ constexpr std::string_view LineEnd = "\r\n";
 
 } // namespace
 
+void AppendLine(std::string& text, std::string_view line) {
+    text.reserve(text.size() + line.size() + LineEnd.size());
+    text.append(line).append(LineEnd);
+}
+
 LineReader::LineReader(InputFile& file, const CodePage& codePage)
     : mFile(file),
       mCodePage(codePage),
@@ -57,7 +62,7 @@ void LineReader::AppendPlainLines(std::string& text) {
         // What is left is a line whose end is not in the buffer yet, or one that was just filled in.
         std::string_view line;
         Next(line);
-        text.append(line).append(LineEnd);
+        AppendLine(text, line);
     }
 }
 

@@ -12,6 +12,9 @@ namespace tessaly {
 class CodePage;
 class InputFile;
 
+// Appends `line` and CR LF. Asks for the room at once: the line may be most of a file.
+void AppendLine(std::string& text, std::string_view line);
+
 class LineReader {
 public:
     LineReader(InputFile& file, const CodePage& codePage);

@@ -16,8 +16,6 @@ namespace tessaly {
 
 namespace {
 
-constexpr std::string_view LineEnd = "\r\n";
-
 // The value behind a key: the line from the character on that follows the key when the key begins the line.
 // A key further right has part of itself and of what stands before it in its value; kept on purpose.
 std::string_view ValueOf(std::string_view line, std::string_view key) {
@@ -26,8 +24,7 @@ std::string_view ValueOf(std::string_view line, std::string_view key) {
 
 void BeginText(TextCollector& text, std::string_view firstLine) {
     text.Begin();
-    text.Tail().reserve(firstLine.size() + LineEnd.size());
-    text.Tail().append(firstLine).append(LineEnd);
+    AppendLine(text.Tail(), firstLine);
 }
 
 } // namespace
@@ -98,7 +95,7 @@ void PsfReader::ReadReferences() {
         if (!NextLine() || IsTag(GFuncsTag)) {
             return;
         }
-        text.append(mLine).append(LineEnd);
+        AppendLine(text, mLine);
     }
 }
 
@@ -189,14 +186,14 @@ bool PsfReader::ReadFunction(std::int32_t index, Expected& function, const Expec
                 BeginText(mCurFuncBody, ValueOf(mLine, FuncBodyKey));
                 mFunctionState = FunctionState::ReadingBody;
             } else {
-                mCurProtoType.Tail().append(mLine).append(LineEnd);
+                AppendLine(mCurProtoType.Tail(), mLine);
             }
             break;
         case FunctionState::ReadingBody:
             if (EndsBody(index, function, next)) {
                 return true;
             }
-            mCurFuncBody.Tail().append(mLine).append(LineEnd);
+            AppendLine(mCurFuncBody.Tail(), mLine);
             break;
         }
     }
@@ -284,7 +281,7 @@ bool PsfReader::ReadEvent(std::int32_t index) {
             if (EndsEvent(index)) {
                 return true;
             }
-            mEventText.Tail().append(mLine).append(LineEnd);
+            AppendLine(mEventText.Tail(), mLine);
             break;
         }
     }
