@@ -160,6 +160,58 @@ TEST_F(ScenarioTest, ARefusedWriteOfTheLanguageIsNotReported) {
     EXPECT_TRUE(desktop.window.IsClosed());
 }
 
+TEST_F(ScenarioTest, ExitWithYesSavesAndCloses) {
+    Start();
+    Open("a.PSF", GoodPsf());
+    Edit("_0v", "/* kept */");
+    desktop.msgBox.WillPress(MsgResult::Yes);
+    Choose("mnuExit");
+    EXPECT_TRUE(desktop.window.IsClosed());
+    EXPECT_NE(desktop.files.contents["a.PSF"].find("[GVars]\r\n/* kept */int x;"), std::string::npos);
+    EXPECT_EQ(Boxes(), 1U);
+}
+
+TEST_F(ScenarioTest, ASaveThatFailsKeepsNewOpenAndExitFromGoingOn) {
+    Start();
+    Open("a.PSF", GoodPsf());
+    Edit("_0v", "x");
+    for (const std::string_view menu : {"mnuNewPSF", "mnuOpenPSF", "mnuExit"}) {
+        SCOPED_TRACE(menu);
+        desktop.msgBox.WillPress(MsgResult::Yes);
+        desktop.msgBox.WillPress(MsgResult::Ok);
+        desktop.files.FailAt(MemoryFiles::Call::Open, 1);
+        Choose(menu);
+        EXPECT_EQ(LastBox().caption, "File write error!");
+        EXPECT_TRUE(window.FuncBodyChangedFlag);
+        EXPECT_EQ(window.mLastOpenedFile, "a.PSF");
+        EXPECT_EQ(FunctionItems(), (std::vector<std::string>{"One", "Two"}));
+        EXPECT_FALSE(desktop.window.IsClosed());
+    }
+}
+
+TEST_F(ScenarioTest, ClosingANeverSavedDocumentWithYesAndACancelledDialogClosesAllTheSame) {
+    Start();
+    Edit("_0v", "x");
+    desktop.msgBox.WillPress(MsgResult::Yes);
+    desktop.fileDialog.WillCancel();
+    desktop.window.CloseByUser();
+    EXPECT_TRUE(desktop.window.IsClosed());
+    EXPECT_EQ(desktop.files.contents.size(), 0U);
+}
+
+TEST_F(ScenarioTest, ASaveBeforeABuildThatFailsEndsTheBuild) {
+    Start();
+    Open("a.PSF", GoodPsf());
+    Edit("_0v", "x");
+    desktop.msgBox.WillPress(MsgResult::Yes);
+    desktop.msgBox.WillPress(MsgResult::Ok);
+    desktop.files.FailAt(MemoryFiles::Call::Write, 1);
+    desktop.window.PressKey(KeyF10);
+    EXPECT_EQ(LastBox().text, "Please restart the application!");
+    EXPECT_EQ(desktop.app.starts.size(), 0U);
+    EXPECT_TRUE(window.FuncBodyChangedFlag);
+}
+
 // Details that one sees from the tree, the bars and the dialogs
 
 TEST_F(ScenarioTest, TheTreeHasItsGroupsAndItemsInOrderWithTheirTags) {
