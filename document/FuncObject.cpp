@@ -32,21 +32,13 @@ Status FuncObject::GetFunctionName(std::int32_t index, std::string& name) const 
 
 Status FuncObject::AddFunction(std::string_view name, std::string_view prototype, std::string_view code) {
     try {
-        return AddFunction(name, SharedText(prototype), SharedText(code));
-    } catch (const std::exception&) {
-        return Status::UnexpectedError;
-    }
-}
-
-Status FuncObject::AddFunction(std::string_view name, SharedText prototype, SharedText code) {
-    try {
         std::string folded = FoldCase(name);
         Index& index = ByFoldedName();
         const auto place = index.lower_bound(folded);
         if (place != index.end() && place->first.starts_with(folded)) {
             return Status::NameCollision;
         }
-        Function function{mNextSerial, std::string(name), std::move(prototype), std::move(code)};
+        Function function{mNextSerial, std::string(name), SharedText(prototype), SharedText(code)};
         // Room first, so that nothing can fail between the two insertions.
         if (mFunctions.size() == mFunctions.capacity()) {
             mFunctions.reserve(mFunctions.size() * 2 + 8);

@@ -31,7 +31,6 @@ public:
     // with "OnTick" present "ontick" and "On" collide and "OnTickSlow" does not, and an empty name collides
     // with any. An empty table accepts every name. UnexpectedError, and nothing changed, on any other error.
     Status AddFunction(std::string_view name, std::string_view prototype, std::string_view code);
-    Status AddFunction(std::string_view name, SharedText prototype, SharedText code);
 
     // Fills an empty table with `functions` in one go, as AddFunction would add one after the other, and tells for each
     // whether it was refused for a collision. Throws std::logic_error when the table is not empty; on any error

@@ -2,6 +2,8 @@
 #include "document/FuncObject.h"
 
 #include <gtest/gtest.h>
+#include <random>
+#include <stdexcept>
 
 namespace tessaly {
 namespace {
@@ -233,6 +235,62 @@ TEST(FuncObjectTest, ADeletedNameIsFreeAgain) {
     table.DeleteFunction("OnTick");
     EXPECT_EQ(table.AddFunction("On", "", ""), Status::Done);
     EXPECT_EQ(NamesOf(table), Names({"Other", "On"}));
+}
+
+TEST(FuncObjectTest, FillingRefusesTheSameNamesAsAddingOneAfterTheOther) {
+    std::mt19937 random(20261120);
+    for (int round = 0; round < 2000; ++round) {
+        std::vector<FuncObject::NewFunction> functions;
+        for (std::size_t count = random() % 12; count > 0; --count) {
+            std::string name;
+            for (std::size_t length = random() % 12; length > 0; --length) {
+                name += std::vector<std::string>{"a", "A", "b", "ä", "Ä", std::string(1, '\0')}[random() % 6];
+            }
+            functions.push_back({name, SharedText(), SharedText(name)});
+        }
+        FuncObject added;
+        std::vector<bool> refused;
+        for (const FuncObject::NewFunction& function : functions) {
+            refused.push_back(added.AddFunction(function.name, "", function.name) == Status::NameCollision);
+        }
+        FuncObject filled;
+        ASSERT_EQ(filled.Fill(functions), refused) << "round " << round;
+        ASSERT_EQ(NamesOf(filled), NamesOf(added)) << "round " << round;
+    }
+}
+
+TEST(FuncObjectTest, AFilledTableTakesAndFindsFunctionsLikeAnyOther) {
+    FuncObject table;
+    table.Fill({{"OnTick", SharedText("p"), SharedText("c")}, {"on", SharedText(), SharedText()}});
+    EXPECT_EQ(NamesOf(table), Names({"OnTick"}));
+    EXPECT_EQ(table.AddFunction("ontick", "", ""), Status::NameCollision);
+    EXPECT_EQ(table.AddFunction("Other", "", ""), Status::Done);
+    EXPECT_EQ(table.UpdateFunction("OnTick", "p2", "c2"), Status::Done);
+    EXPECT_EQ(table.CodeAt(0), "c2");
+    EXPECT_EQ(table.DeleteFunction("OnTick"), Status::Done);
+    EXPECT_EQ(NamesOf(table), Names({"Other"}));
+    EXPECT_THROW(table.Fill({}), std::logic_error) << "it is not empty";
+}
+
+TEST(TextCollectorTest, WhatWasSharedStaysWhileTheTextGoesOn) {
+    for (const std::size_t step : {1U, 7U, 16U, 17U, 1000U, 65535U, 65536U, 200000U}) {
+        TextCollector collector;
+        std::string expected;
+        std::vector<std::pair<SharedText, std::string>> shared;
+        for (int i = 0; i < 6; ++i) {
+            const std::string piece(step, static_cast<char>('a' + i));
+            collector.Tail() += piece;
+            expected += piece;
+            shared.emplace_back(collector.Share(), expected);
+            shared.emplace_back(collector.Share(), expected);
+        }
+        collector.Begin();
+        collector.Tail() = "new";
+        shared.emplace_back(collector.Share(), "new");
+        for (const auto& [text, whole] : shared) {
+            ASSERT_EQ(text.View(), whole) << "in steps of " << step;
+        }
+    }
 }
 
 } // namespace

@@ -8,6 +8,7 @@ namespace {
 
 // What the saving operations report.
 constexpr std::int32_t Saved = 0;
+constexpr std::int32_t SavingCancelled = 1; // no saving operation reports it any more, but it is still understood
 constexpr std::int32_t NotSaved = 2;
 
 // What the save question reports.
@@ -130,12 +131,11 @@ std::int32_t VornMainFrm::PromptUserForSave() {
             result = QuestionDeclined;
             return;
         }
-        const std::int32_t report = answer == MsgResult::Yes ? SavePSFFunc() : QuestionDeclined;
+        const std::int32_t report = answer == MsgResult::Yes ? SavePSFFunc() : SavingCancelled;
         if (report == NotSaved) {
             return;
         }
-        // A report of 1 counts as cancelled, too, though no saving operation gives it any more.
-        const bool cancelled = report == QuestionDeclined;
+        const bool cancelled = report == SavingCancelled;
         result = cancelled ? QuestionCancelled : QuestionSaved;
         ShowMessage(cancelled ? "vornMainFrmPrmpt20" : "vornMainFrmPrmpt34");
     });

@@ -4,12 +4,10 @@
 #include "document/EncodedOutput.h"
 #include "document/NewFunction.h"
 #include "platform/Utf8.h"
-#include "platform/posix/AtomicFile.h"
 #include "tools/psf/Members.h"
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <nlohmann/json.hpp>
 
 namespace tessaly::psf {
@@ -50,17 +48,12 @@ int New(Session& session, const std::string& file, bool force) {
     if (force) {
         return ExitStatus(Save(document, file));
     }
-    const int error = ReplaceFile(file, Existing::Keep,
-                                  [&](const std::string& path) { return document.SaveFile(path) == Status::Done; });
+    const int error =
+        Replace(file, Existing::Keep, [&](const std::string& path) { return document.SaveFile(path) == Status::Done; });
     if (error == EEXIST) {
-        PrintError(file + ": exists already; --force replaces it");
         return WrongUsage;
     }
-    if (error != 0) {
-        PrintError(file + ": cannot be written: " + std::strerror(error));
-        return ExitStatus(Status::UnexpectedError);
-    }
-    return Success;
+    return error == 0 ? Success : ExitStatus(Status::UnexpectedError);
 }
 
 int ShowList(Session& session, const std::string& file) {
@@ -201,17 +194,9 @@ int Generate(Session& session, const std::string& file, const std::optional<std:
         encoded.Close();
         return Success;
     }
-    Status status = Status::Done;
-    const int error = ReplaceFile(*output, Existing::Replace, [&](const std::string& path) {
-        status = document.BuildCCodeFile(path);
-        return status == Status::Done;
-    });
-    if (error != 0) {
-        PrintError(*output +
-                   ": cannot be written: " + (error == ECANCELED ? "the disk may be full" : std::strerror(error)));
-        return ExitStatus(Status::GenerationFailed);
-    }
-    return Success;
+    const int error = Replace(*output, Existing::Replace,
+                              [&](const std::string& path) { return document.BuildCCodeFile(path) == Status::Done; });
+    return error == 0 ? Success : ExitStatus(Status::GenerationFailed);
 }
 
 } // namespace tessaly::psf

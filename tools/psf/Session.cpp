@@ -1,8 +1,6 @@
 // Loading, saving and printing for all commands.
 #include "tools/psf/Session.h"
 
-#include "platform/posix/AtomicFile.h"
-
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
@@ -54,18 +52,21 @@ Status Load(VornSrcObj& document, const std::string& file) {
     return status;
 }
 
-Status Save(const VornSrcObj& document, const std::string& file) {
-    Status status = Status::Done;
-    const int error = ReplaceFile(file, Existing::Replace, [&](const std::string& path) {
-        status = document.SaveFile(path);
-        return status == Status::Done;
-    });
-    if (error != 0) {
+int Replace(const std::string& file, Existing existing, const std::function<bool(const std::string&)>& write) {
+    const int error = ReplaceFile(file, existing, write);
+    if (error == EEXIST) {
+        PrintError(file + ": exists already; --force replaces it");
+    } else if (error != 0) {
         PrintError(file +
                    ": cannot be written: " + (error == ECANCELED ? "the disk may be full" : std::strerror(error)));
-        status = Status::UnexpectedError;
     }
-    return status;
+    return error;
+}
+
+Status Save(const VornSrcObj& document, const std::string& file) {
+    const int error = Replace(file, Existing::Replace,
+                              [&](const std::string& path) { return document.SaveFile(path) == Status::Done; });
+    return error == 0 ? Status::Done : Status::UnexpectedError;
 }
 
 } // namespace tessaly::psf

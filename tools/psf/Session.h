@@ -3,8 +3,10 @@
 
 #include "document/VornSrcObj.h"
 #include "platform/CodePage.h"
+#include "platform/posix/AtomicFile.h"
 #include "platform/posix/PosixFiles.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -36,6 +38,9 @@ void Print(std::string_view bytes);
 
 // Loads `file`; on failure says so, and why as far as that can be told.
 Status Load(VornSrcObj& document, const std::string& file);
+
+// ReplaceFile, with its result; says so when it fails.
+int Replace(const std::string& file, Existing existing, const std::function<bool(const std::string&)>& write);
 
 // Saves `document` as `file`, which is replaced as a whole or not at all; says so when it fails.
 Status Save(const VornSrcObj& document, const std::string& file);
