@@ -1,0 +1,38 @@
+"""Builds the users' help: help/build.py OUTDIR. Writes OUTDIR/html/{en,de}/ and OUTDIR/Tessaly-{en,de}.chm.
+
+Each topic is written once in each language, in Markdown. Texts of the program are not repeated there but named, and
+taken from the program's own catalogue, so that help and program cannot differ:
+
+    {menu:mnuFile>mnuSavePSF}   the way through the menus
+    {text:vornMainFrmPrmpt13}   a message or caption, in quotation marks
+    {keys}                      the list of hot keys as the program shows it
+    {contents}                  all topics
+
+A topic begins with `title:` and `index:`, the latter its entries in the index, each with an #anchor if it wants one.
+"""
+
+import argparse
+import sys
+from pathlib import Path
+
+HERE = Path(__file__).resolve().parent
+sys.path.insert(0, str(HERE))
+sys.dont_write_bytecode = True
+
+from chm import write_chm  # noqa: E402
+from html_pages import write_html  # noqa: E402
+from topics import LANGUAGES, load_topics  # noqa: E402
+
+
+def main() -> None:
+    parser = argparse.ArgumentParser(description="Builds the users' help.")
+    parser.add_argument("outdir", type=Path)
+    outdir = parser.parse_args().outdir.resolve()
+    for language in LANGUAGES.values():
+        topics = load_topics(language)
+        write_html(topics, language, outdir / "html" / language.code)
+        write_chm(topics, language, outdir / f"Tessaly-{language.code}.chm")
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,116 @@
+"""Loads the topics of a language: Markdown to HTML, with the program's texts put in."""
+
+import html
+import re
+from dataclasses import dataclass, field
+from pathlib import Path
+
+import markdown
+
+import catalogue
+
+HERE = Path(__file__).resolve().parent
+
+
+@dataclass(frozen=True)
+class Language:
+    code: str
+    name: str
+    help_title: str
+    contents: str
+    keywords: str
+    previous: str
+    following: str
+    skip: str
+    quotes: tuple[str, str]
+    chm_language: str
+
+
+LANGUAGES = {
+    "en": Language("en", "English", "Tessaly Help", "Contents", "Index", "Back", "Next", "Skip to the text",
+                   ("“", "”"), "0x409 English (United States)"),
+    "de": Language("de", "Deutsch", "Tessaly-Hilfe", "Inhalt", "Stichwörter", "Zurück", "Weiter", "Zum Text springen",
+                   ("„", "“"), "0x407 German (Germany)"),
+}
+
+
+@dataclass
+class Topic:
+    name: str
+    title: str
+    keywords: list[tuple[str, str]]  # the entry and the anchor it leads to, "" for the top
+    body: str = ""  # HTML
+    sections: list[tuple[str, str]] = field(default_factory=list)  # anchor and title of each part
+
+    @property
+    def file(self) -> str:
+        return f"{self.name}.html"
+
+
+def topic_names() -> list[str]:
+    return (HERE / "order.txt").read_text(encoding="utf-8").split()
+
+
+def _plain(value: str) -> str:
+    """Text that means nothing but itself, in Markdown as in HTML."""
+    return re.sub(r"[^\w ]", lambda match: f"&#{ord(match.group())};", value).replace("_", "&#95;")
+
+
+def _menu_path(path: str, language: Language) -> str:
+    items = path.split(">")
+    for parent, item in zip(items, items[1:]):
+        if catalogue.menu_parents()[item] != parent:
+            raise ValueError(f"{item} is not in the menu {parent!r}")
+    return " &gt; ".join(f"<b>{_plain(catalogue.menu_text(item, language.code))}</b>" for item in items)
+
+
+def _quoted(identifier: str, language: Language) -> str:
+    lines = catalogue.text(identifier, language.code).strip().split("\n")
+    return f"{language.quotes[0]}{'<br>'.join(_plain(line) for line in lines)}{language.quotes[1]}"
+
+
+def _hot_keys(language: Language) -> str:
+    rows = [line.split("\t") for line in catalogue.text("vornMainFrmPrmpt42", language.code).split("\n") if line]
+    cells = "".join(f"<tr><th scope='row'>{_plain(key)}</th><td>{_plain(meaning)}</td></tr>" for key, meaning in rows)
+    return f"<table class='as-shown'>{cells}</table>"
+
+
+def _put_in(source: str, language: Language) -> str:
+    source = re.sub(r"\{menu:([\w>]+)\}", lambda match: _menu_path(match[1], language), source)
+    source = re.sub(r"\{text:(\w+)\}", lambda match: _quoted(match[1], language), source)
+    source = source.replace("{keys}", _hot_keys(language))
+    left = re.search(r"\{(menu|text|key)[^}]*\}", source)
+    if left:
+        raise ValueError(f"nothing to put in for {left.group()}")
+    return source
+
+
+def _load(name: str, language: Language) -> Topic:
+    path = HERE / language.code / f"{name}.md"
+    head, _, source = path.read_text(encoding="utf-8").partition("\n\n")
+    fields = dict(line.split(": ", 1) for line in head.splitlines())
+    keywords = [tuple((entry.strip() + "#").split("#")[:2]) for entry in fields["index"].split(";")]
+    body = markdown.markdown(
+        _put_in(source, language), extensions=["tables", "attr_list", "fenced_code", "def_list"], output_format="html")
+    body = body.replace("<th>", '<th scope="col">')
+    sections = re.findall(r'<h2 id="([\w-]+)">(.*?)</h2>', body)
+    if len(sections) != body.count("<h2"):
+        raise ValueError(f"{path}: every part needs an anchor, as in ## Title {{#anchor}}")
+    sections = [(anchor, html.unescape(re.sub(r"<[^>]+>", "", title))) for anchor, title in sections]
+    return Topic(name, fields["title"], keywords, body, sections)
+
+
+def load_topics(language: Language) -> list[Topic]:
+    topics = [_load(name, language) for name in topic_names()]
+    items = "".join(f'<li><a href="{topic.file}">{html.escape(topic.title)}</a></li>' for topic in topics[1:])
+    for topic in topics:
+        topic.body = topic.body.replace("<p>{contents}</p>", f"<ul>{items}</ul>")
+    return topics
+
+
+def index_entries(topics: list[Topic]) -> list[tuple[str, str]]:
+    """All entries of the index with where they lead, sorted without regard to case and umlauts."""
+    entries = [(word, topic.file + (f"#{anchor}" if anchor else "")) for topic in topics
+               for word, anchor in topic.keywords]
+    plain = str.maketrans("äöüß", "aous")
+    return sorted(entries, key=lambda entry: (entry[0].lower().translate(plain), entry[1]))
