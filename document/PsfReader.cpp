@@ -101,11 +101,14 @@ void PsfReader::ReadReferences() {
 
 void PsfReader::ReadFunctionList() {
     while (NextLine() && !IsTag(FuncCodeTag)) {
-        if (ContainsKey(mLine, NumFuncsKey)) {
+        const bool isCount = ContainsKey(mLine, NumFuncsKey);
+        if (isCount) {
             ReadCount();
         }
         if (ContainsKey(mLine, FuncNamesKey)) {
             ReadNames();
+        } else if (!isCount) {
+            Notice(PsfNotice::Kind::Ignored, 0);
         }
     }
 }

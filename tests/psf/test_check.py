@@ -54,6 +54,16 @@ def test_a_good_file_stays_good_however_often_it_is_saved(tmp_path):
         assert psf("check", path).status == 0
 
 
+def test_references_ended_early_by_a_tag_like_line(tmp_path):
+    content = source([MAIN], references="int a;\r\n[GFuncs]\r\nint b;")
+    only(warnings(tmp_path, content), line_of(content, b"[GFuncs]"), "references", '"[GFuncs]"', "early", '"NumFuncs="')
+
+
+def test_lines_of_the_function_list_that_count_for_nothing(tmp_path):
+    content = source([MAIN], names="Main\r\nstray")
+    only(warnings(tmp_path, content), line_of(content, b"stray"), "functions", '"[FuncCode]"', "ignored")
+
+
 def test_a_function_dropped_for_a_name_collision(tmp_path):
     content = source([("OnTick", "void OnTick()\r\n{}"), ("Other", "void Other()\r\n{}"), ("on", "void on()\r\n{}")])
     only(warnings(tmp_path, content), line_of(content, b"[on]"), "functions/on", "dropped", '"OnTick"')

@@ -62,11 +62,10 @@ void PsfWarnings::Notice(const PsfNotice& notice) {
         mStretches.push_back({notice.offset, notice.text == GVarsTag    ? "references"
                                              : notice.text == GFuncsTag ? "functions"
                                                                         : ""});
-        if (notice.text == EventCodeTag && mCount <= 0) {
-            TakeIgnored("\"[EventCode]\", since no function is announced,", "functions");
-        }
+        NoticeTag(notice);
         break;
     case Kind::CountLine:
+        TakeIgnored("\"NumFuncs=\"", "functions");
         mCount = notice.index;
         mCountLine = notice.offset;
         mNames.clear();
@@ -92,6 +91,18 @@ void PsfWarnings::Notice(const PsfNotice& notice) {
     default:
         NoticeFunction(notice);
         break;
+    }
+}
+
+void PsfWarnings::NoticeTag(const PsfNotice& notice) {
+    if (notice.text == GFuncsTag) {
+        mTerminator = notice.offset;
+        mTerminatorText = notice.text;
+        mTerminated = "references";
+    } else if (notice.text == FuncCodeTag) {
+        TakeIgnored(Quoted(notice.text), "functions");
+    } else if (notice.text == EventCodeTag && mCount <= 0) {
+        TakeIgnored("\"[EventCode]\", since no function is announced,", "functions");
     }
 }
 
@@ -340,7 +351,7 @@ void PsfWarnings::CheckEnd(const std::string& bytes) {
     if (!mEnd) {
         return;
     }
-    const std::size_t rest = bytes.find_first_not_of(" \t\r\n", *mEnd + EndPsfTag.size());
+    const std::size_t rest = bytes.find_first_not_of(" \t\r\n", static_cast<std::size_t>(*mEnd) + EndPsfTag.size());
     if (rest == std::string::npos) {
         return;
     }

@@ -49,6 +49,7 @@ private:
 
     void NoticeFunction(const PsfNotice& notice);
     void NoticeEvent(const PsfNotice& notice);
+    void NoticeTag(const PsfNotice& notice);
     void NoticeNames(const PsfNotice& notice);
     void FunctionEnded(const PsfNotice& notice);
     void FunctionLost(const PsfNotice& notice);
