@@ -27,6 +27,10 @@ public:
     // case. `shift`: 1 Shift, 2 Ctrl, 4 Alt, added up.
     std::function<void(int keyCode, int shift)> onKeyDown;
 
+    // Raised when the user drops a file on the window; with its whole path, and once for each of several files. Not
+    // raised while a modal window or dialog is shown.
+    std::function<void(const std::string& path)> onFileDropped;
+
     // Raised once, when the window is about to go, whatever closes it. It goes whatever this does.
     std::function<void()> onUnload;
 

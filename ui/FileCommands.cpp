@@ -38,14 +38,23 @@ void VornMainFrm::mnuNewPSF_Click() {
 }
 
 void VornMainFrm::mnuOpenPSF_Click() {
+    Open([this] { return mDesktop.CommonDialog1().ShowOpen(DialogSettings()); });
+}
+
+// As Open does, with the name already chosen.
+void VornMainFrm::Form_FileDropped(const std::string& path) {
+    Open([&path] { return path; });
+}
+
+void VornMainFrm::Open(const std::function<std::string()>& askName) {
     SaveCurrentNodeCode(mCurrentNode);
     if (!MayDropDocument()) {
         return;
     }
-    // Before the dialog is shown, so that cancelling it leaves the edits without their flag: kept on purpose.
+    // Before the name is asked for, so that cancelling it leaves the edits without their flag: kept on purpose.
     FuncBodyChangeMode = 1;
     FuncBodyChangedFlag = false;
-    const std::string fileName = mDesktop.CommonDialog1().ShowOpen(DialogSettings());
+    const std::string fileName = askName();
     if (fileName.empty()) {
         return;
     }

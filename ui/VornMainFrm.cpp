@@ -218,6 +218,7 @@ void VornMainFrm::Listen() {
     mWindow.onLoad = [this] { RunCommand([this] { Form_Load(); }); };
     mWindow.onResize = [this] { RunCommand([this] { Form_Resize(); }); };
     mWindow.onUnload = [this] { RunCommand([this] { Form_Unload(); }); };
+    mWindow.onFileDropped = [this](const std::string& path) { RunCommand([this, &path] { Form_FileDropped(path); }); };
     mWindow.onKeyDown = [this](int keyCode, int shift) {
         RunCommand([this, keyCode, shift] { Form_KeyDown(keyCode, shift); });
     };

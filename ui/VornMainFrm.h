@@ -53,6 +53,7 @@ public:
     void Form_Load();
     void Form_Resize();
     void Form_Unload();
+    void Form_FileDropped(const std::string& path);
 
     // Code tree and editing pane
 
@@ -133,6 +134,7 @@ private:
     void SelectFunctionsItem();
     void DeleteCurrentFunction();
 
+    void Open(const std::function<std::string()>& askName);
     bool MayDropDocument();
     bool SaveBeforeBuild();
     FileDialogSettings DialogSettings() const;

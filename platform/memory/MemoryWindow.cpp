@@ -91,6 +91,13 @@ void MemoryWindow::CloseByUser() {
     Close();
 }
 
+void MemoryWindow::DropFile(const std::string& path) {
+    CheckUsable("a file dropped on the window");
+    if (onFileDropped) {
+        onFileDropped(path);
+    }
+}
+
 void MemoryWindow::SetInitialSize(float width, float height) {
     mWidth = width;
     mHeight = height;

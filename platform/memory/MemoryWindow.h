@@ -42,6 +42,9 @@ public:
     // The user closes the window by its frame.
     void CloseByUser();
 
+    // The user drops a file on the window.
+    void DropFile(const std::string& path);
+
     // The size before the window is shown, without an event.
     void SetInitialSize(float width, float height);
 

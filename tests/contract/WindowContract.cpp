@@ -123,6 +123,18 @@ TEST_P(DesktopContract, TheControlsCanStillBeReadWhenTheWindowIsAboutToGo) {
     EXPECT_EQ(seen, "a\nb");
 }
 
+TEST_P(DesktopContract, ADroppedFileIsToldByItsPath) {
+    MainWindow().Show();
+    Strings dropped;
+    MainWindow().onFileDropped = [&](const std::string& path) { dropped.push_back(path); };
+    const Strings paths = {user->FilePath("a b.PSF"), user->FilePath("\xC3\xA4.PSF")};
+    for (const std::string& path : paths) {
+        TheDesktop().Files().OpenForOutput(path)->Close();
+        user->DropFile(path);
+    }
+    EXPECT_EQ(dropped, paths);
+}
+
 TEST_P(DesktopContract, TheWindowShowsItsCaption) {
     MainWindow().SetCaption("Tessaly \xC3\xA4 & more");
     EXPECT_EQ(MainWindow().Caption(), "Tessaly \xC3\xA4 & more");

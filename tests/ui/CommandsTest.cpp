@@ -95,6 +95,36 @@ TEST_F(CommandsTest, ACancelledOpenDialogEndsSilentlyAndHasClearedTheFlagAlready
 
 // Save
 
+TEST_F(CommandsTest, ADroppedFileIsOpenedWithoutADialog) {
+    Start();
+    desktop.files.contents["C:\\dropped.PSF"] = GoodPsf();
+    desktop.window.DropFile("C:\\dropped.PSF");
+    EXPECT_EQ(FunctionItems(), (std::vector<std::string>{"One", "Two"}));
+    EXPECT_EQ(Panel(1), "File=C:\\dropped.PSF");
+    EXPECT_EQ(Panel(2), "File was opened successfully!");
+    EXPECT_TRUE(desktop.fileDialog.records.empty());
+}
+
+TEST_F(CommandsTest, ADroppedFileIsNotOpenedWhenTheSaveQuestionIsCancelled) {
+    Start();
+    Edit("_0v", "unsaved");
+    desktop.files.contents["C:\\dropped.PSF"] = GoodPsf();
+    desktop.msgBox.WillPress(MsgResult::Cancel);
+    desktop.window.DropFile("C:\\dropped.PSF");
+    EXPECT_EQ(LastBox().text, "Do you wish to save data?");
+    EXPECT_EQ(FunctionItems(), std::vector<std::string>{});
+    EXPECT_TRUE(window.FuncBodyChangedFlag);
+}
+
+TEST_F(CommandsTest, ADroppedFileThatIsNoGoodIsReported) {
+    Start();
+    desktop.files.contents["C:\\bad.PSF"] = "bad";
+    desktop.msgBox.WillPress(MsgResult::Ok);
+    desktop.window.DropFile("C:\\bad.PSF");
+    EXPECT_EQ(LastBox().icon, MsgIcon::Exclamation);
+    EXPECT_EQ(Panel(1), "File=");
+}
+
 TEST_F(CommandsTest, SaveOnANeverSavedDocumentAsksForAName) {
     MakeChange();
     desktop.fileDialog.WillChoose("new.PSF");
