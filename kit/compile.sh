@@ -28,36 +28,6 @@ kit_folder() {
     CDPATH='' cd -P -- "$(dirname -- "$self")" && pwd
 }
 
-# Prints the path of the settings file in a folder, if there is one. Relative folders are passed over.
-settings_in() {
-    case $1 in
-    /*) [ -f "$1/tessaly/settings.reg" ] && printf '%s\n' "$1/tessaly/settings.reg" ;;
-    *) return 1 ;;
-    esac
-}
-
-# Prints the path of the settings file, which is the one that the editor reads.
-settings_file() {
-    if [ -n "${TESSALY_SETTINGS:-}" ]; then
-        [ -f "$TESSALY_SETTINGS" ] && printf '%s\n' "$TESSALY_SETTINGS"
-        return
-    fi
-    case ${XDG_CONFIG_HOME:-} in
-    /*) home=$XDG_CONFIG_HOME ;;
-    *) home=${HOME:-}/.config ;;
-    esac
-    settings_in "$home" && return
-    folders=${XDG_CONFIG_DIRS:-/etc/xdg}
-    while [ -n "$folders" ]; do
-        settings_in "${folders%%:*}" && return
-        case $folders in
-        *:*) folders=${folders#*:} ;;
-        *) folders= ;;
-        esac
-    done
-    return 1
-}
-
 # Prints a settings file as UTF-8; the two bytes FF FE at its beginning tell that it is UTF-16.
 settings_text() {
     if [ "$(od -An -tx1 -N2 <"$1" | tr -d ' ')" = fffe ]; then
@@ -67,12 +37,57 @@ settings_text() {
     fi
 }
 
+# Looks into a settings file, if it is there, and sets $source. Succeeds when the search ends here: with the setting, or
+# because the file takes it away.
+look_into() {
+    [ -f "$1" ] || return
+    [ -r "$1" ] || fail 1 "cannot read the settings file $1"
+    [ -n "$settings" ] || settings=$1
+    source=$(settings_text "$1" | LC_ALL=C awk -f "$kit/setting.awk")
+    [ $? -ne 1 ] && settings=$1
+}
+
+# The same in a folder with settings. Relative folders are passed over.
+look_into_folder() {
+    case $1 in
+    /*) look_into "$1/tessaly/settings.reg" ;;
+    *) return 1 ;;
+    esac
+}
+
+# The files that the editor reads, the one that counts most first.
+look_into_all() {
+    if [ -n "${TESSALY_SETTINGS:-}" ]; then
+        look_into "$TESSALY_SETTINGS"
+        return
+    fi
+    case ${XDG_CONFIG_HOME:-} in
+    /*) own=$XDG_CONFIG_HOME ;;
+    *) own=${HOME:-}/.config ;;
+    esac
+    look_into_folder "$own" && return
+    folders=${XDG_CONFIG_DIRS:-/etc/xdg}
+    while [ -n "$folders" ]; do
+        if look_into_folder "${folders%%:*}"; then
+            # In a file for all users ~/ is the home of each.
+            case $source in [~]/*) [ -z "${HOME:-}" ] || source=$HOME/${source#??} ;; esac
+            return
+        fi
+        case $folders in
+        *:*) folders=${folders#*:} ;;
+        *) folders= ;;
+        esac
+    done
+}
+
 # Sets $source, the C file as the setting names it.
 find_source() {
-    settings=$(settings_file) ||
+    settings=
+    source=
+    look_into_all
+    [ -n "$settings" ] ||
         fail 1 "no settings file: ${TESSALY_SETTINGS:-tessaly/settings.reg in the configuration folders} does not exist"
-    [ -r "$settings" ] || fail 1 "cannot read the settings file $settings"
-    source=$(settings_text "$settings" | LC_ALL=C awk -f "$kit/setting.awk") ||
+    [ -n "$source" ] ||
         fail 1 "the setting FCompFileName, the path of the C file, is missing in $settings"
     if [ "$source" = "$output" ]; then
         say "the output name is the C file itself: $source"

@@ -13,6 +13,17 @@ typedef unsigned char uchar;
 typedef unsigned int uint;
 #endif
 
+/* Has a compiler that can do it compare the arguments of Print with its format. MinGW's own name for the format says
+ * which of Windows' two printf the program is built with. */
+#if defined(__MINGW32__) && defined(__GNUC__)
+#include <stdio.h>
+#define VEX_PRINTF __attribute__((__format__(__MINGW_PRINTF_FORMAT, 1, 2)))
+#elif defined(__GNUC__)
+#define VEX_PRINTF __attribute__((__format__(__printf__, 1, 2)))
+#else
+#define VEX_PRINTF
+#endif
+
 /* What the calls answer. */
 #define VEX_OK 0
 #define VEX_BAD_CHANNEL (-1) /* the channel is not 0-255 */
@@ -66,6 +77,6 @@ int SerialWrite(const void* data, long datacount);
 /* Prints a text on the terminal, formatted as printf does it; no line end is added. The text is Windows-1252, like
  * the block's source; one that is valid UTF-8 as a whole is printed as it is.
  * VEX_BAD_DATA, VEX_BAD_TEXT. */
-int Print(const char* format, ...) __attribute__((__format__(__printf__, 1, 2)));
+VEX_PRINTF int Print(const char* format, ...);
 
 #endif

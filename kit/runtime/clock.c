@@ -2,13 +2,13 @@
  * All times are kept relative to the origin, so timers started before the first stamp are not late when it comes. */
 #include "clock.h"
 
+#include "host.h"
 #include "tornem.h"
 #include "vexlib.h"
 
 #include <stdbool.h>
 #include <stddef.h>
 #include <stdio.h>
-#include <time.h>
 
 typedef struct Timer {
     int64_t due;
@@ -101,22 +101,14 @@ void kit_clock_stop_timers(void) {
     timer_count = 0;
 }
 
-static int64_t wall_now(void) {
-    struct timespec wall = {0, 0};
-    clock_gettime(CLOCK_MONOTONIC, &wall);
-    return (int64_t)wall.tv_sec * 1000000 + wall.tv_nsec / 1000;
-}
-
 /* Sets the time, and waits for the wall to reach it when there is a pace to keep. */
 static void move_to(int64_t moment) {
     now = moment;
     if (!paced)
         return;
     fflush(stdout);
-    for (int64_t left = wall_origin + now - wall_now(); left > 0; left = wall_origin + now - wall_now()) {
-        struct timespec pause = {(time_t)(left / 1000000), (long)(left % 1000000) * 1000};
-        nanosleep(&pause, NULL);
-    }
+    for (int64_t left = wall_origin + now - kit_host_now(); left > 0; left = wall_origin + now - kit_host_now())
+        kit_host_wait(left);
 }
 
 /* The timer is taken care of before the handler is called, which may stop it or start it anew. */
@@ -140,7 +132,7 @@ void kit_clock_advance(int64_t stamp) {
     if (!has_origin) {
         has_origin = true;
         origin = stamp;
-        wall_origin = wall_now();
+        wall_origin = kit_host_now();
     }
     int64_t moment = stamp - origin;
     while (timer_count > 0 && timers[0].due <= moment)

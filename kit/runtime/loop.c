@@ -1,6 +1,7 @@
 /* The command line of a program block, and the loop that plays a script to its handlers.
  * A line is run before the next one is read, and its output flushed: a script can be typed in. */
 #include "clock.h"
+#include "host.h"
 #include "script.h"
 #include "tornem.h"
 
@@ -38,7 +39,7 @@ static void open_script(const char* name) {
     if (name == NULL || strcmp(name, "-") == 0)
         return;
     script_name = name;
-    script = fopen(name, "r");
+    script = fopen(name, "rb");
     if (script != NULL)
         return;
     fprintf(stderr, "%s: cannot open %s: %s\n", program, name, strerror(errno));
@@ -48,6 +49,7 @@ static void open_script(const char* name) {
 void initialize(int argc, char* argv[]) {
     const char* name = NULL;
     bool options = true;
+    kit_host_start();
     if (argc > 0)
         program = argv[0];
     for (int i = 1; i < argc; ++i) {
@@ -128,13 +130,39 @@ static void fail(const char* what) {
     exit(exit_failure);
 }
 
+/* A line of any length, with its line end and a 0 behind it. */
+typedef struct Line {
+    char* text;
+    size_t length;
+    size_t room;
+} Line;
+
+/* Not getline, which Windows does not have. False at the end of the script, and when it cannot be read any further. */
+static bool read_line(Line* line) {
+    int byte = 0;
+    line->length = 0;
+    while (byte != '\n' && (byte = getc(script)) != EOF) {
+        if (line->length + 2 > line->room) {
+            size_t room = line->room > 0 ? 2 * line->room : 128;
+            char* text = realloc(line->text, room);
+            if (text == NULL)
+                return false;
+            line->text = text;
+            line->room = room;
+        }
+        line->text[line->length++] = (char)byte;
+    }
+    if (line->length == 0 || ferror(script))
+        return false;
+    line->text[line->length] = '\0';
+    return true;
+}
+
 void EventLoop(void) {
-    char* line = NULL;
-    size_t room = 0;
+    Line line = {NULL, 0, 0};
     unsigned long number = 0;
-    ssize_t length = 0;
-    while ((length = getline(&line, &room, script)) >= 0) {
-        run_line(line, (size_t)length, ++number);
+    while (read_line(&line)) {
+        run_line(line.text, line.length, ++number);
         if (fflush(stdout) != 0 || ferror(stdout))
             fail("cannot write the output");
     }
@@ -142,5 +170,5 @@ void EventLoop(void) {
         fprintf(stderr, "%s: cannot read %s: %s\n", program, script_name, strerror(errno));
         exit(exit_failure);
     }
-    free(line);
+    free(line.text);
 }

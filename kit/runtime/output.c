@@ -1,7 +1,5 @@
 /* What a program block sends, writes and prints: one line of the standard output each, Print as it comes.
  * Everything goes through stdout's own buffer, so it keeps its order with what a handler prints by itself. */
-#define _GNU_SOURCE /* vasprintf */
-
 #include "clock.h"
 #include "frame.h"
 #include "text.h"
@@ -47,12 +45,17 @@ int SerialWrite(const void* data, long datacount) {
 int Print(const char* format, ...) {
     if (format == NULL)
         return VEX_BAD_DATA;
-    char* text = NULL;
     va_list arguments;
     va_start(arguments, format);
-    int length = vasprintf(&text, format, arguments);
+    va_list again;
+    va_copy(again, arguments);
+    int length = vsnprintf(NULL, 0, format, arguments);
+    char* text = length >= 0 ? malloc((size_t)length + 1) : NULL;
+    if (text != NULL)
+        vsnprintf(text, (size_t)length + 1, format, again);
+    va_end(again);
     va_end(arguments);
-    if (length < 0)
+    if (text == NULL)
         return VEX_BAD_TEXT;
     if (kit_text_is_utf8(text, (size_t)length))
         fwrite(text, 1, (size_t)length, stdout);

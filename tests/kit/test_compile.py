@@ -74,6 +74,35 @@ def test_settings_in_the_configuration_folders(block):
     check_built(compile_with(None, block / "a.out", environment=places), block / "a.out")
 
 
+def test_the_users_own_settings_count_before_those_for_all_users(block):
+    home, system = block / "home", block / "system"
+    for folder in (home, system):
+        (folder / "tessaly").mkdir(parents=True)
+    (system / "tessaly" / "settings.reg").write_text(settings_text(block / "block.c"))
+    own = home / "tessaly" / "settings.reg"
+    places = {"TESSALY_SETTINGS": None, "XDG_CONFIG_HOME": home, "XDG_CONFIG_DIRS": system}
+
+    own.write_text(KEY + '"Language"=dword:00000001\n')
+    check_built(compile_with(None, block / "a.out", environment=places), block / "a.out")
+    own.write_text(settings_text(block / "gone.c"))
+    result = compile_with(None, block / "a.out", environment=places)
+    assert f"the C file does not exist: {block}/gone.c (setting FCompFileName in {own})" in result.stderr
+    own.write_text(KEY + '"FCompFileName"=-\n')
+    result = compile_with(None, block / "a.out", environment=places)
+    assert f"the path of the C file, is missing in {own}" in result.stderr
+
+
+def test_in_settings_for_all_users_the_tilde_is_the_home_of_each(block):
+    (block / "system" / "tessaly").mkdir(parents=True)
+    (block / "system" / "tessaly" / "settings.reg").write_text(settings_text("~/block.c"))
+    places = {"TESSALY_SETTINGS": None, "XDG_CONFIG_HOME": None, "HOME": block, "XDG_CONFIG_DIRS": block / "system"}
+    check_built(compile_with(None, block / "a.out", environment=places), block / "a.out")
+    (block / ".config" / "tessaly").mkdir(parents=True)
+    (block / ".config" / "tessaly" / "settings.reg").write_text(settings_text("~/block.c"))
+    result = compile_with(None, block / "a.out", environment=places)
+    assert "the C file does not exist: ~/block.c" in result.stderr
+
+
 KEY = "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Ostrel\\OstrelCompiler]\n"
 
 

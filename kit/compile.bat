@@ -1,0 +1,207 @@
+@echo off
+rem The compile batch file of the host kit on Windows: compiles the written C file and the kit's runtime into one
+rem program. Its only argument is the output name; the C file's path is the setting FCompFileName, looked up here.
+rem Exit status: 0 done, 64 wrong argument, 127 no compiler, 1 no C file to compile, else the compiler's own.
+rem The window stays open after an error, unless TESSALY_NO_PAUSE is set. CC names a compiler of your own choice.
+rem
+rem Paths stand in quotes and are never put through CALL, FOR lists or delayed expansion: they may contain & ^ % ! ( ).
+
+setlocal EnableExtensions DisableDelayedExpansion
+set "kit=%~dp0"
+set "status=0"
+
+if "%~1"=="" goto usage
+if not "%~2"=="" goto usage
+set "output=%~f1"
+for %%e in (.c .h .psf) do if /i "%~x1"=="%%e" goto source_name
+if exist "%output%\*" goto not_a_file
+
+call :find_source
+if not defined source goto no_setting
+if /i "%source%"=="%output%" goto same_name
+if not exist "%source%" goto no_source
+
+set "compiler="
+set "kind="
+if defined CC call :use_own_compiler
+if defined CC if not defined compiler goto wrong_compiler
+if not defined compiler call :find_in_path
+if not defined compiler call :find_in_usual_places
+if not defined compiler call :find_visual_studio
+if not defined compiler goto no_compiler
+
+rem An old program must not pass for the result of a compile that never came about.
+if exist "%output%" del /f /q "%output%"
+if exist "%output%" goto in_use
+set "runtime="
+for /f "delims=" %%f in ('dir /b "%kit%runtime\*.c"') do call :add_runtime "%%f"
+call :compile_with_%kind%
+set "status=%errorlevel%"
+if "%status%"=="0" goto end
+if exist "%output%" del /f /q "%output%"
+goto end
+
+rem ---- The C file
+
+rem Sets source to the setting, from the registry export file that TESSALY_SETTINGS names, or else from the registry:
+rem the editor is a 32-bit program, so on 64-bit Windows its settings lie in the 32-bit view.
+:find_source
+set "source="
+set "place=HKEY_LOCAL_MACHINE\SOFTWARE\Ostrel\OstrelCompiler"
+if defined TESSALY_SETTINGS goto find_source_in_file
+for %%v in (/reg:32 "") do if not defined source call :query_source %%~v
+exit /b
+
+:query_source
+for /f "tokens=2,*" %%a in ('reg query "%place%" /v FCompFileName %1 2^>nul') do if "%%a"=="REG_SZ" set "source=%%b"
+exit /b
+
+:find_source_in_file
+set "place=%TESSALY_SETTINGS%"
+if not exist "%place%" exit /b
+for /f "usebackq tokens=1,* delims==" %%a in (`type "%place%"`) do if /i "%%~a"=="FCompFileName" set "source=%%~b"
+if defined source set "source=%source:\\=\%"
+exit /b
+
+rem ---- The compiler: sets compiler, and kind to gcc, clang or cl
+
+:use_own_compiler
+for %%c in ("%CC%" "%CC%.exe") do if not defined compiler if exist "%%~fc" if not exist "%%~fc\*" set "compiler=%%~fc"
+for %%c in ("%CC%" "%CC%.exe") do if not defined compiler if not "%%~$PATH:c"=="" set "compiler=%%~$PATH:c"
+if defined compiler call :tell_kind
+exit /b
+
+:find_in_path
+for %%c in (gcc.exe clang.exe cl.exe) do if not defined compiler if not "%%~$PATH:c"=="" set "compiler=%%~$PATH:c"
+if defined compiler call :tell_kind
+exit /b
+
+:find_in_usual_places
+for %%c in (
+    "%SystemDrive%\msys64\ucrt64\bin\gcc.exe"
+    "%SystemDrive%\msys64\mingw64\bin\gcc.exe"
+    "%SystemDrive%\msys64\mingw32\bin\gcc.exe"
+    "%SystemDrive%\msys64\clang64\bin\clang.exe"
+    "%SystemDrive%\mingw64\bin\gcc.exe"
+    "%SystemDrive%\mingw32\bin\gcc.exe"
+    "%SystemDrive%\MinGW\bin\gcc.exe"
+    "%SystemDrive%\w64devkit\bin\gcc.exe"
+    "%SystemDrive%\TDM-GCC-64\bin\gcc.exe"
+    "%SystemDrive%\TDM-GCC-32\bin\gcc.exe"
+    "%ProgramData%\mingw64\mingw64\bin\gcc.exe"
+    "%USERPROFILE%\scoop\apps\gcc\current\bin\gcc.exe"
+    "%ProgramW6432%\LLVM\bin\clang.exe"
+    "%ProgramFiles%\LLVM\bin\clang.exe"
+) do if not defined compiler if exist "%%~c" set "compiler=%%~c"
+if not defined compiler exit /b
+rem Its own libraries lie beside it.
+for %%c in ("%compiler%") do set "folder=%%~dpc"
+set "PATH=%folder%;%PATH%"
+call :tell_kind
+exit /b
+
+rem Visual Studio puts its compiler into the environment by a batch file; where it lies, its own finder tells.
+:find_visual_studio
+set "installer=%ProgramFiles(x86)%\Microsoft Visual Studio\Installer"
+if not exist "%installer%\vswhere.exe" exit /b
+set "PATH=%installer%;%PATH%"
+set "studio="
+for /f "delims=" %%v in ('vswhere.exe -latest -products * -requires Microsoft.VisualStudio.Component.VC.Tools.x86.x64 -property installationPath') do set "studio=%%v"
+if not defined studio exit /b
+if not exist "%studio%\VC\Auxiliary\Build\vcvars64.bat" exit /b
+call "%studio%\VC\Auxiliary\Build\vcvars64.bat" >nul
+for %%c in (cl.exe) do if not "%%~$PATH:c"=="" set "compiler=%%~$PATH:c"
+set "kind=cl"
+exit /b
+
+:tell_kind
+for %%c in ("%compiler%") do set "name=%%~nc"
+set "kind=gcc"
+if /i not "%name:clang=%"=="%name%" set "kind=clang"
+if /i "%name%"=="cl" set "kind=cl"
+if /i "%name%"=="clang-cl" set "kind=cl"
+exit /b
+
+rem ---- Compiling
+
+:add_runtime
+set runtime=%runtime% "%kit%runtime\%~1"
+exit /b
+
+rem gcc counts the lone CR behind a prototype as a line end, but not where it quotes the source: its excerpts would
+rem show other lines than it means. -xc: the suffix of the C file is the user's choice.
+:compile_with_gcc
+"%compiler%" -fno-diagnostics-show-caret -static -Wall -g -O1 -std=gnu11 -D__USE_MINGW_ANSI_STDIO=1 -I "%kit%include" -o "%output%" -xc "%source%" %runtime%
+exit /b %errorlevel%
+
+rem clang would warn about every letter of the ANSI code page in a text.
+:compile_with_clang
+"%compiler%" -Wno-invalid-source-encoding -Wall -g -O1 -std=gnu11 -D__USE_MINGW_ANSI_STDIO=1 -D_CRT_SECURE_NO_WARNINGS -I "%kit%include" -o "%output%" -xc "%source%" %runtime%
+exit /b %errorlevel%
+
+rem cl leaves its object files somewhere; a backslash in front of a closing quote must be doubled.
+:compile_with_cl
+set "objects=%TEMP%\tessaly-%RANDOM%-%RANDOM%"
+mkdir "%objects%"
+"%compiler%" /nologo /W3 /O1 /std:c11 /D_CRT_SECURE_NO_WARNINGS /I "%kit%include" /Fe"%output%" /Fo"%objects%\\" /TC "%source%" %runtime%
+set "result=%errorlevel%"
+rmdir /s /q "%objects%"
+exit /b %result%
+
+rem ---- What went wrong
+
+:usage
+set "status=64"
+echo usage: compile.bat OUTPUT>&2
+goto end
+
+:source_name
+set "status=64"
+echo compile.bat: the output name is that of a source file: "%output%">&2
+goto end
+
+:not_a_file
+set "status=64"
+echo compile.bat: the output name is not that of a file: "%output%">&2
+goto end
+
+:same_name
+set "status=64"
+echo compile.bat: the output name is the C file itself: "%source%">&2
+goto end
+
+:no_setting
+set "problem=the setting FCompFileName, the path of the C file, is missing in"
+echo compile.bat: %problem% "%place%">&2
+goto failed
+
+:no_source
+echo compile.bat: the C file does not exist: "%source%" (setting FCompFileName in "%place%")>&2
+goto failed
+
+:in_use
+echo compile.bat: the old program cannot be replaced; is it still running? "%output%">&2
+set "status=1"
+goto end
+
+:wrong_compiler
+set "status=127"
+echo compile.bat: there is no C compiler: CC is set to "%CC%", which is not found. Install one, or mend CC.>&2
+goto remove_old
+
+:no_compiler
+set "status=127"
+echo compile.bat: there is no C compiler: neither gcc nor clang is in the PATH or in a usual place,>&2
+echo and there is no Visual Studio with a C compiler. Install one of them (MinGW-w64 has gcc for Windows),>&2
+echo put its folder bin into the PATH, or set CC to the path of the compiler.>&2
+goto remove_old
+
+:failed
+set "status=1"
+
+:remove_old
+if exist "%output%" del /f /q "%output%"
+
+:end
+if not "%status%"=="0" if not defined TESSALY_NO_PAUSE pause
+exit /b %status%

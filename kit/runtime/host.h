@@ -1,0 +1,17 @@
+/* What the runtime needs of the operating system, once for POSIX and once for Windows.
+ * Both files are compiled everywhere, and the one that does not fit is empty: the batch files take all of runtime/. */
+#ifndef KIT_HOST_H
+#define KIT_HOST_H
+
+#include <stdint.h>
+
+/* Makes the standard streams pass bytes on as they are, in UTF-8 where a console shows or reads them. */
+void kit_host_start(void);
+
+/* Microseconds on a clock that nobody sets. */
+int64_t kit_host_now(void);
+
+/* Waits about this many microseconds, more than 0; may return early. */
+void kit_host_wait(int64_t microseconds);
+
+#endif

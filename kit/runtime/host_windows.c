@@ -1,0 +1,53 @@
+/* The operating system, as Windows has it; see host.h.
+ * Binary streams: the output is the same as elsewhere, byte for byte, and no Ctrl+Z in a script ends it. */
+#include "host.h"
+
+#ifdef _WIN32
+
+#include <fcntl.h>
+#include <io.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <windows.h>
+
+static UINT input_page;
+static UINT output_page;
+
+/* The console outlives the program and belongs to the shell. */
+static void restore_console(void) {
+    if (input_page != 0)
+        SetConsoleCP(input_page);
+    if (output_page != 0)
+        SetConsoleOutputCP(output_page);
+}
+
+void kit_host_start(void) {
+    _setmode(_fileno(stdin), _O_BINARY);
+    _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
+    atexit(restore_console);
+    if (_isatty(_fileno(stdin))) {
+        input_page = GetConsoleCP();
+        SetConsoleCP(CP_UTF8);
+    }
+    if (_isatty(_fileno(stdout))) {
+        output_page = GetConsoleOutputCP();
+        SetConsoleOutputCP(CP_UTF8);
+    }
+}
+
+int64_t kit_host_now(void) {
+    LARGE_INTEGER ticks;
+    LARGE_INTEGER in_second;
+    QueryPerformanceCounter(&ticks);
+    QueryPerformanceFrequency(&in_second);
+    return ticks.QuadPart / in_second.QuadPart * 1000000 +
+           ticks.QuadPart % in_second.QuadPart * 1000000 / in_second.QuadPart;
+}
+
+void kit_host_wait(int64_t microseconds) {
+    static const int64_t longest = 1000000000;
+    Sleep((DWORD)((microseconds < longest ? microseconds : longest) / 1000 + 1));
+}
+
+#endif

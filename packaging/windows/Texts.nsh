@@ -1,0 +1,13 @@
+; The installer's own texts in both languages; the rest is NSIS's.
+LangString TextStillRunning ${LANG_ENGLISH} "Tessaly is running. Please close it."
+LangString TextStillRunning ${LANG_GERMAN} "Tessaly läuft noch. Bitte schließen Sie es."
+LangString TextFileType ${LANG_ENGLISH} "Program source file"
+LangString TextFileType ${LANG_GERMAN} "Programmquelldatei"
+LangString TextHelpEntry ${LANG_ENGLISH} "Tessaly Help"
+LangString TextHelpEntry ${LANG_GERMAN} "Tessaly-Hilfe"
+LangString TextHelpFile ${LANG_ENGLISH} "Tessaly-en.chm"
+LangString TextHelpFile ${LANG_GERMAN} "Tessaly-de.chm"
+LangString TextExamplesEntry ${LANG_ENGLISH} "Examples"
+LangString TextExamplesEntry ${LANG_GERMAN} "Beispiele"
+LangString TextSettingKept ${LANG_ENGLISH} "A setting of this machine stays as it is:"
+LangString TextSettingKept ${LANG_GERMAN} "Eine Einstellung dieses Rechners bleibt, wie sie ist:"

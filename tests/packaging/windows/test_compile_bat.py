@@ -1,0 +1,203 @@
+"""compile.bat under Wine with a real compiler: where it finds the C file and the compiler, and what it says else."""
+import shutil
+import subprocess
+
+import pytest
+
+from wine_harness import (
+    BITS, DRIVE_C, EXAMPLES, GCC, PSF, ROOT, SETTINGS, check_plays_as_expected, delete_key, wine, wine_command,
+    wine_environment, windows_path, write_value,
+)
+
+COMPILE = windows_path(ROOT / "kit" / "compile.bat")
+COMPILER = {"TESSALY_NO_PAUSE": "1", "TESSALY_SETTINGS": None, "CC": None, "WINEPATH": windows_path(GCC.parent)}
+
+
+def compile_to(*arguments, **environment):
+    result = wine(COMPILE, *arguments, environment={**COMPILER, **environment})
+    return result.returncode, (result.stdout + result.stderr).decode("cp1252").replace("\r\n", "\n")
+
+
+def generate(name, c_file):
+    subprocess.run([PSF, "generate", ROOT / "examples" / name / f"{EXAMPLES[name]}.PSF", "-o", c_file], check=True)
+
+
+@pytest.fixture
+def folder(tmp_path):
+    """A folder with a C file that the settings name. The blank in its name has every path quoted, as the editor does."""
+    delete_key(SETTINGS)
+    place = tmp_path / "program block"
+    place.mkdir()
+    generate("filter", place / "program.c")
+    write_value(SETTINGS, "FCompFileName", windows_path(place / "program.c"))
+    yield place
+    delete_key(SETTINGS)
+
+
+@pytest.mark.parametrize("name", EXAMPLES)
+def test_an_example_is_compiled_and_prints_what_it_must(folder, name):
+    generate(name, folder / "program.c")
+    assert compile_to(windows_path(folder / "block.out")) == (0, "")
+    check_plays_as_expected(folder / "block.out", name)
+
+
+def test_the_program_takes_its_script_from_the_standard_input_and_passes_every_byte(folder):
+    generate("filter", folder / "program.c")
+    assert compile_to(windows_path(folder / "block.out")) == (0, "")
+    script = b"(1.0) can0 123#00\r\n\x1a\r\nkey a\r\nbad\r\n"
+    result = wine(windows_path(folder / "block.out"), input=script)
+    assert result.returncode == 0
+    assert b"\r" not in result.stdout
+    assert [line.split(b":")[1] for line in result.stderr.splitlines()] == [b"2", b"4"]
+
+
+@pytest.mark.parametrize("name", ["a b", "R&D", "(1)", "a^b", "stop!", "a=b,c;d", "@x", "-x"])
+def test_paths_may_hold_what_the_shell_knows_as_special(folder, name):
+    place = folder / name
+    place.mkdir()
+    shutil.copy(folder / "program.c", place / f"{name}.c")
+    write_value(SETTINGS, "FCompFileName", windows_path(place / f"{name}.c"))
+    assert compile_to(windows_path(place / f"{name}.out")) == (0, "")
+    check_plays_as_expected(place / f"{name}.out", "filter")
+
+
+# Not the C file's path: Wine's cmd reads what reg.exe writes in another code page than reg.exe writes it in.
+def test_the_output_name_may_have_umlauts(folder):
+    assert compile_to(windows_path(folder / "größe.out")) == (0, "")
+    check_plays_as_expected(folder / "größe.out", "filter")
+
+
+def test_the_kit_itself_may_lie_in_such_a_folder(folder):
+    shutil.copytree(ROOT / "kit", folder / "R&D (new) ^größe!" / "kit")
+    batch = windows_path(folder / "R&D (new) ^größe!" / "kit" / "compile.bat")
+    result = wine(batch, windows_path(folder / "block.out"), environment=COMPILER)
+    assert (result.returncode, result.stdout, result.stderr) == (0, b"", b"")
+    check_plays_as_expected(folder / "block.out", "filter")
+
+
+@pytest.mark.parametrize("arguments", [[], [""], ["a.out", "b.out"]])
+def test_wrong_arguments_give_the_usage(folder, arguments):
+    assert compile_to(*arguments) == (64, "usage: compile.bat OUTPUT\n")
+
+
+@pytest.mark.parametrize("name", ["block.c", "BLOCK.H", "Block.PSF"])
+def test_a_source_file_is_never_taken_for_the_output(folder, name):
+    (folder / name).write_text("precious")
+    status, text = compile_to(windows_path(folder / name))
+    assert status == 64
+    assert name in text
+    assert (folder / name).read_text() == "precious"
+
+
+def test_a_folder_is_never_taken_for_the_output(folder):
+    (folder / "block.out").mkdir()
+    (folder / "block.out" / "inside").write_text("precious")
+    status, text = compile_to(windows_path(folder / "block.out"))
+    assert status == 64
+    assert "not that of a file" in text
+    assert (folder / "block.out" / "inside").read_text() == "precious"
+
+
+def test_the_c_file_is_never_taken_for_the_output(folder):
+    (folder / "program.c").rename(folder / "program")
+    write_value(SETTINGS, "FCompFileName", windows_path(folder / "program"))
+    assert compile_to(windows_path(folder / "program"))[0] == 64
+    assert (folder / "program").exists()
+
+
+def test_a_missing_setting_is_said_and_the_old_program_removed(folder):
+    delete_key(SETTINGS)
+    (folder / "block.out").write_text("old")
+    status, text = compile_to(windows_path(folder / "block.out"))
+    assert status == 1
+    assert "the setting FCompFileName, the path of the C file, is missing" in text
+    assert not (folder / "block.out").exists()
+
+
+def test_a_missing_c_file_is_said_and_the_old_program_removed(folder):
+    (folder / "program.c").unlink()
+    (folder / "block.out").write_text("old")
+    status, text = compile_to(windows_path(folder / "block.out"))
+    assert status == 1
+    assert f'the C file does not exist: "{windows_path(folder / "program.c")}"' in text
+    assert not (folder / "block.out").exists()
+
+
+def test_what_the_compiler_says_is_shown_and_its_status_passed_on(folder):
+    (folder / "program.c").write_text("int broken = ;\n")
+    (folder / "block.out").write_text("old")
+    status, text = compile_to(windows_path(folder / "block.out"))
+    assert status == 1
+    assert "program.c:1:14: error: expected expression" in text
+    assert not (folder / "block.out").exists()
+
+
+def test_no_compiler_is_said_plainly(folder):
+    (folder / "block.out").write_text("old")
+    status, text = compile_to(windows_path(folder / "block.out"), WINEPATH=None)
+    assert status == 127
+    assert "there is no C compiler: neither gcc nor clang" in text
+    assert not (folder / "block.out").exists()
+
+
+def test_cc_names_the_compiler(folder):
+    assert compile_to(windows_path(folder / "block.out"), WINEPATH=None, CC=windows_path(GCC)) == (0, "")
+    assert compile_to(windows_path(folder / "block.out"), CC="gcc") == (0, "")
+    status, text = compile_to(windows_path(folder / "block.out"), CC=r"C:\nowhere\gcc.exe")
+    assert status == 127
+    assert r'CC is set to "C:\nowhere\gcc.exe", which is not found' in text
+
+
+def test_a_compiler_in_a_usual_place_is_found(folder):
+    usual = DRIVE_C / "msys64" / "mingw64" / "bin"
+    usual.mkdir(parents=True)
+    try:
+        shutil.copy(GCC, usual / "gcc.exe")
+        assert compile_to(windows_path(folder / "block.out"), WINEPATH=None) == (0, "")
+    finally:
+        shutil.rmtree(DRIVE_C / "msys64")
+
+
+def test_a_settings_file_is_read_in_place_of_the_registry(folder):
+    generate("blink", folder / "other.c")
+    path = windows_path(folder / "other.c").replace("\\", "\\\\")
+    (folder / "settings.reg").write_bytes(
+        b"Windows Registry Editor Version 5.00\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Ostrel\\OstrelCompiler]\r\n"
+        + f'"FCompFileName"="{path}"\r\n'.encode("cp1252")
+    )
+    settings = {"TESSALY_SETTINGS": windows_path(folder / "settings.reg")}
+    assert compile_to(windows_path(folder / "block.out"), **settings) == (0, "")
+    check_plays_as_expected(folder / "block.out", "blink")
+    settings = {"TESSALY_SETTINGS": r"C:\gone.reg"}
+    status, text = compile_to(windows_path(folder / "block.out"), **settings)
+    assert status == 1
+    assert r'is missing in "C:\gone.reg"' in text
+
+
+@pytest.mark.skipif(BITS == "32", reason="a 32-bit Windows has a single view of the registry")
+def test_the_settings_of_32_bit_programs_count(folder):
+    view = ["/v", "FCompFileName", "/t", "REG_SZ", "/f", "/d"]
+    assert wine("reg", "add", SETTINGS, *view, windows_path(folder / "program.c"), "/reg:32").returncode == 0
+    assert wine("reg", "add", SETTINGS, *view, r"C:\gone.c", "/reg:64").returncode == 0
+    assert compile_to(windows_path(folder / "block.out")) == (0, "")
+    assert wine("reg", "delete", SETTINGS, "/f", "/reg:32").returncode == 0
+
+
+def test_the_window_waits_for_a_key_after_an_error(folder):
+    environment = wine_environment({**COMPILER, "TESSALY_NO_PAUSE": None})
+    with subprocess.Popen(
+        wine_command(COMPILE, "block.c"), env=environment, cwd=folder,
+        stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+    ) as process:
+        try:
+            assert process.stdout.read(5) == b"Press"
+            assert process.poll() is None
+            process.stdin.write(b"x")
+            process.stdin.flush()
+            assert process.wait(timeout=60) == 64
+        finally:
+            process.kill()
+
+
+def test_the_window_closes_by_itself_after_a_success(folder):
+    assert compile_to(windows_path(folder / "block.out"), TESSALY_NO_PAUSE=None) == (0, "")
