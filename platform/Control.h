@@ -27,7 +27,8 @@ public:
     virtual void SetTabStop(bool stop) = 0;
 
     // Moves the keyboard focus here. The control that had it raises its lost event first, then this one its gained
-    // event; nothing is raised when it has the focus already. Throws std::runtime_error when the control cannot have
+    // event; nothing is raised when it has the focus already. That a dialog or another program comes in front of the
+    // window and goes again moves no focus. Throws std::runtime_error when the control cannot have
     // the focus.
     virtual void SetFocus() = 0;
 };

@@ -13,21 +13,45 @@ std::size_t CountBreaks(std::string_view text) {
 
 } // namespace
 
-void LineBreaks::Set(std::string_view text) {
-    mShown.clear();
+std::string BreakList::Set(std::string_view text) {
+    std::string shown;
     mBreaks.clear();
-    mShown.reserve(text.size());
+    shown.reserve(text.size());
     for (std::size_t start = 0; start < text.size();) {
         const std::size_t end = std::min(text.find_first_of("\r\n", start), text.size());
-        mShown.append(text.substr(start, end - start));
+        shown.append(text.substr(start, end - start));
         start = end;
         if (end < text.size()) {
             const bool crLf = text.substr(end, 2) == "\r\n";
             mBreaks.push_back(crLf ? Break::CrLf : text[end] == '\n' ? Break::Lf : Break::Cr);
-            mShown += '\n';
+            shown += '\n';
             start += crLf ? 2 : 1;
         }
     }
+    return shown;
+}
+
+void BreakList::Replace(std::size_t first, std::size_t removed, std::size_t added) {
+    first = std::min(first, mBreaks.size());
+    removed = std::min(removed, mBreaks.size() - first);
+    const auto place = mBreaks.begin() + static_cast<std::ptrdiff_t>(first);
+    mBreaks.insert(mBreaks.erase(place, place + static_cast<std::ptrdiff_t>(removed)), added, Break::CrLf);
+}
+
+std::string BreakList::Apply(std::string_view shown) const {
+    constexpr std::string_view breaks[] = {"\r\n", "\n", "\r"};
+    std::string text;
+    text.reserve(shown.size() + mBreaks.size());
+    std::size_t start = 0;
+    for (const Break kind : mBreaks) {
+        const std::size_t end = std::min(shown.find('\n', start), shown.size());
+        text.append(shown, start, end - start);
+        // A lone LF right behind a lone CR, where an edit has brought them together, would make one break of two.
+        const bool joins = kind == Break::Lf && text.ends_with('\r');
+        text.append(breaks[static_cast<std::size_t>(joins ? Break::CrLf : kind)]);
+        start = std::min(end + 1, shown.size());
+    }
+    return text.append(shown, start);
 }
 
 void LineBreaks::Edit(std::string_view shown) {
@@ -43,25 +67,8 @@ void LineBreaks::Edit(std::string_view shown) {
     const std::size_t kept = CountBreaks(before.substr(0, front));
     const std::size_t removed = CountBreaks(before.substr(front, before.size() - front - back));
     const std::size_t added = CountBreaks(shown.substr(front, shown.size() - front - back));
-    const auto place = mBreaks.begin() + static_cast<std::ptrdiff_t>(kept);
-    mBreaks.insert(mBreaks.erase(place, place + static_cast<std::ptrdiff_t>(removed)), added, Break::CrLf);
+    mBreaks.Replace(kept, removed, added);
     mShown = shown;
-}
-
-std::string LineBreaks::Text() const {
-    constexpr std::string_view breaks[] = {"\r\n", "\n", "\r"};
-    std::string text;
-    text.reserve(mShown.size() + mBreaks.size());
-    std::size_t start = 0;
-    for (const Break kind : mBreaks) {
-        const std::size_t end = mShown.find('\n', start);
-        text.append(mShown, start, end - start);
-        // A lone LF right behind a lone CR, where an edit has brought them together, would make one break of two.
-        const bool joins = kind == Break::Lf && text.ends_with('\r');
-        text.append(breaks[static_cast<std::size_t>(joins ? Break::CrLf : kind)]);
-        start = end + 1;
-    }
-    return text.append(mShown, start);
 }
 
 } // namespace tessaly

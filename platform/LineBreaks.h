@@ -9,10 +9,30 @@
 
 namespace tessaly {
 
+// The line breaks alone, for a control that keeps the text itself and tells which breaks a change touched.
+class BreakList {
+public:
+    // Takes the breaks of a new text, which may be any: CR LF, a lone LF, a lone CR. Returns the text for the control,
+    // every break a single LF.
+    std::string Set(std::string_view text);
+
+    // Tells of an edit: in place of `removed` breaks from number `first`, counted from 0, stand `added` ones, which are
+    // CR LF. What reaches beyond the last break is left out.
+    void Replace(std::size_t first, std::size_t removed, std::size_t added);
+
+    // What the control shows, with its breaks.
+    std::string Apply(std::string_view shown) const;
+
+private:
+    enum class Break : std::uint8_t { CrLf, Lf, Cr };
+
+    std::vector<Break> mBreaks; // one for each LF that is shown
+};
+
 class LineBreaks {
 public:
     // Takes a new text with any breaks: CR LF, a lone LF, a lone CR.
-    void Set(std::string_view text);
+    void Set(std::string_view text) { mShown = mBreaks.Set(text); }
 
     // The text for the control, every break a single LF.
     const std::string& Shown() const { return mShown; }
@@ -24,13 +44,11 @@ public:
     void Edit(std::string_view shown);
 
     // The text with its breaks: exactly what was set, if nothing was edited.
-    std::string Text() const;
+    std::string Text() const { return mBreaks.Apply(mShown); }
 
 private:
-    enum class Break : std::uint8_t { CrLf, Lf, Cr };
-
     std::string mShown;
-    std::vector<Break> mBreaks; // one for each LF in mShown
+    BreakList mBreaks;
 };
 
 } // namespace tessaly

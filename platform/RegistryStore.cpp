@@ -96,6 +96,16 @@ std::int32_t RegistryStore::DeleteValue(Handle key, std::string_view valueName) 
     return values->erase(FoldAscii(valueName)) == 1 ? Success : NotFound;
 }
 
+void RegistryStore::ChangeStrings(const std::function<void(std::string& bytes)>& change) {
+    for (const auto& [place, values] : mKeys) {
+        for (auto& [name, value] : *values) {
+            if (value.type == StringType) {
+                change(value.bytes);
+            }
+        }
+    }
+}
+
 RegistryStore::Place RegistryStore::MakePlace(std::uint32_t root, std::string_view keyPath) {
     keyPath.remove_suffix(keyPath.ends_with(Backslash) ? 1 : 0);
     return {root, FoldAscii(keyPath)};

@@ -5,6 +5,7 @@
 #include "platform/Registry.h"
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -38,6 +39,9 @@ public:
 
     // Deletes a value. Success, NotFound or BadHandle; AccessDenied without SetAccess where that counts.
     std::int32_t DeleteValue(Handle key, std::string_view valueName);
+
+    // Calls `change` with the bytes of every string value, its terminating NUL included.
+    void ChangeStrings(const std::function<void(std::string& bytes)>& change);
 
     // How many keys are open.
     std::size_t OpenCount() const { return mOpen.size(); }

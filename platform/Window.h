@@ -20,7 +20,7 @@ public:
     // Raised once, before the window is shown for the first time.
     std::function<void()> onLoad;
 
-    // Raised after the size has changed.
+    // Raised after the size has changed. A window that is minimised keeps its size.
     std::function<void()> onResize;
 
     // Raised for every key pressed in the window, before the control with the focus gets it, which it does in any

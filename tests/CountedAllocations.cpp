@@ -15,6 +15,19 @@ AllocationCount& Allocations() {
 
 } // namespace tessaly
 
+namespace {
+
+// The bytes of a block, with what the C library rounded up.
+std::size_t SizeOf(void* memory) {
+#ifdef _WIN32
+    return memory == nullptr ? 0 : _msize(memory);
+#else
+    return malloc_usable_size(memory);
+#endif
+}
+
+} // namespace
+
 void* operator new(std::size_t size) {
     tessaly::AllocationCount& count = tessaly::Allocations();
     if (count.leftUntilFailure > 0 && --count.leftUntilFailure == 0) {
@@ -24,7 +37,7 @@ void* operator new(std::size_t size) {
     if (memory == nullptr) {
         throw std::bad_alloc();
     }
-    count.live += malloc_usable_size(memory);
+    count.live += SizeOf(memory);
     count.peak = std::max(count.peak, count.live);
     return memory;
 }
@@ -39,7 +52,7 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
 }
 
 void operator delete(void* memory) noexcept {
-    tessaly::Allocations().live -= malloc_usable_size(memory);
+    tessaly::Allocations().live -= SizeOf(memory);
     std::free(memory);
 }
 

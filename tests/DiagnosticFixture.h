@@ -3,9 +3,8 @@
 
 #include "document/VornSrcObj.h"
 #include "platform/SingleByteCodePage.h"
-#include "platform/posix/PosixFiles.h"
-#include "platform/posix/Process.h"
 #include "tools/psf/DiagnosticMap.h"
+#include "tools/psf/Host.h"
 #include "tools/psf/Members.h"
 
 #include <algorithm>
@@ -13,6 +12,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <memory>
 #include <sstream>
 #include <string>
 #include <unistd.h>
@@ -90,15 +90,6 @@ protected:
     // "gen.c:LINE" of a marker.
     std::string PositionOf(const std::string& marker) { return CFile() + ":" + std::to_string(LineOf(marker)); }
 
-    // What a compiler, started in the folder, has to say.
-    std::string Compile(const std::string& command) {
-        Generate();
-        std::string output;
-        RunProcess({"/bin/sh", "-c", "cd '" + mFolder.string() + "' && exec env LC_ALL=C " + command},
-                   [&output](std::string_view piece) { output += piece; });
-        return output;
-    }
-
     // "Blink.PSF:member:line" for every marker "UND_..." in the document.
     std::vector<std::pair<std::string, std::string>> Markers() const {
         std::vector<std::pair<std::string, std::string>> markers;
@@ -138,9 +129,9 @@ protected:
     }
 
     std::filesystem::path mFolder;
-    PosixFiles mFiles;
+    std::unique_ptr<SequentialFiles> mFiles = MakeFiles();
     SingleByteCodePage mCodePage{Windows1252HighHalf()};
-    VornSrcObj mDocument{mFiles, mCodePage};
+    VornSrcObj mDocument{*mFiles, mCodePage};
 };
 
 } // namespace tessaly::psf

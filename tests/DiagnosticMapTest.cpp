@@ -1,4 +1,5 @@
 // Against the compilers themselves: what they say about a marker must be led back to the line the marker is in.
+#include "platform/posix/Process.h"
 #include "tests/DiagnosticFixture.h"
 
 #include <random>
@@ -12,7 +13,19 @@ struct Compiler {
     std::string command;
 };
 
-class DiagnosticMapCompilerTest : public DiagnosticMapTest, public testing::WithParamInterface<Compiler> {
+class DiagnosticMapWithCompiler : public DiagnosticMapTest {
+protected:
+    // What a compiler, started in the folder, has to say.
+    std::string Compile(const std::string& command) {
+        Generate();
+        std::string output;
+        RunProcess({"/bin/sh", "-c", "cd '" + mFolder.string() + "' && exec env LC_ALL=C " + command},
+                   [&output](std::string_view piece) { output += piece; });
+        return output;
+    }
+};
+
+class DiagnosticMapCompilerTest : public DiagnosticMapWithCompiler, public testing::WithParamInterface<Compiler> {
 protected:
     std::string CompileIt() { return Compile(GetParam().command + " -Wall -c '" + CFile() + "' -o gen.o"); }
 };
@@ -136,7 +149,7 @@ TEST_P(DiagnosticMapCompilerTest, AnyTextIsLedBackToItsLine) {
     }
 }
 
-class DiagnosticMapLinkerTest : public DiagnosticMapTest, public testing::WithParamInterface<Compiler> {};
+class DiagnosticMapLinkerTest : public DiagnosticMapWithCompiler, public testing::WithParamInterface<Compiler> {};
 
 INSTANTIATE_TEST_SUITE_P(Linkers, DiagnosticMapLinkerTest,
                          testing::Values(Compiler{"Gcc", "gcc -g"}, Compiler{"GccOptimizing", "gcc -g -O2"},

@@ -201,5 +201,30 @@ TEST(LineBreaksTest, ALoneCarriageReturnAndALoneLineFeedBroughtTogetherStayTwoBr
     EXPECT_EQ(again.Shown(), "a\n\nb");
 }
 
+TEST(BreakListTest, WhatTheUserDidNotTouchKeepsItsBreaks) {
+    BreakList breaks;
+    EXPECT_EQ(breaks.Set("a\nb\rc\r\nd"), "a\nb\nc\nd");
+    EXPECT_EQ(breaks.Apply("a\nb\nc\nd"), "a\nb\rc\r\nd");
+    breaks.Replace(1, 0, 2);
+    EXPECT_EQ(breaks.Apply("a\n1\n2\nb\nc\nd"), "a\n1\r\n2\r\nb\rc\r\nd");
+    breaks.Replace(0, 4, 1);
+    EXPECT_EQ(breaks.Apply("x\nc\nd"), "x\r\nc\r\nd");
+}
+
+TEST(BreakListTest, WhatReachesBeyondTheLastBreakIsLeftOut) {
+    BreakList breaks;
+    breaks.Set("a\nb");
+    breaks.Replace(5, 3, 1);
+    EXPECT_EQ(breaks.Apply("a\nb\nc"), "a\nb\r\nc");
+    breaks.Replace(1, 9, 0);
+    EXPECT_EQ(breaks.Apply("a\nb"), "a\nb");
+}
+
+TEST(BreakListTest, ATextOfFewerBreaksIsNotReadBeyondItsEnd) {
+    BreakList breaks;
+    breaks.Set("a\nb\nc");
+    EXPECT_EQ(breaks.Apply("a"), "a\n\n") << "every break is kept";
+}
+
 } // namespace
 } // namespace tessaly

@@ -4,6 +4,7 @@
 #include "document/CaseFold.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <optional>
 
 namespace tessaly {
@@ -74,7 +75,7 @@ bool IsDigit(char c) {
 }
 
 // NumFuncs= by writing the number out: the exponent moves the point through a field of zeros.
-std::optional<long> Number(const std::string& value) {
+std::optional<std::int64_t> Number(const std::string& value) {
     std::size_t at = value.find_first_not_of(" \t");
     const std::size_t end = value.find_last_not_of(" \t") + 1;
     if (at == std::string::npos) {
@@ -95,7 +96,7 @@ std::optional<long> Number(const std::string& value) {
     if (whole.empty() && fraction.empty()) {
         return std::nullopt;
     }
-    long exponent = 0;
+    std::int64_t exponent = 0;
     if (at < end && (value[at] == 'e' || value[at] == 'E')) {
         ++at;
         const bool negative = at < end && value[at] == '-';
@@ -104,7 +105,7 @@ std::optional<long> Number(const std::string& value) {
             return std::nullopt;
         }
         for (; at < end && IsDigit(value[at]); ++at) {
-            exponent = std::min(exponent * 10 + (value[at] - '0'), 20000L);
+            exponent = std::min(exponent * 10 + (value[at] - '0'), std::int64_t{20000});
         }
         exponent = negative ? -exponent : exponent;
     }
@@ -125,12 +126,12 @@ std::optional<long> Number(const std::string& value) {
     if (whole.size() > 10) {
         return std::nullopt;
     }
-    long number = whole.empty() ? 0 : std::stol(whole);
+    std::int64_t number = whole.empty() ? 0 : std::stoll(whole);
     const std::string half = "5" + std::string(fraction.size(), '0');
     const int order = (fraction + "0").compare(half.substr(0, fraction.size() + 1));
     number += order > 0 || (order == 0 && number % 2 == 1) ? 1 : 0;
     number = minus ? -number : number;
-    return number >= -2147483648L && number <= 2147483647L ? std::optional<long>(number) : std::nullopt;
+    return number >= INT32_MIN && number <= INT32_MAX ? std::optional<std::int64_t>(number) : std::nullopt;
 }
 
 class LiteralReading {
@@ -183,7 +184,7 @@ private:
                 return true;
             }
             if (HasKey(line, "NumFuncs=")) {
-                const std::optional<long> number = Number(From(line, 10));
+                const std::optional<std::int64_t> number = Number(From(line, 10));
                 if (!number) {
                     return false;
                 }
@@ -207,7 +208,7 @@ private:
             return;
         }
         mNames.clear();
-        for (long k = 0; k < mCount; ++k) {
+        for (std::int64_t k = 0; k < mCount; ++k) {
             const std::size_t comma = rest.find(',');
             if (comma == std::string::npos) {
                 mFillName = rest;
@@ -219,8 +220,8 @@ private:
         mFillName = "";
     }
 
-    std::string Name(long k) const {
-        return k < static_cast<long>(mNames.size()) ? mNames[static_cast<std::size_t>(k)] : mFillName;
+    std::string Name(std::int64_t k) const {
+        return k < static_cast<std::int64_t>(mNames.size()) ? mNames[static_cast<std::size_t>(k)] : mFillName;
     }
 
     void Functions() {
@@ -233,7 +234,7 @@ private:
         std::string prototype;
         std::string body;
         std::string nextHeader = "[" + Name(0) + "]";
-        for (long k = 0; k < mCount && !AtEnd(); ++k) {
+        for (std::int64_t k = 0; k < mCount && !AtEnd(); ++k) {
             if (k < mCount - 1) {
                 nextHeader = "[" + Name(k + 1) + "]";
             }
@@ -317,7 +318,7 @@ private:
     std::vector<std::string> mLines;
     std::size_t mNext = 0;
     LiteralDocument mDocument;
-    long mCount = 0;
+    std::int64_t mCount = 0;
     std::vector<std::string> mNames;
     std::string mFillName;
     bool mEndSeen = false;

@@ -1,12 +1,12 @@
 // Replacing a file so that at every moment its name holds the old content or the new one, whole.
 #pragma once
 
+#include "platform/ExistingFile.h"
+
 #include <functional>
 #include <string>
 
 namespace tessaly {
-
-enum class Existing { Replace, Keep };
 
 // Has `write` make a new file beside `path` under a name of its own, puts it on the disk and then renames it to
 // `path`. The new file gets the mode of the old one, and its owner where that is allowed; a symbolic link stays

@@ -1,12 +1,12 @@
 // Finding follows the rules for the XDG base directories; what the file says is read elsewhere.
 #include "platform/posix/SettingsFile.h"
 
-#include "platform/SequentialFiles.h"
+#include "platform/RegistryStore.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
-#include <memory>
+#include <filesystem>
 #include <string_view>
 #include <sys/stat.h>
 #include <system_error>
@@ -16,9 +16,6 @@ namespace tessaly {
 namespace {
 
 constexpr std::string_view PathInFolder = "/tessaly/settings.reg";
-
-// No settings need more, and a device file would never end.
-constexpr std::size_t LargestFile = std::size_t{16} * 1024 * 1024;
 
 // "" for a variable that is not set: these variables count only when they are not empty.
 std::string Variable(const Environment& environment, const std::string& name) {
@@ -30,6 +27,11 @@ bool IsFile(const std::string& path) {
     return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
+std::string UserFolder(const Environment& environment) {
+    const std::string folder = Variable(environment, "XDG_CONFIG_HOME");
+    return folder.starts_with('/') ? folder : Variable(environment, "HOME") + "/.config";
+}
+
 std::optional<std::string> FindInFolder(std::string_view folder) {
     if (!folder.starts_with('/')) {
         return std::nullopt;
@@ -39,23 +41,29 @@ std::optional<std::string> FindInFolder(std::string_view folder) {
     return IsFile(path) ? std::optional(path) : std::nullopt;
 }
 
-std::string HomeFolder(const Environment& environment) {
-    const std::string folder = Variable(environment, "XDG_CONFIG_HOME");
-    return folder.starts_with('/') ? folder : Variable(environment, "HOME") + "/.config";
+// The user's own first.
+std::vector<std::string> ConfigFolders(const Environment& environment) {
+    std::string folders = Variable(environment, "XDG_CONFIG_DIRS");
+    if (folders.empty()) {
+        folders = "/etc/xdg";
+    }
+    std::vector<std::string> list = {UserFolder(environment)};
+    for (std::string_view rest = folders; !rest.empty();) {
+        const std::size_t colon = std::min(rest.find(':'), rest.size());
+        list.emplace_back(rest.substr(0, colon));
+        rest.remove_prefix(std::min(colon + 1, rest.size()));
+    }
+    return list;
 }
 
-std::string ReadWhole(SequentialFiles& files, const std::string& path) {
-    const std::unique_ptr<InputFile> file = files.OpenForInput(path);
-    std::string bytes;
-    std::string buffer(65536, '\0');
-    while (const std::size_t count = file->Read(buffer.data(), buffer.size())) {
-        bytes.append(buffer, 0, count);
-        if (bytes.size() > LargestFile) {
-            throw std::system_error(std::make_error_code(std::errc::file_too_large));
-        }
+// Puts the user's home folder in place of "~", and makes the folders above the path.
+void ExpandHome(std::string& text, const std::string& home) {
+    if (text.starts_with("~/") && !home.empty()) {
+        text.replace(0, 1, home);
+        const std::filesystem::path path(text.substr(0, text.find('\0')));
+        std::error_code ignored; // whoever writes the file will be told
+        std::filesystem::create_directories(path.parent_path(), ignored);
     }
-    file->Close();
-    return bytes;
 }
 
 } // namespace
@@ -65,35 +73,36 @@ std::optional<std::string> ProcessEnvironment(const std::string& name) {
     return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
 }
 
-std::optional<std::string> FindSettingsFile(const Environment& environment) {
-    std::string path = Variable(environment, "TESSALY_SETTINGS");
-    if (!path.empty()) {
-        return path;
+std::vector<std::string> SettingsFiles(const Environment& environment) {
+    if (const std::string path = Variable(environment, "TESSALY_SETTINGS"); !path.empty()) {
+        return {path};
     }
-    std::string folders = Variable(environment, "XDG_CONFIG_DIRS");
-    if (folders.empty()) {
-        folders = "/etc/xdg";
+    std::vector<std::string> files;
+    for (const std::string& folder : ConfigFolders(environment)) {
+        if (const std::optional<std::string> file = FindInFolder(folder)) {
+            files.insert(files.begin(), *file);
+        }
     }
-    std::optional<std::string> found = FindInFolder(HomeFolder(environment));
-    for (std::string_view rest = folders; !found && !rest.empty();) {
-        const std::size_t colon = std::min(rest.find(':'), rest.size());
-        found = FindInFolder(rest.substr(0, colon));
-        rest.remove_prefix(std::min(colon + 1, rest.size()));
-    }
-    return found;
+    return files;
 }
 
-std::vector<RegistryTextError> ReadSettingsFile(SequentialFiles& files, const std::string& path, RegistryStore& store) {
-    std::string bytes;
-    try {
-        bytes = ReadWhole(files, path);
-    } catch (const std::system_error& error) {
-        if (error.code() == std::errc::no_such_file_or_directory) {
-            return {};
+std::string UserSettingsFile(const Environment& environment) {
+    const std::string path = Variable(environment, "TESSALY_SETTINGS");
+    return !path.empty() ? path : UserFolder(environment) + std::string(PathInFolder);
+}
+
+std::vector<std::string> ReadSettings(SequentialFiles& files, const Environment& environment, RegistryStore& store) {
+    const std::string home = Variable(environment, "HOME");
+    std::vector<std::string> problems;
+    for (const std::string& path : SettingsFiles(environment)) {
+        for (const RegistryTextError& error : ReadSettingsFile(files, path, store)) {
+            problems.push_back(ErrorText(path, error));
         }
-        return {{0, "the settings file cannot be read: " + error.code().message()}};
+        if (path != UserSettingsFile(environment)) {
+            store.ChangeStrings([&home](std::string& text) { ExpandHome(text, home); });
+        }
     }
-    return ReadRegistryText(bytes, store);
+    return problems;
 }
 
 } // namespace tessaly

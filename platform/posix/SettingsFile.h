@@ -1,8 +1,8 @@
-// The settings where there is no Windows registry: a registry export file that the user keeps.
-// The file is only read; it is looked for anew whenever somebody asks.
+// The settings where there is no Windows registry: registry export files, one that the user keeps and others for all
+// users. They are looked for anew whenever somebody asks.
 #pragma once
 
-#include "platform/RegistryText.h"
+#include "platform/ReadSettingsFile.h"
 
 #include <functional>
 #include <optional>
@@ -11,24 +11,28 @@
 
 namespace tessaly {
 
-class RegistryStore;
-class SequentialFiles;
-
 // The value of an environment variable; no value when it is not set.
 using Environment = std::function<std::optional<std::string>(const std::string& name)>;
 
 // The environment of this process.
 std::optional<std::string> ProcessEnvironment(const std::string& name);
 
-// The path of the settings file. $TESSALY_SETTINGS when that is set and not empty, whether the file exists or not.
-// Else the first file of these that exists: $XDG_CONFIG_HOME/tessaly/settings.reg, in $HOME/.config when that is
-// not set, and the same in each folder of $XDG_CONFIG_DIRS, by default /etc/xdg. Relative paths in these variables
-// are passed over, as the rules for the XDG base directories want it. No value when there is no such file.
-std::optional<std::string> FindSettingsFile(const Environment& environment);
+// The settings files, the one that counts most last; of several values with one name that in the last file counts.
+//
+// $TESSALY_SETTINGS alone when that is set and not empty, whether the file exists or not. Else those of these that
+// exist: the user's own, $XDG_CONFIG_HOME/tessaly/settings.reg, in $HOME/.config when that is not set; below it the
+// same in each folder of $XDG_CONFIG_DIRS, the first before the others, by default /etc/xdg. Relative paths in these
+// variables are passed over, as the rules for the XDG base directories want it.
+//
+// A file below one of $XDG_CONFIG_DIRS is for all users of a machine. There "~/" at the front of a string stands for
+// the user's home folder, so that each has files of his own.
+std::vector<std::string> SettingsFiles(const Environment& environment);
 
-// Reads the settings file `path` into `store` and returns what is wrong with it, nothing when all is well. A missing
-// file is an empty registry and not wrong. A file that cannot be read, or is larger than 16 MB, is one error and
-// leaves `store` as it is.
-std::vector<RegistryTextError> ReadSettingsFile(SequentialFiles& files, const std::string& path, RegistryStore& store);
+// The user's own settings file, there or not: $TESSALY_SETTINGS or that in $XDG_CONFIG_HOME.
+std::string UserSettingsFile(const Environment& environment);
+
+// Reads all settings files into `store` and returns what is wrong with them, as ErrorText puts it. The folders that are
+// missing above a path with "~/" are made, for whoever gets it wants to write a file there.
+std::vector<std::string> ReadSettings(SequentialFiles& files, const Environment& environment, RegistryStore& store);
 
 } // namespace tessaly

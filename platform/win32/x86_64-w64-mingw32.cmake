@@ -10,5 +10,8 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# The programs need nothing beside Windows.
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
+set(CMAKE_C_FLAGS_INIT "-ffunction-sections -fdata-sections")
+set(CMAKE_CXX_FLAGS_INIT "${CMAKE_C_FLAGS_INIT}")
+
+# Small programs that need nothing beside Windows.
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -Wl,--gc-sections -s")

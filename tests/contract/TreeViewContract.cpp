@@ -172,7 +172,7 @@ TEST_P(DesktopContract, AnItemCanBeExpandedBeforeItHasChildren) {
     const TreeItem parent = Tree().Add(TreeItem::None, "parent", "");
     Tree().Expand(parent);
     EXPECT_TRUE(Tree().IsExpanded(parent));
-    const TreeItem child = Tree().Add(parent, "child", "");
+    const TreeItem child = Tree().Add(parent, "child", "Child");
     EXPECT_TRUE(Tree().IsExpanded(parent));
     MainWindow().Show();
     user->ClickItem(child);

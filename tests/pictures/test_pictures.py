@@ -11,7 +11,7 @@ import pytest
 ROOT = Path(__file__).resolve().parents[2]
 PICTURES = Path(os.environ["PICTURES"])
 ICON_SIZES = [16, 20, 24, 32, 40, 48, 64, 256]
-SMALL = [(f"{name}-{size}", size) for name in ("add", "delete") for size in (16, 20, 24, 32)]
+SMALL = [(f"{name}-{size}", size) for name in ("add", "delete") for size in (16, 20, 24, 32, 48)]
 LOGOS = [(f"logo-{size}", size) for size in (96, 144, 192)]
 THEME_SIZES = [16, 24, 32, 48, 64, 128, 256]
 

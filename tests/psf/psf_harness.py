@@ -1,12 +1,27 @@
-"""Runs psf, whose path is in $PSF, on files in a fresh folder."""
+"""Runs psf, whose path is in $PSF, on files in a fresh folder. A psf.exe runs under the Wine of $PSF_WINE bits, and is given
+the paths of this machine, as Wine knows them on its current drive."""
 
 import json
 import os
 import subprocess
 
+import pytest
+
 PSF = os.environ["PSF"]
+WINE = os.environ.get("PSF_WINE")
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 EVENTS = ["OnError", "OnFrame", "OnKey", "OnStart", "OnStop", "OnTimer", "OnTrigger", "OnSerial", "OnMsg"]
+
+
+COMMAND = [f"{ROOT}/script/wine", WINE, PSF] if WINE else [PSF]
+
+
+def not_on_windows(reason):
+    """For a test of something that Windows does not have."""
+    return pytest.mark.skipif(WINE is not None, reason=reason)
+
+
+only_on_windows = pytest.mark.skipif(WINE is None, reason="about psf.exe")
 
 
 class Result:
@@ -21,9 +36,9 @@ class Result:
 
 def psf(*arguments, stdin=b"", env=None, cwd=None, check_errors=True):
     """What psf answered. Whatever it complains about must be lines that begin with its name."""
-    clean = {k: v for k, v in os.environ.items() if not k.startswith(("TESSALY_", "XDG_"))}
+    clean = {k: v for k, v in os.environ.items() if not k.startswith(("TESSALY_", "XDG_")) or k.startswith("TESSALY_WINE_")}
     clean.update(env or {})
-    done = subprocess.run([PSF, *map(str, arguments)], input=stdin, capture_output=True, env=clean, cwd=cwd, timeout=120)
+    done = subprocess.run([*COMMAND, *map(str, arguments)], input=stdin, capture_output=True, env=clean, cwd=cwd, timeout=120)
     result = Result(done)
     if check_errors:
         assert all(line.startswith("psf: ") for line in result.err.splitlines()), result

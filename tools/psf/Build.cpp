@@ -4,13 +4,7 @@
 #include "app/CompilerCommand.h"
 #include "app/ReadRegValue.h"
 #include "app/Settings.h"
-#include "platform/RegistryStore.h"
-#include "platform/posix/Process.h"
-#include "platform/posix/SettingsFile.h"
 #include "tools/psf/DiagnosticMap.h"
-
-#include <csignal>
-#include <cstring>
 
 namespace tessaly::psf {
 
@@ -22,27 +16,9 @@ struct CompilerSettings {
 };
 
 CompilerSettings ReadCompilerSettings(SequentialFiles& files) {
-    RegistryStore registry;
-    if (const auto path = FindSettingsFile(ProcessEnvironment)) {
-        for (const RegistryTextError& error : ReadSettingsFile(files, *path, registry)) {
-            PrintError(ErrorText(*path, error));
-        }
-    }
-    return {ReadRegValue(registry, Registry::LocalMachine, SettingsKey, CompBatSetting),
-            ReadRegValue(registry, Registry::LocalMachine, SettingsKey, CompFileNameSetting)};
-}
-
-// Runs the compiler and prints what it wrote, mapped.
-int Compile(const std::vector<std::string>& arguments, const DiagnosticMap& map) {
-    std::signal(SIGCHLD, SIG_DFL); // a parent that ignored it would leave us nothing to wait for
-    std::string output;
-    const ProcessResult result = RunProcess(arguments, [&output](std::string_view piece) { output += piece; });
-    Print(map.Rewrite(output));
-    if (!result.Started()) {
-        PrintError(arguments.front() + ": the compiler cannot be started: " + std::strerror(result.startError));
-        return CompilerMissing;
-    }
-    return result.exitStatus;
+    const std::unique_ptr<Registry> registry = OpenSettings(files, PrintError);
+    return {ReadRegValue(*registry, Registry::LocalMachine, SettingsKey, CompBatSetting),
+            ReadRegValue(*registry, Registry::LocalMachine, SettingsKey, CompFileNameSetting)};
 }
 
 } // namespace
@@ -52,14 +28,14 @@ int Build(Session& session, const std::string& file) {
     if (const Status status = Load(document, file); status != Status::Done) {
         return ExitStatus(status);
     }
-    const CompilerSettings settings = ReadCompilerSettings(session.files);
+    const CompilerSettings settings = ReadCompilerSettings(*session.files);
     if (settings.batchFile.empty() || settings.cFile.empty()) {
         PrintError("The compiler could not be found!  Please reinstall the software! (the settings FCompBat and "
                    "FCompFileName must both be set)");
         return CompilerMissing;
     }
-    const auto arguments = SplitCommandLine(CompilerCommandLine(settings.batchFile, file), IsRegularFile);
-    if (arguments.size() < 2 || arguments.back() != OutputName(file)) {
+    const std::string commandLine = CompilerCommandLine(settings.batchFile, file);
+    if (!CarriesArgument(commandLine, OutputName(file))) {
         PrintError(file + ": the command line of the compiler cannot carry a path with a double quote");
         return WrongUsage;
     }
@@ -67,7 +43,14 @@ int Build(Session& session, const std::string& file) {
         PrintError(settings.cFile + ": the C file cannot be generated");
         return ExitStatus(status);
     }
-    return Compile(arguments, DiagnosticMap(document, file, settings.cFile));
+    std::string output;
+    const CompilerResult result = RunCompiler(commandLine, output);
+    Print(DiagnosticMap(document, file, settings.cFile).Rewrite(output));
+    if (result.startError) {
+        PrintError(settings.batchFile + ": the compiler cannot be started: " + Reason(result.startError));
+        return CompilerMissing;
+    }
+    return result.exitStatus;
 }
 
 } // namespace tessaly::psf

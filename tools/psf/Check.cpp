@@ -36,7 +36,7 @@ public:
 
 private:
     const std::string& mBytes;
-    std::uint64_t mPosition = 0;
+    std::size_t mPosition = 0;
     std::size_t mLine = 1;
 };
 
@@ -45,9 +45,9 @@ private:
 int Check(Session& session, const std::string& file) {
     std::string bytes;
     try {
-        bytes = ReadAll(session.files, file);
+        bytes = ReadAll(*session.files, file);
     } catch (const std::system_error& error) {
-        PrintError(file + ": " + error.code().message());
+        PrintError(file + ": " + Reason(error.code()));
         return ExitStatus(Status::LoadFailed);
     }
     VornSrcObj document = session.NewDocument();

@@ -6,7 +6,6 @@
 #include "platform/Utf8.h"
 #include "tools/psf/Members.h"
 
-#include <cerrno>
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
@@ -48,12 +47,12 @@ int New(Session& session, const std::string& file, bool force) {
     if (force) {
         return ExitStatus(Save(document, file));
     }
-    const int error =
+    const std::error_code error =
         Replace(file, Existing::Keep, [&](const std::string& path) { return document.SaveFile(path) == Status::Done; });
-    if (error == EEXIST) {
+    if (error == std::errc::file_exists) {
         return WrongUsage;
     }
-    return error == 0 ? Success : ExitStatus(Status::UnexpectedError);
+    return error ? ExitStatus(Status::UnexpectedError) : Success;
 }
 
 int ShowList(Session& session, const std::string& file) {
@@ -194,9 +193,10 @@ int Generate(Session& session, const std::string& file, const std::optional<std:
         encoded.Close();
         return Success;
     }
-    const int error = Replace(*output, Existing::Replace,
-                              [&](const std::string& path) { return document.BuildCCodeFile(path) == Status::Done; });
-    return error == 0 ? Success : ExitStatus(Status::GenerationFailed);
+    const std::error_code error = Replace(*output, Existing::Replace, [&](const std::string& path) {
+        return document.BuildCCodeFile(path) == Status::Done;
+    });
+    return error ? ExitStatus(Status::GenerationFailed) : Success;
 }
 
 } // namespace tessaly::psf

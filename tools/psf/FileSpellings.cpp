@@ -14,11 +14,36 @@ constexpr std::string_view WindowsSeparators = "/\\";
 constexpr std::size_t LongestPath = 4096;
 
 bool IsWindowsPath(std::string_view path) {
-    return path.size() > 2 && path[1] == ':' && WindowsSeparators.find(path[2]) != std::string_view::npos;
+    const bool hasDrive =
+        path.size() > 2 && path[1] == ':' && WindowsSeparators.find(path[2]) != std::string_view::npos;
+    return hasDrive || path.starts_with("\\\\");
 }
 
-std::string NormalPath(std::string path) {
-    return std::filesystem::path(std::move(path)).lexically_normal().string();
+// `path` without needless ".", ".." and slashes. The standard library's own way takes no text that is not UTF-8 on
+// Windows, and a compiler may write anything.
+std::string NormalPath(std::string_view path) {
+    std::vector<std::string_view> parts;
+    const bool absolute = path.starts_with('/');
+    while (!path.empty()) {
+        const std::string_view part = path.substr(0, path.find('/'));
+        path.remove_prefix(std::min(part.size() + 1, path.size()));
+        const bool up = part == "..";
+        if (up && !parts.empty() && parts.back() != "..") {
+            parts.pop_back();
+        } else if (!part.empty() && part != "." && !(up && absolute)) {
+            parts.push_back(part);
+        }
+    }
+    std::string normal;
+    for (const std::string_view part : parts) {
+        normal.append(absolute || !normal.empty() ? "/" : "").append(part);
+    }
+    return normal;
+}
+
+std::string WithSlashes(std::string path) {
+    std::replace(path.begin(), path.end(), '\\', '/');
+    return path;
 }
 
 // `path` and every relative path that it ends with.
@@ -37,18 +62,17 @@ FileSpellings::FileSpellings(const std::string& path) {
     if (path.empty()) {
         return;
     }
-    const bool windows = IsWindowsPath(path);
-    const std::string_view separators = windows ? WindowsSeparators : "/";
+    const std::string full = IsWindowsPath(path) ? path : std::filesystem::absolute(path).string();
+    mIsWindows = IsWindowsPath(full);
+    const std::string_view separators = mIsWindows ? WindowsSeparators : "/";
     mBaseName = path.substr(path.find_last_of(separators) + 1);
-    if (windows) {
-        std::string slashes = path;
-        std::replace(slashes.begin(), slashes.end(), '\\', '/');
-        AddEndings(NormalPath(slashes), separators, mSpellings);
-        AddEndings(path, separators, mSpellings);
+    if (mIsWindows) {
+        AddEndings(NormalPath(WithSlashes(full)), separators, mSpellings);
+        AddEndings(full, separators, mSpellings);
     } else {
-        AddEndings(NormalPath(std::filesystem::absolute(path).string()), separators, mSpellings);
-        mSpellings.push_back(path);
+        AddEndings(NormalPath(full), separators, mSpellings);
     }
+    mSpellings.push_back(path);
     std::stable_sort(mSpellings.begin(), mSpellings.end(),
                      [](const std::string& a, const std::string& b) { return a.size() > b.size(); });
 }
@@ -71,7 +95,8 @@ std::optional<std::size_t> FileSpellings::FindBegin(std::string_view line, std::
 }
 
 bool FileSpellings::IsSpelling(std::string_view path) const {
-    return std::find(mSpellings.begin(), mSpellings.end(), NormalPath(std::string(path))) != mSpellings.end();
+    const std::string normal = mIsWindows ? NormalPath(WithSlashes(std::string(path))) : NormalPath(path);
+    return std::find(mSpellings.begin(), mSpellings.end(), normal) != mSpellings.end();
 }
 
 } // namespace tessaly::psf

@@ -13,7 +13,7 @@ namespace tessaly::psf {
 class FileSpellings {
 public:
     // A relative `path` is one of the current folder. A path that begins with a drive letter, ":" and a slash or
-    // backslash is one of Windows, where both separate. An empty path is spelled in no way.
+    // backslash, or with two backslashes, is one of Windows, where both separate. An empty path is spelled in no way.
     explicit FileSpellings(const std::string& path);
 
     // What all spellings end with.
@@ -27,6 +27,7 @@ public:
 private:
     bool IsSpelling(std::string_view path) const;
 
+    bool mIsWindows = false;
     std::string mBaseName;
     std::vector<std::string> mSpellings; // the longest first
 };

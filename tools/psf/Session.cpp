@@ -2,9 +2,7 @@
 #include "tools/psf/Session.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <system_error>
 
 namespace tessaly::psf {
@@ -12,13 +10,13 @@ namespace tessaly::psf {
 namespace {
 
 // Why `file` cannot be read, "" when it can.
-std::string ReadProblem(PosixFiles& files, const std::string& file) {
+std::string ReadProblem(const std::string& file) {
     try {
         char byte = 0;
-        files.OpenForInput(file)->Read(&byte, 1);
+        MakeFiles()->OpenForInput(file)->Read(&byte, 1);
         return "";
     } catch (const std::system_error& error) {
-        return error.code().message();
+        return Reason(error.code());
     }
 }
 
@@ -40,11 +38,15 @@ void Print(std::string_view bytes) {
     std::fwrite(bytes.data(), 1, bytes.size(), stdout);
 }
 
+std::string Reason(std::error_code error) {
+    const std::error_condition common = error.default_error_condition();
+    return common.category() == std::generic_category() ? common.message() : error.message();
+}
+
 Status Load(VornSrcObj& document, const std::string& file) {
     const Status status = document.LoadFile(file);
     if (status != Status::Done) {
-        PosixFiles files;
-        const std::string problem = ReadProblem(files, file);
+        const std::string problem = ReadProblem(file);
         PrintError(
             file + ": " +
             (problem.empty() ? "not a complete program source file (\"psf check\" tells what it finds)" : problem));
@@ -52,21 +54,22 @@ Status Load(VornSrcObj& document, const std::string& file) {
     return status;
 }
 
-int Replace(const std::string& file, Existing existing, const std::function<bool(const std::string&)>& write) {
-    const int error = ReplaceFile(file, existing, write);
-    if (error == EEXIST) {
+std::error_code Replace(const std::string& file, Existing existing,
+                        const std::function<bool(const std::string&)>& write) {
+    const std::error_code error = ReplaceWhole(file, existing, write);
+    if (error == std::errc::file_exists) {
         PrintError(file + ": exists already; --force replaces it");
-    } else if (error != 0) {
-        PrintError(file +
-                   ": cannot be written: " + (error == ECANCELED ? "the disk may be full" : std::strerror(error)));
+    } else if (error) {
+        PrintError(file + ": cannot be written: " +
+                   (error == std::errc::operation_canceled ? "the disk may be full" : Reason(error)));
     }
     return error;
 }
 
 Status Save(const VornSrcObj& document, const std::string& file) {
-    const int error = Replace(file, Existing::Replace,
-                              [&](const std::string& path) { return document.SaveFile(path) == Status::Done; });
-    return error == 0 ? Status::Done : Status::UnexpectedError;
+    const std::error_code error = Replace(
+        file, Existing::Replace, [&](const std::string& path) { return document.SaveFile(path) == Status::Done; });
+    return error ? Status::UnexpectedError : Status::Done;
 }
 
 } // namespace tessaly::psf

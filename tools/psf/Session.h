@@ -2,14 +2,13 @@
 #pragma once
 
 #include "document/VornSrcObj.h"
-#include "platform/CodePage.h"
-#include "platform/posix/AtomicFile.h"
-#include "platform/posix/PosixFiles.h"
+#include "tools/psf/Host.h"
 
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace tessaly::psf {
 
@@ -21,10 +20,10 @@ inline constexpr int OutputFailed = 74;     // standard output cannot be written
 inline constexpr int CompilerMissing = 127; // as a shell has it for a command that it cannot find
 
 struct Session {
-    PosixFiles files;
+    std::unique_ptr<SequentialFiles> files = MakeFiles();
     std::unique_ptr<CodePage> codePage;
 
-    VornSrcObj NewDocument() { return VornSrcObj(files, *codePage); }
+    VornSrcObj NewDocument() { return VornSrcObj(*files, *codePage); }
 };
 
 // A status code as exit status: what does not fit into 8 bits is cut, so 65535 shows as 255.
@@ -39,8 +38,12 @@ void Print(std::string_view bytes);
 // Loads `file`; on failure says so, and why as far as that can be told.
 Status Load(VornSrcObj& document, const std::string& file);
 
-// ReplaceFile, with its result; says so when it fails.
-int Replace(const std::string& file, Existing existing, const std::function<bool(const std::string&)>& write);
+// What an error is called: in English and the same on every system, where it is a common one.
+std::string Reason(std::error_code error);
+
+// ReplaceWhole, with its result; says so when it fails.
+std::error_code Replace(const std::string& file, Existing existing,
+                        const std::function<bool(const std::string&)>& write);
 
 // Saves `document` as `file`, which is replaced as a whole or not at all; says so when it fails.
 Status Save(const VornSrcObj& document, const std::string& file);

@@ -1,5 +1,4 @@
 // psf, the command-line companion: the document without a window, for scripts, version control and servers.
-#include "platform/posix/IconvCodePage.h"
 #include "tools/psf/Build.h"
 #include "tools/psf/Check.h"
 #include "tools/psf/Commands.h"
@@ -33,8 +32,10 @@ struct CommandLine {
     CommandLine() {
         app.require_subcommand(1);
         app.fallthrough();
+        app.allow_windows_style_options(false); // a path may begin with a slash there, too
         app.set_version_flag("--version", "psf " TESSALY_VERSION);
-        app.add_option("--codepage", codePage, "Code page of PSF and C files; the default is 1252")
+        app.add_option("--codepage", codePage,
+                       "Code page of PSF and C files; the default is " + std::string(HostCodePageName()))
             ->envname("TESSALY_CODEPAGE")
             ->type_name("NAME");
         AddFileCommands();
@@ -110,10 +111,12 @@ struct CommandLine {
     }
 };
 
-int Run(int argc, char** argv) {
+int Run(const std::vector<std::string>& arguments) {
     CommandLine commandLine;
     try {
-        commandLine.app.parse(argc, argv);
+        std::vector<std::string> lastFirst(arguments.rbegin(), arguments.rend());
+        lastFirst.pop_back(); // the program's name
+        commandLine.app.parse(std::move(lastFirst));
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
             return commandLine.app.exit(error); // --help and --version
@@ -122,8 +125,7 @@ int Run(int argc, char** argv) {
         return WrongUsage;
     }
     Session session;
-    session.codePage =
-        commandLine.codePage.empty() ? tessaly::MakeDefaultCodePage() : tessaly::MakeCodePage(commandLine.codePage);
+    session.codePage = commandLine.codePage.empty() ? MakeHostCodePage() : MakeNamedCodePage(commandLine.codePage);
     if (!session.codePage) {
         PrintError("unknown code page \"" + commandLine.codePage + "\"");
         return WrongUsage;
@@ -131,11 +133,9 @@ int Run(int argc, char** argv) {
     return commandLine.run(session);
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
+int RunAndFlush(const std::vector<std::string>& arguments) {
     try {
-        const int status = Run(argc, argv);
+        const int status = Run(arguments);
         if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
             PrintError("standard output cannot be written");
             return OutputFailed;
@@ -143,6 +143,12 @@ int main(int argc, char** argv) {
         return status;
     } catch (const std::exception& error) {
         PrintError(error.what());
-        return tessaly::psf::ExitStatus(tessaly::Status::UnexpectedError);
+        return ExitStatus(tessaly::Status::UnexpectedError);
     }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    return RunWithArguments(argc, argv, RunAndFlush);
 }

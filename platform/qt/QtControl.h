@@ -1,0 +1,95 @@
+// What every control has in common, put on top of its interface.
+#pragma once
+
+#include "platform/Control.h"
+#include "platform/qt/QtFocus.h"
+#include "platform/qt/QtText.h"
+
+#include <QWidget>
+#include <stdexcept>
+
+namespace tessaly {
+
+// Whether the user can work in a control with the keyboard.
+enum class QtKeyboard { Used, Unused };
+
+template <class Interface>
+class QtControl : public Interface, public QtFocusTarget {
+public:
+    // `widget` is the control's own and lives as long as it.
+    QtControl(QtFocus* focus, QWidget& widget, QtKeyboard keyboard)
+        : mFocus(focus),
+          mWidget(widget),
+          mKeyboard(keyboard) {
+        if (mFocus != nullptr) {
+            mFocus->Add(*this);
+        }
+    }
+    QtControl(const QtControl&) = delete;
+    QtControl& operator=(const QtControl&) = delete;
+    ~QtControl() override = default;
+
+    Extent GetExtent() const override { return mExtent; }
+
+    void SetExtent(const Extent& extent) override {
+        mExtent = extent;
+        mIsPlaced = true;
+        const QPoint topLeft(ToPixels(extent.left), ToPixels(extent.top));
+        const QPoint end(ToPixels(extent.left + extent.width), ToPixels(extent.top + extent.height));
+        Place(QRect(topLeft, QSize(end.x() - topLeft.x(), end.y() - topLeft.y())));
+    }
+
+    void SetTabStop(bool stop) override {
+        if (mKeyboard == QtKeyboard::Unused) {
+            throw std::logic_error("the control has no tab stop");
+        }
+        mIsTabStop = stop;
+        UpdateFocusPolicy();
+    }
+
+    void SetFocus() override {
+        if (!CanHaveFocus()) {
+            throw std::runtime_error("the control cannot have the focus");
+        }
+        TakeFocus();
+        if (mFocus != nullptr) {
+            mFocus->Update();
+        }
+    }
+
+    bool Holds(const QWidget* widget) const override {
+        return widget == &mWidget || (widget != nullptr && mWidget.isAncestorOf(widget));
+    }
+    bool CanHaveFocus() const override { return mKeyboard == QtKeyboard::Used; }
+    void TakeFocus() override { mWidget.setFocus(Qt::OtherFocusReason); }
+
+    // False as long as the desktop decides where the control is.
+    bool IsPlaced() const { return mIsPlaced; }
+
+protected:
+    virtual void Place(const QRect& place) { mWidget.setGeometry(place); }
+
+    // To be called when CanHaveFocus has changed.
+    virtual void UpdateFocusPolicy() {
+        mWidget.setFocusPolicy(!CanHaveFocus() ? Qt::NoFocus : mIsTabStop ? Qt::StrongFocus : Qt::ClickFocus);
+    }
+
+    bool IsTabStop() const { return mIsTabStop; }
+
+    // To be called before the user's action on the control is told, which may have moved the focus.
+    void UpdateFocus() {
+        if (mFocus != nullptr) {
+            mFocus->Update();
+        }
+    }
+
+private:
+    QtFocus* mFocus; // null in a window whose focus nobody asks for
+    QWidget& mWidget;
+    QtKeyboard mKeyboard;
+    Extent mExtent;
+    bool mIsPlaced = false;
+    bool mIsTabStop = true;
+};
+
+} // namespace tessaly

@@ -1,0 +1,48 @@
+// The bars stand at the edges of the window as long as nobody gives them a place.
+#include "platform/qt/QtDesktop.h"
+
+#include "platform/posix/IconvCodePage.h"
+#include "platform/qt/QtModalWindows.h"
+
+namespace tessaly {
+
+QtDesktop::QtDesktop(const std::string& commandLine, const Environment& environment)
+    : app(commandLine, environment),
+      mSettings(mFiles, environment),
+      mCodePage(MakeDefaultCodePage()) {
+    app.onSendF1 = [this] { window.SendKey(Qt::Key_F1); };
+    app.onOutput = [this](const std::string& path) {
+        if (!output) {
+            output = std::make_unique<QtOutputWindow>(frame);
+        }
+        output->Follow(path);
+    };
+    frame.onClientSize = [this] { PlaceBars(); };
+}
+
+// A control that goes passes the focus on to the next one.
+QtDesktop::~QtDesktop() {
+    focus.Forget();
+    frame.onClientSize = nullptr;
+}
+
+std::unique_ptr<NameWindow> QtDesktop::NewNameWindow() {
+    return std::make_unique<QtNameWindow>(frame);
+}
+
+std::unique_ptr<SplashWindow> QtDesktop::NewSplashWindow() {
+    return std::make_unique<QtSplashWindow>(frame);
+}
+
+void QtDesktop::PlaceBars() {
+    const QSize client = frame.Client().size();
+    if (!toolBar.IsPlaced()) {
+        toolBar.Widget().setGeometry(0, 0, client.width(), toolBar.Height());
+    }
+    if (!status.IsPlaced()) {
+        const int height = status.Widget().sizeHint().height();
+        status.Widget().setGeometry(0, client.height() - height, client.width(), height);
+    }
+}
+
+} // namespace tessaly

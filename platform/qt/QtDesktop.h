@@ -1,0 +1,79 @@
+// The Linux desktop. A QApplication must be there before it and as long as it; whoever made that runs the event loop.
+#pragma once
+
+#include "platform/Desktop.h"
+#include "platform/posix/PosixFiles.h"
+#include "platform/posix/SettingsFile.h"
+#include "platform/posix/SettingsRegistry.h"
+#include "platform/qt/QtApplication.h"
+#include "platform/qt/QtFileDialog.h"
+#include "platform/qt/QtFocus.h"
+#include "platform/qt/QtLabel.h"
+#include "platform/qt/QtMenuItem.h"
+#include "platform/qt/QtMsgBox.h"
+#include "platform/qt/QtOutputWindow.h"
+#include "platform/qt/QtRichTextBox.h"
+#include "platform/qt/QtStatusBar.h"
+#include "platform/qt/QtToolBar.h"
+#include "platform/qt/QtTreeView.h"
+#include "platform/qt/QtWindow.h"
+
+namespace tessaly {
+
+class QtDesktop final : public Desktop {
+public:
+    // `commandLine` is what stands behind the program's name.
+    QtDesktop(const std::string& commandLine, const Environment& environment);
+
+    ~QtDesktop() override;
+    QtDesktop(const QtDesktop&) = delete;
+    QtDesktop& operator=(const QtDesktop&) = delete;
+
+    Window& MainWindow() override { return window; }
+    TreeView& CodeTree() override { return tree; }
+    Label& LblcodeTreeViewer() override { return treeLabel; }
+    Label& FuncLabel() override { return paneLabel; }
+    RichTextBox& FuncBody() override { return pane; }
+    ToolBar& VornToolBar() override { return toolBar; }
+    ImageList& QuorvaneImages() override { return mImages; }
+    StatusBar& StatusBar1() override { return status; }
+    FileDialog& CommonDialog1() override { return mFileDialog; }
+    MenuItem& AddMenu(MenuItem* parent, std::string_view name) override { return mMenus.Add(parent, name); }
+    void AddMenuSeparator(MenuItem& parent) override { mMenus.AddSeparator(parent); }
+    std::unique_ptr<NameWindow> NewNameWindow() override;
+    std::unique_ptr<SplashWindow> NewSplashWindow() override;
+    MsgBox& MessageBoxes() override { return mMsgBox; }
+    Application& App() override { return app; }
+    Registry& Settings() override { return mSettings; }
+    SequentialFiles& Files() override { return mFiles; }
+    const CodePage& AnsiCodePage() override { return *mCodePage; }
+
+    QtApplication app;
+
+    // The main window. The Tab key goes round in the order in which the controls are made.
+    QtFrame frame;
+    QtFocus focus{frame};
+    QtWindow window{frame, focus, [this] { app.OpenHelp(); }};
+    QtLabel treeLabel{&frame.Client(), &focus};
+    QtTreeView tree{&frame.Client(), focus};
+    QtLabel paneLabel{&frame.Client(), &focus};
+    QtRichTextBox pane{&frame.Client(), focus};
+    QtToolBar toolBar{&frame.Client(), focus};
+    QtStatusBar status{&frame.Client(), focus};
+
+    // Beside it, once a process was started that writes something.
+    std::unique_ptr<QtOutputWindow> output;
+
+private:
+    void PlaceBars();
+
+    PosixFiles mFiles;
+    SettingsRegistry mSettings;
+    std::unique_ptr<CodePage> mCodePage;
+    QtImageList mImages;
+    QtMenus mMenus{*frame.menuBar()};
+    QtFileDialog mFileDialog{frame};
+    QtMsgBox mMsgBox{frame};
+};
+
+} // namespace tessaly

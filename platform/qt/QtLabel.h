@@ -1,0 +1,30 @@
+// A label. It shows its text as it stands: neither markup nor access keys have a meaning.
+#pragma once
+
+#include "platform/Label.h"
+#include "platform/qt/QtControl.h"
+
+#include <QLabel>
+#include <string>
+#include <string_view>
+
+namespace tessaly {
+
+class QtLabel final : public QtControl<Label> {
+public:
+    explicit QtLabel(QWidget* parent, QtFocus* focus = nullptr);
+
+    std::string Caption() const override { return mCaption; }
+    void SetCaption(std::string_view caption) override;
+
+    QLabel& Widget() { return mLabel; }
+
+protected:
+    void Place(const QRect& place) override;
+
+private:
+    QLabel mLabel;
+    std::string mCaption;
+};
+
+} // namespace tessaly

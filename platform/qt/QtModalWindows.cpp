@@ -1,0 +1,111 @@
+// Neither window hides itself: that is the program's answer to what it is told, but for the frame.
+#include "platform/qt/QtModalWindows.h"
+
+#include <QCloseEvent>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QPushButton>
+
+namespace tessaly {
+
+namespace {
+
+constexpr int NameWidth = 380;
+constexpr int SplashMargin = 28;
+constexpr int LogoSize = 96;
+
+void Raise(const std::function<void()>& event) {
+    if (event) {
+        event();
+    }
+}
+
+bool IsModifier(int key) {
+    return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_AltGr ||
+           key == Qt::Key_Meta || key == Qt::Key_CapsLock || key == Qt::Key_NumLock;
+}
+
+QIcon Logo() {
+    QIcon logo;
+    logo.addFile(":/logo-96.png");
+    logo.addFile(":/logo-192.png");
+    return logo;
+}
+
+void Enlarge(QWidget& widget, double factor) {
+    QFont font = widget.font();
+    font.setBold(true);
+    font.setPointSizeF(font.pointSizeF() * factor);
+    widget.setFont(font);
+}
+
+} // namespace
+
+QtDialog::QtDialog(QWidget& owner)
+    : QDialog(&owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint) {}
+
+void QtDialog::reject() {
+    Raise(onEscape);
+}
+
+void QtDialog::closeEvent(QCloseEvent* event) {
+    Raise(onClose);
+    event->accept();
+    hide();
+}
+
+void QtDialog::keyPressEvent(QKeyEvent* event) {
+    if (!onPress) {
+        QDialog::keyPressEvent(event);
+    } else if (!IsModifier(event->key())) { // a Shift alone is no key press, as a typed character is one
+        onPress();
+    }
+}
+
+QtNameWindow::QtNameWindow(QWidget& owner) : mDialog(owner) {
+    mLabel.Widget().setWordWrap(true);
+    mLabel.Widget().setMinimumWidth(NameWidth);
+    mLayout.addWidget(&mLabel.Widget());
+    mLayout.addWidget(&mName);
+    mLayout.addWidget(&mButtons);
+    mLayout.setSizeConstraint(QLayout::SetFixedSize);
+    // A click on OK leaves the focus in the box, where a bad name is to be mended.
+    for (QAbstractButton* const button : mButtons.buttons()) {
+        button->setFocusPolicy(Qt::TabFocus);
+    }
+    mButtons.button(QDialogButtonBox::Ok)->setDefault(true);
+    QObject::connect(&mButtons, &QDialogButtonBox::accepted, &mDialog, [this] { Raise(onOk); });
+    QObject::connect(&mButtons, &QDialogButtonBox::rejected, &mDialog, [this] { Raise(onCancel); });
+    mDialog.onEscape = [this] { Raise(onCancel); };
+    mDialog.onClose = [this] { Raise(onCancel); };
+}
+
+void QtNameWindow::ShowModal() {
+    mName.setFocus(Qt::OtherFocusReason);
+    mDialog.exec();
+}
+
+QtSplashWindow::QtSplashWindow(QWidget& owner) : mDialog(owner) {
+    mFrame.setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
+    mDialogLayout.addWidget(&mFrame);
+    mLayout.setContentsMargins(SplashMargin, SplashMargin, SplashMargin, SplashMargin);
+    mLogo.setPixmap(Logo().pixmap(QSize(LogoSize, LogoSize), owner.devicePixelRatioF()));
+    mLayout.addWidget(&mLogo, 0, Qt::AlignHCenter);
+    Enlarge(mProductName.Widget(), 1.5);
+    for (QtLabel* const label : {&mCompanyProduct, &mProductName, &mVersion, &mPlatform, &mCompany, &mCopyright}) {
+        mLayout.addWidget(&label->Widget(), 0, Qt::AlignHCenter);
+    }
+    mDialogLayout.setSizeConstraint(QLayout::SetFixedSize);
+    mFrame.onClick = [this] { Raise(onFrameClick); };
+    mDialog.onPress = [this] { Raise(onKeyPress); };
+}
+
+void QtSplashWindow::ShowModal() {
+    mDialog.exec();
+}
+
+void QtSplashWindow::Frame::mousePressEvent(QMouseEvent*) {
+    Raise(onClick);
+}
+
+} // namespace tessaly

@@ -1,0 +1,29 @@
+// Shows what a started process writes into its file, as the console window does where each process has one. It comes up
+// with the first output, without taking the focus, and goes with the main window. A process that writes nothing shows
+// nothing.
+#pragma once
+
+#include <QFileSystemWatcher>
+#include <QPlainTextEdit>
+#include <string>
+
+namespace tessaly {
+
+class QtOutputWindow {
+public:
+    explicit QtOutputWindow(QWidget& owner);
+
+    // Shows the file `path` from now on, in place of the one before. The window of the one before goes.
+    void Follow(const std::string& path);
+
+    QPlainTextEdit& Widget() { return mText; }
+
+private:
+    void Read();
+
+    QPlainTextEdit mText;
+    QFileSystemWatcher mWatcher;
+    QString mPath;
+};
+
+} // namespace tessaly

@@ -1,0 +1,229 @@
+// In the document the three characters that Qt would make a paragraph of stand as lone surrogates, which no valid text
+// has: so every text comes back as it was.
+#include "platform/qt/QtRichTextBox.h"
+
+#include <QEvent>
+#include <QFontDatabase>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextOption>
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <utility>
+
+namespace tessaly {
+
+namespace {
+
+struct StandIn {
+    char16_t character;
+    char16_t surrogate;
+};
+
+constexpr std::array<StandIn, 3> StandIns = {{{0x2029, 0xDFFD}, {0xFDD0, 0xDFFE}, {0xFDD1, 0xDFFF}}};
+constexpr QChar LineFeed = u'\n';
+
+// What the document takes for `text`, whose breaks are single LFs.
+QString ToDocument(QString text) {
+    for (const StandIn& standIn : StandIns) {
+        text.replace(QChar(standIn.character), QChar(standIn.surrogate));
+    }
+    return text;
+}
+
+// The text for what stands in the document. A stand-in is told from the second half of a character by what is in front.
+QString FromDocument(QString text) {
+    bool isBehindHigh = false;
+    for (QChar& unit : text) {
+        const auto standIn = std::find_if(StandIns.begin(), StandIns.end(),
+                                          [unit](const StandIn& each) { return each.surrogate == unit.unicode(); });
+        if (unit == QChar(QChar::ParagraphSeparator)) {
+            unit = LineFeed;
+        } else if (standIn != StandIns.end() && !isBehindHigh) {
+            unit = QChar(standIn->character);
+        }
+        isBehindHigh = unit.isHighSurrogate();
+    }
+    return text;
+}
+
+// Text from another program: its line breaks of every kind become LFs, and what is no character is replaced.
+QString FromClipboard(const QString& text) {
+    QString clean = QString::fromUtf8(text.toUtf8());
+    clean.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    for (const char16_t lineBreak : {u'\r', u'\u2028', u'\u2029'}) {
+        clean.replace(QChar(lineBreak), LineFeed);
+    }
+    return ToDocument(clean);
+}
+
+} // namespace
+
+QtPlainTextEdit::QtPlainTextEdit(QWidget* parent) : QPlainTextEdit(parent) {
+    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    setLineWrapMode(QPlainTextEdit::NoWrap);
+    UpdateColours();
+}
+
+QString QtPlainTextEdit::ExactText() const {
+    return FromDocument(document()->toRawText());
+}
+
+void QtPlainTextEdit::SetExactText(const QString& text) {
+    setPlainText(ToDocument(text));
+}
+
+void QtPlainTextEdit::SetGrey(bool grey) {
+    mIsGrey = grey;
+    QPalette colours;
+    if (grey) {
+        colours.setColor(QPalette::Base, colours.color(QPalette::Disabled, QPalette::Window));
+    }
+    viewport()->setPalette(colours);
+}
+
+// Shift and Enter would put in a line separator, which is no line break in a file.
+void QtPlainTextEdit::keyPressEvent(QKeyEvent* event) {
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && event->modifiers() == Qt::ShiftModifier) {
+        QKeyEvent plain(event->type(), event->key(), Qt::NoModifier, event->text(), event->isAutoRepeat());
+        QPlainTextEdit::keyPressEvent(&plain);
+        event->setAccepted(plain.isAccepted());
+        return;
+    }
+    QPlainTextEdit::keyPressEvent(event);
+}
+
+// Only what is about to be seen is coloured, so a large text costs no more than a small one.
+void QtPlainTextEdit::paintEvent(QPaintEvent* event) {
+    QTextBlock last = firstVisibleBlock();
+    const int lines = viewport()->height() / std::max(fontMetrics().lineSpacing(), 1) + 1;
+    for (int line = 0; line < lines && last.next().isValid(); ++line) {
+        last = last.next();
+    }
+    mColouring.Colour(firstVisibleBlock(), last);
+    QPlainTextEdit::paintEvent(event);
+}
+
+void QtPlainTextEdit::changeEvent(QEvent* event) {
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange) {
+        UpdateColours();
+    }
+}
+
+// A file that is dragged here is for the window.
+bool QtPlainTextEdit::canInsertFromMimeData(const QMimeData* source) const {
+    return source->hasText() && !source->hasUrls();
+}
+
+void QtPlainTextEdit::insertFromMimeData(const QMimeData* source) {
+    if (!isReadOnly() && source->hasText()) {
+        textCursor().insertText(FromClipboard(source->text()));
+        ensureCursorVisible();
+    }
+}
+
+QMimeData* QtPlainTextEdit::createMimeDataFromSelection() const {
+    auto mime = std::make_unique<QMimeData>();
+    mime->setText(FromDocument(textCursor().selectedText()));
+    return mime.release(); // the clipboard's own from here on
+}
+
+void QtPlainTextEdit::UpdateColours() {
+    mColouring.SetDark(palette().color(QPalette::Base).lightness() < 128);
+    viewport()->update();
+}
+
+QtRichTextBox::QtRichTextBox(QWidget* parent, QtFocus& focus)
+    : QtControl(&focus, mEdit, QtKeyboard::Used),
+      mEdit(parent) {
+    QObject::connect(mEdit.document(), &QTextDocument::contentsChange, &mEdit,
+                     [this](int position, int removed, int added) { FollowChange(position, removed, added); });
+    QObject::connect(mEdit.document(), &QTextDocument::contentsChanged, &mEdit, [this] { TellChange(); });
+}
+
+std::string QtRichTextBox::Text() const {
+    return mBreaks.Apply(FromQt(mEdit.ExactText()));
+}
+
+void QtRichTextBox::SetText(std::string_view text) {
+    mIsSetting = true;
+    mEdit.SetExactText(ToQt(mBreaks.Set(text)));
+    mIsSetting = false;
+    mBlockCount = mEdit.blockCount();
+    if (onChange) {
+        onChange();
+    }
+}
+
+void QtRichTextBox::SetAvailable(bool available) {
+    if (mIsAvailable == available) {
+        return;
+    }
+    mIsAvailable = available;
+    mEdit.setReadOnly(!available);
+    mEdit.SetGrey(!available);
+    UpdateFocusPolicy();
+}
+
+// Behind the last stop they go on as far apart as the last two are.
+void QtRichTextBox::SetTabStops(const std::vector<float>& stops) {
+    QTextOption option = mEdit.document()->defaultTextOption();
+    QList<QTextOption::Tab> tabs;
+    for (const float stop : stops) {
+        if (stop > 0) {
+            tabs.append(QTextOption::Tab(stop / TwipsInPixel, QTextOption::LeftTab));
+        }
+    }
+    option.setTabs(tabs);
+    if (stops.size() >= 2 && stops.back() > stops[stops.size() - 2]) {
+        option.setTabStopDistance((stops.back() - stops[stops.size() - 2]) / TwipsInPixel);
+    }
+    mEdit.document()->setDefaultTextOption(option);
+}
+
+void QtRichTextBox::LoseFocus() {
+    if (onLostFocus) {
+        onLostFocus();
+    }
+}
+
+void QtRichTextBox::GainFocus() {
+    if (onGotFocus) {
+        onGotFocus();
+    }
+}
+
+// Where only breaks went in or out beside others, the last of the row are taken for those that came or went.
+void QtRichTextBox::FollowChange(int position, int removed, int added) {
+    if (mIsSetting) {
+        return;
+    }
+    const QTextDocument& document = *mEdit.document();
+    const int end = document.characterCount() - 1; // in front of the document's own last break
+    int behind = std::min(position + added, end);
+    const int addedBreaks = document.findBlock(behind).blockNumber() - document.findBlock(position).blockNumber();
+    const int removedBreaks = addedBreaks - (mEdit.blockCount() - mBlockCount);
+    int first = document.findBlock(position).blockNumber();
+    if ((removed == 0 && added == addedBreaks) || (added == 0 && removed == removedBreaks)) {
+        while (behind < end && document.characterAt(behind) == QChar(QChar::ParagraphSeparator)) {
+            ++behind;
+            ++first;
+        }
+    }
+    mBreaks.Replace(static_cast<std::size_t>(first), static_cast<std::size_t>(removedBreaks),
+                    static_cast<std::size_t>(addedBreaks));
+    mBlockCount = mEdit.blockCount();
+    mIsChanged = true;
+}
+
+void QtRichTextBox::TellChange() {
+    if (std::exchange(mIsChanged, false) && onChange) {
+        onChange();
+    }
+}
+
+} // namespace tessaly

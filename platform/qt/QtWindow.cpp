@@ -1,0 +1,213 @@
+// Keys are seen on their way from the window system to the window, in front of menus and controls, and always go on.
+#include "platform/qt/QtWindow.h"
+
+#include "platform/qt/QtKeys.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QImageReader>
+#include <QMimeData>
+#include <QPixmap>
+#include <QScreen>
+#include <QUrl>
+#include <QWindow>
+#include <algorithm>
+#include <memory>
+#include <stdexcept>
+#include <utility>
+
+namespace tessaly {
+
+namespace {
+
+constexpr QSize InitialSize(960, 660);
+
+// What a window manager's frame adds to the height, more or less: how much it really is nobody knows before the window
+// is shown, and on some systems never.
+constexpr int FrameHeight = 30;
+
+// Calls a function when it goes, also by way of an exception.
+class AtEnd {
+public:
+    explicit AtEnd(std::function<void()> function) : mFunction(std::move(function)) {}
+    AtEnd(const AtEnd&) = delete;
+    AtEnd& operator=(const AtEnd&) = delete;
+    ~AtEnd() { mFunction(); }
+
+private:
+    std::function<void()> mFunction;
+};
+
+bool HasFiles(const QMimeData& data) {
+    const QList<QUrl> urls = data.urls();
+    return std::any_of(urls.begin(), urls.end(), [](const QUrl& url) { return url.isLocalFile(); });
+}
+
+} // namespace
+
+QtFrame::QtFrame() {
+    setCentralWidget(std::make_unique<QWidget>().release()); // the window's own from here on
+    centralWidget()->installEventFilter(this);
+    setAcceptDrops(true);
+    mDropTimer.setSingleShot(true);
+    connect(&mDropTimer, &QTimer::timeout, this, [this] { TellDropped(); });
+    setContextMenuPolicy(Qt::NoContextMenu);
+    resize(InitialSize.boundedTo(screen()->availableSize() - QSize(0, FrameHeight)));
+    winId(); // so that there is a window to see the keys of
+    windowHandle()->installEventFilter(this);
+}
+
+bool QtFrame::eventFilter(QObject* object, QEvent* event) {
+    if (object == centralWidget() && event->type() == QEvent::Resize && onClientSize) {
+        onClientSize();
+    }
+    const bool isKey = object == windowHandle() && event->type() == QEvent::KeyPress;
+    if (isKey && onKey && QApplication::activePopupWidget() == nullptr &&
+        QApplication::activeModalWidget() == nullptr) {
+        const auto& key = static_cast<const QKeyEvent&>(*event);
+        onKey(VirtualKey(key), ShiftState(key.modifiers()));
+    }
+    return QMainWindow::eventFilter(object, event);
+}
+
+void QtFrame::closeEvent(QCloseEvent* event) {
+    event->accept();
+    if (onCloseRequest) {
+        onCloseRequest();
+    }
+}
+
+void QtFrame::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    if (onSize) {
+        onSize();
+    }
+}
+
+void QtFrame::dragEnterEvent(QDragEnterEvent* event) {
+    if (HasFiles(*event->mimeData())) {
+        event->acceptProposedAction();
+    }
+}
+
+void QtFrame::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    for (const QUrl& url : event->mimeData()->urls()) {
+        if (url.isLocalFile()) {
+            mDropped.push_back(FromQt(url.toLocalFile()));
+        }
+    }
+    mDropTimer.start(0); // the program that the file comes from waits for the end of the drop
+}
+
+void QtFrame::TellDropped() {
+    for (const std::string& path : std::exchange(mDropped, {})) {
+        if (onDrop) {
+            onDrop(path);
+        }
+    }
+}
+
+QtWindow::QtWindow(QtFrame& frame, QtFocus& focus, std::function<void()> onF1)
+    : mFrame(frame),
+      mFocus(focus),
+      mOnF1(std::move(onF1)),
+      mLastSize(frame.size()) {
+    mFrame.onCloseRequest = [this] { Unload(); };
+    mFrame.onSize = [this] { Resized(); };
+    mFrame.onKey = [this](int keyCode, int shift) { KeyPressed(keyCode, shift); };
+    mFrame.onDrop = [this](const std::string& path) {
+        if (onFileDropped && QApplication::activeModalWidget() == nullptr) {
+            onFileDropped(path);
+        }
+    };
+    mSendTimer.setSingleShot(true);
+    QObject::connect(&mSendTimer, &QTimer::timeout, &mFrame, [this] { SendKeys(); });
+    QObject::connect(qApp, &QApplication::focusChanged, &mFrame, [this] { mFocus.Update(); });
+}
+
+void QtWindow::Show() {
+    if (!std::exchange(mIsLoaded, true) && onLoad) {
+        onLoad();
+    }
+    if (!mIsClosed) {
+        mFocus.Begin();
+        mFrame.show();
+    }
+}
+
+// The window is gone before the event, so that closing it again in there raises nothing.
+void QtWindow::Unload() {
+    if (std::exchange(mIsClosed, true)) {
+        return;
+    }
+    const AtEnd atEnd([this] {
+        mFrame.hide();
+        if (onEnded) {
+            onEnded();
+        }
+    });
+    if (onUnload) {
+        onUnload();
+    }
+}
+
+float QtWindow::Width() const {
+    return ToTwips(mFrame.width());
+}
+
+float QtWindow::Height() const {
+    return ToTwips(mFrame.height() + FrameHeight);
+}
+
+void QtWindow::SetIcon(const std::string& path) {
+    QImageReader reader;
+    reader.setFileName(ToQt(path));
+    reader.setDecideFormatFromContent(true);
+    const QPixmap picture = path.empty() ? QPixmap() : QPixmap::fromImageReader(&reader);
+    if (picture.isNull()) {
+        throw std::runtime_error("the icon cannot be loaded");
+    }
+    mFrame.setWindowIcon(QIcon(picture));
+}
+
+void QtWindow::SendKey(int key) {
+    mKeysToSend.push_back(key);
+    mSendTimer.start(0);
+}
+
+void QtWindow::SendKeys() {
+    for (const int key : std::exchange(mKeysToSend, {})) {
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(type, key, Qt::NoModifier);
+            QCoreApplication::sendEvent(mFrame.windowHandle(), &event);
+        }
+    }
+}
+
+void QtWindow::Resized() {
+    if (mIsClosed || mFrame.size() == mLastSize) {
+        return;
+    }
+    mLastSize = mFrame.size();
+    if (mIsLoaded && onResize) {
+        onResize();
+    }
+}
+
+void QtWindow::KeyPressed(int keyCode, int shift) {
+    if (mIsClosed) {
+        return;
+    }
+    mFocus.Update();
+    if (onKeyDown) {
+        onKeyDown(keyCode, shift);
+    }
+    if (keyCode == KeyF1 && !mIsClosed) {
+        mOnF1();
+    }
+}
+
+} // namespace tessaly

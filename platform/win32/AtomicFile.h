@@ -1,0 +1,24 @@
+// Replacing a file so that at every moment its name holds the old content or the new one, whole.
+#pragma once
+
+#include "platform/ExistingFile.h"
+
+#include <functional>
+#include <string>
+#include <system_error>
+
+namespace tessaly {
+
+// Has `write` make a new file beside `path` under a name of its own, puts it on the disk and then gives it the name
+// `path`, trying a while when another program, such as a virus scanner, holds one of the two. The new file gets the
+// attributes of the old one (hidden, system, not indexed); a link stays and the file that it points to is replaced. A
+// device cannot be replaced and is written in place; a read-only file is not replaced.
+// `write` gets the path to write to and returns whether that went well. With Existing::Keep a file that is there is
+// left alone.
+// Returns no error; errc::file_exists for a file left alone; errc::operation_canceled when `write` returned false; else
+// the error of the call that failed. Unless it returns no error the file at `path` is as it was, and no other file is
+// left behind.
+std::error_code ReplaceFile(const std::string& path, Existing existing,
+                            const std::function<bool(const std::string&)>& write);
+
+} // namespace tessaly

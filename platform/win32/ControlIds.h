@@ -1,0 +1,31 @@
+// The identifiers of controls and commands, by which a test finds them from outside: never change one.
+#pragma once
+
+namespace tessaly::ControlId {
+
+// The main window, of the class VornMainFrm.
+inline constexpr int CodeTree = 101;
+inline constexpr int LblcodeTreeViewer = 102;
+inline constexpr int FuncLabel = 103;
+inline constexpr int FuncBody = 104;
+inline constexpr int VornToolBar = 105;
+inline constexpr int StatusBar1 = 106;
+
+// The name window, of the class UserFuncVarFrm; its buttons are IDOK and IDCANCEL.
+inline constexpr int NameLabel = 201;
+inline constexpr int FuncVarName = 202;
+
+// The splash window, of the class frmSplash.
+inline constexpr int Frame1 = 301;
+inline constexpr int LblVersion = 302;
+inline constexpr int LblPlatform = 303;
+inline constexpr int LblCompany = 304;
+inline constexpr int LblCopyright = 305;
+inline constexpr int LblCompanyProduct = 306;
+inline constexpr int LblProductName = 307;
+
+// Commands: the buttons of the tool bar, and the menus in the order in which they are added.
+inline constexpr int FirstButton = 501;
+inline constexpr int FirstMenu = 1000;
+
+} // namespace tessaly::ControlId

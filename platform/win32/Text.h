@@ -1,0 +1,15 @@
+// Between the UTF-8 of the program and the UTF-16 of Windows. NULs are characters like others.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tessaly {
+
+// `text` as UTF-16; U+FFFD for each byte that is not UTF-8.
+std::wstring ToWide(std::string_view text);
+
+// `wide` as UTF-8; U+FFFD for each surrogate without a partner.
+std::string ToUtf8(std::wstring_view wide);
+
+} // namespace tessaly

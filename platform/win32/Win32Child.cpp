@@ -1,0 +1,105 @@
+#include "platform/win32/Win32Child.h"
+
+#include "platform/win32/Win32Handle.h"
+
+#include <stdexcept>
+#include <string>
+
+namespace tessaly {
+
+Win32Child::Win32Child(Win32Parent& parent, const Kind& kind) : mParent(parent) {
+    const std::wstring text(kind.text);
+    mHandle = CreateWindowExW(kind.extendedStyle, kind.windowClass, text.c_str(), WS_CHILD | WS_VISIBLE | kind.style, 0,
+                              0, 0, 0, parent.Handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(kind.id)),
+                              GetModuleHandleW(nullptr), nullptr);
+    if (mHandle == nullptr) {
+        ThrowLastError("CreateWindowEx");
+    }
+    SetWindowSubclass(mHandle, Procedure, 0, reinterpret_cast<DWORD_PTR>(this));
+    SendMessageW(mHandle, WM_SETFONT, reinterpret_cast<WPARAM>(parent.Font()), FALSE);
+    mParent.Add(*this);
+}
+
+Win32Child::~Win32Child() {
+    mParent.Remove(*this);
+    if (mHandle != nullptr) {
+        RemoveWindowSubclass(mHandle, Procedure, 0);
+        DestroyWindow(mHandle);
+    }
+}
+
+Extent Win32Child::Place() const {
+    if (mExtent) {
+        return *mExtent;
+    }
+    RECT rect = {};
+    GetWindowRect(mHandle, &rect);
+    MapWindowPoints(nullptr, mParent.Handle(), reinterpret_cast<POINT*>(&rect), 2);
+    const int dpi = mParent.Dpi();
+    return {ToTwips(rect.left, dpi), ToTwips(rect.top, dpi), ToTwips(rect.right - rect.left, dpi),
+            ToTwips(rect.bottom - rect.top, dpi)};
+}
+
+void Win32Child::SetPlace(const Extent& extent) {
+    mExtent = extent;
+    Move();
+}
+
+// Each edge is rounded for itself, so that controls that touch in twips touch on the screen.
+void Win32Child::Move() {
+    if (!mExtent) {
+        return;
+    }
+    const int dpi = mParent.Dpi();
+    const int left = ToPixels(mExtent->left, dpi);
+    const int top = ToPixels(mExtent->top, dpi);
+    const int width = ToPixels(mExtent->left + mExtent->width, dpi) - left;
+    const int height = ToPixels(mExtent->top + mExtent->height, dpi) - top;
+    SetWindowPos(mHandle, nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+}
+
+bool Win32Child::IsTabStop() const {
+    return (GetWindowLongW(mHandle, GWL_STYLE) & WS_TABSTOP) != 0;
+}
+
+void Win32Child::SetTabStopStyle(bool stop) {
+    const LONG style = GetWindowLongW(mHandle, GWL_STYLE);
+    SetWindowLongW(mHandle, GWL_STYLE, stop ? style | WS_TABSTOP : style & ~WS_TABSTOP);
+}
+
+void Win32Child::TakeFocus() {
+    if (!CanHaveFocus()) {
+        throw std::runtime_error("the control cannot have the focus");
+    }
+    ::SetFocus(mHandle);
+}
+
+void Win32Child::Rescale() {
+    Send(WM_SETFONT, reinterpret_cast<WPARAM>(mParent.Font()), TRUE);
+    Move();
+}
+
+LRESULT Win32Child::Message(UINT message, WPARAM wParam, LPARAM lParam) {
+    return Default(message, wParam, lParam);
+}
+
+LRESULT Win32Child::Default(UINT message, WPARAM wParam, LPARAM lParam) {
+    return DefSubclassProc(mHandle, message, wParam, lParam);
+}
+
+LRESULT CALLBACK Win32Child::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR /*id*/,
+                                       DWORD_PTR child) {
+    Win32Child& self = *reinterpret_cast<Win32Child*>(child);
+    if (message == WM_NCDESTROY) {
+        RemoveWindowSubclass(window, Procedure, 0);
+        self.mHandle = nullptr;
+        return DefSubclassProc(window, message, wParam, lParam);
+    }
+    const LRESULT result = self.Message(message, wParam, lParam);
+    if (message == WM_SETFOCUS) {
+        self.mParent.FocusCameTo(self);
+    }
+    return result;
+}
+
+} // namespace tessaly

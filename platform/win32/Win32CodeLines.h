@@ -1,0 +1,61 @@
+// The lines of a C text: where they start, what each goes on with, and whether it is shown as it should be. Texts are
+// scanned as far as somebody has looked.
+#pragma once
+
+#include "syntax/CSyntax.h"
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+namespace tessaly {
+
+// Line breaks are single CRs.
+class Win32CodeLines {
+public:
+    // A new text.
+    void Reset(std::wstring_view text);
+
+    // In `text` the stretch from `start` to `end` took the place of one with `breaksBefore` line breaks. The line that
+    // it is in, the new ones, and those that now go on with something else are not shown as they should be any more.
+    void Edit(std::wstring_view text, std::size_t start, std::size_t end, std::size_t breaksBefore);
+
+    std::size_t Count() const { return mLines.size(); }
+    std::size_t Start(std::size_t line) const { return mLines[line].start; }
+
+    // Without its line break.
+    std::wstring_view TextOf(std::wstring_view text, std::size_t line) const;
+
+    // The tokens of a line; scans the lines in front of it that nobody has looked at yet.
+    void Tokens(std::wstring_view text, std::size_t line, std::vector<CToken>& tokens);
+
+    // Scans the lines in front of `end`, so that it is known which of them are shown as they should be.
+    void ScanTo(std::wstring_view text, std::size_t end);
+
+    // Whether a line is shown as it should be, whether it has the right tab stops, and whether it has no colours at all
+    // because nobody has formatted or edited it yet.
+    bool IsFormatted(std::size_t line) const { return mLines[line].isFormatted; }
+    bool HasTabStops(std::size_t line) const { return mLines[line].hasTabStops; }
+    bool IsFresh(std::size_t line) const { return mLines[line].isFresh; }
+    void SetFormatted(std::size_t line);
+    void SetNoneFormatted();
+
+private:
+    struct Line {
+        std::size_t start = 0;
+        CLineState before = CLineState::Code;
+        bool isFormatted = false;
+        bool hasTabStops = false;
+        bool isFresh = false;
+    };
+
+    std::size_t LineAt(std::size_t place) const;
+    void MoveStarts(std::wstring_view text, std::size_t first);
+    CLineState StateBehind(std::wstring_view text, std::size_t line);
+
+    std::vector<Line> mLines;
+    std::size_t mScanned = 1; // how many lines, from the first, have the right `before`
+    std::vector<CToken> mTokens;
+};
+
+} // namespace tessaly

@@ -1,0 +1,16 @@
+// What stands behind the program's name on a command line.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tessaly {
+
+// `commandLine` without the program's name, which ends at a blank or, where it begins with a double quote, at the next
+// one, and without the blanks and tabs behind it. The rest is as it stands: quotes, inner blanks, blanks at the end.
+std::wstring_view WithoutProgramName(std::wstring_view commandLine);
+
+// The same of this process, as UTF-8.
+std::string Win32CommandLine();
+
+} // namespace tessaly

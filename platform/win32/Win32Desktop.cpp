@@ -1,0 +1,48 @@
+#include "platform/win32/Win32Desktop.h"
+
+#include "platform/win32/ControlIds.h"
+#include "platform/win32/Win32CodePage.h"
+#include "platform/win32/Win32CommandLine.h"
+#include "platform/win32/Win32Help.h"
+#include "platform/win32/Win32NameWindow.h"
+#include "platform/win32/Win32SplashWindow.h"
+
+#include <utility>
+
+namespace tessaly {
+
+Win32Desktop::Win32Desktop() : Win32Desktop({"Tessaly", Win32CommandLine(), OpenHelpFile}) {}
+
+Win32Desktop::Win32Desktop(Win32Application::Settings settings)
+    : mApplication(std::move(settings)),
+      mCodePage(MakeSystemCodePage()),
+      mRegistry(),
+      mWindow(mLoop),
+      mMenus(mWindow.Handle()),
+      mImages(mWindow.Dpi()),
+      mTreeLabel(mWindow, ControlId::LblcodeTreeViewer),
+      mCodeTree(mWindow),
+      mFuncLabel(mWindow, ControlId::FuncLabel),
+      mFuncBody(mWindow),
+      mToolBar(mWindow, mImages),
+      mStatusBar(mWindow),
+      mFileDialog(mWindow.Handle()),
+      mMsgBox(mWindow.Handle()) {
+    mApplication.SetWindow(mWindow.Handle());
+    mWindow.onHelp = [this] { mApplication.OpenHelp(); };
+    mWindow.onMenu = [this](int id) { mMenus.Choose(id); };
+    mWindow.onLayOut = [this] {
+        mToolBar.Dock();
+        mStatusBar.Dock();
+    };
+}
+
+std::unique_ptr<NameWindow> Win32Desktop::NewNameWindow() {
+    return std::make_unique<Win32NameWindow>(mLoop, mWindow.Handle());
+}
+
+std::unique_ptr<SplashWindow> Win32Desktop::NewSplashWindow() {
+    return std::make_unique<Win32SplashWindow>(mLoop, mWindow.Handle());
+}
+
+} // namespace tessaly

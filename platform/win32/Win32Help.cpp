@@ -1,0 +1,47 @@
+// HTML Help is loaded when it is needed: few start-ups of the program ever do.
+#include "platform/win32/Win32Help.h"
+
+#include "platform/win32/Text.h"
+#include "platform/win32/Win32Headers.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace tessaly {
+
+namespace {
+
+// The command of HtmlHelp that shows the first topic.
+constexpr UINT DisplayTopic = 0;
+
+bool HasExtension(std::wstring_view path, std::wstring_view extension) {
+    return path.size() >= extension.size() &&
+           CompareStringOrdinal(path.data() + (path.size() - extension.size()), static_cast<int>(extension.size()),
+                                extension.data(), static_cast<int>(extension.size()), TRUE) == CSTR_EQUAL;
+}
+
+bool OpenHtmlHelp(HWND window, const std::wstring& path) {
+    using HtmlHelp = HWND(WINAPI*)(HWND, const wchar_t*, UINT, DWORD_PTR);
+    // It stays loaded: its window lives on in this process.
+    const HMODULE library = LoadLibraryW(L"hhctrl.ocx");
+    if (library == nullptr) {
+        return false;
+    }
+    const auto open = reinterpret_cast<HtmlHelp>(reinterpret_cast<void*>(GetProcAddress(library, "HtmlHelpW")));
+    return open != nullptr && open(window, path.c_str(), DisplayTopic, 0) != nullptr;
+}
+
+} // namespace
+
+void OpenHelpFile(HWND window, const std::string& path) {
+    const std::wstring widePath = ToWide(path);
+    if (HasExtension(widePath, L".chm") && OpenHtmlHelp(window, widePath)) {
+        return;
+    }
+    if (HasExtension(widePath, L".hlp") && WinHelpW(window, widePath.c_str(), HELP_FINDER, 0) != 0) {
+        return;
+    }
+    ShellExecuteW(window, nullptr, widePath.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+}
+
+} // namespace tessaly

@@ -1,0 +1,16 @@
+#include "platform/win32/Win32Label.h"
+
+#include "platform/win32/Text.h"
+
+namespace tessaly {
+
+// An ampersand in it is one: a label has no access key here.
+Win32Label::Win32Label(Win32Parent& parent, int id)
+    : Win32Control(parent, {WC_STATICW, SS_LEFT | SS_NOPREFIX, 0, id}) {}
+
+void Win32Label::SetCaption(std::string_view caption) {
+    mCaption = caption;
+    SetWindowTextW(Handle(), ToWide(caption).c_str());
+}
+
+} // namespace tessaly

@@ -1,0 +1,25 @@
+// A label: a static text.
+#pragma once
+
+#include "platform/Label.h"
+#include "platform/win32/Win32Control.h"
+
+#include <string>
+
+namespace tessaly {
+
+class Win32Label final : public Win32Control<Label> {
+public:
+    Win32Label(Win32Parent& parent, int id);
+
+    std::string Caption() const override { return mCaption; }
+    void SetCaption(std::string_view caption) override;
+
+protected:
+    bool HasTabStop() const override { return false; }
+
+private:
+    std::string mCaption;
+};
+
+} // namespace tessaly

@@ -1,0 +1,24 @@
+// The numbers of buttons, icons and results are those of Windows.
+#include "platform/win32/Win32MsgBox.h"
+
+#include "platform/win32/Text.h"
+
+namespace tessaly {
+
+HWND OwnerOfDialogs(HWND mainWindow) {
+    const HWND top = GetLastActivePopup(mainWindow);
+    return IsWindowVisible(top) != 0 ? top : nullptr;
+}
+
+MsgResult Win32MsgBox::Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) {
+    const UINT style = static_cast<UINT>(buttons) | static_cast<UINT>(icon) | MB_DEFBUTTON1;
+    const HWND owner = OwnerOfDialogs(mMainWindow);
+    const UINT modality = owner != nullptr ? MB_APPLMODAL : MB_TASKMODAL;
+    int result = 0;
+    do { // some systems let a box be closed that has no button for that
+        result = MessageBoxW(owner, ToWide(text).c_str(), ToWide(caption).c_str(), style | modality);
+    } while (buttons == MsgButtons::YesNo && result == IDCANCEL);
+    return buttons == MsgButtons::Ok ? MsgResult::Ok : static_cast<MsgResult>(result);
+}
+
+} // namespace tessaly

@@ -1,0 +1,22 @@
+// Message boxes of Windows.
+#pragma once
+
+#include "platform/MsgBox.h"
+#include "platform/win32/Win32Headers.h"
+
+namespace tessaly {
+
+class Win32MsgBox final : public MsgBox {
+public:
+    explicit Win32MsgBox(HWND mainWindow) : mMainWindow(mainWindow) {}
+
+    MsgResult Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) override;
+
+private:
+    HWND mMainWindow;
+};
+
+// What a box or dialog stands in front of: the window of the program that is on top, if any can be seen.
+HWND OwnerOfDialogs(HWND mainWindow);
+
+} // namespace tessaly

@@ -1,0 +1,380 @@
+// The control knows more than plain text; what would bring formats or objects into it is turned off or caught here.
+#include "platform/win32/Win32RichTextBox.h"
+
+#include "platform/win32/ControlIds.h"
+#include "platform/win32/Text.h"
+#include "platform/win32/Win32Headers.h"
+#include "platform/win32/Win32Raise.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <string_view>
+#include <utility>
+
+namespace tessaly {
+
+namespace {
+
+constexpr float FontHeight = 200; // in twips: 10 points
+
+// Control characters that mean something to the control are shown by the pictures that Unicode has for them.
+constexpr wchar_t FirstPicture = 0x2400;
+
+bool IsShownByPicture(int character) {
+    return character == 0x00 || character == 0x07 || character == 0x0B || character == 0x0C;
+}
+
+// Returns whether there are pictures in it now.
+bool ShowControlCharacters(std::wstring& text) {
+    bool hasPictures = false;
+    for (wchar_t& character : text) {
+        if (character == L'\n') {
+            character = L'\r';
+        } else if (IsShownByPicture(character)) {
+            character = static_cast<wchar_t>(FirstPicture + character);
+            hasPictures = true;
+        }
+    }
+    return hasPictures;
+}
+
+std::string PlainText(std::wstring text, bool hasPictures) {
+    for (wchar_t& character : text) {
+        if (character == L'\r') {
+            character = L'\n';
+        } else if (hasPictures && IsShownByPicture(character - FirstPicture)) {
+            character = static_cast<wchar_t>(character - FirstPicture);
+        }
+    }
+    return ToUtf8(text);
+}
+
+std::size_t CountBreaks(std::wstring_view text) {
+    return static_cast<std::size_t>(std::count(text.begin(), text.end(), L'\r'));
+}
+
+// Streams a text into the control.
+DWORD CALLBACK Stream(DWORD_PTR cookie, BYTE* buffer, LONG room, LONG* count) {
+    std::wstring_view& left = *reinterpret_cast<std::wstring_view*>(cookie);
+    const std::size_t units = std::min(static_cast<std::size_t>(room) / sizeof(wchar_t), left.size());
+    std::memcpy(buffer, left.data(), units * sizeof(wchar_t));
+    left.remove_prefix(units);
+    *count = static_cast<LONG>(units * sizeof(wchar_t));
+    return 0;
+}
+
+// The class comes with its library, which stays loaded.
+const wchar_t* RichEditClass() {
+    LoadLibraryW(L"msftedit.dll");
+    return MSFTEDIT_CLASS;
+}
+
+bool IsDown(int key) {
+    return GetKeyState(key) < 0;
+}
+
+// Lets the control see the Shift key as not pressed, as long as it lives.
+class WithoutShift {
+public:
+    WithoutShift() {
+        GetKeyboardState(mBefore.data());
+        std::array<BYTE, 256> keys = mBefore;
+        keys[VK_SHIFT] = 0;
+        SetKeyboardState(keys.data());
+    }
+    WithoutShift(const WithoutShift&) = delete;
+    WithoutShift& operator=(const WithoutShift&) = delete;
+    ~WithoutShift() { SetKeyboardState(mBefore.data()); }
+
+private:
+    std::array<BYTE, 256> mBefore = {};
+};
+
+bool IsControlAlone() {
+    return IsDown(VK_CONTROL) && !IsDown(VK_MENU);
+}
+
+bool IsPasteKey(WPARAM key) {
+    return (key == 'V' && IsControlAlone() && !IsDown(VK_SHIFT)) ||
+           (key == VK_INSERT && IsDown(VK_SHIFT) && !IsDown(VK_CONTROL));
+}
+
+// With Ctrl the control has many keys that format text. Only those that edit are left to it.
+bool IsFormattingKey(WPARAM key) {
+    constexpr std::wstring_view editing = L"ACVXYZ";
+    const bool isLetterOrDigit = (key >= 'A' && key <= 'Z') || (key >= '0' && key <= '9');
+    const bool isSign = key >= VK_OEM_1 && key <= VK_OEM_102;
+    return IsControlAlone() &&
+           (isSign || (isLetterOrDigit && editing.find(static_cast<wchar_t>(key)) == std::wstring_view::npos));
+}
+
+bool IsUndoKey(WPARAM key) {
+    return (IsControlAlone() && (key == 'Z' || key == 'Y')) || (key == VK_BACK && IsDown(VK_MENU));
+}
+
+} // namespace
+
+// The scroll bars are always there: where one comes while something is typed, all of the text is laid out again.
+Win32RichTextBox::Win32RichTextBox(Win32Parent& parent)
+    : Win32Control(parent, {RichEditClass(),
+                            ES_MULTILINE | ES_AUTOVSCROLL | ES_AUTOHSCROLL | ES_NOHIDESEL | ES_WANTRETURN |
+                                ES_NOOLEDRAGDROP | ES_DISABLENOSCROLL | WS_VSCROLL | WS_HSCROLL | WS_TABSTOP,
+                            WS_EX_CLIENTEDGE, ControlId::FuncBody}),
+      mFormat(Handle()) {
+    SetUpControl();
+    ApplyFont();
+    Send(EM_EMPTYUNDOBUFFER);
+    Send(EM_SETEVENTMASK, 0, ENM_CHANGE);
+}
+
+void Win32RichTextBox::SetUpControl() {
+    constexpr LPARAM noWordWrap = 1;
+    constexpr LPARAM noLimit = 0x7FFFFFFE;
+    Send(EM_SETTARGETDEVICE, 0, noWordWrap);
+    Send(EM_EXLIMITTEXT, 0, noLimit);
+    // One font and one keyboard for all that is typed.
+    const LRESULT options = Send(EM_GETLANGOPTIONS);
+    Send(EM_SETLANGOPTIONS, 0, options & ~LRESULT{IMF_AUTOKEYBOARD | IMF_DUALFONT | IMF_AUTOFONTSIZEADJUST});
+    RevokeDragDrop(Handle());
+}
+
+// The control measures in twips of the resolution that Windows was started with, whatever its window's is.
+void Win32RichTextBox::ApplyFont() {
+    const float scale = static_cast<float>(Parent().Dpi()) / static_cast<float>(SystemDpi());
+    mFormat.SetFont(CodeFontName(), std::lround(FontHeight * scale));
+}
+
+void Win32RichTextBox::ShowTabStops() {
+    const float scale = static_cast<float>(Parent().Dpi()) / static_cast<float>(SystemDpi());
+    std::vector<LONG> stops;
+    for (const float stop : mTabStops) {
+        if (stop > 0) { // at the edge itself there can be none
+            stops.push_back(std::lround(stop * scale));
+        }
+    }
+    mFormat.SetTabStops(stops);
+}
+
+void Win32RichTextBox::ShowBackground() {
+    Send(EM_SETBKGNDCOLOR, mIsAvailable ? 1 : 0, static_cast<LPARAM>(GetSysColor(COLOR_BTNFACE)));
+}
+
+std::string Win32RichTextBox::Text() const {
+    return mBreaks.Apply(
+        PlainText(mIsAvailable && Handle() != nullptr && mIsEdited ? ShownText() : mText, mHasPictures));
+}
+
+void Win32RichTextBox::SetText(std::string_view text) {
+    mText = ToWide(mBreaks.Set(text));
+    mHasPictures = ShowControlCharacters(mText);
+    mIsEdited = false;
+    mHiddenSelection = {};
+    if (mIsAvailable) {
+        ShowText();
+    }
+    Raise(onChange);
+}
+
+// The text of an unavailable pane is kept, but not shown.
+void Win32RichTextBox::SetAvailable(bool available) {
+    if (mIsAvailable == available) {
+        return;
+    }
+    if (!available) {
+        mText = mIsEdited ? ShownText() : std::move(mText);
+        Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&mHiddenSelection));
+    }
+    mIsAvailable = available;
+    Send(EM_SETREADONLY, available ? FALSE : TRUE);
+    ShowBackground();
+    ShowText();
+    if (available) {
+        Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&mHiddenSelection));
+    }
+}
+
+// By a stream: the messages that take a whole text can be slow beyond measure.
+void Win32RichTextBox::ShowText() {
+    std::wstring_view left = mIsAvailable ? std::wstring_view(mText) : std::wstring_view();
+    mFormat.Reset(left);
+    if (left.empty() && ShownLength() == 0) {
+        Send(EM_EMPTYUNDOBUFFER);
+        return;
+    }
+    const LRESULT events = Send(EM_SETEVENTMASK, 0, 0);
+    Send(WM_SETREDRAW, FALSE);
+    EDITSTREAM stream = {reinterpret_cast<DWORD_PTR>(&left), 0, Stream};
+    Send(EM_STREAMIN, SF_TEXT | SF_UNICODE, reinterpret_cast<LPARAM>(&stream));
+    CHARRANGE start = {};
+    Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&start));
+    Send(EM_SCROLLCARET);
+    Send(EM_EMPTYUNDOBUFFER);
+    Send(WM_SETREDRAW, TRUE);
+    Send(EM_SETEVENTMASK, 0, events);
+    InvalidateRect(Handle(), nullptr, TRUE);
+}
+
+void Win32RichTextBox::SetTabStops(const std::vector<float>& stops) {
+    mTabStops = stops;
+    ShowTabStops();
+}
+
+void Win32RichTextBox::GainFocus() {
+    Raise(onGotFocus);
+}
+
+void Win32RichTextBox::LoseFocus() {
+    Raise(onLostFocus);
+}
+
+void Win32RichTextBox::Command(int /*id*/, int code) {
+    if (code == EN_CHANGE) {
+        Changed();
+    }
+}
+
+void Win32RichTextBox::Rescale() {
+    Move();
+    ApplyFont();
+    ShowTabStops();
+}
+
+void Win32RichTextBox::ColoursChanged() {
+    ShowBackground();
+    mFormat.ReadColours();
+}
+
+LRESULT Win32RichTextBox::Message(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_KEYDOWN:
+    case WM_SYSKEYDOWN:
+    case WM_CHAR:
+        return Key(message, wParam, lParam);
+    case WM_PASTE:
+        return Paste();
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+    case WM_RBUTTONDOWN:
+    case WM_MBUTTONDOWN:
+        return mIsAvailable ? Default(message, wParam, lParam) : 0;
+    case WM_PAINT:
+        // Never while the control is at work with an edit, in the middle of which it may paint.
+        if (mDepth == 0 && mIsAvailable) {
+            mFormat.FormatView(mText);
+        }
+        return Default(message, wParam, lParam);
+    default:
+        return Default(message, wParam, lParam);
+    }
+}
+
+LRESULT Win32RichTextBox::Key(UINT message, WPARAM wParam, LPARAM lParam) {
+    const bool isChar = message == WM_CHAR;
+    if (!isChar && IsPasteKey(wParam)) {
+        return Paste();
+    }
+    // The characters that belong to keys with Ctrl: the keys themselves have done their work.
+    const bool isCommand = isChar && IsControlAlone() && wParam < L' ';
+    if (isCommand || (!isChar && IsFormattingKey(wParam))) {
+        return 0;
+    }
+    if (!isChar && IsUndoKey(wParam)) {
+        return Default(message, wParam, lParam);
+    }
+    if (wParam == VK_RETURN && IsDown(VK_SHIFT)) { // else it would break the line without ending the paragraph
+        const WithoutShift released;
+        return DefaultOfEdit(message, wParam, lParam);
+    }
+    return DefaultOfEdit(message, wParam, lParam);
+}
+
+// Plain text, whatever else the clipboard holds.
+LRESULT Win32RichTextBox::Paste() {
+    return mIsAvailable ? DefaultOfEdit(EM_PASTESPECIAL, CF_UNICODETEXT, 0) : 0;
+}
+
+LRESULT Win32RichTextBox::DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam) {
+    CHARRANGE selection = {};
+    Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+    mEditStart = selection.cpMin;
+    ++mDepth;
+    const LRESULT result = Default(message, wParam, lParam);
+    --mDepth;
+    mEditStart.reset();
+    return result;
+}
+
+// Reads what has changed. Where the edit tells its place that costs no more in a long text than in a short one.
+void Win32RichTextBox::Changed() {
+    mIsEdited = true;
+    const LONG before = static_cast<LONG>(mText.size());
+    const LONG now = ShownLength();
+    const LONG end = Caret();
+    const LONG start = std::min(mEditStart.value_or(0), end);
+    const LONG endBefore = end - (now - before);
+    if (mEditStart && endBefore >= start && endBefore <= before) {
+        std::wstring text;
+        text.reserve(static_cast<std::size_t>(now));
+        text.append(mText, 0, static_cast<std::size_t>(start));
+        text.append(ShownText(start, end));
+        text.append(mText, static_cast<std::size_t>(endBefore));
+        TakeOver(std::move(text), static_cast<std::size_t>(start), static_cast<std::size_t>(before - endBefore));
+    } else {
+        TakeOver(ShownText(), 0, 0);
+    }
+    Raise(onChange);
+}
+
+// `sameInFront` and `sameBehind` are how much is known to be as before.
+void Win32RichTextBox::TakeOver(std::wstring now, std::size_t sameInFront, std::size_t sameBehind) {
+    const std::size_t shorter = std::min(mText.size(), now.size());
+    std::size_t front = std::min(sameInFront, shorter);
+    while (front < shorter && mText[front] == now[front]) {
+        ++front;
+    }
+    std::size_t back = std::min(sameBehind, shorter - front);
+    while (back < shorter - front && mText[mText.size() - 1 - back] == now[now.size() - 1 - back]) {
+        ++back;
+    }
+    const std::wstring_view textBefore = mText;
+    const std::size_t first = CountBreaks(textBefore.substr(0, front));
+    const std::size_t removed = CountBreaks(textBefore.substr(front, mText.size() - front - back));
+    const std::size_t end = now.size() - back;
+    mBreaks.Replace(first, removed, CountBreaks(std::wstring_view(now).substr(front, end - front)));
+    mText = std::move(now);
+    mFormat.Edit(mText, front, end, removed);
+}
+
+std::wstring Win32RichTextBox::ShownText() const {
+    std::wstring text(static_cast<std::size_t>(ShownLength()) + 1, L'\0');
+    GETTEXTEX request = {};
+    request.cb = static_cast<DWORD>(text.size() * sizeof(wchar_t));
+    request.flags = GT_DEFAULT;
+    request.codepage = 1200; // UTF-16
+    text.resize(static_cast<std::size_t>(
+        Send(EM_GETTEXTEX, reinterpret_cast<WPARAM>(&request), reinterpret_cast<LPARAM>(text.data()))));
+    return text;
+}
+
+std::wstring Win32RichTextBox::ShownText(LONG start, LONG end) const {
+    std::wstring text(static_cast<std::size_t>(end - start) + 1, L'\0');
+    TEXTRANGEW request = {{start, end}, text.data()};
+    text.resize(
+        static_cast<std::size_t>(end > start ? Send(EM_GETTEXTRANGE, 0, reinterpret_cast<LPARAM>(&request)) : 0));
+    return text;
+}
+
+LONG Win32RichTextBox::ShownLength() const {
+    GETTEXTLENGTHEX request = {GTL_NUMCHARS | GTL_PRECISE, 1200};
+    return static_cast<LONG>(Send(EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&request)));
+}
+
+LONG Win32RichTextBox::Caret() const {
+    CHARRANGE selection = {};
+    Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+    return selection.cpMax;
+}
+
+} // namespace tessaly

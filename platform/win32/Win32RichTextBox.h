@@ -1,0 +1,65 @@
+// The editing pane: a rich edit control that holds plain text.
+#pragma once
+
+#include "platform/LineBreaks.h"
+#include "platform/RichTextBox.h"
+#include "platform/win32/Win32Control.h"
+#include "platform/win32/Win32ViewFormat.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tessaly {
+
+class Win32RichTextBox final : public Win32Control<RichTextBox> {
+public:
+    explicit Win32RichTextBox(Win32Parent& parent);
+
+    std::string Text() const override;
+    void SetText(std::string_view text) override;
+    bool IsAvailable() const override { return mIsAvailable; }
+    void SetAvailable(bool available) override;
+    void SetTabStops(const std::vector<float>& stops) override;
+
+    bool CanHaveFocus() const override { return mIsAvailable; }
+    bool TakesTabKey() const override { return true; }
+    void GainFocus() override;
+    void LoseFocus() override;
+    void Command(int id, int code) override;
+    void Rescale() override;
+    void ColoursChanged() override;
+
+protected:
+    LRESULT Message(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+private:
+    void SetUpControl();
+    void ApplyFont();
+    void ShowTabStops();
+    void ShowBackground();
+    void ShowText();
+
+    LRESULT Key(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT Paste();
+    LRESULT DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam);
+    void Changed();
+    void TakeOver(std::wstring now, std::size_t sameInFront, std::size_t sameBehind);
+    std::wstring ShownText() const;
+    std::wstring ShownText(LONG start, LONG end) const;
+    LONG ShownLength() const;
+    LONG Caret() const;
+
+    BreakList mBreaks;
+    std::wstring mText;        // as the control shows it, every line break a single CR
+    bool mHasPictures = false; // of control characters
+    bool mIsEdited = false;    // by the user, since it was put in
+    Win32ViewFormat mFormat;
+    std::vector<float> mTabStops;
+    bool mIsAvailable = true;
+    CHARRANGE mHiddenSelection = {}; // while it is not
+    std::optional<LONG> mEditStart;  // an edit is under way that begins here, or at the caret behind it, and ends there
+    int mDepth = 0;                  // of messages that are being handled
+};
+
+} // namespace tessaly

@@ -1,0 +1,44 @@
+// A status bar. It stands at the bottom of the window until it is given a place.
+#pragma once
+
+#include "platform/StatusBar.h"
+#include "platform/win32/Win32Control.h"
+
+#include <string>
+#include <vector>
+
+namespace tessaly {
+
+class Win32StatusBar final : public Win32Control<StatusBar> {
+public:
+    explicit Win32StatusBar(Win32Parent& parent);
+
+    void AddPanel() override;
+    std::int32_t PanelCount() const override { return static_cast<std::int32_t>(mPanels.size()); }
+    void SetPanelSpring(std::int32_t number) override;
+    std::string PanelText(std::int32_t number) const override { return Panel(number).text; }
+    void SetPanelText(std::int32_t number, std::string_view text) override;
+
+    // Stands at the bottom of the window again if it was given no place.
+    void Dock();
+
+    void Rescale() override;
+
+protected:
+    LRESULT Message(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+private:
+    struct OnePanel {
+        std::string text;
+        bool isSpring = false;
+    };
+
+    const OnePanel& Panel(std::int32_t number) const;
+    OnePanel& Panel(std::int32_t number);
+    void LayOut();
+    void ShowText(std::size_t place);
+
+    std::vector<OnePanel> mPanels = std::vector<OnePanel>(1);
+};
+
+} // namespace tessaly

@@ -1,0 +1,54 @@
+// The console belongs to whoever started this program, so it gets its own code page back.
+#include "platform/win32/Win32Streams.h"
+
+#include "platform/win32/Text.h"
+#include "platform/win32/Win32Handle.h"
+
+#include <cstdio>
+#include <fcntl.h>
+#include <io.h>
+#include <shellapi.h>
+
+namespace tessaly {
+
+Win32Streams::Win32Streams() : mConsoleCodePage(GetConsoleOutputCP()) {
+    for (std::FILE* stream : {stdin, stdout, stderr}) {
+        _setmode(_fileno(stream), _O_BINARY);
+    }
+    SetConsoleOutputCP(CP_UTF8);
+}
+
+Win32Streams::~Win32Streams() {
+    if (mConsoleCodePage != 0) {
+        std::fflush(stdout);
+        SetConsoleOutputCP(mConsoleCodePage);
+    }
+}
+
+std::vector<std::string> Win32Arguments() {
+    int count = 0;
+    wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
+    if (wide == nullptr) {
+        ThrowLastError("CommandLineToArgvW");
+    }
+    std::vector<std::string> arguments;
+    for (int i = 0; i < count; ++i) {
+        arguments.push_back(ToUtf8(wide[i]));
+    }
+    LocalFree(wide);
+    return arguments;
+}
+
+std::optional<std::string> Win32Variable(const std::string& name) {
+    const std::wstring wideName = ToWide(name);
+    DWORD room = GetEnvironmentVariableW(wideName.c_str(), nullptr, 0);
+    if (room == 0) {
+        return GetLastError() == ERROR_ENVVAR_NOT_FOUND ? std::nullopt : std::optional<std::string>("");
+    }
+    std::wstring value(room, L'\0');
+    room = GetEnvironmentVariableW(wideName.c_str(), value.data(), room);
+    value.resize(room);
+    return ToUtf8(value);
+}
+
+} // namespace tessaly

@@ -1,0 +1,28 @@
+// A console program's way in and out: its arguments and environment as UTF-8, its standard streams as plain bytes.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tessaly {
+
+// While it lives standard streams are not translated, and a console that they write to shows UTF-8.
+class Win32Streams {
+public:
+    Win32Streams();
+    Win32Streams(const Win32Streams&) = delete;
+    Win32Streams& operator=(const Win32Streams&) = delete;
+    ~Win32Streams();
+
+private:
+    unsigned mConsoleCodePage; // what the console had before; 0 without one
+};
+
+// This program's name and arguments. Wildcards are not expanded.
+std::vector<std::string> Win32Arguments();
+
+// The value of an environment variable; no value when it is not set.
+std::optional<std::string> Win32Variable(const std::string& name);
+
+} // namespace tessaly

@@ -1,0 +1,48 @@
+// A tool bar. It stands below the menu until it is given a place.
+#pragma once
+
+#include "platform/ToolBar.h"
+#include "platform/win32/Win32Control.h"
+
+#include <string>
+#include <vector>
+
+namespace tessaly {
+
+class Win32ImageList final : public ImageList {
+public:
+    // Loads the pictures, which are resources of this program, for this resolution.
+    explicit Win32ImageList(int dpi) { Rescale(dpi); }
+
+    std::string Tag(std::int32_t number) const override;
+
+    std::int32_t Count() const;
+    HIMAGELIST Images() const { return mImages.get(); }
+    void Rescale(int dpi);
+
+private:
+    Win32ImageListOwner mImages;
+};
+
+class Win32ToolBar final : public Win32Control<ToolBar> {
+public:
+    Win32ToolBar(Win32Parent& parent, Win32ImageList& images);
+
+    void Clear() override;
+    void AddButton(std::int32_t image, std::string_view tag) override;
+    std::int32_t ButtonCount() const override { return static_cast<std::int32_t>(mTags.size()); }
+    std::string ButtonTag(std::int32_t number) const override;
+
+    bool CanHaveFocus() const override { return true; }
+    void Command(int id, int code) override;
+    void Rescale() override;
+
+    // Stands at the top of the window again if it was given no place.
+    void Dock();
+
+private:
+    Win32ImageList& mImages;
+    std::vector<std::string> mTags;
+};
+
+} // namespace tessaly

@@ -1,0 +1,275 @@
+// The text object model is used for the undo list alone: it formats, too, but under some systems each of its calls goes
+// through the whole text.
+#include "platform/win32/Win32ViewFormat.h"
+
+#include "platform/win32/Win32Headers.h"
+
+#include <algorithm>
+#include <cwchar>
+
+namespace tessaly {
+
+namespace {
+
+// IID_ITextDocument, which the libraries of the compiler do not have.
+constexpr GUID TextDocumentId = {0x8CC497C0, 0xA1DF, 0x11CE, {0x80, 0x98, 0x00, 0xAA, 0x00, 0x47, 0xBE, 0x5D}};
+
+// By CTokenKind: keyword, type, string, comment, number, preprocessor.
+constexpr std::array<COLORREF, 6> OnLight = {RGB(0, 0, 176),  RGB(0, 96, 128), RGB(160, 24, 24),
+                                             RGB(0, 112, 32), RGB(144, 64, 0), RGB(112, 48, 128)};
+constexpr std::array<COLORREF, 6> OnDark = {RGB(110, 170, 255), RGB(80, 200, 200),  RGB(240, 150, 130),
+                                            RGB(130, 200, 120), RGB(230, 190, 110), RGB(200, 150, 230)};
+
+bool IsHighContrast() {
+    HIGHCONTRASTW contrast = {};
+    contrast.cbSize = sizeof contrast;
+    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) != 0 &&
+           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
+}
+
+bool IsDark(COLORREF colour) {
+    return GetRValue(colour) * 3 + GetGValue(colour) * 6 + GetBValue(colour) < 1280;
+}
+
+Win32Com<ITextDocument> TextDocumentOf(HWND control) {
+    IUnknown* ole = nullptr;
+    SendMessageW(control, EM_GETOLEINTERFACE, 0, reinterpret_cast<LPARAM>(&ole));
+    const Win32Com<IUnknown> owner(ole);
+    void* document = nullptr;
+    if (!owner || FAILED(owner->QueryInterface(TextDocumentId, &document))) {
+        return nullptr;
+    }
+    return Win32Com<ITextDocument>(static_cast<ITextDocument*>(document));
+}
+
+// As long as it lives, formatting is not recorded for undo, raises no event, is not painted, and may move the
+// selection.
+class Formatting {
+public:
+    Formatting(HWND control, ITextDocument* document) : mControl(control), mDocument(document) {
+        mEvents = SendMessageW(control, EM_SETEVENTMASK, 0, 0);
+        SendMessageW(control, WM_SETREDRAW, FALSE, 0);
+        SendMessageW(control, EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&mSelection));
+        SendMessageW(control, EM_GETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&mScroll));
+        Undo(tomSuspend);
+    }
+    Formatting(const Formatting&) = delete;
+    Formatting& operator=(const Formatting&) = delete;
+    ~Formatting() {
+        Undo(tomResume);
+        SendMessageW(mControl, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&mSelection));
+        SendMessageW(mControl, EM_SETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&mScroll));
+        SendMessageW(mControl, WM_SETREDRAW, TRUE, 0);
+        SendMessageW(mControl, EM_SETEVENTMASK, 0, mEvents);
+    }
+
+private:
+    void Undo(long what) const {
+        long count = 0;
+        if (mDocument != nullptr) {
+            mDocument->Undo(what, &count);
+        }
+    }
+
+    HWND mControl;
+    ITextDocument* mDocument;
+    LRESULT mEvents = 0;
+    CHARRANGE mSelection = {};
+    POINT mScroll = {};
+};
+
+} // namespace
+
+Win32ViewFormat::Win32ViewFormat(HWND control) : mControl(control), mDocument(TextDocumentOf(control)) {
+    mParagraph.cbSize = sizeof mParagraph;
+    mParagraph.dwMask = PFM_TABSTOPS;
+    mLines.Reset(L"");
+    ReadColours();
+}
+
+// Without the means to keep it out of the undo list there is no colouring.
+void Win32ViewFormat::ReadColours() {
+    mHasColours = mDocument && !IsHighContrast();
+    mColours = IsDark(GetSysColor(COLOR_WINDOW)) ? OnDark : OnLight;
+    mLines.SetNoneFormatted();
+    mLastLine.reset();
+    InvalidateRect(mControl, nullptr, FALSE);
+}
+
+void Win32ViewFormat::SetFont(const std::wstring& name, LONG height) {
+    CHARFORMAT2W format = {};
+    format.cbSize = sizeof format;
+    format.dwMask = CFM_FACE | CFM_SIZE | CFM_CHARSET;
+    format.yHeight = height;
+    format.bCharSet = DEFAULT_CHARSET;
+    std::wcsncpy(format.szFaceName, name.c_str(), LF_FACESIZE - 1);
+    const Formatting formatting(mControl, mDocument.get());
+    SendMessageW(mControl, EM_SETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&format));
+    SendMessageW(mControl, EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&format));
+    InvalidateRect(mControl, nullptr, TRUE);
+}
+
+void Win32ViewFormat::SetTabStops(const std::vector<LONG>& stops) {
+    mParagraph.cTabCount = static_cast<SHORT>(std::min<std::size_t>(stops.size(), MAX_TAB_STOPS));
+    std::copy_n(stops.begin(), mParagraph.cTabCount, mParagraph.rgxTabs);
+    mLines.SetNoneFormatted();
+    InvalidateRect(mControl, nullptr, FALSE);
+}
+
+void Win32ViewFormat::Reset(std::wstring_view text) {
+    mLines.Reset(text);
+    mLastLine.reset();
+    InvalidateRect(mControl, nullptr, FALSE);
+}
+
+void Win32ViewFormat::Edit(std::wstring_view text, std::size_t start, std::size_t end, std::size_t breaksBefore) {
+    const std::size_t linesBefore = mLines.Count();
+    mLines.Edit(text, start, end, breaksBefore);
+    if (mLines.Count() != linesBefore || breaksBefore != 0) { // it may be another one's number now
+        mLastLine.reset();
+    }
+}
+
+void Win32ViewFormat::FormatView(std::wstring_view text) {
+    std::size_t first = std::min(FirstInView(), mLines.Count() - 1);
+    std::size_t end = std::min(first + LinesInView(first), mLines.Count());
+    mLines.ScanTo(text, end);
+    while (first < end && mLines.IsFormatted(first)) {
+        ++first;
+    }
+    while (first < end && mLines.IsFormatted(end - 1)) {
+        --end;
+    }
+    if (first < end) {
+        {
+            const Formatting formatting(mControl, mDocument.get());
+            FormatLines(text, first, end);
+        }
+        InvalidateLines(first, end);
+    }
+}
+
+// Only these: to paint all that is in view takes longer than everything else about a keystroke.
+void Win32ViewFormat::InvalidateLines(std::size_t first, std::size_t end) const {
+    RECT rect = {};
+    GetClientRect(mControl, &rect);
+    rect.top = TopOf(first);
+    if (end < mLines.Count()) {
+        rect.bottom = TopOf(end);
+    }
+    InvalidateRect(mControl, &rect, FALSE);
+}
+
+LONG Win32ViewFormat::TopOf(std::size_t line) const {
+    POINTL top = {};
+    SendMessageW(mControl, EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&top), static_cast<LPARAM>(mLines.Start(line)));
+    return top.y;
+}
+
+void Win32ViewFormat::FormatLines(std::wstring_view text, std::size_t first, std::size_t end) {
+    std::size_t withStops = first;
+    while (withStops < end && mLines.HasTabStops(withStops)) {
+        ++withStops;
+    }
+    if (withStops < end) {
+        Select(mLines.Start(withStops), mLines.Start(end - 1) + mLines.TextOf(text, end - 1).size());
+        SendMessageW(mControl, EM_SETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&mParagraph));
+    }
+    for (std::size_t line = first; line < end; ++line) {
+        if (!mLines.IsFormatted(line)) {
+            ColourLine(text, line);
+            mLines.SetFormatted(line);
+        }
+    }
+}
+
+// Each stretch that has not the colour that it should have.
+void Win32ViewFormat::ColourLine(std::wstring_view text, std::size_t line) {
+    if (!mDocument) {
+        return;
+    }
+    const std::size_t start = mLines.Start(line);
+    const std::wstring_view lineText = mLines.TextOf(text, line);
+    LineColours wanted = WantedColours(text, line);
+    const LineColours shown = ShownColours(lineText, line);
+    for (std::size_t place = 0; place < wanted.size();) {
+        const signed char colour = wanted[place];
+        std::size_t end = place;
+        while (end < wanted.size() && wanted[end] == colour && shown[end] != colour) {
+            ++end;
+        }
+        if (end > place) {
+            SetColour(start + place, start + end, colour);
+        }
+        place = std::max(end, place + 1);
+    }
+    mLastLine = line;
+    mLastText = lineText;
+    mLastColours = std::move(wanted);
+}
+
+Win32ViewFormat::LineColours Win32ViewFormat::WantedColours(std::wstring_view text, std::size_t line) {
+    LineColours colours(mLines.TextOf(text, line).size(), NoColour);
+    if (mHasColours) {
+        mLines.Tokens(text, line, mTokens);
+        for (const CToken& token : mTokens) {
+            std::fill_n(colours.begin() + static_cast<std::ptrdiff_t>(token.start), token.length,
+                        static_cast<signed char>(token.kind));
+        }
+    }
+    return colours;
+}
+
+// What is in front of an edit and behind it keeps its colours; what a new character has is the control's secret.
+Win32ViewFormat::LineColours Win32ViewFormat::ShownColours(std::wstring_view lineText, std::size_t line) const {
+    if (mLastLine != line) {
+        return LineColours(lineText.size(), mLines.IsFresh(line) ? NoColour : Unknown);
+    }
+    LineColours colours(lineText.size(), Unknown);
+    const std::size_t shorter = std::min(lineText.size(), mLastText.size());
+    std::size_t front = 0;
+    while (front < shorter && lineText[front] == mLastText[front]) {
+        colours[front] = mLastColours[front];
+        ++front;
+    }
+    for (std::size_t back = 1; back <= shorter - front; ++back) {
+        if (lineText[lineText.size() - back] != mLastText[mLastText.size() - back]) {
+            break;
+        }
+        colours[lineText.size() - back] = mLastColours[mLastText.size() - back];
+    }
+    return colours;
+}
+
+void Win32ViewFormat::SetColour(std::size_t start, std::size_t end, signed char colour) const {
+    CHARFORMAT2W format = {};
+    format.cbSize = sizeof format;
+    format.dwMask = CFM_COLOR;
+    format.dwEffects = colour == NoColour ? CFE_AUTOCOLOR : 0;
+    format.crTextColor = colour == NoColour ? 0 : mColours[static_cast<std::size_t>(colour)];
+    Select(start, end);
+    SendMessageW(mControl, EM_SETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
+}
+
+void Win32ViewFormat::Select(std::size_t start, std::size_t end) const {
+    CHARRANGE range = {static_cast<LONG>(start), static_cast<LONG>(end)};
+    SendMessageW(mControl, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
+}
+
+std::size_t Win32ViewFormat::FirstInView() const {
+    return static_cast<std::size_t>(SendMessageW(mControl, EM_GETFIRSTVISIBLELINE, 0, 0));
+}
+
+// Rather a few more than one too few.
+std::size_t Win32ViewFormat::LinesInView(std::size_t first) const {
+    constexpr int smallestHeight = 8; // of a line, in pixels
+    RECT client = {};
+    GetClientRect(mControl, &client);
+    int height = 0;
+    if (first + 1 < mLines.Count()) {
+        height = static_cast<int>(TopOf(first + 1) - TopOf(first));
+    }
+    return static_cast<std::size_t>(client.bottom / std::max(height, smallestHeight)) + 2;
+}
+
+} // namespace tessaly

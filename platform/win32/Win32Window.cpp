@@ -1,0 +1,305 @@
+#include "platform/win32/Win32Window.h"
+
+#include "platform/win32/Text.h"
+#include "platform/win32/Win32Handle.h"
+#include "platform/win32/Win32Headers.h"
+#include "platform/win32/Win32Picture.h"
+#include "platform/win32/Win32Raise.h"
+
+#include <algorithm>
+#include <cmath>
+#include <stdexcept>
+
+namespace tessaly {
+
+namespace {
+
+constexpr const wchar_t* ClassName = L"VornMainFrm";
+
+// The size at first, in twips; less on a small screen.
+constexpr float FirstWidth = 14400;
+constexpr float FirstHeight = 10200;
+
+void RegisterWindowClass(WNDPROC procedure) {
+    WNDCLASSEXW windowClass = {};
+    windowClass.cbSize = sizeof windowClass;
+    windowClass.lpfnWndProc = procedure;
+    windowClass.hInstance = GetModuleHandleW(nullptr);
+    windowClass.hIcon = LoadIconW(windowClass.hInstance, MAKEINTRESOURCEW(ProgramIcon));
+    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    windowClass.lpszClassName = ClassName;
+    RegisterClassExW(&windowClass); // fails where it is registered already
+}
+
+int ShiftState() {
+    const auto isDown = [](int key) { return GetKeyState(key) < 0; };
+    return (isDown(VK_SHIFT) ? 1 : 0) + (isDown(VK_CONTROL) ? 2 : 0) + (isDown(VK_MENU) ? 4 : 0);
+}
+
+std::vector<std::string> DroppedFiles(HDROP drop) {
+    std::vector<std::string> paths;
+    const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
+    for (UINT number = 0; number < count; ++number) {
+        std::wstring path(DragQueryFileW(drop, number, nullptr, 0) + 1, L'\0');
+        path.resize(DragQueryFileW(drop, number, path.data(), static_cast<UINT>(path.size())));
+        paths.push_back(ToUtf8(path));
+    }
+    DragFinish(drop);
+    return paths;
+}
+
+} // namespace
+
+Win32Window::Win32Window(Win32EventLoop& loop) : mLoop(loop) {
+    RegisterWindowClass(Procedure);
+    // The procedure finds this object from the first message on.
+    CreateWindowExW(0, ClassName, L"", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
+                    CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, GetModuleHandleW(nullptr), this);
+    if (mHandle == nullptr) {
+        ThrowLastError("CreateWindowEx");
+    }
+    mDpi = WindowDpi(mHandle);
+    mFont = MakeMessageFont(mDpi);
+    SetFirstSize();
+    DragAcceptFiles(mHandle, TRUE);
+    mLoop.mainFilter = [this](MSG& message) { return TakeKey(message); };
+}
+
+Win32Window::~Win32Window() {
+    mIsClosed = true;
+    mLoop.mainFilter = nullptr;
+    if (mHandle != nullptr) {
+        DestroyWindow(mHandle);
+    }
+}
+
+void Win32Window::SetFirstSize() {
+    MONITORINFO monitor = {};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(mHandle, MONITOR_DEFAULTTONEAREST), &monitor);
+    const int screenWidth = monitor.rcWork.right - monitor.rcWork.left;
+    const int screenHeight = monitor.rcWork.bottom - monitor.rcWork.top;
+    const int width = std::min(ToPixels(FirstWidth, mDpi), screenWidth * 9 / 10);
+    const int height = std::min(ToPixels(FirstHeight, mDpi), screenHeight * 9 / 10);
+    RECT rect = {};
+    GetWindowRect(mHandle, &rect);
+    const int left = std::clamp<int>(rect.left, monitor.rcWork.left, monitor.rcWork.right - width);
+    const int top = std::clamp<int>(rect.top, monitor.rcWork.top, monitor.rcWork.bottom - height);
+    SetWindowPos(mHandle, nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+    SizeChanged(SIZE_RESTORED);
+}
+
+void Win32Window::Show() {
+    if (!std::exchange(mIsLoaded, true)) {
+        Raise(onLoad);
+    }
+    if (mIsClosed) {
+        return;
+    }
+    mIsShown = true;
+    ShowWindow(mHandle, SW_SHOWDEFAULT);
+    UpdateWindow(mHandle);
+}
+
+void Win32Window::Unload() {
+    Close();
+}
+
+void Win32Window::SetCaption(std::string_view caption) {
+    mCaption = caption;
+    SetWindowTextW(mHandle, ToWide(caption).c_str());
+}
+
+void Win32Window::SetIcon(const std::string& path) {
+    Win32Icon large = LoadIconFile(path, GetSystemMetrics(SM_CXICON) * mDpi / SystemDpi());
+    Win32Icon small = LoadIconFile(path, GetSystemMetrics(SM_CXSMICON) * mDpi / SystemDpi());
+    if (!large || !small) {
+        throw std::runtime_error("the icon cannot be loaded");
+    }
+    SendMessageW(mHandle, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(large.get()));
+    SendMessageW(mHandle, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small.get()));
+    mLargeIcon = std::move(large);
+    mSmallIcon = std::move(small);
+}
+
+void Win32Window::Add(Win32Child& child) {
+    mChildren.push_back(&child);
+    mFocus.Add(child);
+}
+
+void Win32Window::Remove(Win32Child& child) {
+    std::erase(mChildren, &child);
+    mFocus.Remove(child);
+}
+
+Win32Child* Win32Window::Child(HWND window) const {
+    const auto found = std::find_if(mChildren.begin(), mChildren.end(),
+                                    [window](const Win32Child* child) { return child->Handle() == window; });
+    return found != mChildren.end() ? *found : nullptr;
+}
+
+// Every key in the window is told before the control gets it, and goes to the control that has the focus then.
+bool Win32Window::TakeKey(MSG& message) {
+    const bool isKey = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
+    if (!isKey || (message.hwnd != mHandle && IsChild(mHandle, message.hwnd) == 0)) {
+        return false;
+    }
+    const auto key = static_cast<int>(message.wParam);
+    Raise(onKeyDown, key, ShiftState());
+    if (mIsClosed) {
+        return true;
+    }
+    if (key == VK_F1) {
+        Raise(onHelp);
+    }
+    const HWND focus = GetFocus();
+    if (focus != nullptr && (focus == mHandle || IsChild(mHandle, focus) != 0)) {
+        message.hwnd = focus;
+    }
+    const Win32Child* const child = Child(message.hwnd);
+    const bool isTab = key == VK_TAB && message.message == WM_KEYDOWN && GetKeyState(VK_CONTROL) >= 0;
+    if (!isTab || (child != nullptr && child->TakesTabKey())) {
+        return false;
+    }
+    mFocus.MoveToNextStop(GetKeyState(VK_SHIFT) < 0);
+    return true;
+}
+
+LRESULT CALLBACK Win32Window::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (message == WM_NCCREATE) {
+        const auto* const create = reinterpret_cast<const CREATESTRUCTW*>(lParam);
+        static_cast<Win32Window*>(create->lpCreateParams)->mHandle = window;
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(create->lpCreateParams));
+    }
+    auto* const self = reinterpret_cast<Win32Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (self == nullptr) {
+        return DefWindowProcW(window, message, wParam, lParam);
+    }
+    if (message == WM_NCDESTROY) {
+        self->mHandle = nullptr;
+        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+        return DefWindowProcW(window, message, wParam, lParam);
+    }
+    return self->Message(message, wParam, lParam);
+}
+
+LRESULT Win32Window::Message(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NOTIFY) {
+        NMHDR& header = *reinterpret_cast<NMHDR*>(lParam);
+        Win32Child* const child = Child(header.hwndFrom);
+        return child != nullptr ? child->Notify(header) : 0;
+    }
+    if (message == WM_COMMAND) {
+        Win32Child* const child = lParam != 0 ? Child(reinterpret_cast<HWND>(lParam)) : nullptr;
+        if (child != nullptr) {
+            child->Command(LOWORD(wParam), HIWORD(wParam));
+        } else if (lParam == 0) {
+            Raise(onMenu, static_cast<int>(LOWORD(wParam)));
+        }
+        return 0;
+    }
+    if (message == WM_QUERYENDSESSION) {
+        return TRUE;
+    }
+    return FrameMessage(message, wParam, lParam) ? 0 : DefWindowProcW(mHandle, message, wParam, lParam);
+}
+
+// False for what Windows is to do by itself.
+bool Win32Window::FrameMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_SIZE:
+        SizeChanged(wParam);
+        return true;
+    case WM_DPICHANGED:
+        DpiChanged(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+        return true;
+    case WM_SETFOCUS:
+        mFocus.Return();
+        return true;
+    case WM_DROPFILES:
+        Dropped(reinterpret_cast<HDROP>(wParam));
+        return true;
+    case WM_ENDSESSION: // the process may be gone when this returns
+        if (wParam != 0) {
+            Close();
+        }
+        return true;
+    case WM_CLOSE:
+        Close();
+        return true;
+    case WM_DESTROY:
+        PostQuitMessage(0);
+        return true;
+    case WM_SYSCOLORCHANGE:
+    case WM_THEMECHANGED:
+    case WM_SETTINGCHANGE:
+        ColoursChanged();
+        return false;
+    default:
+        return false;
+    }
+}
+
+// A window that is being minimised keeps its size, and so does one whose resolution alone has changed.
+void Win32Window::SizeChanged(WPARAM kind) {
+    if (kind == SIZE_MINIMIZED) {
+        return;
+    }
+    Raise(onLayOut);
+    RECT rect = {};
+    GetWindowRect(mHandle, &rect);
+    const float width = ToTwips(rect.right - rect.left, mDpi);
+    const float height = ToTwips(rect.bottom - rect.top, mDpi);
+    const float onePixel = mIsRescaling ? ToTwips(2, std::min(mDpi, SystemDpi())) : 0;
+    if (std::abs(width - mWidth) <= onePixel && std::abs(height - mHeight) <= onePixel) {
+        return;
+    }
+    mWidth = width;
+    mHeight = height;
+    if (mIsShown) {
+        Raise(onResize);
+    }
+}
+
+void Win32Window::DpiChanged(int dpi, const RECT& suggested) {
+    mDpi = dpi;
+    Win32Font font = MakeMessageFont(dpi);
+    std::swap(mFont, font); // the controls use the old one until they are told
+    for (Win32Child* const child : mChildren) {
+        child->Rescale();
+    }
+    mIsRescaling = true;
+    SetWindowPos(mHandle, nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
+                 suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    mIsRescaling = false;
+    Raise(onLayOut);
+}
+
+void Win32Window::ColoursChanged() {
+    for (Win32Child* const child : mChildren) {
+        child->ColoursChanged();
+    }
+}
+
+// Told when the drop is over: the program that the files come from waits until then.
+void Win32Window::Dropped(HDROP drop) {
+    for (const std::string& path : DroppedFiles(drop)) {
+        Later([this, path] {
+            if (IsWindowEnabled(mHandle) != 0) {
+                Raise(onFileDropped, path);
+            }
+        });
+    }
+}
+
+// The window is closed before the event, so that closing it again in there raises nothing.
+void Win32Window::Close() {
+    if (std::exchange(mIsClosed, true)) {
+        return;
+    }
+    Raise(onUnload);
+    DestroyWindow(mHandle);
+}
+
+} // namespace tessaly

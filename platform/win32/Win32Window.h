@@ -1,0 +1,81 @@
+// The main window. It owns no control; those that stand in it announce themselves.
+#pragma once
+
+#include "platform/Window.h"
+#include "platform/win32/Win32Child.h"
+#include "platform/win32/Win32EventLoop.h"
+#include "platform/win32/Win32Focus.h"
+#include "platform/win32/Win32Headers.h"
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tessaly {
+
+class Win32Window final : public Window, public Win32Parent {
+public:
+    // Makes the window, which is not shown yet, in a size that suits the screen.
+    explicit Win32Window(Win32EventLoop& loop);
+    Win32Window(const Win32Window&) = delete;
+    Win32Window& operator=(const Win32Window&) = delete;
+    ~Win32Window() override;
+
+    // Window
+    void Show() override;
+    void Unload() override;
+    std::string Caption() const override { return mCaption; }
+    void SetCaption(std::string_view caption) override;
+    float Width() const override { return mWidth; }
+    float Height() const override { return mHeight; }
+    void SetIcon(const std::string& path) override;
+
+    // Win32Parent
+    HWND Handle() const override { return mHandle; }
+    int Dpi() const override { return mDpi; }
+    HFONT Font() const override { return mFont.get(); }
+    void Add(Win32Child& child) override;
+    void Remove(Win32Child& child) override;
+    void FocusCameTo(Win32Child& child) override { mFocus.MovedTo(child); }
+    void Later(std::function<void()> action) override { mLoop.Later(mHandle, std::move(action)); }
+
+    bool IsShown() const { return mIsShown && !mIsClosed; }
+    bool IsClosed() const { return mIsClosed; }
+
+    // What else happens in the window
+    std::function<void()> onHelp;       // F1
+    std::function<void(int id)> onMenu; // a menu item was chosen
+    std::function<void()> onLayOut;     // the client area has another size or resolution
+
+private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    LRESULT Message(UINT message, WPARAM wParam, LPARAM lParam);
+    bool FrameMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    bool TakeKey(MSG& message);
+    void SetFirstSize();
+    void SizeChanged(WPARAM kind);
+    void DpiChanged(int dpi, const RECT& suggested);
+    void ColoursChanged();
+    void Dropped(HDROP drop);
+    void Close();
+    Win32Child* Child(HWND window) const;
+
+    Win32EventLoop& mLoop;
+    HWND mHandle = nullptr;
+    int mDpi = 96;
+    Win32Font mFont;
+    Win32Icon mLargeIcon;
+    Win32Icon mSmallIcon;
+    std::vector<Win32Child*> mChildren;
+    Win32Focus mFocus;
+    std::string mCaption;
+    float mWidth = 0;
+    float mHeight = 0;
+    bool mIsLoaded = false;
+    bool mIsShown = false;
+    bool mIsClosed = false;
+    bool mIsRescaling = false;
+};
+
+} // namespace tessaly

@@ -1,0 +1,29 @@
+// The program on Windows. A second copy ends here without a word.
+#include "app/Module1.h"
+#include "platform/win32/Win32Desktop.h"
+#include "ui/VornMainFrm.h"
+
+#include <exception>
+#include <optional>
+#include <windows.h>
+
+namespace {
+
+// Returns the exit code of the program.
+int Run() {
+    tessaly::Win32Desktop desktop;
+    std::optional<tessaly::VornMainFrm> window;
+    tessaly::StartUp(desktop.App(), [&] { window.emplace(desktop).Show(); });
+    return window ? desktop.Run() : 0;
+}
+
+} // namespace
+
+int WINAPI wWinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, PWSTR /*commandLine*/, int /*show*/) {
+    try {
+        return Run();
+    } catch (const std::exception& error) {
+        MessageBoxA(nullptr, error.what(), "Tessaly", MB_ICONSTOP);
+        return 1;
+    }
+}

@@ -1,0 +1,80 @@
+#include "platform/posix/InstanceLock.h"
+
+#include <array>
+#include <csignal>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <map>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace tessaly {
+namespace {
+
+class InstanceLockTest : public testing::Test {
+protected:
+    InstanceLockTest()
+        : mFolder(std::filesystem::path(testing::TempDir()) / ("lock" + std::to_string(::getpid()))),
+          mPath((mFolder / "new/tessaly.lock").string()) {}
+    ~InstanceLockTest() override { std::filesystem::remove_all(mFolder); }
+
+    std::filesystem::path mFolder;
+    std::string mPath;
+};
+
+TEST_F(InstanceLockTest, TheFirstOneHasItAndTheSecondFindsItTaken) {
+    const InstanceLock first(mPath);
+    EXPECT_FALSE(first.IsTaken());
+    EXPECT_TRUE(InstanceLock(mPath).IsTaken());
+    EXPECT_TRUE(InstanceLock(mPath).IsTaken()) << "asking takes nothing away";
+}
+
+TEST_F(InstanceLockTest, ItIsFreeWhenTheFirstOneHasGone) {
+    { const InstanceLock first(mPath); }
+    EXPECT_FALSE(InstanceLock(mPath).IsTaken());
+}
+
+TEST_F(InstanceLockTest, AnotherProcessHoldsItUntilItIsKilled) {
+    std::array<int, 2> pipe = {-1, -1};
+    ASSERT_EQ(::pipe(pipe.data()), 0);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const InstanceLock held(mPath);
+        const char answer = held.IsTaken() ? 't' : 'h';
+        [[maybe_unused]] const ssize_t written = ::write(pipe[1], &answer, 1);
+        while (true) {
+            ::pause();
+        }
+    }
+    char answer = 0;
+    ASSERT_EQ(::read(pipe[0], &answer, 1), 1);
+    EXPECT_EQ(answer, 'h');
+    EXPECT_TRUE(InstanceLock(mPath).IsTaken());
+    ::kill(child, SIGKILL);
+    ASSERT_EQ(::waitpid(child, nullptr, 0), child);
+    EXPECT_FALSE(InstanceLock(mPath).IsTaken());
+    ::close(pipe[0]);
+    ::close(pipe[1]);
+}
+
+TEST_F(InstanceLockTest, WhereNoFileCanBeMadeNobodyIsThought) {
+    EXPECT_FALSE(InstanceLock("/proc/no/such/tessaly.lock").IsTaken());
+}
+
+TEST(InstanceLockPathTest, EachUserHasHisOwn) {
+    std::map<std::string, std::string> variables = {{"HOME", "/h"}};
+    const Environment environment = [&variables](const std::string& name) {
+        const auto found = variables.find(name);
+        return found != variables.end() ? std::optional(found->second) : std::nullopt;
+    };
+    EXPECT_EQ(InstanceLockPath(environment), "/h/.local/state/tessaly/tessaly.lock");
+    variables["XDG_STATE_HOME"] = "/s";
+    EXPECT_EQ(InstanceLockPath(environment), "/s/tessaly/tessaly.lock");
+    variables["XDG_RUNTIME_DIR"] = "/run/user/7";
+    EXPECT_EQ(InstanceLockPath(environment), "/run/user/7/tessaly.lock");
+    variables["XDG_RUNTIME_DIR"] = "relative";
+    EXPECT_EQ(InstanceLockPath(environment), "/s/tessaly/tessaly.lock");
+}
+
+} // namespace
+} // namespace tessaly

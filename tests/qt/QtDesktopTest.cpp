@@ -1,0 +1,128 @@
+// What only the Linux desktop has: keys as Qt brings them, the language of the help, the output of what is started.
+#include "platform/qt/QtKeys.h"
+#include "tests/qt/QtDriver.h"
+
+#include <QTest>
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+namespace tessaly {
+namespace {
+
+class QtDesktopTest : public testing::Test {
+protected:
+    QtDriver user{Launch{}};
+};
+
+int Virtual(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    return VirtualKey(QKeyEvent(QEvent::KeyPress, key, modifiers));
+}
+
+TEST(QtKeysTest, KeysHaveTheNumbersOfWindows) {
+    EXPECT_EQ(Virtual(Qt::Key_F1), 112);
+    EXPECT_EQ(Virtual(Qt::Key_F10), 121);
+    EXPECT_EQ(Virtual(Qt::Key_F24), 135);
+    EXPECT_EQ(Virtual(Qt::Key_A), 'A');
+    EXPECT_EQ(Virtual(Qt::Key_9), '9');
+    EXPECT_EQ(Virtual(Qt::Key_9, Qt::KeypadModifier), 105);
+    EXPECT_EQ(Virtual(Qt::Key_Backtab, Qt::ShiftModifier), 9);
+    EXPECT_EQ(Virtual(Qt::Key_Enter), 13);
+    EXPECT_EQ(Virtual(Qt::Key_Delete), 46);
+    EXPECT_EQ(Virtual(Qt::Key_Udiaeresis), 255);
+    EXPECT_EQ(ShiftState(Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier), 7);
+}
+
+TEST_F(QtDesktopTest, F10IsAKeyLikeAnyOther) {
+    user.Qt().AddMenu(nullptr, "mnuFile");
+    user.Qt().window.Show();
+    std::vector<int> keys;
+    user.Qt().window.onKeyDown = [&keys](int key, int) { keys.push_back(key); };
+    user.PressKey(KeyF10, 0);
+    user.PressKey(KeyF10, 1);
+    EXPECT_EQ(std::count(keys.begin(), keys.end(), KeyF10), 2);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
+TEST_F(QtDesktopTest, KeysInAnOpenMenuAreTheMenus) {
+    MenuItem& file = user.Qt().AddMenu(nullptr, "mnuFile");
+    user.Qt().AddMenu(&file, "mnuOpen");
+    user.Qt().window.Show();
+    int keys = 0;
+    user.Qt().window.onKeyDown = [&keys](int, int) { ++keys; };
+    QMenu& menu = static_cast<QtMenuItem&>(file).DropDown();
+    menu.popup(user.Qt().frame.pos());
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+    user.PressKey(KeyF5, 0);
+    EXPECT_EQ(keys, 0);
+    menu.close();
+    user.PressKey(KeyF5, 0);
+    EXPECT_EQ(keys, 1);
+}
+
+TEST_F(QtDesktopTest, APressOfAToolBarButtonLeavesTheFocusInThePane) {
+    user.Qt().window.Show();
+    user.Qt().toolBar.AddButton(1, "Add");
+    user.ClickPane();
+    int lost = 0;
+    user.Qt().pane.onLostFocus = [&lost] { ++lost; };
+    user.PressButton(1);
+    EXPECT_EQ(lost, 0);
+}
+
+TEST_F(QtDesktopTest, AHelpFolderIsOpenedInTheLanguageOfTheProgramOrAsItIs) {
+    const std::string folder = user.FilePath("help");
+    std::filesystem::create_directories(folder + "/de");
+    std::ofstream(folder + "/de/index.html") << "";
+    user.Qt().app.SetHelpFile(folder);
+    std::string language = "de";
+    user.Qt().app.helpLanguage = [&language] { return language; };
+    user.Qt().app.OpenHelp();
+    language = "fr";
+    user.Qt().app.OpenHelp();
+    user.Qt().app.SetHelpFile(folder + "/de/index.html");
+    user.Qt().app.OpenHelp();
+    EXPECT_EQ(user.HelpOpened(),
+              (std::vector<std::string>{folder + "/de/index.html", folder + "/index.html", folder + "/de/index.html"}));
+}
+
+TEST_F(QtDesktopTest, WhatAProcessWritesComesUpInAWindowWithoutTakingTheFocus) {
+    user.Qt().window.Show();
+    const std::string program = user.FilePath("writes");
+    std::ofstream(program) << "#!/bin/sh\necho \"for $1\"\necho mistake >&2\n";
+    ASSERT_EQ(::chmod(program.c_str(), 0700), 0);
+    user.Qt().app.StartProcess(program + " \"a b\"", MaximizedWithFocus);
+    ASSERT_NE(user.Qt().output, nullptr);
+    QPlainTextEdit& output = user.Qt().output->Widget();
+    EXPECT_TRUE(QTest::qWaitFor([&output] { return output.toPlainText() == "for a b\nmistake\n"; }, 20000));
+    EXPECT_TRUE(output.isVisible());
+    EXPECT_TRUE(output.testAttribute(Qt::WA_ShowWithoutActivating));
+    user.Qt().app.StartProcess(user.StartableCommand(), MaximizedWithFocus);
+    EXPECT_FALSE(output.isVisible()) << "nothing was written this time";
+    EXPECT_EQ(output.toPlainText(), "");
+}
+
+TEST_F(QtDesktopTest, ATitleOfADialogIsNeverTheNameOfTheProgram) {
+    const std::unique_ptr<SplashWindow> splash = user.Qt().NewSplashWindow();
+    splash->SetCaption("");
+    splash->onKeyPress = [&splash] { splash->Hide(); };
+    QString title;
+    user.WillUseSplash([&title](SplashWindowUser& window) {
+        title = QApplication::activeModalWidget()->windowTitle();
+        window.PressKey();
+    });
+    user.Qt().window.Show();
+    splash->ShowModal();
+    EXPECT_EQ(title, " ");
+}
+
+TEST_F(QtDesktopTest, TheWindowIsNeverLargerThanTheScreen) {
+    const QSize screen = user.Qt().frame.screen()->availableSize();
+    EXPECT_LE(user.Qt().frame.width(), screen.width());
+    EXPECT_LE(user.Qt().frame.height(), screen.height());
+}
+
+} // namespace
+} // namespace tessaly

@@ -1,0 +1,197 @@
+// A dialog is answered from within its own event loop, as soon as it is shown.
+#include "tests/qt/QtDialogUser.h"
+
+#include "platform/qt/QtModalWindows.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QWindow>
+#include <gtest/gtest.h>
+
+namespace tessaly {
+
+namespace {
+
+void Key(const QWidget& window, Qt::Key key, const QString& text = {}) {
+    QTest::sendKeyEvent(QTest::Click, window.windowHandle(), key, text, Qt::NoModifier);
+}
+
+void Click(QWidget& widget) {
+    const QWidget& window = *widget.window();
+    QTest::mouseClick(window.windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                      widget.mapTo(&window, widget.rect().center()));
+}
+
+QMessageBox::StandardButton ButtonOf(MsgResult result) {
+    switch (result) {
+    case MsgResult::Yes:
+        return QMessageBox::Yes;
+    case MsgResult::No:
+        return QMessageBox::No;
+    case MsgResult::Cancel:
+        return QMessageBox::Cancel;
+    case MsgResult::Ok:
+        break;
+    }
+    return QMessageBox::Ok;
+}
+
+SeenMessageBox See(const QMessageBox& box) {
+    const QMessageBox::StandardButtons buttons = box.standardButtons();
+    const MsgButtons seen = buttons == QMessageBox::Ok                        ? MsgButtons::Ok
+                            : buttons == (QMessageBox::Yes | QMessageBox::No) ? MsgButtons::YesNo
+                                                                              : MsgButtons::YesNoCancel;
+    const MsgIcon icon = box.icon() == QMessageBox::Critical      ? MsgIcon::Stop
+                         : box.icon() == QMessageBox::Question    ? MsgIcon::Question
+                         : box.icon() == QMessageBox::Warning     ? MsgIcon::Exclamation
+                         : box.icon() == QMessageBox::Information ? MsgIcon::Information
+                                                                  : MsgIcon::None;
+    return {FromQt(box.text()), FromQt(box.windowTitle()), seen, icon};
+}
+
+// The description and the pattern of one of Qt's name filters.
+QPair<QString, QString> SplitFilter(const QString& filter) {
+    const qsizetype open = filter.lastIndexOf(u'(');
+    return {filter.left(open).trimmed(), filter.mid(open + 1, filter.size() - open - 2)};
+}
+
+class NameUser final : public NameWindowUser {
+public:
+    explicit NameUser(QtDialog& dialog) : mDialog(dialog) {}
+
+    void Type(std::string_view text) override {
+        for (const QChar character : ToQt(text)) {
+            Key(mDialog, Qt::Key_unknown, character);
+        }
+    }
+    void PressOk() override { Click(*Buttons().button(QDialogButtonBox::Ok)); }
+    void PressCancel() override { Click(*Buttons().button(QDialogButtonBox::Cancel)); }
+    void PressEnter() override { Key(mDialog, Qt::Key_Return, QStringLiteral("\r")); }
+    void PressEscape() override { Key(mDialog, Qt::Key_Escape); }
+    void CloseByFrame() override { mDialog.close(); }
+    bool IsShown() const override { return mDialog.isVisible(); }
+    std::string Caption() const override { return FromQt(mDialog.windowTitle()); }
+
+private:
+    QDialogButtonBox& Buttons() { return *mDialog.findChild<QDialogButtonBox*>(); }
+
+    QtDialog& mDialog;
+};
+
+class SplashUser final : public SplashWindowUser {
+public:
+    explicit SplashUser(QtDialog& dialog) : mDialog(dialog) {}
+
+    void PressKey() override { Key(mDialog, Qt::Key_A, QStringLiteral("a")); }
+    void ClickFrame() override { Click(*mDialog.findChild<QFrame*>()); }
+    void CloseByFrame() override { mDialog.close(); }
+    bool IsShown() const override { return mDialog.isVisible(); }
+
+private:
+    QtDialog& mDialog;
+};
+
+} // namespace
+
+QtDialogUser::QtDialogUser() {
+    qApp->installEventFilter(this);
+}
+
+bool QtDialogUser::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::Show) {
+        if (QPointer<QMessageBox> box = dynamic_cast<QMessageBox*>(object)) {
+            QTimer::singleShot(0, this, [this, box] { box ? Answer(*box) : void(); });
+        } else if (QPointer<QFileDialog> files = dynamic_cast<QFileDialog*>(object)) {
+            QTimer::singleShot(0, this, [this, files] { files ? Answer(*files) : void(); });
+        } else if (QPointer<QtDialog> dialog = dynamic_cast<QtDialog*>(object)) {
+            QTimer::singleShot(0, this, [this, dialog] { dialog ? Answer(*dialog) : void(); });
+        }
+    }
+    return QObject::eventFilter(object, event);
+}
+
+void QtDialogUser::Answer(QMessageBox& box) {
+    mSeenBoxes.push_back(See(box));
+    const SeenMessageBox seen = mSeenBoxes.back();
+    const QPointer<QMessageBox> shown(&box);
+    while (shown && shown->isVisible()) {
+        std::optional<MsgResult> answer;
+        if (!mAnswers.empty()) {
+            answer = mAnswers.front();
+            mAnswers.pop_front();
+        } else if (decide) {
+            answer = decide(seen);
+        } else {
+            ADD_FAILURE() << "a message box without a prepared answer: " << seen.text;
+            box.done(QMessageBox::Cancel);
+            return;
+        }
+        if (!answer) {
+            Key(box, Qt::Key_Escape);
+            if (shown && shown->isVisible()) {
+                box.close();
+            }
+        } else if (QAbstractButton* const button = box.button(ButtonOf(*answer))) {
+            Click(*button);
+        } else {
+            ADD_FAILURE() << "a press of a button that the message box has not: " << seen.text;
+        }
+    }
+}
+
+void QtDialogUser::Answer(QFileDialog& dialog) {
+    auto* const nameBox = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    SeenFileDialog seen;
+    seen.isSave = dialog.acceptMode() == QFileDialog::AcceptSave;
+    seen.fileName = FromQt(nameBox->text());
+    for (const QString& filter : dialog.nameFilters()) {
+        const auto [description, pattern] = SplitFilter(filter);
+        seen.filters.push_back(FromQt(description));
+        if (description == dialog.selectedNameFilter()) {
+            seen.pattern = FromQt(pattern);
+        }
+    }
+    mSeenFiles.push_back(seen);
+    if (mFiles.empty()) {
+        ADD_FAILURE() << "a file dialog without a prepared answer";
+        dialog.reject();
+        return;
+    }
+    const std::optional<std::string> answer = mFiles.front();
+    mFiles.pop_front();
+    if (!answer) {
+        Key(dialog, Qt::Key_Escape);
+        return;
+    }
+    nameBox->setText(ToQt(*answer));
+    Q_EMIT nameBox->textEdited(nameBox->text()); // what is selected in the list gives way to what is typed
+    Key(dialog, Qt::Key_Return, QStringLiteral("\r"));
+}
+
+void QtDialogUser::Answer(QtDialog& dialog) {
+    if (dialog.findChild<QLineEdit*>() != nullptr && !mNames.empty()) {
+        const auto script = std::move(mNames.front());
+        mNames.pop_front();
+        NameUser user(dialog);
+        script(user);
+    } else if (dialog.findChild<QLineEdit*>() == nullptr && !mSplashes.empty()) {
+        const auto script = std::move(mSplashes.front());
+        mSplashes.pop_front();
+        SplashUser user(dialog);
+        script(user);
+    } else {
+        ADD_FAILURE() << "a modal window without a prepared script";
+    }
+    if (dialog.isVisible()) {
+        ADD_FAILURE() << "a modal window that its script left open";
+        dialog.hide();
+    }
+}
+
+} // namespace tessaly

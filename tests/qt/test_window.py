@@ -1,0 +1,167 @@
+"""What a user does with the window, from outside: keys in, files out."""
+
+import os
+import shutil
+import signal
+import subprocess
+
+from conftest import EXAMPLE, until
+
+
+
+def open_by_menu(program, path):
+    program.key("alt+f", "p")
+    program.wait_for("Open")
+    program.type(str(path))
+    program.key("Return")
+    program.wait_for("Tessaly")
+
+
+def test_a_block_is_opened_edited_built_and_run(home, start, picture):
+    block = home / "a b.PSF"
+    shutil.copy(EXAMPLE / "Blink.PSF", block)
+    program = start()
+    program.wait_for("Tessaly")
+    open_by_menu(program, block)
+    picture("opened")
+
+    program.key("F2", "Home")  # the references
+    program.key("F3", "ctrl+Home")
+    program.type("int typed;\n")
+    program.key("F2", "End")  # the last event, which stores them
+    program.key("F5")
+    program.wait_for("Add Function")
+    program.type("1")
+    program.key("Return")
+    program.wait_for("Function Name Error")
+    picture("bad-name")
+    program.key("Return")
+    program.wait_for("Add Function")
+    program.key("BackSpace")
+    program.type("Added")
+    picture("name")
+    program.key("Return")
+    program.wait_for("Tessaly")
+    picture("added")
+
+    program.key("F10")
+    program.wait_for("Save As")
+    picture("save-question")
+    program.key("Return")
+    built = home / "a b.out"
+    until(built.exists, "the program block")
+    text = block.read_text("cp1252")
+    assert "int typed;" in text and "void Added(void)" in text
+    assert "int typed;" in (home / ".cache/tessaly/program.c").read_text("cp1252")
+    until(lambda: os.access(built, os.X_OK), "a program block that can be run")
+    done = subprocess.run([built, EXAMPLE / "Blink.events"], capture_output=True, text=True, timeout=30, check=False)
+    assert done.stdout == (EXAMPLE / "Blink.expected").read_text()
+
+    program.wait_for("Tessaly")
+    program.key("alt+F4")
+    assert program.wait_for_end() == 0
+
+
+def test_a_mistake_comes_up_in_a_window_and_stands_in_the_log(home, start, picture):
+    block = home / "wrong.PSF"
+    block.write_bytes((EXAMPLE / "Blink.PSF").read_bytes().replace(b"[GVars]\r\n", b"[GVars]\r\nint = 1;\r\n"))
+    program = start(block)
+    program.wait_for("Tessaly")
+    program.key("F10")
+    log = home / ".local/state/tessaly/build.log"
+    until(lambda: program.windows("build.log$"), "the window with the compiler's output")
+    until(lambda: "error" in log.read_text(), "the mistake in the log")
+    program.wait_for("Tessaly")  # it still has the keyboard
+    picture("mistake")
+
+
+def test_a_second_copy_ends_silently_and_a_killed_one_leaves_no_lock(start):
+    first = start()
+    first.wait_for("Tessaly")
+    assert start().wait_for_end() == 0
+    assert first.process.poll() is None
+    first.process.send_signal(signal.SIGKILL)
+    first.wait_for_end()
+    again = start()
+    again.wait_for("Tessaly")
+    assert again.process.poll() is None
+
+
+def test_the_language_is_kept_for_the_next_start_and_so_is_the_file(home, start, picture):
+    own = home / ".config/tessaly/settings.reg"
+    own.parent.mkdir(parents=True)
+    before = "Windows Registry Editor Version 5.00\r\n; mine\r\n[HKCU\\Else]\r\n\"a\"=\"b\"\r\n"
+    own.write_bytes(before.encode())
+    program = start(EXAMPLE / "Blink.PSF")
+    program.wait_for("Tessaly")
+    program.key("alt+l", "g")
+    program.key("F1")
+    opened = home / "opened"
+    until(opened.exists, "the help")
+    until(lambda: opened.read_text().endswith("\n"), "the path of the help")
+    assert opened.read_text() == f"{home}/help/de/index.html\n"
+    picture("german")
+    program.key("alt+d", "Up")
+    picture("german-menu")
+    program.key("Return")  # Beenden
+    assert program.wait_for_end() == 0
+    after = own.read_bytes().decode()
+    assert after.startswith(before) and '"Language"=dword:00000001' in after
+    opened.unlink()
+    program = start()
+    program.wait_for("Tessaly")
+    program.key("F1")
+    until(opened.exists, "the help")
+    assert "/help/de/" in until(opened.read_text, "the path of the help")
+
+
+def test_without_any_settings_the_message_comes_and_the_program_goes_on(home, start, picture):
+    (home / "system/tessaly/settings.reg").unlink()
+    program = start()
+    program.wait_for("Error")
+    picture("no-settings")
+    program.key("Return")
+    program.wait_for("Tessaly")
+    program.key("alt+F4")
+    assert program.wait_for_end() == 0
+
+
+def test_closing_by_the_frame_with_edits_asks_and_saves(home, start):
+    block = home / "edit.PSF"
+    shutil.copy(EXAMPLE / "Blink.PSF", block)
+    program = start(block)
+    program.wait_for("Tessaly")
+    program.key("F2", "Home", "F3", "ctrl+Home")
+    program.type("int kept;")
+    program.key("alt+F4")
+    program.wait_for("Save Dialog")
+    program.key("Return")
+    assert program.wait_for_end() == 0
+    assert "int kept;" in block.read_text("cp1252")
+
+
+def test_pictures_of_a_dark_theme_and_of_200_percent(home, start, picture):
+    colours = home / "dark/kdeglobals"
+    colours.parent.mkdir()
+    view = "BackgroundNormal=27,30,32\nForegroundNormal=252,252,252\n"
+    other = "BackgroundNormal=42,46,50\nForegroundNormal=252,252,252\n"
+    selected = "BackgroundNormal=61,174,233\nForegroundNormal=252,252,252\n"
+    colours.write_text(f"[Colors:View]\n{view}[Colors:Window]\n{other}[Colors:Button]\n{other}"
+                       f"[Colors:Selection]\n{selected}")
+    for name, variables in {
+        "light": {},
+        "dark": {"XDG_CONFIG_HOME": str(colours.parent), "XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true",
+                 "KDE_SESSION_VERSION": "5"},
+        "200": {"QT_SCALE_FACTOR": "2"},
+    }.items():
+        program = start(EXAMPLE / "Blink.PSF", **variables)
+        program.wait_for("Tessaly")
+        program.key("F2", "Up", "Up")
+        picture(name)
+        program.key("alt+h", "Up", "Return")
+        until(lambda p=program: len(p.windows()) > 1, "the About box")
+        picture(f"{name}-about")
+        program.key("space")
+        program.wait_for("Tessaly")
+        program.key("alt+F4")
+        assert program.wait_for_end() == 0

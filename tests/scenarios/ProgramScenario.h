@@ -1,0 +1,122 @@
+// The whole program on any desktop; the test is its user. Each desktop instantiates this beside its contract tests.
+#pragma once
+
+#include "app/Settings.h"
+#include "tests/PsfBuilder.h"
+#include "tests/contract/DesktopContract.h"
+#include "tests/scenarios/MenuKeeper.h"
+#include "ui/VornMainFrm.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tessaly {
+
+class ProgramScenario : public DesktopContract {
+protected:
+    // Starts the program with the settings of a good installation.
+    void StartProgram(std::uint32_t language = 0) {
+        SetSetting(CompBatSetting, user->StartableCommand());
+        SetSetting(CompFileNameSetting, CFile());
+        SetSetting(HelpSetting, user->FilePath("help"));
+        SetValue(LanguageSetting, Registry::DwordType, {static_cast<char>(language), '\0', '\0', '\0'});
+        mDesktop = std::make_unique<MenuKeeper>(TheDesktop());
+        program = std::make_unique<VornMainFrm>(*mDesktop);
+        program->Show();
+        user->Settle();
+    }
+
+    void TearDown() override {
+        program.reset();
+        mDesktop.reset();
+        user.reset();
+    }
+
+    void SetSetting(std::string_view name, const std::string& value) {
+        SetValue(name, Registry::StringType, value + std::string(1, '\0'));
+    }
+
+    void SetValue(std::string_view name, std::uint32_t type, const std::string& bytes) {
+        Registry& settings = TheDesktop().Settings();
+        Registry::Handle key = 0;
+        ASSERT_EQ(settings.CreateKey(Registry::LocalMachine, SettingsKey, Registry::SetAccess, key), 0);
+        ASSERT_EQ(settings.SetValue(key, name, type, bytes), 0);
+        settings.CloseKey(key);
+    }
+
+    std::string CFile() const { return user->FilePath("program.c"); }
+
+    // A good file with two functions.
+    static std::string GoodPsf() {
+        return Psf(" 2", "One,Two",
+                   PsfFunction("One", "void One()\r\n{\r\n}") + PsfFunction("Two", "void Two()\r\n{\r\n}"));
+    }
+
+    void WriteFile(const std::string& path, const std::string& bytes) {
+        const std::unique_ptr<OutputFile> file = TheDesktop().Files().OpenForOutput(path);
+        file->Write(bytes);
+        file->Close();
+    }
+
+    std::string ReadFile(const std::string& path) {
+        const std::unique_ptr<InputFile> file = TheDesktop().Files().OpenForInput(path);
+        std::string bytes;
+        std::string buffer(4096, '\0');
+        while (const std::size_t count = file->Read(buffer.data(), buffer.size())) {
+            bytes.append(buffer, 0, count);
+        }
+        return bytes;
+    }
+
+    // Chooses a file that holds `bytes` in File/Open.
+    void Open(const std::string& name, const std::string& bytes) {
+        WriteFile(user->FilePath(name), bytes);
+        user->WillChooseFile(user->FilePath(name));
+        Choose("mnuOpenPSF");
+    }
+
+    void Choose(std::string_view menu) { user->ChooseMenu(mDesktop->Menu(menu)); }
+
+    void Click(std::string_view key) { user->ClickItem(Tree().Find(key)); }
+
+    // Clicks an item, then into the pane, and types there at the beginning.
+    void Write(std::string_view key, std::string_view text) {
+        Click(key);
+        user->ClickPane();
+        user->SetCaret(0);
+        user->Type(text);
+    }
+
+    // Adds a function with F5.
+    void AddFunction(const std::string& name) {
+        user->WillUseName([name](NameWindowUser& dialog) {
+            dialog.Type(name);
+            dialog.PressOk();
+        });
+        user->PressKey(KeyF5, 0);
+    }
+
+    std::string Panel(int number) { return TheDesktop().StatusBar1().PanelText(number); }
+    std::string CurrentKey() { return Tree().Key(program->mCurrentNode); }
+
+    // The function items of the tree, in its order.
+    Strings FunctionItems() {
+        Strings names;
+        for (std::int32_t index = 1; index <= Tree().Count(); ++index) {
+            const TreeItem parent = Tree().Parent(Tree().At(index));
+            if (parent != TreeItem::None && Tree().Key(parent) == "_0f") {
+                names.push_back(Tree().Text(Tree().At(index)));
+            }
+        }
+        return names;
+    }
+
+    std::unique_ptr<VornMainFrm> program;
+
+private:
+    std::unique_ptr<MenuKeeper> mDesktop;
+};
+
+} // namespace tessaly

@@ -1,0 +1,245 @@
+// Whole pieces of work, as a user does them on a desktop. What the program does in every detail is tested on the
+// desktop in memory alone; here it has to get on with real controls.
+#include "tests/scenarios/ProgramScenario.h"
+
+namespace tessaly {
+namespace {
+
+TEST_P(ProgramScenario, AProgramBlockIsWrittenFromNothingAndBuilt) {
+    StartProgram();
+    Choose("mnuNewPSF");
+    Write("_0v", "int count;");
+    Click("_0f");
+    user->WillUseName([](NameWindowUser& dialog) {
+        dialog.Type("Blink");
+        dialog.PressEnter();
+    });
+    user->PressButton(1);
+    user->PressKey(KeyF3, 0);
+    user->SetCaret(user->PaneShown().find('{') + 2);
+    user->Type("    count++;");
+    Write("_0e6", "/* on a timer */");
+    user->WillPress(MsgResult::Yes);
+    user->WillChooseFile(user->FilePath("Blink.PSF"));
+    user->PressKey(KeyF10, 0);
+
+    const std::string code = ReadFile(CFile());
+    EXPECT_NE(code.find("int count;/* ... include ... */"), std::string::npos);
+    EXPECT_NE(code.find("\r\nvoid Blink(void);\r\n"), std::string::npos);
+    EXPECT_NE(code.find("{\n    count++;\n}\r\n"), std::string::npos);
+    EXPECT_NE(code.find("/* on a timer */void OnTimer(uint timerid)\n"), std::string::npos);
+    const std::vector<SeenProcessStart> starts = user->Starts();
+    ASSERT_EQ(starts.size(), 1U);
+    EXPECT_EQ(starts[0].commandLine, user->StartableCommand() + " \"" + user->FilePath("Blink.out") + "\"");
+    EXPECT_EQ(Panel(2), "Compilation Complete!");
+    EXPECT_FALSE(program->FuncBodyChangedFlag);
+}
+
+TEST_P(ProgramScenario, WhatWasSavedIsOpenedAgain) {
+    StartProgram();
+    Write("_0v", "int count;\tx");
+    user->PressEnter();
+    Click("_0f"); // or F5 would not store what was typed
+    AddFunction("Blink");
+    user->WillChooseFile(user->FilePath("a b.PSF"));
+    Choose("mnuSaveAsPSF");
+    Choose("mnuNewPSF");
+    EXPECT_EQ(FunctionItems(), Strings{});
+    user->WillChooseFile(user->FilePath("a b.PSF"));
+    Choose("mnuOpenPSF");
+    EXPECT_EQ(FunctionItems(), Strings{"Blink"});
+    Click("Blink");
+    EXPECT_EQ(Pane().Text(), "void Blink(void)\n{\n\n}\r\n");
+    Click("_0v");
+    EXPECT_TRUE(Pane().Text().starts_with("int count;\tx\r\n"));
+}
+
+TEST_P(ProgramScenario, ASecondFileIsOpenedAfterSavingTheFirst) {
+    StartProgram();
+    Open("first.PSF", GoodPsf());
+    Write("One", "/* kept */");
+    user->WillPress(MsgResult::Yes);
+    Open("second.PSF", Psf(" 1", "Other", PsfFunction("Other", "void Other()\r\n{\r\n}")));
+    EXPECT_NE(ReadFile(user->FilePath("first.PSF")).find("FuncBody=/* kept */void One()"), std::string::npos);
+    EXPECT_EQ(FunctionItems(), Strings{"Other"});
+    EXPECT_EQ(program->mLastOpenedFile, user->FilePath("second.PSF"));
+}
+
+TEST_P(ProgramScenario, OpeningASecondFileIsCancelledAtTheQuestion) {
+    StartProgram();
+    Open("first.PSF", GoodPsf());
+    Write("One", "/* kept */");
+    user->WillPress(MsgResult::Cancel);
+    Choose("mnuOpenPSF");
+    EXPECT_EQ(FunctionItems(), (Strings{"One", "Two"}));
+    EXPECT_TRUE(program->FuncBodyChangedFlag);
+    EXPECT_EQ(CurrentKey(), "One");
+}
+
+TEST_P(ProgramScenario, OnlyTheUsersEditsInThePaneCountAsEdits) {
+    StartProgram();
+    Open("a.PSF", GoodPsf());
+    for (const std::string_view key : {"_0v", "One", "_0e1", "_0e", "_0f", "Two"}) {
+        Click(key);
+    }
+    user->PressKey(KeyF3, 0);
+    user->PressKey(KeyF2, 0);
+    EXPECT_FALSE(program->FuncBodyChangedFlag);
+    user->PressKey(KeyF3, 0);
+    user->Type("x");
+    EXPECT_TRUE(program->FuncBodyChangedFlag);
+}
+
+TEST_P(ProgramScenario, FFourDeletesAndFFiveAddsFromEveryTreeItem) {
+    StartProgram();
+    Open("a.PSF", GoodPsf());
+    Strings keys;
+    for (std::int32_t index = 1; index <= Tree().Count(); ++index) {
+        keys.push_back(Tree().Key(Tree().At(index)));
+    }
+    for (const std::string& key : keys) {
+        SCOPED_TRACE(key);
+        Click(key);
+        const bool isFunction = key == "One" || key == "Two";
+        if (isFunction) {
+            user->WillPress(MsgResult::Yes);
+        }
+        const std::size_t boxes = user->MessageBoxes().size();
+        user->PressKey(KeyF4, 0);
+        EXPECT_EQ(user->MessageBoxes().size() - boxes, isFunction ? 1U : 0U);
+        AddFunction("Added" + std::to_string(FunctionItems().size()) + key.substr(key.size() - 1) + "x");
+        EXPECT_EQ(Tree().Key(Tree().Parent(program->mCurrentNode)), "_0f");
+        EXPECT_EQ(Tree().Selected(), program->mCurrentNode);
+    }
+    EXPECT_EQ(FunctionItems().size(), keys.size());
+}
+
+TEST_P(ProgramScenario, ABadNameKeepsTheDialogUntilItIsMended) {
+    StartProgram();
+    for (int box = 0; box < 2; ++box) {
+        user->WillPress(MsgResult::Ok);
+    }
+    bool wasShownBetween = false;
+    user->WillUseName([&](NameWindowUser& dialog) {
+        dialog.Type("1");
+        dialog.PressEnter();
+        wasShownBetween = dialog.IsShown();
+        dialog.PressOk();
+        dialog.PressCancel();
+    });
+    user->PressKey(KeyF5, 0);
+    EXPECT_TRUE(wasShownBetween);
+    EXPECT_EQ(user->MessageBoxes().size(), 2U);
+    EXPECT_EQ(user->MessageBoxes().back().caption, "Function Name Error");
+    EXPECT_EQ(FunctionItems(), Strings{});
+}
+
+TEST_P(ProgramScenario, ClosingWithUnsavedEditsAsksOnceAndClosesWhateverIsAnswered) {
+    for (const MsgResult answer : {MsgResult::Yes, MsgResult::No, MsgResult::Cancel}) {
+        TearDown();
+        Start({});
+        StartProgram();
+        Open("a.PSF", GoodPsf());
+        Write("_0v", "/* edit */");
+        user->WillPress(answer);
+        user->CloseByUser();
+        EXPECT_TRUE(user->HasEnded());
+        EXPECT_EQ(user->MessageBoxes().size(), 1U);
+        const bool isSaved = ReadFile(user->FilePath("a.PSF")).find("/* edit */int x;") != std::string::npos;
+        EXPECT_EQ(isSaved, answer == MsgResult::Yes);
+    }
+}
+
+TEST_P(ProgramScenario, ExitGoesOnOrStaysAsIsAnswered) {
+    StartProgram();
+    Open("a.PSF", GoodPsf());
+    Write("_0v", "/* edit */");
+    user->WillPress(MsgResult::Cancel);
+    Choose("mnuExit");
+    EXPECT_FALSE(user->HasEnded());
+    EXPECT_EQ(Panel(2), "Command canceled!");
+    user->WillPress(MsgResult::No);
+    Choose("mnuExit");
+    EXPECT_TRUE(user->HasEnded());
+    EXPECT_EQ(ReadFile(user->FilePath("a.PSF")), GoodPsf());
+}
+
+TEST_P(ProgramScenario, ABuildThatCannotBeStartedLeavesTheStatusBarAlone) {
+    StartProgram();
+    Open("a.PSF", GoodPsf());
+    program->mCompBat = user->UnstartableCommand();
+    Choose("mnuBuildExe");
+    EXPECT_EQ(Panel(2), "File was opened successfully!");
+    EXPECT_TRUE(user->Starts().empty());
+    EXPECT_TRUE(user->MessageBoxes().empty());
+}
+
+TEST_P(ProgramScenario, TheLanguageChangesEverythingAtOnce) {
+    StartProgram();
+    Open("a.PSF", GoodPsf());
+    Click("One");
+    Choose("mnuGerman");
+    EXPECT_EQ(TheDesktop().FuncLabel().Caption(), "Funktionen");
+    user->WillPress(MsgResult::Ok);
+    Choose("mnuHelpHotKeys");
+    EXPECT_TRUE(user->MessageBoxes().back().text.starts_with("<F2>\tCode Anzeige selektieren\n"));
+    Choose("mnuEnglish");
+    EXPECT_EQ(TheDesktop().FuncLabel().Caption(), "Function Code");
+}
+
+TEST_P(ProgramScenario, AResizeStoresThePaneAndKeepsProportions) {
+    StartProgram();
+    Write("_0v", "x");
+    const Extent before = Pane().GetExtent();
+    const float width = MainWindow().Width();
+    user->Resize(width - 1500, MainWindow().Height());
+    EXPECT_TRUE(program->mSourceDoc->VarCode().starts_with("x"));
+    EXPECT_FLOAT_EQ(Pane().GetExtent().width, before.width * (width - 1500) / width);
+    EXPECT_EQ(Pane().GetExtent().height, before.height);
+}
+
+TEST_P(ProgramScenario, TheAboutBoxGoesAtAKeyAndAtAClick) {
+    StartProgram();
+    for (int showing = 0; showing < 2; ++showing) {
+        user->WillUseSplash([showing](SplashWindowUser& splash) {
+            EXPECT_TRUE(splash.IsShown());
+            showing == 0 ? splash.PressKey() : splash.ClickFrame();
+            EXPECT_FALSE(splash.IsShown());
+        });
+        Choose("mnuAbout");
+    }
+}
+
+TEST_P(ProgramScenario, TheHelpCommandOpensTheHelpOfTheSettings) {
+    StartProgram();
+    Choose("mnuOpenHelp");
+    user->Settle();
+    EXPECT_EQ(user->HelpOpened(), Strings{user->FilePath("help")});
+}
+
+TEST_P(ProgramScenario, ADroppedFileIsOpened) {
+    StartProgram();
+    WriteFile(user->FilePath("dropped.PSF"), GoodPsf());
+    user->DropFile(user->FilePath("dropped.PSF"));
+    EXPECT_EQ(FunctionItems(), (Strings{"One", "Two"}));
+    EXPECT_EQ(program->mLastOpenedFile, user->FilePath("dropped.PSF"));
+}
+
+TEST_P(ProgramScenario, EditsInManyPlacesAreAllStored) {
+    StartProgram();
+    Open("a.PSF", GoodPsf());
+    for (const std::string_view key : {"One", "_0e1", "Two", "_0v", "_0e8"}) {
+        Write(key, "/*");
+        user->Type(key);
+        user->Type("*/");
+    }
+    Choose("mnuSavePSF");
+    const std::string saved = ReadFile(user->FilePath("a.PSF"));
+    for (const std::string text : {"/*One*/void One()\r\n{\r\n}\r\n", "/*_0e1*/OnError text", "/*Two*/void Two()",
+                                   "[GVars]\r\n/*_0v*/int x;", "/*_0e8*/OnSerial text"}) {
+        EXPECT_NE(saved.find(text), std::string::npos) << text;
+    }
+}
+
+} // namespace
+} // namespace tessaly

@@ -1,0 +1,260 @@
+// The pane beyond what every desktop's does: colours that leave no trace, plain text whatever the clipboard holds,
+// texts of any length.
+#include "platform/win32/ControlIds.h"
+#include "platform/win32/Text.h"
+#include "platform/win32/Win32Headers.h"
+#include "tests/win32/Win32Driver.h"
+
+#include <algorithm>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace tessaly {
+namespace {
+
+class Win32PaneTest : public testing::Test {
+protected:
+    // The pane shows this text and has the focus, the caret at `caret`.
+    void Edit(const std::string& text, std::size_t caret) {
+        Desktop().MainWindow().Show();
+        Desktop().FuncBody().SetText(text);
+        user.ClickPane();
+        user.SetCaret(caret);
+        Paint();
+    }
+
+    tessaly::Desktop& Desktop() { return user.TheDesktop(); }
+    HWND Pane() const { return user.Control(ControlId::FuncBody); }
+    void Paint() const { UpdateWindow(Pane()); }
+
+    CHARRANGE Selection() const {
+        CHARRANGE selection = {};
+        SendMessageW(Pane(), EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+        return selection;
+    }
+
+    void Select(LONG start, LONG end) const {
+        CHARRANGE range = {start, end};
+        SendMessageW(Pane(), EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
+    }
+
+    // The colour of the character at `place`, read without moving the selection; -1 for that of the user's windows.
+    long ColourAt(long place) const {
+        constexpr GUID textDocumentId = {0x8CC497C0, 0xA1DF, 0x11CE, {0x80, 0x98, 0x00, 0xAA, 0x00, 0x47, 0xBE, 0x5D}};
+        IUnknown* ole = nullptr;
+        SendMessageW(Pane(), EM_GETOLEINTERFACE, 0, reinterpret_cast<LPARAM>(&ole));
+        const Win32Com<IUnknown> oleOwner(ole);
+        void* found = nullptr;
+        EXPECT_EQ(ole->QueryInterface(textDocumentId, &found), S_OK);
+        const Win32Com<ITextDocument> document(static_cast<ITextDocument*>(found));
+        ITextRange* range = nullptr;
+        EXPECT_EQ(document->Range(place, place + 1, &range), S_OK);
+        const Win32Com<ITextRange> rangeOwner(range);
+        ITextFont* font = nullptr;
+        EXPECT_EQ(range->GetFont(&font), S_OK);
+        const Win32Com<ITextFont> fontOwner(font);
+        long colour = 0;
+        EXPECT_EQ(font->GetForeColor(&colour), S_OK);
+        const bool isOfWindows = colour == tomAutoColor || colour == static_cast<long>(GetSysColor(COLOR_WINDOWTEXT));
+        return isOfWindows ? -1 : colour;
+    }
+
+    Win32Driver user{{}};
+};
+
+std::string Lines(int count) {
+    std::string text;
+    for (int line = 0; line < count; ++line) {
+        text += "    int value" + std::to_string(line) + " = 0; /* comment */\r\n";
+    }
+    return text;
+}
+
+TEST_F(Win32PaneTest, KeywordsStringsCommentsNumbersAndDirectivesHaveColoursOfTheirOwn) {
+    Edit("#define X\nreturn int \"s\" 12 /* c */ name", 0);
+    std::vector<long> colours;
+    for (const LONG place : {0, 10, 17, 21, 25, 28}) {
+        colours.push_back(ColourAt(place));
+    }
+    std::sort(colours.begin(), colours.end());
+    EXPECT_EQ(std::unique(colours.begin(), colours.end()) - colours.begin(), 6);
+    EXPECT_NE(colours.front(), -1);
+    EXPECT_EQ(ColourAt(37), -1);
+}
+
+TEST_F(Win32PaneTest, WhatIsTypedIsColouredAtOnce) {
+    Edit("x", 0);
+    user.Type("int ");
+    Paint();
+    EXPECT_NE(ColourAt(0), -1);
+    EXPECT_EQ(ColourAt(4), -1);
+    user.SetCaret(3);
+    user.Type("s");
+    Paint();
+    EXPECT_EQ(ColourAt(0), -1);
+}
+
+TEST_F(Win32PaneTest, ACommentThatIsOpenedColoursTheLinesBelowUntilItsEnd) {
+    Edit("\nint a;\nint b; /* */\nint c;", 0);
+    const long keyword = ColourAt(1);
+    user.Type("/*");
+    Paint();
+    EXPECT_NE(ColourAt(3), keyword);
+    EXPECT_EQ(ColourAt(3), ColourAt(0));
+    EXPECT_EQ(ColourAt(3), ColourAt(7));
+    EXPECT_EQ(ColourAt(24), keyword);
+    user.Backspace();
+    Paint();
+    EXPECT_EQ(ColourAt(2), keyword);
+}
+
+TEST_F(Win32PaneTest, UndoTakesBackTheTypingAndNothingElse) {
+    Edit("int a;\nint b;", 6);
+    user.Type(" // c");
+    Paint();
+    const long comment = ColourAt(8);
+    EXPECT_NE(comment, -1);
+    while (SendMessageW(Pane(), EM_CANUNDO, 0, 0) != 0) {
+        const std::string before = user.PaneShown();
+        user.Undo();
+        ASSERT_NE(user.PaneShown(), before) << "an undo that undid no typing";
+    }
+    EXPECT_EQ(user.PaneShown(), "int a;\nint b;");
+    user.PressKey('Y', 2);
+    Paint();
+    EXPECT_NE(user.PaneShown(), "int a;\nint b;");
+}
+
+TEST_F(Win32PaneTest, OpeningATextAndColouringItLeavesNothingToUndo) {
+    Edit(Lines(100), 0);
+    EXPECT_EQ(SendMessageW(Pane(), EM_CANUNDO, 0, 0), 0);
+}
+
+TEST_F(Win32PaneTest, ColouringRaisesNoChange) {
+    Edit("x", 1);
+    int changes = 0;
+    Desktop().FuncBody().onChange = [&] { ++changes; };
+    user.Type("\"");
+    Paint();
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(Win32PaneTest, ColouringKeepsTheSelectionAndWhatIsInView) {
+    Edit(Lines(300), 0);
+    SendMessageW(Pane(), EM_LINESCROLL, 0, 100);
+    const auto inView = static_cast<LONG>(ToWide(user.PaneShown()).find(L"int value105"));
+    Select(inView, inView + 4);
+    Paint();
+    const auto first = SendMessageW(Pane(), EM_GETFIRSTVISIBLELINE, 0, 0);
+    ASSERT_GT(first, 90);
+    Desktop().FuncBody().SetTabStops({500}); // all that is in view must be formatted again
+    InvalidateRect(Pane(), nullptr, TRUE);
+    Paint();
+    EXPECT_EQ(SendMessageW(Pane(), EM_GETFIRSTVISIBLELINE, 0, 0), first);
+    EXPECT_EQ(Selection().cpMin, inView);
+    EXPECT_EQ(Selection().cpMax, inView + 4);
+}
+
+TEST_F(Win32PaneTest, ScrollingColoursWhatComesIntoView) {
+    Edit(Lines(2000), 0);
+    const auto below = static_cast<LONG>(ToWide(user.PaneShown()).find(L"int value1500"));
+    EXPECT_EQ(ColourAt(below), -1) << "nobody has looked there yet";
+    SendMessageW(Pane(), EM_LINESCROLL, 0, 1495);
+    const auto first = SendMessageW(Pane(), EM_GETFIRSTVISIBLELINE, 0, 0);
+    Paint();
+    EXPECT_NE(ColourAt(below), -1);
+    EXPECT_EQ(SendMessageW(Pane(), EM_GETFIRSTVISIBLELINE, 0, 0), first) << "the caret is not in view, and stays there";
+}
+
+TEST_F(Win32PaneTest, ATextLongerThanAnyOldLimitIsKeptWhole) {
+    const std::string text = Lines(3000); // more than 64 KB
+    Edit(text, 0);
+    user.Type("x");
+    EXPECT_EQ(Desktop().FuncBody().Text(), "x" + text);
+    SetClipboard(std::string(70000, 'y'));
+    user.PressKey('V', 2);
+    EXPECT_EQ(Desktop().FuncBody().Text().size(), text.size() + 70001);
+}
+
+TEST_F(Win32PaneTest, APasteBringsPlainTextOfSeveralSources) {
+    const char rtf[] = "{\\rtf1\\ansi{\\colortbl;\\red255\\green0\\blue0;}\\cf1\\b rich}";
+    ASSERT_NE(OpenClipboard(nullptr), 0);
+    EmptyClipboard();
+    const auto put = [](UINT format, const void* bytes, std::size_t size) {
+        const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
+        std::memcpy(GlobalLock(memory), bytes, size);
+        GlobalUnlock(memory);
+        SetClipboardData(format, memory);
+    };
+    put(RegisterClipboardFormatW(L"Rich Text Format"), rtf, sizeof rtf);
+    put(CF_UNICODETEXT, L"plain", sizeof L"plain");
+    CloseClipboard();
+    Edit("", 0);
+    for (const auto& paste : std::vector<std::function<void()>>{
+             [this] { user.PressKey('V', 2); },
+             [this] { user.PressKey(VK_INSERT, 1); },
+             [this] { SendMessageW(Pane(), WM_PASTE, 0, 0); },
+         }) {
+        paste();
+    }
+    EXPECT_EQ(user.PaneShown(), "plainplainplain");
+    Paint();
+    EXPECT_EQ(ColourAt(0), -1);
+}
+
+TEST_F(Win32PaneTest, KeysThatFormatTextDoNothing) {
+    Edit("text", 0);
+    user.SelectAll();
+    int changes = 0;
+    Desktop().FuncBody().onChange = [&] { ++changes; };
+    for (const int key : {'E', 'R', 'J', 'L', 'B', 'I', 'U', '1', '2', '5'}) {
+        user.PressKey(key, 2);
+    }
+    EXPECT_EQ(changes, 0);
+    EXPECT_EQ(Desktop().FuncBody().Text(), "text");
+    EXPECT_EQ(SendMessageW(Pane(), EM_CANUNDO, 0, 0), 0);
+}
+
+TEST_F(Win32PaneTest, EnterWithShiftIsALineBreakLikeAnother) {
+    Edit("ab", 1);
+    user.PressKey(VK_RETURN, 1);
+    EXPECT_EQ(Desktop().FuncBody().Text(), "a\r\nb");
+}
+
+TEST_F(Win32PaneTest, ControlCharactersComeBackAlsoAfterAnEdit) {
+    const std::string text("a\0b\x07"
+                           "c\x0B"
+                           "d\x0C"
+                           "e",
+                           9);
+    Edit(text, 0);
+    EXPECT_EQ(Desktop().FuncBody().Text(), text);
+    user.Type("x");
+    EXPECT_EQ(Desktop().FuncBody().Text(), "x" + text);
+}
+
+TEST_F(Win32PaneTest, AnUnavailablePaneIsShownEmpty) {
+    Edit("text", 2);
+    Desktop().FuncBody().SetAvailable(false);
+    EXPECT_EQ(user.PaneShown(), "");
+    EXPECT_EQ(Desktop().FuncBody().Text(), "text");
+    Desktop().FuncBody().SetAvailable(true);
+    EXPECT_EQ(user.PaneShown(), "text");
+}
+
+TEST_F(Win32PaneTest, ATabReachesTheStopsThatWereSet) {
+    Desktop().FuncBody().SetTabStops({0, 900, 1800});
+    Edit("\ta\n\t\tb", 0);
+    const auto left = [this](LONG place) {
+        POINTL point = {};
+        SendMessageW(Pane(), EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&point), place);
+        return point.x;
+    };
+    EXPECT_NEAR(left(1) - left(0), 60, 1);
+    EXPECT_NEAR(left(5) - left(3), 120, 1);
+}
+
+} // namespace
+} // namespace tessaly

@@ -1,0 +1,144 @@
+// The main window beyond what every desktop's does: minimising, the end of the session, other resolutions, names.
+#include "platform/win32/ControlIds.h"
+#include "platform/win32/Text.h"
+#include "tests/win32/Win32Driver.h"
+
+#include <array>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace tessaly {
+namespace {
+
+class Win32WindowTest : public testing::Test {
+protected:
+    Desktop& TheDesktop() { return user.TheDesktop(); }
+    Window& MainWindow() { return TheDesktop().MainWindow(); }
+
+    RECT PlaceOf(int id) const {
+        RECT rect = {};
+        GetWindowRect(user.Control(id), &rect);
+        MapWindowPoints(nullptr, user.Frame(), reinterpret_cast<POINT*>(&rect), 2);
+        return rect;
+    }
+
+    // As Windows sends it when the window comes to a monitor of this resolution, for a frame of this size.
+    void MoveToDpi(int dpi, int width, int height) {
+        const RECT suggested = {0, 0, width, height};
+        SendMessageW(user.Frame(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&suggested));
+        user.Settle();
+    }
+
+    Win32Driver user{{}};
+};
+
+TEST_F(Win32WindowTest, MinimisingAndRestoringIsNoChangeOfTheSize) {
+    MainWindow().Show();
+    user.Resize(9000, 6000);
+    int resizes = 0;
+    MainWindow().onResize = [&] { ++resizes; };
+    ShowWindow(user.Frame(), SW_MINIMIZE);
+    user.Settle();
+    ASSERT_NE(IsIconic(user.Frame()), 0);
+    EXPECT_EQ(MainWindow().Width(), 9000);
+    EXPECT_EQ(MainWindow().Height(), 6000);
+    ShowWindow(user.Frame(), SW_RESTORE);
+    user.Settle();
+    EXPECT_EQ(resizes, 0);
+    EXPECT_EQ(MainWindow().Width(), 9000);
+}
+
+TEST_F(Win32WindowTest, TheEndOfTheSessionClosesTheWindowOnce) {
+    int unloads = 0;
+    MainWindow().Show();
+    MainWindow().onUnload = [&] { ++unloads; };
+    EXPECT_NE(SendMessageW(user.Frame(), WM_QUERYENDSESSION, 0, 0), 0);
+    EXPECT_EQ(unloads, 0);
+    SendMessageW(user.Frame(), WM_ENDSESSION, TRUE, 0);
+    EXPECT_EQ(unloads, 1);
+    EXPECT_TRUE(user.HasEnded());
+}
+
+TEST_F(Win32WindowTest, ASessionThatGoesOnLeavesTheWindow) {
+    MainWindow().Show();
+    SendMessageW(user.Frame(), WM_QUERYENDSESSION, 0, 0);
+    SendMessageW(user.Frame(), WM_ENDSESSION, FALSE, 0);
+    EXPECT_FALSE(user.HasEnded());
+}
+
+TEST_F(Win32WindowTest, AnotherResolutionScalesTheControlsAndIsNoChangeOfTheSize) {
+    MainWindow().Show();
+    user.Resize(9000, 6000);
+    TheDesktop().FuncBody().SetExtent({3000, 900, 4500, 3000});
+    const RECT before = PlaceOf(ControlId::FuncBody);
+    const Extent extent = TheDesktop().FuncBody().GetExtent();
+    int resizes = 0;
+    MainWindow().onResize = [&] { ++resizes; };
+    MoveToDpi(192, 1200, 800);
+    const RECT after = PlaceOf(ControlId::FuncBody);
+    EXPECT_EQ(after.left, 2 * before.left);
+    EXPECT_EQ(after.bottom, 2 * before.bottom);
+    EXPECT_EQ(TheDesktop().FuncBody().GetExtent(), extent);
+    EXPECT_EQ(MainWindow().Width(), 9000);
+    EXPECT_EQ(resizes, 0);
+    MoveToDpi(96, 600, 400);
+    EXPECT_EQ(PlaceOf(ControlId::FuncBody).right, before.right);
+}
+
+TEST_F(Win32WindowTest, AnotherResolutionHasLargerTextAndPictures) {
+    MainWindow().Show();
+    TheDesktop().FuncBody().SetText("a\nb");
+    TheDesktop().VornToolBar().AddButton(1, "Add");
+    const auto lineHeight = [this] {
+        POINTL first = {};
+        POINTL second = {};
+        const HWND pane = user.Control(ControlId::FuncBody);
+        SendMessageW(pane, EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&first), 0);
+        SendMessageW(pane, EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&second), 2);
+        return second.y - first.y;
+    };
+    const auto pictureSize = [this] {
+        int width = 0;
+        int height = 0;
+        const HWND bar = user.Control(ControlId::VornToolBar);
+        ImageList_GetIconSize(reinterpret_cast<HIMAGELIST>(SendMessageW(bar, TB_GETIMAGELIST, 0, 0)), &width, &height);
+        return width;
+    };
+    const LONG before = lineHeight();
+    ASSERT_EQ(pictureSize(), 16);
+    MoveToDpi(192, 1200, 800);
+    EXPECT_NEAR(lineHeight(), 2 * before, 2);
+    EXPECT_EQ(pictureSize(), 32);
+}
+
+TEST_F(Win32WindowTest, AFileThatIsDroppedWhileADialogIsShownIsLeftAlone) {
+    MainWindow().Show();
+    bool isDropped = false;
+    MainWindow().onFileDropped = [&](const std::string&) { isDropped = true; };
+    EnableWindow(user.Frame(), FALSE);
+    user.DropFile(user.FilePath("a.PSF"));
+    EXPECT_FALSE(isDropped);
+    EnableWindow(user.Frame(), TRUE);
+}
+
+TEST_F(Win32WindowTest, EveryControlStandsBehindTheLabelThatNamesIt) {
+    const auto before = [this](int id) { return GetDlgCtrlID(GetWindow(user.Control(id), GW_HWNDPREV)); };
+    EXPECT_EQ(before(ControlId::CodeTree), ControlId::LblcodeTreeViewer);
+    EXPECT_EQ(before(ControlId::FuncBody), ControlId::FuncLabel);
+}
+
+TEST_F(Win32WindowTest, TheTabKeyWithShiftGoesTheOtherWay) {
+    MainWindow().Show();
+    TheDesktop().CodeTree().SetTabStop(true);
+    TheDesktop().FuncBody().SetTabStop(false);
+    TheDesktop().VornToolBar().SetTabStop(true);
+    TheDesktop().CodeTree().SetFocus();
+    user.PressKey(VK_TAB, 0);
+    EXPECT_EQ(GetFocus(), user.Control(ControlId::VornToolBar));
+    user.PressKey(VK_TAB, 1);
+    EXPECT_EQ(GetFocus(), user.Control(ControlId::CodeTree));
+}
+
+} // namespace
+} // namespace tessaly

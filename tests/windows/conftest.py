@@ -1,0 +1,68 @@
+"""One probe for the whole run; no program and no setting of one test is left to the next."""
+
+import shutil
+import subprocess
+
+import pytest
+
+from windows_harness import ROOT, Probe, Program, install, windows_path
+
+
+@pytest.fixture(scope="session")
+def probe():
+    running = Probe()
+    yield running
+    running.end()
+
+
+@pytest.fixture
+def folder(tmp_path):
+    return tmp_path
+
+
+@pytest.fixture
+def example(folder):
+    """A copy of an example that may be changed."""
+    return shutil.copy(f"{ROOT}/examples/blink/Blink.PSF", folder / "Blink.PSF")
+
+
+@pytest.fixture
+def batch(folder):
+    """A batch file that writes down the command line it got."""
+    file = folder / "compile.bat"
+    file.write_bytes(b'@echo off\r\necho %*>"%~dp0received.new"\r\nren "%~dp0received.new" received.txt\r\n')
+    return file
+
+
+@pytest.fixture
+def installed(folder, batch):
+    """The settings of a good installation."""
+    settings = {"FCompBat": windows_path(batch), "FCompFileName": windows_path(folder / "program.c"),
+                "FHelp": windows_path(folder / "help.txt")}
+    (folder / "help.txt").write_text("Help\n")
+    install(folder, **settings)
+    return settings
+
+
+@pytest.fixture
+def german_keyboard():
+    """The keys of a German keyboard, which has umlauts; for programs that are started after it."""
+    subprocess.run(["setxkbmap", "de"], check=True)
+    yield
+    subprocess.run(["setxkbmap", "us"], check=True)
+
+
+@pytest.fixture
+def launch(probe):
+    """Starts the program; every one that still runs at the end of the test is killed."""
+    started = []
+
+    def start(command_line="", wait=True):
+        program = Program(probe, command_line)
+        started.append(program)
+        return program.wait_main() if wait else program
+
+    yield start
+    for program in started:
+        if program.status() is None:
+            program.kill()

@@ -1,0 +1,60 @@
+// Linux and its kin: plain bytes everywhere, a file for the registry, no shell between psf and the compiler.
+#include "platform/RegistryStore.h"
+#include "platform/posix/AtomicFile.h"
+#include "platform/posix/IconvCodePage.h"
+#include "platform/posix/PosixFiles.h"
+#include "platform/posix/Process.h"
+#include "platform/posix/SettingsFile.h"
+#include "tools/psf/Host.h"
+
+#include <csignal>
+
+namespace tessaly::psf {
+
+int RunWithArguments(int argc, char** argv, const std::function<int(const std::vector<std::string>&)>& run) {
+    return run({argv, argv + argc});
+}
+
+std::unique_ptr<SequentialFiles> MakeFiles() {
+    return std::make_unique<PosixFiles>();
+}
+
+std::unique_ptr<CodePage> MakeHostCodePage() {
+    return MakeDefaultCodePage();
+}
+
+std::string_view HostCodePageName() {
+    return "1252";
+}
+
+std::unique_ptr<CodePage> MakeNamedCodePage(const std::string& name) {
+    return MakeCodePage(name);
+}
+
+std::error_code ReplaceWhole(const std::string& path, Existing existing,
+                             const std::function<bool(const std::string&)>& write) {
+    return {ReplaceFile(path, existing, write), std::generic_category()};
+}
+
+std::unique_ptr<Registry> OpenSettings(SequentialFiles& files,
+                                       const std::function<void(const std::string&)>& onProblem) {
+    auto settings = std::make_unique<RegistryStore>();
+    for (const std::string& problem : ReadSettings(files, ProcessEnvironment, *settings)) {
+        onProblem(problem);
+    }
+    return settings;
+}
+
+bool CarriesArgument(const std::string& commandLine, const std::string& argument) {
+    const auto arguments = SplitCommandLine(commandLine, IsRegularFile);
+    return arguments.size() > 1 && arguments.back() == argument;
+}
+
+CompilerResult RunCompiler(const std::string& commandLine, std::string& output) {
+    std::signal(SIGCHLD, SIG_DFL); // a parent that ignored it would leave us nothing to wait for
+    const ProcessResult result = RunProcess(SplitCommandLine(commandLine, IsRegularFile),
+                                            [&output](std::string_view piece) { output += piece; });
+    return {{result.startError, std::generic_category()}, result.exitStatus};
+}
+
+} // namespace tessaly::psf

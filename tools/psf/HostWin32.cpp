@@ -1,0 +1,73 @@
+// Windows: arguments in UTF-16, the real registry, text of compilers in the system's code page.
+#include "platform/ReadSettingsFile.h"
+#include "platform/RegistryStore.h"
+#include "platform/Utf8.h"
+#include "platform/win32/AtomicFile.h"
+#include "platform/win32/Win32CodePage.h"
+#include "platform/win32/Win32Files.h"
+#include "platform/win32/Win32Process.h"
+#include "platform/win32/Win32Registry.h"
+#include "platform/win32/Win32Streams.h"
+#include "tools/psf/Host.h"
+
+#include <cstdlib>
+
+namespace tessaly::psf {
+
+int RunWithArguments(int /*argc*/, char** /*argv*/, const std::function<int(const std::vector<std::string>&)>& run) {
+    const Win32Streams streams;
+    return run(Win32Arguments());
+}
+
+std::unique_ptr<SequentialFiles> MakeFiles() {
+    return std::make_unique<Win32Files>();
+}
+
+std::unique_ptr<CodePage> MakeHostCodePage() {
+    return MakeSystemCodePage();
+}
+
+std::string_view HostCodePageName() {
+    return "the system's";
+}
+
+std::unique_ptr<CodePage> MakeNamedCodePage(const std::string& name) {
+    return MakeCodePage(name);
+}
+
+std::error_code ReplaceWhole(const std::string& path, Existing existing,
+                             const std::function<bool(const std::string&)>& write) {
+    return ReplaceFile(path, existing, write);
+}
+
+std::unique_ptr<Registry> OpenSettings(SequentialFiles& files,
+                                       const std::function<void(const std::string&)>& onProblem) {
+    const std::string path = Win32Variable("TESSALY_SETTINGS").value_or("");
+    if (path.empty()) {
+        return std::make_unique<Win32Registry>();
+    }
+    auto settings = std::make_unique<RegistryStore>();
+    for (const RegistryTextError& error : ReadSettingsFile(files, path, *settings)) {
+        onProblem(ErrorText(path, error));
+    }
+    return settings;
+}
+
+// No path of Windows has a double quote in it.
+bool CarriesArgument(const std::string& /*commandLine*/, const std::string& argument) {
+    return argument.find('"') == std::string::npos;
+}
+
+CompilerResult RunCompiler(const std::string& commandLine, std::string& output) {
+    _putenv_s("TESSALY_NO_PAUSE", "1"); // nobody would see the kit's batch file ask for a key
+    std::string bytes;
+    const ProcessResult result = RunProcess(commandLine, [&bytes](std::string_view piece) { bytes += piece; });
+    if (IsUtf8(bytes)) { // some compilers write that
+        output += bytes;
+    } else {
+        MakeSystemCodePage()->AppendDecoded(bytes, output);
+    }
+    return {result.startError, result.exitStatus};
+}
+
+} // namespace tessaly::psf
