@@ -1,0 +1,73 @@
+// The least that any program with this window must do: the same controls in a window, and nothing in or behind them.
+// What Tessaly's start takes longer than this one's is its own.
+#include <initializer_list>
+
+// In this order:
+// clang-format off
+#include <windows.h>
+#include <commctrl.h>
+// clang-format on
+
+namespace {
+
+LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_DESTROY) {
+        PostQuitMessage(0);
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+struct Child {
+    const wchar_t* name;
+    DWORD style;
+    int left, top, width, height;
+};
+
+void AddChildren(HWND window, HINSTANCE instance) {
+    const Child children[] = {
+        {TOOLBARCLASSNAMEW, 0, 0, 0, 0, 0},
+        {L"Static", 0, 8, 40, 220, 18},
+        {WC_TREEVIEWW, WS_BORDER | TVS_HASLINES | TVS_HASBUTTONS | TVS_LINESATROOT, 8, 60, 220, 440},
+        {L"Static", 0, 236, 40, 500, 18},
+        {L"RICHEDIT50W", WS_BORDER | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_AUTOVSCROLL, 236, 60, 520, 440},
+        {STATUSCLASSNAMEW, SBARS_SIZEGRIP, 0, 0, 0, 0},
+    };
+    for (const Child& child : children) {
+        CreateWindowExW(0, child.name, L"", WS_CHILD | WS_VISIBLE | child.style, child.left, child.top, child.width,
+                        child.height, window, nullptr, instance, nullptr);
+    }
+}
+
+HMENU Menu() {
+    HMENU menu = CreateMenu();
+    for (const wchar_t* text : {L"&File", L"&Compile", L"&Language", L"&Help"}) {
+        HMENU drop = CreatePopupMenu();
+        AppendMenuW(drop, MF_STRING, 1, L"&Item");
+        AppendMenuW(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(drop), text);
+    }
+    return menu;
+}
+
+} // namespace
+
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
+    INITCOMMONCONTROLSEX classes{sizeof classes, ICC_BAR_CLASSES | ICC_TREEVIEW_CLASSES};
+    InitCommonControlsEx(&classes);
+    LoadLibraryW(L"msftedit.dll");
+    WNDCLASSW own{};
+    own.lpfnWndProc = Procedure;
+    own.hInstance = instance;
+    own.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    own.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    own.lpszClassName = L"BareWindow";
+    RegisterClassW(&own);
+    HWND window = CreateWindowExW(0, L"BareWindow", L"Bare window", WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, CW_USEDEFAULT,
+                                  780, 600, nullptr, Menu(), instance, nullptr);
+    AddChildren(window, instance);
+    ShowWindow(window, show);
+    for (MSG message; GetMessageW(&message, nullptr, 0, 0) > 0;) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    return 0;
+}

@@ -1,0 +1,94 @@
+// Types into the pane with a text of 10,000 lines, in a real window, and prints for each keystroke how many
+// milliseconds pass until the pane is drawn. A comment is opened in front of all that is seen and closed again: no
+// keystroke changes more colours.
+#include "platform/win32/Win32Desktop.h"
+
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <stdexcept>
+#include <string>
+
+// In this order:
+// clang-format off
+#include <windows.h>
+#include <richedit.h>
+// clang-format on
+
+namespace {
+
+constexpr int Lines = 10000;
+constexpr int Rounds = 50;
+
+std::string Program() {
+    std::string text;
+    for (int line = 0; line < Lines; ++line) {
+        text +=
+            "    total += samples[" + std::to_string(line) + "] * 0x1F; // step \"" + std::to_string(line) + "\"\r\n";
+    }
+    return text;
+}
+
+struct Key {
+    UINT message;
+    WPARAM code;
+};
+
+constexpr std::array<Key, 6> Keys = {{
+    {WM_CHAR, L'/'},
+    {WM_CHAR, L'*'},
+    {WM_CHAR, L'a'},
+    {WM_KEYDOWN, VK_BACK},
+    {WM_KEYDOWN, VK_BACK},
+    {WM_KEYDOWN, VK_BACK},
+}};
+
+// The whole way of a key: the text changes, its colours are made anew and it is drawn.
+double Type(HWND pane, tessaly::Win32EventLoop& loop, const Key& key) {
+    const auto start = std::chrono::steady_clock::now();
+    SendMessageW(pane, key.message, key.code, 1);
+    loop.RunWaiting();
+    UpdateWindow(pane);
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+void TypeAll(HWND pane, tessaly::Win32Desktop& desktop) {
+    int changes = 0;
+    desktop.FuncBody().onChange = [&changes] { ++changes; };
+    for (int round = 0; round < Rounds; ++round) {
+        for (const Key& key : Keys) {
+            std::printf("%.3f\n", Type(pane, desktop.Loop(), key));
+        }
+    }
+    if (changes != Rounds * static_cast<int>(Keys.size())) {
+        throw std::runtime_error("the keys did not change the text");
+    }
+}
+
+void Run() {
+    tessaly::Win32Desktop desktop;
+    desktop.FuncBody().SetExtent({4000, 900, 9000, 6500});
+    desktop.MainWindow().Show();
+    desktop.FuncBody().SetAvailable(true);
+    desktop.FuncBody().SetText(Program());
+    HWND pane = FindWindowExW(desktop.Frame().Handle(), nullptr, MSFTEDIT_CLASS, nullptr);
+    SetFocus(pane);
+    const LRESULT middle = SendMessageW(pane, EM_LINEINDEX, Lines / 2, 0); // lines in front and behind it
+    SendMessageW(pane, EM_SETSEL, static_cast<WPARAM>(middle), middle);
+    SendMessageW(pane, EM_SCROLLCARET, 0, 0);
+    desktop.Loop().RunWaiting();
+    UpdateWindow(pane);
+    TypeAll(pane, desktop);
+}
+
+} // namespace
+
+int main() {
+    try {
+        Run();
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "keystroke: %s\n", error.what());
+        return 1;
+    }
+    return 0;
+}
