@@ -2,6 +2,7 @@
 
 #include "platform/win32/Win32Handle.h"
 
+#include <bit>
 #include <stdexcept>
 #include <string>
 
@@ -10,12 +11,13 @@ namespace tessaly {
 Win32Child::Win32Child(Win32Parent& parent, const Kind& kind) : mParent(parent) {
     const std::wstring text(kind.text);
     mHandle = CreateWindowExW(kind.extendedStyle, kind.windowClass, text.c_str(), WS_CHILD | WS_VISIBLE | kind.style, 0,
-                              0, 0, 0, parent.Handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(kind.id)),
+                              0, 0, 0, parent.Handle(), std::bit_cast<HMENU>(static_cast<INT_PTR>(kind.id)),
                               GetModuleHandleW(nullptr), nullptr);
     if (mHandle == nullptr) {
         ThrowLastError("CreateWindowEx");
     }
-    SetWindowSubclass(mHandle, Procedure, 0, reinterpret_cast<DWORD_PTR>(this));
+    SetWindowLongPtrW(mHandle, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    mBase = std::bit_cast<WNDPROC>(SetWindowLongPtrW(mHandle, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
     SendMessageW(mHandle, WM_SETFONT, reinterpret_cast<WPARAM>(parent.Font()), FALSE);
     mParent.Add(*this);
 }
@@ -23,7 +25,7 @@ Win32Child::Win32Child(Win32Parent& parent, const Kind& kind) : mParent(parent) 
 Win32Child::~Win32Child() {
     mParent.Remove(*this);
     if (mHandle != nullptr) {
-        RemoveWindowSubclass(mHandle, Procedure, 0);
+        SetWindowLongPtrW(mHandle, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(mBase));
         DestroyWindow(mHandle);
     }
 }
@@ -84,16 +86,15 @@ LRESULT Win32Child::Message(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 LRESULT Win32Child::Default(UINT message, WPARAM wParam, LPARAM lParam) {
-    return DefSubclassProc(mHandle, message, wParam, lParam);
+    return CallWindowProcW(mBase, mHandle, message, wParam, lParam);
 }
 
-LRESULT CALLBACK Win32Child::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR /*id*/,
-                                       DWORD_PTR child) {
-    Win32Child& self = *reinterpret_cast<Win32Child*>(child);
+LRESULT CALLBACK Win32Child::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    Win32Child& self = *std::bit_cast<Win32Child*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (message == WM_NCDESTROY) {
-        RemoveWindowSubclass(window, Procedure, 0);
+        SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(self.mBase));
         self.mHandle = nullptr;
-        return DefSubclassProc(window, message, wParam, lParam);
+        return CallWindowProcW(self.mBase, window, message, wParam, lParam);
     }
     const LRESULT result = self.Message(message, wParam, lParam);
     if (message == WM_SETFOCUS) {

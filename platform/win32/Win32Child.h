@@ -89,11 +89,11 @@ protected:
     void Move();
 
 private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                      DWORD_PTR child);
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
     Win32Parent& mParent;
     HWND mHandle = nullptr;
+    WNDPROC mBase = nullptr; // of the control itself
     std::optional<Extent> mExtent;
 };
 

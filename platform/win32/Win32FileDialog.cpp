@@ -2,6 +2,7 @@
 
 #include "platform/win32/Text.h"
 #include "platform/win32/Win32Headers.h"
+#include "platform/win32/Win32Library.h"
 #include "platform/win32/Win32MsgBox.h"
 
 #include <algorithm>
@@ -10,6 +11,8 @@
 namespace tessaly {
 
 namespace {
+
+constexpr const wchar_t* Library = L"comdlg32.dll";
 
 constexpr std::int32_t HideReadOnly = 4;
 
@@ -44,11 +47,11 @@ DWORD FilterCount(std::string_view filter) {
 } // namespace
 
 std::string Win32FileDialog::ShowOpen(const FileDialogSettings& settings) {
-    return Show(settings, GetOpenFileNameW);
+    return Show(settings, LibraryFunction<Dialog>(Library, "GetOpenFileNameW"));
 }
 
 std::string Win32FileDialog::ShowSave(const FileDialogSettings& settings) {
-    return Show(settings, GetSaveFileNameW);
+    return Show(settings, LibraryFunction<Dialog>(Library, "GetSaveFileNameW"));
 }
 
 // Without a flag that asks for it no dialog questions what is chosen, and without a default extension none is added.
@@ -69,8 +72,9 @@ std::string Win32FileDialog::Show(const FileDialogSettings& settings, Dialog dia
     if ((settings.flags & HideReadOnly) != 0) {
         data.Flags |= OFN_HIDEREADONLY;
     }
+    const auto lastError = LibraryFunction<decltype(&CommDlgExtendedError)>(Library, "CommDlgExtendedError");
     BOOL isChosen = dialog(&data);
-    if (isChosen == 0 && CommDlgExtendedError() == FNERR_INVALIDFILENAME) { // not shown at all: without the name, then
+    if (isChosen == 0 && lastError() == FNERR_INVALIDFILENAME) { // not shown at all: without the name, then
         path.assign(PathRoom, L'\0');
         data.lpstrFile = path.data();
         isChosen = dialog(&data);

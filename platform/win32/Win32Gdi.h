@@ -21,6 +21,7 @@ using Win32Owner = std::unique_ptr<std::remove_pointer_t<Handle>, Win32Deleter<F
 
 using Win32Font = Win32Owner<HFONT, &DeleteObject>;
 using Win32Bitmap = Win32Owner<HBITMAP, &DeleteObject>;
+using Win32Region = Win32Owner<HRGN, &DeleteObject>;
 using Win32Icon = Win32Owner<HICON, &DestroyIcon>;
 using Win32ImageListOwner = Win32Owner<HIMAGELIST, &ImageList_Destroy>;
 

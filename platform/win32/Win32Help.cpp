@@ -3,6 +3,7 @@
 
 #include "platform/win32/Text.h"
 #include "platform/win32/Win32Headers.h"
+#include "platform/win32/Win32Library.h"
 
 #include <algorithm>
 #include <string_view>
@@ -41,7 +42,8 @@ void OpenHelpFile(HWND window, const std::string& path) {
     if (HasExtension(widePath, L".hlp") && WinHelpW(window, widePath.c_str(), HELP_FINDER, 0) != 0) {
         return;
     }
-    ShellExecuteW(window, nullptr, widePath.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+    const auto open = LibraryFunction<decltype(&ShellExecuteW)>(L"shell32.dll", "ShellExecuteW");
+    open(window, nullptr, widePath.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
 }
 
 } // namespace tessaly

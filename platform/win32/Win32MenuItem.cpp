@@ -60,7 +60,9 @@ MENUITEMINFOW Win32MenuItem::Info(UINT mask) const {
 
 void Win32MenuItem::SetInfo(const MENUITEMINFOW& info) {
     SetMenuItemInfoW(mMenu, mPlace, TRUE, &info);
-    DrawMenuBar(mWindow);
+    if (IsWindowVisible(mWindow)) {
+        DrawMenuBar(mWindow);
+    }
 }
 
 Win32Menus::Win32Menus(HWND window) : mWindow(window), mBar(CreateMenu()) {
@@ -73,10 +75,12 @@ MenuItem& Win32Menus::Add(MenuItem* parent, std::string_view name) {
     if (isTaken) {
         throw std::invalid_argument("the name of the menu is taken");
     }
-    const HMENU menu = parent == nullptr ? mBar : static_cast<Win32MenuItem*>(parent)->DropDown();
+    HMENU menu = parent == nullptr ? mBar : static_cast<Win32MenuItem*>(parent)->DropDown();
     const int id = ControlId::FirstMenu + static_cast<int>(mItems.size());
     mItems.push_back(std::make_unique<Win32MenuItem>(mWindow, menu, id, name));
-    DrawMenuBar(mWindow);
+    if (IsWindowVisible(mWindow)) {
+        DrawMenuBar(mWindow);
+    }
     return *mItems.back();
 }
 
@@ -92,7 +96,7 @@ void Win32Menus::Choose(int id) const {
 }
 
 std::vector<const Win32MenuItem*> Win32Menus::Items(const MenuItem* menu) const {
-    const HMENU shown = menu == nullptr ? mBar : static_cast<const Win32MenuItem*>(menu)->DropDownThatIsThere();
+    HMENU shown = menu == nullptr ? mBar : static_cast<const Win32MenuItem*>(menu)->DropDownThatIsThere();
     std::vector<const Win32MenuItem*> items;
     for (int place = 0; place < GetMenuItemCount(shown); ++place) {
         MENUITEMINFOW info = {};

@@ -9,8 +9,8 @@ namespace {
 // All of the bitmap is seen: the mask that would hide some of it is empty.
 Win32Icon IconOfBitmap(HBITMAP bitmap, int size) {
     const Win32Bitmap mask(CreateBitmap(size, size, 1, 1, nullptr));
-    const HDC drawing = CreateCompatibleDC(nullptr);
-    const HGDIOBJ before = SelectObject(drawing, mask.get());
+    HDC drawing = CreateCompatibleDC(nullptr);
+    HGDIOBJ before = SelectObject(drawing, mask.get());
     PatBlt(drawing, 0, 0, size, size, BLACKNESS);
     SelectObject(drawing, before);
     DeleteDC(drawing);
@@ -46,11 +46,11 @@ Win32Bitmap LoadPictureResource(const std::wstring& name) {
 void DrawPicture(HDC target, HBITMAP picture, const RECT& place) {
     BITMAP size = {};
     GetObjectW(picture, sizeof size, &size);
-    const HDC source = CreateCompatibleDC(target);
-    const HGDIOBJ before = SelectObject(source, picture);
+    HDC source = CreateCompatibleDC(target);
+    HGDIOBJ before = SelectObject(source, picture);
     const BLENDFUNCTION blend = {AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
-    AlphaBlend(target, place.left, place.top, place.right - place.left, place.bottom - place.top, source, 0, 0,
-               size.bmWidth, size.bmHeight, blend);
+    GdiAlphaBlend(target, place.left, place.top, place.right - place.left, place.bottom - place.top, source, 0, 0,
+                  size.bmWidth, size.bmHeight, blend);
     SelectObject(source, before);
     DeleteDC(source);
 }

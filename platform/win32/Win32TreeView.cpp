@@ -4,6 +4,7 @@
 #include "platform/win32/Text.h"
 #include "platform/win32/Win32Raise.h"
 
+#include <bit>
 #include <iterator>
 #include <stdexcept>
 #include <utility>
@@ -42,6 +43,7 @@ Win32TreeView::Win32TreeView(Win32Parent& parent)
 
 void Win32TreeView::Clear() {
     const Flagged atWork(mIsProgramAtWork);
+    ShowAdded();
     SelectShown(nullptr);
     Send(WM_SETREDRAW, FALSE);
     Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
@@ -60,14 +62,29 @@ TreeItem Win32TreeView::Add(TreeItem parent, std::string_view key, std::string_v
         throw std::invalid_argument("there is no such parent");
     }
     const Flagged atWork(mIsProgramAtWork);
+    HoldDrawing();
     mLastItem = static_cast<TreeItem>(static_cast<std::uint32_t>(mLastItem) + 1);
-    const HTREEITEM shown = Insert(parent, mLastItem, text);
+    HTREEITEM shown = Insert(parent, mLastItem, text);
     mItems[mLastItem] = {parent, std::string(key), std::string(text), {}, shown, false};
     mKeys.emplace(key, mLastItem);
     if (parent != TreeItem::None && parentItem->second.isExpanded) {
         ExpandShown(parentItem->second.shown);
     }
     return mLastItem;
+}
+
+// Of many items in a row the control would lay out and invalidate all that stands below each one.
+void Win32TreeView::HoldDrawing() {
+    if (!std::exchange(mIsDrawingHeld, true)) {
+        Send(WM_SETREDRAW, FALSE);
+        Win32Child::Parent().Later([this] { ShowAdded(); });
+    }
+}
+
+void Win32TreeView::ShowAdded() {
+    if (std::exchange(mIsDrawingHeld, false)) {
+        Send(WM_SETREDRAW, TRUE);
+    }
 }
 
 HTREEITEM Win32TreeView::Insert(TreeItem parent, TreeItem item, std::string_view text) {
@@ -78,10 +95,11 @@ HTREEITEM Win32TreeView::Insert(TreeItem parent, TreeItem item, std::string_view
     insert.item.mask = TVIF_TEXT | TVIF_PARAM;
     insert.item.pszText = wide.data();
     insert.item.lParam = static_cast<LPARAM>(item);
-    return reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
+    return std::bit_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
 }
 
 void Win32TreeView::Remove(std::int32_t index) {
+    ShowAdded();
     const TreeItem first = Position(index)->first;
     std::map<TreeItem, bool> removed = {{first, true}};
     for (auto item = mItems.upper_bound(first); item != mItems.end(); ++item) { // children come behind their parents
@@ -127,6 +145,7 @@ std::int32_t Win32TreeView::Index(TreeItem item) const {
 
 void Win32TreeView::Expand(TreeItem item) {
     const Flagged atWork(mIsProgramAtWork);
+    ShowAdded();
     mItems.at(item).isExpanded = true;
     ExpandShown(mItems.at(item).shown);
 }
@@ -146,6 +165,7 @@ void Win32TreeView::ExpandShown(HTREEITEM item) {
 
 void Win32TreeView::Select(TreeItem item) {
     const Flagged atWork(mIsProgramAtWork);
+    ShowAdded();
     SelectShown(mItems.at(item).shown);
     mSelected = item;
 }

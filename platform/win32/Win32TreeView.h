@@ -54,6 +54,8 @@ private:
 
     Items::const_iterator Position(std::int32_t index) const;
     HTREEITEM Insert(TreeItem parent, TreeItem item, std::string_view text);
+    void HoldDrawing();
+    void ShowAdded();
     void SelectShown(HTREEITEM item);
     void ExpandShown(HTREEITEM item);
     void RaiseClick(TreeItem item);
@@ -63,6 +65,7 @@ private:
     std::map<std::string, TreeItem, std::less<>> mKeys;
     TreeItem mLastItem = TreeItem::None;
     TreeItem mSelected = TreeItem::None;
+    bool mIsDrawingHeld = false;   // until the items that are being added are all there
     POINT mClick = {};             // where the mouse was pressed last
     bool mIsProgramAtWork = false; // what the control tells meanwhile is not the user's doing
 };

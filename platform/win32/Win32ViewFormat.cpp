@@ -43,11 +43,14 @@ Win32Com<ITextDocument> TextDocumentOf(HWND control) {
 }
 
 // As long as it lives, formatting is not recorded for undo, raises no event, is not painted, and may move the
-// selection.
+// selection. What was to be painted before is so afterwards, and nothing else: turning the drawing on again would have
+// all of the control painted, the scroll bars, too.
 class Formatting {
 public:
     Formatting(HWND control, ITextDocument* document) : mControl(control), mDocument(document) {
         mEvents = SendMessageW(control, EM_SETEVENTMASK, 0, 0);
+        RedrawWindow(control, nullptr, nullptr, RDW_ERASENOW | RDW_NOCHILDREN); // the frame, where it is due
+        GetUpdateRgn(control, mToPaint.get(), FALSE);
         SendMessageW(control, WM_SETREDRAW, FALSE, 0);
         SendMessageW(control, EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&mSelection));
         SendMessageW(control, EM_GETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&mScroll));
@@ -61,6 +64,8 @@ public:
         SendMessageW(mControl, EM_SETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&mScroll));
         SendMessageW(mControl, WM_SETREDRAW, TRUE, 0);
         SendMessageW(mControl, EM_SETEVENTMASK, 0, mEvents);
+        RedrawWindow(mControl, nullptr, nullptr, RDW_VALIDATE | RDW_NOERASE | RDW_NOFRAME | RDW_NOCHILDREN);
+        InvalidateRgn(mControl, mToPaint.get(), FALSE);
     }
 
 private:
@@ -73,6 +78,7 @@ private:
 
     HWND mControl;
     ITextDocument* mDocument;
+    Win32Region mToPaint{CreateRectRgn(0, 0, 0, 0)};
     LRESULT mEvents = 0;
     CHARRANGE mSelection = {};
     POINT mScroll = {};
@@ -103,9 +109,11 @@ void Win32ViewFormat::SetFont(const std::wstring& name, LONG height) {
     format.yHeight = height;
     format.bCharSet = DEFAULT_CHARSET;
     std::wcsncpy(format.szFaceName, name.c_str(), LF_FACESIZE - 1);
-    const Formatting formatting(mControl, mDocument.get());
-    SendMessageW(mControl, EM_SETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&format));
-    SendMessageW(mControl, EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&format));
+    {
+        const Formatting formatting(mControl, mDocument.get());
+        SendMessageW(mControl, EM_SETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&format));
+        SendMessageW(mControl, EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&format));
+    }
     InvalidateRect(mControl, nullptr, TRUE);
 }
 
@@ -246,7 +254,7 @@ void Win32ViewFormat::SetColour(std::size_t start, std::size_t end, signed char 
     format.cbSize = sizeof format;
     format.dwMask = CFM_COLOR;
     format.dwEffects = colour == NoColour ? CFE_AUTOCOLOR : 0;
-    format.crTextColor = colour == NoColour ? 0 : mColours[static_cast<std::size_t>(colour)];
+    format.crTextColor = colour == NoColour ? 0 : mColours[static_cast<unsigned char>(colour)];
     Select(start, end);
     SendMessageW(mControl, EM_SETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
 }

@@ -3,10 +3,12 @@
 #include "platform/win32/Text.h"
 #include "platform/win32/Win32Handle.h"
 #include "platform/win32/Win32Headers.h"
+#include "platform/win32/Win32Library.h"
 #include "platform/win32/Win32Picture.h"
 #include "platform/win32/Win32Raise.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <stdexcept>
 
@@ -27,7 +29,7 @@ void RegisterWindowClass(WNDPROC procedure) {
     windowClass.hInstance = GetModuleHandleW(nullptr);
     windowClass.hIcon = LoadIconW(windowClass.hInstance, MAKEINTRESOURCEW(ProgramIcon));
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    windowClass.hbrBackground = std::bit_cast<HBRUSH>(INT_PTR{COLOR_BTNFACE + 1});
     windowClass.lpszClassName = ClassName;
     RegisterClassExW(&windowClass); // fails where it is registered already
 }
@@ -39,13 +41,15 @@ int ShiftState() {
 
 std::vector<std::string> DroppedFiles(HDROP drop) {
     std::vector<std::string> paths;
-    const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
+    constexpr const wchar_t* library = L"shell32.dll";
+    const auto query = LibraryFunction<decltype(&DragQueryFileW)>(library, "DragQueryFileW");
+    const UINT count = query(drop, 0xFFFFFFFF, nullptr, 0);
     for (UINT number = 0; number < count; ++number) {
-        std::wstring path(DragQueryFileW(drop, number, nullptr, 0) + 1, L'\0');
-        path.resize(DragQueryFileW(drop, number, path.data(), static_cast<UINT>(path.size())));
+        std::wstring path(query(drop, number, nullptr, 0) + 1, L'\0');
+        path.resize(query(drop, number, path.data(), static_cast<UINT>(path.size())));
         paths.push_back(ToUtf8(path));
     }
-    DragFinish(drop);
+    LibraryFunction<decltype(&DragFinish)>(library, "DragFinish")(drop);
     return paths;
 }
 
@@ -54,15 +58,14 @@ std::vector<std::string> DroppedFiles(HDROP drop) {
 Win32Window::Win32Window(Win32EventLoop& loop) : mLoop(loop) {
     RegisterWindowClass(Procedure);
     // The procedure finds this object from the first message on.
-    CreateWindowExW(0, ClassName, L"", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
-                    CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, GetModuleHandleW(nullptr), this);
+    CreateWindowExW(WS_EX_ACCEPTFILES, ClassName, L"", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
+                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, GetModuleHandleW(nullptr), this);
     if (mHandle == nullptr) {
         ThrowLastError("CreateWindowEx");
     }
     mDpi = WindowDpi(mHandle);
     mFont = MakeMessageFont(mDpi);
     SetFirstSize();
-    DragAcceptFiles(mHandle, TRUE);
     mLoop.mainFilter = [this](MSG& message) { return TakeKey(message); };
 }
 
@@ -153,7 +156,7 @@ bool Win32Window::TakeKey(MSG& message) {
     if (key == VK_F1) {
         Raise(onHelp);
     }
-    const HWND focus = GetFocus();
+    HWND focus = GetFocus();
     if (focus != nullptr && (focus == mHandle || IsChild(mHandle, focus) != 0)) {
         message.hwnd = focus;
     }
@@ -168,11 +171,11 @@ bool Win32Window::TakeKey(MSG& message) {
 
 LRESULT CALLBACK Win32Window::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     if (message == WM_NCCREATE) {
-        const auto* const create = reinterpret_cast<const CREATESTRUCTW*>(lParam);
+        const auto* const create = std::bit_cast<const CREATESTRUCTW*>(lParam);
         static_cast<Win32Window*>(create->lpCreateParams)->mHandle = window;
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(create->lpCreateParams));
     }
-    auto* const self = reinterpret_cast<Win32Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    auto* const self = std::bit_cast<Win32Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (self == nullptr) {
         return DefWindowProcW(window, message, wParam, lParam);
     }
@@ -186,12 +189,12 @@ LRESULT CALLBACK Win32Window::Procedure(HWND window, UINT message, WPARAM wParam
 
 LRESULT Win32Window::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_NOTIFY) {
-        NMHDR& header = *reinterpret_cast<NMHDR*>(lParam);
+        NMHDR& header = *std::bit_cast<NMHDR*>(lParam);
         Win32Child* const child = Child(header.hwndFrom);
         return child != nullptr ? child->Notify(header) : 0;
     }
     if (message == WM_COMMAND) {
-        Win32Child* const child = lParam != 0 ? Child(reinterpret_cast<HWND>(lParam)) : nullptr;
+        Win32Child* const child = lParam != 0 ? Child(std::bit_cast<HWND>(lParam)) : nullptr;
         if (child != nullptr) {
             child->Command(LOWORD(wParam), HIWORD(wParam));
         } else if (lParam == 0) {
@@ -212,13 +215,13 @@ bool Win32Window::FrameMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         SizeChanged(wParam);
         return true;
     case WM_DPICHANGED:
-        DpiChanged(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+        DpiChanged(HIWORD(wParam), *std::bit_cast<const RECT*>(lParam));
         return true;
     case WM_SETFOCUS:
         mFocus.Return();
         return true;
     case WM_DROPFILES:
-        Dropped(reinterpret_cast<HDROP>(wParam));
+        Dropped(std::bit_cast<HDROP>(wParam));
         return true;
     case WM_ENDSESSION: // the process may be gone when this returns
         if (wParam != 0) {
