@@ -28,8 +28,8 @@ std::string Win32Application::Title() const {
 
 // To this program alone, and not as input of the system: that would go to whatever program is in front.
 void Win32Application::SendF1() {
-    const HWND focus = GetFocus();
-    const HWND target = focus != nullptr && IsChild(mWindow, focus) != 0 ? focus : mWindow;
+    HWND focus = GetFocus();
+    HWND target = focus != nullptr && IsChild(mWindow, focus) != 0 ? focus : mWindow;
     constexpr LPARAM released = (static_cast<LPARAM>(3) << 30) | 1;
     PostMessageW(target, WM_KEYDOWN, VK_F1, 1);
     PostMessageW(target, WM_KEYUP, VK_F1, static_cast<LPARAM>(static_cast<LONG>(released)));

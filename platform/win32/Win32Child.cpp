@@ -65,8 +65,9 @@ bool Win32Child::IsTabStop() const {
 }
 
 void Win32Child::SetTabStopStyle(bool stop) {
-    const LONG style = GetWindowLongW(mHandle, GWL_STYLE);
-    SetWindowLongW(mHandle, GWL_STYLE, stop ? style | WS_TABSTOP : style & ~WS_TABSTOP);
+    if (stop != IsTabStop()) {
+        SetWindowLongW(mHandle, GWL_STYLE, GetWindowLongW(mHandle, GWL_STYLE) ^ WS_TABSTOP);
+    }
 }
 
 void Win32Child::TakeFocus() {

@@ -16,7 +16,6 @@ Win32Desktop::Win32Desktop() : Win32Desktop({"Tessaly", Win32CommandLine(), Open
 Win32Desktop::Win32Desktop(Win32Application::Settings settings)
     : mApplication(std::move(settings)),
       mCodePage(MakeSystemCodePage()),
-      mRegistry(),
       mWindow(mLoop),
       mMenus(mWindow.Handle()),
       mImages(mWindow.Dpi()),

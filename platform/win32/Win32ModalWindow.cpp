@@ -5,6 +5,7 @@
 #include "platform/win32/Win32Picture.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace tessaly {
 
@@ -21,7 +22,7 @@ void RegisterWindowClass(const wchar_t* name, WNDPROC procedure) {
     windowClass.hInstance = GetModuleHandleW(nullptr);
     windowClass.hIcon = LoadIconW(windowClass.hInstance, MAKEINTRESOURCEW(ProgramIcon));
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    windowClass.hbrBackground = std::bit_cast<HBRUSH>(INT_PTR{COLOR_BTNFACE + 1});
     windowClass.lpszClassName = name;
     RegisterClassExW(&windowClass); // fails where it is registered already
 }
@@ -113,11 +114,11 @@ void Win32ModalWindow::PutInTheMiddle() {
 
 LRESULT CALLBACK Win32ModalWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     if (message == WM_NCCREATE) {
-        const auto* const create = reinterpret_cast<const CREATESTRUCTW*>(lParam);
+        const auto* const create = std::bit_cast<const CREATESTRUCTW*>(lParam);
         static_cast<Win32ModalWindow*>(create->lpCreateParams)->mHandle = window;
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(create->lpCreateParams));
     }
-    auto* const self = reinterpret_cast<Win32ModalWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    auto* const self = std::bit_cast<Win32ModalWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     return self != nullptr ? self->Message(message, wParam, lParam) : DefWindowProcW(window, message, wParam, lParam);
 }
 
@@ -141,7 +142,7 @@ LRESULT Win32ModalWindow::Message(UINT message, WPARAM wParam, LPARAM lParam) {
         Resize(HIWORD(wParam));
         return 0;
     case WM_NCDESTROY: { // its owner is gone
-        const HWND window = mHandle;
+        HWND window = mHandle;
         mHandle = nullptr;
         mIsShown = false;
         SetWindowLongPtrW(window, GWLP_USERDATA, 0);

@@ -6,13 +6,13 @@
 namespace tessaly {
 
 HWND OwnerOfDialogs(HWND mainWindow) {
-    const HWND top = GetLastActivePopup(mainWindow);
+    HWND top = GetLastActivePopup(mainWindow);
     return IsWindowVisible(top) != 0 ? top : nullptr;
 }
 
 MsgResult Win32MsgBox::Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) {
     const UINT style = static_cast<UINT>(buttons) | static_cast<UINT>(icon) | MB_DEFBUTTON1;
-    const HWND owner = OwnerOfDialogs(mMainWindow);
+    HWND owner = OwnerOfDialogs(mMainWindow);
     const UINT modality = owner != nullptr ? MB_APPLMODAL : MB_TASKMODAL;
     int result = 0;
     do { // some systems let a box be closed that has no button for that

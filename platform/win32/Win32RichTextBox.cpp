@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <string_view>
@@ -57,7 +58,7 @@ std::size_t CountBreaks(std::wstring_view text) {
 
 // Streams a text into the control.
 DWORD CALLBACK Stream(DWORD_PTR cookie, BYTE* buffer, LONG room, LONG* count) {
-    std::wstring_view& left = *reinterpret_cast<std::wstring_view*>(cookie);
+    std::wstring_view& left = *std::bit_cast<std::wstring_view*>(cookie);
     const std::size_t units = std::min(static_cast<std::size_t>(room) / sizeof(wchar_t), left.size());
     std::memcpy(buffer, left.data(), units * sizeof(wchar_t));
     left.remove_prefix(units);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <type_traits>
 
@@ -20,7 +21,7 @@ Function User32(const char* name) {
 }
 
 int CALLBACK Found(const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM isFound) {
-    *reinterpret_cast<bool*>(isFound) = true;
+    *std::bit_cast<bool*>(isFound) = true;
     return 0;
 }
 
@@ -29,7 +30,7 @@ bool IsInstalled(const wchar_t* name) {
     font.lfCharSet = DEFAULT_CHARSET;
     lstrcpynW(font.lfFaceName, name, LF_FACESIZE);
     bool isFound = false;
-    const HDC screen = GetDC(nullptr);
+    HDC screen = GetDC(nullptr);
     EnumFontFamiliesExW(screen, &font, Found, reinterpret_cast<LPARAM>(&isFound), 0);
     ReleaseDC(nullptr, screen);
     return isFound;
@@ -41,8 +42,8 @@ std::wstring AnyFixedPitchFont() {
     wanted.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
     wanted.lfCharSet = DEFAULT_CHARSET;
     const Win32Font font(CreateFontIndirectW(&wanted));
-    const HDC screen = GetDC(nullptr);
-    const HGDIOBJ before = SelectObject(screen, font.get());
+    HDC screen = GetDC(nullptr);
+    HGDIOBJ before = SelectObject(screen, font.get());
     std::array<wchar_t, LF_FACESIZE> name = {};
     GetTextFaceW(screen, static_cast<int>(name.size()), name.data());
     SelectObject(screen, before);
@@ -60,10 +61,13 @@ int WindowDpi(HWND window) {
 }
 
 int SystemDpi() {
-    const HDC screen = GetDC(nullptr);
-    const int dpi = GetDeviceCaps(screen, LOGPIXELSX);
-    ReleaseDC(nullptr, screen);
-    return std::max(dpi, 1);
+    static const int dpi = [] { // the same as long as the program runs
+        HDC screen = GetDC(nullptr);
+        const int atStart = GetDeviceCaps(screen, LOGPIXELSX);
+        ReleaseDC(nullptr, screen);
+        return std::max(atStart, 1);
+    }();
+    return dpi;
 }
 
 int ToPixels(float twips, int dpi) {

@@ -96,7 +96,7 @@ bool Win32SplashWindow::OwnMessage(UINT message, LPARAM lParam) {
 
 void Win32SplashWindow::Paint() {
     PAINTSTRUCT paint = {};
-    const HDC target = BeginPaint(Handle(), &paint);
+    HDC target = BeginPaint(Handle(), &paint);
     if (mLogo) {
         DrawPicture(target, mLogo.get(), Pixels(LogoPlace, Dpi()));
     }

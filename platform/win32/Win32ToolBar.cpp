@@ -42,11 +42,18 @@ std::int32_t Win32ImageList::Count() const {
 }
 
 void Win32ImageList::Rescale(int dpi) {
-    const int size = PictureSize(dpi);
-    mImages.reset(ImageList_Create(size, size, ILC_COLOR32, Count(), 0));
-    for (const Picture& picture : Pictures) {
-        ImageList_Add(mImages.get(), LoadPictureResource(picture.resource + std::to_wstring(size)).get(), nullptr);
+    mSize = PictureSize(dpi);
+    mImages.reset();
+}
+
+HIMAGELIST Win32ImageList::Images() {
+    if (!mImages) {
+        mImages.reset(ImageList_Create(mSize, mSize, ILC_COLOR32, Count(), 0));
+        for (const Picture& picture : Pictures) {
+            ImageList_Add(mImages.get(), LoadPictureResource(picture.resource + std::to_wstring(mSize)).get(), nullptr);
+        }
     }
+    return mImages.get();
 }
 
 Win32ToolBar::Win32ToolBar(Win32Parent& parent, Win32ImageList& images)
@@ -69,6 +76,7 @@ void Win32ToolBar::AddButton(std::int32_t image, std::string_view tag) {
     if (image < 1 || image > mImages.Count()) {
         throw std::out_of_range("there is no such image");
     }
+    Send(TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(mImages.Images()));
     const std::wstring text = ToWide(tag);
     TBBUTTON button = {};
     button.iBitmap = image - 1;
@@ -96,11 +104,9 @@ void Win32ToolBar::Command(int id, int /*code*/) {
 void Win32ToolBar::Rescale() {
     Win32Child::Rescale();
     mImages.Rescale(Parent().Dpi());
-    int size = 0;
-    ImageList_GetIconSize(mImages.Images(), &size, &size);
-    Send(TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(mImages.Images()));
-    const int margin = ToPixels(120, Parent().Dpi());
-    Send(TB_SETBUTTONSIZE, 0, MAKELPARAM(size + margin, size + margin));
+    Send(TB_SETIMAGELIST, 0, ButtonCount() > 0 ? reinterpret_cast<LPARAM>(mImages.Images()) : 0);
+    const int size = mImages.Size() + ToPixels(120, Parent().Dpi());
+    Send(TB_SETBUTTONSIZE, 0, MAKELPARAM(size, size));
     Dock();
 }
 

@@ -11,16 +11,22 @@ namespace tessaly {
 
 class Win32ImageList final : public ImageList {
 public:
-    // Loads the pictures, which are resources of this program, for this resolution.
     explicit Win32ImageList(int dpi) { Rescale(dpi); }
 
     std::string Tag(std::int32_t number) const override;
 
     std::int32_t Count() const;
-    HIMAGELIST Images() const { return mImages.get(); }
+
+    // In pixels, for the resolution that was told last.
+    int Size() const { return mSize; }
     void Rescale(int dpi);
 
+    // The pictures, which are resources of this program. They are loaded when they are asked for: an empty bar has
+    // none.
+    HIMAGELIST Images();
+
 private:
+    int mSize = 0;
     Win32ImageListOwner mImages;
 };
 

@@ -109,9 +109,9 @@ void Win32ViewFormat::SetFont(const std::wstring& name, LONG height) {
     format.yHeight = height;
     format.bCharSet = DEFAULT_CHARSET;
     std::wcsncpy(format.szFaceName, name.c_str(), LF_FACESIZE - 1);
-    {
+    SendMessageW(mControl, EM_SETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&format));
+    if (GetWindowTextLengthW(mControl) > 0) {
         const Formatting formatting(mControl, mDocument.get());
-        SendMessageW(mControl, EM_SETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&format));
         SendMessageW(mControl, EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&format));
     }
     InvalidateRect(mControl, nullptr, TRUE);

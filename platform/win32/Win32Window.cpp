@@ -34,6 +34,11 @@ void RegisterWindowClass(WNDPROC procedure) {
     RegisterClassExW(&windowClass); // fails where it is registered already
 }
 
+SIZE FirstSize(const RECT& screen, int dpi) {
+    return {std::min<LONG>(ToPixels(FirstWidth, dpi), (screen.right - screen.left) * 9 / 10),
+            std::min<LONG>(ToPixels(FirstHeight, dpi), (screen.bottom - screen.top) * 9 / 10)};
+}
+
 int ShiftState() {
     const auto isDown = [](int key) { return GetKeyState(key) < 0; };
     return (isDown(VK_SHIFT) ? 1 : 0) + (isDown(VK_CONTROL) ? 2 : 0) + (isDown(VK_MENU) ? 4 : 0);
@@ -57,15 +62,18 @@ std::vector<std::string> DroppedFiles(HDROP drop) {
 
 Win32Window::Win32Window(Win32EventLoop& loop) : mLoop(loop) {
     RegisterWindowClass(Procedure);
+    RECT screen = {};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &screen, 0);
+    const SIZE size = FirstSize(screen, SystemDpi());
     // The procedure finds this object from the first message on.
     CreateWindowExW(WS_EX_ACCEPTFILES, ClassName, L"", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
-                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, GetModuleHandleW(nullptr), this);
+                    CW_USEDEFAULT, size.cx, size.cy, nullptr, nullptr, GetModuleHandleW(nullptr), this);
     if (mHandle == nullptr) {
         ThrowLastError("CreateWindowEx");
     }
     mDpi = WindowDpi(mHandle);
     mFont = MakeMessageFont(mDpi);
-    SetFirstSize();
+    PutOnScreen(screen);
     mLoop.mainFilter = [this](MSG& message) { return TakeKey(message); };
 }
 
@@ -77,19 +85,21 @@ Win32Window::~Win32Window() {
     }
 }
 
-void Win32Window::SetFirstSize() {
-    MONITORINFO monitor = {};
-    monitor.cbSize = sizeof monitor;
-    GetMonitorInfoW(MonitorFromWindow(mHandle, MONITOR_DEFAULTTONEAREST), &monitor);
-    const int screenWidth = monitor.rcWork.right - monitor.rcWork.left;
-    const int screenHeight = monitor.rcWork.bottom - monitor.rcWork.top;
-    const int width = std::min(ToPixels(FirstWidth, mDpi), screenWidth * 9 / 10);
-    const int height = std::min(ToPixels(FirstHeight, mDpi), screenHeight * 9 / 10);
+// As a rule it has come to `expected`, the area that its size was made for, and stands well there.
+void Win32Window::PutOnScreen(const RECT& expected) {
     RECT rect = {};
     GetWindowRect(mHandle, &rect);
-    const int left = std::clamp<int>(rect.left, monitor.rcWork.left, monitor.rcWork.right - width);
-    const int top = std::clamp<int>(rect.top, monitor.rcWork.top, monitor.rcWork.bottom - height);
-    SetWindowPos(mHandle, nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+    RECT seen = {};
+    IntersectRect(&seen, &rect, &expected);
+    if (mDpi != SystemDpi() || EqualRect(&seen, &rect) == 0) {
+        MONITORINFO monitor = {};
+        monitor.cbSize = sizeof monitor;
+        GetMonitorInfoW(MonitorFromWindow(mHandle, MONITOR_DEFAULTTONEAREST), &monitor);
+        const SIZE size = FirstSize(monitor.rcWork, mDpi);
+        const int left = std::clamp(rect.left, monitor.rcWork.left, monitor.rcWork.right - size.cx);
+        const int top = std::clamp(rect.top, monitor.rcWork.top, monitor.rcWork.bottom - size.cy);
+        SetWindowPos(mHandle, nullptr, left, top, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
+    }
     SizeChanged(SIZE_RESTORED);
 }
 
@@ -100,9 +110,9 @@ void Win32Window::Show() {
     if (mIsClosed) {
         return;
     }
+    DrawMenuBar(mHandle); // gives the menus that were added up to now their room
     mIsShown = true;
     ShowWindow(mHandle, SW_SHOWDEFAULT);
-    UpdateWindow(mHandle);
 }
 
 void Win32Window::Unload() {
@@ -221,7 +231,7 @@ bool Win32Window::FrameMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         mFocus.Return();
         return true;
     case WM_DROPFILES:
-        Dropped(std::bit_cast<HDROP>(wParam));
+        Raise(std::function<void()>([this, wParam] { Dropped(std::bit_cast<HDROP>(wParam)); }));
         return true;
     case WM_ENDSESSION: // the process may be gone when this returns
         if (wParam != 0) {

@@ -53,7 +53,7 @@ private:
     LRESULT Message(UINT message, WPARAM wParam, LPARAM lParam);
     bool FrameMessage(UINT message, WPARAM wParam, LPARAM lParam);
     bool TakeKey(MSG& message);
-    void SetFirstSize();
+    void PutOnScreen(const RECT& expected);
     void SizeChanged(WPARAM kind);
     void DpiChanged(int dpi, const RECT& suggested);
     void ColoursChanged();

@@ -6,6 +6,7 @@
 #include "tests/win32/Win32Driver.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <gtest/gtest.h>
 #include <string>
@@ -13,6 +14,73 @@
 
 namespace tessaly {
 namespace {
+
+// Other colours for all windows of the system, as long as it lives. The program is told as when the user chooses them.
+class SystemColours {
+public:
+    SystemColours(COLORREF window, COLORREF windowText) {
+        for (std::size_t i = 0; i < Elements.size(); ++i) {
+            mBefore[i] = GetSysColor(Elements[i]);
+        }
+        Set({window, windowText});
+    }
+    SystemColours(const SystemColours&) = delete;
+    SystemColours& operator=(const SystemColours&) = delete;
+    ~SystemColours() { Set(mBefore); }
+
+private:
+    using Colours = std::array<COLORREF, 2>;
+    static constexpr std::array<int, 2> Elements = {COLOR_WINDOW, COLOR_WINDOWTEXT};
+
+    static void Set(const Colours& colours) {
+        EXPECT_NE(SetSysColors(static_cast<int>(Elements.size()), Elements.data(), colours.data()), 0);
+    }
+
+    Colours mBefore = {};
+};
+
+// What this program reads its settings from: the entry for it in its table of imported functions. Wine always says that
+// there is no high contrast and lets nobody turn it on, so it is said here instead of there.
+extern "C" decltype(&SystemParametersInfoW) importedSystemParametersInfo
+#ifdef _WIN64
+    __asm__("__imp_SystemParametersInfoW");
+#else
+    __asm__("__imp__SystemParametersInfoW@16");
+#endif
+
+class HighContrast {
+public:
+    HighContrast() {
+        Real() = importedSystemParametersInfo;
+        Import(Answer);
+    }
+    HighContrast(const HighContrast&) = delete;
+    HighContrast& operator=(const HighContrast&) = delete;
+    ~HighContrast() { Import(Real()); }
+
+private:
+    using Function = decltype(&SystemParametersInfoW);
+
+    static Function& Real() {
+        static Function function = nullptr;
+        return function;
+    }
+
+    static BOOL WINAPI Answer(UINT action, UINT number, void* data, UINT update) {
+        const BOOL result = Real()(action, number, data, update);
+        if (action == SPI_GETHIGHCONTRAST) {
+            static_cast<HIGHCONTRASTW*>(data)->dwFlags |= HCF_HIGHCONTRASTON;
+        }
+        return result;
+    }
+
+    static void Import(Function function) {
+        DWORD access = 0;
+        VirtualProtect(&importedSystemParametersInfo, sizeof function, PAGE_READWRITE, &access);
+        importedSystemParametersInfo = function;
+        VirtualProtect(&importedSystemParametersInfo, sizeof function, access, &access);
+    }
+};
 
 class Win32PaneTest : public testing::Test {
 protected:
@@ -61,6 +129,22 @@ protected:
         return isOfWindows ? -1 : colour;
     }
 
+    // The brightness of a keyword's colour, up to 255; -1 when keywords have no colour of their own.
+    int KeywordBrightness() const {
+        const auto colour = static_cast<COLORREF>(ColourAt(0));
+        return ColourAt(0) == -1 ? -1 : std::max({GetRValue(colour), GetGValue(colour), GetBValue(colour)});
+    }
+
+    // The colour that most of the pane has on the screen.
+    COLORREF Background() const {
+        const HDC pane = GetDC(Pane());
+        RECT rect = {};
+        GetClientRect(Pane(), &rect);
+        const COLORREF colour = GetPixel(pane, rect.right - 30, rect.bottom - 30);
+        ReleaseDC(Pane(), pane);
+        return colour;
+    }
+
     Win32Driver user{{}};
 };
 
@@ -82,6 +166,39 @@ TEST_F(Win32PaneTest, KeywordsStringsCommentsNumbersAndDirectivesHaveColoursOfTh
     EXPECT_EQ(std::unique(colours.begin(), colours.end()) - colours.begin(), 6);
     EXPECT_NE(colours.front(), -1);
     EXPECT_EQ(ColourAt(37), -1);
+}
+
+TEST_F(Win32PaneTest, OnADarkBackgroundTheColoursAreBright) {
+    Edit("return", 0);
+    const int onWhite = KeywordBrightness();
+    ASSERT_NE(onWhite, -1);
+    {
+        const SystemColours dark(RGB(16, 16, 16), RGB(240, 240, 240));
+        user.Settle();
+        Paint();
+        EXPECT_EQ(Background(), RGB(16, 16, 16));
+        EXPECT_GT(KeywordBrightness(), 240);
+    }
+    user.Settle();
+    Paint();
+    EXPECT_EQ(KeywordBrightness(), onWhite) << "the user has gone back to white";
+}
+
+TEST_F(Win32PaneTest, WithHighContrastTheTextHasTheUsersColoursAlone) {
+    Edit("return", 0);
+    ASSERT_NE(KeywordBrightness(), -1);
+    {
+        const HighContrast highContrast;
+        SendMessageW(user.Frame(), WM_SETTINGCHANGE, SPI_SETHIGHCONTRAST, 0);
+        Paint();
+        EXPECT_EQ(KeywordBrightness(), -1);
+        user.Type("int i; ");
+        Paint();
+        EXPECT_EQ(KeywordBrightness(), -1);
+    }
+    SendMessageW(user.Frame(), WM_SETTINGCHANGE, SPI_SETHIGHCONTRAST, 0);
+    Paint();
+    EXPECT_NE(KeywordBrightness(), -1);
 }
 
 TEST_F(Win32PaneTest, WhatIsTypedIsColouredAtOnce) {

@@ -122,6 +122,19 @@ TEST_F(Win32WindowTest, AFileThatIsDroppedWhileADialogIsShownIsLeftAlone) {
     EnableWindow(user.Frame(), TRUE);
 }
 
+TEST_F(Win32WindowTest, TheMenuBarHasItsRoomAboveTheControls) {
+    TheDesktop().AddMenu(nullptr, "mnuFile").SetCaption("&File");
+    MainWindow().Show();
+    user.Settle();
+    MENUBARINFO bar = {};
+    bar.cbSize = sizeof bar;
+    ASSERT_NE(GetMenuBarInfo(user.Frame(), OBJID_MENU, 1, &bar), 0);
+    POINT inside = {};
+    ClientToScreen(user.Frame(), &inside);
+    EXPECT_GT(bar.rcBar.bottom, bar.rcBar.top);
+    EXPECT_LE(bar.rcBar.bottom, inside.y);
+}
+
 TEST_F(Win32WindowTest, EveryControlStandsBehindTheLabelThatNamesIt) {
     const auto before = [this](int id) { return GetDlgCtrlID(GetWindow(user.Control(id), GW_HWNDPREV)); };
     EXPECT_EQ(before(ControlId::CodeTree), ControlId::LblcodeTreeViewer);

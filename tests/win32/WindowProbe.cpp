@@ -1,6 +1,6 @@
 // Looks at the windows of another program from outside and does to it what the system does: one command a line on
 // standard input, its words divided by tabs, one line of JSON as the answer. Must be of the same bitness as that
-// program.
+// program. With an argument it writes the window style that it was started with into the file of that name.
 #include "tests/win32/ProbeJson.h"
 #include "tests/win32/ProbeText.h"
 #include "tests/win32/RemoteMemory.h"
@@ -8,6 +8,7 @@
 #include <commctrl.h>
 #include <cstring>
 #include <fcntl.h>
+#include <fstream>
 #include <functional>
 #include <io.h>
 #include <iostream>
@@ -205,10 +206,14 @@ std::string Buttons(const Words& words) {
     for (LRESULT i = 0; i < count; ++i) {
         TBBUTTON button{};
         SendStructure(memory, bar, TB_GETBUTTON, static_cast<WPARAM>(i), button);
+        const wchar_t empty = L'\0';
+        memory.Write(TextOffset, &empty, sizeof empty);
+        Send(bar, TB_GETBUTTONTEXTW, static_cast<WPARAM>(button.idCommand), memory.At(TextOffset));
         RECT rect{};
         SendStructure(memory, bar, TB_GETITEMRECT, static_cast<WPARAM>(i), rect);
         buttons.push_back(Object({{"id", Number(button.idCommand)},
                                   {"image", Number(button.iBitmap)},
+                                  {"text", Quoted(Utf8(memory.ReadText(TextOffset, TextCount)))},
                                   {"enabled", Bool((button.fsState & TBSTATE_ENABLED) != 0)},
                                   {"rect", OnScreen(bar, rect)}}));
     }
@@ -247,14 +252,17 @@ std::string Menu(const Words& words) {
     return answer;
 }
 
-// focus WINDOW: which window of its thread has the keyboard, and which window of the screen is in front
+// focus WINDOW: which window of its thread has the keyboard, whether its menus have it, and which window of the screen
+// is in front
 std::string Focus(const Words& words) {
     GUITHREADINFO info{};
     info.cbSize = sizeof info;
     if (!GetGUIThreadInfo(GetWindowThreadProcessId(Window(words.at(1)), nullptr), &info)) {
         throw std::runtime_error("the window's thread cannot be asked");
     }
-    return Object({{"focus", Handle(info.hwndFocus)}, {"front", Handle(GetForegroundWindow())}});
+    const bool isInMenu = (info.flags & GUI_INMENUMODE) != 0;
+    return Object(
+        {{"focus", Handle(info.hwndFocus)}, {"menu", Bool(isInMenu)}, {"front", Handle(GetForegroundWindow())}});
 }
 
 // send WINDOW MESSAGE WPARAM LPARAM: numbers only
@@ -383,10 +391,23 @@ void Serve() {
     }
 }
 
+// The window style that the program was told to start with, or -1. The file appears when it is complete.
+void TellStyle(const std::string& path) {
+    STARTUPINFOW startup{};
+    GetStartupInfoW(&startup);
+    const std::string half = path + ".half";
+    std::ofstream(half) << ((startup.dwFlags & STARTF_USESHOWWINDOW) != 0 ? startup.wShowWindow : -1);
+    MoveFileA(half.c_str(), path.c_str());
+}
+
 } // namespace
 } // namespace tessaly::probe
 
-int main() {
+int main(int count, char** arguments) {
+    if (count > 1) { // started in the place of a batch file
+        tessaly::probe::TellStyle(arguments[1]);
+        return 0;
+    }
     _setmode(_fileno(stdin), _O_BINARY);
     _setmode(_fileno(stdout), _O_BINARY);
     tessaly::probe::Serve();
