@@ -4,6 +4,7 @@
 #include "platform/win32/Text.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace tessaly {
 
@@ -14,7 +15,7 @@ constexpr float FixedWidth = 1440; // of a panel that does not spring, in twips
 } // namespace
 
 Win32StatusBar::Win32StatusBar(Win32Parent& parent)
-    : Win32Control(parent, {STATUSCLASSNAMEW, SBARS_SIZEGRIP | SBARS_TOOLTIPS, 0, ControlId::StatusBar1}) {
+    : Win32Control(parent, {STATUSCLASSNAMEW, SBARS_SIZEGRIP, 0, ControlId::StatusBar1}) {
     LayOut();
 }
 
@@ -51,11 +52,42 @@ LRESULT Win32StatusBar::Message(UINT message, WPARAM wParam, LPARAM lParam) {
         LayOut();
         return 0;
     }
+    if (message == WM_MOUSEMOVE && mToolTips == nullptr) { // not before: their window takes its time
+        MakeToolTips();
+    }
+    auto* const notice = message == WM_NOTIFY ? std::bit_cast<NMHDR*>(lParam) : nullptr;
+    if (notice != nullptr && notice->code == TTN_GETDISPINFOW) {
+        auto& asked = *reinterpret_cast<NMTTDISPINFOW*>(notice);
+        mToolTip = ToWide(mPanels.at(asked.hdr.idFrom).text);
+        asked.lpszText = mToolTip.data();
+        return 0;
+    }
     const LRESULT result = Default(message, wParam, lParam);
     if (message == WM_SIZE) {
         LayOut();
     }
     return result;
+}
+
+// A tool tip for each panel tells all of a text that may be cut off.
+void Win32StatusBar::MakeToolTips() {
+    mToolTips = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX, 0, 0, 0, 0, Handle(),
+                                nullptr, GetModuleHandleW(nullptr), nullptr);
+    SendToolTips(TTM_ADDTOOLW);
+}
+
+// TTM_ADDTOOLW or TTM_NEWTOOLRECTW for each panel.
+void Win32StatusBar::SendToolTips(UINT message) const {
+    for (std::size_t place = 0; mToolTips != nullptr && place < mPanels.size(); ++place) {
+        TTTOOLINFOW tool = {};
+        tool.cbSize = TTTOOLINFOW_V2_SIZE;
+        tool.uFlags = TTF_SUBCLASS;
+        tool.hwnd = Handle();
+        tool.uId = place;
+        tool.lpszText = LPSTR_TEXTCALLBACKW;
+        Send(SB_GETRECT, place, reinterpret_cast<LPARAM>(&tool.rect));
+        SendMessageW(mToolTips, message, 0, reinterpret_cast<LPARAM>(&tool));
+    }
 }
 
 // A number below 1 becomes one far behind the end.
@@ -88,6 +120,7 @@ void Win32StatusBar::LayOut() {
         edges.push_back(edge);
     }
     Send(SB_SETPARTS, edges.size(), reinterpret_cast<LPARAM>(edges.data()));
+    SendToolTips(TTM_NEWTOOLRECTW);
 }
 
 // A tab would move what follows to the middle or the right of the panel.
@@ -95,7 +128,6 @@ void Win32StatusBar::ShowText(std::size_t place) {
     std::wstring text = ToWide(mPanels[place].text);
     std::replace(text.begin(), text.end(), L'\t', L' ');
     Send(SB_SETTEXTW, place, reinterpret_cast<LPARAM>(text.c_str()));
-    Send(SB_SETTIPTEXTW, place, reinterpret_cast<LPARAM>(text.c_str())); // shown where the text is cut
 }
 
 } // namespace tessaly

@@ -36,8 +36,12 @@ private:
     const OnePanel& Panel(std::int32_t number) const;
     OnePanel& Panel(std::int32_t number);
     void LayOut();
+    void MakeToolTips();
+    void SendToolTips(UINT message) const;
     void ShowText(std::size_t place);
 
+    HWND mToolTips = nullptr; // goes with the bar
+    std::wstring mToolTip;    // the one that is shown
     std::vector<OnePanel> mPanels = std::vector<OnePanel>(1);
 };
 

@@ -35,8 +35,8 @@ TreeItem ItemOf(LPARAM parameter) {
 
 Win32TreeView::Win32TreeView(Win32Parent& parent)
     : Win32Control(parent, {WC_TREEVIEWW,
-                            TVS_HASLINES | TVS_LINESATROOT | TVS_HASBUTTONS | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP |
-                                WS_TABSTOP,
+                            TVS_HASLINES | TVS_LINESATROOT | TVS_HASBUTTONS | TVS_SHOWSELALWAYS | TVS_NOTOOLTIPS |
+                                TVS_DISABLEDRAGDROP | WS_TABSTOP,
                             WS_EX_CLIENTEDGE, ControlId::CodeTree}) {
     Send(TVM_SETEXTENDEDSTYLE, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
 }
@@ -213,6 +213,9 @@ void Win32TreeView::RaiseClick(TreeItem item) {
 LRESULT Win32TreeView::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_LBUTTONDOWN) {
         mClick = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
+    } else if (message == WM_MOUSEMOVE && !std::exchange(mHasToolTips, true)) {
+        // Their window takes its time: it is made when the mouse could first ask for one.
+        SetWindowLongW(Handle(), GWL_STYLE, GetWindowLongW(Handle(), GWL_STYLE) & ~TVS_NOTOOLTIPS);
     }
     if (message != WM_SETFOCUS) {
         return Default(message, wParam, lParam);

@@ -66,6 +66,7 @@ private:
     TreeItem mLastItem = TreeItem::None;
     TreeItem mSelected = TreeItem::None;
     bool mIsDrawingHeld = false;   // until the items that are being added are all there
+    bool mHasToolTips = false;     // for texts that are cut off
     POINT mClick = {};             // where the mouse was pressed last
     bool mIsProgramAtWork = false; // what the control tells meanwhile is not the user's doing
 };

@@ -1,5 +1,6 @@
 """Build: what is generated, and what the batch file is started with."""
 
+import os
 import shutil
 
 from windows_harness import ROOT, install, psf, wait_until, wine, windows_path
@@ -103,6 +104,15 @@ def test_a_batch_file_that_cannot_be_started_gives_no_message(launch, folder, in
     program.choose("Help", "Hot Keys")  # comes when the build has ended
     program.dialog().press("OK")
     assert program.panels()[1] == "File was opened successfully!"
+
+
+def test_what_compiles_is_started_with_a_maximised_window(launch, folder, installed, example):
+    style = folder / "style.txt"
+    install(folder, **{**installed, "FCompBat": f'{windows_path(os.environ["WINDOW_PROBE"])} {windows_path(style)}'})
+    program = launch(windows_path(example))
+    program.press_key("F10")
+    wait_until("the started program's answer", style.exists)
+    assert style.read_text() == "3"
 
 
 def test_the_kits_batch_file_makes_a_program_that_runs(launch, folder, installed, example):

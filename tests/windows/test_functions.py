@@ -72,6 +72,18 @@ def test_a_wrong_name_is_refused_and_can_be_corrected(launch, installed, name, m
     wait_functions(program, "Right1")
 
 
+def test_a_name_with_an_umlaut_is_refused(launch, installed, german_keyboard):
+    program = launch()
+    program.add_function("Größe")
+    box = program.dialog()
+    assert (box.caption, box.text()) == (
+        "Function Name Error", "Function names must only contain letters or numbers! Function add aborted!")
+    box.press("OK")
+    program.dialog("UserFuncVarFrm").press("Cancel")
+    program.idle()
+    assert program.functions() == []
+
+
 def test_a_name_that_exists_is_refused(launch, installed, example):
     program = launch(windows_path(example))
     program.add_function("SetLamp")

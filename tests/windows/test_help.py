@@ -2,7 +2,9 @@
 
 import re
 
-from windows_harness import import_registry, wait_until
+import pytest
+
+from windows_harness import ROOT, import_registry, install, wait_until, windows_path
 
 HOT_KEYS = ("<F2>\tSelect Code Viewer\n<F3>\tSelect Global References, Function Code, Event Code\n<F4>\tAdd Function\n"
             "<F5>\tDelete Current Function\n<F10>\tBuild Exe\n\n<CTRL-C>\tCopy Text\n<CTRL-V>\tPaste Text\n"
@@ -60,3 +62,53 @@ def test_f1_and_the_help_command_open_the_help_file(launch, probe, folder, insta
         for window in shown:
             probe.ask("post", window["window"], 0x10, 0, 0)
         wait_until("the end of the help", lambda: not help_is_shown(program, probe, known))
+
+
+def html_help(program):
+    """The window of a compiled help file, which is the program's own."""
+    return next((w for w in program.windows() if w["class"] == "HH Parent"), None)
+
+
+@pytest.fixture
+def compiled_help(folder, installed):
+    """A program that has its real help file."""
+    install(folder, **{**installed, "FHelp": windows_path(f"{ROOT}/build/release/help/Tessaly-en.chm")})
+
+
+def test_a_compiled_help_file_has_a_window_beside_the_program(launch, compiled_help, example):
+    program = launch(windows_path(example))
+    program.press_key("F1")
+    window = wait_until("the help", lambda: html_help(program))
+    assert "Tessaly" in window["text"]
+    program.bring(window["window"])
+    program.probe.ask("post", window["window"], 0x10, 0, 0)
+    wait_until("the end of the help", lambda: html_help(program) is None)
+    program.edit("SetLamp", "/* after the help */")
+
+
+def test_the_program_ends_also_while_its_help_is_open(launch, compiled_help, example):
+    program = launch(windows_path(example))
+    program.press_key("F1")
+    wait_until("the help", lambda: html_help(program))
+    program.close()
+    assert program.wait_end() == 0
+
+
+@pytest.mark.parametrize("name", ["missing.chm", "missing.hlp", "missing.txt", "broken.chm", "broken.hlp"])
+def test_after_a_help_file_that_cannot_be_shown_the_program_is_usable(launch, probe, folder, installed, example, name):
+    if name.startswith("broken"):
+        (folder / name).write_bytes(b"no help file\r\n")
+    install(folder, **{**installed, "FHelp": windows_path(folder / name)})
+    program = launch(windows_path(example))
+    known = {w["window"] for w in probe.ask("windows", 0)}
+    program.press_key("F1")
+    if name.endswith("hlp"):  # Windows' own help complains
+        complaint = wait_until("the complaint", lambda: [
+            w for w in probe.ask("windows", 0) if w["class"] == "#32770" and w["window"] not in known])[0]
+        assert complaint["process"] != program.process
+        probe.ask("post", complaint["window"], 0x10, 0, 0)
+        wait_until("the complaint's end", lambda: all(
+            w["window"] != complaint["window"] for w in probe.ask("windows", 0)))
+    program.edit("SetLamp", "/* after the help */")  # arrives when F1 has been worked off
+    program.press_key("F5")
+    program.dialog("UserFuncVarFrm").press("Cancel")

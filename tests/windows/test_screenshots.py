@@ -6,7 +6,7 @@ import subprocess
 
 import pytest
 
-from windows_harness import BITS, ROOT, install, wait_until
+from windows_harness import BITS, CODE_TREE, FUNC_BODY, ROOT, STATUS_BAR, import_registry, install, wait_until
 
 MENUS = {"en": [("File", "Save Program Source File As"), ("Help", "About"), ("Help", "Hot Keys")],
          "de": [("Datei", "Programmquelldatei speichern unter..."), ("Hilfe", "Info..."), ("Hilfe", "Hot Keys")]}
@@ -28,10 +28,9 @@ def shown(program, name, least):
     wait_until(f"a picture {name} of {least} colours", lambda: picture(program, name) >= least, 15)
 
 
-@pytest.mark.parametrize("language", ["en", "de"])
-def test_pictures_of_all_windows(launch, folder, installed, example, language):
-    install(folder, **installed, Language=["en", "de"].index(language))
-    shown_folder = f"{os.environ['TESSALY_WINE_PREFIX']}/drive_c/Blocks"  # whose name people can read
+def open_blink(launch, example):
+    """The program with a file whose path people can read, and a function of it in the pane."""
+    shown_folder = f"{os.environ['TESSALY_WINE_PREFIX']}/drive_c/Blocks"
     os.makedirs(shown_folder, exist_ok=True)
     shutil.copy(example, shown_folder)
     program = launch("C:\\Blocks\\Blink.PSF")
@@ -39,6 +38,13 @@ def test_pictures_of_all_windows(launch, folder, installed, example, language):
     program.click_item("Functions" if "Functions" in program.tree_texts() else "Funktionen")
     program.click_item("ChangePace")
     wait_until("the code", lambda: program.pane() != "")
+    return program
+
+
+@pytest.mark.parametrize("language", ["en", "de"])
+def test_pictures_of_all_windows(launch, folder, installed, example, language):
+    install(folder, **installed, Language=["en", "de"].index(language))
+    program = open_blink(launch, example)
     shown(program, f"{language}-main", 20)
 
     program.press_key("F5")
@@ -65,3 +71,61 @@ def test_pictures_of_all_windows(launch, folder, installed, example, language):
     dialog = program.dialog()
     program.bring(dialog.window)
     shown(program, f"{language}-save", 20)
+
+
+@pytest.fixture
+def resolution(folder):
+    """Sets the resolution of the display, in dots per inch, for programs that are started after it."""
+    def change(dpi):
+        import_registry(f'[HKEY_CURRENT_USER\\Control Panel\\Desktop]\r\n"LogPixels"=dword:{dpi:08x}\r\n', folder)
+    yield change
+    change(96)
+
+
+def size(rect):
+    return rect[2] - rect[0], rect[3] - rect[1]
+
+
+def measures(program):
+    """Heights of a line of the tree and of the status bar, width and height of a button."""
+    line = next(item for item in program.tree() if item["text"] == "ChangePace")
+    return [size(line["rect"])[1], size(program.control(STATUS_BAR)["rect"])[1], *size(program.buttons()[0]["rect"])]
+
+
+def is_inside(inner, outer):
+    return inner[0] >= outer[0] and inner[1] >= outer[1] and inner[2] <= outer[2] and inner[3] <= outer[3]
+
+
+@pytest.mark.parametrize("percent", [150, 200])
+def test_on_a_finer_display_everything_is_larger_and_in_its_place(launch, installed, example, resolution, percent):
+    program = open_blink(launch, example)
+    before = measures(program)
+    program.close()
+    program.wait_end()
+
+    resolution(96 * percent // 100)
+    program = open_blink(launch, example)
+    scales = [now * 100 / then for now, then in zip(measures(program), before)]
+    assert all(0.8 * percent <= scale <= 1.1 * percent for scale in scales), scales  # some edges are of one width always
+    window = program.description()["rect"]
+    for control in program.controls.values():
+        assert is_inside(control["rect"], window), control
+    assert program.control(FUNC_BODY)["rect"][3] <= program.control(STATUS_BAR)["rect"][1]
+    assert program.control(CODE_TREE)["rect"][1] >= program.buttons()[0]["rect"][3]
+    shown(program, f"{percent}-main", 20)
+
+    program.press_key("F5")
+    dialog = program.dialog("UserFuncVarFrm")
+    program.bring(dialog.window)
+    frame = next(w["rect"] for w in program.windows() if w["window"] == dialog.window)
+    assert all(is_inside(control["rect"], frame) for control in dialog.controls), (frame, dialog.controls)
+    shown(program, f"{percent}-name", 20)
+    program.keys("Escape")
+    dialog.wait_gone()
+
+    program.choose("Help", "About")
+    splash = program.dialog("frmSplash")
+    program.bring(splash.window)
+    frame = next(w["rect"] for w in program.windows() if w["window"] == splash.window)
+    assert all(is_inside(control["rect"], frame) for control in splash.controls), (frame, splash.controls)
+    shown(program, f"{percent}-about", 20)

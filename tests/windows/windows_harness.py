@@ -263,6 +263,10 @@ class Program:
     def click(self, rect):
         xdotool("mousemove", (rect[0] + rect[2]) // 2, (rect[1] + rect[3]) // 2, "click", 1)
 
+    def point_at(self, rect):
+        """Moves the mouse there, in two steps: the first may be where it was."""
+        xdotool("mousemove", rect[0], rect[1], "mousemove", (rect[0] + rect[2]) // 2, (rect[1] + rect[3]) // 2)
+
     def press_key(self, name):
         self.bring()
         self.keys(name)
