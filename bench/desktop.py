@@ -84,12 +84,3 @@ def machine():
 
 def load_average():
     return f"{os.getloadavg()[0]:.2f}"
-
-
-def write_section(path, begin, end, lines):
-    """Puts `lines` between the lines `begin` and `end` of the file."""
-    with open(path, encoding="utf-8") as file:
-        before, rest = file.read().split(begin)
-    after = rest.split(end)[1]
-    with open(path, "w", encoding="utf-8") as file:
-        file.write("\n".join([before + begin, "", *lines, "", end + after]))

@@ -75,6 +75,19 @@ class Verdict:
         return "met" if good else "**missed**"
 
 
+def publish(path, begin, end, text, verdict):
+    """Puts `text` between the lines `begin` and `end` of the file, prints it, and returns the exit status."""
+    with open(path, encoding="utf-8") as file:
+        before, rest = file.read().split(begin)
+    after = rest.split(end)[1]
+    with open(path, "w", encoding="utf-8") as file:
+        file.write(f"{before}{begin}\n\n{text}\n\n{end}{after}")
+    print(text)
+    if verdict.missed:
+        print(f"\n{verdict.missed} targets missed", file=sys.stderr)
+    return 1 if verdict.missed else 0
+
+
 def milliseconds(seconds):
     value = seconds * 1e3
     return f"{value:.0f}" if value >= 100 else f"{value:.1f}" if value >= 10 else f"{value:.3f}"
@@ -199,15 +212,7 @@ def main(results_path, readme_path):
     except KeyError as error:
         print(f"table.py: not measured: {error}", file=sys.stderr)
         return 2
-    with open(readme_path, encoding="utf-8") as file:
-        before, rest = file.read().split(BEGIN)
-    after = rest.split(END)[1]
-    with open(readme_path, "w", encoding="utf-8") as file:
-        file.write(f"{before}{BEGIN}\n\n{text}\n\n{END}{after}")
-    print(text)
-    if verdict.missed:
-        print(f"\n{verdict.missed} targets missed", file=sys.stderr)
-    return 1 if verdict.missed else 0
+    return publish(readme_path, BEGIN, END, text, verdict)
 
 
 if __name__ == "__main__":

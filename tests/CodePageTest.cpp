@@ -2,31 +2,12 @@
 #include "platform/SingleByteCodePage.h"
 #include "platform/Utf8.h"
 #include "platform/posix/IconvCodePage.h"
+#include "tests/CodePageText.h"
 
 #include <gtest/gtest.h>
 
 namespace tessaly {
 namespace {
-
-std::string Decode(const CodePage& codePage, std::string_view bytes) {
-    std::string text;
-    codePage.AppendDecoded(bytes, text);
-    return text;
-}
-
-std::string Encode(const CodePage& codePage, std::string_view text) {
-    std::string bytes;
-    codePage.AppendEncoded(text, bytes);
-    return bytes;
-}
-
-std::string AllBytes() {
-    std::string bytes;
-    for (int byte = 0; byte < 256; ++byte) {
-        bytes += static_cast<char>(byte);
-    }
-    return bytes;
-}
 
 TEST(CodePageTest, Windows1252HasItsCharactersAndKeepsTheFiveUnassignedBytes) {
     const SingleByteCodePage codePage(Windows1252HighHalf());

@@ -12,8 +12,8 @@ import subprocess
 import sys
 import tempfile
 
-from desktop import load_average, machine, sample_in_turns, spread, write_large_file, write_section
-from table import Verdict, table
+from desktop import load_average, machine, sample_in_turns, spread, write_large_file
+from table import Verdict, publish, table
 
 BEGIN = "<!-- Linux desktop table: made by script/bench-linux-desktop, do not edit -->"
 END = "<!-- end of Linux desktop table -->"
@@ -111,11 +111,7 @@ def main(binaries, readme, runs):
     lines += table(["", "visible, ms", "answers, ms", "usable, ms", "CPU until then, ms", "peak MB", "private MB"],
                    case_rows(samples))
     lines += ["", *table(["", "", "target", ""], target_rows(samples, keystrokes, verdict))]
-    write_section(readme, BEGIN, END, lines)
-    print("\n".join(lines))
-    if verdict.missed:
-        print(f"\n{verdict.missed} targets missed", file=sys.stderr)
-    return 1 if verdict.missed else 0
+    return publish(readme, BEGIN, END, "\n".join(lines), verdict)
 
 
 if __name__ == "__main__":

@@ -15,8 +15,8 @@ import subprocess
 import sys
 import time
 
-from desktop import load_average, machine, sample_in_turns, spread, write_large_file, write_section
-from table import Verdict, table
+from desktop import load_average, machine, sample_in_turns, spread, write_large_file
+from table import Verdict, publish, table
 
 BEGIN = "<!-- windows table: made by script/bench-windows, do not edit -->"
 END = "<!-- end of windows table -->"
@@ -211,11 +211,7 @@ def main(tools, exe, readme, runs):
     lines += table(["", "visible, ms", "answers, ms", "usable, ms", "CPU until then, ms", "private MB"],
                    case_rows(samples))
     lines += ["", *table(["", "", "target", ""], targets)]
-    write_section(readme, BEGIN, END, lines)
-    print("\n".join(lines))
-    if verdict.missed:
-        print(f"\n{verdict.missed} targets missed", file=sys.stderr)
-    return 1 if verdict.missed else 0
+    return publish(readme, BEGIN, END, "\n".join(lines), verdict)
 
 
 if __name__ == "__main__":
