@@ -190,8 +190,8 @@ void Win32RichTextBox::SetAvailable(bool available) {
     mIsAvailable = available;
     Send(EM_SETREADONLY, available ? FALSE : TRUE);
     // Where nothing is to be seen there is nothing to scroll; and the bars take long to draw at the start.
-    for (const WPARAM bar : {SB_HORZ, SB_VERT}) {
-        Send(EM_SHOWSCROLLBAR, bar, available ? TRUE : FALSE);
+    for (const int bar : {SB_HORZ, SB_VERT}) {
+        Send(EM_SHOWSCROLLBAR, static_cast<WPARAM>(bar), available ? TRUE : FALSE);
     }
     ShowBackground();
     ShowText();
