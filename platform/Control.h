@@ -23,7 +23,9 @@ public:
     virtual Extent GetExtent() const = 0;
     virtual void SetExtent(const Extent& extent) = 0;
 
-    // Whether the Tab key stops here. Throws std::logic_error for a control that has no such property.
+    // Whether the control has this property: whether the Tab key stops here. To set it throws std::logic_error where
+    // it has not.
+    virtual bool HasTabStop() const = 0;
     virtual void SetTabStop(bool stop) = 0;
 
     // Moves the keyboard focus here. The control that had it raises its lost event first, then this one its gained

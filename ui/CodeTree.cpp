@@ -204,7 +204,11 @@ void VornMainFrm::DisableTabKeyForUseOnlyInFuncBody() {
                                           &mDesktop.FuncLabel(),         &mFuncBody,
                                           &mDesktop.VornToolBar(),       &mDesktop.StatusBar1()};
     for (tessaly::Control* const control : controls) {
-        RunCommand([control] { control->SetTabStop(false); }); // some have no such property
+        RunCommand([control] {
+            if (control->HasTabStop()) {
+                control->SetTabStop(false);
+            }
+        });
     }
 }
 

@@ -81,7 +81,9 @@ void VornMainFrm::SetUpStatusBar() {
 }
 
 void VornMainFrm::ReadSettings() {
-    RunCommand([this] { mLanguage = ToByte(ReadSetting(LanguageSetting)); });
+    if (const std::string language = ReadSetting(LanguageSetting); !language.empty()) {
+        RunCommand([this, &language] { mLanguage = ToByte(language); });
+    }
     RunCommand([this] { ApplyLanguage(*this, mLanguage); });
     mCompBat = ReadSetting(CompBatSetting);
     mCompFileName = ReadSetting(CompFileNameSetting);

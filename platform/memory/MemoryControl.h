@@ -36,6 +36,11 @@ public:
         mExtent = extent;
     }
 
+    bool HasTabStop() const override {
+        CountCall();
+        return mKeyboard == MemoryKeyboard::Used;
+    }
+
     void SetTabStop(bool stop) override {
         CountCall();
         if (mKeyboard == MemoryKeyboard::Unused) {

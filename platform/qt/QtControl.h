@@ -39,8 +39,10 @@ public:
         Place(QRect(topLeft, QSize(end.x() - topLeft.x(), end.y() - topLeft.y())));
     }
 
+    bool HasTabStop() const override { return mKeyboard == QtKeyboard::Used; }
+
     void SetTabStop(bool stop) override {
-        if (mKeyboard == QtKeyboard::Unused) {
+        if (!HasTabStop()) {
             throw std::logic_error("the control has no tab stop");
         }
         mIsTabStop = stop;

@@ -8,7 +8,9 @@
 
 namespace tessaly {
 
-Win32Child::Win32Child(Win32Parent& parent, const Kind& kind) : mParent(parent) {
+Win32Child::Win32Child(Win32Parent& parent, const Kind& kind)
+    : mParent(parent),
+      mIsTabStop((kind.style & WS_TABSTOP) != 0) {
     const std::wstring text(kind.text);
     mHandle = CreateWindowExW(kind.extendedStyle, kind.windowClass, text.c_str(), WS_CHILD | WS_VISIBLE | kind.style, 0,
                               0, 0, 0, parent.Handle(), std::bit_cast<HMENU>(static_cast<INT_PTR>(kind.id)),
@@ -58,16 +60,6 @@ void Win32Child::Move() {
     const int width = ToPixels(mExtent->left + mExtent->width, dpi) - left;
     const int height = ToPixels(mExtent->top + mExtent->height, dpi) - top;
     SetWindowPos(mHandle, nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
-}
-
-bool Win32Child::IsTabStop() const {
-    return (GetWindowLongW(mHandle, GWL_STYLE) & WS_TABSTOP) != 0;
-}
-
-void Win32Child::SetTabStopStyle(bool stop) {
-    if (stop != IsTabStop()) {
-        SetWindowLongW(mHandle, GWL_STYLE, GetWindowLongW(mHandle, GWL_STYLE) ^ WS_TABSTOP);
-    }
 }
 
 void Win32Child::TakeFocus() {

@@ -57,8 +57,8 @@ public:
     // Whether the program has given it a place; else the window may choose one.
     bool IsPlaced() const { return mExtent.has_value(); }
 
-    bool IsTabStop() const;
-    void SetTabStopStyle(bool stop);
+    // Whether the Tab key stops at it in the main window; at first as its style says.
+    bool IsTabStop() const { return mIsTabStop; }
 
     // Focus
     virtual bool CanHaveFocus() const { return false; }
@@ -88,6 +88,8 @@ protected:
     // Puts it on the screen where the program has placed it.
     void Move();
 
+    void SetIsTabStop(bool stop) { mIsTabStop = stop; }
+
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
@@ -95,6 +97,7 @@ private:
     HWND mHandle = nullptr;
     WNDPROC mBase = nullptr; // of the control itself
     std::optional<Extent> mExtent;
+    bool mIsTabStop;
 };
 
 } // namespace tessaly

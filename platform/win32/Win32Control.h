@@ -15,17 +15,16 @@ public:
     Extent GetExtent() const override { return Place(); }
     void SetExtent(const Extent& extent) override { SetPlace(extent); }
 
+    bool HasTabStop() const override { return true; }
+
     void SetTabStop(bool stop) override {
         if (!HasTabStop()) {
             throw std::logic_error("the control has no tab stop");
         }
-        SetTabStopStyle(stop);
+        SetIsTabStop(stop);
     }
 
     void SetFocus() override { TakeFocus(); }
-
-protected:
-    virtual bool HasTabStop() const { return true; }
 };
 
 } // namespace tessaly

@@ -16,6 +16,8 @@
 #include "platform/win32/Win32TreeView.h"
 #include "platform/win32/Win32Window.h"
 
+#include <thread>
+
 namespace tessaly {
 
 class Win32Desktop final : public Desktop {
@@ -60,8 +62,10 @@ private:
     Win32Registry mRegistry;
     Win32Files mFiles;
 
-    // Each label stands in front of what it names: that is how Windows knows the names of controls.
     Win32Window mWindow;
+    std::jthread mLoading{Win32RichTextBox::LoadControl}; // while the controls in front of the pane are made
+
+    // Each label stands in front of what it names: that is how Windows knows the names of controls.
     Win32Menus mMenus;
     Win32ImageList mImages;
     Win32Label mTreeLabel;

@@ -27,13 +27,15 @@ void Win32Focus::MovedTo(Win32Child& child) {
 }
 
 // The owner keeps the focus even when it could not be given it any more.
-void Win32Focus::Return() {
+bool Win32Focus::Return() {
     const auto first =
         std::find_if(mOrder.begin(), mOrder.end(), [](const Win32Child* child) { return child->CanHaveFocus(); });
     Win32Child* const owner = mOwner != nullptr ? mOwner : first != mOrder.end() ? *first : nullptr;
-    if (owner != nullptr) {
-        SetFocus(owner->Handle());
+    if (owner == nullptr) {
+        return false;
     }
+    SetFocus(owner->Handle());
+    return true;
 }
 
 void Win32Focus::MoveToNextStop(bool backwards) {

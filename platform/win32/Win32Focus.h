@@ -16,8 +16,9 @@ public:
     // Windows has given the focus to `child`: raises the events if it is another one than before.
     void MovedTo(Win32Child& child);
 
-    // The window is active again: the control that had the focus gets it, or the first one that can have it.
-    void Return();
+    // The window is active again: the control that had the focus gets it, or the first one that can have it. Returns
+    // false where there is none.
+    bool Return();
 
     // The Tab key: the next control where it stops, in a circle; nothing when there is none.
     void MoveToNextStop(bool backwards);

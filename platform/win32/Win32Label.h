@@ -15,7 +15,6 @@ public:
     std::string Caption() const override { return mCaption; }
     void SetCaption(std::string_view caption) override;
 
-protected:
     bool HasTabStop() const override { return false; }
 
 private:

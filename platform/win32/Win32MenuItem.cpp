@@ -65,8 +65,18 @@ void Win32MenuItem::SetInfo(const MENUITEMINFOW& info) {
     }
 }
 
-Win32Menus::Win32Menus(HWND window) : mWindow(window), mBar(CreateMenu()) {
-    SetMenu(window, mBar);
+Win32Menus::Win32Menus(HWND window) : mWindow(window), mBar(CreateMenu()) {}
+
+Win32Menus::~Win32Menus() {
+    if (!mIsAttached) {
+        DestroyMenu(mBar);
+    }
+}
+
+void Win32Menus::Attach() {
+    if (!mIsAttached) {
+        mIsAttached = SetMenu(mWindow, mBar) != 0;
+    }
 }
 
 MenuItem& Win32Menus::Add(MenuItem* parent, std::string_view name) {

@@ -43,8 +43,14 @@ private:
 
 class Win32Menus {
 public:
-    // Makes the menu bar of `window`, which owns it.
+    // Makes the menu bar of `window`, which gets it when it is shown.
     explicit Win32Menus(HWND window);
+    Win32Menus(const Win32Menus&) = delete;
+    Win32Menus& operator=(const Win32Menus&) = delete;
+    ~Win32Menus();
+
+    // The window owns the bar from now on.
+    void Attach();
 
     MenuItem& Add(MenuItem* parent, std::string_view name);
     static void AddSeparator(MenuItem& parent);
@@ -58,6 +64,7 @@ public:
 private:
     HWND mWindow;
     HMENU mBar;
+    bool mIsAttached = false;
     std::vector<std::unique_ptr<Win32MenuItem>> mItems;
 };
 

@@ -30,20 +30,16 @@ bool IsText(std::uint32_t type) {
     return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
 }
 
-// Reads a whole value as it is stored. It may grow between the two calls.
+// Reads a whole value as it is stored, as a rule in one call.
 LSTATUS ReadWhole(HKEY key, const std::string& name, DWORD& type, std::string& bytes) {
     LSTATUS error = ERROR_MORE_DATA;
+    DWORD size = 512; // more than most values have
     while (error == ERROR_MORE_DATA) {
-        DWORD size = 0;
-        error = RegQueryValueExA(key, name.c_str(), nullptr, &type, nullptr, &size);
-        if (error != ERROR_SUCCESS) {
-            return error;
-        }
         bytes.resize(size);
         error = RegQueryValueExA(key, name.c_str(), nullptr, &type, reinterpret_cast<BYTE*>(bytes.data()), &size);
-        if (error == ERROR_SUCCESS) {
-            bytes.resize(size);
-        }
+    }
+    if (error == ERROR_SUCCESS) {
+        bytes.resize(size);
     }
     return error;
 }

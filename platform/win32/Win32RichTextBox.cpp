@@ -66,9 +66,8 @@ DWORD CALLBACK Stream(DWORD_PTR cookie, BYTE* buffer, LONG room, LONG* count) {
     return 0;
 }
 
-// The class comes with its library, which stays loaded.
 const wchar_t* RichEditClass() {
-    LoadLibraryW(L"msftedit.dll");
+    Win32RichTextBox::LoadControl();
     return MSFTEDIT_CLASS;
 }
 
@@ -128,6 +127,10 @@ Win32RichTextBox::Win32RichTextBox(Win32Parent& parent)
     ApplyFont();
     Send(EM_EMPTYUNDOBUFFER);
     Send(EM_SETEVENTMASK, 0, ENM_CHANGE);
+}
+
+void Win32RichTextBox::LoadControl() {
+    LoadLibraryW(L"msftedit.dll");
 }
 
 void Win32RichTextBox::SetUpControl() {

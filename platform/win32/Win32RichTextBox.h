@@ -16,6 +16,10 @@ class Win32RichTextBox final : public Win32Control<RichTextBox> {
 public:
     explicit Win32RichTextBox(Win32Parent& parent);
 
+    // Loads the system's library that the control is in, which stays loaded. The first control does this by itself; it
+    // takes a while, so another thread may have done it before.
+    static void LoadControl();
+
     std::string Text() const override;
     void SetText(std::string_view text) override;
     bool IsAvailable() const override { return mIsAvailable; }

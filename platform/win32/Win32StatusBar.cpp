@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <utility>
 
 namespace tessaly {
 
@@ -22,7 +23,6 @@ Win32StatusBar::Win32StatusBar(Win32Parent& parent)
 void Win32StatusBar::AddPanel() {
     mPanels.emplace_back();
     LayOut();
-    ShowText(mPanels.size() - 1);
 }
 
 void Win32StatusBar::SetPanelSpring(std::int32_t number) {
@@ -31,7 +31,11 @@ void Win32StatusBar::SetPanelSpring(std::int32_t number) {
 }
 
 void Win32StatusBar::SetPanelText(std::int32_t number, std::string_view text) {
-    Panel(number).text = text;
+    OnePanel& panel = Panel(number);
+    if (panel.text == text) {
+        return;
+    }
+    panel.text = text;
     ShowText(static_cast<std::size_t>(number) - 1);
 }
 
@@ -119,8 +123,11 @@ void Win32StatusBar::LayOut() {
         edge += width;
         edges.push_back(edge);
     }
-    Send(SB_SETPARTS, edges.size(), reinterpret_cast<LPARAM>(edges.data()));
-    SendToolTips(TTM_NEWTOOLRECTW);
+    if (edges != mEdges) {
+        mEdges = std::move(edges);
+        Send(SB_SETPARTS, mEdges.size(), reinterpret_cast<LPARAM>(mEdges.data()));
+        SendToolTips(TTM_NEWTOOLRECTW);
+    }
 }
 
 // A tab would move what follows to the middle or the right of the panel.

@@ -19,6 +19,8 @@ public:
     std::string PanelText(std::int32_t number) const override { return Panel(number).text; }
     void SetPanelText(std::int32_t number, std::string_view text) override;
 
+    bool HasTabStop() const override { return false; }
+
     // Stands at the bottom of the window again if it was given no place.
     void Dock();
 
@@ -43,6 +45,7 @@ private:
     HWND mToolTips = nullptr; // goes with the bar
     std::wstring mToolTip;    // the one that is shown
     std::vector<OnePanel> mPanels = std::vector<OnePanel>(1);
+    std::vector<int> mEdges; // of the panels on the right, as the control knows them
 };
 
 } // namespace tessaly

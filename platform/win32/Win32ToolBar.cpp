@@ -63,7 +63,7 @@ Win32ToolBar::Win32ToolBar(Win32Parent& parent, Win32ImageList& images)
     Send(TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON));
     // Texts that are not shown beside the pictures become their tool tips and names.
     Send(TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);
-    Rescale();
+    SizeButtons();
 }
 
 void Win32ToolBar::Clear() {
@@ -105,9 +105,13 @@ void Win32ToolBar::Rescale() {
     Win32Child::Rescale();
     mImages.Rescale(Parent().Dpi());
     Send(TB_SETIMAGELIST, 0, ButtonCount() > 0 ? reinterpret_cast<LPARAM>(mImages.Images()) : 0);
+    SizeButtons();
+    Dock();
+}
+
+void Win32ToolBar::SizeButtons() {
     const int size = mImages.Size() + ToPixels(120, Parent().Dpi());
     Send(TB_SETBUTTONSIZE, 0, MAKELPARAM(size, size));
-    Dock();
 }
 
 void Win32ToolBar::Dock() {

@@ -47,6 +47,8 @@ public:
     void Dock();
 
 private:
+    void SizeButtons();
+
     Win32ImageList& mImages;
     std::vector<std::string> mTags;
 };

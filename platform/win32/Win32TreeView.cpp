@@ -129,6 +129,9 @@ TreeItem Win32TreeView::Find(std::string_view key) const {
 
 void Win32TreeView::SetText(TreeItem item, std::string_view text) {
     Item& changed = mItems.at(item);
+    if (changed.text == text) {
+        return;
+    }
     changed.text = text;
     std::wstring wide = ToWide(text);
     TVITEMW shown = {};

@@ -110,7 +110,7 @@ void Win32Window::Show() {
     if (mIsClosed) {
         return;
     }
-    DrawMenuBar(mHandle); // gives the menus that were added up to now their room
+    Raise(onShow);
     mIsShown = true;
     ShowWindow(mHandle, SW_SHOWDEFAULT);
 }
@@ -227,6 +227,8 @@ bool Win32Window::FrameMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_DPICHANGED:
         DpiChanged(HIWORD(wParam), *std::bit_cast<const RECT*>(lParam));
         return true;
+    case WM_ACTIVATE: // as a rule the focus goes where it belongs at once, and not to the window first
+        return LOWORD(wParam) != WA_INACTIVE && HIWORD(wParam) == 0 && mFocus.Return();
     case WM_SETFOCUS:
         mFocus.Return();
         return true;
@@ -259,7 +261,12 @@ void Win32Window::SizeChanged(WPARAM kind) {
     if (kind == SIZE_MINIMIZED) {
         return;
     }
-    Raise(onLayOut);
+    RECT client = {};
+    GetClientRect(mHandle, &client);
+    if (EqualRect(&client, &mClient) == 0) { // the first show tells the same size again
+        mClient = client;
+        Raise(onLayOut);
+    }
     RECT rect = {};
     GetWindowRect(mHandle, &rect);
     const float width = ToTwips(rect.right - rect.left, mDpi);

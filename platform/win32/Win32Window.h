@@ -46,6 +46,7 @@ public:
     // What else happens in the window
     std::function<void()> onHelp;       // F1
     std::function<void(int id)> onMenu; // a menu item was chosen
+    std::function<void()> onShow;       // it is about to be seen
     std::function<void()> onLayOut;     // the client area has another size or resolution
 
 private:
@@ -70,6 +71,7 @@ private:
     std::vector<Win32Child*> mChildren;
     Win32Focus mFocus;
     std::string mCaption;
+    RECT mClient = {}; // as the controls in it were told last
     float mWidth = 0;
     float mHeight = 0;
     bool mIsLoaded = false;

@@ -45,8 +45,21 @@ TEST_P(DesktopContract, ExtentsOfDifferentControlsAreDifferent) {
 }
 
 TEST_P(DesktopContract, ALabelHasNoTabStop) {
+    EXPECT_FALSE(TheDesktop().FuncLabel().HasTabStop());
+    EXPECT_FALSE(TheDesktop().LblcodeTreeViewer().HasTabStop());
     EXPECT_THROW(TheDesktop().FuncLabel().SetTabStop(false), std::logic_error);
     EXPECT_THROW(TheDesktop().LblcodeTreeViewer().SetTabStop(true), std::logic_error);
+}
+
+TEST_P(DesktopContract, AStatusBarHasNoTabStop) {
+    EXPECT_FALSE(TheDesktop().StatusBar1().HasTabStop());
+    EXPECT_THROW(TheDesktop().StatusBar1().SetTabStop(false), std::logic_error);
+}
+
+TEST_P(DesktopContract, AControlThatTakesKeysHasATabStop) {
+    EXPECT_TRUE(Tree().HasTabStop());
+    EXPECT_TRUE(Pane().HasTabStop());
+    EXPECT_TRUE(TheDesktop().VornToolBar().HasTabStop());
 }
 
 TEST_P(DesktopContract, TheTabKeyStopsWhereItWasToldTo) {

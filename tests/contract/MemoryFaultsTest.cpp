@@ -54,6 +54,7 @@ std::vector<std::function<void()>> MemoryFaultsTest::CallsOfControls() {
         [&] { desktop.tree.Clear(); },
         [&] { desktop.tree.GetExtent(); },
         [&] { desktop.tree.SetExtent({}); },
+        [&] { desktop.tree.HasTabStop(); },
         [&] { desktop.tree.SetTabStop(true); },
         [&] { desktop.tree.SetFocus(); },
         [&] { desktop.paneLabel.Caption(); },
