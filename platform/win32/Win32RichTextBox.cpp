@@ -4,6 +4,7 @@
 #include "platform/win32/ControlIds.h"
 #include "platform/win32/Text.h"
 #include "platform/win32/Win32Headers.h"
+#include "platform/win32/Win32Library.h"
 #include "platform/win32/Win32Raise.h"
 
 #include <algorithm>
@@ -141,7 +142,7 @@ void Win32RichTextBox::SetUpControl() {
     // One font and one keyboard for all that is typed.
     const LRESULT options = Send(EM_GETLANGOPTIONS);
     Send(EM_SETLANGOPTIONS, 0, options & ~LRESULT{IMF_AUTOKEYBOARD | IMF_DUALFONT | IMF_AUTOFONTSIZEADJUST});
-    RevokeDragDrop(Handle());
+    LibraryFunction<decltype(&RevokeDragDrop)>(L"ole32.dll", "RevokeDragDrop")(Handle());
 }
 
 // The control measures in twips of the resolution that Windows was started with, whatever its window's is.

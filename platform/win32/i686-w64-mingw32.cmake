@@ -1,18 +1,6 @@
-# MinGW-w64 for 32-bit Windows, as Debian has it; the posix variant brings the threads of the standard library.
-set(CMAKE_SYSTEM_NAME Windows)
+# 32-bit Windows.
 set(CMAKE_SYSTEM_PROCESSOR x86)
-set(CMAKE_C_COMPILER i686-w64-mingw32-gcc-posix)
-set(CMAKE_CXX_COMPILER i686-w64-mingw32-g++-posix)
-set(CMAKE_RC_COMPILER i686-w64-mingw32-windres)
-set(CMAKE_FIND_ROOT_PATH /usr/i686-w64-mingw32)
-set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
-set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
-
+set(MINGW_TARGET i686-w64-mingw32)
 # Arithmetic as on 64 bits; every processor that Windows still runs on can do it.
-set(CMAKE_C_FLAGS_INIT "-march=pentium4 -mfpmath=sse -ffunction-sections -fdata-sections")
-set(CMAKE_CXX_FLAGS_INIT "${CMAKE_C_FLAGS_INIT}")
-
-# Small programs that need nothing beside Windows.
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -Wl,--gc-sections -s")
+set(MINGW_FLAGS "-march=pentium4 -mfpmath=sse")
+include(${CMAKE_CURRENT_LIST_DIR}/mingw-w64.cmake)
