@@ -8,9 +8,7 @@
 
 namespace tessaly {
 
-Win32Child::Win32Child(Win32Parent& parent, const Kind& kind)
-    : mParent(parent),
-      mIsTabStop((kind.style & WS_TABSTOP) != 0) {
+Win32Child::Win32Child(Win32Parent& parent, const Kind& kind) : mParent(parent) {
     const std::wstring text(kind.text);
     mHandle = CreateWindowExW(kind.extendedStyle, kind.windowClass, text.c_str(), WS_CHILD | WS_VISIBLE | kind.style, 0,
                               0, 0, 0, parent.Handle(), std::bit_cast<HMENU>(static_cast<INT_PTR>(kind.id)),

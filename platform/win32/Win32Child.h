@@ -57,7 +57,7 @@ public:
     // Whether the program has given it a place; else the window may choose one.
     bool IsPlaced() const { return mExtent.has_value(); }
 
-    // Whether the Tab key stops at it in the main window; at first as its style says.
+    // Whether the Tab key stops at it in the main window, where no style says so; at first it does.
     bool IsTabStop() const { return mIsTabStop; }
 
     // Focus
@@ -97,7 +97,7 @@ private:
     HWND mHandle = nullptr;
     WNDPROC mBase = nullptr; // of the control itself
     std::optional<Extent> mExtent;
-    bool mIsTabStop;
+    bool mIsTabStop = true;
 };
 
 } // namespace tessaly

@@ -121,7 +121,7 @@ bool IsUndoKey(WPARAM key) {
 Win32RichTextBox::Win32RichTextBox(Win32Parent& parent)
     : Win32Control(parent, {RichEditClass(),
                             ES_MULTILINE | ES_AUTOVSCROLL | ES_AUTOHSCROLL | ES_NOHIDESEL | ES_WANTRETURN |
-                                ES_NOOLEDRAGDROP | ES_DISABLENOSCROLL | WS_VSCROLL | WS_HSCROLL | WS_TABSTOP,
+                                ES_NOOLEDRAGDROP | ES_DISABLENOSCROLL | WS_VSCROLL | WS_HSCROLL,
                             WS_EX_CLIENTEDGE, ControlId::FuncBody}),
       mFormat(Handle()) {
     SetUpControl();

@@ -36,7 +36,7 @@ TreeItem ItemOf(LPARAM parameter) {
 Win32TreeView::Win32TreeView(Win32Parent& parent)
     : Win32Control(parent, {WC_TREEVIEWW,
                             TVS_HASLINES | TVS_LINESATROOT | TVS_HASBUTTONS | TVS_SHOWSELALWAYS | TVS_NOTOOLTIPS |
-                                TVS_DISABLEDRAGDROP | WS_TABSTOP,
+                                TVS_DISABLEDRAGDROP,
                             WS_EX_CLIENTEDGE, ControlId::CodeTree}) {
     Send(TVM_SETEXTENDEDSTYLE, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
 }

@@ -252,17 +252,22 @@ std::string Menu(const Words& words) {
     return answer;
 }
 
-// focus WINDOW: which window of its thread has the keyboard, whether its menus have it, and which window of the screen
-// is in front
+// focus WINDOW: which window of its thread has the keyboard, whether its menus have it, which window of the screen is in
+// front, and the number of WINDOW on the display
 std::string Focus(const Words& words) {
     GUITHREADINFO info{};
     info.cbSize = sizeof info;
-    if (!GetGUIThreadInfo(GetWindowThreadProcessId(Window(words.at(1)), nullptr), &info)) {
+    HWND window = Window(words.at(1));
+    if (!GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info)) {
         throw std::runtime_error("the window's thread cannot be asked");
     }
     const bool isInMenu = (info.flags & GUI_INMENUMODE) != 0;
-    return Object(
-        {{"focus", Handle(info.hwndFocus)}, {"menu", Bool(isInMenu)}, {"front", Handle(GetForegroundWindow())}});
+    // Wine keeps with each window the number that the display knows it by.
+    const HANDLE onDisplay = GetPropW(window, L"__wine_x11_whole_window");
+    return Object({{"focus", Handle(info.hwndFocus)},
+                   {"menu", Bool(isInMenu)},
+                   {"front", Handle(GetForegroundWindow())},
+                   {"display", Number(reinterpret_cast<std::intptr_t>(onDisplay))}});
 }
 
 // send WINDOW MESSAGE WPARAM LPARAM: numbers only

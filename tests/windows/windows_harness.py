@@ -53,7 +53,7 @@ def psf(*arguments, stdin=b""):
 
 
 def xdotool(*arguments):
-    subprocess.run(["xdotool", *map(str, arguments)], check=True, timeout=60)
+    return subprocess.run(["xdotool", *map(str, arguments)], check=True, timeout=60, stdout=subprocess.PIPE).stdout
 
 
 def import_registry(text, folder):
@@ -253,9 +253,13 @@ class Program:
     # Real input
 
     def bring(self, window=None):
-        """Waits until the window has the keyboard: what is typed goes to it."""
+        """Waits until the window has the keyboard: what is typed goes to it. The display gives it later than Wine says."""
         window = window or self.main
-        wait_until("the window to come to the front", lambda: self.probe.ask("focus", window)["front"] == window)
+
+        def has_keyboard():
+            state = self.probe.ask("focus", window)
+            return state["front"] == window and int(xdotool("getwindowfocus", "-f")) == state["display"]
+        wait_until("the window to have the keyboard", has_keyboard)
 
     def keys(self, *names):
         xdotool("key", "--delay", "10", *names)
