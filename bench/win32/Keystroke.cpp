@@ -65,6 +65,22 @@ void TypeAll(HWND pane, tessaly::Win32Desktop& desktop) {
     }
 }
 
+// Puts the caret into the middle of the text and into the first line in view, so that all that is seen stands behind it.
+void PutCaret(HWND pane) {
+    const auto select = [pane](LRESULT line) {
+        const LRESULT place = SendMessageW(pane, EM_LINEINDEX, static_cast<WPARAM>(line), 0);
+        SendMessageW(pane, EM_SETSEL, static_cast<WPARAM>(place), place);
+    };
+    select(Lines / 2);
+    SendMessageW(pane, EM_SCROLLCARET, 0, 0);
+    const LRESULT first = SendMessageW(pane, EM_GETFIRSTVISIBLELINE, 0, 0) + 1; // the first that is seen whole
+    select(first);
+    SendMessageW(pane, EM_SCROLLCARET, 0, 0);
+    if (first < Lines / 4 || SendMessageW(pane, EM_GETFIRSTVISIBLELINE, 0, 0) != first - 1) {
+        throw std::runtime_error("the caret is not where it should be");
+    }
+}
+
 void Run() {
     tessaly::Win32Desktop desktop;
     desktop.FuncBody().SetExtent({4000, 900, 9000, 6500});
@@ -73,9 +89,7 @@ void Run() {
     desktop.FuncBody().SetText(Program());
     HWND pane = FindWindowExW(desktop.Frame().Handle(), nullptr, MSFTEDIT_CLASS, nullptr);
     SetFocus(pane);
-    const LRESULT middle = SendMessageW(pane, EM_LINEINDEX, Lines / 2, 0); // lines in front and behind it
-    SendMessageW(pane, EM_SETSEL, static_cast<WPARAM>(middle), middle);
-    SendMessageW(pane, EM_SCROLLCARET, 0, 0);
+    PutCaret(pane);
     desktop.Loop().RunWaiting();
     UpdateWindow(pane);
     TypeAll(pane, desktop);

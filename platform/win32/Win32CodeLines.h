@@ -23,6 +23,9 @@ public:
     std::size_t Count() const { return mLines.size(); }
     std::size_t Start(std::size_t line) const { return mLines[line].start; }
 
+    // The line that the character at `place` is in.
+    std::size_t LineAt(std::size_t place) const;
+
     // Without its line break.
     std::wstring_view TextOf(std::wstring_view text, std::size_t line) const;
 
@@ -49,7 +52,6 @@ private:
         bool isFresh = false;
     };
 
-    std::size_t LineAt(std::size_t place) const;
     void MoveStarts(std::wstring_view text, std::size_t first);
     CLineState StateBehind(std::wstring_view text, std::size_t line);
 

@@ -263,14 +263,24 @@ LRESULT Win32RichTextBox::Message(UINT message, WPARAM wParam, LPARAM lParam) {
         return Key(message, wParam, lParam);
     case WM_PASTE:
         return Paste();
+    case WM_CUT:
+    case WM_CLEAR:
+        return DefaultOfEdit(message, wParam, lParam, EditPlace::AtSelection);
+    case WM_UNDO:
+    case EM_UNDO:
+    case EM_REDO:
+        return DefaultOfEdit(message, wParam, lParam, EditPlace::Anywhere);
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
     case WM_RBUTTONDOWN:
     case WM_MBUTTONDOWN:
         return mIsAvailable ? Default(message, wParam, lParam) : 0;
     case WM_PAINT:
-        // Never while the control is at work with an edit, in the middle of which it may paint.
-        if (mDepth == 0 && mIsAvailable) {
+        if (mEdit) {
+            HoldPaintingBack();
+            return 0;
+        }
+        if (mIsAvailable) {
             mFormat.FormatView(mText);
         }
         return Default(message, wParam, lParam);
@@ -289,30 +299,66 @@ LRESULT Win32RichTextBox::Key(UINT message, WPARAM wParam, LPARAM lParam) {
     if (isCommand || (!isChar && IsFormattingKey(wParam))) {
         return 0;
     }
-    if (!isChar && IsUndoKey(wParam)) {
-        return Default(message, wParam, lParam);
-    }
+    const auto place = !isChar && IsUndoKey(wParam) ? EditPlace::Anywhere : EditPlace::AtSelection;
     if (wParam == VK_RETURN && IsDown(VK_SHIFT)) { // else it would break the line without ending the paragraph
         const WithoutShift released;
-        return DefaultOfEdit(message, wParam, lParam);
+        return DefaultOfEdit(message, wParam, lParam, place);
     }
-    return DefaultOfEdit(message, wParam, lParam);
+    return DefaultOfEdit(message, wParam, lParam, place);
 }
 
 // Plain text, whatever else the clipboard holds.
 LRESULT Win32RichTextBox::Paste() {
-    return mIsAvailable ? DefaultOfEdit(EM_PASTESPECIAL, CF_UNICODETEXT, 0) : 0;
+    return mIsAvailable ? DefaultOfEdit(EM_PASTESPECIAL, CF_UNICODETEXT, 0, EditPlace::AtSelection) : 0;
 }
 
-LRESULT Win32RichTextBox::DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam) {
-    CHARRANGE selection = {};
-    Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
-    mEditStart = selection.cpMin;
-    ++mDepth;
+// While the control is at work with an edit it would paint what has not been read and coloured yet, too much of it, and
+// then nothing any more when it has been.
+LRESULT Win32RichTextBox::DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam, EditPlace place) {
+    if (mEdit) {
+        return Default(message, wParam, lParam);
+    }
+    const Sight before = WhatIsSeen();
+    mEdit.emplace();
+    if (place == EditPlace::AtSelection) {
+        mEdit->start = before.selection.cpMin;
+    }
     const LRESULT result = Default(message, wParam, lParam);
-    --mDepth;
-    mEditStart.reset();
+    const Win32Region toPaint = std::move(mEdit->toPaint);
+    mEdit.reset();
+    if (toPaint) {
+        if (place == EditPlace::AtSelection && IsInOneLine(before, WhatIsSeen())) {
+            const RECT line = mFormat.LineRect(static_cast<std::size_t>(before.selection.cpMin));
+            const Win32Region lineRegion(CreateRectRgnIndirect(&line));
+            CombineRgn(toPaint.get(), toPaint.get(), lineRegion.get(), RGN_AND);
+        }
+        InvalidateRgn(Handle(), toPaint.get(), TRUE);
+    }
     return result;
+}
+
+void Win32RichTextBox::HoldPaintingBack() {
+    Win32Region asked(CreateRectRgn(0, 0, 0, 0));
+    GetUpdateRgn(Handle(), asked.get(), FALSE);
+    ValidateRect(Handle(), nullptr);
+    if (mEdit->toPaint) {
+        CombineRgn(asked.get(), asked.get(), mEdit->toPaint.get(), RGN_OR);
+    }
+    mEdit->toPaint = std::move(asked);
+}
+
+Win32RichTextBox::Sight Win32RichTextBox::WhatIsSeen() const {
+    Sight sight;
+    sight.lines = mFormat.LineCount();
+    Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&sight.selection));
+    sight.text = mFormat.TextPlace();
+    return sight;
+}
+
+bool Win32RichTextBox::IsInOneLine(const Sight& before, const Sight& now) {
+    const auto isCaret = [](const CHARRANGE& selection) { return selection.cpMin == selection.cpMax; };
+    return before.lines == now.lines && isCaret(before.selection) && isCaret(now.selection) &&
+           before.text.x == now.text.x && before.text.y == now.text.y;
 }
 
 // Reads what has changed. Where the edit tells its place that costs no more in a long text than in a short one.
@@ -321,9 +367,10 @@ void Win32RichTextBox::Changed() {
     const LONG before = static_cast<LONG>(mText.size());
     const LONG now = ShownLength();
     const LONG end = Caret();
-    const LONG start = std::min(mEditStart.value_or(0), end);
+    const std::optional<LONG> knownStart = mEdit ? mEdit->start : std::nullopt;
+    const LONG start = std::min(knownStart.value_or(0), end);
     const LONG endBefore = end - (now - before);
-    if (mEditStart && endBefore >= start && endBefore <= before) {
+    if (knownStart && endBefore >= start && endBefore <= before) {
         std::wstring text;
         text.reserve(static_cast<std::size_t>(now));
         text.append(mText, 0, static_cast<std::size_t>(start));

@@ -4,6 +4,7 @@
 #include "platform/LineBreaks.h"
 #include "platform/RichTextBox.h"
 #include "platform/win32/Win32Control.h"
+#include "platform/win32/Win32Gdi.h"
 #include "platform/win32/Win32ViewFormat.h"
 
 #include <optional>
@@ -44,9 +45,29 @@ private:
     void ShowBackground();
     void ShowText();
 
+    // Where a message that edits does so. At the selection: it begins there, or at the caret behind it, and ends at the
+    // caret.
+    enum class EditPlace { AtSelection, Anywhere };
+
+    // An edit that the control is at work with.
+    struct Edit {
+        std::optional<LONG> start; // where it is known
+        Win32Region toPaint;       // what the control wanted to paint; null for nothing
+    };
+
+    // What decides where the text stands in the view, and what of it.
+    struct Sight {
+        std::size_t lines = 0;
+        CHARRANGE selection = {};
+        POINTL text = {}; // where its beginning is, in pixels of the client area
+    };
+
     LRESULT Key(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Paste();
-    LRESULT DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam, EditPlace place);
+    void HoldPaintingBack();
+    Sight WhatIsSeen() const;
+    static bool IsInOneLine(const Sight& before, const Sight& now);
     void Changed();
     void TakeOver(std::wstring now, std::size_t sameInFront, std::size_t sameBehind);
     std::wstring ShownText() const;
@@ -62,8 +83,7 @@ private:
     std::vector<float> mTabStops;
     bool mIsAvailable = true;
     CHARRANGE mHiddenSelection = {}; // while it is not
-    std::optional<LONG> mEditStart;  // an edit is under way that begins here, or at the caret behind it, and ends there
-    int mDepth = 0;                  // of messages that are being handled
+    std::optional<Edit> mEdit;
 };
 
 } // namespace tessaly

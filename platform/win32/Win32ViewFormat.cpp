@@ -5,6 +5,7 @@
 #include "platform/win32/Win32Headers.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cwchar>
 
 namespace tessaly {
@@ -42,6 +43,13 @@ Win32Com<ITextDocument> TextDocumentOf(HWND control) {
     return Win32Com<ITextDocument>(static_cast<ITextDocument*>(document));
 }
 
+// Where the character at `index` stands, in pixels of the client area; far outside where it is out of sight.
+POINTL PlaceOf(HWND control, std::size_t index) {
+    POINTL place = {};
+    SendMessageW(control, EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&place), static_cast<LPARAM>(index));
+    return place;
+}
+
 // As long as it lives, formatting is not recorded for undo, raises no event, is not painted, and may move the
 // selection. What was to be painted before is so afterwards, and nothing else: turning the drawing on again would have
 // all of the control painted, the scroll bars, too.
@@ -54,6 +62,7 @@ public:
         SendMessageW(control, WM_SETREDRAW, FALSE, 0);
         SendMessageW(control, EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&mSelection));
         SendMessageW(control, EM_GETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&mScroll));
+        mTextPlace = PlaceOf(control, 0);
         Undo(tomSuspend);
     }
     Formatting(const Formatting&) = delete;
@@ -61,7 +70,7 @@ public:
     ~Formatting() {
         Undo(tomResume);
         SendMessageW(mControl, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&mSelection));
-        SendMessageW(mControl, EM_SETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&mScroll));
+        ScrollBack();
         SendMessageW(mControl, WM_SETREDRAW, TRUE, 0);
         SendMessageW(mControl, EM_SETEVENTMASK, 0, mEvents);
         RedrawWindow(mControl, nullptr, nullptr, RDW_VALIDATE | RDW_NOERASE | RDW_NOFRAME | RDW_NOCHILDREN);
@@ -69,6 +78,27 @@ public:
     }
 
 private:
+    // To select a line that is not whole in view scrolls there. Of texts that are higher than 65,535 pixels the place is
+    // told scaled down to 16 bits; not everywhere is it taken so, but in pixels.
+    void ScrollBack() const {
+        constexpr LONG inexactness = 8; // of a scaled place, in pixels; less than the height of a line
+        if (HowFarMoved() == 0) {
+            return;
+        }
+        SendMessageW(mControl, EM_SETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&mScroll));
+        if (HowFarMoved() >= inexactness) {
+            RECT area = {};
+            SendMessageW(mControl, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&area));
+            const POINT pixels = {area.left - mTextPlace.x, area.top - mTextPlace.y};
+            SendMessageW(mControl, EM_SETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&pixels));
+        }
+    }
+
+    LONG HowFarMoved() const {
+        const POINTL place = PlaceOf(mControl, 0);
+        return std::max(std::abs(place.x - mTextPlace.x), std::abs(place.y - mTextPlace.y));
+    }
+
     void Undo(long what) const {
         long count = 0;
         if (mDocument != nullptr) {
@@ -82,6 +112,7 @@ private:
     LRESULT mEvents = 0;
     CHARRANGE mSelection = {};
     POINT mScroll = {};
+    POINTL mTextPlace = {};
 };
 
 } // namespace
@@ -153,25 +184,33 @@ void Win32ViewFormat::FormatView(std::wstring_view text) {
             const Formatting formatting(mControl, mDocument.get());
             FormatLines(text, first, end);
         }
-        InvalidateLines(first, end);
+        // Only these: to paint all that is in view takes longer than everything else about a keystroke.
+        const RECT lines = LinesRect(first, end);
+        InvalidateRect(mControl, &lines, FALSE);
     }
 }
 
-// Only these: to paint all that is in view takes longer than everything else about a keystroke.
-void Win32ViewFormat::InvalidateLines(std::size_t first, std::size_t end) const {
+POINTL Win32ViewFormat::TextPlace() const {
+    return PlaceOf(mControl, 0);
+}
+
+RECT Win32ViewFormat::LineRect(std::size_t place) const {
+    const std::size_t line = mLines.LineAt(place);
+    return LinesRect(line, line + 1);
+}
+
+RECT Win32ViewFormat::LinesRect(std::size_t first, std::size_t end) const {
     RECT rect = {};
     GetClientRect(mControl, &rect);
     rect.top = TopOf(first);
     if (end < mLines.Count()) {
         rect.bottom = TopOf(end);
     }
-    InvalidateRect(mControl, &rect, FALSE);
+    return rect;
 }
 
 LONG Win32ViewFormat::TopOf(std::size_t line) const {
-    POINTL top = {};
-    SendMessageW(mControl, EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&top), static_cast<LPARAM>(mLines.Start(line)));
-    return top.y;
+    return PlaceOf(mControl, mLines.Start(line)).y;
 }
 
 void Win32ViewFormat::FormatLines(std::wstring_view text, std::size_t first, std::size_t end) {
@@ -183,41 +222,71 @@ void Win32ViewFormat::FormatLines(std::wstring_view text, std::size_t first, std
         Select(mLines.Start(withStops), mLines.Start(end - 1) + mLines.TextOf(text, end - 1).size());
         SendMessageW(mControl, EM_SETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&mParagraph));
     }
+    if (mDocument) {
+        ColourLines(text, first, end);
+    }
     for (std::size_t line = first; line < end; ++line) {
-        if (!mLines.IsFormatted(line)) {
-            ColourLine(text, line);
-            mLines.SetFormatted(line);
-        }
+        mLines.SetFormatted(line);
     }
 }
 
-// Each stretch that has not the colour that it should have.
-void Win32ViewFormat::ColourLine(std::wstring_view text, std::size_t line) {
-    if (!mDocument) {
-        return;
+// Each stretch that has not the colour that it should have; or all of it in one go and then what stands out of it, where
+// that takes fewer steps.
+void Win32ViewFormat::ColourLines(std::wstring_view text, std::size_t first, std::size_t end) {
+    Colours wanted;
+    Colours shown;
+    for (std::size_t line = first; line < end; ++line) {
+        const Colours wantedHere = WantedColours(text, line);
+        const Colours shownHere =
+            mLines.IsFormatted(line) ? wantedHere : ShownColours(mLines.TextOf(text, line), line);
+        wanted.insert(wanted.end(), wantedHere.begin(), wantedHere.end());
+        shown.insert(shown.end(), shownHere.begin(), shownHere.end());
+        if (line + 1 < end) { // the line break
+            wanted.push_back(AnyColour);
+            shown.push_back(AnyColour);
+        } else {
+            mLastLine = line;
+            mLastText = mLines.TextOf(text, line);
+            mLastColours = wantedHere;
+        }
     }
-    const std::size_t start = mLines.Start(line);
-    const std::wstring_view lineText = mLines.TextOf(text, line);
-    LineColours wanted = WantedColours(text, line);
-    const LineColours shown = ShownColours(lineText, line);
-    for (std::size_t place = 0; place < wanted.size();) {
+    const std::size_t start = mLines.Start(first);
+    std::vector<Stretch> stretches = Differences(wanted, shown);
+    std::vector<Stretch> standingOut = Differences(wanted, Colours(wanted.size(), NoColour));
+    if (standingOut.size() + 1 < stretches.size()) {
+        SetColour(start, start + wanted.size(), NoColour);
+        stretches = std::move(standingOut);
+    }
+    for (const Stretch& stretch : stretches) {
+        SetColour(start + stretch.start, start + stretch.end, stretch.colour);
+    }
+}
+
+// As few as possible: one goes on over what has its colour already, or may have any.
+std::vector<Win32ViewFormat::Stretch> Win32ViewFormat::Differences(const Colours& wanted, const Colours& shown) {
+    std::vector<Stretch> stretches;
+    signed char current = Unknown; // what the last stretch can go on with
+    for (std::size_t place = 0; place < wanted.size(); ++place) {
         const signed char colour = wanted[place];
-        std::size_t end = place;
-        while (end < wanted.size() && wanted[end] == colour && shown[end] != colour) {
-            ++end;
+        if (colour == AnyColour) {
+            continue;
         }
-        if (end > place) {
-            SetColour(start + place, start + end, colour);
+        if (shown[place] == colour) {
+            current = current == colour ? current : Unknown;
+            continue;
         }
-        place = std::max(end, place + 1);
+        if (current != colour) {
+            stretches.push_back({place, place, colour});
+            current = colour;
+        }
+        stretches.back().end = place + 1;
     }
-    mLastLine = line;
-    mLastText = lineText;
-    mLastColours = std::move(wanted);
+    return stretches;
 }
 
-Win32ViewFormat::LineColours Win32ViewFormat::WantedColours(std::wstring_view text, std::size_t line) {
-    LineColours colours(mLines.TextOf(text, line).size(), NoColour);
+Win32ViewFormat::Colours Win32ViewFormat::WantedColours(std::wstring_view text, std::size_t line) {
+    const std::wstring_view lineText = mLines.TextOf(text, line);
+    Colours colours(lineText.size(), NoColour);
     if (mHasColours) {
         mLines.Tokens(text, line, mTokens);
         for (const CToken& token : mTokens) {
@@ -225,15 +294,20 @@ Win32ViewFormat::LineColours Win32ViewFormat::WantedColours(std::wstring_view te
                         static_cast<signed char>(token.kind));
         }
     }
+    for (std::size_t place = 0; place < lineText.size(); ++place) {
+        if (lineText[place] == L' ' || lineText[place] == L'\t') {
+            colours[place] = AnyColour;
+        }
+    }
     return colours;
 }
 
 // What is in front of an edit and behind it keeps its colours; what a new character has is the control's secret.
-Win32ViewFormat::LineColours Win32ViewFormat::ShownColours(std::wstring_view lineText, std::size_t line) const {
+Win32ViewFormat::Colours Win32ViewFormat::ShownColours(std::wstring_view lineText, std::size_t line) const {
     if (mLastLine != line) {
-        return LineColours(lineText.size(), mLines.IsFresh(line) ? NoColour : Unknown);
+        return Colours(lineText.size(), mLines.IsFresh(line) ? NoColour : Unknown);
     }
-    LineColours colours(lineText.size(), Unknown);
+    Colours colours(lineText.size(), Unknown);
     const std::size_t shorter = std::min(lineText.size(), mLastText.size());
     std::size_t front = 0;
     while (front < shorter && lineText[front] == mLastText[front]) {

@@ -39,18 +39,34 @@ public:
     // Formats the lines in view that are not yet. Must be called before they are painted.
     void FormatView(std::wstring_view text);
 
+    std::size_t LineCount() const { return mLines.Count(); }
+
+    // Where the text begins, in pixels of the client area; far outside where it is scrolled.
+    POINTL TextPlace() const;
+
+    // Where the line with the character at `place` stands in the control, in pixels of its client area.
+    RECT LineRect(std::size_t place) const;
+
 private:
-    // The colours in a line: one for each character, a CTokenKind or one of the two below.
-    using LineColours = std::vector<signed char>;
+    // One for each character: a CTokenKind or one of those below.
+    using Colours = std::vector<signed char>;
     static constexpr signed char NoColour = -1; // that of the user's windows
     static constexpr signed char Unknown = -2;
+    static constexpr signed char AnyColour = -3; // of what cannot be seen
+
+    struct Stretch {
+        std::size_t start;
+        std::size_t end;
+        signed char colour;
+    };
 
     void FormatLines(std::wstring_view text, std::size_t first, std::size_t end);
-    void ColourLine(std::wstring_view text, std::size_t line);
-    LineColours WantedColours(std::wstring_view text, std::size_t line);
-    LineColours ShownColours(std::wstring_view lineText, std::size_t line) const;
+    void ColourLines(std::wstring_view text, std::size_t first, std::size_t end);
+    static std::vector<Stretch> Differences(const Colours& wanted, const Colours& shown);
+    Colours WantedColours(std::wstring_view text, std::size_t line);
+    Colours ShownColours(std::wstring_view lineText, std::size_t line) const;
     void SetColour(std::size_t start, std::size_t end, signed char colour) const;
-    void InvalidateLines(std::size_t first, std::size_t end) const;
+    RECT LinesRect(std::size_t first, std::size_t end) const;
     LONG TopOf(std::size_t line) const;
     void Select(std::size_t start, std::size_t end) const;
     std::size_t FirstInView() const;
@@ -67,7 +83,7 @@ private:
     // The line that was coloured last: most often it is the one that is being typed in, and little of it changes.
     std::optional<std::size_t> mLastLine;
     std::wstring mLastText;
-    LineColours mLastColours;
+    Colours mLastColours;
 };
 
 } // namespace tessaly

@@ -108,6 +108,15 @@ protected:
         SendMessageW(Pane(), EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
     }
 
+    long FirstInView() const { return static_cast<long>(SendMessageW(Pane(), EM_GETFIRSTVISIBLELINE, 0, 0)); }
+
+    // Where the text begins, in pixels of the pane.
+    POINTL TextPlace() const {
+        POINTL place = {};
+        SendMessageW(Pane(), EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&place), 0);
+        return place;
+    }
+
     // The colour of the character at `place`, read without moving the selection; -1 for that of the user's windows.
     long ColourAt(long place) const {
         constexpr GUID textDocumentId = {0x8CC497C0, 0xA1DF, 0x11CE, {0x80, 0x98, 0x00, 0xAA, 0x00, 0x47, 0xBE, 0x5D}};
@@ -264,14 +273,38 @@ TEST_F(Win32PaneTest, ColouringKeepsTheSelectionAndWhatIsInView) {
     const auto inView = static_cast<LONG>(ToWide(user.PaneShown()).find(L"int value105"));
     Select(inView, inView + 4);
     Paint();
-    const auto first = SendMessageW(Pane(), EM_GETFIRSTVISIBLELINE, 0, 0);
+    const long first = FirstInView();
     ASSERT_GT(first, 90);
     Desktop().FuncBody().SetTabStops({500}); // all that is in view must be formatted again
     InvalidateRect(Pane(), nullptr, TRUE);
     Paint();
-    EXPECT_EQ(SendMessageW(Pane(), EM_GETFIRSTVISIBLELINE, 0, 0), first);
+    EXPECT_EQ(FirstInView(), first);
     EXPECT_EQ(Selection().cpMin, inView);
     EXPECT_EQ(Selection().cpMax, inView + 4);
+}
+
+TEST_F(Win32PaneTest, TypingInAVeryLongTextScrollsNothing) {
+    Edit(Lines(9000), 0);
+    const auto inView = static_cast<LONG>(ToWide(user.PaneShown()).find(L"int value8000"));
+    Select(inView, inView);
+    SendMessageW(Pane(), EM_SCROLLCARET, 0, 0);
+    const long first = FirstInView();
+    ASSERT_GT(first, 7900);
+    const POINTL place = TextPlace();
+    user.Type("/*");
+    Paint();
+    EXPECT_EQ(FirstInView(), first);
+    EXPECT_EQ(TextPlace().y, place.y) << "by pixels, too";
+    EXPECT_NE(ColourAt(inView + 3), -1) << "it is in view, and in a comment";
+}
+
+TEST_F(Win32PaneTest, WhatHasChangedItsColourIsToBePaintedAtOnce) {
+    Edit("\nint a;\nint b;", 0);
+    user.Type("/");
+    Paint();
+    user.Type("*");
+    Paint();
+    EXPECT_EQ(ColourAt(8), ColourAt(0)) << "with the key that opens the comment, not with the next one";
 }
 
 TEST_F(Win32PaneTest, ScrollingColoursWhatComesIntoView) {
@@ -279,10 +312,10 @@ TEST_F(Win32PaneTest, ScrollingColoursWhatComesIntoView) {
     const auto below = static_cast<LONG>(ToWide(user.PaneShown()).find(L"int value1500"));
     EXPECT_EQ(ColourAt(below), -1) << "nobody has looked there yet";
     SendMessageW(Pane(), EM_LINESCROLL, 0, 1495);
-    const auto first = SendMessageW(Pane(), EM_GETFIRSTVISIBLELINE, 0, 0);
+    const long first = FirstInView();
     Paint();
     EXPECT_NE(ColourAt(below), -1);
-    EXPECT_EQ(SendMessageW(Pane(), EM_GETFIRSTVISIBLELINE, 0, 0), first) << "the caret is not in view, and stays there";
+    EXPECT_EQ(FirstInView(), first) << "the caret is not in view, and stays there";
 }
 
 TEST_F(Win32PaneTest, ATextLongerThanAnyOldLimitIsKeptWhole) {
