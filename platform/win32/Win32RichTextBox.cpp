@@ -261,6 +261,14 @@ LRESULT Win32RichTextBox::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SYSKEYDOWN:
     case WM_CHAR:
         return Key(message, wParam, lParam);
+    case WM_TIMER:
+        if (wParam == Win32ViewFormat::Timer) {
+            if (mIsAvailable && !mEdit) { // else it comes again, or is not needed any more
+                mFormat.GoOn(mText);
+            }
+            return 0;
+        }
+        return Default(message, wParam, lParam);
     case WM_PASTE:
         return Paste();
     case WM_CUT:

@@ -78,8 +78,8 @@ public:
     }
 
 private:
-    // To select a line that is not whole in view scrolls there. Of texts that are higher than 65,535 pixels the place is
-    // told scaled down to 16 bits; not everywhere is it taken so, but in pixels.
+    // To select a line that is not whole in view scrolls there. Of texts that are higher than 65,535 pixels the place
+    // is told scaled down to 16 bits; not everywhere is it taken so, but in pixels.
     void ScrollBack() const {
         constexpr LONG inexactness = 8; // of a scaled place, in pixels; less than the height of a line
         if (HowFarMoved() == 0) {
@@ -156,12 +156,15 @@ void Win32ViewFormat::SetTabStops(const std::vector<LONG>& stops) {
 }
 
 void Win32ViewFormat::Reset(std::wstring_view text) {
+    KillTimer(mControl, Timer);
+    mIsTyping = false;
     mLines.Reset(text);
     mLastLine.reset();
     InvalidateRect(mControl, nullptr, FALSE);
 }
 
 void Win32ViewFormat::Edit(std::wstring_view text, std::size_t start, std::size_t end, std::size_t breaksBefore) {
+    mIsTyping = true;
     const std::size_t linesBefore = mLines.Count();
     mLines.Edit(text, start, end, breaksBefore);
     if (mLines.Count() != linesBefore || breaksBefore != 0) { // it may be another one's number now
@@ -180,6 +183,11 @@ void Win32ViewFormat::FormatView(std::wstring_view text) {
         --end;
     }
     if (first < end) {
+        mIsTyping = mIsTyping && end - first > LinesAtOnce;
+        if (mIsTyping) {
+            end = first + LinesAtOnce;
+            SetTimer(mControl, Timer, USER_TIMER_MINIMUM, nullptr);
+        }
         {
             const Formatting formatting(mControl, mDocument.get());
             FormatLines(text, first, end);
@@ -192,6 +200,11 @@ void Win32ViewFormat::FormatView(std::wstring_view text) {
 
 POINTL Win32ViewFormat::TextPlace() const {
     return PlaceOf(mControl, 0);
+}
+
+void Win32ViewFormat::GoOn(std::wstring_view text) {
+    KillTimer(mControl, Timer);
+    FormatView(text);
 }
 
 RECT Win32ViewFormat::LineRect(std::size_t place) const {
@@ -230,26 +243,21 @@ void Win32ViewFormat::FormatLines(std::wstring_view text, std::size_t first, std
     }
 }
 
-// Each stretch that has not the colour that it should have; or all of it in one go and then what stands out of it, where
-// that takes fewer steps.
+// Each stretch that has not the colour that it should have; or all of it in one go and then what stands out of it,
+// where that takes fewer steps.
 void Win32ViewFormat::ColourLines(std::wstring_view text, std::size_t first, std::size_t end) {
     Colours wanted;
     Colours shown;
     for (std::size_t line = first; line < end; ++line) {
         const Colours wantedHere = WantedColours(text, line);
-        const Colours shownHere =
-            mLines.IsFormatted(line) ? wantedHere : ShownColours(mLines.TextOf(text, line), line);
+        const Colours shownHere = mLines.IsFormatted(line) ? wantedHere : ShownColours(mLines.TextOf(text, line), line);
         wanted.insert(wanted.end(), wantedHere.begin(), wantedHere.end());
         shown.insert(shown.end(), shownHere.begin(), shownHere.end());
-        if (line + 1 < end) { // the line break
-            wanted.push_back(AnyColour);
-            shown.push_back(AnyColour);
-        } else {
-            mLastLine = line;
-            mLastText = mLines.TextOf(text, line);
-            mLastColours = wantedHere;
-        }
+        wanted.push_back(AnyColour); // the line break
+        shown.push_back(AnyColour);
     }
+    wanted.pop_back();
+    shown.pop_back();
     const std::size_t start = mLines.Start(first);
     std::vector<Stretch> stretches = Differences(wanted, shown);
     std::vector<Stretch> standingOut = Differences(wanted, Colours(wanted.size(), NoColour));
@@ -260,6 +268,9 @@ void Win32ViewFormat::ColourLines(std::wstring_view text, std::size_t first, std
     for (const Stretch& stretch : stretches) {
         SetColour(start + stretch.start, start + stretch.end, stretch.colour);
     }
+    mLastLine = end - 1;
+    mLastText = mLines.TextOf(text, end - 1);
+    mLastColours = WantedColours(text, end - 1);
 }
 
 // As few as possible: one goes on over what has its colour already, or may have any.

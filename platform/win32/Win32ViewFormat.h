@@ -36,8 +36,13 @@ public:
     // `breaksBefore` line breaks.
     void Edit(std::wstring_view text, std::size_t start, std::size_t end, std::size_t breaksBefore);
 
-    // Formats the lines in view that are not yet. Must be called before they are painted.
+    // Formats the lines in view that are not yet. Must be called before they are painted. After an edit it formats a
+    // few at once, so as not to hold up who types, and the next ones with GoOn.
     void FormatView(std::wstring_view text);
+
+    // To be called when the control gets WM_TIMER with this number.
+    static constexpr UINT_PTR Timer = 0x7E55;
+    void GoOn(std::wstring_view text);
 
     std::size_t LineCount() const { return mLines.Count(); }
 
@@ -53,6 +58,8 @@ private:
     static constexpr signed char NoColour = -1; // that of the user's windows
     static constexpr signed char Unknown = -2;
     static constexpr signed char AnyColour = -3; // of what cannot be seen
+
+    static constexpr std::size_t LinesAtOnce = 3; // after an edit
 
     struct Stretch {
         std::size_t start;
@@ -78,6 +85,7 @@ private:
     std::array<COLORREF, 6> mColours = {}; // by CTokenKind
     PARAFORMAT2 mParagraph = {};
     Win32CodeLines mLines;
+    bool mIsTyping = false; // not all is formatted yet since an edit
     std::vector<CToken> mTokens;
 
     // The line that was coloured last: most often it is the one that is being typed in, and little of it changes.

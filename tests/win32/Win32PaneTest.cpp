@@ -117,6 +117,17 @@ protected:
         return place;
     }
 
+    // Lets the window work until `test` holds.
+    void WaitUntil(const std::function<bool()>& test) {
+        const DWORD start = GetTickCount();
+        while (!test()) {
+            ASSERT_LT(GetTickCount() - start, 30000U) << "in vain";
+            Sleep(5);
+            user.Settle();
+            Paint();
+        }
+    }
+
     // The colour of the character at `place`, read without moving the selection; -1 for that of the user's windows.
     long ColourAt(long place) const {
         constexpr GUID textDocumentId = {0x8CC497C0, 0xA1DF, 0x11CE, {0x80, 0x98, 0x00, 0xAA, 0x00, 0x47, 0xBE, 0x5D}};
@@ -305,6 +316,51 @@ TEST_F(Win32PaneTest, WhatHasChangedItsColourIsToBePaintedAtOnce) {
     user.Type("*");
     Paint();
     EXPECT_EQ(ColourAt(8), ColourAt(0)) << "with the key that opens the comment, not with the next one";
+}
+
+TEST_F(Win32PaneTest, AKeyThatChangesManyLinesColoursThemSoon) {
+    std::string text;
+    for (int line = 0; line < 100; ++line) {
+        text += "\nint a;";
+    }
+    Edit(text, 0);
+    const long keyword = ColourAt(1);
+    const long inView = 1 + 15 * 7;
+    ASSERT_EQ(ColourAt(inView), keyword);
+    user.Type("/*");
+    WaitUntil([&] { return ColourAt(inView + 2) == ColourAt(0); });
+    EXPECT_EQ(ColourAt(3), ColourAt(0)) << "and the lines in front of it";
+    user.Backspace();
+    WaitUntil([&] { return ColourAt(inView + 1) == keyword; });
+    EXPECT_EQ(ColourAt(2), keyword);
+}
+
+TEST_F(Win32PaneTest, AnotherTextIsNotColouredWithWhatWasLeftOfTheLast) {
+    Edit(Lines(50), 0);
+    user.Type("\"");
+    user.Type("/*");
+    Paint();
+    Desktop().FuncBody().SetText("int a;");
+    Desktop().FuncBody().SetAvailable(false);
+    Sleep(50);
+    user.Settle();
+    Desktop().FuncBody().SetAvailable(true);
+    Paint();
+    EXPECT_NE(ColourAt(0), -1);
+    EXPECT_EQ(ColourAt(4), -1);
+}
+
+TEST_F(Win32PaneTest, AKeyHasItsLineAlonePainted) {
+    Edit(Lines(50), 0);
+    SendMessageW(Pane(), WM_CHAR, L'x', 1);
+    RECT rect = {};
+    ASSERT_NE(GetUpdateRect(Pane(), &rect, FALSE), 0);
+    const auto heightOf = [](const RECT& of) { return of.bottom - of.top; };
+    RECT client = {};
+    GetClientRect(Pane(), &client);
+    EXPECT_LT(heightOf(rect), heightOf(client) / 4);
+    Paint();
+    EXPECT_EQ(GetUpdateRect(Pane(), &rect, FALSE), 0);
 }
 
 TEST_F(Win32PaneTest, ScrollingColoursWhatComesIntoView) {

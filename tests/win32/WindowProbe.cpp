@@ -252,8 +252,8 @@ std::string Menu(const Words& words) {
     return answer;
 }
 
-// focus WINDOW: which window of its thread has the keyboard, whether its menus have it, which window of the screen is in
-// front, and the number of WINDOW on the display
+// focus WINDOW: which window of its thread has the keyboard, whether its menus have it, which window of the screen is
+// in front, and the number of WINDOW on the display
 std::string Focus(const Words& words) {
     GUITHREADINFO info{};
     info.cbSize = sizeof info;
