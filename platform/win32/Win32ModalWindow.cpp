@@ -2,7 +2,7 @@
 
 #include "platform/win32/Text.h"
 #include "platform/win32/Win32Handle.h"
-#include "platform/win32/Win32Picture.h"
+#include "platform/win32/Win32WindowClass.h"
 
 #include <algorithm>
 #include <bit>
@@ -14,18 +14,6 @@ namespace {
 // Children are not clipped: a frame around others leaves its inside to the window.
 constexpr DWORD Style = WS_POPUP | WS_CAPTION | WS_SYSMENU;
 constexpr DWORD ExtendedStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
-
-void RegisterWindowClass(const wchar_t* name, WNDPROC procedure) {
-    WNDCLASSEXW windowClass = {};
-    windowClass.cbSize = sizeof windowClass;
-    windowClass.lpfnWndProc = procedure;
-    windowClass.hInstance = GetModuleHandleW(nullptr);
-    windowClass.hIcon = LoadIconW(windowClass.hInstance, MAKEINTRESOURCEW(ProgramIcon));
-    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    windowClass.hbrBackground = std::bit_cast<HBRUSH>(INT_PTR{COLOR_BTNFACE + 1});
-    windowClass.lpszClassName = name;
-    RegisterClassExW(&windowClass); // fails where it is registered already
-}
 
 } // namespace
 

@@ -327,6 +327,7 @@ LRESULT Win32RichTextBox::DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lPar
         return Default(message, wParam, lParam);
     }
     const Sight before = WhatIsSeen();
+    const bool isAllPainted = GetUpdateRect(Handle(), nullptr, FALSE) == 0;
     mEdit.emplace();
     if (place == EditPlace::AtSelection) {
         mEdit->start = before.selection.cpMin;
@@ -335,7 +336,7 @@ LRESULT Win32RichTextBox::DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lPar
     const Win32Region toPaint = std::move(mEdit->toPaint);
     mEdit.reset();
     if (toPaint) {
-        if (place == EditPlace::AtSelection && IsInOneLine(before, WhatIsSeen())) {
+        if (isAllPainted && place == EditPlace::AtSelection && IsInOneLine(before, WhatIsSeen())) {
             const RECT line = mFormat.LineRect(static_cast<std::size_t>(before.selection.cpMin));
             const Win32Region lineRegion(CreateRectRgnIndirect(&line));
             CombineRgn(toPaint.get(), toPaint.get(), lineRegion.get(), RGN_AND);

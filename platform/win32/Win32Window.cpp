@@ -6,6 +6,7 @@
 #include "platform/win32/Win32Library.h"
 #include "platform/win32/Win32Picture.h"
 #include "platform/win32/Win32Raise.h"
+#include "platform/win32/Win32WindowClass.h"
 
 #include <algorithm>
 #include <bit>
@@ -21,18 +22,6 @@ constexpr const wchar_t* ClassName = L"VornMainFrm";
 // The size at first, in twips; less on a small screen.
 constexpr float FirstWidth = 14400;
 constexpr float FirstHeight = 10200;
-
-void RegisterWindowClass(WNDPROC procedure) {
-    WNDCLASSEXW windowClass = {};
-    windowClass.cbSize = sizeof windowClass;
-    windowClass.lpfnWndProc = procedure;
-    windowClass.hInstance = GetModuleHandleW(nullptr);
-    windowClass.hIcon = LoadIconW(windowClass.hInstance, MAKEINTRESOURCEW(ProgramIcon));
-    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    windowClass.hbrBackground = std::bit_cast<HBRUSH>(INT_PTR{COLOR_BTNFACE + 1});
-    windowClass.lpszClassName = ClassName;
-    RegisterClassExW(&windowClass); // fails where it is registered already
-}
 
 SIZE FirstSize(const RECT& screen, int dpi) {
     return {std::min<LONG>(ToPixels(FirstWidth, dpi), (screen.right - screen.left) * 9 / 10),
@@ -61,7 +50,7 @@ std::vector<std::string> DroppedFiles(HDROP drop) {
 } // namespace
 
 Win32Window::Win32Window(Win32EventLoop& loop) : mLoop(loop) {
-    RegisterWindowClass(Procedure);
+    RegisterWindowClass(ClassName, Procedure);
     RECT screen = {};
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &screen, 0);
     const SIZE size = FirstSize(screen, SystemDpi());

@@ -363,6 +363,18 @@ TEST_F(Win32PaneTest, AKeyHasItsLineAlonePainted) {
     EXPECT_EQ(GetUpdateRect(Pane(), &rect, FALSE), 0);
 }
 
+TEST_F(Win32PaneTest, WhatWasToBePaintedBeforeAKeyStillIsBehindIt) {
+    Edit(Lines(50), 0);
+    RECT client = {};
+    GetClientRect(Pane(), &client);
+    InvalidateRect(Pane(), nullptr, TRUE);
+    SendMessageW(Pane(), WM_CHAR, L'x', 1);
+    RECT rect = {};
+    ASSERT_NE(GetUpdateRect(Pane(), &rect, FALSE), 0);
+    EXPECT_EQ(rect.bottom, client.bottom);
+    EXPECT_EQ(rect.top, client.top);
+}
+
 TEST_F(Win32PaneTest, ScrollingColoursWhatComesIntoView) {
     Edit(Lines(2000), 0);
     const auto below = static_cast<LONG>(ToWide(user.PaneShown()).find(L"int value1500"));
