@@ -117,7 +117,6 @@ bool IsUndoKey(WPARAM key) {
 
 } // namespace
 
-// The scroll bars are always there: where one comes while something is typed, all of the text is laid out again.
 Win32RichTextBox::Win32RichTextBox(Win32Parent& parent)
     : Win32Control(parent, {RichEditClass(),
                             ES_MULTILINE | ES_AUTOVSCROLL | ES_AUTOHSCROLL | ES_NOHIDESEL | ES_WANTRETURN |
@@ -193,14 +192,25 @@ void Win32RichTextBox::SetAvailable(bool available) {
     }
     mIsAvailable = available;
     Send(EM_SETREADONLY, available ? FALSE : TRUE);
-    // Where nothing is to be seen there is nothing to scroll; and the bars take long to draw at the start.
-    for (const int bar : {SB_HORZ, SB_VERT}) {
-        Send(EM_SHOWSCROLLBAR, static_cast<WPARAM>(bar), available ? TRUE : FALSE);
-    }
     ShowBackground();
     ShowText();
+    ShowScrollBars();
     if (available) {
         Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&mHiddenSelection));
+    }
+}
+
+// Both are there as long as text can be seen: where one comes while something is typed, all of the text is laid out
+// again. Without text they take long to draw at the start, for nothing.
+void Win32RichTextBox::ShowScrollBars() {
+    if (!mIsAvailable) {
+        ShowScrollBar(Handle(), SB_BOTH, FALSE); // both in one step
+    }
+    for (const int bar : {SB_HORZ, SB_VERT}) {
+        Send(EM_SHOWSCROLLBAR, static_cast<WPARAM>(bar), mIsAvailable ? TRUE : FALSE);
+    }
+    if (mIsAvailable) {
+        ShowScrollBar(Handle(), SB_BOTH, TRUE); // the message brings none that has nothing to do yet
     }
 }
 

@@ -43,6 +43,7 @@ private:
     void ApplyFont();
     void ShowTabStops();
     void ShowBackground();
+    void ShowScrollBars();
     void ShowText();
 
     // Where a message that edits does so. At the selection: it begins there, or at the caret behind it, and ends at the

@@ -462,6 +462,20 @@ TEST_F(Win32PaneTest, AnUnavailablePaneIsShownEmpty) {
     EXPECT_EQ(user.PaneShown(), "text");
 }
 
+TEST_F(Win32PaneTest, TheScrollBarsAreThereAsLongAsTextCanBeSeen) {
+    const auto bars = [this] { return GetWindowLongW(Pane(), GWL_STYLE) & (WS_VSCROLL | WS_HSCROLL); };
+    Edit("x", 0);
+    EXPECT_EQ(bars(), WS_VSCROLL | WS_HSCROLL);
+    Desktop().FuncBody().SetAvailable(false);
+    EXPECT_EQ(bars(), 0);
+    Desktop().FuncBody().SetText("y");
+    Desktop().FuncBody().SetAvailable(true);
+    Paint();
+    EXPECT_EQ(bars(), WS_VSCROLL | WS_HSCROLL);
+    user.Type("z");
+    EXPECT_EQ(bars(), WS_VSCROLL | WS_HSCROLL);
+}
+
 TEST_F(Win32PaneTest, ATabReachesTheStopsThatWereSet) {
     Desktop().FuncBody().SetTabStops({0, 900, 1800});
     Edit("\ta\n\t\tb", 0);
