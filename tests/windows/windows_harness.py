@@ -162,8 +162,18 @@ class Program:
 
     def __init__(self, probe, command_line=""):
         self.probe = probe
-        self.process = probe.ask("start", f"{windows_path(EXE)} {command_line}".strip())
+        self.process = self.start(f"{windows_path(EXE)} {command_line}".strip())
         self.main = None
+
+    def start(self, command):
+        try:
+            return self.probe.ask("start", command)
+        except LookupError as error:
+            if "error 1359" not in str(error):
+                raise
+        # Once in many hundred starts a Wine process is gone before it has got to its program; Windows has no such error.
+        print("Wine lost a new process; started once more")
+        return self.probe.ask("start", command)
 
     # Its end
 
