@@ -29,8 +29,8 @@ public:
     // An unavailable pane takes no input and refuses the focus. It is shown empty and grey, not hidden, so that the
     // window keeps its shape under the user's hand. If it has the focus when it becomes unavailable it keeps it. It is
     // available at first.
-    virtual bool IsAvailable() const = 0;
-    virtual void SetAvailable(bool available) = 0;
+    virtual bool FuncBodyAvailable() const = 0;
+    virtual void SetFuncBodyAvailable(bool available) = 0;
 
     // Where the tab stops are, in twips from the left edge of the text, ascending.
     virtual void SetTabStops(const std::vector<float>& stops) = 0;

@@ -38,7 +38,7 @@ void VornMainFrm::BuildCodeTree() {
     mCodeTree.Expand(events);
     mCodeTree.Expand(functions);
     mCodeTree.Expand(references);
-    mFuncBody.SetAvailable(false);
+    mFuncBody.SetFuncBodyAvailable(false);
     mFuncBody.SetText("");
     SetUpFuncBodyTabs();
 }
@@ -47,7 +47,7 @@ void VornMainFrm::CodeTree_NodeClick(TreeItem node) {
     FuncBodyChangeMode = 1;
     SaveCurrentNodeCode(mCurrentNode);
     mCurrentNode = node;
-    mFuncBody.SetAvailable(false);
+    mFuncBody.SetFuncBodyAvailable(false);
     mFuncBody.SetText("");
     ShowNodeCode(node);
 }
@@ -56,28 +56,28 @@ void VornMainFrm::ShowNodeCode(TreeItem node) {
     const std::string key = mCodeTree.Key(node);
     if (key == "_0e") {
         SetUpToolBar("EventTool");
-        mFuncBody.SetAvailable(false);
+        mFuncBody.SetFuncBodyAvailable(false);
         mDesktop.FuncLabel().SetCaption(prompts.lblcodeEditEventCode);
     } else if (key == "_0f") {
         SetUpToolBar("FuncVarTool");
-        mFuncBody.SetAvailable(false);
+        mFuncBody.SetFuncBodyAvailable(false);
         mDesktop.FuncLabel().SetCaption(prompts.lblcodeEditFunctionCode);
     } else if (key == "_0v") {
         SetUpToolBar("EventTool");
-        mFuncBody.SetAvailable(true);
+        mFuncBody.SetFuncBodyAvailable(true);
         std::string code;
         mSourceDoc->GetVarCode(code);
         mFuncBody.SetText(code);
         mDesktop.FuncLabel().SetCaption(prompts.lblcodeEditVariableCode);
     } else if (ParentKey(node) == "_0e") {
         SetUpToolBar("EventTool");
-        mFuncBody.SetAvailable(true);
+        mFuncBody.SetFuncBodyAvailable(true);
         std::string code;
         mSourceDoc->GetEventCodeByIndex(EventIndex(node), code);
         mFuncBody.SetText(code);
     } else if (ParentKey(node) == "_0f") {
         SetUpToolBar("FuncVarTool");
-        mFuncBody.SetAvailable(true);
+        mFuncBody.SetFuncBodyAvailable(true);
         if (!ShowFunctionCode(node)) {
             return;
         }
@@ -145,7 +145,7 @@ void VornMainFrm::Form_AddFunction() {
     const Status status = mSourceDoc->AddFunction(name, "", text);
     if (status == Status::Done) {
         mFuncBody.SetText(text);
-        mFuncBody.SetAvailable(true);
+        mFuncBody.SetFuncBodyAvailable(true);
         FuncBodyChangedFlag = true;
         mCurrentNode = mCodeTree.Add(mCurrentNode, name, name);
         mCodeTree.Select(mCurrentNode);
@@ -180,7 +180,7 @@ void VornMainFrm::DeleteCurrentFunction() {
     SelectFunctionsItem();
     mFuncBody.SetText("");
     FuncBodyChangedFlag = true;
-    mFuncBody.SetAvailable(false);
+    mFuncBody.SetFuncBodyAvailable(false);
 }
 
 void VornMainFrm::SetUpFuncBodyTabs() {

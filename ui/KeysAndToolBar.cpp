@@ -11,7 +11,7 @@ void VornMainFrm::Form_KeyDown(int keyCode, int) {
             mCodeTree.SetFocus();
             break;
         case KeyF3:
-            if (mFuncBody.IsAvailable()) {
+            if (mFuncBody.FuncBodyAvailable()) {
                 mFuncBody.SetFocus();
             }
             break;

@@ -98,7 +98,7 @@ int main(int count, char** arguments) {
     QPlainTextEdit& pane = box.Widget();
     pane.setGeometry(0, 0, 960, 660);
     box.SetText(Program());
-    box.SetAvailable(true);
+    box.SetFuncBodyAvailable(true);
     window.show();
     pane.setFocus();
     pane.setTextCursor(QTextCursor(pane.document()->findBlockByNumber(Lines / 2))); // lines in front and behind it

@@ -98,7 +98,7 @@ void Run() {
     tessaly::Win32Desktop desktop;
     desktop.FuncBody().SetExtent({4000, 900, 9000, 6500});
     desktop.MainWindow().Show();
-    desktop.FuncBody().SetAvailable(true);
+    desktop.FuncBody().SetFuncBodyAvailable(true);
     desktop.FuncBody().SetText(Program());
     HWND pane = FindWindowExW(desktop.Frame().Handle(), nullptr, MSFTEDIT_CLASS, nullptr);
     SetFocus(pane);

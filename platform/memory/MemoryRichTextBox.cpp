@@ -55,14 +55,14 @@ void MemoryRichTextBox::SetText(std::string_view text) {
     }
 }
 
-bool MemoryRichTextBox::IsAvailable() const {
+bool MemoryRichTextBox::FuncBodyAvailable() const {
     CountCall();
-    return mIsAvailable;
+    return mFuncBodyAvailable;
 }
 
-void MemoryRichTextBox::SetAvailable(bool available) {
+void MemoryRichTextBox::SetFuncBodyAvailable(bool available) {
     CountCall();
-    mIsAvailable = available;
+    mFuncBodyAvailable = available;
 }
 
 void MemoryRichTextBox::SetTabStops(const std::vector<float>& stops) {
@@ -72,10 +72,10 @@ void MemoryRichTextBox::SetTabStops(const std::vector<float>& stops) {
 
 bool MemoryRichTextBox::Click() {
     CheckReachable("a click into the pane");
-    if (mIsAvailable) {
+    if (mFuncBodyAvailable) {
         TakeFocus();
     }
-    return mIsAvailable;
+    return mFuncBodyAvailable;
 }
 
 bool MemoryRichTextBox::Type(std::string_view text) {
@@ -173,7 +173,7 @@ bool MemoryRichTextBox::TakeKey(int keyCode, int shift) {
 
 bool MemoryRichTextBox::TakesInput() const {
     CheckReachable("a key in the pane");
-    return HasFocus() && mIsAvailable;
+    return HasFocus() && mFuncBodyAvailable;
 }
 
 // Replaces what stands from `start` to before `end`, as the user, who can undo it.

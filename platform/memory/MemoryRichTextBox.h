@@ -19,8 +19,8 @@ public:
 
     std::string Text() const override;
     void SetText(std::string_view text) override;
-    bool IsAvailable() const override;
-    void SetAvailable(bool available) override;
+    bool FuncBodyAvailable() const override;
+    void SetFuncBodyAvailable(bool available) override;
     void SetTabStops(const std::vector<float>& stops) override;
 
     // The user clicks into the pane, which moves the focus there and the caret nowhere. False, and nothing happens,
@@ -44,7 +44,7 @@ public:
     const std::string& Shown() const { return mLines.Shown(); }
     const std::vector<float>& TabStops() const { return mTabStops; }
 
-    bool CanHaveFocus() const override { return mIsAvailable; }
+    bool CanHaveFocus() const override { return mFuncBodyAvailable; }
     void LoseFocus() override;
     void GainFocus() override;
     bool TakeKey(int keyCode, int shift) override;
@@ -63,7 +63,7 @@ private:
     std::size_t mCaret = 0;
     std::size_t mAnchor = 0; // the other end of what is selected
     std::vector<State> mUndo;
-    bool mIsAvailable = true;
+    bool mFuncBodyAvailable = true;
     std::vector<float> mTabStops;
 };
 

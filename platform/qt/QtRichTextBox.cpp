@@ -159,11 +159,11 @@ void QtRichTextBox::SetText(std::string_view text) {
     }
 }
 
-void QtRichTextBox::SetAvailable(bool available) {
-    if (mIsAvailable == available) {
+void QtRichTextBox::SetFuncBodyAvailable(bool available) {
+    if (mFuncBodyAvailable == available) {
         return;
     }
-    mIsAvailable = available;
+    mFuncBodyAvailable = available;
     mEdit.setReadOnly(!available);
     mEdit.SetGrey(!available);
     UpdateFocusPolicy();

@@ -46,11 +46,11 @@ public:
 
     std::string Text() const override;
     void SetText(std::string_view text) override;
-    bool IsAvailable() const override { return mIsAvailable; }
-    void SetAvailable(bool available) override;
+    bool FuncBodyAvailable() const override { return mFuncBodyAvailable; }
+    void SetFuncBodyAvailable(bool available) override;
     void SetTabStops(const std::vector<float>& stops) override;
 
-    bool CanHaveFocus() const override { return mIsAvailable; }
+    bool CanHaveFocus() const override { return mFuncBodyAvailable; }
     void LoseFocus() override;
     void GainFocus() override;
 
@@ -66,7 +66,7 @@ private:
     int mBlockCount = 1;
     bool mIsSetting = false; // the program is putting in a text
     bool mIsChanged = false; // by the user, and not told yet
-    bool mIsAvailable = true;
+    bool mFuncBodyAvailable = true;
 };
 
 } // namespace tessaly

@@ -162,12 +162,12 @@ void Win32RichTextBox::ShowTabStops() {
 }
 
 void Win32RichTextBox::ShowBackground() {
-    Send(EM_SETBKGNDCOLOR, mIsAvailable ? 1 : 0, static_cast<LPARAM>(GetSysColor(COLOR_BTNFACE)));
+    Send(EM_SETBKGNDCOLOR, mFuncBodyAvailable ? 1 : 0, static_cast<LPARAM>(GetSysColor(COLOR_BTNFACE)));
 }
 
 std::string Win32RichTextBox::Text() const {
     return mBreaks.Apply(
-        PlainText(mIsAvailable && Handle() != nullptr && mIsEdited ? ShownText() : mText, mHasPictures));
+        PlainText(mFuncBodyAvailable && Handle() != nullptr && mIsEdited ? ShownText() : mText, mHasPictures));
 }
 
 void Win32RichTextBox::SetText(std::string_view text) {
@@ -175,22 +175,22 @@ void Win32RichTextBox::SetText(std::string_view text) {
     mHasPictures = ShowControlCharacters(mText);
     mIsEdited = false;
     mHiddenSelection = {};
-    if (mIsAvailable) {
+    if (mFuncBodyAvailable) {
         ShowText();
     }
     Raise(onChange);
 }
 
 // The text of an unavailable pane is kept, but not shown.
-void Win32RichTextBox::SetAvailable(bool available) {
-    if (mIsAvailable == available) {
+void Win32RichTextBox::SetFuncBodyAvailable(bool available) {
+    if (mFuncBodyAvailable == available) {
         return;
     }
     if (!available) {
         mText = mIsEdited ? ShownText() : std::move(mText);
         Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&mHiddenSelection));
     }
-    mIsAvailable = available;
+    mFuncBodyAvailable = available;
     Send(EM_SETREADONLY, available ? FALSE : TRUE);
     ShowBackground();
     ShowText();
@@ -203,20 +203,20 @@ void Win32RichTextBox::SetAvailable(bool available) {
 // Both are there as long as text can be seen: where one comes while something is typed, all of the text is laid out
 // again. Without text they take long to draw at the start, for nothing.
 void Win32RichTextBox::ShowScrollBars() {
-    if (!mIsAvailable) {
+    if (!mFuncBodyAvailable) {
         ShowScrollBar(Handle(), SB_BOTH, FALSE); // both in one step
     }
     for (const int bar : {SB_HORZ, SB_VERT}) {
-        Send(EM_SHOWSCROLLBAR, static_cast<WPARAM>(bar), mIsAvailable ? TRUE : FALSE);
+        Send(EM_SHOWSCROLLBAR, static_cast<WPARAM>(bar), mFuncBodyAvailable ? TRUE : FALSE);
     }
-    if (mIsAvailable) {
+    if (mFuncBodyAvailable) {
         ShowScrollBar(Handle(), SB_BOTH, TRUE); // the message brings none that has nothing to do yet
     }
 }
 
 // By a stream: the messages that take a whole text can be slow beyond measure.
 void Win32RichTextBox::ShowText() {
-    std::wstring_view left = mIsAvailable ? std::wstring_view(mText) : std::wstring_view();
+    std::wstring_view left = mFuncBodyAvailable ? std::wstring_view(mText) : std::wstring_view();
     mFormat.Reset(left);
     if (left.empty() && ShownLength() == 0) {
         Send(EM_EMPTYUNDOBUFFER);
@@ -273,7 +273,7 @@ LRESULT Win32RichTextBox::Message(UINT message, WPARAM wParam, LPARAM lParam) {
         return Key(message, wParam, lParam);
     case WM_TIMER:
         if (wParam == Win32ViewFormat::Timer) {
-            if (mIsAvailable && !mEdit) { // else it comes again, or is not needed any more
+            if (mFuncBodyAvailable && !mEdit) { // else it comes again, or is not needed any more
                 mFormat.GoOn(mText);
             }
             return 0;
@@ -292,13 +292,13 @@ LRESULT Win32RichTextBox::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_LBUTTONDBLCLK:
     case WM_RBUTTONDOWN:
     case WM_MBUTTONDOWN:
-        return mIsAvailable ? Default(message, wParam, lParam) : 0;
+        return mFuncBodyAvailable ? Default(message, wParam, lParam) : 0;
     case WM_PAINT:
         if (mEdit) {
             HoldPaintingBack();
             return 0;
         }
-        if (mIsAvailable) {
+        if (mFuncBodyAvailable) {
             mFormat.FormatView(mText);
         }
         return Default(message, wParam, lParam);
@@ -327,7 +327,7 @@ LRESULT Win32RichTextBox::Key(UINT message, WPARAM wParam, LPARAM lParam) {
 
 // Plain text, whatever else the clipboard holds.
 LRESULT Win32RichTextBox::Paste() {
-    return mIsAvailable ? DefaultOfEdit(EM_PASTESPECIAL, CF_UNICODETEXT, 0, EditPlace::AtSelection) : 0;
+    return mFuncBodyAvailable ? DefaultOfEdit(EM_PASTESPECIAL, CF_UNICODETEXT, 0, EditPlace::AtSelection) : 0;
 }
 
 // While the control is at work with an edit it would paint what has not been read and coloured yet, too much of it, and

@@ -23,11 +23,11 @@ public:
 
     std::string Text() const override;
     void SetText(std::string_view text) override;
-    bool IsAvailable() const override { return mIsAvailable; }
-    void SetAvailable(bool available) override;
+    bool FuncBodyAvailable() const override { return mFuncBodyAvailable; }
+    void SetFuncBodyAvailable(bool available) override;
     void SetTabStops(const std::vector<float>& stops) override;
 
-    bool CanHaveFocus() const override { return mIsAvailable; }
+    bool CanHaveFocus() const override { return mFuncBodyAvailable; }
     bool TakesTabKey() const override { return true; }
     void GainFocus() override;
     void LoseFocus() override;
@@ -82,7 +82,7 @@ private:
     bool mIsEdited = false;    // by the user, since it was put in
     Win32ViewFormat mFormat;
     std::vector<float> mTabStops;
-    bool mIsAvailable = true;
+    bool mFuncBodyAvailable = true;
     CHARRANGE mHiddenSelection = {}; // while it is not
     std::optional<Edit> mEdit;
 };

@@ -101,7 +101,7 @@ TEST_F(MemoryDesktopTest, TypingTellsWhetherItHappened) {
     EXPECT_FALSE(desktop.pane.Backspace());
     EXPECT_TRUE(desktop.pane.Type("x"));
     EXPECT_TRUE(desktop.pane.Backspace());
-    desktop.pane.SetAvailable(false);
+    desktop.pane.SetFuncBodyAvailable(false);
     EXPECT_FALSE(desktop.pane.Click());
     EXPECT_FALSE(desktop.pane.Type("x"));
     EXPECT_EQ(desktop.pane.Text(), "ab");

@@ -154,23 +154,23 @@ TEST_P(DesktopContract, SetTextMovesNoFocus) {
 }
 
 TEST_P(DesktopContract, APaneIsAvailableAtFirst) {
-    EXPECT_TRUE(Pane().IsAvailable());
-    Pane().SetAvailable(false);
-    EXPECT_FALSE(Pane().IsAvailable());
-    Pane().SetAvailable(true);
-    EXPECT_TRUE(Pane().IsAvailable());
+    EXPECT_TRUE(Pane().FuncBodyAvailable());
+    Pane().SetFuncBodyAvailable(false);
+    EXPECT_FALSE(Pane().FuncBodyAvailable());
+    Pane().SetFuncBodyAvailable(true);
+    EXPECT_TRUE(Pane().FuncBodyAvailable());
 }
 
 TEST_P(DesktopContract, AnUnavailablePaneRefusesTheFocus) {
     MainWindow().Show();
     Tree().SetFocus();
-    Pane().SetAvailable(false);
+    Pane().SetFuncBodyAvailable(false);
     Record();
     EXPECT_THROW(Pane().SetFocus(), std::runtime_error);
     user->ClickPane();
     user->Type("a");
     EXPECT_EQ(events, Strings{});
-    Pane().SetAvailable(true);
+    Pane().SetFuncBodyAvailable(true);
     Pane().SetFocus();
     EXPECT_EQ(events, Strings{"got focus"});
 }
@@ -178,21 +178,21 @@ TEST_P(DesktopContract, AnUnavailablePaneRefusesTheFocus) {
 TEST_P(DesktopContract, APaneThatBecomesUnavailableKeepsTheFocusAndTakesNoInput) {
     Edit("ab", 1);
     Record();
-    Pane().SetAvailable(false);
+    Pane().SetFuncBodyAvailable(false);
     user->Type("x");
     user->PressEnter();
     user->Backspace();
     user->Paste("y");
     EXPECT_EQ(Pane().Text(), "ab");
     EXPECT_EQ(events, Strings{});
-    Pane().SetAvailable(true);
+    Pane().SetFuncBodyAvailable(true);
     user->Type("x");
     EXPECT_EQ(Pane().Text(), "axb");
     EXPECT_EQ(events, Strings{"change"});
 }
 
 TEST_P(DesktopContract, AnUnavailablePaneStillTakesTextFromTheProgram) {
-    Pane().SetAvailable(false);
+    Pane().SetFuncBodyAvailable(false);
     Record();
     Pane().SetText("a\rb");
     EXPECT_EQ(Pane().Text(), "a\rb");

@@ -173,9 +173,9 @@ TEST_F(QtRichTextBoxTest, ADarkThemeHasLightColours) {
 TEST_F(QtRichTextBoxTest, AnUnavailablePaneIsGrey) {
     Edit("", 0);
     const QColor usual = Editor().viewport()->palette().color(QPalette::Base);
-    Pane().SetAvailable(false);
+    Pane().SetFuncBodyAvailable(false);
     EXPECT_NE(Editor().viewport()->palette().color(QPalette::Base), usual);
-    Pane().SetAvailable(true);
+    Pane().SetFuncBodyAvailable(true);
     EXPECT_EQ(Editor().viewport()->palette().color(QPalette::Base), usual);
 }
 

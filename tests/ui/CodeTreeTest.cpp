@@ -12,7 +12,7 @@ protected:
 TEST_F(CodeTreeTest, SelectingAnEventShowsItsText) {
     desktop.tree.Click("_0e3");
     EXPECT_EQ(desktop.pane.Text(), "void OnKey(char character)\n{\n\n}");
-    EXPECT_TRUE(desktop.pane.IsAvailable());
+    EXPECT_TRUE(desktop.pane.FuncBodyAvailable());
     EXPECT_EQ(desktop.toolBar.ButtonCount(), 0);
     EXPECT_FALSE(window.FuncBodyChangedFlag);
 }
@@ -36,7 +36,7 @@ TEST_F(CodeTreeTest, SelectingAGroupStoresTheTextAndEmptiesThePane) {
     desktop.tree.Click("_0f");
     EXPECT_EQ(EventText(0).substr(0, 11), "/* typed */");
     EXPECT_EQ(desktop.pane.Text(), "");
-    EXPECT_FALSE(desktop.pane.IsAvailable());
+    EXPECT_FALSE(desktop.pane.FuncBodyAvailable());
     EXPECT_EQ(desktop.paneLabel.Caption(), "Function Code");
     EXPECT_EQ(desktop.toolBar.ButtonCount(), 2);
     EXPECT_EQ(desktop.toolBar.ButtonTag(1), "Add");
@@ -81,7 +81,7 @@ TEST_F(CodeTreeTest, AddingAFunctionShowsItsTextAndSelectsIt) {
     EXPECT_EQ(CurrentKey(), "Blink");
     EXPECT_EQ(desktop.tree.Key(desktop.tree.Parent(window.mCurrentNode)), "_0f");
     EXPECT_EQ(desktop.pane.Text(), "void Blink(void)\n{\n\n}");
-    EXPECT_TRUE(desktop.pane.IsAvailable());
+    EXPECT_TRUE(desktop.pane.FuncBodyAvailable());
     EXPECT_TRUE(window.FuncBodyChangedFlag);
     EXPECT_EQ(FunctionText("Blink"), "void Blink(void)\n{\n\n}");
     EXPECT_EQ(desktop.toolBar.ButtonCount(), 0) << "the tool bar is not touched";
@@ -148,7 +148,7 @@ TEST_F(CodeTreeTest, DeletingAsksAndRemovesItemAndFunction) {
     EXPECT_EQ(window.mSourceDoc->GetFunctionCount(), 0);
     EXPECT_EQ(CurrentKey(), "_0f");
     EXPECT_EQ(desktop.pane.Text(), "");
-    EXPECT_FALSE(desktop.pane.IsAvailable());
+    EXPECT_FALSE(desktop.pane.FuncBodyAvailable());
     EXPECT_TRUE(window.FuncBodyChangedFlag);
 }
 
@@ -178,7 +178,7 @@ TEST_F(CodeTreeTest, SelectingAFunctionItemWhileTheDocumentHasNoFunctionsLeavesT
     desktop.tree.Click("_0e");
     desktop.tree.Click("Foo");
     EXPECT_EQ(desktop.pane.Text(), "");
-    EXPECT_TRUE(desktop.pane.IsAvailable());
+    EXPECT_TRUE(desktop.pane.FuncBodyAvailable());
     EXPECT_EQ(Boxes(), 0U);
 }
 

@@ -98,7 +98,7 @@ TEST_F(StartUpTest, TheTreeIsBuiltWithTheEventsGroupSelectedAndCurrent) {
     for (const std::string_view key : {"_0v", "_0f", "_0e"}) {
         EXPECT_TRUE(desktop.tree.IsExpanded(desktop.tree.Find(key)));
     }
-    EXPECT_FALSE(desktop.pane.IsAvailable());
+    EXPECT_FALSE(desktop.pane.FuncBodyAvailable());
     EXPECT_EQ(desktop.toolBar.ButtonCount(), 0);
     EXPECT_EQ(window.mLastOpenedFile, "");
     EXPECT_EQ(Panel(1), "File=");

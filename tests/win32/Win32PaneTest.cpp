@@ -353,10 +353,10 @@ TEST_F(Win32PaneTest, AnotherTextIsNotColouredWithWhatWasLeftOfTheLast) {
     user.Type("/*");
     Paint();
     Desktop().FuncBody().SetText("int a;");
-    Desktop().FuncBody().SetAvailable(false);
+    Desktop().FuncBody().SetFuncBodyAvailable(false);
     Sleep(50);
     user.Settle();
-    Desktop().FuncBody().SetAvailable(true);
+    Desktop().FuncBody().SetFuncBodyAvailable(true);
     Paint();
     EXPECT_NE(ColourAt(0), -1);
     EXPECT_EQ(ColourAt(4), -1);
@@ -467,10 +467,10 @@ TEST_F(Win32PaneTest, ControlCharactersComeBackAlsoAfterAnEdit) {
 
 TEST_F(Win32PaneTest, AnUnavailablePaneIsShownEmpty) {
     Edit("text", 2);
-    Desktop().FuncBody().SetAvailable(false);
+    Desktop().FuncBody().SetFuncBodyAvailable(false);
     EXPECT_EQ(user.PaneShown(), "");
     EXPECT_EQ(Desktop().FuncBody().Text(), "text");
-    Desktop().FuncBody().SetAvailable(true);
+    Desktop().FuncBody().SetFuncBodyAvailable(true);
     EXPECT_EQ(user.PaneShown(), "text");
 }
 
@@ -478,10 +478,10 @@ TEST_F(Win32PaneTest, TheScrollBarsAreThereAsLongAsTextCanBeSeen) {
     const auto bars = [this] { return GetWindowLongW(Pane(), GWL_STYLE) & (WS_VSCROLL | WS_HSCROLL); };
     Edit("x", 0);
     EXPECT_EQ(bars(), WS_VSCROLL | WS_HSCROLL);
-    Desktop().FuncBody().SetAvailable(false);
+    Desktop().FuncBody().SetFuncBodyAvailable(false);
     EXPECT_EQ(bars(), 0);
     Desktop().FuncBody().SetText("y");
-    Desktop().FuncBody().SetAvailable(true);
+    Desktop().FuncBody().SetFuncBodyAvailable(true);
     Paint();
     EXPECT_EQ(bars(), WS_VSCROLL | WS_HSCROLL);
     user.Type("z");
