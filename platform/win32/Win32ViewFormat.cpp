@@ -133,6 +133,7 @@ void Win32ViewFormat::ReadColours() {
     InvalidateRect(mControl, nullptr, FALSE);
 }
 
+// An empty text still has its end: what is typed there has that one's font, not the default one.
 void Win32ViewFormat::SetFont(const std::wstring& name, LONG height) {
     CHARFORMAT2W format = {};
     format.cbSize = sizeof format;
@@ -140,10 +141,9 @@ void Win32ViewFormat::SetFont(const std::wstring& name, LONG height) {
     format.yHeight = height;
     format.bCharSet = DEFAULT_CHARSET;
     std::wcsncpy(format.szFaceName, name.c_str(), LF_FACESIZE - 1);
-    SendMessageW(mControl, EM_SETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&format));
-    if (GetWindowTextLengthW(mControl) > 0) {
-        const Formatting formatting(mControl, mDocument.get());
-        SendMessageW(mControl, EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&format));
+    const Formatting formatting(mControl, mDocument.get());
+    for (const WPARAM of : {SCF_DEFAULT, SCF_ALL}) {
+        SendMessageW(mControl, EM_SETCHARFORMAT, of, reinterpret_cast<LPARAM>(&format));
     }
     InvalidateRect(mControl, nullptr, TRUE);
 }

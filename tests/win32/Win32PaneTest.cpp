@@ -3,12 +3,15 @@
 #include "platform/win32/ControlIds.h"
 #include "platform/win32/Text.h"
 #include "platform/win32/Win32Headers.h"
+#include "platform/win32/Win32Screen.h"
 #include "tests/win32/Win32Driver.h"
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstring>
 #include <gtest/gtest.h>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -128,8 +131,8 @@ protected:
         }
     }
 
-    // The colour of the character at `place`, read without moving the selection; -1 for that of the user's windows.
-    long ColourAt(long place) const {
+    // How the character at `place` looks, read without moving the selection.
+    Win32Com<ITextFont> FontAt(long place) const {
         constexpr GUID textDocumentId = {0x8CC497C0, 0xA1DF, 0x11CE, {0x80, 0x98, 0x00, 0xAA, 0x00, 0x47, 0xBE, 0x5D}};
         IUnknown* ole = nullptr;
         SendMessageW(Pane(), EM_GETOLEINTERFACE, 0, reinterpret_cast<LPARAM>(&ole));
@@ -142,11 +145,31 @@ protected:
         const Win32Com<ITextRange> rangeOwner(range);
         ITextFont* font = nullptr;
         EXPECT_EQ(range->GetFont(&font), S_OK);
-        const Win32Com<ITextFont> fontOwner(font);
+        return Win32Com<ITextFont>(font);
+    }
+
+    // Its colour; -1 for that of the user's windows.
+    long ColourAt(long place) const {
         long colour = 0;
-        EXPECT_EQ(font->GetForeColor(&colour), S_OK);
+        EXPECT_EQ(FontAt(place)->GetForeColor(&colour), S_OK);
         const bool isOfWindows = colour == tomAutoColor || colour == static_cast<long>(GetSysColor(COLOR_WINDOWTEXT));
         return isOfWindows ? -1 : colour;
+    }
+
+    // All fonts that the text has, and what would be typed behind it.
+    std::set<std::wstring> Fonts() const {
+        std::set<std::wstring> fonts;
+        const auto length = static_cast<long>(ToWide(user.PaneShown()).size());
+        for (long place = 0; place <= length; ++place) {
+            const Win32Com<ITextFont> font = FontAt(place);
+            BSTR name = nullptr;
+            float size = 0;
+            EXPECT_EQ(font->GetName(&name), S_OK);
+            EXPECT_EQ(font->GetSize(&size), S_OK);
+            fonts.insert(std::wstring(name) + L" " + std::to_wstring(std::lround(size * 100)));
+            SysFreeString(name);
+        }
+        return fonts;
     }
 
     // The brightness of a keyword's colour, up to 255; -1 when keywords have no colour of their own.
@@ -186,6 +209,59 @@ TEST_F(Win32PaneTest, KeywordsStringsCommentsNumbersAndDirectivesHaveColoursOfTh
     EXPECT_EQ(std::unique(colours.begin(), colours.end()) - colours.begin(), 6);
     EXPECT_NE(colours.front(), -1);
     EXPECT_EQ(ColourAt(37), -1);
+}
+
+// One font for all of a text, whichever way it came.
+TEST_F(Win32PaneTest, WhatIsTypedAnywhereHasTheFontForCode) {
+    const std::set<std::wstring> font = {CodeFontName() + L" 1000"};
+    Edit("", 0);
+    EXPECT_EQ(Fonts(), font) << "an empty text";
+    user.Type("ab");
+    EXPECT_EQ(Fonts(), font) << "in an empty text";
+    Edit("int a;", 6);
+    user.Type("xy");
+    EXPECT_EQ(Fonts(), font) << "at the end";
+    user.PressEnter();
+    EXPECT_EQ(Fonts(), font) << "a new last line";
+    user.Type("z");
+    EXPECT_EQ(Fonts(), font) << "in the new last line";
+    user.Paste("1\n2\n");
+    EXPECT_EQ(Fonts(), font) << "pasted lines";
+    user.Type("z");
+    EXPECT_EQ(Fonts(), font) << "behind pasted lines";
+    user.SelectAll();
+    user.Backspace();
+    EXPECT_EQ(Fonts(), font) << "emptied";
+    user.Type("z");
+    EXPECT_EQ(Fonts(), font) << "in an emptied text";
+    user.Undo();
+    EXPECT_EQ(Fonts(), font) << "undone";
+}
+
+TEST_F(Win32PaneTest, ATextThatWasUnavailableHasTheFontForCode) {
+    const std::set<std::wstring> font = {CodeFontName() + L" 1000"};
+    Desktop().FuncBody().SetFuncBodyAvailable(false);
+    Edit("int a;", 0);
+    Desktop().FuncBody().SetFuncBodyAvailable(true);
+    user.SetCaret(6);
+    user.Type("\t");
+    EXPECT_EQ(Fonts(), font);
+}
+
+TEST_F(Win32PaneTest, AtAnotherResolutionAllOfATextHasOneFont) {
+    const RECT frame = {0, 0, 1200, 800};
+    for (const std::string text : {"", "int a;", "int a;\n"}) {
+        Edit(text, 0);
+        user.SetCaret(text.size());
+        for (const int dpi : {192, 96}) {
+            SendMessageW(user.Frame(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&frame));
+            user.Settle();
+            user.Type("x");
+            user.PressEnter();
+            EXPECT_EQ(Fonts(), (std::set<std::wstring>{CodeFontName() + (dpi == 192 ? L" 2000" : L" 1000")}))
+                << dpi << " \"" << text << "\"";
+        }
+    }
 }
 
 TEST_F(Win32PaneTest, OnADarkBackgroundTheColoursAreBright) {
