@@ -9,7 +9,7 @@
 
 namespace tessaly {
 
-// It begins with one panel, as the window is designed.
+// It begins with no panel.
 class StatusBar : public Control {
 public:
     // Adds a panel at the end, with no text.

@@ -34,7 +34,7 @@ private:
     const OnePanel& Panel(std::int32_t number) const;
     OnePanel& Panel(std::int32_t number);
 
-    std::vector<OnePanel> mPanels = std::vector<OnePanel>(1);
+    std::vector<OnePanel> mPanels;
 };
 
 } // namespace tessaly

@@ -24,7 +24,6 @@ void QtPanel::paintEvent(QPaintEvent*) {
 QtStatusBar::QtStatusBar(QWidget* parent, QtFocus& focus) : QtControl(&focus, mBar, QtKeyboard::Unused), mBar(parent) {
     mLayout.setContentsMargins(0, 3, 0, 3);
     mLayout.setSpacing(0);
-    AddPanel();
 }
 
 void QtStatusBar::AddPanel() {

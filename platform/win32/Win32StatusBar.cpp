@@ -123,6 +123,9 @@ void Win32StatusBar::LayOut() {
         edge += width;
         edges.push_back(edge);
     }
+    if (edges.empty()) {
+        edges.push_back(-1); // the control has one part at least
+    }
     if (edges != mEdges) {
         mEdges = std::move(edges);
         Send(SB_SETPARTS, mEdges.size(), reinterpret_cast<LPARAM>(mEdges.data()));

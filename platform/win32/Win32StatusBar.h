@@ -44,7 +44,7 @@ private:
 
     HWND mToolTips = nullptr; // goes with the bar
     std::wstring mToolTip;    // the one that is shown
-    std::vector<OnePanel> mPanels = std::vector<OnePanel>(1);
+    std::vector<OnePanel> mPanels;
     std::vector<int> mEdges; // of the panels on the right, as the control knows them
 };
 

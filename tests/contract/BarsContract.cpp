@@ -6,13 +6,18 @@
 namespace tessaly {
 namespace {
 
-TEST_P(DesktopContract, AStatusBarBeginsWithOneEmptyPanel) {
-    EXPECT_EQ(TheDesktop().StatusBar1().PanelCount(), 1);
-    EXPECT_EQ(TheDesktop().StatusBar1().PanelText(1), "");
+TEST_P(DesktopContract, AStatusBarBeginsWithoutAPanel) {
+    StatusBar& bar = TheDesktop().StatusBar1();
+    EXPECT_EQ(bar.PanelCount(), 0);
+    EXPECT_THROW(bar.PanelText(1), std::out_of_range);
+    EXPECT_THROW(bar.SetPanelText(1, "text"), std::out_of_range);
+    EXPECT_THROW(bar.SetPanelSpring(1), std::out_of_range);
 }
 
 TEST_P(DesktopContract, APanelIsAddedAtTheEndWithoutText) {
     StatusBar& bar = TheDesktop().StatusBar1();
+    bar.AddPanel();
+    EXPECT_EQ(bar.PanelText(1), "");
     bar.SetPanelText(1, "first");
     bar.AddPanel();
     EXPECT_EQ(bar.PanelCount(), 2);
@@ -22,8 +27,9 @@ TEST_P(DesktopContract, APanelIsAddedAtTheEndWithoutText) {
 
 TEST_P(DesktopContract, EveryPanelHasItsOwnText) {
     StatusBar& bar = TheDesktop().StatusBar1();
-    bar.AddPanel();
-    bar.AddPanel();
+    for (int i = 0; i < 3; ++i) {
+        bar.AddPanel();
+    }
     bar.SetPanelText(2, "two \xC3\xA4 & \t");
     bar.SetPanelText(3, "three");
     bar.SetPanelSpring(2);
@@ -34,6 +40,7 @@ TEST_P(DesktopContract, EveryPanelHasItsOwnText) {
 
 TEST_P(DesktopContract, APanelThatIsNotThereHasNothing) {
     StatusBar& bar = TheDesktop().StatusBar1();
+    bar.AddPanel();
     for (const std::int32_t number : {-1, 0, 2}) {
         EXPECT_THROW(bar.PanelText(number), std::out_of_range);
         EXPECT_THROW(bar.SetPanelText(number, "text"), std::out_of_range);
@@ -45,8 +52,9 @@ TEST_P(DesktopContract, APanelThatIsNotThereHasNothing) {
 TEST_P(DesktopContract, SpringingPanelsShareTheWidthThatTheOthersLeave) {
     MainWindow().Show();
     StatusBar& bar = TheDesktop().StatusBar1();
-    bar.AddPanel();
-    bar.AddPanel();
+    for (int i = 0; i < 3; ++i) {
+        bar.AddPanel();
+    }
     bar.SetExtent({0, 6000, 9000, 300});
     const float fixedWidth = user->PanelWidth(3);
     bar.SetPanelSpring(1);

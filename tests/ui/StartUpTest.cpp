@@ -101,6 +101,7 @@ TEST_F(StartUpTest, TheTreeIsBuiltWithTheEventsGroupSelectedAndCurrent) {
     EXPECT_FALSE(desktop.pane.FuncBodyAvailable());
     EXPECT_EQ(desktop.toolBar.ButtonCount(), 0);
     EXPECT_EQ(window.mLastOpenedFile, "");
+    EXPECT_EQ(desktop.status.PanelCount(), 2);
     EXPECT_EQ(Panel(1), "File=");
     EXPECT_EQ(Panel(2), "");
 }
