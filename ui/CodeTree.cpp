@@ -23,6 +23,7 @@ constexpr int TabStopCount = 8;
 
 void VornMainFrm::BuildCodeTree() {
     mCodeTree.Clear();
+    mCurrentNode = TreeItem::None;
     const TreeItem references = mCodeTree.Add(TreeItem::None, "_0v", "References");
     mCodeTree.SetTag(references, "variable");
     const TreeItem functions = mCodeTree.Add(TreeItem::None, "_0f", "Functions");
@@ -172,6 +173,7 @@ void VornMainFrm::DeleteCurrentFunction() {
         return;
     }
     mCodeTree.Remove(mCodeTree.Index(mCurrentNode));
+    mCurrentNode = TreeItem::None;
     const Status status = mSourceDoc->DeleteFunction(name);
     if (status != Status::Done) {
         TellStatus(status);
@@ -237,8 +239,7 @@ std::int32_t VornMainFrm::EventIndex(TreeItem node) const {
 }
 
 bool VornMainFrm::IsFunctionItem(TreeItem node) const {
-    const std::string key = mCodeTree.Key(node);
-    return key != "_0e" && key != "_0v" && key != "_0f" && ParentKey(node) == "_0f";
+    return node != TreeItem::None && ParentKey(node) == "_0f";
 }
 
 void VornMainFrm::SelectFunctionsItem() {

@@ -31,8 +31,7 @@ std::optional<std::string> VornMainFrm::CurrentNodeKey() const {
 }
 
 std::optional<std::string> VornMainFrm::CurrentNodeParentKey() const {
-    const TreeItem parent = mCodeTree.Parent(mCurrentNode);
-    return parent == TreeItem::None ? std::nullopt : std::optional(mCodeTree.Key(parent));
+    return mCurrentNode == TreeItem::None ? std::nullopt : std::optional(ParentKey(mCurrentNode));
 }
 
 void VornMainFrm::SetFuncLabelCaption(std::string_view text) {

@@ -33,7 +33,7 @@ public:
 
     // State
 
-    TreeItem mCurrentNode = TreeItem::None; // the item whose code the pane shows
+    TreeItem mCurrentNode = TreeItem::None; // the item whose code the pane shows; never one that was removed
     std::string mLastOpenedFile;            // "" while untitled
     std::unique_ptr<VornSrcObj> mSourceDoc;
     std::int16_t FuncBodyChangeMode = 1; // 2 while the pane has the focus

@@ -114,6 +114,24 @@ TEST_P(ProgramScenario, FFourDeletesAndFFiveAddsFromEveryTreeItem) {
     EXPECT_EQ(FunctionItems().size(), keys.size());
 }
 
+TEST_P(ProgramScenario, AFunctionDeletedFromTheTreeAloneIsNobodysItemAnyMore) {
+    StartProgram();
+    Open("a.PSF", GoodPsf());
+    Click("One");
+    for (const MsgResult answer : {MsgResult::Ok, MsgResult::Yes, MsgResult::Ok}) {
+        user->WillPress(answer); // the load failed; delete One?; the new document has no such function
+    }
+    Open("bad.PSF", "no program source");
+    user->PressKey(KeyF4, 0);
+    EXPECT_EQ(FunctionItems(), Strings{"Two"});
+    Choose("mnuGerman");
+    EXPECT_EQ(TheDesktop().FuncLabel().Caption(), "");
+    EXPECT_EQ(Tree().Text(Tree().Find("_0v")), "Referenzen");
+    AddFunction("Three");
+    EXPECT_EQ(FunctionItems(), (Strings{"Two", "Three"}));
+    EXPECT_EQ(user->MessageBoxes().size(), 3U);
+}
+
 TEST_P(ProgramScenario, ABadNameKeepsTheDialogUntilItIsMended) {
     StartProgram();
     for (int box = 0; box < 2; ++box) {

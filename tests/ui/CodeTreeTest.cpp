@@ -172,6 +172,53 @@ TEST_F(CodeTreeTest, DeletingRemovesTheItemEvenWhenTheDocumentReportsAnError) {
                                                MsgButtons::Ok, MsgIcon::Stop}));
 }
 
+// After a failed load the tree shows functions that the document has not.
+class RemovedItemTest : public CodeTreeTest {
+protected:
+    void SetUp() override {
+        CodeTreeTest::SetUp();
+        desktop.msgBox.decide = [](const MemoryMsgBox::Record& box) {
+            return box.buttons == MsgButtons::YesNo ? MsgResult::Yes : MsgResult::Ok;
+        };
+        Open("a.PSF", GoodPsf());
+        desktop.tree.Click("One");
+        Open("bad.PSF", "no program source");
+        desktop.window.PressKey(KeyF4);
+        ASSERT_EQ(LastBox().text, "Error 65535 has occurred! Please contact technical support!");
+        ASSERT_EQ(FunctionItems(), std::vector<std::string>{"Two"});
+    }
+};
+
+TEST_F(RemovedItemTest, TheLanguageIsAppliedToEverythingAndTheLabelIsEmpty) {
+    Choose("mnuGerman");
+    EXPECT_EQ(desktop.paneLabel.Caption(), "");
+    EXPECT_EQ(desktop.treeLabel.Caption(), "Ereignistypauswahl");
+    EXPECT_EQ(desktop.menus["mnuAbout"].Caption(), "&Info...");
+    EXPECT_EQ(desktop.tree.Text(desktop.tree.Find("_0v")), "Referenzen");
+    EXPECT_TRUE(desktop.menus["mnuGerman"].IsChecked());
+    EXPECT_FALSE(desktop.menus["mnuEnglish"].IsChecked());
+}
+
+TEST_F(RemovedItemTest, FFiveAddsUnderTheFunctions) {
+    const std::size_t boxes = Boxes();
+    AddFunction("Three");
+    EXPECT_EQ(Boxes(), boxes);
+    EXPECT_EQ(FunctionItems(), (std::vector<std::string>{"Two", "Three"}));
+    EXPECT_EQ(CurrentKey(), "Three");
+    EXPECT_EQ(FunctionText("Three"), "void Three(void)\n{\n\n}");
+}
+
+TEST_F(RemovedItemTest, FFourDoesNothingAndWhatIsLeftInThePaneIsStoredNowhere) {
+    const std::size_t boxes = Boxes();
+    desktop.window.PressKey(KeyF4);
+    EXPECT_EQ(Boxes(), boxes);
+    ASSERT_TRUE(desktop.pane.Click());
+    desktop.pane.Type("nobody's");
+    desktop.tree.Click("_0v");
+    EXPECT_EQ(FunctionNames(), std::vector<std::string>());
+    EXPECT_EQ(References(), "");
+}
+
 TEST_F(CodeTreeTest, SelectingAFunctionItemWhileTheDocumentHasNoFunctionsLeavesThePaneEmpty) {
     AddFunction("Foo");
     window.mSourceDoc->DeleteFunction("Foo");

@@ -95,7 +95,9 @@ protected:
     }
 
     void CheckAgreement() {
-        ASSERT_NO_THROW(desktop.tree.Key(window.mCurrentNode)) << "the current item is not in the tree";
+        if (window.mCurrentNode != TreeItem::None) {
+            ASSERT_NO_THROW(desktop.tree.Key(window.mCurrentNode)) << "the current item is not in the tree";
+        }
         // A failed load drops the document and leaves the tree: the two part until the next New or Open.
         mPartedByFailedLoad =
             window.StatusPanel2 == "vornMainFrmPrmpt23" || (mPartedByFailedLoad && FunctionItems() != FunctionNames());
