@@ -31,6 +31,7 @@ void VornMainFrm::BuildCodeTree() {
     const TreeItem events = mCodeTree.Add(TreeItem::None, "_0e", "Events");
     mCodeTree.SetTag(events, "event");
     mCodeTree.Select(events);
+    SetUpToolBar("EventTool");
     mDesktop.FuncLabel().SetCaption(prompts.lblcodeEditEventCode);
     for (std::int32_t i = 0; i < ShownEvents; ++i) {
         const std::string name(EventTable[static_cast<std::size_t>(i)].name);

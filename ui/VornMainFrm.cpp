@@ -57,7 +57,6 @@ void VornMainFrm::Form_Load() {
     FuncBodyChangedFlag = false;
     mSourceDoc = NewDocument();
     BuildCodeTree();
-    SetUpToolBar("EventTool");
     mCurrentNode = mCodeTree.Find("_0e");
     mLastHeight = mWindow.Height();
     mLastWidth = mWindow.Width();

@@ -35,6 +35,25 @@ TEST_P(ProgramScenario, AProgramBlockIsWrittenFromNothingAndBuilt) {
     EXPECT_FALSE(program->FuncBodyChangedFlag);
 }
 
+TEST_P(ProgramScenario, TheToolBarHasButtonsOnlyWhileTheFunctionsOrOneOfThemAreSelected) {
+    StartProgram();
+    ToolBar& bar = TheDesktop().VornToolBar();
+    Open("a.PSF", GoodPsf());
+    Click("One");
+    EXPECT_EQ(bar.ButtonCount(), 2);
+    Choose("mnuNewPSF");
+    EXPECT_EQ(bar.ButtonCount(), 0);
+    Click("_0f");
+    Open("a.PSF", GoodPsf());
+    EXPECT_EQ(bar.ButtonCount(), 0);
+    for (const std::string_view key : {"_0v", "_0e", "_0e3"}) {
+        Click("Two");
+        EXPECT_EQ(bar.ButtonCount(), 2);
+        Click(key);
+        EXPECT_EQ(bar.ButtonCount(), 0) << key;
+    }
+}
+
 TEST_P(ProgramScenario, WhatWasSavedIsOpenedAgain) {
     StartProgram();
     Write("_0v", "int count;\tx");

@@ -261,6 +261,18 @@ TEST_F(CodeTreeTest, TheToolBarButtonsAddAndDelete) {
     EXPECT_EQ(FunctionItems(), std::vector<std::string>());
 }
 
+TEST_F(CodeTreeTest, NewAndOpenLeaveNoButtonsOfAFunctionBehind) {
+    for (const std::string_view menu : {"mnuNewPSF", "mnuOpenPSF"}) {
+        desktop.tree.Click("_0f");
+        ASSERT_EQ(desktop.toolBar.ButtonCount(), 2);
+        desktop.files.contents["a.PSF"] = GoodPsf();
+        desktop.fileDialog.WillChoose("a.PSF");
+        Choose(menu);
+        EXPECT_EQ(SelectedKey(), "_0e");
+        EXPECT_EQ(desktop.toolBar.ButtonCount(), 0) << menu;
+    }
+}
+
 TEST_F(CodeTreeTest, AnUnknownToolBarKindShowsAnErrorAndLeavesTheBar) {
     desktop.tree.Click("_0f");
     desktop.msgBox.WillPress(MsgResult::Ok);
