@@ -187,31 +187,39 @@ void VornMainFrm::DeleteCurrentFunction() {
 }
 
 void VornMainFrm::SetUpFuncBodyTabs() {
-    try {
+    RunNamed("SetUpFuncBodyTabs", [this] {
         const float interval = mFuncBody.GetExtent().width / TabStopCount;
         std::vector<float> stops;
         for (int i = 0; i < TabStopCount; ++i) {
             stops.push_back(static_cast<float>(i) * interval);
         }
         mFuncBody.SetTabStops(stops);
-    } catch (const std::exception&) {
-        Tell("Unhandled Error in SetUpFuncBodyTabs", prompts.titleVorn, MsgIcon::Exclamation);
-    }
+    });
 }
 
-// The Tab key is for the pane alone, where it inserts a tab character. Nothing here can fail but for the controls,
-// whose errors are skipped.
+// The Tab key is for the pane alone, where it inserts a tab character. What a control refuses is skipped.
 void VornMainFrm::DisableTabKeyForUseOnlyInFuncBody() {
-    FuncBodyChangeMode = 1;
-    tessaly::Control* const controls[] = {&mDesktop.LblcodeTreeViewer(), &mCodeTree,
-                                          &mDesktop.FuncLabel(),         &mFuncBody,
-                                          &mDesktop.VornToolBar(),       &mDesktop.StatusBar1()};
-    for (tessaly::Control* const control : controls) {
-        RunCommand([control] {
-            if (control->HasTabStop()) {
-                control->SetTabStop(false);
-            }
-        });
+    RunNamed("DisableTabKeyForUseOnlyInFuncBody", [this] {
+        FuncBodyChangeMode = 1;
+        tessaly::Control* const controls[] = {&mDesktop.LblcodeTreeViewer(), &mCodeTree,
+                                              &mDesktop.FuncLabel(),         &mFuncBody,
+                                              &mDesktop.VornToolBar(),       &mDesktop.StatusBar1()};
+        for (tessaly::Control* const control : controls) {
+            RunCommand([control] {
+                if (control->HasTabStop()) {
+                    control->SetTabStop(false);
+                }
+            });
+        }
+    });
+}
+
+// An error in `routine` ends it, too, but is shown under its name.
+void VornMainFrm::RunNamed(const std::string& name, const std::function<void()>& routine) {
+    try {
+        routine();
+    } catch (const std::exception&) {
+        Tell("Unhandled Error in " + name, prompts.titleVorn, MsgIcon::Exclamation);
     }
 }
 

@@ -8,7 +8,7 @@
 
 namespace tessaly {
 
-class MenuKeeper final : public Desktop {
+class MenuKeeper : public Desktop {
 public:
     explicit MenuKeeper(Desktop& desktop) : mDesktop(desktop) {}
 

@@ -1,4 +1,5 @@
 // Whole pieces of work, as a user does them.
+#include "tests/scenarios/MenuKeeper.h"
 #include "tests/ui/MainWindow.h"
 #include "ui/UserFuncVarFrm.h"
 
@@ -307,16 +308,61 @@ TEST_F(ScenarioTest, AnErrorInAKeyOrARoutineOfItsOwnShowsItsBox) {
     desktop.msgBox.decide = [](const Record&) { return MsgResult::Ok; };
     desktop.faults.FailAt(1);
     desktop.window.PressKey(KeyF2);
-    EXPECT_EQ(LastBox().text, "UnhandledError in Form_KeyDown!");
-    EXPECT_EQ(LastBox().icon, MsgIcon::None);
+    EXPECT_EQ(LastBox(), (Record{"UnhandledError in Form_KeyDown!", "Tessaly", MsgButtons::Ok, MsgIcon::None}));
     desktop.faults.FailAt(1);
     window.Form_DeleteFunction();
-    EXPECT_EQ(LastBox().text, "UnhandledError in Form_DeleteFunction!");
-    EXPECT_EQ(LastBox().icon, MsgIcon::None);
+    EXPECT_EQ(LastBox(), (Record{"UnhandledError in Form_DeleteFunction!", "Tessaly", MsgButtons::Ok, MsgIcon::None}));
     desktop.faults.FailAt(1);
     window.SetUpFuncBodyTabs();
-    EXPECT_EQ(LastBox().text, "Unhandled Error in SetUpFuncBodyTabs");
-    EXPECT_EQ(LastBox().icon, MsgIcon::Exclamation);
+    EXPECT_EQ(LastBox(),
+              (Record{"Unhandled Error in SetUpFuncBodyTabs", "Tessaly", MsgButtons::Ok, MsgIcon::Exclamation}));
+}
+
+TEST_F(ScenarioTest, AControlThatKeepsItsTabStopIsSkippedWithoutAWord) {
+    Start();
+    const std::size_t before = desktop.faults.Calls();
+    window.DisableTabKeyForUseOnlyInFuncBody();
+    const std::size_t calls = desktop.faults.Calls() - before;
+    ASSERT_GE(calls, 8U);
+    for (std::size_t number = 1; number <= calls; ++number) {
+        desktop.tree.SetTabStop(true);
+        desktop.pane.SetTabStop(true);
+        desktop.faults.FailAt(number);
+        window.DisableTabKeyForUseOnlyInFuncBody();
+        EXPECT_FALSE(desktop.tree.IsTabStop() && desktop.pane.IsTabStop()) << "call " << number;
+    }
+    EXPECT_EQ(Boxes(), 0U);
+}
+
+// A desktop that cannot hand out one of its controls any more.
+class BrokenDesktop final : public MenuKeeper {
+public:
+    using MenuKeeper::MenuKeeper;
+
+    StatusBar& StatusBar1() override {
+        if (isBroken) {
+            throw std::runtime_error("the desktop is broken");
+        }
+        return MenuKeeper::StatusBar1();
+    }
+
+    bool isBroken = false;
+};
+
+TEST_F(ScenarioTest, WhereThereAreNoControlsToGoThroughTheRoutineOfTheTabKeySaysSo) {
+    Install();
+    MemoryDesktop other;
+    other.registry.store = desktop.registry.store;
+    BrokenDesktop broken(other);
+    VornMainFrm program(broken);
+    program.Show();
+    program.FuncBodyChangeMode = 2;
+    broken.isBroken = true;
+    other.msgBox.WillPress(MsgResult::Ok);
+    program.DisableTabKeyForUseOnlyInFuncBody();
+    EXPECT_EQ(other.msgBox.records.back(), (Record{"Unhandled Error in DisableTabKeyForUseOnlyInFuncBody", "Tessaly",
+                                                   MsgButtons::Ok, MsgIcon::Exclamation}));
+    EXPECT_EQ(program.FuncBodyChangeMode, 1);
 }
 
 TEST_F(ScenarioTest, ASecondCopyOfAnItemThatIsCurrentStoresNothingElse) {
