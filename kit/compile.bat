@@ -2,11 +2,15 @@
 rem The compile batch file of the host kit on Windows: compiles the written C file and the kit's runtime into one
 rem program. Its only argument is the output name; the C file's path is the setting FCompFileName, looked up here.
 rem Exit status: 0 done, 64 wrong argument, 127 no compiler, 1 no C file to compile, else the compiler's own.
-rem The window stays open after an error, unless TESSALY_NO_PAUSE is set. CC names a compiler of your own choice.
+rem The window stays open after an error, unless TESSALY_NO_PAUSE is set. CC is the name or the full path of a compiler.
 rem
-rem Paths stand in quotes and are never put through CALL, FOR lists or delayed expansion: they may contain & ^ % ! ( ).
+rem Paths stand in quotes and are never put through CALL or delayed expansion: they may contain & ^ % ! ( ).
+rem No program or library may come out of the folder with the program source file, which is the current one at first:
+rem programs are called by their paths, and all of them in the folder of the system.
 
 setlocal EnableExtensions DisableDelayedExpansion
+set "NoDefaultCurrentDirectoryInExePath=1"
+set "system=%SystemRoot%\System32"
 set "kit=%~dp0"
 set "status=0"
 
@@ -16,8 +20,15 @@ set "output=%~f1"
 for %%e in (.c .h .psf) do if /i "%~x1"=="%%e" goto source_name
 if exist "%output%\*" goto not_a_file
 
+set "place=HKEY_LOCAL_MACHINE\SOFTWARE\Ostrel\OstrelCompiler"
+if defined TESSALY_SETTINGS for %%s in ("%TESSALY_SETTINGS%") do set "place=%%~fs"
+pushd "%system%"
+if /i not "%CD%"=="%system%" goto no_system
 call :find_source
+popd
 if not defined source goto no_setting
+for %%s in ("%source%") do set "source=%%~fs"
+cd /d "%system%"
 if /i "%source%"=="%output%" goto same_name
 if not exist "%source%" goto no_source
 
@@ -26,7 +37,7 @@ set "kind="
 if defined CC call :use_own_compiler
 if defined CC if not defined compiler goto wrong_compiler
 if not defined compiler call :find_in_path
-if not defined compiler call :find_in_usual_places
+if not defined compiler call :find_in_program_folder
 if not defined compiler call :find_visual_studio
 if not defined compiler goto no_compiler
 
@@ -43,21 +54,19 @@ goto end
 
 rem ---- The C file
 
-rem Sets source to the setting, from the registry export file that TESSALY_SETTINGS names, or else from the registry:
-rem the editor is a 32-bit program, so on 64-bit Windows its settings lie in the 32-bit view.
+rem Sets source to the setting, from place: the registry export file that TESSALY_SETTINGS names, or else the registry.
+rem The editor is a 32-bit program, so on 64-bit Windows its settings lie in the 32-bit view.
 :find_source
 set "source="
-set "place=HKEY_LOCAL_MACHINE\SOFTWARE\Ostrel\OstrelCompiler"
 if defined TESSALY_SETTINGS goto find_source_in_file
 for %%v in (/reg:32 "") do if not defined source call :query_source %%~v
 exit /b
 
 :query_source
-for /f "tokens=2,*" %%a in ('reg query "%place%" /v FCompFileName %1 2^>nul') do if "%%a"=="REG_SZ" set "source=%%b"
+for /f "tokens=2,*" %%a in ('%system%\reg.exe query "%place%" /v FCompFileName %1 2^>nul') do if "%%a"=="REG_SZ" set "source=%%b"
 exit /b
 
 :find_source_in_file
-set "place=%TESSALY_SETTINGS%"
 if not exist "%place%" exit /b
 for /f "usebackq tokens=1,* delims==" %%a in (`type "%place%"`) do if /i "%%~a"=="FCompFileName" set "source=%%~b"
 if defined source set "source=%source:\\=\%"
@@ -76,37 +85,23 @@ for %%c in (gcc.exe clang.exe cl.exe) do if not defined compiler if not "%%~$PAT
 if defined compiler call :tell_kind
 exit /b
 
-:find_in_usual_places
-for %%c in (
-    "%SystemDrive%\msys64\ucrt64\bin\gcc.exe"
-    "%SystemDrive%\msys64\mingw64\bin\gcc.exe"
-    "%SystemDrive%\msys64\mingw32\bin\gcc.exe"
-    "%SystemDrive%\msys64\clang64\bin\clang.exe"
-    "%SystemDrive%\mingw64\bin\gcc.exe"
-    "%SystemDrive%\mingw32\bin\gcc.exe"
-    "%SystemDrive%\MinGW\bin\gcc.exe"
-    "%SystemDrive%\w64devkit\bin\gcc.exe"
-    "%SystemDrive%\TDM-GCC-64\bin\gcc.exe"
-    "%SystemDrive%\TDM-GCC-32\bin\gcc.exe"
-    "%ProgramData%\mingw64\mingw64\bin\gcc.exe"
-    "%USERPROFILE%\scoop\apps\gcc\current\bin\gcc.exe"
-    "%ProgramW6432%\LLVM\bin\clang.exe"
-    "%ProgramFiles%\LLVM\bin\clang.exe"
-) do if not defined compiler if exist "%%~c" set "compiler=%%~c"
-if not defined compiler exit /b
-rem Its own libraries lie beside it.
-for %%c in ("%compiler%") do set "folder=%%~dpc"
-set "PATH=%folder%;%PATH%"
-call :tell_kind
+:find_in_program_folder
+if defined ProgramFiles set "compiler=%ProgramFiles%\LLVM\bin\clang.exe"
+if defined ProgramW6432 set "compiler=%ProgramW6432%\LLVM\bin\clang.exe"
+if not exist "%compiler%" set "compiler="
+set "kind=clang"
 exit /b
 
-rem Visual Studio puts its compiler into the environment by a batch file; where it lies, its own finder tells.
+rem Visual Studio puts its compiler into the environment by a batch file; where it lies, its own finder tells. That is
+rem called out of its folder, since FOR cannot take a command in quotes with ( ) in them.
 :find_visual_studio
+set "studio="
+if not defined ProgramFiles(x86) exit /b
 set "installer=%ProgramFiles(x86)%\Microsoft Visual Studio\Installer"
 if not exist "%installer%\vswhere.exe" exit /b
-set "PATH=%installer%;%PATH%"
-set "studio="
-for /f "delims=" %%v in ('vswhere.exe -latest -products * -requires Microsoft.VisualStudio.Component.VC.Tools.x86.x64 -property installationPath') do set "studio=%%v"
+pushd "%installer%"
+for /f "delims=" %%v in ('.\vswhere.exe -latest -products * -requires Microsoft.VisualStudio.Component.VC.Tools.x86.x64 -property installationPath') do set "studio=%%v"
+popd
 if not defined studio exit /b
 if not exist "%studio%\VC\Auxiliary\Build\vcvars64.bat" exit /b
 call "%studio%\VC\Auxiliary\Build\vcvars64.bat" >nul
@@ -170,6 +165,10 @@ set "status=64"
 echo compile.bat: the output name is the C file itself: "%source%">&2
 goto end
 
+:no_system
+echo compile.bat: there is no folder "%system%">&2
+goto failed
+
 :no_setting
 set "problem=the setting FCompFileName, the path of the C file, is missing in"
 echo compile.bat: %problem% "%place%">&2
@@ -191,9 +190,9 @@ goto remove_old
 
 :no_compiler
 set "status=127"
-echo compile.bat: there is no C compiler: neither gcc nor clang is in the PATH or in a usual place,>&2
-echo and there is no Visual Studio with a C compiler. Install one of them (MinGW-w64 has gcc for Windows),>&2
-echo put its folder bin into the PATH, or set CC to the path of the compiler.>&2
+echo compile.bat: there is no C compiler: neither gcc nor clang is in the PATH, and there is no LLVM and>&2
+echo no Visual Studio with a C compiler in the folder of programs. Install one of them (MinGW-w64 has gcc for>&2
+echo Windows) and put its folder bin into the PATH, or set CC to the path of the compiler.>&2
 goto remove_old
 
 :failed

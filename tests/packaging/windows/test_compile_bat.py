@@ -1,4 +1,5 @@
 """compile.bat under Wine with a real compiler: where it finds the C file and the compiler, and what it says else."""
+import pathlib
 import shutil
 import subprocess
 
@@ -13,8 +14,8 @@ COMPILE = windows_path(ROOT / "kit" / "compile.bat")
 COMPILER = {"TESSALY_NO_PAUSE": "1", "TESSALY_SETTINGS": None, "CC": None, "WINEPATH": windows_path(GCC.parent)}
 
 
-def compile_to(*arguments, **environment):
-    result = wine(COMPILE, *arguments, environment={**COMPILER, **environment})
+def compile_to(*arguments, cwd=None, **environment):
+    result = wine(COMPILE, *arguments, environment={**COMPILER, **environment}, cwd=cwd)
     return result.returncode, (result.stdout + result.stderr).decode("cp1252").replace("\r\n", "\n")
 
 
@@ -148,23 +149,116 @@ def test_cc_names_the_compiler(folder):
     assert r'CC is set to "C:\nowhere\gcc.exe", which is not found' in text
 
 
-def test_a_compiler_in_a_usual_place_is_found(folder):
-    usual = DRIVE_C / "msys64" / "mingw64" / "bin"
-    usual.mkdir(parents=True)
+# Whatever is called by name, here and in what that calls in turn.
+TOOLS = [
+    "reg", "vswhere", "cmd", "where", "find", "findstr", "type", "dir", "gcc", "clang", "cl", "cc1", "as", "ld", "collect2",
+    "link",
+]
+
+
+@pytest.fixture(scope="session")
+def planted(tmp_path_factory):
+    """A program that leaves NAME.exe.ran beside itself, which holds the current folder."""
+    program = tmp_path_factory.mktemp("planted") / "planted.exe"
+    processor = {"32": "i686", "64": "x86_64"}[BITS]
+    source = pathlib.Path(__file__).with_name("planted.c")
+    subprocess.run([f"{processor}-w64-mingw32-gcc", "-Wall", "-Werror", "-static", "-o", program, source], check=True)
+    return program
+
+
+def plant(program, folder, names):
+    folder.mkdir(parents=True, exist_ok=True)
+    for name in names:
+        shutil.copy(program, folder / f"{name}.exe")
+
+
+def what_ran(folder):
+    return sorted(path.name for path in folder.rglob("*.ran"))
+
+
+@pytest.mark.parametrize("compiler", [
+    pytest.param({}, id="in the PATH"),
+    pytest.param({"CC": "gcc"}, id="named by CC"),
+    pytest.param({"WINEPATH": None}, id="nowhere"),
+    pytest.param({"WINEPATH": None, "CC": "gcc"}, id="named by CC, but nowhere"),
+    pytest.param({"WINEPATH": None, "CC": r".\gcc.exe"}, id="named by CC in the current folder"),
+])
+def test_nothing_runs_out_of_the_folder_where_the_build_was_started(folder, planted, compiler):
+    plant(planted, folder, TOOLS)
+    status, text = compile_to("block.out", cwd=folder, **compiler)
+    assert what_ran(folder) == []
+    if "WINEPATH" in compiler:
+        assert status == 127, text
+    else:
+        assert (status, text) == (0, "")
+        check_plays_as_expected(folder / "block.out", "filter")
+
+
+def test_the_finder_of_visual_studio_is_that_of_the_system(folder, planted):
+    plant(planted, folder, TOOLS)
+    plant(planted, folder / "Programs (x86)" / "Microsoft Visual Studio" / "Installer", ["vswhere"])
+    programs = windows_path(folder / "Programs (x86)")
+    (folder / "start.bat").write_text(f'@set "ProgramFiles(x86)={programs}"\n@call {COMPILE} block.out\n')
+    result = wine("start.bat", environment={**COMPILER, "WINEPATH": None}, cwd=folder)
+    assert b"there is no C compiler" in result.stderr
+    assert [str(path.parent.name) for path in folder.rglob("*.ran")] == ["Installer"]
+
+
+@pytest.mark.parametrize("place", [
+    r"MinGW\bin\gcc", r"msys64\mingw64\bin\gcc", r"msys64\ucrt64\bin\gcc", r"mingw64\bin\gcc", r"LLVM\bin\clang",
+    r"Microsoft Visual Studio\Installer\vswhere", r"ProgramData\mingw64\mingw64\bin\gcc",
+])
+def test_no_program_is_taken_from_a_folder_that_any_user_can_make(folder, planted, place):
+    path = DRIVE_C.joinpath(*place.split("\\"))
+    top = DRIVE_C / place.split("\\")[0]
+    top = path.parents[1] if top.exists() else top
+    plant(planted, path.parent, [path.name])
     try:
-        shutil.copy(GCC, usual / "gcc.exe")
+        status, text = compile_to("block.out", cwd=DRIVE_C / "windows" / "temp", WINEPATH=None)
+        assert what_ran(top) == []
+        assert status == 127, text
+    finally:
+        shutil.rmtree(top)
+
+
+def test_a_compiler_in_the_folder_of_programs_is_found(folder):
+    llvm = DRIVE_C / "Program Files" / "LLVM"
+    (llvm / "bin").mkdir(parents=True)
+    try:
+        shutil.copy(GCC, llvm / "bin" / "clang.exe")
         assert compile_to(windows_path(folder / "block.out"), WINEPATH=None) == (0, "")
     finally:
-        shutil.rmtree(DRIVE_C / "msys64")
+        shutil.rmtree(llvm)
+
+
+def test_the_compiler_is_started_in_the_folder_of_the_system(folder, planted):
+    """Libraries and tools that it looks for by name may lie in the current folder, too."""
+    plant(planted, folder / "tools", ["gcc"])
+    compile_to("block.out", cwd=folder, WINEPATH=windows_path(folder / "tools"))
+    assert (folder / "tools" / "gcc.exe.ran").read_text().lower() == r"c:\windows\system32"
+
+
+def test_relative_paths_begin_at_the_folder_where_the_build_was_started(folder):
+    write_value(SETTINGS, "FCompFileName", "program.c")
+    assert compile_to("block.out", cwd=folder) == (0, "")
+    check_plays_as_expected(folder / "block.out", "filter")
+    write_settings_file(folder / "settings.reg", "program.c")
+    (folder / "block.out").unlink()
+    assert compile_to("block.out", cwd=folder, TESSALY_SETTINGS="settings.reg") == (0, "")
+    check_plays_as_expected(folder / "block.out", "filter")
+
+
+def write_settings_file(path, c_file):
+    c_file = c_file.replace("\\", "\\\\")
+    path.write_bytes(
+        b"Windows Registry Editor Version 5.00\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Ostrel\\OstrelCompiler]\r\n"
+        + f'"FCompFileName"="{c_file}"\r\n'.encode("cp1252")
+    )
 
 
 def test_a_settings_file_is_read_in_place_of_the_registry(folder):
     generate("blink", folder / "other.c")
-    path = windows_path(folder / "other.c").replace("\\", "\\\\")
-    (folder / "settings.reg").write_bytes(
-        b"Windows Registry Editor Version 5.00\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Ostrel\\OstrelCompiler]\r\n"
-        + f'"FCompFileName"="{path}"\r\n'.encode("cp1252")
-    )
+    write_settings_file(folder / "settings.reg", windows_path(folder / "other.c"))
     settings = {"TESSALY_SETTINGS": windows_path(folder / "settings.reg")}
     assert compile_to(windows_path(folder / "block.out"), **settings) == (0, "")
     check_plays_as_expected(folder / "block.out", "blink")
