@@ -40,6 +40,11 @@ private:
     std::function<void()> mFunction;
 };
 
+// Has `action` done as an event of its own, unless `object` is gone by then.
+void Post(QObject& object, std::function<void()> action) {
+    QMetaObject::invokeMethod(&object, std::move(action), Qt::QueuedConnection);
+}
+
 bool HasFiles(const QMimeData& data) {
     const QList<QUrl> urls = data.urls();
     return std::any_of(urls.begin(), urls.end(), [](const QUrl& url) { return url.isLocalFile(); });
@@ -51,8 +56,6 @@ QtFrame::QtFrame() {
     setCentralWidget(std::make_unique<QWidget>().release()); // the window's own from here on
     centralWidget()->installEventFilter(this);
     setAcceptDrops(true);
-    mDropTimer.setSingleShot(true);
-    connect(&mDropTimer, &QTimer::timeout, this, [this] { TellDropped(); });
     setContextMenuPolicy(Qt::NoContextMenu);
     resize(InitialSize.boundedTo(screen()->availableSize() - QSize(0, FrameHeight)));
     winId(); // so that there is a window to see the keys of
@@ -92,22 +95,16 @@ void QtFrame::dragEnterEvent(QDragEnterEvent* event) {
     }
 }
 
+// The program that the files come from waits for the end of the drop, so what they mean comes behind it.
 void QtFrame::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
-    for (const QUrl& url : event->mimeData()->urls()) {
-        if (url.isLocalFile()) {
-            mDropped.push_back(FromQt(url.toLocalFile()));
+    Post(*this, [this, urls = event->mimeData()->urls()] {
+        for (const QUrl& url : urls) {
+            if (url.isLocalFile() && onDrop) {
+                onDrop(FromQt(url.toLocalFile()));
+            }
         }
-    }
-    mDropTimer.start(0); // the program that the file comes from waits for the end of the drop
-}
-
-void QtFrame::TellDropped() {
-    for (const std::string& path : std::exchange(mDropped, {})) {
-        if (onDrop) {
-            onDrop(path);
-        }
-    }
+    });
 }
 
 QtWindow::QtWindow(QtFrame& frame, QtFocus& focus, std::function<void()> onF1)
@@ -123,8 +120,6 @@ QtWindow::QtWindow(QtFrame& frame, QtFocus& focus, std::function<void()> onF1)
             onFileDropped(path);
         }
     };
-    mSendTimer.setSingleShot(true);
-    QObject::connect(&mSendTimer, &QTimer::timeout, &mFrame, [this] { SendKeys(); });
     QObject::connect(qApp, &QApplication::focusChanged, &mFrame, [this] { mFocus.Update(); });
 }
 
@@ -174,17 +169,12 @@ void QtWindow::SetIcon(const std::string& path) {
 }
 
 void QtWindow::SendKey(int key) {
-    mKeysToSend.push_back(key);
-    mSendTimer.start(0);
-}
-
-void QtWindow::SendKeys() {
-    for (const int key : std::exchange(mKeysToSend, {})) {
+    Post(mFrame, [&frame = mFrame, key] {
         for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
             QKeyEvent event(type, key, Qt::NoModifier);
-            QCoreApplication::sendEvent(mFrame.windowHandle(), &event);
+            QCoreApplication::sendEvent(frame.windowHandle(), &event);
         }
-    }
+    });
 }
 
 void QtWindow::Resized() {

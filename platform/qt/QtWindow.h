@@ -8,11 +8,9 @@
 
 #include <QMainWindow>
 #include <QSize>
-#include <QTimer>
 #include <functional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace tessaly {
 
@@ -37,12 +35,6 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
-
-private:
-    void TellDropped();
-
-    std::vector<std::string> mDropped; // files whose drop is not told yet
-    QTimer mDropTimer;
 };
 
 class QtWindow final : public Window {
@@ -67,15 +59,12 @@ public:
     bool HasEnded() const { return mIsClosed; }
 
 private:
-    void SendKeys();
     void Resized();
     void KeyPressed(int keyCode, int shift);
 
     QtFrame& mFrame;
     QtFocus& mFocus;
     std::function<void()> mOnF1;
-    std::vector<int> mKeysToSend;
-    QTimer mSendTimer;
     QSize mLastSize;
     bool mIsLoaded = false;
     bool mIsClosed = false;

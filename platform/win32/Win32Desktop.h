@@ -16,8 +16,6 @@
 #include "platform/win32/Win32TreeView.h"
 #include "platform/win32/Win32Window.h"
 
-#include <thread>
-
 namespace tessaly {
 
 class Win32Desktop final : public Desktop {
@@ -63,7 +61,6 @@ private:
     Win32Files mFiles;
 
     Win32Window mWindow;
-    std::jthread mLoading{Win32RichTextBox::LoadControl}; // while the controls in front of the pane are made
 
     // Each label stands in front of what it names: that is how Windows knows the names of controls.
     Win32Menus mMenus;

@@ -68,7 +68,7 @@ DWORD CALLBACK Stream(DWORD_PTR cookie, BYTE* buffer, LONG room, LONG* count) {
 }
 
 const wchar_t* RichEditClass() {
-    Win32RichTextBox::LoadControl();
+    LoadLibraryW(L"msftedit.dll");
     return MSFTEDIT_CLASS;
 }
 
@@ -127,10 +127,6 @@ Win32RichTextBox::Win32RichTextBox(Win32Parent& parent)
     ApplyFont();
     Send(EM_EMPTYUNDOBUFFER);
     Send(EM_SETEVENTMASK, 0, ENM_CHANGE);
-}
-
-void Win32RichTextBox::LoadControl() {
-    LoadLibraryW(L"msftedit.dll");
 }
 
 void Win32RichTextBox::SetUpControl() {
@@ -271,14 +267,6 @@ LRESULT Win32RichTextBox::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SYSKEYDOWN:
     case WM_CHAR:
         return Key(message, wParam, lParam);
-    case WM_TIMER:
-        if (wParam == Win32ViewFormat::Timer) {
-            if (mFuncBodyAvailable && !mEdit) { // else it comes again, or is not needed any more
-                mFormat.GoOn(mText);
-            }
-            return 0;
-        }
-        return Default(message, wParam, lParam);
     case WM_PASTE:
         return Paste();
     case WM_CUT:
@@ -294,14 +282,7 @@ LRESULT Win32RichTextBox::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_MBUTTONDOWN:
         return mFuncBodyAvailable ? Default(message, wParam, lParam) : 0;
     case WM_PAINT:
-        if (mEdit) {
-            HoldPaintingBack();
-            return 0;
-        }
-        if (mFuncBodyAvailable) {
-            mFormat.FormatView(mText);
-        }
-        return Default(message, wParam, lParam);
+        return Paint(wParam, lParam);
     default:
         return Default(message, wParam, lParam);
     }
@@ -352,6 +333,20 @@ LRESULT Win32RichTextBox::DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lPar
             CombineRgn(toPaint.get(), toPaint.get(), lineRegion.get(), RGN_AND);
         }
         InvalidateRgn(Handle(), toPaint.get(), TRUE);
+    }
+    return result;
+}
+
+// Windows has a window painted when nothing else is to be done: what is left over waits for that, and no key for it.
+LRESULT Win32RichTextBox::Paint(WPARAM wParam, LPARAM lParam) {
+    if (mEdit) {
+        HoldPaintingBack();
+        return 0;
+    }
+    const std::optional<RECT> left = mFuncBodyAvailable ? mFormat.FormatView(mText) : std::nullopt;
+    const LRESULT result = Default(WM_PAINT, wParam, lParam);
+    if (left) {
+        InvalidateRect(Handle(), &*left, FALSE);
     }
     return result;
 }

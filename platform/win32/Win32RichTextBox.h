@@ -17,10 +17,6 @@ class Win32RichTextBox final : public Win32Control<RichTextBox> {
 public:
     explicit Win32RichTextBox(Win32Parent& parent);
 
-    // Loads the system's library that the control is in, which stays loaded. The first control does this by itself; it
-    // takes a while, so another thread may have done it before.
-    static void LoadControl();
-
     std::string Text() const override;
     void SetText(std::string_view text) override;
     bool FuncBodyAvailable() const override { return mFuncBodyAvailable; }
@@ -66,6 +62,7 @@ private:
     LRESULT Key(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Paste();
     LRESULT DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam, EditPlace place);
+    LRESULT Paint(WPARAM wParam, LPARAM lParam);
     void HoldPaintingBack();
     Sight WhatIsSeen() const;
     static bool IsInOneLine(const Sight& before, const Sight& now);

@@ -156,7 +156,6 @@ void Win32ViewFormat::SetTabStops(const std::vector<LONG>& stops) {
 }
 
 void Win32ViewFormat::Reset(std::wstring_view text) {
-    KillTimer(mControl, Timer);
     mIsTyping = false;
     mLines.Reset(text);
     mLastLine.reset();
@@ -172,7 +171,7 @@ void Win32ViewFormat::Edit(std::wstring_view text, std::size_t start, std::size_
     }
 }
 
-void Win32ViewFormat::FormatView(std::wstring_view text) {
+std::optional<RECT> Win32ViewFormat::FormatView(std::wstring_view text) {
     std::size_t first = std::min(FirstInView(), mLines.Count() - 1);
     std::size_t end = std::min(first + LinesInView(first), mLines.Count());
     mLines.ScanTo(text, end);
@@ -182,29 +181,25 @@ void Win32ViewFormat::FormatView(std::wstring_view text) {
     while (first < end && mLines.IsFormatted(end - 1)) {
         --end;
     }
-    if (first < end) {
-        mIsTyping = mIsTyping && end - first > LinesAtOnce;
-        if (mIsTyping) {
-            end = first + LinesAtOnce;
-            SetTimer(mControl, Timer, USER_TIMER_MINIMUM, nullptr);
-        }
-        {
-            const Formatting formatting(mControl, mDocument.get());
-            FormatLines(text, first, end);
-        }
-        // Only these: to paint all that is in view takes longer than everything else about a keystroke.
-        const RECT lines = LinesRect(first, end);
-        InvalidateRect(mControl, &lines, FALSE);
+    if (first == end) {
+        return std::nullopt;
     }
+    mIsTyping = mIsTyping && end - first > LinesAtOnce;
+    if (mIsTyping) {
+        end = first + LinesAtOnce;
+    }
+    {
+        const Formatting formatting(mControl, mDocument.get());
+        FormatLines(text, first, end);
+    }
+    // Only these: to paint all that is in view takes longer than everything else about a keystroke.
+    const RECT lines = LinesRect(first, end);
+    InvalidateRect(mControl, &lines, FALSE);
+    return mIsTyping ? std::optional<RECT>(LinesRect(end, end + 1)) : std::nullopt;
 }
 
 POINTL Win32ViewFormat::TextPlace() const {
     return PlaceOf(mControl, 0);
-}
-
-void Win32ViewFormat::GoOn(std::wstring_view text) {
-    KillTimer(mControl, Timer);
-    FormatView(text);
 }
 
 RECT Win32ViewFormat::LineRect(std::size_t place) const {

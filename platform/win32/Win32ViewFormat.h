@@ -36,13 +36,9 @@ public:
     // `breaksBefore` line breaks.
     void Edit(std::wstring_view text, std::size_t start, std::size_t end, std::size_t breaksBefore);
 
-    // Formats the lines in view that are not yet. Must be called before they are painted. After an edit it formats a
-    // few at once, so as not to hold up who types, and the next ones with GoOn.
-    void FormatView(std::wstring_view text);
-
-    // To be called when the control gets WM_TIMER with this number.
-    static constexpr UINT_PTR Timer = 0x7E55;
-    void GoOn(std::wstring_view text);
+    // Formats the lines in view that are not yet. Must be called before they are painted. After an edit it formats only
+    // a few, so as not to hold up who types. Returns where the next one stands: painting there later formats it.
+    std::optional<RECT> FormatView(std::wstring_view text);
 
     std::size_t LineCount() const { return mLines.Count(); }
 
