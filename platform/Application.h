@@ -4,15 +4,10 @@
 #include "platform/ApplicationVersion.h"
 #include "platform/CommandLine.h"
 #include "platform/HelpFile.h"
-#include "platform/PreviousInstance.h"
 #include "platform/ProcessStart.h"
 
 namespace tessaly {
 
-class Application : public PreviousInstanceTest,
-                    public CommandLineSource,
-                    public ApplicationVersion,
-                    public HelpFile,
-                    public ProcessStart {};
+class Application : public CommandLineSource, public ApplicationVersion, public HelpFile, public ProcessStart {};
 
 } // namespace tessaly

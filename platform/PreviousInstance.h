@@ -1,4 +1,4 @@
-// The test for another running copy of this program.
+// The test for another running copy of this program: the first thing that the program does, so no part of a desktop.
 #pragma once
 
 namespace tessaly {

@@ -24,14 +24,14 @@ protected:
 
 TEST_F(InstanceLockTest, TheFirstOneHasItAndTheSecondFindsItTaken) {
     const InstanceLock first(mPath);
-    EXPECT_FALSE(first.IsTaken());
-    EXPECT_TRUE(InstanceLock(mPath).IsTaken());
-    EXPECT_TRUE(InstanceLock(mPath).IsTaken()) << "asking takes nothing away";
+    EXPECT_FALSE(first.PreviousInstance());
+    EXPECT_TRUE(InstanceLock(mPath).PreviousInstance());
+    EXPECT_TRUE(InstanceLock(mPath).PreviousInstance()) << "asking takes nothing away";
 }
 
 TEST_F(InstanceLockTest, ItIsFreeWhenTheFirstOneHasGone) {
     { const InstanceLock first(mPath); }
-    EXPECT_FALSE(InstanceLock(mPath).IsTaken());
+    EXPECT_FALSE(InstanceLock(mPath).PreviousInstance());
 }
 
 TEST_F(InstanceLockTest, AnotherProcessHoldsItUntilItIsKilled) {
@@ -40,7 +40,7 @@ TEST_F(InstanceLockTest, AnotherProcessHoldsItUntilItIsKilled) {
     const pid_t child = ::fork();
     if (child == 0) {
         const InstanceLock held(mPath);
-        const char answer = held.IsTaken() ? 't' : 'h';
+        const char answer = held.PreviousInstance() ? 't' : 'h';
         [[maybe_unused]] const ssize_t written = ::write(pipe[1], &answer, 1);
         while (true) {
             ::pause();
@@ -49,16 +49,16 @@ TEST_F(InstanceLockTest, AnotherProcessHoldsItUntilItIsKilled) {
     char answer = 0;
     ASSERT_EQ(::read(pipe[0], &answer, 1), 1);
     EXPECT_EQ(answer, 'h');
-    EXPECT_TRUE(InstanceLock(mPath).IsTaken());
+    EXPECT_TRUE(InstanceLock(mPath).PreviousInstance());
     ::kill(child, SIGKILL);
     ASSERT_EQ(::waitpid(child, nullptr, 0), child);
-    EXPECT_FALSE(InstanceLock(mPath).IsTaken());
+    EXPECT_FALSE(InstanceLock(mPath).PreviousInstance());
     ::close(pipe[0]);
     ::close(pipe[1]);
 }
 
 TEST_F(InstanceLockTest, WhereNoFileCanBeMadeNobodyIsThought) {
-    EXPECT_FALSE(InstanceLock("/proc/no/such/tessaly.lock").IsTaken());
+    EXPECT_FALSE(InstanceLock("/proc/no/such/tessaly.lock").PreviousInstance());
 }
 
 TEST(InstanceLockPathTest, EachUserHasHisOwn) {

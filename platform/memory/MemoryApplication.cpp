@@ -5,11 +5,6 @@
 
 namespace tessaly {
 
-bool MemoryApplication::PreviousInstance() const {
-    mFaults.Count();
-    return previousInstance;
-}
-
 std::string MemoryApplication::CommandLine() const {
     mFaults.Count();
     return commandLine;

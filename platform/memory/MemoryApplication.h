@@ -21,7 +21,6 @@ public:
 
     explicit MemoryApplication(MemoryFaults& faults) : mFaults(faults) {}
 
-    bool PreviousInstance() const override;
     std::string CommandLine() const override;
     std::int32_t Major() const override;
     std::int32_t Minor() const override;
@@ -35,7 +34,6 @@ public:
     void OpenHelp();
 
     // Settings of the test.
-    bool previousInstance = false;
     std::string commandLine;
     std::int32_t majorVersion = 1;
     std::int32_t minorVersion = 0;

@@ -1,6 +1,7 @@
 // One running copy of a program for each user. The lock goes with the process that holds it, however that ends.
 #pragma once
 
+#include "platform/PreviousInstance.h"
 #include "platform/posix/SettingsFile.h"
 
 #include <string>
@@ -11,16 +12,16 @@ namespace tessaly {
 // user's state, $XDG_STATE_HOME/tessaly, in $HOME/.local/state when that is not set.
 std::string InstanceLockPath(const Environment& environment);
 
-class InstanceLock {
+class InstanceLock final : public PreviousInstanceTest {
 public:
     // Makes the file at `path`, and the folders above it, and locks it unless somebody else has.
     explicit InstanceLock(const std::string& path);
     InstanceLock(const InstanceLock&) = delete;
     InstanceLock& operator=(const InstanceLock&) = delete;
-    ~InstanceLock();
+    ~InstanceLock() override;
 
     // Whether another one holds the lock. False when no file could be made: then nobody can know.
-    bool IsTaken() const { return mIsTaken; }
+    bool PreviousInstance() const override { return mIsTaken; }
 
 private:
     int mDescriptor = -1;

@@ -15,8 +15,7 @@ namespace fs = std::filesystem;
 
 QtApplication::QtApplication(std::string commandLine, Environment environment)
     : mCommandLine(std::move(commandLine)),
-      mEnvironment(std::move(environment)),
-      mLock(InstanceLockPath(mEnvironment)) {}
+      mEnvironment(std::move(environment)) {}
 
 void QtApplication::SendF1() {
     if (onSendF1) {

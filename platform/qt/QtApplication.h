@@ -2,7 +2,6 @@
 #pragma once
 
 #include "platform/Application.h"
-#include "platform/posix/InstanceLock.h"
 #include "platform/posix/SettingsFile.h"
 
 #include <functional>
@@ -15,7 +14,6 @@ class QtApplication final : public Application {
 public:
     QtApplication(std::string commandLine, Environment environment);
 
-    bool PreviousInstance() const override { return mLock.IsTaken(); }
     std::string CommandLine() const override { return mCommandLine; }
     std::int32_t Major() const override { return TESSALY_MAJOR; }
     std::int32_t Minor() const override { return TESSALY_MINOR; }
@@ -44,7 +42,6 @@ public:
 private:
     std::string mCommandLine;
     Environment mEnvironment;
-    InstanceLock mLock;
     std::string mHelpFile;
 };
 

@@ -1,5 +1,6 @@
-// The program on Linux.
+// The program on Linux. A second copy ends before it asks for a display.
 #include "app/Module1.h"
+#include "platform/posix/InstanceLock.h"
 #include "platform/qt/QtDesktop.h"
 #include "ui/VornMainFrm.h"
 
@@ -10,6 +11,7 @@
 #include <QSessionManager>
 #include <QTranslator>
 #include <array>
+#include <optional>
 #include <string>
 
 namespace {
@@ -45,34 +47,36 @@ void CloseAtEndOfSession(QApplication& application, tessaly::Window& window) {
         Qt::DirectConnection);
 }
 
+// What Qt itself says, as in the file dialogs, is in the language of the system, where that is installed.
+void LoadOwnTexts(QTranslator& texts) {
+    if (QLocale().language() != QLocale::C && QLocale().language() != QLocale::English &&
+        texts.load(QLocale(), "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(&texts);
+    }
+}
+
 } // namespace
 
 int main(int argumentCount, char** arguments) {
+    const tessaly::InstanceLock lock(tessaly::InstanceLockPath(tessaly::ProcessEnvironment));
     // None of the arguments is Qt's: what looks like an option may be the name of a file.
     int ownCount = 1;
     std::array<char*, 2> own = {arguments[0], nullptr};
-    QApplication application(ownCount, own.data());
-    QApplication::setQuitOnLastWindowClosed(false);
-    QGuiApplication::setDesktopFileName("tessaly");
-
-    // What Qt itself says, as in the file dialogs, is in the language of the system, where that is installed.
-    QTranslator ownTexts;
-    if (QLocale().language() != QLocale::C && QLocale().language() != QLocale::English &&
-        ownTexts.load(QLocale(), "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
-        QCoreApplication::installTranslator(&ownTexts);
-    }
-
-    tessaly::QtDesktop desktop(CommandLine(argumentCount, arguments), tessaly::ProcessEnvironment);
-    desktop.frame.setWindowIcon(OwnIcon());
-    tessaly::VornMainFrm window(desktop);
-    desktop.app.helpLanguage = [&window] { return window.mLanguage == 1 ? "de" : "en"; };
-    desktop.window.onEnded = [] { QCoreApplication::exit(0); };
-    CloseAtEndOfSession(application, desktop.window);
-
-    bool isShown = false;
-    tessaly::StartUp(desktop.App(), [&window, &isShown] {
-        window.Show();
-        isShown = true;
+    std::optional<QApplication> application;
+    std::optional<QTranslator> ownTexts;
+    std::optional<tessaly::QtDesktop> desktop;
+    std::optional<tessaly::VornMainFrm> window;
+    tessaly::StartUp(lock, [&] {
+        application.emplace(ownCount, own.data());
+        QApplication::setQuitOnLastWindowClosed(false);
+        QGuiApplication::setDesktopFileName("tessaly");
+        LoadOwnTexts(ownTexts.emplace());
+        desktop.emplace(CommandLine(argumentCount, arguments), tessaly::ProcessEnvironment);
+        desktop->frame.setWindowIcon(OwnIcon());
+        desktop->app.helpLanguage = [&window] { return window->mLanguage == 1 ? "de" : "en"; };
+        desktop->window.onEnded = [] { QCoreApplication::exit(0); };
+        CloseAtEndOfSession(*application, desktop->window);
+        window.emplace(*desktop).Show();
     });
-    return isShown && !desktop.window.HasEnded() ? QApplication::exec() : 0;
+    return window && !desktop->window.HasEnded() ? QApplication::exec() : 0;
 }

@@ -2,13 +2,7 @@
 
 #include "platform/win32/Win32Process.h"
 
-#include <utility>
-
 namespace tessaly {
-
-Win32Application::Win32Application(Settings settings)
-    : mSettings(std::move(settings)),
-      mInstance(mSettings.instanceName) {}
 
 std::int32_t Win32Application::Major() const {
     return TESSALY_MAJOR;

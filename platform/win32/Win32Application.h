@@ -3,10 +3,10 @@
 
 #include "platform/Application.h"
 #include "platform/win32/Win32Headers.h"
-#include "platform/win32/Win32PreviousInstance.h"
 
 #include <functional>
 #include <string>
+#include <utility>
 
 namespace tessaly {
 
@@ -14,17 +14,15 @@ class Win32Application final : public Application {
 public:
     // What a test may put in place of the system's own.
     struct Settings {
-        std::string instanceName;                               // of the mutex that tells of another running copy
         std::string commandLine;                                // of this program, without its name
         std::function<void(HWND, const std::string&)> openHelp; // opens a help file
     };
 
-    explicit Win32Application(Settings settings);
+    explicit Win32Application(Settings settings) : mSettings(std::move(settings)) {}
 
     // Where the keys that are sent go, and what help is opened for.
     void SetWindow(HWND window) { mWindow = window; }
 
-    bool PreviousInstance() const override { return mInstance.Found(); }
     std::string CommandLine() const override { return mSettings.commandLine; }
     std::int32_t Major() const override;
     std::int32_t Minor() const override;
@@ -39,7 +37,6 @@ public:
 
 private:
     Settings mSettings;
-    Win32PreviousInstance mInstance;
     HWND mWindow = nullptr;
     std::string mHelpFile;
 };

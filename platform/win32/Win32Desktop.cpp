@@ -11,7 +11,7 @@
 
 namespace tessaly {
 
-Win32Desktop::Win32Desktop() : Win32Desktop({"Tessaly", Win32CommandLine(), OpenHelpFile}) {}
+Win32Desktop::Win32Desktop() : Win32Desktop({Win32CommandLine(), OpenHelpFile}) {}
 
 Win32Desktop::Win32Desktop(Win32Application::Settings settings)
     : mApplication(std::move(settings)),

@@ -2,20 +2,21 @@
 // when that copy crashes, so nothing is left behind to clean up.
 #pragma once
 
+#include "platform/PreviousInstance.h"
 #include "platform/win32/Win32Handle.h"
 
 #include <string>
 
 namespace tessaly {
 
-class Win32PreviousInstance {
+class Win32PreviousInstance final : public PreviousInstanceTest {
 public:
     // `name` is the program's: letters and digits. Copies of other users in other sessions do not count. Throws
     // std::system_error when the mutex cannot be had.
     explicit Win32PreviousInstance(const std::string& name);
 
     // Whether another copy held the mutex when this was made.
-    bool Found() const { return mFound; }
+    bool PreviousInstance() const override { return mFound; }
 
 private:
     Win32Handle mMutex;

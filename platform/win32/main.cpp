@@ -1,6 +1,7 @@
 // The program on Windows. A second copy ends here without a word.
 #include "app/Module1.h"
 #include "platform/win32/Win32Desktop.h"
+#include "platform/win32/Win32PreviousInstance.h"
 #include "ui/VornMainFrm.h"
 
 #include <exception>
@@ -11,10 +12,11 @@ namespace {
 
 // Returns the exit code of the program.
 int Run() {
-    tessaly::Win32Desktop desktop;
+    const tessaly::Win32PreviousInstance previous("Tessaly");
+    std::optional<tessaly::Win32Desktop> desktop;
     std::optional<tessaly::VornMainFrm> window;
-    tessaly::StartUp(desktop.App(), [&] { window.emplace(desktop).Show(); });
-    return window ? desktop.Run() : 0;
+    tessaly::StartUp(previous, [&] { window.emplace(desktop.emplace()).Show(); });
+    return window ? desktop->Run() : 0;
 }
 
 } // namespace

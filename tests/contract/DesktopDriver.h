@@ -16,7 +16,6 @@ namespace tessaly {
 // How the program is started.
 struct Launch {
     std::string commandLine;
-    bool previousInstance = false;
 };
 
 struct SeenMessageBox {

@@ -41,7 +41,6 @@ private:
 
 MemoryDriver::MemoryDriver(const Launch& launch) {
     mDesktop.app.commandLine = launch.commandLine;
-    mDesktop.app.previousInstance = launch.previousInstance;
 }
 
 std::vector<std::string> MemoryDriver::MenuNames(MenuItem* menu) const {

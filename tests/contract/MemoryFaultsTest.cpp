@@ -115,7 +115,6 @@ std::vector<std::function<void()>> MemoryFaultsTest::CallsOfServices() {
             desktop.fileDialog.WillCancel();
             desktop.fileDialog.ShowSave({});
         },
-        [&] { desktop.app.PreviousInstance(); },
         [&] { desktop.app.CommandLine(); },
         [&] { desktop.app.Major(); },
         [&] { desktop.app.Minor(); },

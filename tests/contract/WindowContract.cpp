@@ -153,15 +153,9 @@ TEST_P(DesktopContract, AnIconThatCannotBeLoadedLeavesTheOldOne) {
 TEST_P(DesktopContract, TheCommandLineIsGivenAsItStands) {
     EXPECT_EQ(TheDesktop().App().CommandLine(), "");
     for (const std::string line : {"\"a  b.PSF\"  c", "C:\\x y.PSF", "\xC3\xA4.PSF"}) {
-        Start({line, false});
+        Start({line});
         EXPECT_EQ(TheDesktop().App().CommandLine(), line);
     }
-}
-
-TEST_P(DesktopContract, AnotherRunningCopyIsTold) {
-    EXPECT_FALSE(TheDesktop().App().PreviousInstance());
-    Start({"", true});
-    EXPECT_TRUE(TheDesktop().App().PreviousInstance());
 }
 
 TEST_P(DesktopContract, TheProgramHasAVersionAndATitle) {

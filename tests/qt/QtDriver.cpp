@@ -42,9 +42,6 @@ QtDriver::QtDriver(const Launch& launch) : mPath(qgetenv("PATH")) {
     MakeProgram(FilePath("a program"));
     qputenv("PATH", QByteArray::fromStdString(FilePath("bin")) + ":" + mPath);
     const Environment environment = [this](const std::string& name) { return Variable(name); };
-    if (launch.previousInstance) {
-        mOtherCopy = std::make_unique<InstanceLock>(InstanceLockPath(environment));
-    }
     mDesktop = std::make_unique<QtDesktop>(launch.commandLine, environment);
     PlaceControls();
     mDesktop->window.onEnded = [this] { mHasEnded = true; };

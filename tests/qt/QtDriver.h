@@ -1,7 +1,6 @@
 // The user of the Qt desktop: real windows on Qt's offscreen platform, real key and mouse events, real dialogs.
 #pragma once
 
-#include "platform/posix/InstanceLock.h"
 #include "platform/qt/QtDesktop.h"
 #include "tests/contract/DesktopDriver.h"
 #include "tests/qt/QtDialogUser.h"
@@ -80,7 +79,6 @@ private:
 
     QTemporaryDir mFolder;
     QByteArray mPath; // of this process, as it was
-    std::unique_ptr<InstanceLock> mOtherCopy;
     std::unique_ptr<QtDesktop> mDesktop;
     QtDialogUser mDialogs;
     std::vector<std::string> mHelpOpened;

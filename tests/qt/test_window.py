@@ -87,6 +87,11 @@ def test_a_second_copy_ends_silently_and_a_killed_one_leaves_no_lock(start):
     assert again.process.poll() is None
 
 
+def test_a_second_copy_ends_before_it_asks_for_a_display(start):
+    start().wait_for("Tessaly")
+    assert start(DISPLAY=":no-display").wait_for_end() == 0
+
+
 def test_the_language_is_kept_for_the_next_start_and_so_is_the_file(home, start, picture):
     own = home / ".config/tessaly/settings.reg"
     own.parent.mkdir(parents=True)

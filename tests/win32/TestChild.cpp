@@ -81,7 +81,7 @@ int main() {
         Answer(answer, WindowStyle() + "\n" + ToUtf8(GetCommandLineW()));
     } else if (command == "hold") {
         const Win32PreviousInstance instance(arguments.at(3));
-        Answer(answer, (instance.Found() ? "found " : "first ") + std::to_string(GetCurrentProcessId()));
+        Answer(answer, (instance.PreviousInstance() ? "found " : "first ") + std::to_string(GetCurrentProcessId()));
         Sleep(INFINITE);
     } else if (command == "talk") {
         return Talk(std::stoi(arguments.at(3)));

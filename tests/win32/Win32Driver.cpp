@@ -40,14 +40,8 @@ private:
     std::array<BYTE, 256> mBefore = {};
 };
 
-Win32Application::Settings SettingsOf(const Launch& launch, const std::string& instanceName,
-                                      std::vector<std::string>& helpOpened) {
-    return {instanceName, launch.commandLine,
-            [&helpOpened](HWND, const std::string& path) { helpOpened.push_back(path); }};
-}
-
-std::string InstanceName() {
-    return "TessalyContract" + std::to_string(GetCurrentProcessId());
+Win32Application::Settings SettingsOf(const Launch& launch, std::vector<std::string>& helpOpened) {
+    return {launch.commandLine, [&helpOpened](HWND, const std::string& path) { helpOpened.push_back(path); }};
 }
 
 // An icon of 16 times 16 red pixels.
@@ -85,11 +79,8 @@ void SetClipboard(std::string_view text) {
 }
 
 Win32Driver::Win32Driver(const Launch& launch) {
-    if (launch.previousInstance) {
-        mOtherCopy.emplace(InstanceName());
-    }
     RegDeleteTreeA(HKEY_CURRENT_USER, RegistryPath);
-    mDesktop = std::make_unique<Win32Desktop>(SettingsOf(launch, InstanceName(), mHelpOpened));
+    mDesktop = std::make_unique<Win32Desktop>(SettingsOf(launch, mHelpOpened));
     mFrame = mDesktop->Frame().Handle();
     mDesktop->CodeTree().SetExtent({0, 900, 3000, 4500});
     mDesktop->FuncBody().SetExtent({3300, 900, 6000, 4500});

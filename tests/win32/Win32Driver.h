@@ -8,7 +8,6 @@
 #include "tests/win32/TestFolder.h"
 
 #include <memory>
-#include <optional>
 
 namespace tessaly {
 
@@ -79,7 +78,6 @@ private:
     std::wstring Shown() const;
 
     TestFolder mFolder;
-    std::optional<Win32PreviousInstance> mOtherCopy;
     std::vector<std::string> mHelpOpened;
     std::unique_ptr<Win32Desktop> mDesktop;
     HWND mFrame = nullptr;

@@ -52,29 +52,29 @@ TEST_F(Win32PreviousInstanceTest, TheFirstCopyFindsNoneAndTheSecondFindsTheFirst
     const OtherCopy second(folder, "second", name);
     EXPECT_TRUE(folder.Read("first").starts_with("first "));
     EXPECT_TRUE(folder.Read("second").starts_with("found "));
-    EXPECT_TRUE(Win32PreviousInstance(name).Found());
+    EXPECT_TRUE(Win32PreviousInstance(name).PreviousInstance());
 }
 
 TEST_F(Win32PreviousInstanceTest, AnotherProgramsCopyDoesNotCount) {
     const OtherCopy other(folder, "other", name + "Other");
-    EXPECT_FALSE(Win32PreviousInstance(name).Found());
+    EXPECT_FALSE(Win32PreviousInstance(name).PreviousInstance());
 }
 
 TEST_F(Win32PreviousInstanceTest, ACopyThatWasKilledIsGone) {
     OtherCopy first(folder, "first", name);
-    ASSERT_TRUE(Win32PreviousInstance(name).Found());
+    ASSERT_TRUE(Win32PreviousInstance(name).PreviousInstance());
     first.Kill();
-    EXPECT_TRUE(WaitUntil([&] { return !Win32PreviousInstance(name).Found(); }));
+    EXPECT_TRUE(WaitUntil([&] { return !Win32PreviousInstance(name).PreviousInstance(); }));
 }
 
 TEST_F(Win32PreviousInstanceTest, ACopyCountsAsLongAsItsTestLives) {
     {
         const Win32PreviousInstance first(name);
-        EXPECT_FALSE(first.Found());
+        EXPECT_FALSE(first.PreviousInstance());
         const OtherCopy second(folder, "second", name);
         EXPECT_TRUE(folder.Read("second").starts_with("found "));
     }
-    EXPECT_TRUE(WaitUntil([&] { return !Win32PreviousInstance(name).Found(); }));
+    EXPECT_TRUE(WaitUntil([&] { return !Win32PreviousInstance(name).PreviousInstance(); }));
 }
 
 } // namespace

@@ -1,11 +1,13 @@
 """Starting and ending the program."""
 
+import os
 import shutil
+import subprocess
 
 import pytest
 
-from windows_harness import (CODE_TREE, FUNC_BODY, FUNC_LABEL, TREE_LABEL, install, registry_value, wait_until,
-                             windows_path, xdotool)
+from windows_harness import (BITS, CODE_TREE, EXE, FUNC_BODY, FUNC_LABEL, PATIENCE, ROOT, TREE_LABEL, install,
+                             registry_value, wait_until, windows_path, xdotool)
 
 CORRUPTED = "This installation has been corrupted.  Please reinstall the software."
 EMPTY_TREE = ["References", "Functions", "Events", "  OnError()", "  OnFrame()", "  OnKey()", "  OnStart()",
@@ -95,6 +97,16 @@ def test_a_second_copy_ends_silently(launch, installed, example):
     assert second.windows() == []
     assert first.status() is None
     assert first.panels()[0] == "File="
+
+
+def test_a_second_copy_makes_no_window_at_all(launch, installed):
+    first = launch()
+    # Wine tells of every window that the program makes, also of those that are never shown.
+    done = subprocess.run([f"{ROOT}/script/wine", BITS, EXE], env={**os.environ, "WINEDEBUG": "-all,+win"},
+                          stderr=subprocess.PIPE, timeout=PATIENCE, check=False)
+    assert done.returncode == 0
+    assert b"CreateWindow" not in done.stderr
+    assert first.status() is None
 
 
 def test_a_killed_program_can_be_started_again(launch, installed, example):
