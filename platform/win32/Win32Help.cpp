@@ -23,13 +23,13 @@ bool HasExtension(std::wstring_view path, std::wstring_view extension) {
 
 bool OpenHtmlHelp(HWND window, const std::wstring& path) {
     using HtmlHelp = HWND(WINAPI*)(HWND, const wchar_t*, UINT, DWORD_PTR);
-    // It stays loaded: its window lives on in this process.
-    const HMODULE library = LoadLibraryW(L"hhctrl.ocx");
-    if (library == nullptr) {
-        return false;
+    try {
+        // It stays loaded: its window lives on in this process.
+        const auto open = LibraryFunction<HtmlHelp>(L"hhctrl.ocx", "HtmlHelpW");
+        return open(window, path.c_str(), DisplayTopic, 0) != nullptr;
+    } catch (const std::system_error&) {
+        return false; // not installed
     }
-    const auto open = reinterpret_cast<HtmlHelp>(reinterpret_cast<void*>(GetProcAddress(library, "HtmlHelpW")));
-    return open != nullptr && open(window, path.c_str(), DisplayTopic, 0) != nullptr;
 }
 
 } // namespace

@@ -68,7 +68,7 @@ DWORD CALLBACK Stream(DWORD_PTR cookie, BYTE* buffer, LONG room, LONG* count) {
 }
 
 const wchar_t* RichEditClass() {
-    LoadLibraryW(L"msftedit.dll");
+    LoadSystemLibrary(L"msftedit.dll");
     return MSFTEDIT_CLASS;
 }
 

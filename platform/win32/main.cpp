@@ -1,6 +1,7 @@
 // The program on Windows. A second copy ends here without a word.
 #include "app/Module1.h"
 #include "platform/win32/Win32Desktop.h"
+#include "platform/win32/Win32Library.h"
 #include "platform/win32/Win32PreviousInstance.h"
 #include "ui/VornMainFrm.h"
 
@@ -22,6 +23,7 @@ int Run() {
 } // namespace
 
 int WINAPI wWinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, PWSTR /*commandLine*/, int /*show*/) {
+    tessaly::KeepToSystemLibraries();
     try {
         return Run();
     } catch (const std::exception& error) {

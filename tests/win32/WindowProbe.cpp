@@ -320,14 +320,15 @@ std::string EndSession(const Words& words) {
 // The processes that were started, which stay known after their end.
 using Processes = std::map<DWORD, HANDLE>;
 
-// start COMMAND-LINE: as it stands; answers the process
+// start COMMAND-LINE [FOLDER]: as it stands, and where; answers the process
 std::string Start(Processes& processes, const Words& words) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};
     std::wstring commandLine = Wide(words.at(1));
-    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                        &process)) {
+    const std::wstring folder = words.size() > 2 ? Wide(words[2]) : L"";
+    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                        folder.empty() ? nullptr : folder.c_str(), &startup, &process)) {
         throw std::runtime_error("cannot start it: error " + Number(GetLastError()));
     }
     CloseHandle(process.hThread);

@@ -57,8 +57,8 @@ def launch(probe):
     """Starts the program; every one that still runs at the end of the test is killed."""
     started = []
 
-    def start(command_line="", wait=True):
-        program = Program(probe, command_line)
+    def start(command_line="", wait=True, **place):
+        program = Program(probe, command_line, **place)
         started.append(program)
         return program.wait_main() if wait else program
 

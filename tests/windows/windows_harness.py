@@ -158,22 +158,23 @@ class Dialog:
 
 
 class Program:
-    """One run of Tessaly.exe. The command line is passed as it stands."""
+    """One run of Tessaly.exe, or of a copy of it, in a folder. The command line is passed as it stands."""
 
-    def __init__(self, probe, command_line=""):
+    def __init__(self, probe, command_line="", exe=EXE, folder=None):
         self.probe = probe
-        self.process = self.start(f"{windows_path(EXE)} {command_line}".strip())
+        command = f"{windows_path(exe)} {command_line}".strip()
+        self.process = self.start(command, *([windows_path(folder)] if folder else []))
         self.main = None
 
-    def start(self, command):
+    def start(self, *command):
         try:
-            return self.probe.ask("start", command)
+            return self.probe.ask("start", *command)
         except LookupError as error:
             if "error 1359" not in str(error):
                 raise
         # Once in many hundred starts a Wine process is gone before it has got to its program; Windows has no such error.
         print("Wine lost a new process; started once more")
-        return self.probe.ask("start", command)
+        return self.probe.ask("start", *command)
 
     # Its end
 

@@ -5,6 +5,7 @@
 #include "platform/win32/AtomicFile.h"
 #include "platform/win32/Win32CodePage.h"
 #include "platform/win32/Win32Files.h"
+#include "platform/win32/Win32Library.h"
 #include "platform/win32/Win32Process.h"
 #include "platform/win32/Win32Registry.h"
 #include "platform/win32/Win32Streams.h"
@@ -12,9 +13,12 @@
 
 #include <cstdlib>
 
+#undef ReplaceFile // a macro of the Windows headers
+
 namespace tessaly::psf {
 
 int RunWithArguments(int /*argc*/, char** /*argv*/, const std::function<int(const std::vector<std::string>&)>& run) {
+    KeepToSystemLibraries();
     const Win32Streams streams;
     return run(Win32Arguments());
 }
