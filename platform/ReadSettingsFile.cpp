@@ -14,7 +14,9 @@ namespace {
 // No settings need more, and a device file would never end.
 constexpr std::size_t LargestFile = std::size_t{16} * 1024 * 1024;
 
-std::string ReadWhole(SequentialFiles& files, const std::string& path) {
+} // namespace
+
+std::string ReadWholeFile(SequentialFiles& files, const std::string& path) {
     const std::unique_ptr<InputFile> file = files.OpenForInput(path);
     std::string bytes;
     std::string buffer(65536, '\0');
@@ -28,12 +30,10 @@ std::string ReadWhole(SequentialFiles& files, const std::string& path) {
     return bytes;
 }
 
-} // namespace
-
 std::vector<RegistryTextError> ReadSettingsFile(SequentialFiles& files, const std::string& path, RegistryStore& store) {
     std::string bytes;
     try {
-        bytes = ReadWhole(files, path);
+        bytes = ReadWholeFile(files, path);
     } catch (const std::system_error& error) {
         if (error.code() == std::errc::no_such_file_or_directory) {
             return {};

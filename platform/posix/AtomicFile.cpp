@@ -103,6 +103,9 @@ int GiveOwnerAndMode(const std::string& path, const struct stat* old) {
 int Replace(const fs::path& target, Existing existing, const std::function<bool(const std::string&)>& write) {
     struct stat old = {};
     const bool exists = lstat(target.c_str(), &old) == 0;
+    if (!exists && errno != ENOENT) { // it may be there, with a mode that must be kept
+        return errno;
+    }
     if (exists && existing == Existing::Keep) {
         return EEXIST;
     }

@@ -95,14 +95,14 @@ std::string FindProgram(const std::string& name) {
     ::_exit(127);
 }
 
-// What came back through the pipe: 0, or the errno of the start.
+// What came back through the pipe: 0, or the errno of the start. That of the pipe when nobody can know.
 int ReadReport(int pipe) {
     int error = 0;
     ssize_t count = -1;
     do {
         count = ::read(pipe, &error, sizeof error);
     } while (count < 0 && errno == EINTR);
-    return count == sizeof error ? error : 0;
+    return count < 0 ? errno : error;
 }
 
 } // namespace

@@ -14,19 +14,17 @@ namespace tessaly {
 
 namespace {
 
-// "" for a file that is not there.
-std::string ReadWhole(SequentialFiles& files, const std::string& path) {
-    if (!files.FileExists(path)) {
-        return {};
+// "" for a file that is not there. One that is there and cannot be read must not be taken for that: it would be
+// replaced.
+std::string ReadIfThere(SequentialFiles& files, const std::string& path) {
+    try {
+        return ReadWholeFile(files, path);
+    } catch (const std::system_error& error) {
+        if (error.code() == std::errc::no_such_file_or_directory) {
+            return {};
+        }
+        throw;
     }
-    const std::unique_ptr<InputFile> file = files.OpenForInput(path);
-    std::string bytes;
-    std::string buffer(4096, '\0');
-    while (const std::size_t count = file->Read(buffer.data(), buffer.size())) {
-        bytes.append(buffer, 0, count);
-    }
-    file->Close();
-    return bytes;
 }
 
 } // namespace
@@ -90,7 +88,8 @@ bool SettingsRegistry::WriteBack(const Place& place, std::string_view valueName,
                                  std::string_view bytes) {
     const std::string path = UserSettingsFile(mEnvironment);
     try {
-        const auto changed = SetInRegistryText(ReadWhole(mFiles, path), place.root, place.path, valueName, type, bytes);
+        const auto changed =
+            SetInRegistryText(ReadIfThere(mFiles, path), place.root, place.path, valueName, type, bytes);
         if (!changed) {
             return false;
         }
