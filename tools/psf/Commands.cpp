@@ -92,7 +92,9 @@ int ShowJson(Session& session, const std::string& file) {
     for (std::int32_t i = 0; i < EventCount; ++i) {
         events[std::string(EventTable[static_cast<std::size_t>(i)].name)] = document.EventCodeAt(i);
     }
-    nlohmann::ordered_json json;
+    // Not left to the first key: without memory for it the library would be left with half an object, and end the
+    // program.
+    nlohmann::ordered_json json = nlohmann::ordered_json::object();
     json["status"] = static_cast<std::int32_t>(status);
     json["references"] = document.VarCode();
     json["functions"] = std::move(functions);
@@ -161,8 +163,10 @@ int Delete(Session& session, const std::string& file, const std::string& name) {
     if (const Status status = Load(document, file); status != Status::Done) {
         return ExitStatus(status);
     }
+    const bool empty = document.GetFunctionCount() == 0;
     if (const Status status = document.DeleteFunction(name); status != Status::Done) {
-        PrintError(file + ": there is no function \"" + name + "\"");
+        PrintError(file + (empty || status == Status::NotFound ? ": there is no function \"" : ": cannot delete \"") +
+                   name + "\"");
         return ExitStatus(status);
     }
     return ExitStatus(Save(document, file));

@@ -1,8 +1,8 @@
 // Loading, saving and printing for all commands.
 #include "tools/psf/Session.h"
 
-#include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <system_error>
 
 namespace tessaly::psf {
@@ -27,11 +27,17 @@ int ExitStatus(Status status) {
 }
 
 void PrintError(std::string_view message) {
-    std::string line = "psf: " + std::string(message);
-    std::replace_if(
-        line.begin(), line.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
-    line += '\n';
-    std::fwrite(line.data(), 1, line.size(), stderr);
+    char piece[1024] = "psf: ";
+    std::size_t size = std::strlen(piece);
+    for (const char character : message) {
+        if (size == sizeof piece - 1) {
+            std::fwrite(piece, 1, size, stderr);
+            size = 0;
+        }
+        piece[size++] = character == '\n' || character == '\r' ? ' ' : character;
+    }
+    piece[size++] = '\n';
+    std::fwrite(piece, 1, size, stderr);
 }
 
 void Print(std::string_view bytes) {

@@ -29,7 +29,7 @@ struct Session {
 // A status code as exit status: what does not fit into 8 bits is cut, so 65535 shows as 255.
 int ExitStatus(Status status);
 
-// Prints "psf: " and `message` on standard error, as one line.
+// Prints "psf: " and `message` on standard error, as one line. Needs no memory, so it can tell that there is none left.
 void PrintError(std::string_view message);
 
 // Writes `bytes` to standard output as they are.

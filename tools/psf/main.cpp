@@ -6,15 +6,20 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <functional>
+#include <new>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
 
 using namespace tessaly::psf;
+
+constexpr std::string_view OutOfMemory = "out of memory";
 
 // The command line, parsed; `run` is the command that it names.
 struct CommandLine {
@@ -141,10 +146,32 @@ int RunAndFlush(const std::vector<std::string>& arguments) {
             return OutputFailed;
         }
         return status;
+    } catch (const std::bad_alloc&) {
+        PrintError(OutOfMemory);
     } catch (const std::exception& error) {
         PrintError(error.what());
-        return ExitStatus(tessaly::Status::UnexpectedError);
     }
+    return ExitStatus(tessaly::Status::UnexpectedError);
+}
+
+// Where no catch reaches: before main(), in a destructor, and where there is no memory for the exception itself.
+[[noreturn]] void Terminate() {
+    std::string_view message = OutOfMemory;
+    if (std::current_exception()) {
+        try {
+            throw;
+        } catch (const std::bad_alloc&) {
+        } catch (...) {
+            message = "unexpected error";
+        }
+    }
+    PrintError(message);
+    std::_Exit(ExitStatus(tessaly::Status::UnexpectedError));
+}
+
+// In front of everything else that happens before main(), because that allocates.
+[[gnu::constructor(101)]] void SetTerminate() {
+    std::set_terminate(Terminate);
 }
 
 } // namespace
