@@ -6,7 +6,8 @@
 namespace tessaly {
 
 // Positions and sizes are in twips (1/1440 inch), as single-precision numbers, relative to the window's client area.
-// They are given back exactly as they were set: an implementation rounds to pixels on the screen only.
+// They are given back exactly as they were set: an implementation rounds to pixels, and stops at the footer of the
+// window (see Window), on the screen only.
 struct Extent {
     float left = 0;
     float top = 0;

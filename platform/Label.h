@@ -12,6 +12,9 @@ class Label : public Control {
 public:
     virtual std::string Caption() const = 0;
     virtual void SetCaption(std::string_view caption) = 0;
+
+    // What one line of text needs in the user's font, in twips.
+    virtual float PreferredHeight() const = 0;
 };
 
 } // namespace tessaly

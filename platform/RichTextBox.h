@@ -32,6 +32,9 @@ public:
     virtual bool FuncBodyAvailable() const = 0;
     virtual void SetFuncBodyAvailable(bool available) = 0;
 
+    // How wide each character is, in twips: the font has a fixed pitch.
+    virtual float CharacterWidth() const = 0;
+
     // Where the tab stops are, in twips from the left edge of the text, ascending.
     virtual void SetTabStops(const std::vector<float>& stops) = 0;
 };

@@ -9,11 +9,15 @@
 
 namespace tessaly {
 
-// It begins with no panel.
+// It begins with no panel, and stands at the bottom of the client area with a line above it. The tool tip of a panel is
+// its text, which may be cut off.
 class StatusBar : public Control {
 public:
     // Adds a panel at the end, with no text.
     virtual void AddPanel() = 0;
+
+    // What the bar needs for its panels, whether there are any or not, in twips.
+    virtual float PreferredHeight() const = 0;
 
     virtual std::int32_t PanelCount() const = 0;
 

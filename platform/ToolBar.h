@@ -30,6 +30,9 @@ public:
     // and adds nothing, when there is no image `image`.
     virtual void AddButton(std::int32_t image, std::string_view tag) = 0;
 
+    // What the bar needs for buttons, whether there are any or not, in twips. It stands at the top of the client area.
+    virtual float PreferredHeight() const = 0;
+
     virtual std::int32_t ButtonCount() const = 0;
 
     // The tag of a button. Throws std::out_of_range when there is none.

@@ -1,6 +1,9 @@
 // The main window as a frame: its caption, size, icon, keys, and its end.
 #pragma once
 
+#include "platform/Control.h"
+
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -14,6 +17,25 @@ inline constexpr int KeyF3 = 114;
 inline constexpr int KeyF4 = 115;
 inline constexpr int KeyF5 = 116;
 inline constexpr int KeyF10 = 121;
+
+// The outer size that a window has at first, in twips, where the screen leaves it `room`: most of that, but not more
+// than can be used well.
+inline Extent FirstExtent(const Extent& room) {
+    constexpr float part = 0.85F;
+    constexpr float largestWidth = 21000;
+    constexpr float largestHeight = 13500;
+    return {0, 0, std::min(room.width * part, largestWidth), std::min(room.height * part, largestHeight)};
+}
+
+// What is seen of a control that was given `extent`. Its lower edge stops where the footer begins, which counts from
+// the top of the client area, so that a control never lies over the status bar. What stands in the footer is left
+// alone.
+inline Extent ShownAbove(float footerTop, Extent extent) {
+    if (extent.top < footerTop) {
+        extent.height = std::min(extent.height, footerTop - extent.top);
+    }
+    return extent;
+}
 
 class Window {
 public:
@@ -48,6 +70,16 @@ public:
     // The outer size in twips; not rounded on the way.
     virtual float Width() const = 0;
     virtual float Height() const = 0;
+
+    // The area for the controls in twips: inside the frame and below the menu bar, as it is while the window is shown.
+    virtual float ClientWidth() const = 0;
+    virtual float ClientHeight() const = 0;
+
+    // The user cannot make the window smaller than this outer size, in twips. It is 0 at first.
+    virtual void SetMinimumSize(float width, float height) = 0;
+
+    // Keeps the lowest `height` twips of the client area free of controls, see ShownAbove. It is 0 at first.
+    virtual void SetFooter(float height) = 0;
 
     // Takes the icon from a picture file. Throws std::runtime_error when it cannot be loaded; the icon stays.
     virtual void SetIcon(const std::string& path) = 0;

@@ -16,9 +16,6 @@ constexpr std::int32_t ShownEvents = 8;
 // come first.
 constexpr std::int32_t EventItemOffset = 4;
 
-// Tab stops across the pane. Eight keep the indent of code readable in a narrow pane and modest in a wide one.
-constexpr int TabStopCount = 8;
-
 } // namespace
 
 void VornMainFrm::BuildCodeTree() {
@@ -188,9 +185,9 @@ void VornMainFrm::DeleteCurrentFunction() {
 
 void VornMainFrm::SetUpFuncBodyTabs() {
     RunNamed("SetUpFuncBodyTabs", [this] {
-        const float interval = mFuncBody.GetExtent().width / TabStopCount;
+        const float interval = mFuncBody.GetExtent().width / static_cast<float>(mTabStopCount);
         std::vector<float> stops;
-        for (int i = 0; i < TabStopCount; ++i) {
+        for (int i = 0; i < mTabStopCount; ++i) {
             stops.push_back(static_cast<float>(i) * interval);
         }
         mFuncBody.SetTabStops(stops);

@@ -40,8 +40,8 @@ VornMainFrm::VornMainFrm(Desktop& desktop)
       mWindow(desktop.MainWindow()),
       mCodeTree(desktop.CodeTree()),
       mFuncBody(desktop.FuncBody()) {
-    PlaceControls();
     MakeMenus();
+    PlaceControls();
     Listen();
 }
 
@@ -178,21 +178,35 @@ void VornMainFrm::Form_Unload() {
     WriteRegValue(mDesktop.Settings(), Registry::LocalMachine, SettingsKey, "Number", LanguageSetting, language);
 }
 
-// The tree takes a bit more than a quarter of the width: names of functions are short, lines of code are not.
+// The tree takes a bit more than a quarter of the width: names of functions are short, lines of code are not. The pane
+// is a whole number of tab stops wide, so that a tab at first is as wide as the characters beside it.
 void VornMainFrm::PlaceControls() {
-    constexpr float gap = 120;
-    constexpr float labelTop = 660; // below the tool bar
-    constexpr float labelHeight = 255;
-    constexpr float paneTop = labelTop + labelHeight + 60;
-    constexpr float below = 1500; // caption, menu and status bar
-    const float width = mWindow.Width();
-    const float paneHeight = std::max(mWindow.Height() - paneTop - below, labelHeight);
-    const float treeWidth = width * 0.28F;
-    const float paneLeft = treeWidth + 2 * gap;
-    const float paneWidth = std::max(width - paneLeft - 2 * gap, gap);
-    mDesktop.LblcodeTreeViewer().SetExtent({gap, labelTop, treeWidth, labelHeight});
-    mCodeTree.SetExtent({gap, paneTop, treeWidth, paneHeight});
-    mDesktop.FuncLabel().SetExtent({paneLeft, labelTop, paneWidth, labelHeight});
+    constexpr float margin = 120;
+    constexpr float panePart = 0.72F;
+    constexpr float charactersInTab = 4;
+    constexpr float charactersInLabel = 18;
+    const float character = mFuncBody.CharacterWidth();
+    const float tab = charactersInTab * character;
+    const float width = std::max(mWindow.ClientWidth() - 3 * margin, 2 * tab);
+    mTabStopCount = std::max(static_cast<int>(width * panePart / tab), 1);
+    const float paneWidth = static_cast<float>(mTabStopCount) * tab;
+    const float treeWidth = width - paneWidth;
+    const float paneLeft = treeWidth + 2 * margin;
+
+    // Labels keep their width when the window gets narrower, so they take what they have in the narrowest one.
+    const float treeLabelWidth = std::clamp(charactersInLabel * character, treeWidth / 2, treeWidth);
+    const float narrowest = (treeLabelWidth + margin) / paneLeft;
+    mWindow.SetMinimumSize(mWindow.Width() * narrowest, mWindow.Height() / 2);
+
+    const float labelTop = mDesktop.VornToolBar().PreferredHeight();
+    const float labelHeight = mDesktop.FuncLabel().PreferredHeight();
+    const float paneTop = labelTop + labelHeight + margin / 4;
+    const float footer = mDesktop.StatusBar1().PreferredHeight() + margin;
+    const float paneHeight = std::max(mWindow.ClientHeight() - footer - paneTop, labelHeight);
+    mWindow.SetFooter(footer);
+    mDesktop.LblcodeTreeViewer().SetExtent({margin, labelTop, treeLabelWidth, labelHeight});
+    mCodeTree.SetExtent({margin, paneTop, treeWidth, paneHeight});
+    mDesktop.FuncLabel().SetExtent({paneLeft, labelTop, paneWidth * narrowest, labelHeight});
     mFuncBody.SetExtent({paneLeft, paneTop, paneWidth, paneHeight});
 }
 

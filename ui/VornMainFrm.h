@@ -154,6 +154,7 @@ private:
     RichTextBox& mFuncBody;
     std::vector<MenuItem*> mMenus; // in the order in which they were made
     std::unique_ptr<frmSplash> mSplash;
+    int mTabStopCount = 1; // across the pane
 };
 
 } // namespace tessaly

@@ -13,4 +13,9 @@ void MemoryLabel::SetCaption(std::string_view caption) {
     mCaption = caption;
 }
 
+float MemoryLabel::PreferredHeight() const {
+    CountCall();
+    return 240;
+}
+
 } // namespace tessaly

@@ -12,6 +12,7 @@ public:
 
     std::string Caption() const override;
     void SetCaption(std::string_view caption) override;
+    float PreferredHeight() const override;
 
 private:
     std::string mCaption;

@@ -65,6 +65,11 @@ void MemoryRichTextBox::SetFuncBodyAvailable(bool available) {
     mFuncBodyAvailable = available;
 }
 
+float MemoryRichTextBox::CharacterWidth() const {
+    CountCall();
+    return 120;
+}
+
 void MemoryRichTextBox::SetTabStops(const std::vector<float>& stops) {
     CountCall();
     mTabStops = stops;

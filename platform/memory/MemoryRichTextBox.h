@@ -21,6 +21,7 @@ public:
     void SetText(std::string_view text) override;
     bool FuncBodyAvailable() const override;
     void SetFuncBodyAvailable(bool available) override;
+    float CharacterWidth() const override;
     void SetTabStops(const std::vector<float>& stops) override;
 
     // The user clicks into the pane, which moves the focus there and the caret nowhere. False, and nothing happens,

@@ -10,6 +10,11 @@ void MemoryStatusBar::AddPanel() {
     mPanels.emplace_back();
 }
 
+float MemoryStatusBar::PreferredHeight() const {
+    CountCall();
+    return 330;
+}
+
 std::int32_t MemoryStatusBar::PanelCount() const {
     CountCall();
     return static_cast<std::int32_t>(mPanels.size());

@@ -14,6 +14,7 @@ public:
     MemoryStatusBar(MemoryFaults& faults, MemoryFocus& focus) : MemoryControl(faults, focus, MemoryKeyboard::Unused) {}
 
     void AddPanel() override;
+    float PreferredHeight() const override;
     std::int32_t PanelCount() const override;
     void SetPanelSpring(std::int32_t number) override;
     std::string PanelText(std::int32_t number) const override;

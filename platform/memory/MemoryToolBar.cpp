@@ -25,6 +25,11 @@ void MemoryToolBar::AddButton(std::int32_t image, std::string_view tag) {
     mButtons.push_back({image, std::string(tag)});
 }
 
+float MemoryToolBar::PreferredHeight() const {
+    CountCall();
+    return 420;
+}
+
 std::int32_t MemoryToolBar::ButtonCount() const {
     CountCall();
     return static_cast<std::int32_t>(mButtons.size());

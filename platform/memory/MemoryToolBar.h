@@ -30,6 +30,7 @@ public:
 
     void Clear() override;
     void AddButton(std::int32_t image, std::string_view tag) override;
+    float PreferredHeight() const override;
     std::int32_t ButtonCount() const override;
     std::string ButtonTag(std::int32_t number) const override;
 

@@ -4,10 +4,19 @@
 #include "platform/memory/MemoryKeys.h"
 #include "platform/memory/TestFailure.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
 namespace tessaly {
+
+namespace {
+
+// Around the client area: the frame, the caption and the menus.
+constexpr float FrameWidth = 120;
+constexpr float FrameHeight = 810;
+
+} // namespace
 
 void MemoryWindow::Show() {
     mFaults.Count();
@@ -45,6 +54,27 @@ float MemoryWindow::Height() const {
     return mHeight;
 }
 
+float MemoryWindow::ClientWidth() const {
+    mFaults.Count();
+    return mWidth - FrameWidth;
+}
+
+float MemoryWindow::ClientHeight() const {
+    mFaults.Count();
+    return mHeight - FrameHeight;
+}
+
+void MemoryWindow::SetMinimumSize(float width, float height) {
+    mFaults.Count();
+    mMinimumWidth = width;
+    mMinimumHeight = height;
+}
+
+void MemoryWindow::SetFooter(float height) {
+    mFaults.Count();
+    mFooter = height;
+}
+
 void MemoryWindow::SetIcon(const std::string& path) {
     mFaults.Count();
     const auto file = mFiles.contents.find(path);
@@ -78,6 +108,8 @@ void MemoryWindow::DeliverSentKeys() {
 
 void MemoryWindow::Resize(float width, float height) {
     CheckUsable("a change of the window's size");
+    width = std::max(width, mMinimumWidth);
+    height = std::max(height, mMinimumHeight);
     const bool isChanged = width != mWidth || height != mHeight;
     mWidth = width;
     mHeight = height;

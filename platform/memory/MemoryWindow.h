@@ -27,6 +27,10 @@ public:
     void SetCaption(std::string_view caption) override;
     float Width() const override;
     float Height() const override;
+    float ClientWidth() const override;
+    float ClientHeight() const override;
+    void SetMinimumSize(float width, float height) override;
+    void SetFooter(float height) override;
     void SetIcon(const std::string& path) override;
 
     // The user presses a key: onKeyDown is raised, then the key reaches the control that has the focus now. F1 opens
@@ -36,7 +40,8 @@ public:
     // Lets the keys that the program sent to itself arrive.
     void DeliverSentKeys();
 
-    // The user changes the outer size, in twips. Throws ImpossibleAction before the window is shown.
+    // The user changes the outer size, in twips, as far as the window lets him. Throws ImpossibleAction before the
+    // window is shown.
     void Resize(float width, float height);
 
     // The user closes the window by its frame.
@@ -50,6 +55,7 @@ public:
 
     bool IsShown() const { return mIsShown && !mIsClosed; }
     bool IsClosed() const { return mIsClosed; }
+    float Footer() const { return mFooter; }
     const std::string& Icon() const { return mIcon; } // the path, "" at first
 
 private:
@@ -63,6 +69,9 @@ private:
     std::string mCaption;
     float mWidth = 9600;
     float mHeight = 7200;
+    float mMinimumWidth = 0;
+    float mMinimumHeight = 0;
+    float mFooter = 0;
     std::string mIcon;
     bool mIsLoaded = false;
     bool mIsShown = false;

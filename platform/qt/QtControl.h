@@ -1,11 +1,12 @@
 // What every control has in common, put on top of its interface.
 #pragma once
 
-#include "platform/Control.h"
+#include "platform/Window.h"
 #include "platform/qt/QtFocus.h"
 #include "platform/qt/QtText.h"
 
 #include <QWidget>
+#include <limits>
 #include <stdexcept>
 
 namespace tessaly {
@@ -34,9 +35,15 @@ public:
     void SetExtent(const Extent& extent) override {
         mExtent = extent;
         mIsPlaced = true;
-        const QPoint topLeft(ToPixels(extent.left), ToPixels(extent.top));
-        const QPoint end(ToPixels(extent.left + extent.width), ToPixels(extent.top + extent.height));
-        Place(QRect(topLeft, QSize(end.x() - topLeft.x(), end.y() - topLeft.y())));
+        Show();
+    }
+
+    // The footer of the window begins here, in twips from the top of its client area.
+    void SetFooterTop(float top) {
+        mFooterTop = top;
+        if (mIsPlaced) {
+            Show();
+        }
     }
 
     bool HasTabStop() const override { return mKeyboard == QtKeyboard::Used; }
@@ -69,8 +76,6 @@ public:
     bool IsPlaced() const { return mIsPlaced; }
 
 protected:
-    virtual void Place(const QRect& place) { mWidget.setGeometry(place); }
-
     // To be called when CanHaveFocus has changed.
     virtual void UpdateFocusPolicy() {
         mWidget.setFocusPolicy(!CanHaveFocus() ? Qt::NoFocus : mIsTabStop ? Qt::StrongFocus : Qt::ClickFocus);
@@ -86,10 +91,18 @@ protected:
     }
 
 private:
+    void Show() {
+        const Extent shown = ShownAbove(mFooterTop, mExtent);
+        const QPoint topLeft(ToPixels(shown.left), ToPixels(shown.top));
+        const QPoint end(ToPixels(shown.left + shown.width), ToPixels(shown.top + shown.height));
+        mWidget.setGeometry(QRect(topLeft, QSize(end.x() - topLeft.x(), end.y() - topLeft.y())));
+    }
+
     QtFocus* mFocus; // null in a window whose focus nobody asks for
     QWidget& mWidget;
     QtKeyboard mKeyboard;
     Extent mExtent;
+    float mFooterTop = std::numeric_limits<float>::max();
     bool mIsPlaced = false;
     bool mIsTabStop = true;
 };

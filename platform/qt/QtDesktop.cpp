@@ -17,7 +17,7 @@ QtDesktop::QtDesktop(const std::string& commandLine, const Environment& environm
         }
         output->Follow(path);
     };
-    frame.onClientSize = [this] { PlaceBars(); };
+    frame.onClientSize = [this] { LayOut(); };
 }
 
 // A control that goes passes the focus on to the next one.
@@ -34,15 +34,22 @@ std::unique_ptr<SplashWindow> QtDesktop::NewSplashWindow() {
     return std::make_unique<QtSplashWindow>(frame);
 }
 
-void QtDesktop::PlaceBars() {
+void QtDesktop::LayOut() {
     const QSize client = frame.Client().size();
     if (!toolBar.IsPlaced()) {
-        toolBar.Widget().setGeometry(0, 0, client.width(), toolBar.Height());
+        toolBar.Widget().setGeometry(0, 0, client.width(), ToPixels(toolBar.PreferredHeight()));
     }
     if (!status.IsPlaced()) {
-        const int height = status.Widget().sizeHint().height();
+        const int height = ToPixels(status.PreferredHeight());
         status.Widget().setGeometry(0, client.height() - height, client.width(), height);
     }
+    const float footerTop = window.FooterTop();
+    treeLabel.SetFooterTop(footerTop);
+    tree.SetFooterTop(footerTop);
+    paneLabel.SetFooterTop(footerTop);
+    pane.SetFooterTop(footerTop);
+    toolBar.SetFooterTop(footerTop);
+    status.SetFooterTop(footerTop);
 }
 
 } // namespace tessaly

@@ -65,7 +65,7 @@ public:
     std::unique_ptr<QtOutputWindow> output;
 
 private:
-    void PlaceBars();
+    void LayOut();
 
     PosixFiles mFiles;
     SettingsRegistry mSettings;

@@ -16,11 +16,9 @@ public:
 
     std::string Caption() const override { return mCaption; }
     void SetCaption(std::string_view caption) override;
+    float PreferredHeight() const override { return ToTwips(mLabel.fontMetrics().height()); }
 
     QLabel& Widget() { return mLabel; }
-
-protected:
-    void Place(const QRect& place) override;
 
 private:
     QLabel mLabel;

@@ -169,6 +169,10 @@ void QtRichTextBox::SetFuncBodyAvailable(bool available) {
     UpdateFocusPolicy();
 }
 
+float QtRichTextBox::CharacterWidth() const {
+    return static_cast<float>(QFontMetricsF(mEdit.font()).horizontalAdvance(u'0')) * TwipsInPixel;
+}
+
 // Behind the last stop they go on as far apart as the last two are.
 void QtRichTextBox::SetTabStops(const std::vector<float>& stops) {
     QTextOption option = mEdit.document()->defaultTextOption();

@@ -10,6 +10,7 @@ namespace {
 
 constexpr int FixedWidth = 96;
 constexpr int Margin = 8;
+constexpr int AboveText = 4; // and below
 
 } // namespace
 
@@ -22,7 +23,7 @@ void QtPanel::paintEvent(QPaintEvent*) {
 }
 
 QtStatusBar::QtStatusBar(QWidget* parent, QtFocus& focus) : QtControl(&focus, mBar, QtKeyboard::Unused), mBar(parent) {
-    mLayout.setContentsMargins(0, 3, 0, 3);
+    mLayout.setContentsMargins(0, AboveText, 0, AboveText);
     mLayout.setSpacing(0);
 }
 
@@ -33,6 +34,10 @@ void QtStatusBar::AddPanel() {
     mLayout.addWidget(label.get(), 0);
     label->show(); // the bar may be shown already
     mPanels.push_back({{}, std::move(label)});
+}
+
+float QtStatusBar::PreferredHeight() const {
+    return ToTwips(mBar.fontMetrics().height() + 2 * AboveText);
 }
 
 void QtStatusBar::SetPanelSpring(std::int32_t number) {
@@ -47,11 +52,8 @@ void QtStatusBar::SetPanelText(std::int32_t number, std::string_view text) {
     const OnePanel& panel = Panel(number);
     mPanels[static_cast<std::size_t>(number) - 1].text = text;
     panel.label->setText(ToQt(text));
-    panel.label->setToolTip({});
-}
-
-int QtStatusBar::PanelWidth(std::int32_t number) const {
-    return Panel(number).label->width();
+    const QString markup = QStringLiteral("<p style='white-space:pre'>%1</p>").arg(ToQt(text).toHtmlEscaped());
+    panel.label->setToolTip(text.empty() ? QString() : markup); // plain text would be markup where it looks like some
 }
 
 // A number below 1 becomes one far behind the end.

@@ -29,14 +29,15 @@ public:
 
     void AddPanel() override;
     std::int32_t PanelCount() const override { return static_cast<std::int32_t>(mPanels.size()); }
+    float PreferredHeight() const override;
     void SetPanelSpring(std::int32_t number) override;
     std::string PanelText(std::int32_t number) const override { return Panel(number).text; }
     void SetPanelText(std::int32_t number, std::string_view text) override;
 
     QWidget& Widget() { return mBar; }
 
-    // In pixels, as it is on the screen. Throws std::out_of_range when there is no such panel.
-    int PanelWidth(std::int32_t number) const;
+    // What Qt shows for a panel. Throws std::out_of_range when there is none.
+    const QWidget& PanelWidget(std::int32_t number) const { return *Panel(number).label; }
 
 private:
     struct OnePanel {

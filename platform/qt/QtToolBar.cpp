@@ -71,9 +71,13 @@ void QtToolBar::TakeFocus() {
     ButtonWidget(1).setFocus(Qt::OtherFocusReason);
 }
 
-int QtToolBar::Height() const {
-    constexpr int aroundPicture = 16;
-    return PictureSize + aroundPicture;
+// Measured on a bar with a button.
+float QtToolBar::PreferredHeight() const {
+    QToolBar bar;
+    bar.setIconSize(mBar.iconSize());
+    bar.addAction(QIcon(), QString());
+    bar.ensurePolished();
+    return ToTwips(bar.sizeHint().height());
 }
 
 QWidget& QtToolBar::ButtonWidget(std::int32_t number) const {

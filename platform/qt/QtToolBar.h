@@ -25,6 +25,7 @@ public:
     void Clear() override;
     void AddButton(std::int32_t image, std::string_view tag) override;
     std::int32_t ButtonCount() const override { return static_cast<std::int32_t>(mButtons.size()); }
+    float PreferredHeight() const override;
     std::string ButtonTag(std::int32_t number) const override;
 
     // Without a button there is nothing to work on.
@@ -32,9 +33,6 @@ public:
     void TakeFocus() override;
 
     QToolBar& Widget() { return mBar; }
-
-    // In pixels: what buttons need, whether there are any or not.
-    int Height() const;
 
     // What Qt shows for a button. Throws std::out_of_range when there is none.
     QWidget& ButtonWidget(std::int32_t number) const;

@@ -8,6 +8,7 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QImageReader>
+#include <QMenuBar>
 #include <QMimeData>
 #include <QPixmap>
 #include <QScreen>
@@ -21,8 +22,6 @@
 namespace tessaly {
 
 namespace {
-
-constexpr QSize InitialSize(960, 660);
 
 // What a window manager's frame adds to the height, more or less: how much it really is nobody knows before the window
 // is shown, and on some systems never.
@@ -57,7 +56,9 @@ QtFrame::QtFrame() {
     centralWidget()->installEventFilter(this);
     setAcceptDrops(true);
     setContextMenuPolicy(Qt::NoContextMenu);
-    resize(InitialSize.boundedTo(screen()->availableSize() - QSize(0, FrameHeight)));
+    const QSize room = screen()->availableSize();
+    const Extent first = FirstExtent({0, 0, ToTwips(room.width()), ToTwips(room.height())});
+    resize(ToPixels(first.width), ToPixels(first.height) - FrameHeight);
     winId(); // so that there is a window to see the keys of
     windowHandle()->installEventFilter(this);
 }
@@ -155,6 +156,23 @@ float QtWindow::Width() const {
 
 float QtWindow::Height() const {
     return ToTwips(mFrame.height() + FrameHeight);
+}
+
+float QtWindow::ClientWidth() const {
+    return ToTwips(mFrame.width());
+}
+
+float QtWindow::ClientHeight() const {
+    return ToTwips(mFrame.height() - mFrame.menuBar()->heightForWidth(mFrame.width()));
+}
+
+void QtWindow::SetMinimumSize(float width, float height) {
+    mFrame.setMinimumSize(ToPixels(width), ToPixels(height) - FrameHeight);
+}
+
+void QtWindow::SetFooter(float height) {
+    mFooter = height;
+    mFrame.onClientSize();
 }
 
 void QtWindow::SetIcon(const std::string& path) {

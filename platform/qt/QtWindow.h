@@ -48,7 +48,14 @@ public:
     void SetCaption(std::string_view caption) override { mFrame.setWindowTitle(ToQt(caption)); }
     float Width() const override;
     float Height() const override;
+    float ClientWidth() const override;
+    float ClientHeight() const override;
+    void SetMinimumSize(float width, float height) override;
+    void SetFooter(float height) override;
     void SetIcon(const std::string& path) override;
+
+    // From the top of the client area, in twips.
+    float FooterTop() const { return ClientHeight() - mFooter; }
 
     // Sends a key as if the user had pressed it, when everything before it is done.
     void SendKey(int key);
@@ -66,6 +73,7 @@ private:
     QtFocus& mFocus;
     std::function<void()> mOnF1;
     QSize mLastSize;
+    float mFooter = 0;
     bool mIsLoaded = false;
     bool mIsClosed = false;
 };

@@ -52,11 +52,12 @@ void Win32Child::Move() {
     if (!mExtent) {
         return;
     }
+    const Extent shown = ShownAbove(mParent.FooterTop(), *mExtent);
     const int dpi = mParent.Dpi();
-    const int left = ToPixels(mExtent->left, dpi);
-    const int top = ToPixels(mExtent->top, dpi);
-    const int width = ToPixels(mExtent->left + mExtent->width, dpi) - left;
-    const int height = ToPixels(mExtent->top + mExtent->height, dpi) - top;
+    const int left = ToPixels(shown.left, dpi);
+    const int top = ToPixels(shown.top, dpi);
+    const int width = ToPixels(shown.left + shown.width, dpi) - left;
+    const int height = ToPixels(shown.top + shown.height, dpi) - top;
     SetWindowPos(mHandle, nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
 }
 

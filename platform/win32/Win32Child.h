@@ -1,11 +1,12 @@
 // What every control of a window has in common: its window, its place, and the messages that concern it.
 #pragma once
 
-#include "platform/Control.h"
+#include "platform/Window.h"
 #include "platform/win32/Win32Headers.h"
 #include "platform/win32/Win32Screen.h"
 
 #include <functional>
+#include <limits>
 #include <optional>
 #include <string_view>
 
@@ -21,6 +22,9 @@ public:
     virtual HWND Handle() const = 0;
     virtual int Dpi() const = 0;
     virtual HFONT Font() const = 0;
+
+    // Where the footer of the window begins, in twips from the top of its client area.
+    virtual float FooterTop() const { return std::numeric_limits<float>::max(); }
 
     // A control comes; it is told of the messages about it from now on. They stand in the order of the Tab key.
     virtual void Add(Win32Child& child) = 0;
@@ -54,6 +58,9 @@ public:
     Extent Place() const;
     void SetPlace(const Extent& extent);
 
+    // Puts it on the screen where the program has placed it.
+    void Move();
+
     // Whether the program has given it a place; else the window may choose one.
     bool IsPlaced() const { return mExtent.has_value(); }
 
@@ -84,9 +91,6 @@ protected:
     // Every message to the control. What is not for the override goes to Default.
     virtual LRESULT Message(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam);
-
-    // Puts it on the screen where the program has placed it.
-    void Move();
 
     void SetIsTabStop(bool stop) { mIsTabStop = stop; }
 

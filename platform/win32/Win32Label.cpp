@@ -13,4 +13,8 @@ void Win32Label::SetCaption(std::string_view caption) {
     SetWindowTextW(Handle(), ToWide(caption).c_str());
 }
 
+float Win32Label::PreferredHeight() const {
+    return ToTwips(MeasureFont(Parent().Font()).tmHeight, Parent().Dpi());
+}
+
 } // namespace tessaly

@@ -14,6 +14,7 @@ public:
 
     std::string Caption() const override { return mCaption; }
     void SetCaption(std::string_view caption) override;
+    float PreferredHeight() const override;
 
     bool HasTabStop() const override { return false; }
 

@@ -146,6 +146,14 @@ void Win32RichTextBox::ApplyFont() {
     mFormat.SetFont(CodeFontName(), std::lround(FontHeight * scale));
 }
 
+float Win32RichTextBox::CharacterWidth() const {
+    LOGFONTW font = {};
+    font.lfHeight = -ToPixels(FontHeight, Parent().Dpi());
+    CodeFontName().copy(font.lfFaceName, LF_FACESIZE - 1);
+    const Win32Font made(CreateFontIndirectW(&font));
+    return ToTwips(MeasureFont(made.get()).tmAveCharWidth, Parent().Dpi());
+}
+
 void Win32RichTextBox::ShowTabStops() {
     const float scale = static_cast<float>(Parent().Dpi()) / static_cast<float>(SystemDpi());
     std::vector<LONG> stops;

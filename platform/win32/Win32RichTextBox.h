@@ -21,6 +21,7 @@ public:
     void SetText(std::string_view text) override;
     bool FuncBodyAvailable() const override { return mFuncBodyAvailable; }
     void SetFuncBodyAvailable(bool available) override;
+    float CharacterWidth() const override;
     void SetTabStops(const std::vector<float>& stops) override;
 
     bool CanHaveFocus() const override { return mFuncBodyAvailable; }

@@ -104,6 +104,16 @@ Win32Font MakeMessageFont(int dpi, float times) {
     return Win32Font(CreateFontIndirectW(&font));
 }
 
+TEXTMETRICW MeasureFont(HFONT font) {
+    TEXTMETRICW metrics = {};
+    HDC screen = GetDC(nullptr);
+    HGDIOBJ before = SelectObject(screen, font);
+    GetTextMetricsW(screen, &metrics);
+    SelectObject(screen, before);
+    ReleaseDC(nullptr, screen);
+    return metrics;
+}
+
 std::wstring CodeFontName() {
     for (const wchar_t* const name : {L"Consolas", L"Courier New", L"DejaVu Sans Mono", L"Liberation Mono"}) {
         if (IsInstalled(name)) {

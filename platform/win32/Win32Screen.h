@@ -22,6 +22,8 @@ SIZE FrameSize(SIZE client, DWORD style, DWORD extendedStyle, bool hasMenu, int 
 // The font of message boxes, which labels and trees use too. `times` makes it larger.
 Win32Font MakeMessageFont(int dpi, float times = 1);
 
+TEXTMETRICW MeasureFont(HFONT font);
+
 // The name of a fixed-pitch font that is installed.
 std::wstring CodeFontName();
 

@@ -25,6 +25,11 @@ void Win32StatusBar::AddPanel() {
     LayOut();
 }
 
+float Win32StatusBar::PreferredHeight() const {
+    Send(WM_SIZE);
+    return Place().height;
+}
+
 void Win32StatusBar::SetPanelSpring(std::int32_t number) {
     Panel(number).isSpring = true;
     LayOut();

@@ -15,6 +15,7 @@ public:
 
     void AddPanel() override;
     std::int32_t PanelCount() const override { return static_cast<std::int32_t>(mPanels.size()); }
+    float PreferredHeight() const override;
     void SetPanelSpring(std::int32_t number) override;
     std::string PanelText(std::int32_t number) const override { return Panel(number).text; }
     void SetPanelText(std::int32_t number, std::string_view text) override;

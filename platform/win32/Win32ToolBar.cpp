@@ -86,11 +86,17 @@ void Win32ToolBar::AddButton(std::int32_t image, std::string_view tag) {
     button.iString = reinterpret_cast<INT_PTR>(text.c_str());
     Send(TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button));
     mTags.emplace_back(tag);
+    SizeButtons(); // the pictures have changed that
     Dock();
 }
 
 std::string Win32ToolBar::ButtonTag(std::int32_t number) const {
     return mTags.at(static_cast<std::size_t>(number) - 1);
+}
+
+float Win32ToolBar::PreferredHeight() const {
+    Send(TB_AUTOSIZE);
+    return Place().height;
 }
 
 // The bar is still at work with the button, which the handler may remove.

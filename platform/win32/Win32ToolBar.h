@@ -37,6 +37,7 @@ public:
     void Clear() override;
     void AddButton(std::int32_t image, std::string_view tag) override;
     std::int32_t ButtonCount() const override { return static_cast<std::int32_t>(mTags.size()); }
+    float PreferredHeight() const override;
     std::string ButtonTag(std::int32_t number) const override;
 
     bool CanHaveFocus() const override { return true; }

@@ -19,13 +19,13 @@ namespace {
 
 constexpr const wchar_t* ClassName = L"VornMainFrm";
 
-// The size at first, in twips; less on a small screen.
-constexpr float FirstWidth = 14400;
-constexpr float FirstHeight = 10200;
+constexpr DWORD Style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
+constexpr DWORD ExtendedStyle = WS_EX_ACCEPTFILES;
 
-SIZE FirstSize(const RECT& screen, int dpi) {
-    return {std::min<LONG>(ToPixels(FirstWidth, dpi), (screen.right - screen.left) * 9 / 10),
-            std::min<LONG>(ToPixels(FirstHeight, dpi), (screen.bottom - screen.top) * 9 / 10)};
+SIZE FirstSize(const RECT& room, int dpi) {
+    const Extent first =
+        FirstExtent({0, 0, ToTwips(room.right - room.left, dpi), ToTwips(room.bottom - room.top, dpi)});
+    return {ToPixels(first.width, dpi), ToPixels(first.height, dpi)};
 }
 
 int ShiftState() {
@@ -55,8 +55,8 @@ Win32Window::Win32Window(Win32EventLoop& loop) : mLoop(loop) {
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &screen, 0);
     const SIZE size = FirstSize(screen, SystemDpi());
     // The procedure finds this object from the first message on.
-    CreateWindowExW(WS_EX_ACCEPTFILES, ClassName, L"", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
-                    CW_USEDEFAULT, size.cx, size.cy, nullptr, nullptr, GetModuleHandleW(nullptr), this);
+    CreateWindowExW(ExtendedStyle, ClassName, L"", Style, CW_USEDEFAULT, CW_USEDEFAULT, size.cx, size.cy, nullptr,
+                    nullptr, GetModuleHandleW(nullptr), this);
     if (mHandle == nullptr) {
         ThrowLastError("CreateWindowEx");
     }
@@ -111,6 +111,37 @@ void Win32Window::Unload() {
 void Win32Window::SetCaption(std::string_view caption) {
     mCaption = caption;
     SetWindowTextW(mHandle, ToWide(caption).c_str());
+}
+
+float Win32Window::ClientWidth() const {
+    return mWidth - ToTwips(FrameSize({}, Style, ExtendedStyle, true, mDpi).cx, mDpi);
+}
+
+float Win32Window::ClientHeight() const {
+    return mHeight - ToTwips(FrameSize({}, Style, ExtendedStyle, true, mDpi).cy, mDpi);
+}
+
+void Win32Window::SetMinimumSize(float width, float height) {
+    mMinimumWidth = width;
+    mMinimumHeight = height;
+}
+
+void Win32Window::SetFooter(float height) {
+    mFooter = height;
+    LayOut();
+}
+
+void Win32Window::LayOut() {
+    Raise(onLayOut);
+    for (Win32Child* const child : mChildren) {
+        child->Move();
+    }
+}
+
+void Win32Window::LimitSize(MINMAXINFO& limits) const {
+    POINT& least = limits.ptMinTrackSize;
+    least = {std::max<LONG>(least.x, ToPixels(mMinimumWidth, mDpi)),
+             std::max<LONG>(least.y, ToPixels(mMinimumHeight, mDpi))};
 }
 
 void Win32Window::SetIcon(const std::string& path) {
@@ -213,6 +244,9 @@ bool Win32Window::FrameMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SIZE:
         SizeChanged(wParam);
         return true;
+    case WM_GETMINMAXINFO:
+        LimitSize(*std::bit_cast<MINMAXINFO*>(lParam));
+        return true;
     case WM_DPICHANGED:
         DpiChanged(HIWORD(wParam), *std::bit_cast<const RECT*>(lParam));
         return true;
@@ -254,7 +288,7 @@ void Win32Window::SizeChanged(WPARAM kind) {
     GetClientRect(mHandle, &client);
     if (EqualRect(&client, &mClient) == 0) { // the first show tells the same size again
         mClient = client;
-        Raise(onLayOut);
+        LayOut();
     }
     RECT rect = {};
     GetWindowRect(mHandle, &rect);
@@ -282,7 +316,7 @@ void Win32Window::DpiChanged(int dpi, const RECT& suggested) {
     SetWindowPos(mHandle, nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
                  suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
     mIsRescaling = false;
-    Raise(onLayOut);
+    LayOut();
 }
 
 void Win32Window::ColoursChanged() {

@@ -29,12 +29,17 @@ public:
     void SetCaption(std::string_view caption) override;
     float Width() const override { return mWidth; }
     float Height() const override { return mHeight; }
+    float ClientWidth() const override;
+    float ClientHeight() const override;
+    void SetMinimumSize(float width, float height) override;
+    void SetFooter(float height) override;
     void SetIcon(const std::string& path) override;
 
     // Win32Parent
     HWND Handle() const override { return mHandle; }
     int Dpi() const override { return mDpi; }
     HFONT Font() const override { return mFont.get(); }
+    float FooterTop() const override { return ToTwips(mClient.bottom, mDpi) - mFooter; }
     void Add(Win32Child& child) override;
     void Remove(Win32Child& child) override;
     void FocusCameTo(Win32Child& child) override { mFocus.MovedTo(child); }
@@ -57,6 +62,8 @@ private:
     void PutOnScreen(const RECT& expected);
     void SizeChanged(WPARAM kind);
     void DpiChanged(int dpi, const RECT& suggested);
+    void LayOut();
+    void LimitSize(MINMAXINFO& limits) const;
     void ColoursChanged();
     void Dropped(HDROP drop);
     void Close();
@@ -74,6 +81,9 @@ private:
     RECT mClient = {}; // as the controls in it were told last
     float mWidth = 0;
     float mHeight = 0;
+    float mMinimumWidth = 0;
+    float mMinimumHeight = 0;
+    float mFooter = 0;
     bool mIsLoaded = false;
     bool mIsShown = false;
     bool mIsClosed = false;

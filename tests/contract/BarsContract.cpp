@@ -65,6 +65,39 @@ TEST_P(DesktopContract, SpringingPanelsShareTheWidthThatTheOthersLeave) {
     EXPECT_NEAR(user->PanelWidth(1) * 2 + fixedWidth, 9000, 3 * Pixels);
 }
 
+TEST_P(DesktopContract, TheToolTipOfAPanelIsItsWholeText) {
+    MainWindow().Show();
+    StatusBar& bar = TheDesktop().StatusBar1();
+    bar.AddPanel();
+    bar.AddPanel();
+    const std::string path = "File=/" + std::string(300, 'x') + "/a  <b>&amp; \xC3\xA4.PSF";
+    bar.SetPanelText(1, path);
+    EXPECT_EQ(user->PanelToolTip(1), path);
+    bar.SetPanelText(1, "short");
+    bar.SetPanelText(2, "other");
+    EXPECT_EQ(user->PanelToolTip(1), "short");
+    EXPECT_EQ(user->PanelToolTip(2), "other");
+}
+
+TEST_P(DesktopContract, TheBarsStandAtTheEdgesAndAreAsHighAsTheySay) {
+    const float toolBarHeight = TheDesktop().VornToolBar().PreferredHeight();
+    const float statusHeight = TheDesktop().StatusBar1().PreferredHeight();
+    TheDesktop().AddMenu(nullptr, "mnuFile");
+    TheDesktop().VornToolBar().AddButton(1, "Add");
+    TheDesktop().StatusBar1().AddPanel();
+    MainWindow().Show();
+    user->Settle();
+    const Extent toolBar = user->Shown(TheDesktop().VornToolBar());
+    const Extent status = user->Shown(TheDesktop().StatusBar1());
+    EXPECT_EQ(toolBar.top, 0);
+    EXPECT_EQ(toolBar.height, toolBarHeight);
+    EXPECT_EQ(status.height, statusHeight);
+    EXPECT_EQ(status.top + status.height, MainWindow().ClientHeight());
+    EXPECT_EQ(status.width, MainWindow().ClientWidth());
+    TheDesktop().VornToolBar().Clear();
+    EXPECT_EQ(user->Shown(TheDesktop().VornToolBar()).height, toolBarHeight);
+}
+
 TEST_P(DesktopContract, TheImagesHaveTheirTags) {
     EXPECT_EQ(TheDesktop().QuorvaneImages().Tag(1), "Add");
     EXPECT_EQ(TheDesktop().QuorvaneImages().Tag(2), "Delete");

@@ -38,6 +38,28 @@ TEST_P(DesktopContract, ExtentsStayWhenTheWindowIsShownAndResized) {
     }
 }
 
+TEST_P(DesktopContract, AControlIsShownNoFurtherDownThanTheFooterBegins) {
+    TheDesktop().AddMenu(nullptr, "mnuFile");
+    MainWindow().Show();
+    user->Resize(9000, 6000);
+    const float client = MainWindow().ClientHeight();
+    const Extent low = {0, 900, 3000, client - 900};
+    const Extent high = {3300, 900, 3000, 1500};
+    Tree().SetExtent(low);
+    Pane().SetExtent(high);
+    MainWindow().SetFooter(600);
+    EXPECT_EQ(user->Shown(Tree()), (Extent{0, 900, 3000, client - 1500}));
+    EXPECT_EQ(user->Shown(Pane()), high);
+    user->Resize(9000, 7500);
+    EXPECT_EQ(user->Shown(Tree()), low);
+    user->Resize(9000, 6000);
+    EXPECT_EQ(user->Shown(Tree()), (Extent{0, 900, 3000, client - 1500}));
+    Pane().SetExtent(low);
+    EXPECT_EQ(user->Shown(Pane()), (Extent{0, 900, 3000, client - 1500}));
+    EXPECT_EQ(Tree().GetExtent(), low);
+    EXPECT_EQ(Pane().GetExtent(), low);
+}
+
 TEST_P(DesktopContract, ExtentsOfDifferentControlsAreDifferent) {
     Tree().SetExtent({1, 2, 3, 4});
     Pane().SetExtent({5, 6, 7, 8});
@@ -121,6 +143,8 @@ TEST_P(DesktopContract, ALabelShowsItsCaption) {
     EXPECT_EQ(TheDesktop().LblcodeTreeViewer().Caption(), "Tree");
     TheDesktop().FuncLabel().SetCaption("");
     EXPECT_EQ(TheDesktop().FuncLabel().Caption(), "");
+    EXPECT_GE(TheDesktop().FuncLabel().PreferredHeight(), 150);
+    EXPECT_LE(TheDesktop().FuncLabel().PreferredHeight(), 450);
 }
 
 } // namespace

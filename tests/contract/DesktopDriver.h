@@ -90,6 +90,9 @@ public:
     virtual bool TakesInput() const = 0;
     virtual std::string Icon() const = 0; // something that is another one for every icon
 
+    // Where a control of the main window is on the screen, in twips of its client area.
+    virtual Extent Shown(Control& control) const = 0;
+
     // The tree.
     virtual void ClickItem(TreeItem item) = 0;
     virtual void MoveSelectionDown() = 0; // with the key
@@ -108,6 +111,7 @@ public:
 
     // Bars and menus.
     virtual float PanelWidth(std::int32_t number) const = 0;
+    virtual std::string PanelToolTip(std::int32_t number) const = 0;
     virtual void PressButton(std::int32_t number) = 0;
     virtual void ChooseMenu(MenuItem& item) = 0;
 

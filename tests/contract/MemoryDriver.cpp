@@ -43,6 +43,23 @@ MemoryDriver::MemoryDriver(const Launch& launch) {
     mDesktop.app.commandLine = launch.commandLine;
 }
 
+// The bars stand at the edges unless they were given a place.
+Extent MemoryDriver::Shown(Control& control) const {
+    const MemoryWindow& window = mDesktop.window;
+    const float width = window.ClientWidth();
+    const float height = window.ClientHeight();
+    const float toolBar = mDesktop.toolBar.PreferredHeight();
+    const float status = mDesktop.status.PreferredHeight();
+    const Extent extent = control.GetExtent();
+    if (&control == &mDesktop.toolBar && extent == Extent{}) {
+        return {0, 0, width, toolBar};
+    }
+    if (&control == &mDesktop.status && extent == Extent{}) {
+        return {0, height - status, width, status};
+    }
+    return ShownAbove(height - window.Footer(), extent);
+}
+
 std::vector<std::string> MemoryDriver::MenuNames(MenuItem* menu) const {
     return menu == nullptr ? mDesktop.menus.Bar() : static_cast<MemoryMenuItem*>(menu)->DropDown();
 }

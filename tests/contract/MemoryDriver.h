@@ -22,6 +22,8 @@ public:
     bool TakesInput() const override { return !mDesktop.focus.IsBlocked(); }
     std::string Icon() const override { return mDesktop.window.Icon(); }
 
+    Extent Shown(Control& control) const override;
+
     void ClickItem(TreeItem item) override { mDesktop.tree.Click(item); }
     void MoveSelectionDown() override { mDesktop.tree.MoveDown(); }
 
@@ -36,6 +38,7 @@ public:
     std::string PaneShown() const override { return mDesktop.pane.Shown(); }
 
     float PanelWidth(std::int32_t number) const override { return mDesktop.status.PanelWidth(number); }
+    std::string PanelToolTip(std::int32_t number) const override { return mDesktop.status.PanelText(number); }
     void PressButton(std::int32_t number) override { mDesktop.toolBar.Press(number); }
     void ChooseMenu(MenuItem& item) override { static_cast<MemoryMenuItem&>(item).Choose(); }
     std::vector<std::string> MenuNames(MenuItem* menu) const override;

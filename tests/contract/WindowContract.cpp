@@ -34,6 +34,41 @@ TEST_P(DesktopContract, ResizeIsRaisedAfterTheSizeHasChanged) {
     EXPECT_EQ(MainWindow().Height(), 5250);
 }
 
+TEST_P(DesktopContract, AWindowTakesMostOfTheScreenButNoMoreThanIsOfUse) {
+    const Extent usual = FirstExtent({0, 0, 15000, 12000});
+    EXPECT_FLOAT_EQ(usual.width, 15000 * 0.85F);
+    EXPECT_FLOAT_EQ(usual.height, 12000 * 0.85F);
+    const Extent large = FirstExtent({0, 0, 60000, 40000});
+    EXPECT_EQ(large.width, 1400 * 15);
+    EXPECT_EQ(large.height, 900 * 15);
+}
+
+TEST_P(DesktopContract, TheClientAreaIsWhatTheControlsHaveBelowTheMenus) {
+    TheDesktop().AddMenu(nullptr, "mnuFile");
+    const float width = MainWindow().ClientWidth();
+    const float height = MainWindow().ClientHeight();
+    EXPECT_LE(width, MainWindow().Width());
+    EXPECT_LT(height, MainWindow().Height());
+    Tree().SetExtent({0, 0, width, height + 3000});
+    MainWindow().Show();
+    user->Settle();
+    EXPECT_EQ(user->Shown(Tree()), (Extent{0, 0, width, height}));
+    EXPECT_EQ(MainWindow().ClientWidth(), width);
+    EXPECT_EQ(MainWindow().ClientHeight(), height);
+}
+
+TEST_P(DesktopContract, TheUserCannotMakeTheWindowSmallerThanItsMinimum) {
+    MainWindow().Show();
+    user->Resize(9000, 6000);
+    MainWindow().SetMinimumSize(7500, 5250);
+    user->Resize(3000, 3000);
+    EXPECT_EQ(MainWindow().Width(), 7500);
+    EXPECT_EQ(MainWindow().Height(), 5250);
+    user->Resize(7800, 5700);
+    EXPECT_EQ(MainWindow().Width(), 7800);
+    EXPECT_EQ(MainWindow().Height(), 5700);
+}
+
 TEST_P(DesktopContract, AKeyIsToldBeforeItReachesTheControl) {
     Edit("", 0);
     Record();

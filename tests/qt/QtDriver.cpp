@@ -9,6 +9,7 @@
 #include <QMimeData>
 #include <QTest>
 #include <QTextCursor>
+#include <QTextDocument>
 #include <QUrl>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -116,6 +117,22 @@ std::string QtDriver::Icon() const {
     return std::to_string(mDesktop->frame.windowIcon().cacheKey());
 }
 
+Extent QtDriver::Shown(Control& control) const {
+    const QRect place = WidgetOf(control).geometry();
+    return {ToTwips(place.x()), ToTwips(place.y()), ToTwips(place.width()), ToTwips(place.height())};
+}
+
+QWidget& QtDriver::WidgetOf(Control& control) const {
+    QtDesktop& desktop = *mDesktop;
+    const std::pair<Control*, QWidget*> widgets[] = {
+        {&desktop.treeLabel, &desktop.treeLabel.Widget()}, {&desktop.tree, &desktop.tree.Widget()},
+        {&desktop.paneLabel, &desktop.paneLabel.Widget()}, {&desktop.pane, &desktop.pane.Widget()},
+        {&desktop.toolBar, &desktop.toolBar.Widget()},     {&desktop.status, &desktop.status.Widget()}};
+    return *std::find_if(std::begin(widgets), std::end(widgets), [&control](const auto& pair) {
+                return pair.first == &control;
+            })->second;
+}
+
 void QtDriver::ClickItem(TreeItem item) {
     QtTreeWidget& tree = mDesktop->tree.Widget();
     QTreeWidgetItem& node = mDesktop->tree.NodeOf(item);
@@ -176,7 +193,15 @@ std::string QtDriver::PaneShown() const {
 
 float QtDriver::PanelWidth(std::int32_t number) const {
     mDesktop->status.Widget().layout()->activate();
-    return ToTwips(mDesktop->status.PanelWidth(number));
+    return ToTwips(mDesktop->status.PanelWidget(number).width());
+}
+
+// As it is shown: what looks like markup is none.
+std::string QtDriver::PanelToolTip(std::int32_t number) const {
+    QTextDocument shown;
+    const QString tip = mDesktop->status.PanelWidget(number).toolTip();
+    Qt::mightBeRichText(tip) ? shown.setHtml(tip) : shown.setPlainText(tip);
+    return FromQt(shown.toPlainText());
 }
 
 void QtDriver::PressButton(std::int32_t number) {

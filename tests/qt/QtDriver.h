@@ -28,6 +28,8 @@ public:
     bool TakesInput() const override;
     std::string Icon() const override;
 
+    Extent Shown(Control& control) const override;
+
     void ClickItem(TreeItem item) override;
     void MoveSelectionDown() override;
 
@@ -42,6 +44,7 @@ public:
     std::string PaneShown() const override;
 
     float PanelWidth(std::int32_t number) const override;
+    std::string PanelToolTip(std::int32_t number) const override;
     void PressButton(std::int32_t number) override;
     void ChooseMenu(MenuItem& item) override;
     std::vector<std::string> MenuNames(MenuItem* menu) const override;
@@ -72,6 +75,7 @@ public:
 private:
     std::optional<std::string> Variable(const std::string& name) const;
     void PlaceControls();
+    QWidget& WidgetOf(Control& control) const;
     void MakeProgram(const std::string& path) const;
     QWindow* MainHandle() const { return mDesktop->frame.windowHandle(); }
     void Click(const QWidget& widget, const QPoint& place);

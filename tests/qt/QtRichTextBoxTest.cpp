@@ -179,6 +179,13 @@ TEST_F(QtRichTextBoxTest, AnUnavailablePaneIsGrey) {
     EXPECT_EQ(Editor().viewport()->palette().color(QPalette::Base), usual);
 }
 
+TEST_F(QtRichTextBoxTest, EveryCharacterIsAsWideAsThePaneSays) {
+    Edit("iiiiWWWWx", 0);
+    Editor().grab();
+    const QTextLine line = Editor().document()->firstBlock().layout()->lineAt(0);
+    EXPECT_NEAR((line.cursorToX(8) - line.cursorToX(0)) * TwipsInPixel, 8 * Pane().CharacterWidth(), 1);
+}
+
 TEST_F(QtRichTextBoxTest, TheTabKeyGoesToTheStopsThatWereSet) {
     Edit("\t\t\tx", 0);
     Pane().SetTabStops({0, 600, 1200});

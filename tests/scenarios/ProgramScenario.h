@@ -98,6 +98,33 @@ protected:
         user->PressKey(KeyF5, 0);
     }
 
+    static constexpr float OnePixel = 15;
+
+    Extent Shown(Control& control) { return user->Shown(control); }
+
+    // Nothing of the main window is over anything else on the screen, or reaches out of it.
+    void ExpectNothingOverlaps() {
+        std::vector<Extent> places;
+        for (Control* const control :
+             {static_cast<Control*>(&Tree()), static_cast<Control*>(&Pane()),
+              static_cast<Control*>(&TheDesktop().LblcodeTreeViewer()),
+              static_cast<Control*>(&TheDesktop().FuncLabel()), static_cast<Control*>(&TheDesktop().VornToolBar()),
+              static_cast<Control*>(&TheDesktop().StatusBar1())}) {
+            const Extent place = Shown(*control);
+            EXPECT_GT(place.width, 0);
+            EXPECT_GT(place.height, 0);
+            EXPECT_LE(place.left + place.width, MainWindow().ClientWidth());
+            EXPECT_LE(place.top + place.height, MainWindow().ClientHeight());
+            for (const Extent& other : places) {
+                const bool isBeside = place.left + place.width <= other.left || other.left + other.width <= place.left;
+                const bool isBelow = place.top + place.height <= other.top || other.top + other.height <= place.top;
+                EXPECT_TRUE(isBeside || isBelow)
+                    << place.left << " " << place.top << " and " << other.left << " " << other.top;
+            }
+            places.push_back(place);
+        }
+    }
+
     std::string Panel(int number) { return TheDesktop().StatusBar1().PanelText(number); }
     std::string CurrentKey() { return Tree().Key(program->mCurrentNode); }
 

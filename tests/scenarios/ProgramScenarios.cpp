@@ -2,6 +2,8 @@
 // desktop in memory alone; here it has to get on with real controls.
 #include "tests/scenarios/ProgramScenario.h"
 
+#include <cmath>
+
 namespace tessaly {
 namespace {
 
@@ -233,6 +235,53 @@ TEST_P(ProgramScenario, AResizeStoresThePaneAndKeepsProportions) {
     EXPECT_TRUE(program->mSourceDoc->VarCode().starts_with("x"));
     EXPECT_FLOAT_EQ(Pane().GetExtent().width, before.width * (width - 1500) / width);
     EXPECT_EQ(Pane().GetExtent().height, before.height);
+}
+
+TEST_P(ProgramScenario, TheWindowBeginsWithoutEmptyBands) {
+    StartProgram();
+    const Extent tree = Shown(Tree());
+    const Extent pane = Shown(Pane());
+    const float margin = tree.left;
+    const float statusTop = Shown(TheDesktop().StatusBar1()).top;
+    EXPECT_GT(margin, 0);
+    EXPECT_NEAR(pane.left, tree.left + tree.width + margin, OnePixel);
+    EXPECT_NEAR(pane.left + pane.width, MainWindow().ClientWidth() - margin, OnePixel);
+    EXPECT_NEAR(tree.top + tree.height, statusTop - margin, OnePixel);
+    EXPECT_NEAR(pane.top + pane.height, statusTop - margin, OnePixel);
+    const Extent label = Shown(TheDesktop().LblcodeTreeViewer());
+    const Extent toolBar = Shown(TheDesktop().VornToolBar());
+    EXPECT_NEAR(label.top, toolBar.top + toolBar.height, OnePixel);
+    EXPECT_NEAR(label.height, TheDesktop().LblcodeTreeViewer().PreferredHeight(), OnePixel);
+    EXPECT_LE(tree.top - label.top - label.height, margin);
+}
+
+TEST_P(ProgramScenario, NothingLiesOverAnythingInAnySize) {
+    StartProgram();
+    const float width = MainWindow().Width();
+    const float height = MainWindow().Height();
+    for (const float part : {0.0F, 0.6F, 0.8F, 0.95F, 1.0F, 1.15F, 0.0F, 1.0F}) {
+        user->Resize(width * part, height * part);
+        SCOPED_TRACE(part);
+        ExpectNothingOverlaps();
+    }
+    EXPECT_GT(Shown(Pane()).height, 600);
+}
+
+TEST_P(ProgramScenario, AWindowThatGrowsHasBandsOfAFewPixelsOnly) {
+    StartProgram();
+    user->Resize(MainWindow().Width() / 0.85F,
+                 MainWindow().Height() / 0.85F); // the whole screen, where it is not large
+    const Extent pane = Shown(Pane());
+    EXPECT_LT(Shown(TheDesktop().StatusBar1()).top - pane.top - pane.height, 40 * OnePixel);
+    EXPECT_LT(MainWindow().ClientWidth() - pane.left - pane.width, 12 * OnePixel);
+}
+
+TEST_P(ProgramScenario, ATabIsAsWideAsFourCharactersAtFirst) {
+    StartProgram();
+    const float tab = 4 * Pane().CharacterWidth();
+    const double stops = std::round(Pane().GetExtent().width / tab);
+    EXPECT_NEAR(Pane().GetExtent().width / stops, tab, 0.01);
+    EXPECT_GE(stops, 8);
 }
 
 TEST_P(ProgramScenario, TheAboutBoxGoesAtAKeyAndAtAClick) {

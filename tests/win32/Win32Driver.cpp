@@ -164,6 +164,15 @@ std::string Win32Driver::Icon() const {
     return std::to_string(SendMessageW(mFrame, WM_GETICON, ICON_BIG, 0));
 }
 
+Extent Win32Driver::Shown(tessaly::Control& control) const {
+    RECT rect = {};
+    GetWindowRect(dynamic_cast<Win32Child&>(control).Handle(), &rect);
+    MapWindowPoints(nullptr, mFrame, reinterpret_cast<POINT*>(&rect), 2);
+    const int dpi = mDesktop->Frame().Dpi();
+    return {ToTwips(rect.left, dpi), ToTwips(rect.top, dpi), ToTwips(rect.right - rect.left, dpi),
+            ToTwips(rect.bottom - rect.top, dpi)};
+}
+
 void Win32Driver::ClickItem(TreeItem item) {
     Settle(); // an item has its size when it has been painted
     const HTREEITEM shown = mDesktop->Tree().ShownItem(item);
@@ -223,6 +232,14 @@ float Win32Driver::PanelWidth(std::int32_t number) const {
     SendMessageW(Control(ControlId::StatusBar1), SB_GETRECT, static_cast<WPARAM>(number) - 1,
                  reinterpret_cast<LPARAM>(&rect));
     return ToTwips(rect.right - rect.left, mDesktop->Frame().Dpi());
+}
+
+std::string Win32Driver::PanelToolTip(std::int32_t number) const {
+    NMTTDISPINFOW asked = {};
+    asked.hdr.code = TTN_GETDISPINFOW;
+    asked.hdr.idFrom = static_cast<UINT_PTR>(number) - 1;
+    SendMessageW(Control(ControlId::StatusBar1), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&asked));
+    return ToUtf8(asked.lpszText);
 }
 
 void Win32Driver::PressButton(std::int32_t number) {

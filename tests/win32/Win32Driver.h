@@ -30,6 +30,8 @@ public:
     bool TakesInput() const override;
     std::string Icon() const override;
 
+    Extent Shown(tessaly::Control& control) const override;
+
     void ClickItem(TreeItem item) override;
     void MoveSelectionDown() override { PressKey(VK_DOWN, 0); }
 
@@ -44,6 +46,7 @@ public:
     std::string PaneShown() const override;
 
     float PanelWidth(std::int32_t number) const override;
+    std::string PanelToolTip(std::int32_t number) const override;
     void PressButton(std::int32_t number) override;
     void ChooseMenu(MenuItem& item) override;
     std::vector<std::string> MenuNames(MenuItem* menu) const override;

@@ -561,6 +561,16 @@ TEST_F(Win32PaneTest, TheScrollBarsAreThereAsLongAsTextCanBeSeen) {
     EXPECT_EQ(bars(), WS_VSCROLL | WS_HSCROLL);
 }
 
+TEST_F(Win32PaneTest, EveryCharacterIsAsWideAsThePaneSays) {
+    Edit("iiiiWWWWx", 0);
+    const auto left = [this](LONG place) {
+        POINTL point = {};
+        SendMessageW(Pane(), EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&point), place);
+        return point.x;
+    };
+    EXPECT_NEAR(ToTwips(left(8) - left(0), 96), 8 * Desktop().FuncBody().CharacterWidth(), 15);
+}
+
 TEST_F(Win32PaneTest, ATabReachesTheStopsThatWereSet) {
     Desktop().FuncBody().SetTabStops({0, 900, 1800});
     Edit("\ta\n\t\tb", 0);
