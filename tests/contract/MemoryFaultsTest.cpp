@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <stdexcept>
+#include <string>
 #include <system_error>
 #include <vector>
 
@@ -174,10 +175,34 @@ TEST_F(MemoryFaultsTest, ACallThatFailsDoesNothing) {
 }
 
 TEST_F(MemoryFaultsTest, FailuresCanBeSwitchedOff) {
-    desktop.faults.FailAt(1);
-    EXPECT_TRUE(desktop.faults.IsPending());
-    desktop.faults.Off();
-    EXPECT_NO_THROW(desktop.pane.Text());
+    for (const std::function<void()>& set : {std::function<void()>([&] { desktop.faults.FailAt(1); }),
+                                             std::function<void()>([&] { desktop.faults.FailTwice(1, 1); }),
+                                             std::function<void()>([&] { desktop.faults.FailFrom(1); })}) {
+        set();
+        EXPECT_TRUE(desktop.faults.IsPending());
+        desktop.faults.Off();
+        EXPECT_NO_THROW(desktop.pane.Text());
+    }
+}
+
+TEST_F(MemoryFaultsTest, CallsCanBeMadeToFailTwiceAndForEver) {
+    const auto fails = [this] {
+        try {
+            desktop.pane.Text();
+            return '-';
+        } catch (const std::exception&) {
+            return 'x';
+        }
+    };
+    const auto failsInARow = [&fails] { return std::string{fails(), fails(), fails(), fails(), fails(), fails()}; };
+    desktop.faults.FailTwice(2, 3);
+    EXPECT_EQ(failsInARow(), "-x--x-");
+    desktop.faults.FailTwice(1, 1);
+    EXPECT_EQ(failsInARow(), "xx----");
+    desktop.faults.FailFrom(3);
+    EXPECT_EQ(failsInARow(), "--xxxx");
+    desktop.faults.FailAt(4);
+    EXPECT_EQ(failsInARow(), "---x--");
 }
 
 TEST_F(MemoryFaultsTest, FilesFailAsFilesDoAndCloseKeyNever) {
