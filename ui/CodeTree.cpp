@@ -46,6 +46,7 @@ void VornMainFrm::CodeTree_NodeClick(TreeItem node) {
     FuncBodyChangeMode = 1;
     SaveCurrentNodeCode(mCurrentNode);
     mCurrentNode = node;
+    mShownNode = TreeItem::None;
     mFuncBody.SetFuncBodyAvailable(false);
     mFuncBody.SetText("");
     ShowNodeCode(node);
@@ -66,14 +67,14 @@ void VornMainFrm::ShowNodeCode(TreeItem node) {
         mFuncBody.SetFuncBodyAvailable(true);
         std::string code;
         mSourceDoc->GetVarCode(code);
-        mFuncBody.SetText(code);
+        ShowText(node, code);
         mDesktop.FuncLabel().SetCaption(prompts.lblcodeEditVariableCode);
     } else if (ParentKey(node) == "_0e") {
         SetUpToolBar("EventTool");
         mFuncBody.SetFuncBodyAvailable(true);
         std::string code;
         mSourceDoc->GetEventCodeByIndex(EventIndex(node), code);
-        mFuncBody.SetText(code);
+        ShowText(node, code);
     } else if (ParentKey(node) == "_0f") {
         SetUpToolBar("FuncVarTool");
         mFuncBody.SetFuncBodyAvailable(true);
@@ -87,18 +88,23 @@ void VornMainFrm::ShowNodeCode(TreeItem node) {
 
 // False when the document reported an error, which has been shown.
 bool VornMainFrm::ShowFunctionCode(TreeItem node) {
-    if (mSourceDoc->GetFunctionCount() < 1) {
-        return true;
-    }
     std::string prototype;
     std::string code;
-    const Status status = mSourceDoc->GetFunction(mCodeTree.Key(node), prototype, code);
-    if (status != Status::Done) {
-        TellStatus(status);
-        return false;
+    if (mSourceDoc->GetFunctionCount() > 0) {
+        const Status status = mSourceDoc->GetFunction(mCodeTree.Key(node), prototype, code);
+        if (status != Status::Done) {
+            TellStatus(status);
+            return false;
+        }
     }
-    mFuncBody.SetText(code);
+    ShowText(node, code);
     return true;
+}
+
+// Puts the text of `node` into the pane. Only from then on what the pane holds may go back to the document as such.
+void VornMainFrm::ShowText(TreeItem node, std::string_view text) {
+    mFuncBody.SetText(text);
+    mShownNode = node;
 }
 
 void VornMainFrm::SaveCurrentNodeCode(TreeItem node) {
@@ -106,12 +112,12 @@ void VornMainFrm::SaveCurrentNodeCode(TreeItem node) {
     StatusPanel2 = "";
 }
 
+// A group has no text of its own. Where a control failed, the pane may hold another item's text, or none.
 void VornMainFrm::StoreNodeCode(TreeItem node) {
-    const std::string key = mCodeTree.Key(node);
-    if (key == "_0e" || key == "_0f") {
+    if (node != mShownNode) {
         return;
     }
-    if (key == "_0v") {
+    if (mCodeTree.Key(node) == "_0v") {
         mSourceDoc->UpdateVarCode(mFuncBody.Text());
     } else if (ParentKey(node) == "_0e") {
         mSourceDoc->UpdateEventCodeByIndex(EventIndex(node), mFuncBody.Text());
@@ -143,10 +149,11 @@ void VornMainFrm::Form_AddFunction() {
     const std::string text = NewFunctionText(name);
     const Status status = mSourceDoc->AddFunction(name, "", text);
     if (status == Status::Done) {
+        FuncBodyChangedFlag = true;
         mFuncBody.SetText(text);
         mFuncBody.SetFuncBodyAvailable(true);
-        FuncBodyChangedFlag = true;
         mCurrentNode = mCodeTree.Add(mCurrentNode, name, name);
+        mShownNode = mCurrentNode;
         mCodeTree.Select(mCurrentNode);
     } else if (status == Status::NameCollision) {
         Tell(prompts.vornMainFrmPrmpt24, prompts.vornMainFrmPrmpt25, MsgIcon::Stop);
@@ -177,9 +184,9 @@ void VornMainFrm::DeleteCurrentFunction() {
         TellStatus(status);
         return;
     }
+    FuncBodyChangedFlag = true;
     SelectFunctionsItem();
     mFuncBody.SetText("");
-    FuncBodyChangedFlag = true;
     mFuncBody.SetFuncBodyAvailable(false);
 }
 

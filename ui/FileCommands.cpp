@@ -64,9 +64,10 @@ void VornMainFrm::Open(const std::function<std::string()>& askName) {
         Tell(prompts.vornMainFrmPrmpt23, prompts.vornMainFrmPrmpt6, MsgIcon::Exclamation);
         return;
     }
+    mLastOpenedFile = fileName;
+    mShownNode = TreeItem::None; // what the pane holds is the old document's
     BuildCodeTree();
     AddFunctionItems(false);
-    mLastOpenedFile = fileName;
     ShowFileName(mLastOpenedFile);
     ShowMessage("vornMainFrmPrmpt37");
     mCurrentNode = mCodeTree.Find("_0e");

@@ -127,6 +127,7 @@ private:
 
     void ShowNodeCode(TreeItem node);
     bool ShowFunctionCode(TreeItem node);
+    void ShowText(TreeItem node, std::string_view text);
     void StoreNodeCode(TreeItem node);
     std::string ParentKey(TreeItem node) const;
     std::int32_t EventIndex(TreeItem node) const;
@@ -152,7 +153,8 @@ private:
     Window& mWindow;
     TreeView& mCodeTree;
     RichTextBox& mFuncBody;
-    std::vector<MenuItem*> mMenus; // in the order in which they were made
+    TreeItem mShownNode = TreeItem::None; // whose text was put into the pane; the pane is stored for no other item
+    std::vector<MenuItem*> mMenus;        // in the order in which they were made
     std::unique_ptr<frmSplash> mSplash;
     int mTabStopCount = 1; // across the pane
 };
