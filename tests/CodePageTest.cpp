@@ -44,6 +44,14 @@ TEST(CodePageTest, BytesThatAreNotUtf8BecomeQuestionMarks) {
     EXPECT_EQ(Encode(*MakeCodePage("932"), "a\xFF\xC3"), "a??");
 }
 
+TEST(CodePageTest, WhatIsDecodedIsTextEvenWhereIconvGoesBeyondTheLastCharacter) {
+    const auto codePage = MakeCodePage("UTF-8");
+    EXPECT_EQ(Decode(*codePage, "a\xC3\xA4z"), "aäz");
+    for (const char* bytes : {"\xF9\x81\x89\x89\x89", "\xF7\xBF\xBF\xBF", "\xFD\xBF\xBF\xBF\xBF\xBF", "\xED\xA0\x80"}) {
+        EXPECT_TRUE(IsUtf8(Decode(*codePage, bytes))) << bytes;
+    }
+}
+
 TEST(CodePageTest, MultiByteCodePagesDecodeAndEncode) {
     const auto codePage = MakeCodePage("932");
     ASSERT_NE(codePage, nullptr);

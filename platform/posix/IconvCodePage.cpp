@@ -65,7 +65,7 @@ public:
             const std::size_t ascii = AsciiPrefix(bytes);
             text.append(bytes.substr(0, ascii));
             bytes.remove_prefix(ascii);
-            mToUtf8.Convert(bytes, text);
+            AppendConverted(bytes, text);
             if (!bytes.empty()) {
                 AppendUtf8(ReplacementCharacter, text);
                 bytes.remove_prefix(1);
@@ -98,6 +98,16 @@ public:
     }
 
 private:
+    // To iconv some bytes are characters beyond the last one, and it hands them on.
+    void AppendConverted(std::string_view& bytes, std::string& text) const {
+        std::string converted;
+        mToUtf8.Convert(bytes, converted);
+        for (std::size_t position = 0; position < converted.size();) {
+            const char32_t character = ReadUtf8(converted, position);
+            AppendUtf8(character == NotACharacter ? ReplacementCharacter : character, text);
+        }
+    }
+
     Converter mToUtf8;
     Converter mFromUtf8;
 };
