@@ -1,0 +1,26 @@
+// The warnings of psf check on any bytes: each stands in the file, and a file that does not load has one.
+#include "document/VornSrcObj.h"
+#include "fuzz/Check.h"
+#include "platform/SingleByteCodePage.h"
+#include "platform/memory/MemoryFiles.h"
+#include "tools/psf/PsfWarnings.h"
+
+#include <cstdint>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace tessaly;
+    const std::string bytes(reinterpret_cast<const char*>(data), size);
+    const SingleByteCodePage codePage(Windows1252HighHalf());
+    MemoryFiles files;
+    files.contents["in"] = bytes;
+    VornSrcObj document(files, codePage);
+    psf::PsfWarnings warnings(document);
+    const Status status = document.LoadFile("in", &warnings);
+    const std::vector<psf::PsfWarning> found = warnings.Finish(bytes, codePage);
+    for (const psf::PsfWarning& warning : found) {
+        CHECK(warning.offset <= bytes.size());
+        CHECK(warning.text.find(": ") != std::string::npos);
+    }
+    CHECK(status == Status::Done || !found.empty());
+    return 0;
+}
