@@ -93,6 +93,17 @@ TEST_F(CCodeTest, TheCharacterBeforeTheBraceIsDroppedWhateverItIs) {
                                 "void Inline() {}\r\nvoid Tight(){}\r\nint \xE4{}\r\n"));
 }
 
+TEST_F(CCodeTest, ACharacterBeforeTheBraceIsDroppedWhole) {
+    for (const std::string character : {"ä", "å", "€", "＿", "😀", "\U0010FFFF"}) {
+        for (const std::string front : {"", "int x"}) {
+            std::string_view prototype;
+            const std::string code = front + character + "{}";
+            EXPECT_TRUE(CutPrototype(code, prototype));
+            EXPECT_EQ(prototype, front) << code;
+        }
+    }
+}
+
 TEST_F(CCodeTest, TheStoredPrototypeNeverReachesTheFile) {
     document.AddFunction("Main", "int stored(void);\r\n", "void Main(void)\r\n{}");
     EXPECT_EQ(Generated().find("stored"), std::string::npos);

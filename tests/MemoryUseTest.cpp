@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 #include <malloc.h>
 #include <new>
+#include <utility>
 
 namespace tessaly {
 namespace {
@@ -164,6 +165,27 @@ TEST_F(MemoryUseTest, EveryFailingAllocationOfATableOperationGivesItsFixedStatus
         const Status status = memory.document.AddFunction("AnotherFunctionWithALongName", "p", "c");
         EXPECT_EQ(memory.document.GetFunctionCount(), status == Status::Done ? 2 : 1);
         EXPECT_TRUE(status == Status::Done || status == Status::UnexpectedError);
+    });
+    FailEveryAllocation([](MemoryDocument& memory) {
+        // Here and there the table has to grow.
+        const std::size_t number = std::exchange(Allocations().leftUntilFailure, 0);
+        for (int i = 1; i < 30; ++i) {
+            memory.document.AddFunction("F" + std::to_string(i) + "x", "", "");
+        }
+        Allocations().leftUntilFailure = number;
+        std::int32_t added = 30;
+        for (int i = 30; i < 60; ++i) {
+            added += memory.document.AddFunction("F" + std::to_string(i) + "x", "", "") == Status::Done ? 1 : 0;
+        }
+        const std::size_t left = std::exchange(Allocations().leftUntilFailure, 0);
+        EXPECT_EQ(memory.document.GetFunctionCount(), added);
+        for (std::int32_t i = 0; i < added; ++i) {
+            std::string prototype;
+            std::string code;
+            EXPECT_EQ(memory.document.UpdateFunction(memory.Name(i), "", "new"), Status::Done);
+            EXPECT_EQ(memory.Code(i), "new");
+        }
+        Allocations().leftUntilFailure = left;
     });
     FailEveryAllocation([](MemoryDocument& memory) {
         const Status status = memory.document.UpdateFunction("Main", "a prototype that is longer than before", "code");

@@ -96,6 +96,20 @@ TEST_F(PsfFileTest, SavingReplacesAnExistingFile) {
     EXPECT_EQ(Saved(), once);
 }
 
+TEST_F(PsfFileTest, ALongTextIsWrittenAndReadWholeWhereverItsCharactersLie) {
+    for (const std::string character : {"å", "€", "\u009D"}) {
+        for (std::size_t shift = 0; shift < 4; ++shift) {
+            std::string text(shift, 'x');
+            while (text.size() < 300000) {
+                text += character;
+            }
+            document.UpdateVarCode(text);
+            EXPECT_EQ(Load(Saved()), Status::Done);
+            EXPECT_EQ(VarCode(), text + "\r\n") << character << " behind " << shift;
+        }
+    }
+}
+
 TEST_F(PsfFileTest, CharactersWithoutAPlaceInTheCodePageAreWrittenAsQuestionMarks) {
     document.UpdateVarCode("\xC3\xA4 \xE2\x82\xAC \xCE\xA9 \xF0\x9F\x98\x80");
     EXPECT_NE(Saved().find("[GVars]\r\n\xE4 \x80 ? ?\r\n"), std::string::npos);
@@ -398,6 +412,11 @@ TEST_F(PsfFileTest, BehindTheLastFunctionItsOwnHeaderEndsTheBody) {
     ASSERT_EQ(Load(Psf(" 1", "One", PsfFunction("One", "x\r\n[One]\r\nlost"))), Status::Done);
     EXPECT_EQ(Names(), NameList({"One"}));
     EXPECT_EQ(Code(0), "x\r\n");
+}
+
+TEST_F(PsfFileTest, BehindTheLastFunctionTheHeaderOfAFurtherNameIsPlainText) {
+    ASSERT_EQ(Load(Psf(" 1", "One,Two", PsfFunction("One", "x\r\n[Two]\r\ny"))), Status::Done);
+    EXPECT_EQ(Code(0), "x\r\n[Two]\r\ny\r\n");
 }
 
 TEST_F(PsfFileTest, AFunctionWhoseNameCollidesIsSilentlyDropped) {

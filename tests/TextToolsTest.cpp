@@ -11,6 +11,7 @@ namespace {
 
 TEST(CaseFoldTest, AsciiAndUmlautsMeetTheirSmallLetters) {
     EXPECT_EQ(FoldCase("OnTick_9[]"), "ontick_9[]");
+    EXPECT_EQ(FoldCase("ABYZ@[`{"), "abyz@[`{");
     EXPECT_EQ(FoldCase("ÄÖÜ äöü"), "äöü äöü");
     EXPECT_EQ(FoldCase("ŠŒŽŸ"), "šœžÿ");
     EXPECT_EQ(FoldCase("ΑΒΓΩ ЖЯ"), "αβγω жя");
@@ -20,6 +21,10 @@ TEST(CaseFoldTest, LettersWithoutAOneToOnePairStayThemselves) {
     for (const char* letter : {"ß", "ẞ", "ı", "İ", "µ", "ς", "ſ", "\u212A", "\u2126", "\u01C5", "ª", "×", "÷"}) {
         EXPECT_EQ(FoldCase(letter), letter);
     }
+}
+
+TEST(CaseFoldTest, WhatIsNoTextStaysAsItIs) {
+    EXPECT_EQ(FoldCase("A\xFFZ\xC3"), "a\xFFz\xC3");
 }
 
 TEST(CaseFoldTest, FoldingTwiceChangesNothingMore) {
@@ -82,6 +87,7 @@ TEST(NumberTextTest, AHalfIsRoundedToTheEvenNeighbour) {
                                                             {"-1.5", -2},
                                                             {"-2.5", -2},
                                                             {"2.50", 2},
+                                                            {"2.51", 3},
                                                             {"2.5000000000000000000000001", 3},
                                                             {"2.4999999999999999999999999", 2},
                                                             {"25e-1", 2},
