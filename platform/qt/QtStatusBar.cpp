@@ -1,8 +1,11 @@
 // A panel that does not spring has a fixed width; the springing ones share the rest.
 #include "platform/qt/QtStatusBar.h"
 
+#include "platform/qt/QtColours.h"
+
 #include <QPainter>
 #include <QStyleOption>
+#include <algorithm>
 
 namespace tessaly {
 
@@ -10,7 +13,6 @@ namespace {
 
 constexpr int FixedWidth = 96;
 constexpr int Margin = 8;
-constexpr int AboveText = 4; // and below
 
 } // namespace
 
@@ -22,8 +24,16 @@ void QtPanel::paintEvent(QPaintEvent*) {
                      fontMetrics().elidedText(text(), Qt::ElideMiddle, place.width()));
 }
 
+void QtBar::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(0, 0, width(), 1, Between(palette(), QPalette::Window, QPalette::WindowText));
+}
+
 QtStatusBar::QtStatusBar(QWidget* parent, QtFocus& focus) : QtControl(&focus, mBar, QtKeyboard::Unused), mBar(parent) {
-    mLayout.setContentsMargins(0, AboveText, 0, AboveText);
+    mBar.setSizeGripEnabled(false);
+    mBar.setAutoFillBackground(true);
+    mBar.addWidget(&mRow, 1);
+    mLayout.setContentsMargins(0, 0, 0, 0);
     mLayout.setSpacing(0);
 }
 
@@ -37,7 +47,7 @@ void QtStatusBar::AddPanel() {
 }
 
 float QtStatusBar::PreferredHeight() const {
-    return ToTwips(mBar.fontMetrics().height() + 2 * AboveText);
+    return ToTwips(std::max(mBar.sizeHint().height(), mBar.fontMetrics().height() + Margin));
 }
 
 void QtStatusBar::SetPanelSpring(std::int32_t number) {

@@ -4,9 +4,9 @@
 #include "platform/StatusBar.h"
 #include "platform/qt/QtControl.h"
 
-#include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QStatusBar>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -18,6 +18,15 @@ namespace tessaly {
 class QtPanel final : public QLabel {
 public:
     using QLabel::QLabel;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+// Qt's bar, with a line above it.
+class QtBar final : public QStatusBar {
+public:
+    using QStatusBar::QStatusBar;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -47,8 +56,9 @@ private:
 
     const OnePanel& Panel(std::int32_t number) const;
 
-    QFrame mBar;
-    QHBoxLayout mLayout{&mBar};
+    QtBar mBar;
+    QWidget mRow; // of panels
+    QHBoxLayout mLayout{&mRow};
     std::vector<OnePanel> mPanels;
 };
 

@@ -1,6 +1,8 @@
 // Items get rising numbers, so that a map keeps them in the order of adding and parents before their children.
 #include "platform/qt/QtTreeView.h"
 
+#include "platform/qt/QtColours.h"
+
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <algorithm>
@@ -58,6 +60,14 @@ void QtTreeWidget::focusInEvent(QFocusEvent* event) {
     if (!hadCurrent) {
         SelectNothing();
     }
+}
+
+// Without the focus the selected item is set apart faintly, also where the style would not tell.
+void QtTreeWidget::initViewItemOption(QStyleOptionViewItem* option) const {
+    QTreeWidget::initViewItemOption(option);
+    option->palette.setColor(QPalette::Inactive, QPalette::Highlight,
+                             Between(palette(), QPalette::Base, QPalette::Text));
+    option->palette.setColor(QPalette::Inactive, QPalette::HighlightedText, palette().color(QPalette::Text));
 }
 
 // Ctrl and a click take no selection away.

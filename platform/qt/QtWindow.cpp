@@ -3,6 +3,7 @@
 
 #include "platform/qt/QtKeys.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
@@ -59,8 +60,21 @@ QtFrame::QtFrame() {
     const QSize room = screen()->availableSize();
     const Extent first = FirstExtent({0, 0, ToTwips(room.width()), ToTwips(room.height())});
     resize(ToPixels(first.width), ToPixels(first.height) - FrameHeight);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { ShowFocus(now); });
     winId(); // so that there is a window to see the keys of
     windowHandle()->installEventFilter(this);
+}
+
+// The focus goes from control to control while they are destroyed.
+QtFrame::~QtFrame() {
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
+void QtFrame::ShowFocus(QWidget* focus) {
+    while (focus != nullptr && focus->parentWidget() != centralWidget()) {
+        focus = focus->parentWidget();
+    }
+    mFocusFrame.setWidget(dynamic_cast<QAbstractScrollArea*>(focus)); // buttons show it themselves
 }
 
 bool QtFrame::eventFilter(QObject* object, QEvent* event) {

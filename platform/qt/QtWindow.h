@@ -4,6 +4,7 @@
 
 #include "platform/Window.h"
 #include "platform/qt/QtFocus.h"
+#include "platform/qt/QtFocusFrame.h"
 #include "platform/qt/QtText.h"
 
 #include <QMainWindow>
@@ -18,6 +19,9 @@ namespace tessaly {
 class QtFrame final : public QMainWindow {
 public:
     QtFrame();
+    QtFrame(const QtFrame&) = delete;
+    QtFrame& operator=(const QtFrame&) = delete;
+    ~QtFrame() override;
 
     QWidget& Client() { return *centralWidget(); }
 
@@ -35,6 +39,11 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+
+private:
+    void ShowFocus(QWidget* focus);
+
+    QtFocusFrame mFocusFrame{this};
 };
 
 class QtWindow final : public Window {

@@ -81,6 +81,27 @@ LRESULT Win32Child::Default(UINT message, WPARAM wParam, LPARAM lParam) {
     return CallWindowProcW(mBase, mHandle, message, wParam, lParam);
 }
 
+// The edge of a control that has the keyboard has the colour of selections.
+void Win32Child::ShowFocus(UINT message) {
+    if ((GetWindowLongW(mHandle, GWL_EXSTYLE) & WS_EX_CLIENTEDGE) == 0) {
+        return;
+    }
+    if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {
+        mHasKeyboard = message == WM_SETFOCUS;
+        RedrawWindow(mHandle, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
+    } else if (message == WM_NCPAINT && mHasKeyboard) {
+        RECT edge = {};
+        GetWindowRect(mHandle, &edge);
+        OffsetRect(&edge, -edge.left, -edge.top);
+        HDC target = GetWindowDC(mHandle);
+        for (int width = GetSystemMetrics(SM_CXEDGE); width > 0; --width) {
+            FrameRect(target, &edge, GetSysColorBrush(COLOR_HIGHLIGHT));
+            InflateRect(&edge, -1, -1);
+        }
+        ReleaseDC(mHandle, target);
+    }
+}
+
 LRESULT CALLBACK Win32Child::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     Win32Child& self = *std::bit_cast<Win32Child*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (message == WM_NCDESTROY) {
@@ -89,6 +110,7 @@ LRESULT CALLBACK Win32Child::Procedure(HWND window, UINT message, WPARAM wParam,
         return CallWindowProcW(self.mBase, window, message, wParam, lParam);
     }
     const LRESULT result = self.Message(message, wParam, lParam);
+    self.ShowFocus(message);
     if (message == WM_SETFOCUS) {
         self.mParent.FocusCameTo(self);
     }

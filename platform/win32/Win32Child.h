@@ -96,12 +96,14 @@ protected:
 
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    void ShowFocus(UINT message);
 
     Win32Parent& mParent;
     HWND mHandle = nullptr;
     WNDPROC mBase = nullptr; // of the control itself
     std::optional<Extent> mExtent;
     bool mIsTabStop = true;
+    bool mHasKeyboard = false;
 };
 
 } // namespace tessaly

@@ -118,6 +118,46 @@ TEST_F(QtDesktopTest, ATitleOfADialogIsNeverTheNameOfTheProgram) {
     EXPECT_EQ(title, " ");
 }
 
+TEST_F(QtDesktopTest, AFrameTellsWhichControlHasTheKeyboard) {
+    user.Qt().window.Show();
+    QWidget& tree = user.Qt().tree.Widget();
+    QWidget& pane = user.Qt().pane.Widget();
+    tree.move(20, 80);
+    pane.move(320, 80);
+    const QColor framed = tree.palette().color(QPalette::Highlight);
+    const auto edge = [this](const QWidget& control) {
+        user.Settle();
+        const QImage seen = user.Qt().frame.grab().toImage();
+        return seen.pixelColor(control.mapTo(&user.Qt().frame, QPoint(-1, control.height() / 2)));
+    };
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&user.Qt().frame));
+    user.Qt().tree.SetFocus();
+    EXPECT_EQ(edge(tree), framed);
+    EXPECT_NE(edge(pane), framed);
+    user.Qt().pane.SetFocus();
+    EXPECT_NE(edge(tree), framed);
+    EXPECT_EQ(edge(pane), framed);
+}
+
+TEST_F(QtDesktopTest, TheSelectedItemIsSeenAlsoWithoutTheFocus) {
+    user.Qt().window.Show();
+    TreeView& tree = user.Qt().tree;
+    tree.Select(tree.Add(TreeItem::None, "a", "."));
+    tree.Add(TreeItem::None, "b", ".");
+    QtTreeWidget& widget = user.Qt().tree.Widget();
+    const auto colour = [&](const char* key) {
+        user.Settle();
+        const QRect place = widget.visualItemRect(&user.Qt().tree.NodeOf(tree.Find(key)));
+        return widget.viewport()->grab().toImage().pixelColor(place.right() - 3, place.center().y());
+    };
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&user.Qt().frame));
+    tree.SetFocus();
+    const QColor withFocus = colour("a");
+    user.Qt().pane.SetFocus();
+    EXPECT_NE(colour("a"), withFocus);
+    EXPECT_GT(std::abs(colour("a").lightness() - colour("b").lightness()), 30);
+}
+
 TEST_F(QtDesktopTest, TheWindowIsNeverLargerThanTheScreen) {
     const QSize screen = user.Qt().frame.screen()->availableSize();
     EXPECT_LE(user.Qt().frame.width(), screen.width());

@@ -192,7 +192,7 @@ std::string QtDriver::PaneShown() const {
 }
 
 float QtDriver::PanelWidth(std::int32_t number) const {
-    mDesktop->status.Widget().layout()->activate();
+    QCoreApplication::sendPostedEvents(); // lays the panels out
     return ToTwips(mDesktop->status.PanelWidget(number).width());
 }
 

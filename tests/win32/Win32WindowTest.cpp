@@ -141,6 +141,26 @@ TEST_F(Win32WindowTest, EveryControlStandsBehindTheLabelThatNamesIt) {
     EXPECT_EQ(before(ControlId::FuncBody), ControlId::FuncLabel);
 }
 
+TEST_F(Win32WindowTest, TheEdgeTellsWhichControlHasTheKeyboard) {
+    MainWindow().Show();
+    user.Settle();
+    const auto edge = [this](int id) {
+        const HWND control = user.Control(id);
+        user.Settle();
+        UpdateWindow(control);
+        HDC screen = GetWindowDC(control);
+        const COLORREF colour = GetPixel(screen, 1, 40);
+        ReleaseDC(control, screen);
+        return colour;
+    };
+    TheDesktop().CodeTree().SetFocus();
+    EXPECT_EQ(edge(ControlId::CodeTree), GetSysColor(COLOR_HIGHLIGHT));
+    EXPECT_NE(edge(ControlId::FuncBody), GetSysColor(COLOR_HIGHLIGHT));
+    TheDesktop().FuncBody().SetFocus();
+    EXPECT_NE(edge(ControlId::CodeTree), GetSysColor(COLOR_HIGHLIGHT));
+    EXPECT_EQ(edge(ControlId::FuncBody), GetSysColor(COLOR_HIGHLIGHT));
+}
+
 TEST_F(Win32WindowTest, TheTabKeyWithShiftGoesTheOtherWay) {
     MainWindow().Show();
     TheDesktop().CodeTree().SetTabStop(true);

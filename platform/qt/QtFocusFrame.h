@@ -1,0 +1,16 @@
+// A frame in the colour of selections round the control that has the keyboard. Many styles show little of that.
+#pragma once
+
+#include <QFocusFrame>
+
+namespace tessaly {
+
+class QtFocusFrame final : public QFocusFrame {
+public:
+    using QFocusFrame::QFocusFrame;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+} // namespace tessaly
