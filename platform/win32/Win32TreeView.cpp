@@ -189,8 +189,27 @@ LRESULT Win32TreeView::Notify(NMHDR& header) {
         RaiseClick(mSelected);
     } else if (header.code == NM_CLICK) {
         Clicked();
+    } else if (header.code == NM_CUSTOMDRAW) {
+        return Draw(reinterpret_cast<NMTVCUSTOMDRAW&>(header));
     }
     return 0;
+}
+
+// Without the focus the control would set the selected item apart so faintly that nobody sees it.
+LRESULT Win32TreeView::Draw(NMTVCUSTOMDRAW& drawing) const {
+    if (drawing.nmcd.dwDrawStage == CDDS_PREPAINT) {
+        return CDRF_NOTIFYITEMDRAW;
+    }
+    const bool isSelected = ItemOf(drawing.nmcd.lItemlParam) == mSelected;
+    if (drawing.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && isSelected && GetFocus() != Handle()) {
+        const COLORREF paper = GetSysColor(COLOR_WINDOW);
+        const COLORREF text = GetSysColor(COLOR_WINDOWTEXT);
+        const auto quarter = [](int from, int to) { return from + (to - from) / 4; };
+        drawing.clrText = text;
+        drawing.clrTextBk = RGB(quarter(GetRValue(paper), GetRValue(text)), quarter(GetGValue(paper), GetGValue(text)),
+                                quarter(GetBValue(paper), GetBValue(text)));
+    }
+    return CDRF_DODEFAULT;
 }
 
 // A click on the item that is selected changes no selection, so nothing else tells of it.

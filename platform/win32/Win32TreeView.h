@@ -59,6 +59,7 @@ private:
     void SelectShown(HTREEITEM item);
     void ExpandShown(HTREEITEM item);
     void RaiseClick(TreeItem item);
+    LRESULT Draw(NMTVCUSTOMDRAW& drawing) const;
     void Clicked();
 
     Items mItems;

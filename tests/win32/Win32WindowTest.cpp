@@ -4,6 +4,8 @@
 #include "tests/win32/Win32Driver.h"
 
 #include <array>
+#include <cstdlib>
+#include <cstring>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -139,6 +141,30 @@ TEST_F(Win32WindowTest, EveryControlStandsBehindTheLabelThatNamesIt) {
     const auto before = [this](int id) { return GetDlgCtrlID(GetWindow(user.Control(id), GW_HWNDPREV)); };
     EXPECT_EQ(before(ControlId::CodeTree), ControlId::LblcodeTreeViewer);
     EXPECT_EQ(before(ControlId::FuncBody), ControlId::FuncLabel);
+}
+
+TEST_F(Win32WindowTest, TheSelectedItemIsSeenAlsoWithoutTheFocus) {
+    MainWindow().Show();
+    TreeView& tree = TheDesktop().CodeTree();
+    tree.Select(tree.Add(TreeItem::None, "a", "Selected"));
+    tree.Add(TreeItem::None, "b", "Not selected");
+    const auto brightness = [this](TVITEMW item, UINT next) {
+        const HWND control = user.Control(ControlId::CodeTree);
+        item.hItem = reinterpret_cast<HTREEITEM>(SendMessageW(control, TVM_GETNEXTITEM, next, 0));
+        user.Settle();
+        UpdateWindow(control);
+        RECT place = {};
+        std::memcpy(&place, &item.hItem, sizeof item.hItem);
+        SendMessageW(control, TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&place));
+        HDC screen = GetDC(control);
+        const COLORREF colour = GetPixel(screen, place.left + 1, place.bottom - 2);
+        ReleaseDC(control, screen);
+        return GetRValue(colour) + GetGValue(colour) + GetBValue(colour);
+    };
+    TheDesktop().FuncBody().SetFocus();
+    const int selected = brightness({}, TVGN_CARET);
+    tree.Select(tree.Find("b"));
+    EXPECT_GT(std::abs(selected - brightness({}, TVGN_ROOT)), 90);
 }
 
 TEST_F(Win32WindowTest, TheEdgeTellsWhichControlHasTheKeyboard) {
