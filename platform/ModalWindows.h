@@ -33,6 +33,9 @@ public:
 
     virtual Label& NameLabel() = 0;
 
+    // The caption of the Cancel button, which has none at first.
+    virtual void SetCancelCaption(std::string_view caption) = 0;
+
     // The text in the box.
     virtual std::string FuncVarName() const = 0;
 };

@@ -33,6 +33,10 @@ public:
     // What the bar needs for buttons, whether there are any or not, in twips. It stands at the top of the client area.
     virtual float PreferredHeight() const = 0;
 
+    // Says what a button does, as its tool tip and to a screen reader: at first its tag. Throws std::out_of_range when
+    // there is no such button.
+    virtual void SetButtonTip(std::int32_t number, std::string_view tip) = 0;
+
     virtual std::int32_t ButtonCount() const = 0;
 
     // The tag of a button. Throws std::out_of_range when there is none.

@@ -138,6 +138,7 @@ void VornMainFrm::Form_AddFunction() {
     dialog.messageCaption = prompts.userFuncVarFrmPrmpt3;
     dialog.SetCaption(prompts.vornMainFrmPrmpt1);
     dialog.SetNameLabel(prompts.vornMainFrmPrmpt2);
+    dialog.SetCancelCaption(prompts.vornMainFrmPrmpt16);
     dialog.ShowModal();
     const std::string name = dialog.FuncVarName();
     if (RoundToInteger(LenientValue(dialog.ReturnCode)) == 0 || name.empty()) {

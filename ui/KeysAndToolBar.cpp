@@ -41,9 +41,22 @@ void VornMainFrm::SetUpToolBar(std::string_view kind) {
         for (const std::int32_t image : {1, 2}) {
             bar.AddButton(image, mDesktop.QuorvaneImages().Tag(image));
         }
+        ShowButtonTips();
     } else {
         // No text is made for this one: it can only be a mistake of the program.
         Tell(prompts.unknown, prompts.vornMainFrmPrmpt6, MsgIcon::Stop);
+    }
+}
+
+void VornMainFrm::ShowButtonTips() {
+    ToolBar& bar = mDesktop.VornToolBar();
+    for (std::int32_t number = 1; number <= bar.ButtonCount(); ++number) {
+        const std::string tag = bar.ButtonTag(number);
+        if (tag == "Add") {
+            bar.SetButtonTip(number, prompts.vornMainFrmPrmpt1);
+        } else if (tag == "Delete") {
+            bar.SetButtonTip(number, prompts.vornMainFrmPrmpt3);
+        }
     }
 }
 

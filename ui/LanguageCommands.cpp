@@ -6,12 +6,17 @@ namespace tessaly {
 
 void VornMainFrm::mnuEnglish_Click() {
     mLanguage = EnglishLanguage;
-    ApplyLanguage(*this, mLanguage);
+    ShowLanguage();
 }
 
 void VornMainFrm::mnuGerman_Click() {
     mLanguage = GermanLanguage;
+    ShowLanguage();
+}
+
+void VornMainFrm::ShowLanguage() {
     ApplyLanguage(*this, mLanguage);
+    ShowButtonTips();
 }
 
 void VornMainFrm::SetCaption(std::string_view text) {

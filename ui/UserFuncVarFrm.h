@@ -16,6 +16,8 @@ public:
     void SetCaption(std::string_view caption) { mWindow->SetCaption(caption); }
     void SetNameLabel(std::string_view caption) { mWindow->NameLabel().SetCaption(caption); }
 
+    void SetCancelCaption(std::string_view caption) { mWindow->SetCancelCaption(caption); }
+
     // Returns when the name was accepted or the dialog abandoned.
     void ShowModal() { mWindow->ShowModal(); }
 

@@ -120,6 +120,8 @@ private:
     MenuItem& Menu(std::string_view name) const;
 
     void SetUpStatusBar();
+    void ShowButtonTips();
+    void ShowLanguage();
     void ReadSettings();
     void OpenCommandLine();
     void AddFunctionItems(bool skipErrors);

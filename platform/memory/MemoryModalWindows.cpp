@@ -11,6 +11,11 @@ Label& MemoryNameWindow::NameLabel() {
     return label;
 }
 
+void MemoryNameWindow::SetCancelCaption(std::string_view caption) {
+    CountCall();
+    mCancelCaption = caption;
+}
+
 std::string MemoryNameWindow::FuncVarName() const {
     CountCall();
     return mText;

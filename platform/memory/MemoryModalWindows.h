@@ -115,6 +115,7 @@ public:
     using MemoryModalWindow::MemoryModalWindow;
 
     Label& NameLabel() override;
+    void SetCancelCaption(std::string_view caption) override;
     std::string FuncVarName() const override;
 
     // The user types into the box, at the end; line breaks are lost there. All of these throw ImpossibleAction while
@@ -127,10 +128,13 @@ public:
     void PressEscape() { PressCancel(); }
     void CloseByFrame(); // Cancel, and the window is hidden whatever that does
 
+    const std::string& CancelCaption() const { return mCancelCaption; }
+
     MemoryLabel label{Faults(), OwnFocus()};
 
 private:
     std::string mText;
+    std::string mCancelCaption;
 };
 
 class MemorySplashWindow final : public MemoryModalWindow<SplashWindow, MemorySplashWindow> {

@@ -22,12 +22,17 @@ void MemoryToolBar::AddButton(std::int32_t image, std::string_view tag) {
     if (image < 1 || static_cast<std::size_t>(image) > mImages.tags.size()) {
         throw std::out_of_range("there is no such image");
     }
-    mButtons.push_back({image, std::string(tag)});
+    mButtons.push_back({image, std::string(tag), std::string(tag)});
 }
 
 float MemoryToolBar::PreferredHeight() const {
     CountCall();
     return 420;
+}
+
+void MemoryToolBar::SetButtonTip(std::int32_t number, std::string_view tip) {
+    CountCall();
+    mButtons.at(static_cast<std::size_t>(number) - 1).tip = tip;
 }
 
 std::int32_t MemoryToolBar::ButtonCount() const {
@@ -51,6 +56,10 @@ void MemoryToolBar::Press(std::int32_t number) {
     if (onButtonClick) {
         onButtonClick(number);
     }
+}
+
+std::string MemoryToolBar::ButtonTip(std::int32_t number) const {
+    return mButtons.at(static_cast<std::size_t>(number) - 1).tip;
 }
 
 std::int32_t MemoryToolBar::ButtonImage(std::int32_t number) const {

@@ -31,14 +31,16 @@ public:
     void Clear() override;
     void AddButton(std::int32_t image, std::string_view tag) override;
     float PreferredHeight() const override;
+    void SetButtonTip(std::int32_t number, std::string_view tip) override;
     std::int32_t ButtonCount() const override;
     std::string ButtonTag(std::int32_t number) const override;
 
     // The user presses button `number`. Throws ImpossibleAction when there is none.
     void Press(std::int32_t number);
 
-    // The image of a button. Throws std::out_of_range when there is none.
+    // What the user sees of a button. Both throw std::out_of_range when there is none.
     std::int32_t ButtonImage(std::int32_t number) const;
+    std::string ButtonTip(std::int32_t number) const;
 
     // Whether a press moves the focus to the bar. Desktops differ, so a program has to work either way.
     bool takesFocus = false;
@@ -47,6 +49,7 @@ private:
     struct Button {
         std::int32_t image = 0;
         std::string tag;
+        std::string tip;
     };
 
     const MemoryImageList& mImages;

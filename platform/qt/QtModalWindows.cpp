@@ -74,10 +74,15 @@ QtNameWindow::QtNameWindow(QWidget& owner) : mDialog(owner) {
         button->setFocusPolicy(Qt::TabFocus);
     }
     mButtons.button(QDialogButtonBox::Ok)->setDefault(true);
+    SetCancelCaption({});
     QObject::connect(&mButtons, &QDialogButtonBox::accepted, &mDialog, [this] { Raise(onOk); });
     QObject::connect(&mButtons, &QDialogButtonBox::rejected, &mDialog, [this] { Raise(onCancel); });
     mDialog.onEscape = [this] { Raise(onCancel); };
     mDialog.onClose = [this] { Raise(onCancel); };
+}
+
+void QtNameWindow::SetCancelCaption(std::string_view caption) {
+    mButtons.button(QDialogButtonBox::Cancel)->setText(ToQt(caption));
 }
 
 void QtNameWindow::ShowModal() {

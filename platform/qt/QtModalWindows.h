@@ -40,6 +40,7 @@ public:
     void ShowModal() override;
     void Hide() override { mDialog.hide(); }
     Label& NameLabel() override { return mLabel; }
+    void SetCancelCaption(std::string_view caption) override;
     std::string FuncVarName() const override { return FromQt(mName.text()); }
 
 private:

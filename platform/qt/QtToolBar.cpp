@@ -63,6 +63,10 @@ void QtToolBar::AddButton(std::int32_t image, std::string_view tag) {
     UpdateFocusPolicy();
 }
 
+void QtToolBar::SetButtonTip(std::int32_t number, std::string_view tip) {
+    At(number).action->setText(ToQt(tip));
+}
+
 std::string QtToolBar::ButtonTag(std::int32_t number) const {
     return At(number).tag;
 }

@@ -18,9 +18,8 @@ constexpr Extent BoxPlace = {150, 660, 5100, 345};
 constexpr Extent OkPlace = {2580, 1245, 1260, 375};
 constexpr Extent CancelPlace = {3990, 1245, 1260, 375};
 
-// The numbers of the texts in Windows' own message boxes, so that the buttons speak the language of theirs.
+// The number of the text in Windows' own message boxes, so that the button speaks the language of theirs.
 constexpr UINT OkText = 800;
-constexpr UINT CancelText = 801;
 
 std::wstring SystemText(UINT number, const wchar_t* otherwise) {
     std::array<wchar_t, 64> text = {};
@@ -35,11 +34,15 @@ Win32NameWindow::Win32NameWindow(Win32EventLoop& loop, HWND owner)
       mLabel(*this, ControlId::NameLabel),
       mBox(*this, {WC_EDITW, ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, ControlId::FuncVarName}),
       mOk(*this, {WC_BUTTONW, BS_DEFPUSHBUTTON | WS_TABSTOP, 0, IDOK, SystemText(OkText, L"OK")}),
-      mCancel(*this, {WC_BUTTONW, BS_PUSHBUTTON | WS_TABSTOP, 0, IDCANCEL, SystemText(CancelText, L"Cancel")}) {
+      mCancel(*this, {WC_BUTTONW, BS_PUSHBUTTON | WS_TABSTOP, 0, IDCANCEL}) {
     mLabel.SetPlace(LabelPlace);
     mBox.SetPlace(BoxPlace);
     mOk.SetPlace(OkPlace);
     mCancel.SetPlace(CancelPlace);
+}
+
+void Win32NameWindow::SetCancelCaption(std::string_view caption) {
+    SetWindowTextW(mCancel.Handle(), ToWide(caption).c_str());
 }
 
 std::string Win32NameWindow::FuncVarName() const {

@@ -16,6 +16,7 @@ public:
     void ShowModal() override { Run(); }
     void Hide() override { End(); }
     Label& NameLabel() override { return mLabel; }
+    void SetCancelCaption(std::string_view caption) override;
     std::string FuncVarName() const override;
 
 private:

@@ -1,4 +1,4 @@
-// Buttons have no text beside their picture; the tag is what the mouse and a screen reader are told.
+// Buttons have no text beside their picture; it is what the mouse and a screen reader are told.
 #include "platform/win32/Win32ToolBar.h"
 
 #include "platform/win32/ControlIds.h"
@@ -88,6 +88,19 @@ void Win32ToolBar::AddButton(std::int32_t image, std::string_view tag) {
     mTags.emplace_back(tag);
     SizeButtons(); // the pictures have changed that
     Dock();
+}
+
+void Win32ToolBar::SetButtonTip(std::int32_t number, std::string_view tip) {
+    if (number < 1 || number > ButtonCount()) {
+        throw std::out_of_range("there is no such button");
+    }
+    std::wstring text = ToWide(tip);
+    TBBUTTONINFOW changed = {};
+    changed.cbSize = sizeof changed;
+    changed.dwMask = TBIF_TEXT;
+    changed.pszText = text.data();
+    Send(TB_SETBUTTONINFOW, static_cast<WPARAM>(ControlId::FirstButton + number - 1),
+         reinterpret_cast<LPARAM>(&changed));
 }
 
 std::string Win32ToolBar::ButtonTag(std::int32_t number) const {

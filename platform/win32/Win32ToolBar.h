@@ -36,6 +36,7 @@ public:
 
     void Clear() override;
     void AddButton(std::int32_t image, std::string_view tag) override;
+    void SetButtonTip(std::int32_t number, std::string_view tip) override;
     std::int32_t ButtonCount() const override { return static_cast<std::int32_t>(mTags.size()); }
     float PreferredHeight() const override;
     std::string ButtonTag(std::int32_t number) const override;

@@ -123,6 +123,20 @@ TEST_P(DesktopContract, ButtonsCountFrom1InTheOrderOfAdding) {
     EXPECT_THROW(bar.ButtonTag(4), std::out_of_range);
 }
 
+TEST_P(DesktopContract, TheTipOfAButtonIsItsTagUntilAnotherIsSet) {
+    ToolBar& bar = TheDesktop().VornToolBar();
+    bar.AddButton(1, "Add");
+    bar.AddButton(2, "Delete");
+    EXPECT_EQ(user->ButtonTip(1), "Add");
+    bar.SetButtonTip(2, "L\xC3\xB6schen");
+    bar.SetButtonTip(1, "Funktion hinzuf\xC3\xBCgen");
+    EXPECT_EQ(user->ButtonTip(1), "Funktion hinzuf\xC3\xBCgen");
+    EXPECT_EQ(user->ButtonTip(2), "L\xC3\xB6schen");
+    EXPECT_EQ(bar.ButtonTag(1), "Add");
+    EXPECT_THROW(bar.SetButtonTip(0, "tip"), std::out_of_range);
+    EXPECT_THROW(bar.SetButtonTip(3, "tip"), std::out_of_range);
+}
+
 TEST_P(DesktopContract, AButtonNeedsAnImageThatIsThere) {
     ToolBar& bar = TheDesktop().VornToolBar();
     EXPECT_THROW(bar.AddButton(0, "tag"), std::out_of_range);

@@ -58,6 +58,7 @@ public:
     virtual void CloseByFrame() = 0;
     virtual bool IsShown() const = 0;
     virtual std::string Caption() const = 0;
+    virtual std::string CancelCaption() const = 0;
 };
 
 // What a user can do in the splash window while it is shown.
@@ -112,6 +113,7 @@ public:
     // Bars and menus.
     virtual float PanelWidth(std::int32_t number) const = 0;
     virtual std::string PanelToolTip(std::int32_t number) const = 0;
+    virtual std::string ButtonTip(std::int32_t number) const = 0; // as it is shown and read out
     virtual void PressButton(std::int32_t number) = 0;
     virtual void ChooseMenu(MenuItem& item) = 0;
 

@@ -19,6 +19,7 @@ public:
     void CloseByFrame() override { mWindow.CloseByFrame(); }
     bool IsShown() const override { return mWindow.IsShown(); }
     std::string Caption() const override { return mWindow.ShownCaption(); }
+    std::string CancelCaption() const override { return mWindow.CancelCaption(); }
 
 private:
     MemoryNameWindow& mWindow;

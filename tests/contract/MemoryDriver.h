@@ -39,6 +39,7 @@ public:
 
     float PanelWidth(std::int32_t number) const override { return mDesktop.status.PanelWidth(number); }
     std::string PanelToolTip(std::int32_t number) const override { return mDesktop.status.PanelText(number); }
+    std::string ButtonTip(std::int32_t number) const override { return mDesktop.toolBar.ButtonTip(number); }
     void PressButton(std::int32_t number) override { mDesktop.toolBar.Press(number); }
     void ChooseMenu(MenuItem& item) override { static_cast<MemoryMenuItem&>(item).Choose(); }
     std::vector<std::string> MenuNames(MenuItem* menu) const override;

@@ -77,9 +77,10 @@ public:
     void CloseByFrame() override { mDialog.close(); }
     bool IsShown() const override { return mDialog.isVisible(); }
     std::string Caption() const override { return FromQt(mDialog.windowTitle()); }
+    std::string CancelCaption() const override { return FromQt(Buttons().button(QDialogButtonBox::Cancel)->text()); }
 
 private:
-    QDialogButtonBox& Buttons() { return *mDialog.findChild<QDialogButtonBox*>(); }
+    QDialogButtonBox& Buttons() const { return *mDialog.findChild<QDialogButtonBox*>(); }
 
     QtDialog& mDialog;
 };

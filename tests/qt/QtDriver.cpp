@@ -1,6 +1,7 @@
 // What a user does goes in as the window system would bring it, through the window and not to a control directly.
 #include "tests/qt/QtDriver.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QDropEvent>
@@ -202,6 +203,13 @@ std::string QtDriver::PanelToolTip(std::int32_t number) const {
     const QString tip = mDesktop->status.PanelWidget(number).toolTip();
     Qt::mightBeRichText(tip) ? shown.setHtml(tip) : shown.setPlainText(tip);
     return FromQt(shown.toPlainText());
+}
+
+std::string QtDriver::ButtonTip(std::int32_t number) const {
+    QWidget& button = mDesktop->toolBar.ButtonWidget(number);
+    const QString name = QAccessible::queryAccessibleInterface(&button)->text(QAccessible::Name);
+    EXPECT_EQ(button.toolTip(), name);
+    return FromQt(name);
 }
 
 void QtDriver::PressButton(std::int32_t number) {

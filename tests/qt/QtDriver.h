@@ -45,6 +45,7 @@ public:
 
     float PanelWidth(std::int32_t number) const override;
     std::string PanelToolTip(std::int32_t number) const override;
+    std::string ButtonTip(std::int32_t number) const override;
     void PressButton(std::int32_t number) override;
     void ChooseMenu(MenuItem& item) override;
     std::vector<std::string> MenuNames(MenuItem* menu) const override;

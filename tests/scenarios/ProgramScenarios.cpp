@@ -226,6 +226,30 @@ TEST_P(ProgramScenario, TheLanguageChangesEverythingAtOnce) {
     EXPECT_EQ(TheDesktop().FuncLabel().Caption(), "Function Code");
 }
 
+TEST_P(ProgramScenario, ButtonsSayWhatTheyDoInTheLanguageOfTheMoment) {
+    StartProgram();
+    Click("_0f");
+    EXPECT_EQ(user->ButtonTip(1), "Add Function");
+    EXPECT_EQ(user->ButtonTip(2), "Delete");
+    Choose("mnuGerman");
+    EXPECT_EQ(user->ButtonTip(1), "Funktion hinzuf\xC3\xBCgen");
+    EXPECT_EQ(user->ButtonTip(2), "L\xC3\xB6schen");
+    std::string cancel;
+    const auto look = [&cancel](NameWindowUser& dialog) {
+        cancel = dialog.CancelCaption();
+        dialog.PressCancel();
+    };
+    user->WillUseName(look);
+    user->PressButton(1);
+    user->Settle();
+    EXPECT_EQ(cancel, "Abbruch");
+    Choose("mnuEnglish");
+    EXPECT_EQ(user->ButtonTip(1), "Add Function");
+    user->WillUseName(look);
+    user->PressKey(KeyF5, 0);
+    EXPECT_EQ(cancel, "Cancel");
+}
+
 TEST_P(ProgramScenario, AResizeStoresThePaneAndKeepsProportions) {
     StartProgram();
     Write("_0v", "x");

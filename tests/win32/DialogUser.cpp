@@ -194,6 +194,7 @@ public:
     void CloseByFrame() override { Close(); }
     bool IsShown() const override { return IsVisible(Window()); }
     std::string Caption() const override { return TextOf(Window()); }
+    std::string CancelCaption() const override { return TextOf(Control(IDCANCEL)); }
 };
 
 class Win32SplashWindowUser final : public SplashWindowUser, private WindowUser {

@@ -242,6 +242,13 @@ std::string Win32Driver::PanelToolTip(std::int32_t number) const {
     return ToUtf8(asked.lpszText);
 }
 
+std::string Win32Driver::ButtonTip(std::int32_t number) const {
+    std::array<wchar_t, 100> text = {};
+    SendMessageW(Control(ControlId::VornToolBar), TB_GETBUTTONTEXTW,
+                 static_cast<WPARAM>(ControlId::FirstButton + number - 1), reinterpret_cast<LPARAM>(text.data()));
+    return ToUtf8(text.data());
+}
+
 void Win32Driver::PressButton(std::int32_t number) {
     RECT rect = {};
     const HWND bar = Control(ControlId::VornToolBar);

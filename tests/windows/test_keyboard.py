@@ -63,7 +63,7 @@ def test_the_tool_bars_buttons_tell_their_names(launch, probe, installed, exampl
     program = launch(windows_path(example))
     program.click_item("Functions")
     wait_until("the buttons", lambda: len(program.buttons()) == 2)
-    assert [button["text"] for button in program.buttons()] == ["Add", "Delete"]
+    assert [button["text"] for button in program.buttons()] == ["Add Function", "Delete"]
     for button in program.buttons():
         program.point_at(button["rect"])
         wait_until(lambda: f"the tool tip {button['text']} in {program.windows()}", lambda: any(
