@@ -1,15 +1,14 @@
 // The program on Linux. A second copy ends before it asks for a display.
+#include "app/Catalogue.h"
 #include "app/Module1.h"
 #include "platform/posix/InstanceLock.h"
 #include "platform/qt/QtDesktop.h"
+#include "platform/qt/QtTexts.h"
 #include "ui/VornMainFrm.h"
 
 #include <QApplication>
 #include <QIcon>
-#include <QLibraryInfo>
-#include <QLocale>
 #include <QSessionManager>
-#include <QTranslator>
 #include <array>
 #include <optional>
 #include <string>
@@ -47,14 +46,6 @@ void CloseAtEndOfSession(QApplication& application, tessaly::Window& window) {
         Qt::DirectConnection);
 }
 
-// What Qt itself says, as in the file dialogs, is in the language of the system, where that is installed.
-void LoadOwnTexts(QTranslator& texts) {
-    if (QLocale().language() != QLocale::C && QLocale().language() != QLocale::English &&
-        texts.load(QLocale(), "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
-        QCoreApplication::installTranslator(&texts);
-    }
-}
-
 } // namespace
 
 int main(int argumentCount, char** arguments) {
@@ -63,17 +54,18 @@ int main(int argumentCount, char** arguments) {
     int ownCount = 1;
     std::array<char*, 2> own = {arguments[0], nullptr};
     std::optional<QApplication> application;
-    std::optional<QTranslator> ownTexts;
     std::optional<tessaly::QtDesktop> desktop;
     std::optional<tessaly::VornMainFrm> window;
+    const auto isGerman = [&window] { return window && window->mLanguage == tessaly::GermanLanguage; };
+    tessaly::QtTexts ownTexts(isGerman);
     tessaly::StartUp(lock, [&] {
         application.emplace(ownCount, own.data());
         QApplication::setQuitOnLastWindowClosed(false);
         QGuiApplication::setDesktopFileName("tessaly");
-        LoadOwnTexts(ownTexts.emplace());
+        QCoreApplication::installTranslator(&ownTexts);
         desktop.emplace(CommandLine(argumentCount, arguments), tessaly::ProcessEnvironment);
         desktop->frame.setWindowIcon(OwnIcon());
-        desktop->app.helpLanguage = [&window] { return window->mLanguage == 1 ? "de" : "en"; };
+        desktop->app.helpLanguage = [isGerman] { return isGerman() ? "de" : "en"; };
         desktop->window.onEnded = [] { QCoreApplication::exit(0); };
         CloseAtEndOfSession(*application, desktop->window);
         window.emplace(*desktop).Show();
