@@ -26,7 +26,8 @@ class Desktop {
 public:
     virtual ~Desktop() = default;
 
-    // The main window and its controls.
+    // The main window and its controls. A screen reader says the caption of LblcodeTreeViewer for CodeTree and that of
+    // FuncLabel for FuncBody.
     virtual Window& MainWindow() = 0;
     virtual TreeView& CodeTree() = 0;
     virtual Label& LblcodeTreeViewer() = 0;

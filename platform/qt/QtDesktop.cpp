@@ -10,6 +10,8 @@ QtDesktop::QtDesktop(const std::string& commandLine, const Environment& environm
     : app(commandLine, environment),
       mSettings(mFiles, environment),
       mCodePage(MakeDefaultCodePage()) {
+    treeLabel.SetBuddy(tree.Widget());
+    paneLabel.SetBuddy(pane.Widget());
     app.onSendF1 = [this] { window.SendKey(Qt::Key_F1); };
     app.onOutput = [this](const std::string& path) {
         if (!output) {

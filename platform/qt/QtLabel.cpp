@@ -9,7 +9,13 @@ QtLabel::QtLabel(QWidget* parent, QtFocus* focus) : QtControl(focus, mLabel, QtK
 
 void QtLabel::SetCaption(std::string_view caption) {
     mCaption = caption;
-    mLabel.setText(ToQt(caption));
+    QString text = ToQt(caption);
+    if (mLabel.buddy() != nullptr) {
+        mLabel.buddy()->setAccessibleName(text); // a tree does not ask its label
+        // Only for a buddy an ampersand would mark an access key.
+        text.replace(u'&', QStringLiteral("&&"));
+    }
+    mLabel.setText(text);
 }
 
 } // namespace tessaly

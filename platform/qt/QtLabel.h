@@ -18,6 +18,9 @@ public:
     void SetCaption(std::string_view caption) override;
     float PreferredHeight() const override { return ToTwips(mLabel.fontMetrics().height()); }
 
+    // The caption is the name of `control` for a screen reader.
+    void SetBuddy(QWidget& control) { mLabel.setBuddy(&control); }
+
     QLabel& Widget() { return mLabel; }
 
 private:

@@ -63,6 +63,7 @@ void QtDialog::keyPressEvent(QKeyEvent* event) {
 }
 
 QtNameWindow::QtNameWindow(QWidget& owner) : mDialog(owner) {
+    mLabel.SetBuddy(mName);
     mLabel.Widget().setWordWrap(true);
     mLabel.Widget().setMinimumWidth(NameWidth);
     mLayout.addWidget(&mLabel.Widget());

@@ -86,6 +86,7 @@ void QtTreeWidget::TellIfChanged(const QTreeWidgetItem* before) {
 
 QtTreeView::QtTreeView(QWidget* parent, QtFocus& focus) : QtControl(&focus, mTree, QtKeyboard::Used), mTree(parent) {
     mTree.setHeaderHidden(true);
+    mTree.setHeaderLabel({});         // a screen reader would say a number
     mTree.setUniformRowHeights(true); // or a large tree would be measured item by item
     mTree.setSelectionMode(QAbstractItemView::SingleSelection);
     mTree.setEditTriggers(QAbstractItemView::NoEditTriggers);

@@ -28,6 +28,7 @@ Win32Desktop::Win32Desktop(Win32Application::Settings settings)
       mFileDialog(mWindow.Handle()),
       mMsgBox(mWindow.Handle()) {
     mApplication.SetWindow(mWindow.Handle());
+    mTreeLabel.SetNamed(mCodeTree.Handle());
     mWindow.onHelp = [this] { mApplication.OpenHelp(); };
     mWindow.onMenu = [this](int id) { mMenus.Choose(id); };
     mWindow.onShow = [this] { mMenus.Attach(); };

@@ -10,7 +10,11 @@ Win32Label::Win32Label(Win32Parent& parent, int id)
 
 void Win32Label::SetCaption(std::string_view caption) {
     mCaption = caption;
-    SetWindowTextW(Handle(), ToWide(caption).c_str());
+    for (HWND named : {Handle(), mNamed}) {
+        if (named != nullptr) {
+            SetWindowTextW(named, ToWide(caption).c_str());
+        }
+    }
 }
 
 float Win32Label::PreferredHeight() const {

@@ -2,6 +2,8 @@
 #include "platform/qt/QtKeys.h"
 #include "tests/qt/QtDriver.h"
 
+#include <QAccessible>
+#include <QLineEdit>
 #include <QTest>
 #include <algorithm>
 #include <filesystem>
@@ -156,6 +158,36 @@ TEST_F(QtDesktopTest, TheSelectedItemIsSeenAlsoWithoutTheFocus) {
     user.Qt().pane.SetFocus();
     EXPECT_NE(colour("a"), withFocus);
     EXPECT_GT(std::abs(colour("a").lightness() - colour("b").lightness()), 30);
+}
+
+std::string SpokenName(QWidget& widget) {
+    return FromQt(QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Name));
+}
+
+TEST_F(QtDesktopTest, AScreenReaderSaysTheLabelOfAControl) {
+    user.Qt().window.Show();
+    user.Qt().treeLabel.SetCaption("Code & Viewer");
+    user.Qt().paneLabel.SetCaption("Funktionen");
+    EXPECT_EQ(SpokenName(user.Qt().tree.Widget()), "Code & Viewer");
+    EXPECT_EQ(SpokenName(user.Qt().pane.Widget()), "Funktionen");
+    user.Qt().paneLabel.SetCaption("Ereignisse");
+    EXPECT_EQ(SpokenName(user.Qt().pane.Widget()), "Ereignisse");
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&user.Qt().status.Widget())->role(), QAccessible::StatusBar);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&user.Qt().toolBar.Widget())->role(), QAccessible::ToolBar);
+}
+
+TEST_F(QtDesktopTest, AScreenReaderSaysTheRequestForTheNameBox) {
+    const std::unique_ptr<NameWindow> dialog = user.Qt().NewNameWindow();
+    dialog->NameLabel().SetCaption("Please type in the name");
+    dialog->onCancel = [&dialog] { dialog->Hide(); };
+    std::string name;
+    user.WillUseName([&name](NameWindowUser& window) {
+        name = SpokenName(*QApplication::activeModalWidget()->findChild<QLineEdit*>());
+        window.PressCancel();
+    });
+    user.Qt().window.Show();
+    dialog->ShowModal();
+    EXPECT_EQ(name, "Please type in the name");
 }
 
 TEST_F(QtDesktopTest, TheWindowIsNeverLargerThanTheScreen) {

@@ -13,6 +13,7 @@
 #include <io.h>
 #include <iostream>
 #include <map>
+#include <oleacc.h>
 #include <psapi.h>
 #include <shlobj.h>
 #include <windows.h>
@@ -197,6 +198,23 @@ std::string Panels(const Words& words) {
     return Array(panels);
 }
 
+// spoken WINDOW: what a screen reader says of it
+std::string Spoken(const Words& words) {
+    IAccessible* object = nullptr;
+    if (FAILED(AccessibleObjectFromWindow(Window(words.at(1)), static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
+                                          reinterpret_cast<void**>(&object)))) {
+        throw std::runtime_error("there is nothing to be said");
+    }
+    VARIANT self = {};
+    self.vt = VT_I4;
+    BSTR name = nullptr;
+    object->get_accName(self, &name);
+    const std::string text = name != nullptr ? Utf8(name) : "";
+    SysFreeString(name);
+    object->Release();
+    return Quoted(text);
+}
+
 // buttons WINDOW: of a tool bar
 std::string Buttons(const Words& words) {
     HWND bar = Window(words.at(1));
@@ -359,6 +377,7 @@ std::map<std::string, Command> Commands(Processes& processes) {
             {"tree", Tree},
             {"panels", Panels},
             {"buttons", Buttons},
+            {"spoken", Spoken},
             {"menu", Menu},
             {"focus", Focus},
             {"text", [](const Words& words) { return Text(Window(words.at(1))); }},

@@ -1,6 +1,6 @@
 """English and German, and the language that is written back in vain."""
 
-from windows_harness import FUNC_LABEL, TREE_LABEL, install, registry_value, wait_until, windows_path
+from windows_harness import CODE_TREE, FUNC_LABEL, FUNC_VAR_NAME, NAME_CANCEL, TREE_LABEL, install, registry_value, wait_until, windows_path
 
 
 def test_german_changes_every_text_at_once_and_back(launch, installed, example):
@@ -22,6 +22,24 @@ def test_german_changes_every_text_at_once_and_back(launch, installed, example):
     wait_until("English", lambda: program.text(TREE_LABEL) == "Code Viewer")
     assert program.text(FUNC_LABEL) == "Function Code"
     assert [i["checked"] for i in program.menu()[2]["items"]] == [True, False]
+
+
+def test_a_screen_reader_says_what_the_controls_are(launch, installed, example):
+    """Wine takes the name of a rich edit control from its text; what stands in front of the pane is tried elsewhere."""
+    program = launch(windows_path(example))
+
+    def spoken(control):
+        return program.probe.ask("spoken", control["window"])
+    assert spoken(program.control(CODE_TREE)) == "Code Viewer"
+    program.choose("Language", "German")
+    wait_until("the name in German", lambda: spoken(program.control(CODE_TREE)) == "Ereignistypauswahl")
+    program.click_item("SetLamp")
+    wait_until("the buttons", lambda: [b["text"] for b in program.buttons()] == ["Funktion hinzufügen", "Löschen"])
+    program.press_key("F5")
+    dialog = program.dialog("UserFuncVarFrm")
+    assert spoken(dialog.control(FUNC_VAR_NAME)).startswith("Bitte Namen der Funktion")
+    assert spoken(dialog.control(NAME_CANCEL)) == "Abbruch"
+    dialog.press("Abbruch")
 
 
 def test_the_menus_have_their_lines_where_they_belong(launch, installed):
