@@ -14,6 +14,7 @@ public:
 };
 
 struct FileDialogSettings {
+    std::string title;            // of the window; what the desktop likes where it is empty
     std::string fileName;         // what the dialog begins with
     bool cancelIsError = false;   // else a cancelled dialog gives ""
     std::int32_t flags = 0;       // 4 hides the read-only check box

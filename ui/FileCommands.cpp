@@ -38,7 +38,7 @@ void VornMainFrm::mnuNewPSF_Click() {
 }
 
 void VornMainFrm::mnuOpenPSF_Click() {
-    Open([this] { return mDesktop.CommonDialog1().ShowOpen(DialogSettings()); });
+    Open([this] { return mDesktop.CommonDialog1().ShowOpen(DialogSettings("mnuOpenPSF")); });
 }
 
 // As Open does, with the name already chosen.
@@ -121,7 +121,7 @@ std::int32_t VornMainFrm::SaveAsPSFFunc() {
 // Asks for a name until it is one that is free or that may be replaced. Cancelling throws.
 std::string VornMainFrm::AskSaveName() {
     while (true) {
-        std::string fileName = mDesktop.CommonDialog1().ShowSave(DialogSettings());
+        std::string fileName = mDesktop.CommonDialog1().ShowSave(DialogSettings("mnuSaveAsPSF"));
         if (!mDesktop.Files().FileExists(fileName)) {
             return fileName;
         }
@@ -157,8 +157,12 @@ bool VornMainFrm::MayDropDocument() {
     return !FuncBodyChangedFlag || PromptUserForSave() <= QuestionDeclined;
 }
 
-FileDialogSettings VornMainFrm::DialogSettings() const {
+// The dialog is called as the menu item that leads to it.
+FileDialogSettings VornMainFrm::DialogSettings(std::string_view menu) const {
     FileDialogSettings settings;
+    settings.title = Menu(menu).Caption();
+    std::erase(settings.title, '&');
+    settings.title.resize(settings.title.find_last_not_of('.') + 1);
     settings.fileName = mLastOpenedFile;
     settings.cancelIsError = true;
     settings.flags = HideReadOnly;

@@ -141,7 +141,7 @@ private:
     void Open(const std::function<std::string()>& askName);
     bool MayDropDocument();
     bool SaveBeforeBuild();
-    FileDialogSettings DialogSettings() const;
+    FileDialogSettings DialogSettings(std::string_view menu) const;
     std::string AskSaveName();
     std::unique_ptr<VornSrcObj> NewDocument();
 

@@ -41,6 +41,9 @@ std::string QtFileDialog::ShowSave(const FileDialogSettings& settings) {
 std::string QtFileDialog::Show(QFileDialog::AcceptMode mode, const FileDialogSettings& settings) {
     QFileDialog dialog(&mWindow);
     dialog.setAcceptMode(mode);
+    if (!settings.title.empty()) {
+        dialog.setWindowTitle(ToQt(settings.title));
+    }
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setOptions(QFileDialog::DontConfirmOverwrite | QFileDialog::HideNameFilterDetails);
     const QStringList filters = NameFilters(settings.filter);

@@ -5,8 +5,11 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QGridLayout>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <algorithm>
+#include <memory>
 
 namespace tessaly {
 
@@ -61,6 +64,22 @@ QMessageBox::Icon IconOf(MsgIcon icon) {
     return QMessageBox::NoIcon;
 }
 
+// How wide a caption is with what stands beside it. Nobody but the window manager knows, so it is rather more.
+int CaptionWidth(const QMessageBox& box) {
+    constexpr int aroundCaption = 140;
+    QFont bold = box.font();
+    bold.setBold(true);
+    return QFontMetrics(bold).horizontalAdvance(box.windowTitle()) + aroundCaption;
+}
+
+// Qt wraps the lines of a wider text; columns would be columns no more.
+void Widen(QMessageBox& box) {
+    const int columns = box.text().contains(u'\t') ? box.layout()->sizeHint().width() : 0;
+    auto& grid = dynamic_cast<QGridLayout&>(*box.layout());
+    auto strut = std::make_unique<QSpacerItem>(std::max(CaptionWidth(box), columns), 0);
+    grid.addItem(strut.release(), grid.rowCount(), 0, 1, grid.columnCount()); // the layout's own from here on
+}
+
 } // namespace
 
 MsgResult QtMsgBox::Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) {
@@ -72,6 +91,7 @@ MsgResult QtMsgBox::Show(std::string_view text, std::string_view caption, MsgBut
     box.setIcon(IconOf(icon));
     box.setStandardButtons(ButtonsOf(buttons));
     box.setDefaultButton(buttons == MsgButtons::Ok ? QMessageBox::Ok : QMessageBox::Yes);
+    Widen(box);
     switch (box.exec()) {
     case QMessageBox::Yes:
         return MsgResult::Yes;

@@ -61,6 +61,7 @@ std::string Win32FileDialog::Show(const FileDialogSettings& settings, Dialog dia
     const auto wanted = static_cast<DWORD>(std::max(settings.filterIndex, 1));
     std::wstring path = ToWide(settings.fileName);
     path.resize(PathRoom, L'\0');
+    const std::wstring title = ToWide(settings.title);
     OPENFILENAMEW data = {};
     data.lStructSize = sizeof data;
     data.hwndOwner = OwnerOfDialogs(mMainWindow);
@@ -68,6 +69,7 @@ std::string Win32FileDialog::Show(const FileDialogSettings& settings, Dialog dia
     data.nFilterIndex = std::min(wanted, FilterCount(settings.filter));
     data.lpstrFile = path.data();
     data.nMaxFile = static_cast<DWORD>(path.size());
+    data.lpstrTitle = title.empty() ? nullptr : title.c_str();
     data.Flags = OFN_EXPLORER | OFN_ENABLESIZING | OFN_NOCHANGEDIR;
     if ((settings.flags & HideReadOnly) != 0) {
         data.Flags |= OFN_HIDEREADONLY;

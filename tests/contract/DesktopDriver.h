@@ -29,6 +29,7 @@ struct SeenMessageBox {
 
 struct SeenFileDialog {
     bool isSave = false;
+    std::string title;
     std::string fileName;             // in the box for the name
     std::vector<std::string> filters; // the descriptions
     std::string pattern;              // of the filter shown

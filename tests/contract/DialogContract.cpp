@@ -68,6 +68,22 @@ TEST_P(DesktopContract, NoFileDialogAsksAboutAFileThatExists) {
     EXPECT_TRUE(user->MessageBoxes().empty());
 }
 
+TEST_P(DesktopContract, AFileDialogHasTheTitleThatItIsGiven) {
+    FileDialogSettings settings;
+    settings.filter = "All|*.*";
+    settings.title = "Programmquelldatei \xC3\xB6"
+                     "ffnen";
+    user->WillCancelFileDialog();
+    TheDesktop().CommonDialog1().ShowOpen(settings);
+    settings.title = "Save it";
+    user->WillCancelFileDialog();
+    TheDesktop().CommonDialog1().ShowSave(settings);
+    ASSERT_EQ(user->FileDialogs().size(), 2U);
+    EXPECT_EQ(user->FileDialogs()[0].title, "Programmquelldatei \xC3\xB6"
+                                            "ffnen");
+    EXPECT_EQ(user->FileDialogs()[1].title, "Save it");
+}
+
 TEST_P(DesktopContract, ACancelledFileDialogGivesNothing) {
     user->WillCancelFileDialog();
     EXPECT_EQ(TheDesktop().CommonDialog1().ShowOpen(SomeSettings()), "");

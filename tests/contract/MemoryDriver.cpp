@@ -90,8 +90,8 @@ std::vector<SeenMessageBox> MemoryDriver::MessageBoxes() const {
 std::vector<SeenFileDialog> MemoryDriver::FileDialogs() const {
     std::vector<SeenFileDialog> seen;
     for (const MemoryFileDialog::Record& record : mDesktop.fileDialog.records) {
-        seen.push_back({record.kind == MemoryFileDialog::Kind::Save, record.settings.fileName, record.filters,
-                        record.pattern, record.hasReadOnlyBox});
+        seen.push_back({record.kind == MemoryFileDialog::Kind::Save, record.settings.title, record.settings.fileName,
+                        record.filters, record.pattern, record.hasReadOnlyBox});
     }
     return seen;
 }

@@ -3,8 +3,10 @@
 #include "tests/qt/QtDriver.h"
 
 #include <QAccessible>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTest>
+#include <QTimer>
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -158,6 +160,44 @@ TEST_F(QtDesktopTest, TheSelectedItemIsSeenAlsoWithoutTheFocus) {
     user.Qt().pane.SetFocus();
     EXPECT_NE(colour("a"), withFocus);
     EXPECT_GT(std::abs(colour("a").lightness() - colour("b").lightness()), 30);
+}
+
+// What a message box looks like while it is shown.
+struct BoxShown {
+    int width = 0;
+    bool isWrapped = false;
+};
+
+BoxShown ShowBox(QtDriver& user, std::string_view text, std::string_view caption) {
+    BoxShown shown;
+    QTimer::singleShot(0, [&shown] {
+        const QWidget& box = *QApplication::activeModalWidget();
+        const auto& label = *box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+        const auto lines = static_cast<int>(label.text().count(u'\n')) + 1;
+        shown.width = box.width();
+        shown.isWrapped =
+            label.heightForWidth(label.width()) > (lines + 1) * label.fontMetrics().lineSpacing() ||
+            (label.wordWrap() && label.width() < label.fontMetrics().size(Qt::TextExpandTabs, label.text()).width());
+    });
+    user.WillPress(MsgResult::Ok);
+    user.Qt().MessageBoxes().Show(text, caption, MsgButtons::Ok, MsgIcon::Information);
+    return shown;
+}
+
+TEST_F(QtDesktopTest, AMessageBoxIsWideEnoughForItsCaption) {
+    user.Qt().window.Show();
+    const std::string caption = "L\xC3\xB6schen function, and a good deal more of it";
+    const int narrow = ShowBox(user, "X ?", "X").width;
+    const int wide = ShowBox(user, "X ?", caption).width;
+    EXPECT_GT(wide, narrow);
+    EXPECT_GT(wide, QFontMetrics(QApplication::font()).horizontalAdvance(ToQt(caption)) + 100);
+}
+
+TEST_F(QtDesktopTest, AListWithColumnsIsNotWrapped) {
+    user.Qt().window.Show();
+    const std::string line =
+        "<F3>\tGlobale Referenzen ausw\xC3\xA4hlen, Funktionscode, Ereigniscode und noch vieles mehr";
+    EXPECT_FALSE(ShowBox(user, "<F2>\tCode\n" + line + "\n\n<F4>\tmore", "Hot-Keys").isWrapped);
 }
 
 std::string SpokenName(QWidget& widget) {

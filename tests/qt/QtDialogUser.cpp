@@ -150,6 +150,7 @@ void QtDialogUser::Answer(QFileDialog& dialog) {
     auto* const nameBox = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     SeenFileDialog seen;
     seen.isSave = dialog.acceptMode() == QFileDialog::AcceptSave;
+    seen.title = FromQt(dialog.windowTitle());
     seen.fileName = FromQt(nameBox->text());
     for (const QString& filter : dialog.nameFilters()) {
         const auto [description, pattern] = SplitFilter(filter);

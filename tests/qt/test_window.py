@@ -11,7 +11,7 @@ from conftest import EXAMPLE, until
 
 def open_by_menu(program, path):
     program.key("alt+f", "p")
-    program.wait_for("Open")
+    program.wait_for("Open Program Source File")
     program.type(str(path))
     program.key("Return")
     program.wait_for("Tessaly")

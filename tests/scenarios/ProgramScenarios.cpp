@@ -226,6 +226,24 @@ TEST_P(ProgramScenario, TheLanguageChangesEverythingAtOnce) {
     EXPECT_EQ(TheDesktop().FuncLabel().Caption(), "Function Code");
 }
 
+TEST_P(ProgramScenario, AFileDialogIsCalledAsItsCommand) {
+    StartProgram();
+    for (const std::string_view command : {"mnuOpenPSF", "mnuSaveAsPSF", "mnuGerman", "mnuOpenPSF", "mnuSaveAsPSF"}) {
+        if (command != "mnuGerman") {
+            user->WillCancelFileDialog();
+        }
+        Choose(command);
+    }
+    Strings titles;
+    for (const SeenFileDialog& dialog : user->FileDialogs()) {
+        titles.push_back(dialog.title);
+    }
+    EXPECT_EQ(titles, (Strings{"Open Program Source File", "Save Program Source File As",
+                               "Programmquelldatei \xC3\xB6"
+                               "ffnen",
+                               "Programmquelldatei speichern unter"}));
+}
+
 TEST_P(ProgramScenario, ButtonsSayWhatTheyDoInTheLanguageOfTheMoment) {
     StartProgram();
     Click("_0f");

@@ -104,6 +104,7 @@ HWND NameControl(HWND dialog) {
 SeenFileDialog DescribeFileDialog(HWND dialog) {
     SeenFileDialog seen;
     seen.isSave = TextOf(GetDlgItem(dialog, IDOK)).find("ave") != std::string::npos;
+    seen.title = TextOf(dialog);
     seen.fileName = TextOf(NameControl(dialog));
     seen.hasReadOnlyBox = IsVisible(GetDlgItem(dialog, ReadOnlyBox));
     const HWND filters = GetDlgItem(dialog, FilterBox);

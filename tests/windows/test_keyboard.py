@@ -31,8 +31,9 @@ def test_alt_and_a_letter_opens_a_menu_and_esc_gives_the_keyboard_back(launch, f
     assert program.focus() == FUNC_BODY
 
 
-@pytest.mark.parametrize("language, keys, title", [(0, ("alt+f", "p"), "Open"), (0, ("alt+f", "a"), "Save As"),
-                                                   (1, ("alt+d", "u"), "Save As")])
+@pytest.mark.parametrize("language, keys, title", [(0, ("alt+f", "p"), "Open Program Source File"),
+                                                   (0, ("alt+f", "a"), "Save Program Source File As"),
+                                                   (1, ("alt+d", "u"), "Programmquelldatei speichern unter")])
 def test_the_letter_of_an_item_chooses_it(launch, folder, installed, example, language, keys, title):
     install(folder, **installed, Language=language)
     program = launch(windows_path(example))
