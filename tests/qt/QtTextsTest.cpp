@@ -28,7 +28,8 @@ const std::set<QString> SameInBoth = {"OK", "&OK", "Name"};
 QStringList TextsOf(const QWidget& window) {
     QStringList texts;
     for (const QAction* const action : window.findChildren<QAction*>() + window.actions()) {
-        texts << action->text() << action->toolTip() << action->shortcut().toString(QKeySequence::NativeText);
+        texts << action->text().split(u'\t') << action->toolTip()
+              << action->shortcut().toString(QKeySequence::NativeText);
     }
     for (const QLabel* const label : window.findChildren<QLabel*>()) {
         texts << label->text();
