@@ -28,22 +28,13 @@ kit_folder() {
     CDPATH='' cd -P -- "$(dirname -- "$self")" && pwd
 }
 
-# Prints a settings file as UTF-8; the two bytes FF FE at its beginning tell that it is UTF-16.
-settings_text() {
-    if [ "$(od -An -tx1 -N2 <"$1" | tr -d ' ')" = fffe ]; then
-        iconv -f UTF-16LE -t UTF-8 <"$1"
-    else
-        cat <"$1"
-    fi
-}
-
 # Looks into a settings file, if it is there, and sets $source. Succeeds when the search ends here: with the setting, or
 # because the file takes it away.
 look_into() {
     [ -f "$1" ] || return
     [ -r "$1" ] || fail 1 "cannot read the settings file $1"
     [ -n "$settings" ] || settings=$1
-    source=$(settings_text "$1" | LC_ALL=C awk -f "$kit/setting.awk")
+    source=$(od -An -v -tu1 <"$1" | LC_ALL=C awk -f "$kit/setting.awk")
     [ $? -ne 1 ] && settings=$1
 }
 
