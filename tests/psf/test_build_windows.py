@@ -71,6 +71,15 @@ def test_what_the_compiler_says_is_led_back_to_the_members(place):
     assert result.out.decode() == f"x.PSF:functions/Blink:3: error: 'first' is no name ({dos(place.c_file)}:{number}:5)\r\n"
 
 
+def test_a_path_that_the_shell_would_change_is_refused(place):
+    place.write("per%OS%cent.PSF", source())
+    place.batch("echo built %1")
+    result = place.build("per%OS%cent.PSF")
+    assert (result.status, result.out) == (64, b"")
+    assert "cannot carry a path with a double quote or a percent sign" in result.err
+    assert not place.c_file.exists()
+
+
 def test_a_batch_file_that_is_not_there_is_127(place):
     place.write("x.PSF", source())
     place.batch("exit /b 0")

@@ -5,6 +5,7 @@
 #include "app/ReadRegValue.h"
 #include "app/Settings.h"
 #include "tools/psf/DiagnosticMap.h"
+#include "tools/psf/Printable.h"
 
 namespace tessaly::psf {
 
@@ -36,7 +37,8 @@ int Build(Session& session, const std::string& file) {
     }
     const std::string commandLine = CompilerCommandLine(settings.batchFile, file);
     if (!CarriesArgument(commandLine, OutputName(file))) {
-        PrintError(file + ": the command line of the compiler cannot carry a path with a double quote");
+        PrintError(file + ": the command line of the compiler cannot carry a path with " +
+                   std::string(UncarriedCharacters()));
         return WrongUsage;
     }
     if (const Status status = document.BuildCCodeFile(settings.cFile); status != Status::Done) {
@@ -45,7 +47,7 @@ int Build(Session& session, const std::string& file) {
     }
     std::string output;
     const CompilerResult result = RunCompiler(commandLine, output);
-    Print(DiagnosticMap(document, file, settings.cFile).Rewrite(output));
+    Print(PrintableLines(DiagnosticMap(document, file, settings.cFile).Rewrite(output)));
     if (result.startError) {
         PrintError(settings.batchFile + ": the compiler cannot be started: " + Reason(result.startError));
         return CompilerMissing;

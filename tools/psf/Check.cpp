@@ -1,6 +1,7 @@
 // One load with an observer, and the lines of the file to say where.
 #include "tools/psf/Check.h"
 
+#include "tools/psf/Printable.h"
 #include "tools/psf/PsfWarnings.h"
 
 #include <system_error>
@@ -56,7 +57,8 @@ int Check(Session& session, const std::string& file) {
     const std::vector<PsfWarning> warnings = observer.Finish(bytes, *session.codePage);
     LineCounter lines(bytes);
     for (const PsfWarning& warning : warnings) {
-        Print(file + ":" + std::to_string(lines.LineAt(warning.offset)) + ": warning: " + warning.text + "\n");
+        Print(Printable(file + ":" + std::to_string(lines.LineAt(warning.offset)) + ": warning: " + warning.text) +
+              "\n");
     }
     if (status != Status::Done) {
         PrintError(file + ": not a complete program source file");

@@ -5,6 +5,7 @@
 #include "document/NewFunction.h"
 #include "platform/Utf8.h"
 #include "tools/psf/Members.h"
+#include "tools/psf/Printable.h"
 
 #include <cstdio>
 #include <nlohmann/json.hpp>
@@ -60,7 +61,7 @@ int ShowList(Session& session, const std::string& file) {
     const Status status = Load(document, file);
     if (status == Status::Done) {
         for (const CCodeOrigin& member : AllMembers(document)) {
-            Print(MemberName(document, member) + "\n");
+            Print(Printable(MemberName(document, member)) + "\n");
         }
     }
     return ExitStatus(status);

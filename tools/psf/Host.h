@@ -43,6 +43,9 @@ std::unique_ptr<Registry> OpenSettings(SequentialFiles& files,
 // Whether `commandLine` hands `argument`, which it ends with in double quotes, to its program as it stands.
 bool CarriesArgument(const std::string& commandLine, const std::string& argument);
 
+// What an argument must not have for that, in words.
+std::string_view UncarriedCharacters();
+
 // How the compiler's command line ended.
 struct CompilerResult {
     std::error_code startError; // why it could not be started

@@ -50,6 +50,10 @@ bool CarriesArgument(const std::string& commandLine, const std::string& argument
     return arguments.size() > 1 && arguments.back() == argument;
 }
 
+std::string_view UncarriedCharacters() {
+    return "a double quote";
+}
+
 CompilerResult RunCompiler(const std::string& commandLine, std::string& output) {
     std::signal(SIGCHLD, SIG_DFL); // a parent that ignored it would leave us nothing to wait for
     const ProcessResult result = RunProcess(SplitCommandLine(commandLine, IsRegularFile),

@@ -57,9 +57,13 @@ std::unique_ptr<Registry> OpenSettings(SequentialFiles& files,
     return settings;
 }
 
-// No path of Windows has a double quote in it.
+// The shell of a batch file puts the value of a variable in place of its name between two percent signs.
 bool CarriesArgument(const std::string& /*commandLine*/, const std::string& argument) {
-    return argument.find('"') == std::string::npos;
+    return argument.find_first_of("\"%") == std::string::npos;
+}
+
+std::string_view UncarriedCharacters() {
+    return "a double quote or a percent sign";
 }
 
 CompilerResult RunCompiler(const std::string& commandLine, std::string& output) {

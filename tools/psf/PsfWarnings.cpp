@@ -24,12 +24,9 @@ bool IsBlank(std::string_view text) {
     return text.find_first_not_of(Blank) == std::string_view::npos;
 }
 
-// `text` in quotes, cut short when it is endless, with its control characters made visible.
+// `text`, cut short when it is endless.
 std::string Shown(std::string_view text) {
-    std::string shown;
-    for (const char c : text.substr(0, LongestName)) {
-        shown += static_cast<unsigned char>(c) < 0x20 ? '?' : c;
-    }
+    const std::string shown(text.substr(0, LongestName));
     return text.size() > LongestName ? shown + "..." : shown;
 }
 

@@ -1,6 +1,8 @@
 // Loading, saving and printing for all commands.
 #include "tools/psf/Session.h"
 
+#include "tools/psf/Printable.h"
+
 #include <cstdio>
 #include <cstring>
 #include <system_error>
@@ -29,12 +31,15 @@ int ExitStatus(Status status) {
 void PrintError(std::string_view message) {
     char piece[1024] = "psf: ";
     std::size_t size = std::strlen(piece);
-    for (const char character : message) {
-        if (size == sizeof piece - 1) {
+    for (std::size_t position = 0; position < message.size();) {
+        constexpr std::size_t longestCharacter = 4;
+        if (size + longestCharacter >= sizeof piece) {
             std::fwrite(piece, 1, size, stderr);
             size = 0;
         }
-        piece[size++] = character == '\n' || character == '\r' ? ' ' : character;
+        const bool lineEnd = message[position] == '\n' || message[position] == '\r';
+        const std::string_view shown = NextPrintable(message, position);
+        size += (lineEnd ? " " : shown).copy(piece + size, longestCharacter);
     }
     piece[size++] = '\n';
     std::fwrite(piece, 1, size, stderr);
