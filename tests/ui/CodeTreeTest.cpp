@@ -46,6 +46,28 @@ TEST_F(CodeTreeTest, SelectingAGroupStoresTheTextAndEmptiesThePane) {
     EXPECT_EQ(desktop.toolBar.ButtonCount(), 0);
 }
 
+TEST_F(CodeTreeTest, EventsAndFunctionsLeaveTheCaptionOfThePaneAsItWas) {
+    Open("a.PSF", GoodPsf());
+    const std::pair<std::string_view, std::string_view> captions[] = {
+        {"_0v", "Global References"}, {"_0e1", "Global References"}, {"One", "Global References"},
+        {"_0f", "Function Code"},     {"_0e2", "Function Code"},     {"Two", "Function Code"},
+        {"_0e", "Event Code"},        {"One", "Event Code"},         {"_0e3", "Event Code"},
+    };
+    for (const auto& [key, caption] : captions) {
+        desktop.tree.Click(key);
+        EXPECT_EQ(desktop.paneLabel.Caption(), caption) << key;
+    }
+}
+
+TEST_F(CodeTreeTest, ASelectionByTheProgramIsNoEditEvenWhileThePaneHasTheFocus) {
+    desktop.tree.Click("_0v");
+    ASSERT_TRUE(desktop.pane.Click());
+    ASSERT_EQ(window.FuncBodyChangeMode, 2);
+    window.CodeTree_NodeClick(desktop.tree.Find("_0e1"));
+    EXPECT_EQ(window.FuncBodyChangeMode, 1);
+    EXPECT_FALSE(window.FuncBodyChangedFlag);
+}
+
 TEST_F(CodeTreeTest, TypingAloneDoesNotTouchTheDocument) {
     Edit("_0v", "typed");
     EXPECT_EQ(References().find("typed"), std::string::npos);
@@ -61,11 +83,49 @@ TEST_F(CodeTreeTest, LineBreaksOfLinesThatWereNotTouchedStayAsTheyWere) {
 }
 
 TEST_F(CodeTreeTest, ASelectionClearsStatusPanelTwo) {
+    for (const std::string_view key : {"_0v", "_0f", "_0e", "_0e1", "One"}) {
+        Open("a.PSF", GoodPsf());
+        EXPECT_NE(Panel(2), "");
+        desktop.tree.Click(key);
+        EXPECT_EQ(Panel(2), "") << key;
+        EXPECT_EQ(window.StatusPanel2, "") << key;
+    }
+}
+
+TEST_F(CodeTreeTest, StoringThePaneForgetsTheMessageInPanelTwoButLeavesItToBeRead) {
+    for (const std::string_view key : {"_0e", "_0v"}) {
+        desktop.tree.Click(key);
+        desktop.status.SetPanelText(2, "File was opened successfully!");
+        window.StatusPanel2 = "vornMainFrmPrmpt37";
+        window.SaveCurrentNodeCode(window.mCurrentNode);
+        EXPECT_EQ(window.StatusPanel2, "");
+        EXPECT_EQ(Panel(2), "File was opened successfully!");
+        Choose("mnuGerman");
+        EXPECT_EQ(Panel(2), "");
+    }
+}
+
+TEST_F(CodeTreeTest, TheLabelFollowsTheCurrentItemNotTheSelectedOne) {
+    Edit("_0v", "x");
+    desktop.msgBox.WillPress(MsgResult::Cancel);
     Choose("mnuNewPSF");
-    EXPECT_NE(Panel(2), "");
+    ASSERT_EQ(SelectedKey(), "_0v");
+    Choose("mnuGerman");
+    EXPECT_EQ(desktop.paneLabel.Caption(), "Ereignisse");
     desktop.tree.Click("_0v");
-    EXPECT_EQ(Panel(2), "");
-    EXPECT_EQ(window.StatusPanel2, "");
+    EXPECT_EQ(desktop.paneLabel.Caption(), "Globale Referenzen");
+    Choose("mnuEnglish");
+    EXPECT_EQ(desktop.paneLabel.Caption(), "Global References");
+}
+
+TEST_F(CodeTreeTest, BuildingTheTreeSetsCaptionAndTabStopsOfThePane) {
+    const std::vector<float> stops = desktop.pane.TabStops();
+    ASSERT_GT(stops.size(), 1U);
+    desktop.tree.Click("_0f");
+    desktop.pane.SetTabStops({});
+    window.BuildCodeTree();
+    EXPECT_EQ(desktop.paneLabel.Caption(), "Event Code");
+    EXPECT_EQ(desktop.pane.TabStops(), stops);
 }
 
 TEST_F(CodeTreeTest, AddingAFunctionShowsItsTextAndSelectsIt) {
@@ -85,6 +145,7 @@ TEST_F(CodeTreeTest, AddingAFunctionShowsItsTextAndSelectsIt) {
     EXPECT_TRUE(window.FuncBodyChangedFlag);
     EXPECT_EQ(FunctionText("Blink"), "void Blink(void)\n{\n\n}");
     EXPECT_EQ(desktop.toolBar.ButtonCount(), 0) << "the tool bar is not touched";
+    EXPECT_EQ(desktop.paneLabel.Caption(), "Event Code") << "nor is the caption";
 }
 
 TEST_F(CodeTreeTest, AnEmptyNameAndACancelledDialogAddNothing) {
@@ -109,6 +170,10 @@ TEST_F(CodeTreeTest, AddingANameThatExistsShowsTheDuplicateMessageAndChangesNoIt
                              "Duplicate Function Error!", MsgButtons::Ok, MsgIcon::Stop}));
     EXPECT_EQ(FunctionItems(), std::vector<std::string>{"Blink"});
     EXPECT_EQ(CurrentKey(), "_0f") << "the group has become current already";
+    EXPECT_EQ(SelectedKey(), "_0f");
+    EXPECT_EQ(desktop.pane.Text(), EventTable[0].defaultText) << "the pane is left alone";
+    EXPECT_TRUE(desktop.pane.FuncBodyAvailable());
+    EXPECT_EQ(desktop.paneLabel.Caption(), "Event Code");
 }
 
 TEST_F(CodeTreeTest, AddingByKeyOverwritesUnstoredEditsAndByButtonStoresThemFirst) {
@@ -147,8 +212,21 @@ TEST_F(CodeTreeTest, DeletingAsksAndRemovesItemAndFunction) {
     EXPECT_EQ(FunctionItems(), std::vector<std::string>());
     EXPECT_EQ(window.mSourceDoc->GetFunctionCount(), 0);
     EXPECT_EQ(CurrentKey(), "_0f");
+    EXPECT_EQ(SelectedKey(), "_0f");
     EXPECT_EQ(desktop.pane.Text(), "");
     EXPECT_FALSE(desktop.pane.FuncBodyAvailable());
+    EXPECT_TRUE(window.FuncBodyChangedFlag);
+}
+
+TEST_F(CodeTreeTest, DeletingFromAnUnchangedDocumentChangesIt) {
+    Open("a.PSF", GoodPsf());
+    desktop.tree.Click("Two");
+    ASSERT_FALSE(window.FuncBodyChangedFlag);
+    desktop.msgBox.WillPress(MsgResult::No);
+    desktop.window.PressKey(KeyF4);
+    EXPECT_FALSE(window.FuncBodyChangedFlag);
+    desktop.msgBox.WillPress(MsgResult::Yes);
+    desktop.window.PressKey(KeyF4);
     EXPECT_TRUE(window.FuncBodyChangedFlag);
 }
 
@@ -273,11 +351,21 @@ TEST_F(CodeTreeTest, NewAndOpenLeaveNoButtonsOfAFunctionBehind) {
     }
 }
 
+TEST_F(CodeTreeTest, AClickOnAToolBarButtonEndsTheEditingAndStoresThePane) {
+    Open("a.PSF", GoodPsf());
+    Edit("Two", "x");
+    ASSERT_EQ(window.FuncBodyChangeMode, 2);
+    desktop.msgBox.WillPress(MsgResult::No);
+    window.VornToolBar_ButtonClick(2);
+    EXPECT_EQ(window.FuncBodyChangeMode, 1);
+    EXPECT_TRUE(FunctionText("Two").starts_with("xvoid Two()"));
+}
+
 TEST_F(CodeTreeTest, AnUnknownToolBarKindShowsAnErrorAndLeavesTheBar) {
     desktop.tree.Click("_0f");
     desktop.msgBox.WillPress(MsgResult::Ok);
     window.SetUpToolBar("NoSuchTool");
-    EXPECT_EQ(LastBox().icon, MsgIcon::Stop);
+    EXPECT_EQ(LastBox(), (MemoryMsgBox::Record{"Unknown error!", "Error", MsgButtons::Ok, MsgIcon::Stop}));
     EXPECT_EQ(desktop.toolBar.ButtonCount(), 2);
 }
 
@@ -297,7 +385,9 @@ TEST_F(CodeTreeTest, ALeadingDigitGetsTheFirstCharacterMessageAndTheDialogStaysO
         dialog.EraseAll();
         dialog.Type("Größe");
         dialog.PressOk();
-        EXPECT_EQ(LastBox().text, "Function names must only contain letters or numbers! Function add aborted!");
+        EXPECT_EQ(LastBox(),
+                  (MemoryMsgBox::Record{"Function names must only contain letters or numbers! Function add aborted!",
+                                        "Function Name Error", MsgButtons::Ok, MsgIcon::Stop}));
         EXPECT_TRUE(dialog.IsShown());
         dialog.PressCancel();
     });

@@ -83,6 +83,22 @@ TEST_F(CommandsTest, OpenOfABadFileReportsItTwiceAndKeepsTheFileName) {
     EXPECT_EQ(References(), "int left;\r\n") << "the document is the one that the failed load worked on";
 }
 
+TEST_F(CommandsTest, AFailedOpenClearsTheFlagAndSaysSoInTheStatusBarBeforeItShowsTheBox) {
+    MakeChange();
+    std::string panel;
+    desktop.msgBox.decide = [&](const Record& box) {
+        panel = Panel(2);
+        return box.buttons == MsgButtons::Ok ? MsgResult::Ok : MsgResult::No;
+    };
+    window.FuncBodyChangeMode = 2;
+    desktop.files.contents["bad.PSF"] = "bad";
+    window.Form_FileDropped("bad.PSF");
+    EXPECT_EQ(panel, LastBox().text);
+    EXPECT_EQ(window.StatusPanel2, "vornMainFrmPrmpt23");
+    EXPECT_FALSE(window.FuncBodyChangedFlag);
+    EXPECT_EQ(window.FuncBodyChangeMode, 1);
+}
+
 TEST_F(CommandsTest, ACancelledOpenDialogEndsSilentlyAndHasClearedTheFlagAlready) {
     MakeChange();
     desktop.msgBox.WillPress(MsgResult::No);
@@ -150,12 +166,51 @@ TEST_F(CommandsTest, SaveAsAsksBeforeItReplacesAndShowsTheDialogAgainOnNo) {
     EXPECT_EQ(desktop.fileDialog.records.size(), 2U);
 }
 
-TEST_F(CommandsTest, SaveAsReplacesOnYes) {
-    desktop.files.contents["old.PSF"] = "old";
-    desktop.fileDialog.WillChoose("old.PSF");
+TEST_F(CommandsTest, SaveAsReplacesOnYesAndNamesTheWholePathInItsQuestion) {
+    const std::string path = "C:\\my blocks\\old.PSF";
+    desktop.files.contents[path] = "old";
+    desktop.fileDialog.WillChoose(path);
     desktop.msgBox.WillPress(MsgResult::Yes);
     Choose("mnuSaveAsPSF");
-    EXPECT_TRUE(desktop.files.contents["old.PSF"].starts_with("[BeginPSF]"));
+    EXPECT_TRUE(desktop.files.contents[path].starts_with("[BeginPSF]"));
+    EXPECT_EQ(LastBox().text, path + "\nThis file already exists\n\nReplace existing file?");
+}
+
+TEST_F(CommandsTest, SaveAsStoresThePaneFirst) {
+    Edit("_0e1", "/* typed */");
+    desktop.fileDialog.WillChoose("new.PSF");
+    Choose("mnuSaveAsPSF");
+    EXPECT_NE(desktop.files.contents["new.PSF"].find("/* typed */void OnError"), std::string::npos);
+    EXPECT_EQ(Panel(1), "File=new.PSF");
+    EXPECT_EQ(window.StatusPanel2, "vornMainFrmPrmpt38");
+}
+
+// The mode goes back to 2 when the keyboard does; the commands themselves are called here.
+TEST_F(CommandsTest, SavingEndsTheEditing) {
+    Open("a.PSF", GoodPsf());
+    desktop.msgBox.WillPress(MsgResult::Yes); // the question of the build
+    desktop.fileDialog.WillChoose("b.PSF");
+    for (const auto save :
+         {&VornMainFrm::mnuBuildExe_Click, &VornMainFrm::mnuSavePSF_Click, &VornMainFrm::mnuSaveAsPSF_Click}) {
+        MakeChange();
+        ASSERT_EQ(window.FuncBodyChangeMode, 2);
+        (window.*save)();
+        EXPECT_EQ(window.FuncBodyChangeMode, 1);
+        EXPECT_FALSE(window.FuncBodyChangedFlag);
+    }
+    EXPECT_EQ(window.mLastOpenedFile, "b.PSF");
+}
+
+TEST_F(CommandsTest, ASaveThatFailsOrIsCancelledLeavesModeAndFlag) {
+    MakeChange();
+    for (const auto save : {&VornMainFrm::mnuSavePSF_Click, &VornMainFrm::mnuSaveAsPSF_Click}) {
+        desktop.fileDialog.WillCancel();
+        (window.*save)();
+        EXPECT_EQ(window.FuncBodyChangeMode, 2);
+        EXPECT_TRUE(window.FuncBodyChangedFlag);
+    }
+    EXPECT_EQ(window.mLastOpenedFile, "");
+    EXPECT_EQ(Panel(1), "File=");
 }
 
 TEST_F(CommandsTest, AFailedSaveSaysSoAndKeepsTheFlag) {
@@ -192,10 +247,23 @@ TEST_F(CommandsTest, TheSaveQuestionReportsEachOutcome) {
     desktop.msgBox.WillPress(MsgResult::Cancel);
     EXPECT_EQ(window.PromptUserForSave(), 2);
     EXPECT_EQ(Panel(2), "Command canceled!");
+    EXPECT_EQ(window.StatusPanel2, "vornMainFrmPrmpt20");
     desktop.msgBox.WillPress(MsgResult::Yes);
     desktop.msgBox.WillPress(MsgResult::Ok);
     desktop.files.FailAt(MemoryFiles::Call::Open, 1);
     EXPECT_EQ(window.PromptUserForSave(), 3);
+    EXPECT_EQ(Panel(2), "Command canceled!") << "the status bar is left alone";
+}
+
+TEST_F(CommandsTest, ExitStoresThePaneBeforeItAsks) {
+    MakeChange();
+    std::string references;
+    desktop.msgBox.decide = [&](const Record&) {
+        references = References();
+        return MsgResult::Cancel;
+    };
+    Choose("mnuExit");
+    EXPECT_TRUE(references.starts_with("x/*"));
 }
 
 TEST_F(CommandsTest, ExitAsksAndStaysOpenOnCancel) {
@@ -223,6 +291,32 @@ TEST_F(CommandsTest, ASavedUnchangedDocumentIsBuiltWithoutAQuestion) {
     EXPECT_NE(desktop.files.contents["C:\\kit\\program.c"].find("void One()\r;\r\n"), std::string::npos);
 }
 
+TEST_F(CommandsTest, ABuildStoresThePaneFirst) {
+    Open("a.PSF", GoodPsf());
+    Edit("One", "/* typed */");
+    window.FuncBodyChangedFlag = false; // as behind a cancelled Open
+    Choose("mnuBuildExe");
+    EXPECT_EQ(Boxes(), 0U);
+    EXPECT_NE(desktop.files.contents["C:\\kit\\program.c"].find("/* typed */void One()"), std::string::npos);
+}
+
+TEST_F(CommandsTest, ThePathIsCutAtTheFirstExtension) {
+    Open("C:\\old.psf files\\a.PSF", GoodPsf());
+    Choose("mnuBuildExe");
+    ASSERT_EQ(desktop.app.starts.size(), 1U);
+    EXPECT_EQ(desktop.app.starts[0].commandLine, "C:\\kit\\compile.bat \"C:\\old.out\"");
+}
+
+TEST_F(CommandsTest, TheKeysDeleteAndBuildWithShiftToo) {
+    Open("a.PSF", GoodPsf());
+    desktop.window.PressKey(KeyF10, 1);
+    EXPECT_EQ(desktop.app.starts.size(), 1U);
+    desktop.tree.Click("One");
+    desktop.msgBox.WillPress(MsgResult::Yes);
+    desktop.window.PressKey(KeyF4, 1);
+    EXPECT_EQ(FunctionItems(), std::vector<std::string>{"Two"});
+}
+
 TEST_F(CommandsTest, ANeverSavedDocumentIsNotBuiltWhenTheUserDeclinesToSave) {
     desktop.msgBox.WillPress(MsgResult::No);
     Choose("mnuBuildExe");
@@ -230,6 +324,7 @@ TEST_F(CommandsTest, ANeverSavedDocumentIsNotBuiltWhenTheUserDeclinesToSave) {
               (Record{"Program source code must be saved to a file before compiling\nDo you wish to do this now?",
                       "Save As", MsgButtons::YesNo, MsgIcon::None}));
     EXPECT_EQ(Panel(2), "Command canceled!");
+    EXPECT_EQ(window.StatusPanel2, "vornMainFrmPrmpt20");
     EXPECT_EQ(desktop.app.starts.size(), 0U);
 }
 
@@ -266,7 +361,8 @@ TEST_F(CommandsTest, ACFileThatCannotBeWrittenIsACorruptedInstallation) {
     desktop.files.FailAt(MemoryFiles::Call::Open, 1);
     desktop.msgBox.WillPress(MsgResult::Ok);
     Choose("mnuBuildExe");
-    EXPECT_EQ(LastBox().text, "This installation has been corrupted.  Please reinstall the software.");
+    EXPECT_EQ(LastBox(), (Record{"This installation has been corrupted.  Please reinstall the software.", "Error",
+                                 MsgButtons::Ok, MsgIcon::Stop}));
     EXPECT_EQ(desktop.app.starts.size(), 0U);
 }
 
@@ -285,6 +381,7 @@ TEST_F(CommandsTest, TheHotKeysAreListed) {
     Choose("mnuHelpHotKeys");
     EXPECT_TRUE(LastBox().text.starts_with("<F2>\tSelect Code Viewer\n"));
     EXPECT_EQ(LastBox().caption, "Hot-Keys");
+    EXPECT_EQ(LastBox().buttons, MsgButtons::Ok);
     EXPECT_EQ(LastBox().icon, MsgIcon::Information);
 }
 
@@ -297,13 +394,18 @@ TEST_F(CommandsTest, HelpSendsFOneWhichOpensTheHelpFile) {
 
 TEST_F(CommandsTest, TheAboutBoxShowsTheTitleInQuotesAndTheVersionAndStoresThePane) {
     desktop.app.revision = 12;
+    desktop.app.title = "the system's name for it";
     Edit("_0v", "x");
     for (int time = 0; time < 2; ++time) {
-        desktop.modal.WillUseSplash([time](MemorySplashWindow& splash) {
+        desktop.modal.WillUseSplash([this, time](MemorySplashWindow& splash) {
             EXPECT_EQ(splash.ShownCaption(), "");
             EXPECT_EQ(splash.productName.Caption(), "\"Tessaly\"");
             EXPECT_EQ(splash.version.Caption(), "Version 1.0.12");
             EXPECT_EQ(splash.platform.Caption(), "Windows 95/NT tm");
+            EXPECT_EQ(splash.company.Caption(), "Ostrel");
+            EXPECT_EQ(splash.copyright.Caption(), "Copyright (c) 2026 Ostrel");
+            EXPECT_EQ(splash.companyProduct.Caption(), "Ostrel");
+            EXPECT_TRUE(References().starts_with("x/*"));
             if (time == 0) {
                 splash.PressKey();
             } else {

@@ -1,5 +1,8 @@
 // Start, layout and end of the main window.
+#include "tests/scenarios/MenuKeeper.h"
 #include "tests/ui/MainWindow.h"
+
+#include <algorithm>
 
 namespace tessaly {
 namespace {
@@ -56,6 +59,67 @@ TEST_F(StartUpTest, ALanguageStoredAsTextWorksLikeANumber) {
     window.Show();
     EXPECT_EQ(window.mLanguage, 1);
     EXPECT_EQ(desktop.menus["mnuFile"].Caption(), "&Datei");
+}
+
+TEST_F(StartUpTest, AFractionalLanguageIsRounded) {
+    Install();
+    SetSetting(LanguageSetting, "0.6");
+    window.Show();
+    EXPECT_EQ(window.mLanguage, 1);
+    EXPECT_EQ(desktop.menus["mnuFile"].Caption(), "&Datei");
+}
+
+// The registry of a desktop, with what the window's caption was when each value was asked for.
+class WatchedRegistry final : public Registry {
+public:
+    explicit WatchedRegistry(MemoryDesktop& desktop) : mDesktop(desktop), mRegistry(desktop.Settings()) {}
+
+    std::int32_t OpenKey(std::uint32_t root, std::string_view path, std::uint32_t access, Handle& key) override {
+        return mRegistry.OpenKey(root, path, access, key);
+    }
+    std::int32_t QueryValue(Handle key, std::string_view name, std::uint32_t& type, char* data,
+                            std::uint32_t& size) override {
+        if (data == nullptr) {
+            asked.push_back(std::string(name) + ":" + mDesktop.window.Caption());
+        }
+        return mRegistry.QueryValue(key, name, type, data, size);
+    }
+    std::int32_t CreateKey(std::uint32_t root, std::string_view path, std::uint32_t access, Handle& key) override {
+        return mRegistry.CreateKey(root, path, access, key);
+    }
+    std::int32_t SetValue(Handle key, std::string_view name, std::uint32_t type, std::string_view bytes) override {
+        return mRegistry.SetValue(key, name, type, bytes);
+    }
+    std::int32_t CloseKey(Handle key) noexcept override { return mRegistry.CloseKey(key); }
+
+    std::vector<std::string> asked;
+
+private:
+    MemoryDesktop& mDesktop;
+    Registry& mRegistry;
+};
+
+class WatchedDesktop final : public MenuKeeper {
+public:
+    explicit WatchedDesktop(MemoryDesktop& desktop) : MenuKeeper(desktop), registry(desktop) {}
+
+    Registry& Settings() override { return registry; }
+
+    WatchedRegistry registry;
+};
+
+TEST_F(StartUpTest, TheLanguageIsReadFirstAndAppliedBeforeTheOtherSettingsAreRead) {
+    Install();
+    SetSetting(ProgBlkIconSetting, "C:\\kit\\block.ico");
+    MemoryDesktop other;
+    other.registry.store = desktop.registry.store;
+    WatchedDesktop watched(other);
+    VornMainFrm program(watched);
+    program.Show();
+    EXPECT_EQ(watched.registry.asked,
+              (std::vector<std::string>{"Language:", "FCompBat:Tessaly", "FCompFileName:Tessaly", "FHelp:Tessaly",
+                                        "FProgBlkIcon:Tessaly"}));
+    EXPECT_EQ(program.mProgBlkIcon, "C:\\kit\\block.ico");
 }
 
 TEST_F(StartUpTest, ALanguageThatIsNoByteIsSkippedAndLeavesEnglish) {
@@ -162,6 +226,31 @@ TEST_F(StartUpTest, AResizeScalesTreeAndPaneAndMovesTheLabel) {
     EXPECT_EQ(desktop.pane.GetExtent(), pane);
 }
 
+TEST_F(StartUpTest, AResizeOfOneSideScalesThatSideAlone) {
+    Start();
+    const Extent tree = desktop.tree.GetExtent();
+    const Extent pane = desktop.pane.GetExtent();
+    const Extent label = desktop.paneLabel.GetExtent();
+    desktop.window.Resize(12000, 18000);
+    EXPECT_EQ(desktop.tree.GetExtent(), (Extent{tree.left, tree.top, tree.width, tree.height * 2}));
+    EXPECT_EQ(desktop.pane.GetExtent(), (Extent{pane.left, pane.top, pane.width, pane.height * 2}));
+    EXPECT_EQ(desktop.paneLabel.GetExtent(), label);
+    EXPECT_EQ(window.mLastHeight, 18000);
+    EXPECT_EQ(window.mLastWidth, 12000);
+    desktop.window.Resize(24000, 18000);
+    EXPECT_EQ(desktop.tree.GetExtent(), (Extent{tree.left, tree.top, tree.width * 2, tree.height * 2}));
+    EXPECT_EQ(desktop.pane.GetExtent(), (Extent{pane.left * 2, pane.top, pane.width * 2, pane.height * 2}));
+}
+
+TEST_F(StartUpTest, TheStatusBarHasTwoPanelsThatShareTheWidth) {
+    Start();
+    EXPECT_EQ(desktop.status.PanelCount(), 2);
+    EXPECT_TRUE(desktop.status.IsPanelSpring(1));
+    EXPECT_TRUE(desktop.status.IsPanelSpring(2));
+    EXPECT_EQ(Panel(1), "File=");
+    EXPECT_EQ(Panel(2), "");
+}
+
 TEST_F(StartUpTest, AResizeStoresThePaneFirst) {
     Start();
     Edit("_0v", "int typed;");
@@ -180,6 +269,30 @@ TEST_F(StartUpTest, ClosingWritesTheLanguageBack) {
     VornMainFrm again(next);
     again.Show();
     EXPECT_EQ(again.mLanguage, 1);
+}
+
+TEST_F(StartUpTest, TheLanguageIsWrittenAsANumberBehindTheSaveQuestion) {
+    Start(1);
+    Edit("_0v", "x");
+    const auto writes = [this] {
+        return std::count_if(desktop.registry.calls.begin(), desktop.registry.calls.end(),
+                             [](const auto& call) { return call.call == MemoryRegistry::Call::SetValue; });
+    };
+    std::ptrdiff_t before = -1;
+    desktop.msgBox.decide = [&](const MemoryMsgBox::Record&) {
+        before = writes();
+        return MsgResult::No;
+    };
+    desktop.registry.calls.clear();
+    desktop.window.CloseByUser();
+    EXPECT_EQ(before, 0);
+    EXPECT_EQ(writes(), 1);
+    const MemoryRegistry::Record& write =
+        *std::find_if(desktop.registry.calls.begin(), desktop.registry.calls.end(),
+                      [](const auto& call) { return call.call == MemoryRegistry::Call::SetValue; });
+    EXPECT_EQ(write.name, "Language");
+    EXPECT_EQ(write.number, Registry::DwordType);
+    EXPECT_EQ(write.bytes, std::string("\1\0\0\0", 4));
 }
 
 TEST_F(StartUpTest, ClosingWithUnsavedEditsAsksOnceAndClosesWhateverIsAnswered) {
