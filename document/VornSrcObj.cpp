@@ -8,6 +8,7 @@
 #include "platform/SequentialFiles.h"
 
 #include <exception>
+#include <utility>
 
 namespace tessaly {
 
@@ -29,11 +30,13 @@ VornSrcObj::VornSrcObj(SequentialFiles& files, const CodePage& codePage) : mFile
 }
 
 Status VornSrcObj::Init() {
-    mFunctions = FuncObject();
-    mVarCode = DefaultVarCode;
+    std::array<SharedText, EventCount> eventCodes;
     for (std::size_t i = 0; i < EventTable.size(); ++i) {
-        mEventCodes[i] = SharedText(EventTable[i].defaultText);
+        eventCodes[i] = SharedText(EventTable[i].defaultText);
     }
+    mVarCode = DefaultVarCode; // from here on nothing takes memory
+    mEventCodes = std::move(eventCodes);
+    mFunctions = FuncObject();
     return Status::Done;
 }
 

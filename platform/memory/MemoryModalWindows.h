@@ -106,7 +106,7 @@ private:
     MemoryFocus& mOwnerFocus;
     Scripts& mScripts;
     MemoryFocus mFocus;
-    std::string mCaption;
+    std::string mCaption = "as it was designed";
     bool mIsShown = false;
 };
 
