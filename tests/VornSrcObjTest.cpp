@@ -103,6 +103,12 @@ TEST_F(VornSrcObjTest, APrototypeGivenAsANumberIsStoredAsItsText) {
     EXPECT_EQ(Code(1), "2.5");
 }
 
+TEST_F(VornSrcObjTest, ANumberHasFifteenDigitsAsItsText) {
+    EXPECT_EQ(document.AddFunction("Third", 1.0 / 3, 2e15 / 3), Status::Done);
+    EXPECT_EQ(Prototype(0), "0.333333333333333");
+    EXPECT_EQ(Code(0), "666666666666667");
+}
+
 TEST_F(VornSrcObjTest, GetFuncNameIsThreeBeyondTheLastFunctionAndZeroWithoutFunctions) {
     std::string name = "old";
     EXPECT_EQ(document.GetFuncName(5, name), Status::Done);
