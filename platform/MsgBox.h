@@ -10,6 +10,11 @@ enum class MsgButtons : std::int32_t { Ok = 0, YesNoCancel = 3, YesNo = 4 };
 enum class MsgIcon : std::int32_t { None = 0, Stop = 16, Question = 32, Exclamation = 48, Information = 64 };
 enum class MsgResult : std::int32_t { Ok = 1, Cancel = 2, Yes = 6, No = 7 };
 
+// The answer of a box that goes without its user.
+constexpr MsgResult AnswerOfNobody(MsgButtons buttons) {
+    return buttons == MsgButtons::Ok ? MsgResult::Ok : buttons == MsgButtons::YesNo ? MsgResult::No : MsgResult::Cancel;
+}
+
 class MsgBox {
 public:
     virtual ~MsgBox() = default;
@@ -17,6 +22,7 @@ public:
     // Shows the box, modal to the window that is on top, with its first button as default, and returns the button that
     // the user pressed. Closing it counts as Cancel where there is such a button, as Ok where that is the only one;
     // a Yes/No box cannot be closed otherwise.
+    // A box that is taken away from outside has the AnswerOfNobody.
     virtual MsgResult Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) = 0;
 };
 

@@ -53,7 +53,8 @@ public:
     // raised while a modal window or dialog is shown.
     std::function<void(const std::string& path)> onFileDropped;
 
-    // Raised once, when the window is about to go, whatever closes it. It goes whatever this does.
+    // Raised once, when the window is about to go, whatever closes it, and also when somebody else destroys it. It goes
+    // whatever this does.
     std::function<void()> onUnload;
 
     virtual ~Window() = default;

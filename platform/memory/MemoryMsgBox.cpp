@@ -18,9 +18,7 @@ const std::vector<MsgResult>& ButtonsOf(MsgButtons buttons) {
 
 // What closing a box counts as; nothing where it cannot be closed.
 std::optional<MsgResult> ClosingResult(MsgButtons buttons) {
-    return buttons == MsgButtons::Ok            ? std::optional(MsgResult::Ok)
-           : buttons == MsgButtons::YesNoCancel ? std::optional(MsgResult::Cancel)
-                                                : std::nullopt;
+    return buttons == MsgButtons::YesNo ? std::nullopt : std::optional(AnswerOfNobody(buttons));
 }
 
 } // namespace

@@ -47,6 +47,9 @@ public:
     // The user closes the window by its frame.
     void CloseByUser();
 
+    // Somebody else takes the window away, whatever stands in front of it.
+    void DestroyFromOutside() { Close(); }
+
     // The user drops a file on the window.
     void DropFile(const std::string& path);
 

@@ -6,6 +6,7 @@
 #include "platform/posix/SettingsFile.h"
 #include "platform/posix/SettingsRegistry.h"
 #include "platform/qt/QtApplication.h"
+#include "platform/qt/QtDestroyedWindows.h"
 #include "platform/qt/QtFileDialog.h"
 #include "platform/qt/QtFocus.h"
 #include "platform/qt/QtLabel.h"
@@ -74,6 +75,7 @@ private:
     QtMenus mMenus{*frame.menuBar()};
     QtFileDialog mFileDialog{frame};
     QtMsgBox mMsgBox{frame};
+    QtDestroyedWindows mDestroyedWindows;
 };
 
 } // namespace tessaly

@@ -97,10 +97,8 @@ MsgResult QtMsgBox::Show(std::string_view text, std::string_view caption, MsgBut
         return MsgResult::Yes;
     case QMessageBox::No:
         return MsgResult::No;
-    case QMessageBox::Cancel:
-        return MsgResult::Cancel;
     default:
-        return MsgResult::Ok;
+        return AnswerOfNobody(buttons);
     }
 }
 

@@ -18,7 +18,8 @@ MsgResult Win32MsgBox::Show(std::string_view text, std::string_view caption, Msg
     do { // some systems let a box be closed that has no button for that
         result = MessageBoxW(owner, ToWide(text).c_str(), ToWide(caption).c_str(), style | modality);
     } while (buttons == MsgButtons::YesNo && result == IDCANCEL);
-    return buttons == MsgButtons::Ok ? MsgResult::Ok : static_cast<MsgResult>(result);
+    const bool isPressed = buttons != MsgButtons::Ok && result != 0;
+    return isPressed ? static_cast<MsgResult>(result) : AnswerOfNobody(buttons);
 }
 
 } // namespace tessaly

@@ -266,7 +266,8 @@ bool Win32Window::FrameMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CLOSE:
         Close();
         return true;
-    case WM_DESTROY:
+    case WM_DESTROY: // where somebody else does it, nobody has asked the program yet
+        Leave();
         PostQuitMessage(0);
         return true;
     case WM_SYSCOLORCHANGE:
@@ -336,13 +337,18 @@ void Win32Window::Dropped(HDROP drop) {
     }
 }
 
-// The window is closed before the event, so that closing it again in there raises nothing.
 void Win32Window::Close() {
-    if (std::exchange(mIsClosed, true)) {
-        return;
+    if (!mIsClosed) {
+        Leave();
+        DestroyWindow(mHandle);
     }
-    Raise(onUnload);
-    DestroyWindow(mHandle);
+}
+
+// The window is closed before the event, so that closing it again in there raises nothing.
+void Win32Window::Leave() {
+    if (!std::exchange(mIsClosed, true)) {
+        Raise(onUnload);
+    }
 }
 
 } // namespace tessaly

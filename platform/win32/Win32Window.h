@@ -67,6 +67,7 @@ private:
     void ColoursChanged();
     void Dropped(HDROP drop);
     void Close();
+    void Leave();
     Win32Child* Child(HWND window) const;
 
     Win32EventLoop& mLoop;

@@ -16,6 +16,7 @@ public:
     void PressKey(int keyCode, int shift) override { mDesktop.window.PressKey(keyCode, shift); }
     void Resize(float width, float height) override { mDesktop.window.Resize(width, height); }
     void CloseByUser() override { mDesktop.window.CloseByUser(); }
+    void DestroyFromOutside() override { mDesktop.window.DestroyFromOutside(); }
     void DropFile(const std::string& path) override { mDesktop.window.DropFile(path); }
     bool IsShown() const override { return mDesktop.window.IsShown(); }
     bool HasEnded() const override { return mDesktop.window.IsClosed(); }

@@ -139,6 +139,28 @@ TEST_P(DesktopContract, TheUserClosesTheWindowLikeTheProgram) {
     EXPECT_TRUE(user->HasEnded());
 }
 
+TEST_P(DesktopContract, AWindowThatIsDestroyedFromOutsideIsUnloadedAndEndsTheProgram) {
+    MainWindow().Show();
+    Pane().SetText("a\nb");
+    Strings seen;
+    MainWindow().onUnload = [&] { seen.push_back(Pane().Text()); };
+    user->DestroyFromOutside();
+    EXPECT_EQ(seen, Strings{"a\nb"});
+    EXPECT_TRUE(user->HasEnded());
+}
+
+TEST_P(DesktopContract, AQuestionCanStillBeAskedWhenTheWindowIsDestroyedFromOutside) {
+    MainWindow().Show();
+    MsgResult answer = MsgResult::Ok;
+    MainWindow().onUnload = [&] {
+        answer = TheDesktop().MessageBoxes().Show("text", "caption", MsgButtons::YesNoCancel, MsgIcon::Question);
+    };
+    user->WillPress(MsgResult::Yes);
+    user->DestroyFromOutside();
+    EXPECT_EQ(answer, MsgResult::Yes);
+    EXPECT_TRUE(user->HasEnded());
+}
+
 TEST_P(DesktopContract, TheWindowGoesEvenIfTheUnloadHandlerFails) {
     MainWindow().Show();
     MainWindow().onUnload = [] { throw std::runtime_error("unload"); };

@@ -1,6 +1,7 @@
 // What a user does goes in as the window system would bring it, through the window and not to a control directly.
 #include "tests/qt/QtDriver.h"
 
+#include <QAbstractEventDispatcher>
 #include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
@@ -12,6 +13,7 @@
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QUrl>
+#include <array>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -94,6 +96,15 @@ void QtDriver::Resize(float width, float height) {
 
 void QtDriver::CloseByUser() {
     mDesktop->frame.close();
+    Settle();
+}
+
+// Qt's platform for tests has no X server, so its event is made here.
+void QtDriver::DestroyFromOutside() {
+    const auto window = static_cast<quint32>(mDesktop->frame.winId());
+    std::array<quint32, 8> event = {17, window, window}; // DestroyNotify
+    qintptr result = 0;
+    QCoreApplication::eventDispatcher()->filterNativeEvent("xcb_generic_event_t", event.data(), &result);
     Settle();
 }
 

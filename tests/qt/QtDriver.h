@@ -22,6 +22,7 @@ public:
     void PressKey(int keyCode, int shift) override;
     void Resize(float width, float height) override;
     void CloseByUser() override;
+    void DestroyFromOutside() override;
     void DropFile(const std::string& path) override;
     bool IsShown() const override { return mDesktop->frame.isVisible(); }
     bool HasEnded() const override { return mHasEnded; }

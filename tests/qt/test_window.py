@@ -5,7 +5,7 @@ import shutil
 import signal
 import subprocess
 
-from conftest import EXAMPLE, until
+from conftest import EXAMPLE, until, xdotool
 
 
 
@@ -87,9 +87,40 @@ def test_a_second_copy_ends_silently_and_a_killed_one_leaves_no_lock(start):
     assert again.process.poll() is None
 
 
-def test_a_second_copy_ends_before_it_asks_for_a_display(start):
+def test_a_second_copy_ends_before_it_asks_for_a_display(home, start):
     start().wait_for("Tessaly")
     assert start(DISPLAY=":no-display").wait_for_end() == 0
+
+
+def test_a_window_that_is_destroyed_from_outside_ends_the_program(start):
+    program = start()
+    xdotool("windowclose", program.wait_for("Tessaly"))
+    assert program.wait_for_end() == 0
+    start().wait_for("Tessaly")
+
+
+def test_edits_are_asked_for_when_the_window_is_destroyed_from_outside(home, start):
+    block = home / "edit.PSF"
+    shutil.copy(EXAMPLE / "Blink.PSF", block)
+    program = start(block)
+    window = program.wait_for("Tessaly")
+    program.key("F2", "Home", "F3", "ctrl+Home")
+    program.type("int kept;")
+    xdotool("windowclose", window)
+    program.wait_for("Save Dialog")
+    program.key("Return")
+    assert program.wait_for_end() == 0
+    assert "int kept;" in block.read_text("cp1252")
+
+
+def test_a_dialog_that_is_destroyed_from_outside_counts_as_closed(start):
+    program = start()
+    program.wait_for("Tessaly")
+    program.key("F5")
+    xdotool("windowclose", program.wait_for("Add Function"))
+    program.wait_for("Tessaly")
+    program.key("alt+F4")
+    assert program.wait_for_end() == 0
 
 
 def test_the_language_is_kept_for_the_next_start_and_so_is_the_file(home, start, picture):

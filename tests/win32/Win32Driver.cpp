@@ -135,6 +135,10 @@ void Win32Driver::CloseByUser() {
     Settle();
 }
 
+void Win32Driver::DestroyFromOutside() {
+    DestroyWindow(mFrame);
+}
+
 void Win32Driver::DropFile(const std::string& path) {
     const std::wstring wide = ToWide(path);
     const std::size_t size = sizeof(DROPFILES) + (wide.size() + 2) * sizeof(wchar_t);

@@ -24,6 +24,7 @@ public:
     void PressKey(int keyCode, int shift) override;
     void Resize(float width, float height) override;
     void CloseByUser() override;
+    void DestroyFromOutside() override;
     void DropFile(const std::string& path) override;
     bool IsShown() const override;
     bool HasEnded() const override;

@@ -1,0 +1,16 @@
+// Windows that somebody else destroys, as a program may on X. Qt forgets such a window and tells nobody; here it counts
+// as closed by its frame, so that no process is left without a window.
+#pragma once
+
+#include <QAbstractNativeEventFilter>
+
+namespace tessaly {
+
+class QtDestroyedWindows final : public QAbstractNativeEventFilter {
+public:
+    QtDestroyedWindows();
+
+    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+};
+
+} // namespace tessaly
