@@ -17,7 +17,8 @@ public:
 
     virtual void SetCaption(std::string_view caption) = 0;
 
-    // Shows the window and returns when it was hidden. Closing it by its frame hides it.
+    // Shows the window in the middle of its owner, as far as the screen allows, and returns when it was hidden. Closing
+    // it by its frame hides it.
     virtual void ShowModal() = 0;
 
     // Hides the window; its controls keep what they hold.
@@ -42,8 +43,8 @@ public:
 
 class SplashWindow : public ModalWindow {
 public:
-    std::function<void()> onKeyPress;   // any key
-    std::function<void()> onFrameClick; // a click on the frame around it all
+    std::function<void()> onKeyPress;   // any key but a modifier, and but one that is still held down from before
+    std::function<void()> onFrameClick; // a click with the left button on the frame around it all or on what is in it
 
     virtual Label& LblVersion() = 0;
     virtual Label& LblPlatform() = 0;

@@ -18,6 +18,12 @@ inline constexpr int KeyF4 = 115;
 inline constexpr int KeyF5 = 116;
 inline constexpr int KeyF10 = 121;
 
+// Whether a key only goes with others or locks: Shift, Ctrl, Alt, the locks, the Windows keys, and each of two alike.
+constexpr bool IsModifierKey(int keyCode) {
+    const auto isIn = [keyCode](int first, int last) { return keyCode >= first && keyCode <= last; };
+    return isIn(16, 18) || keyCode == 20 || isIn(91, 92) || isIn(144, 145) || isIn(160, 165);
+}
+
 // The outer size that a window has at first, in twips, where the screen leaves it `room`: most of that, but not more
 // than can be used well.
 inline Extent FirstExtent(const Extent& room) {

@@ -1,6 +1,8 @@
 // What a user does in the small windows.
 #include "platform/memory/MemoryModalWindows.h"
 
+#include "platform/Window.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -47,9 +49,11 @@ void MemoryNameWindow::CloseByFrame() {
     HideByUser();
 }
 
-void MemorySplashWindow::PressKey() {
+void MemorySplashWindow::PressKey(int keyCode) {
     CheckShown();
-    Raise(onKeyPress);
+    if (!IsModifierKey(keyCode)) {
+        Raise(onKeyPress);
+    }
 }
 
 void MemorySplashWindow::ClickFrame() {

@@ -149,8 +149,8 @@ public:
     Label& LblProductName() override { return Counted(productName); }
 
     // All of these throw ImpossibleAction while the window is not shown.
-    void PressKey();
-    void ClickFrame();
+    void PressKey(int keyCode = 'A');
+    void ClickFrame(); // or what is in it
     void CloseByFrame();
 
     MemoryLabel version{Faults(), OwnFocus()};

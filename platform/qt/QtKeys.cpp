@@ -2,7 +2,7 @@
 #include "platform/qt/QtKeys.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 
 namespace tessaly {
 
@@ -17,7 +17,7 @@ struct KeyPair {
     int virtualKey;
 };
 
-constexpr std::array<KeyPair, 38> Keys = {{
+constexpr KeyPair Keys[] = {
     {Qt::Key_Backspace, 8},   {Qt::Key_Tab, 9},
     {Qt::Key_Backtab, 9},     {Qt::Key_Return, 13},
     {Qt::Key_Enter, 13},      {Qt::Key_Shift, 16},
@@ -37,7 +37,8 @@ constexpr std::array<KeyPair, 38> Keys = {{
     {Qt::Key_Period, 190},    {Qt::Key_Slash, 191},
     {Qt::Key_QuoteLeft, 192}, {Qt::Key_BracketLeft, 219},
     {Qt::Key_Backslash, 220}, {Qt::Key_BracketRight, 221},
-}};
+    {Qt::Key_AltGr, 18},      {Qt::Key_Meta, 91},
+};
 
 } // namespace
 
@@ -52,8 +53,9 @@ int VirtualKey(const QKeyEvent& event) {
     if (key >= Qt::Key_F1 && key <= Qt::Key_F24) {
         return VirtualF1 + (key - Qt::Key_F1);
     }
-    const auto found = std::find_if(Keys.begin(), Keys.end(), [key](const KeyPair& pair) { return pair.key == key; });
-    return found != Keys.end() ? found->virtualKey : NoVirtualKey;
+    const auto found =
+        std::find_if(std::begin(Keys), std::end(Keys), [key](const KeyPair& pair) { return pair.key == key; });
+    return found != std::end(Keys) ? found->virtualKey : NoVirtualKey;
 }
 
 int ShiftState(Qt::KeyboardModifiers modifiers) {

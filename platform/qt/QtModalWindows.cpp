@@ -1,10 +1,16 @@
 // Neither window hides itself: that is the program's answer to what it is told, but for the frame.
 #include "platform/qt/QtModalWindows.h"
 
+#include "platform/Window.h"
+#include "platform/qt/QtKeys.h"
+
 #include <QCloseEvent>
 #include <QIcon>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QScreen>
+#include <algorithm>
+#include <utility>
 
 namespace tessaly {
 
@@ -18,11 +24,6 @@ void Raise(const std::function<void()>& event) {
     if (event) {
         event();
     }
-}
-
-bool IsModifier(int key) {
-    return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_AltGr ||
-           key == Qt::Key_Meta || key == Qt::Key_CapsLock || key == Qt::Key_NumLock;
 }
 
 QIcon Logo() {
@@ -44,6 +45,21 @@ void Enlarge(QWidget& widget, double factor) {
 QtDialog::QtDialog(QWidget& owner)
     : QDialog(&owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint) {}
 
+// Qt's own middle would be that of the owner and its frame without the frame of the dialog.
+void QtDialog::Run() {
+    adjustSize();
+    const QWidget& owner = *parentWidget();
+    const QRect screen = owner.screen()->availableGeometry();
+    QRect place(QPoint(), size());
+    place.moveCenter(QRect(owner.mapToGlobal(QPoint()), owner.size()).center());
+    place.moveRight(std::min(place.right(), screen.right()));
+    place.moveBottom(std::min(place.bottom(), screen.bottom()));
+    place.moveLeft(std::max(place.left(), screen.left()));
+    place.moveTop(std::max(place.top(), screen.top()));
+    setGeometry(place);
+    exec();
+}
+
 void QtDialog::reject() {
     Raise(onEscape);
 }
@@ -57,7 +73,7 @@ void QtDialog::closeEvent(QCloseEvent* event) {
 void QtDialog::keyPressEvent(QKeyEvent* event) {
     if (!onPress) {
         QDialog::keyPressEvent(event);
-    } else if (!IsModifier(event->key())) { // a Shift alone is no key press, as a typed character is one
+    } else if (!event->isAutoRepeat() && !IsModifierKey(VirtualKey(*event))) {
         onPress();
     }
 }
@@ -88,7 +104,7 @@ void QtNameWindow::SetCancelCaption(std::string_view caption) {
 
 void QtNameWindow::ShowModal() {
     mName.setFocus(Qt::OtherFocusReason);
-    mDialog.exec();
+    mDialog.Run();
 }
 
 QtSplashWindow::QtSplashWindow(QWidget& owner) : mDialog(owner) {
@@ -107,11 +123,17 @@ QtSplashWindow::QtSplashWindow(QWidget& owner) : mDialog(owner) {
 }
 
 void QtSplashWindow::ShowModal() {
-    mDialog.exec();
+    mDialog.Run();
 }
 
-void QtSplashWindow::Frame::mousePressEvent(QMouseEvent*) {
-    Raise(onClick);
+void QtSplashWindow::Frame::mousePressEvent(QMouseEvent* event) {
+    mIsPressed = event->button() == Qt::LeftButton;
+}
+
+void QtSplashWindow::Frame::mouseReleaseEvent(QMouseEvent* event) {
+    if (std::exchange(mIsPressed, false) && event->button() == Qt::LeftButton && rect().contains(event->pos())) {
+        Raise(onClick);
+    }
 }
 
 } // namespace tessaly

@@ -23,7 +23,10 @@ public:
 
     std::function<void()> onEscape;
     std::function<void()> onClose; // by the frame; the dialog is hidden whatever this does
-    std::function<void()> onPress; // any key; a dialog with this has no other use for keys
+    std::function<void()> onPress; // any key but a modifier; a dialog with this has no other use for keys
+
+    // Shows it in the middle of its owner, and returns when it is hidden.
+    void Run();
 
     void reject() override;
 
@@ -74,6 +77,10 @@ private:
 
     protected:
         void mousePressEvent(QMouseEvent* event) override;
+        void mouseReleaseEvent(QMouseEvent* event) override;
+
+    private:
+        bool mIsPressed = false;
     };
 
     QtDialog mDialog;

@@ -1,10 +1,12 @@
 #include "platform/win32/Win32SplashWindow.h"
 
+#include "platform/Window.h"
 #include "platform/win32/ControlIds.h"
 #include "platform/win32/Win32Picture.h"
 #include "platform/win32/Win32Raise.h"
 
 #include <string>
+#include <utility>
 
 namespace tessaly {
 
@@ -67,8 +69,8 @@ void Win32SplashWindow::Rescaled() {
 
 // A key that is still down from the menu is none.
 bool Win32SplashWindow::TakeMessage(MSG& message) {
-    const bool isKey = message.message == WM_KEYDOWN || (message.message == WM_SYSKEYDOWN && message.wParam == VK_F10);
-    if (!isKey) {
+    const bool isKey = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
+    if (!isKey || IsModifierKey(static_cast<int>(message.wParam))) {
         return false;
     }
     if ((message.lParam & IsRepeated) == 0) {
@@ -83,12 +85,14 @@ bool Win32SplashWindow::OwnMessage(UINT message, LPARAM lParam) {
         Paint();
         return true;
     }
-    if (message != WM_LBUTTONUP) {
+    if (message != WM_LBUTTONDOWN && message != WM_LBUTTONUP) {
         return false;
     }
     const RECT frame = Pixels(FramePlace, Dpi());
     const POINT point = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
-    if (PtInRect(&frame, point) != 0) {
+    const bool isIn = PtInRect(&frame, point) != 0;
+    const bool wasPressed = std::exchange(mIsPressed, isIn && message == WM_LBUTTONDOWN);
+    if (wasPressed && isIn && message == WM_LBUTTONUP) {
         Raise(onFrameClick);
     }
     return true;

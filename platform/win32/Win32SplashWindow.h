@@ -28,6 +28,7 @@ private:
     void Rescaled() override;
     void Paint();
 
+    bool mIsPressed = false; // the left button, in the frame
     Win32Font mLargeFont;
     Win32Bitmap mLogo;
     Win32Part mFrame;

@@ -62,14 +62,24 @@ public:
     virtual std::string CancelCaption() const = 0;
 };
 
+// In pixels.
+struct Distance {
+    int right = 0;
+    int down = 0;
+};
+
 // What a user can do in the splash window while it is shown.
 class SplashWindowUser {
 public:
     virtual ~SplashWindowUser() = default;
-    virtual void PressKey() = 0;
+    virtual void PressKey(int keyCode) = 0;
+    virtual void RepeatKey(int keyCode) = 0; // a key that was pressed before the window came
     virtual void ClickFrame() = 0;
+    virtual void ClickLabel() = 0; // one of those in the frame
+    virtual void ClickFrameWithTheRightButton() = 0;
     virtual void CloseByFrame() = 0;
     virtual bool IsShown() const = 0;
+    virtual Distance FromTheMiddleOfItsOwner() const = 0; // on the screen, of its own middle
 };
 
 class DesktopDriver {

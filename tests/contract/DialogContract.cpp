@@ -280,12 +280,83 @@ TEST_P(DesktopContract, TheSplashWindowTellsOfKeysAndClicks) {
         window->Hide();
     };
     user->WillUseSplash([](SplashWindowUser& splashUser) {
-        splashUser.PressKey();
+        splashUser.PressKey('A');
         splashUser.ClickFrame();
     });
     MainWindow().Show();
     window->ShowModal();
     EXPECT_EQ(events, (Strings{"key", "click"}));
+}
+
+TEST_P(DesktopContract, TheSplashWindowTellsOfEveryKeyThatTypesOrActs) {
+    constexpr int keys[] = {'A', '1', 8, 9, 13, 27, 32, 33, 36, 38, 40, 45, 46, KeyF1, KeyF2, KeyF10};
+    const std::unique_ptr<SplashWindow> window = TheDesktop().NewSplashWindow();
+    window->onKeyPress = [&] { window->Hide(); };
+    MainWindow().Show();
+    for (const int key : keys) {
+        user->WillUseSplash([&](SplashWindowUser& splashUser) {
+            splashUser.PressKey(key);
+            if (splashUser.IsShown()) {
+                ADD_FAILURE() << "not told of key " << key;
+                splashUser.CloseByFrame();
+            }
+        });
+        window->ShowModal();
+    }
+}
+
+TEST_P(DesktopContract, AModifierAloneIsNoKeyInTheSplashWindowAndNeitherIsOneHeldDownFromBefore) {
+    const std::unique_ptr<SplashWindow> window = TheDesktop().NewSplashWindow();
+    window->onKeyPress = [&] {
+        events.emplace_back("key");
+        window->Hide();
+    };
+    user->WillUseSplash([](SplashWindowUser& splashUser) {
+        for (const int key : {16, 17, 18, 20, 91, 144, 145}) {
+            splashUser.PressKey(key);
+            EXPECT_TRUE(splashUser.IsShown()) << key;
+        }
+        splashUser.RepeatKey(13);
+        EXPECT_TRUE(splashUser.IsShown());
+        splashUser.PressKey(13);
+    });
+    MainWindow().Show();
+    window->ShowModal();
+    EXPECT_EQ(events, Strings{"key"});
+}
+
+TEST_P(DesktopContract, AClickOnALabelOfTheSplashWindowIsOneOnItsFrameButTheRightButtonIsNone) {
+    const std::unique_ptr<SplashWindow> window = TheDesktop().NewSplashWindow();
+    window->LblVersion().SetCaption("Version 1.0.0");
+    window->onFrameClick = [&] {
+        events.emplace_back("click");
+        window->Hide();
+    };
+    user->WillUseSplash([](SplashWindowUser& splashUser) {
+        splashUser.ClickFrameWithTheRightButton();
+        EXPECT_TRUE(splashUser.IsShown());
+        splashUser.ClickLabel();
+    });
+    MainWindow().Show();
+    window->ShowModal();
+    EXPECT_EQ(events, Strings{"click"});
+}
+
+TEST_P(DesktopContract, TheSplashWindowStandsInTheMiddleOfItsOwnerEachTime) {
+    const std::unique_ptr<SplashWindow> window = TheDesktop().NewSplashWindow();
+    window->LblCopyright().SetCaption("a rather long line about whose work this is, and since when");
+    MainWindow().Show();
+    for (const float width : {9000.F, 7500.F}) {
+        user->Resize(width, 6000);
+        Distance distance;
+        user->WillUseSplash([&](SplashWindowUser& splashUser) {
+            distance = splashUser.FromTheMiddleOfItsOwner();
+            splashUser.CloseByFrame();
+        });
+        window->ShowModal();
+        EXPECT_NEAR(distance.right, 0, 1);
+        EXPECT_NEAR(distance.down, 0, 1);
+    }
 }
 
 TEST_P(DesktopContract, TheFrameOfTheSplashWindowHidesItWithoutAnEvent) {
@@ -309,7 +380,7 @@ TEST_P(DesktopContract, TheSplashWindowKeepsItsLabelsFromOneShowingToTheNext) {
     }
     MainWindow().Show();
     for (int showing = 0; showing < 2; ++showing) {
-        user->WillUseSplash([](SplashWindowUser& splashUser) { splashUser.PressKey(); });
+        user->WillUseSplash([](SplashWindowUser& splashUser) { splashUser.PressKey('A'); });
         window->ShowModal();
     }
     for (std::size_t number = 0; number < labels.size(); ++number) {

@@ -29,10 +29,14 @@ class MemorySplashWindowUser final : public SplashWindowUser {
 public:
     explicit MemorySplashWindowUser(MemorySplashWindow& window) : mWindow(window) {}
 
-    void PressKey() override { mWindow.PressKey(); }
+    void PressKey(int keyCode) override { mWindow.PressKey(keyCode); }
+    void RepeatKey(int /*keyCode*/) override {} // nothing comes before
     void ClickFrame() override { mWindow.ClickFrame(); }
+    void ClickLabel() override { mWindow.ClickFrame(); }
+    void ClickFrameWithTheRightButton() override {}
     void CloseByFrame() override { mWindow.CloseByFrame(); }
     bool IsShown() const override { return mWindow.IsShown(); }
+    Distance FromTheMiddleOfItsOwner() const override { return {}; } // there is no screen
 
 private:
     MemorySplashWindow& mWindow;

@@ -115,7 +115,7 @@ TEST_F(QtDesktopTest, ATitleOfADialogIsNeverTheNameOfTheProgram) {
     QString title;
     user.WillUseSplash([&title](SplashWindowUser& window) {
         title = QApplication::activeModalWidget()->windowTitle();
-        window.PressKey();
+        window.PressKey('A');
     });
     user.Qt().window.Show();
     splash->ShowModal();

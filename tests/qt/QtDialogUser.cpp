@@ -1,6 +1,7 @@
 // A dialog is answered from within its own event loop, as soon as it is shown.
 #include "tests/qt/QtDialogUser.h"
 
+#include "platform/qt/QtKeys.h"
 #include "platform/qt/QtModalWindows.h"
 
 #include <QAbstractButton>
@@ -26,6 +27,22 @@ void Click(QWidget& widget) {
     const QWidget& window = *widget.window();
     QTest::mouseClick(window.windowHandle(), Qt::LeftButton, Qt::NoModifier,
                       widget.mapTo(&window, widget.rect().center()));
+}
+
+// The key with this number on Windows.
+int KeyOf(int keyCode) {
+    const auto isIt = [keyCode](int key) {
+        return VirtualKey(QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier)) == keyCode;
+    };
+    int key = Qt::Key_Space;
+    while (!isIt(key)) {
+        key = key == Qt::Key_AsciiTilde ? static_cast<int>(Qt::Key_Escape) : key + 1;
+        if (key > Qt::Key_F35) {
+            ADD_FAILURE() << "no key has the number " << keyCode;
+            break;
+        }
+    }
+    return key;
 }
 
 QMessageBox::StandardButton ButtonOf(MsgResult result) {
@@ -89,12 +106,28 @@ class SplashUser final : public SplashWindowUser {
 public:
     explicit SplashUser(QtDialog& dialog) : mDialog(dialog) {}
 
-    void PressKey() override { Key(mDialog, Qt::Key_A, QStringLiteral("a")); }
-    void ClickFrame() override { Click(*mDialog.findChild<QFrame*>()); }
+    void PressKey(int keyCode) override { Key(mDialog, static_cast<Qt::Key>(KeyOf(keyCode))); }
+    void RepeatKey(int keyCode) override {
+        QKeyEvent event(QEvent::KeyPress, KeyOf(keyCode), Qt::NoModifier, QString(), true);
+        QCoreApplication::sendEvent(mDialog.windowHandle(), &event);
+    }
+    void ClickFrame() override { ClickAt(Qt::LeftButton, {5, 5}); }
+    void ClickLabel() override { Click(*mDialog.findChild<QLabel*>()); }
+    void ClickFrameWithTheRightButton() override { ClickAt(Qt::RightButton, {5, 5}); }
     void CloseByFrame() override { mDialog.close(); }
     bool IsShown() const override { return mDialog.isVisible(); }
+    Distance FromTheMiddleOfItsOwner() const override {
+        const QPoint distance =
+            mDialog.frameGeometry().center() - mDialog.parentWidget()->window()->frameGeometry().center();
+        return {distance.x(), distance.y()};
+    }
 
 private:
+    void ClickAt(Qt::MouseButton button, const QPoint& place) {
+        const QFrame& frame = *mDialog.findChild<QFrame*>();
+        QTest::mouseClick(mDialog.windowHandle(), button, Qt::NoModifier, frame.mapTo(&mDialog, place));
+    }
+
     QtDialog& mDialog;
 };
 

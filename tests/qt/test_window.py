@@ -123,6 +123,39 @@ def test_a_dialog_that_is_destroyed_from_outside_counts_as_closed(start):
     assert program.wait_for_end() == 0
 
 
+def middle(window):
+    """Of what the window itself draws."""
+    told = dict(line.split("=") for line in xdotool("getwindowgeometry", "--shell", window) if "=" in line)
+    return int(told["X"]) + int(told["WIDTH"]) // 2, int(told["Y"]) + int(told["HEIGHT"]) // 2
+
+
+def open_about(program, main):
+    """Returns its window, which has the keyboard."""
+    program.wait_for("Tessaly")
+    program.key("alt+h", "Up", "Return")
+    return until(lambda: next((w for w in program.windows() if w != main and xdotool("getwindowfocus") == [w]), None),
+                 "the About box with the keyboard")
+
+
+def test_about_stands_in_the_middle_and_goes_at_a_key_and_a_left_click(start):
+    program = start()
+    main = program.wait_for("Tessaly")
+    xdotool("windowsize", "--sync", main, 700, 500, "windowmove", "--sync", main, 540, 270)
+    about = open_about(program, main)
+    owner = middle(main)
+    until(lambda: all(abs(a - b) <= 2 for a, b in zip(middle(about), owner)), f"{middle(about)} to be {owner}")
+    program.key("shift", "ctrl", "ISO_Level3_Shift", "Caps_Lock", "Caps_Lock")
+    xdotool("mousemove", *owner, "click", 3)
+    assert program.windows() and about in program.windows()
+    program.key("alt")
+    program.key("Tab")
+    until(lambda: about not in program.windows(), "the end of the About box at a key")
+    about = open_about(program, main)
+    xdotool("mousemove", *owner, "click", 1)
+    until(lambda: about not in program.windows(), "the end of the About box at a click")
+    program.wait_for("Tessaly")
+
+
 def test_the_language_is_kept_for_the_next_start_and_so_is_the_file(home, start, picture):
     own = home / ".config/tessaly/settings.reg"
     own.parent.mkdir(parents=True)

@@ -331,7 +331,7 @@ TEST_P(ProgramScenario, TheAboutBoxGoesAtAKeyAndAtAClick) {
     for (int showing = 0; showing < 2; ++showing) {
         user->WillUseSplash([showing](SplashWindowUser& splash) {
             EXPECT_TRUE(splash.IsShown());
-            showing == 0 ? splash.PressKey() : splash.ClickFrame();
+            showing == 0 ? splash.PressKey('A') : splash.ClickFrame();
             EXPECT_FALSE(splash.IsShown());
         });
         Choose("mnuAbout");

@@ -202,15 +202,38 @@ class Win32SplashWindowUser final : public SplashWindowUser, private WindowUser 
 public:
     using WindowUser::WindowUser;
 
-    void PressKey() override { Key('A'); }
-    void ClickFrame() override {
-        RECT frame = {};
-        GetWindowRect(Control(ControlId::Frame1), &frame);
-        MapWindowPoints(nullptr, Window(), reinterpret_cast<POINT*>(&frame), 2);
-        Click(Window(), {frame.left + 20, frame.top + 20});
+    void PressKey(int keyCode) override { Key(static_cast<WPARAM>(keyCode)); }
+    void RepeatKey(int keyCode) override {
+        Post(Window(), WM_KEYDOWN, static_cast<WPARAM>(keyCode), 0x40000001);
+        Settle();
+    }
+    void ClickFrame() override { Click(Window(), In(ControlId::Frame1)); }
+    void ClickLabel() override { Click(Window(), In(ControlId::LblVersion)); }
+    void ClickFrameWithTheRightButton() override {
+        const POINT point = In(ControlId::Frame1);
+        Post(Window(), WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(point.x, point.y));
+        Post(Window(), WM_RBUTTONUP, 0, MAKELPARAM(point.x, point.y));
+        Settle();
     }
     void CloseByFrame() override { Close(); }
     bool IsShown() const override { return IsVisible(Window()); }
+    Distance FromTheMiddleOfItsOwner() const override {
+        RECT own = {};
+        GetWindowRect(Window(), &own);
+        RECT owner = {};
+        GetWindowRect(GetWindow(Window(), GW_OWNER), &owner);
+        return {(own.left + own.right - owner.left - owner.right) / 2,
+                (own.top + own.bottom - owner.top - owner.bottom) / 2};
+    }
+
+private:
+    // A place in one of the window's parts; they leave clicks to the window behind them.
+    POINT In(int part) const {
+        RECT rect = {};
+        GetWindowRect(Control(part), &rect);
+        MapWindowPoints(nullptr, Window(), reinterpret_cast<POINT*>(&rect), 2);
+        return {rect.left + 5, rect.top + 5};
+    }
 };
 
 } // namespace
