@@ -10,7 +10,7 @@ enum class MsgButtons : std::int32_t { Ok = 0, YesNoCancel = 3, YesNo = 4 };
 enum class MsgIcon : std::int32_t { None = 0, Stop = 16, Question = 32, Exclamation = 48, Information = 64 };
 enum class MsgResult : std::int32_t { Ok = 1, Cancel = 2, Yes = 6, No = 7 };
 
-// The answer of a box that goes without its user.
+// The answer of a box that goes without its user, or is not shown because there is nobody to ask.
 constexpr MsgResult AnswerOfNobody(MsgButtons buttons) {
     return buttons == MsgButtons::Ok ? MsgResult::Ok : buttons == MsgButtons::YesNo ? MsgResult::No : MsgResult::Cancel;
 }

@@ -60,7 +60,9 @@ public:
     std::function<void(const std::string& path)> onFileDropped;
 
     // Raised once, when the window is about to go, whatever closes it, and also when somebody else destroys it. It goes
-    // whatever this does.
+    // whatever this does. At the end of the session it is raised before the program agrees to that, and the window is
+    // gone even if the session goes on after all. A session that ends without leave has no time for a user: no message
+    // box is shown any more, and each has the AnswerOfNobody.
     std::function<void()> onUnload;
 
     virtual ~Window() = default;

@@ -25,6 +25,9 @@ std::optional<MsgResult> ClosingResult(MsgButtons buttons) {
 
 MsgResult MemoryMsgBox::Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) {
     mFaults.Count();
+    if (isSilent) {
+        return AnswerOfNobody(buttons);
+    }
     records.push_back({std::string(text), std::string(caption), buttons, icon});
     const std::vector<MsgResult>& possible = ButtonsOf(buttons);
     while (!mAnswers.empty()) {

@@ -41,6 +41,8 @@ public:
     // How many prepared answers were not used.
     std::size_t AnswersLeft() const { return mAnswers.size(); }
 
+    bool isSilent = false; // there is nobody to ask: no box is shown
+
     std::vector<Record> records;
 
 private:

@@ -36,6 +36,13 @@ std::unique_ptr<SplashWindow> QtDesktop::NewSplashWindow() {
     return std::make_unique<QtSplashWindow>(frame);
 }
 
+void QtDesktop::EndSession(bool mayAsk) {
+    if (!mayAsk) {
+        mMsgBox.AskNoMore();
+    }
+    window.Unload();
+}
+
 void QtDesktop::LayOut() {
     const QSize client = frame.Client().size();
     if (!toolBar.IsPlaced()) {

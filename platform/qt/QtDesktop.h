@@ -49,6 +49,9 @@ public:
     SequentialFiles& Files() override { return mFiles; }
     const CodePage& AnsiCodePage() override { return *mCodePage; }
 
+    // Closes the window because the session ends. Unless it `mayAsk`, no message box is shown any more.
+    void EndSession(bool mayAsk);
+
     QtApplication app;
 
     // The main window. The Tab key goes round in the order in which the controls are made.

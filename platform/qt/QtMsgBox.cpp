@@ -83,6 +83,9 @@ void Widen(QMessageBox& box) {
 } // namespace
 
 MsgResult QtMsgBox::Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) {
+    if (mIsSilent) {
+        return AnswerOfNobody(buttons);
+    }
     QWidget* const onTop = QApplication::activeModalWidget();
     Box box(onTop != nullptr ? onTop : &mWindow, buttons != MsgButtons::YesNo);
     box.setWindowTitle(ToQt(caption));

@@ -14,8 +14,12 @@ public:
 
     MsgResult Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) override;
 
+    // There is nobody to ask: no box is shown any more.
+    void AskNoMore() { mIsSilent = true; }
+
 private:
     QWidget& mWindow;
+    bool mIsSilent = false;
 };
 
 } // namespace tessaly

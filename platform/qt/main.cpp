@@ -3,12 +3,12 @@
 #include "app/Module1.h"
 #include "platform/posix/InstanceLock.h"
 #include "platform/qt/QtDesktop.h"
+#include "platform/qt/QtSession.h"
 #include "platform/qt/QtTexts.h"
 #include "ui/VornMainFrm.h"
 
 #include <QApplication>
 #include <QIcon>
-#include <QSessionManager>
 #include <array>
 #include <optional>
 #include <string>
@@ -33,19 +33,6 @@ QIcon OwnIcon() {
     return icon;
 }
 
-void CloseAtEndOfSession(QApplication& application, tessaly::Window& window) {
-    QObject::connect(
-        &application, &QGuiApplication::commitDataRequest, &application,
-        [&window](QSessionManager& session) {
-            session.setRestartHint(QSessionManager::RestartNever);
-            if (session.allowsInteraction()) {
-                window.Unload();
-                session.release();
-            }
-        },
-        Qt::DirectConnection);
-}
-
 } // namespace
 
 int main(int argumentCount, char** arguments) {
@@ -55,6 +42,7 @@ int main(int argumentCount, char** arguments) {
     std::array<char*, 2> own = {arguments[0], nullptr};
     std::optional<QApplication> application;
     std::optional<tessaly::QtDesktop> desktop;
+    std::optional<tessaly::QtSession> session;
     std::optional<tessaly::VornMainFrm> window;
     const auto isGerman = [&window] { return window && window->mLanguage == tessaly::GermanLanguage; };
     tessaly::QtTexts ownTexts(isGerman);
@@ -67,7 +55,7 @@ int main(int argumentCount, char** arguments) {
         desktop->frame.setWindowIcon(OwnIcon());
         desktop->app.helpLanguage = [isGerman] { return isGerman() ? "de" : "en"; };
         desktop->window.onEnded = [] { QCoreApplication::exit(0); };
-        CloseAtEndOfSession(*application, desktop->window);
+        session.emplace(*desktop);
         window.emplace(*desktop).Show();
     });
     return window && !desktop->window.HasEnded() ? QApplication::exec() : 0;

@@ -30,6 +30,7 @@ Win32Desktop::Win32Desktop(Win32Application::Settings settings)
     mApplication.SetWindow(mWindow.Handle());
     mTreeLabel.SetNamed(mCodeTree.Handle());
     mWindow.onHelp = [this] { mApplication.OpenHelp(); };
+    mWindow.onLastWord = [this] { mMsgBox.AskNoMore(); };
     mWindow.onMenu = [this](int id) { mMenus.Choose(id); };
     mWindow.onShow = [this] { mMenus.Attach(); };
     mWindow.onLayOut = [this] {

@@ -11,6 +11,9 @@ HWND OwnerOfDialogs(HWND mainWindow) {
 }
 
 MsgResult Win32MsgBox::Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) {
+    if (mIsSilent) {
+        return AnswerOfNobody(buttons);
+    }
     const UINT style = static_cast<UINT>(buttons) | static_cast<UINT>(icon) | MB_DEFBUTTON1;
     HWND owner = OwnerOfDialogs(mMainWindow);
     const UINT modality = owner != nullptr ? MB_APPLMODAL : MB_TASKMODAL;

@@ -233,6 +233,10 @@ LRESULT Win32Window::Message(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
     }
     if (message == WM_QUERYENDSESSION) {
+        if (mIsClosed) { // a question is open, and to be answered first
+            return FALSE;
+        }
+        Close();
         return TRUE;
     }
     return FrameMessage(message, wParam, lParam) ? 0 : DefWindowProcW(mHandle, message, wParam, lParam);
@@ -260,6 +264,7 @@ bool Win32Window::FrameMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return true;
     case WM_ENDSESSION: // the process may be gone when this returns
         if (wParam != 0) {
+            Raise(onLastWord);
             Close();
         }
         return true;

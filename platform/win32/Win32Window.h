@@ -51,6 +51,7 @@ public:
     // What else happens in the window
     std::function<void()> onHelp;       // F1
     std::function<void(int id)> onMenu; // a menu item was chosen
+    std::function<void()> onLastWord;   // the session ends, and nobody can be asked any more
     std::function<void()> onShow;       // it is about to be seen
     std::function<void()> onLayOut;     // the client area has another size or resolution
 

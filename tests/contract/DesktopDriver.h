@@ -96,7 +96,8 @@ public:
     virtual void PressKey(int keyCode, int shift) = 0;
     virtual void Resize(float width, float height) = 0;
     virtual void CloseByUser() = 0;
-    virtual void DestroyFromOutside() = 0; // somebody else takes the window away
+    virtual void DestroyFromOutside() = 0;    // somebody else takes the window away
+    virtual void EndSession(bool mayAsk) = 0; // asked whether it may end, or told that it does
     virtual void DropFile(const std::string& path) = 0;
     virtual bool IsShown() const = 0;
     virtual bool HasEnded() const = 0; // the window is gone, and the program ends

@@ -290,11 +290,11 @@ TEST_P(DesktopContract, TheSplashWindowTellsOfKeysAndClicks) {
 
 TEST_P(DesktopContract, TheSplashWindowTellsOfEveryKeyThatTypesOrActs) {
     constexpr int keys[] = {'A', '1', 8, 9, 13, 27, 32, 33, 36, 38, 40, 45, 46, KeyF1, KeyF2, KeyF10};
-    const std::unique_ptr<SplashWindow> window = TheDesktop().NewSplashWindow();
-    window->onKeyPress = [&] { window->Hide(); };
     MainWindow().Show();
     for (const int key : keys) {
-        user->WillUseSplash([&](SplashWindowUser& splashUser) {
+        const std::unique_ptr<SplashWindow> window = TheDesktop().NewSplashWindow();
+        window->onKeyPress = [&] { window->Hide(); };
+        user->WillUseSplash([key](SplashWindowUser& splashUser) {
             splashUser.PressKey(key);
             if (splashUser.IsShown()) {
                 ADD_FAILURE() << "not told of key " << key;

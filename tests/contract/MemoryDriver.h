@@ -17,6 +17,10 @@ public:
     void Resize(float width, float height) override { mDesktop.window.Resize(width, height); }
     void CloseByUser() override { mDesktop.window.CloseByUser(); }
     void DestroyFromOutside() override { mDesktop.window.DestroyFromOutside(); }
+    void EndSession(bool mayAsk) override {
+        mDesktop.msgBox.isSilent = !mayAsk;
+        mDesktop.window.DestroyFromOutside();
+    }
     void DropFile(const std::string& path) override { mDesktop.window.DropFile(path); }
     bool IsShown() const override { return mDesktop.window.IsShown(); }
     bool HasEnded() const override { return mDesktop.window.IsClosed(); }

@@ -161,6 +161,33 @@ TEST_P(DesktopContract, AQuestionCanStillBeAskedWhenTheWindowIsDestroyedFromOuts
     EXPECT_TRUE(user->HasEnded());
 }
 
+TEST_P(DesktopContract, TheEndOfTheSessionAsksAndEndsTheProgram) {
+    MainWindow().Show();
+    std::vector<MsgResult> answers;
+    MainWindow().onUnload = [&] {
+        answers.push_back(
+            TheDesktop().MessageBoxes().Show("text", "caption", MsgButtons::YesNoCancel, MsgIcon::Question));
+    };
+    user->WillPress(MsgResult::Yes);
+    user->EndSession(true);
+    EXPECT_EQ(answers, std::vector<MsgResult>{MsgResult::Yes});
+    EXPECT_TRUE(user->HasEnded());
+}
+
+TEST_P(DesktopContract, NobodyIsAskedAfterTheEndOfTheSession) {
+    MainWindow().Show();
+    std::vector<MsgResult> answers;
+    MainWindow().onUnload = [&] {
+        for (const MsgButtons buttons : {MsgButtons::YesNoCancel, MsgButtons::YesNo, MsgButtons::Ok}) {
+            answers.push_back(TheDesktop().MessageBoxes().Show("text", "caption", buttons, MsgIcon::Question));
+        }
+    };
+    user->EndSession(false);
+    EXPECT_EQ(answers, (std::vector<MsgResult>{MsgResult::Cancel, MsgResult::No, MsgResult::Ok}));
+    EXPECT_EQ(user->MessageBoxes().size(), 0U);
+    EXPECT_TRUE(user->HasEnded());
+}
+
 TEST_P(DesktopContract, TheWindowGoesEvenIfTheUnloadHandlerFails) {
     MainWindow().Show();
     MainWindow().onUnload = [] { throw std::runtime_error("unload"); };

@@ -23,6 +23,7 @@ public:
     void Resize(float width, float height) override;
     void CloseByUser() override;
     void DestroyFromOutside() override;
+    void EndSession(bool mayAsk) override { mDesktop->EndSession(mayAsk); }
     void DropFile(const std::string& path) override;
     bool IsShown() const override { return mDesktop->frame.isVisible(); }
     bool HasEnded() const override { return mHasEnded; }

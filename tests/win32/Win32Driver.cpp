@@ -139,6 +139,14 @@ void Win32Driver::DestroyFromOutside() {
     DestroyWindow(mFrame);
 }
 
+// As Windows does: it does not ask where it ends the session by force.
+void Win32Driver::EndSession(bool mayAsk) {
+    if (!mayAsk || SendMessageW(mFrame, WM_QUERYENDSESSION, 0, 0) != 0) {
+        SendMessageW(mFrame, WM_ENDSESSION, TRUE, 0);
+    }
+    Settle();
+}
+
 void Win32Driver::DropFile(const std::string& path) {
     const std::wstring wide = ToWide(path);
     const std::size_t size = sizeof(DROPFILES) + (wide.size() + 2) * sizeof(wchar_t);

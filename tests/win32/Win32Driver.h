@@ -25,6 +25,7 @@ public:
     void Resize(float width, float height) override;
     void CloseByUser() override;
     void DestroyFromOutside() override;
+    void EndSession(bool mayAsk) override;
     void DropFile(const std::string& path) override;
     bool IsShown() const override;
     bool HasEnded() const override;

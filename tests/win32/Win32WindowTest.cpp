@@ -51,20 +51,25 @@ TEST_F(Win32WindowTest, MinimisingAndRestoringIsNoChangeOfTheSize) {
     EXPECT_EQ(MainWindow().Width(), 9000);
 }
 
-TEST_F(Win32WindowTest, TheEndOfTheSessionClosesTheWindowOnce) {
+TEST_F(Win32WindowTest, TheEndOfTheSessionIsAgreedToWhenTheWindowHasGone) {
     int unloads = 0;
     MainWindow().Show();
     MainWindow().onUnload = [&] { ++unloads; };
     EXPECT_NE(SendMessageW(user.Frame(), WM_QUERYENDSESSION, 0, 0), 0);
-    EXPECT_EQ(unloads, 0);
-    SendMessageW(user.Frame(), WM_ENDSESSION, TRUE, 0);
     EXPECT_EQ(unloads, 1);
     EXPECT_TRUE(user.HasEnded());
 }
 
-TEST_F(Win32WindowTest, ASessionThatGoesOnLeavesTheWindow) {
+TEST_F(Win32WindowTest, TheSessionDoesNotEndWhileTheWindowIsStillClosing) {
     MainWindow().Show();
-    SendMessageW(user.Frame(), WM_QUERYENDSESSION, 0, 0);
+    LRESULT agrees = TRUE;
+    MainWindow().onUnload = [&] { agrees = SendMessageW(user.Frame(), WM_QUERYENDSESSION, 0, 0); };
+    MainWindow().Unload();
+    EXPECT_EQ(agrees, FALSE);
+}
+
+TEST_F(Win32WindowTest, ASessionThatAnotherProgramKeepsUpLeavesTheWindow) {
+    MainWindow().Show();
     SendMessageW(user.Frame(), WM_ENDSESSION, FALSE, 0);
     EXPECT_FALSE(user.HasEnded());
 }

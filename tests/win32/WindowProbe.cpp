@@ -327,14 +327,6 @@ std::string Drop(const Words& words) {
     return Bool(written && PostMessageW(window, WM_DROPFILES, reinterpret_cast<WPARAM>(address), 0));
 }
 
-// endsession WINDOW: as when the user logs off
-std::string EndSession(const Words& words) {
-    HWND window = Window(words.at(1));
-    const bool agrees = Send(window, WM_QUERYENDSESSION) != 0;
-    PostMessageW(window, WM_ENDSESSION, agrees, 0);
-    return Bool(agrees);
-}
-
 // The processes that were started, which stay known after their end.
 using Processes = std::map<DWORD, HANDLE>;
 
@@ -385,7 +377,6 @@ std::map<std::string, Command> Commands(Processes& processes) {
             {"post", Post},
             {"settext", SetText},
             {"drop", Drop},
-            {"endsession", EndSession},
             {"start", [&](const Words& words) { return Start(processes, words); }},
             {"status", [&](const Words& words) { return Status(processes, words); }},
             {"kill", [&](const Words& words) { return Kill(processes, words); }}};

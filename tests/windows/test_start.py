@@ -133,15 +133,21 @@ def test_closing_the_window_ends_the_program_and_leaves_the_settings(launch, ins
 def test_the_end_of_the_session_asks_for_unsaved_edits_and_closes(launch, probe, installed, example):
     program = launch(windows_path(example))
     program.edit("References", "/* logged off */")
-    probe.ask("post", program.main, 0x11, 0, 0)  # the question alone must neither ask nor close
-    wait_until("the window to answer", lambda: probe.ask("send", program.main, 0, 0, 0) == 0)
-    assert program.dialogs() == [] and program.status() is None
-    assert probe.ask("endsession", program.main) is True
+    probe.ask("post", program.main, 0x11, 0, 0)  # WM_QUERYENDSESSION alone
     box = program.dialog()
     assert box.text() == "Do you wish to save data?"
     box.press("Yes")
     assert program.wait_end() == 0
     assert b"[GVars]\r\n/* logged off *//* Blink" in open(example, "rb").read()
+
+
+def test_a_session_that_ends_by_force_gets_no_question(launch, probe, installed, example):
+    before = open(example, "rb").read()
+    program = launch(windows_path(example))
+    program.edit("References", "/* lost */")
+    probe.ask("post", program.main, 0x16, 1, 0)  # WM_ENDSESSION without the question before it
+    assert program.wait_end() == 0
+    assert open(example, "rb").read() == before
 
 
 def test_no_control_but_the_pane_takes_the_tab_key(launch, installed):
