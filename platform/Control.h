@@ -29,10 +29,13 @@ public:
     virtual bool HasTabStop() const = 0;
     virtual void SetTabStop(bool stop) = 0;
 
-    // Moves the keyboard focus here. The control that had it raises its lost event first, then this one its gained
-    // event; nothing is raised when it has the focus already. That a dialog or another program comes in front of the
-    // window and goes again moves no focus. Throws std::runtime_error when the control cannot have
-    // the focus.
+    // Moves the keyboard focus here; the events come at once. Throws std::runtime_error when the control cannot have
+    // it.
+    //
+    // The events follow the keyboard. A control that has it loses it to another control, whose gained event comes
+    // second, and to a menu, a dialog, another window or another program; a command by a menu, by the tool bar or by a
+    // dropped file has it, too, as long as it runs. The control gains it when the keyboard is back and the command
+    // that took it has ended. Nothing is raised where the keyboard already is, nor once the window closes.
     virtual void SetFocus() = 0;
 };
 

@@ -54,7 +54,7 @@ public:
         if (!CanHaveFocus()) {
             throw std::runtime_error("the control cannot have the focus");
         }
-        mFocus.MoveTo(*this);
+        mFocus.events.MovedByProgram(*this);
     }
 
     bool CanHaveFocus() const override { return mKeyboard == MemoryKeyboard::Used; }
@@ -66,7 +66,8 @@ protected:
     void CountCall() const { mFaults.Count(); }
 
     const Extent& OwnExtent() const { return mExtent; }
-    void TakeFocus() { mFocus.MoveTo(*this); }
+    void TakeFocus() { mFocus.events.MovedTo(*this); }
+    FocusEvents& Focus() { return mFocus.events; }
     void CheckReachable(std::string_view action) const { mFocus.CheckReachable(action); }
 
 private:

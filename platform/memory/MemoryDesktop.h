@@ -69,8 +69,8 @@ public:
     MemoryMenus menus{faults, focus};
 
     // What comes up over it.
-    MemoryFileDialog fileDialog{faults};
-    MemoryMsgBox msgBox{faults};
+    MemoryFileDialog fileDialog{faults, focus};
+    MemoryMsgBox msgBox{faults, focus};
     MemoryModalScripts modal;
 
 private:

@@ -44,6 +44,7 @@ MemoryFileDialog::Record MemoryFileDialog::MakeRecord(Kind kind, const FileDialo
 
 std::string MemoryFileDialog::Show(Kind kind, const FileDialogSettings& settings) {
     mFaults.Count();
+    const MemoryBlock block(mFocus);
     records.push_back(MakeRecord(kind, settings));
     if (mAnswers.empty()) {
         throw UnexpectedDialog("a file dialog without a prepared answer, filter " + settings.filter);

@@ -3,6 +3,7 @@
 
 #include "platform/FileDialog.h"
 #include "platform/memory/MemoryFaults.h"
+#include "platform/memory/MemoryFocus.h"
 
 #include <cstddef>
 #include <deque>
@@ -25,7 +26,7 @@ public:
         bool hasReadOnlyBox = false;
     };
 
-    explicit MemoryFileDialog(MemoryFaults& faults) : mFaults(faults) {}
+    MemoryFileDialog(MemoryFaults& faults, MemoryFocus& focus) : mFaults(faults), mFocus(focus) {}
 
     // Both throw UnexpectedDialog when no answer is left.
     std::string ShowOpen(const FileDialogSettings& settings) override;
@@ -45,6 +46,7 @@ private:
     std::string Show(Kind kind, const FileDialogSettings& settings);
 
     MemoryFaults& mFaults;
+    MemoryFocus& mFocus; // of the window behind it
     std::deque<std::optional<std::string>> mAnswers;
 };
 

@@ -1,37 +1,22 @@
-// The focus has moved before the events tell so.
+// All targets are MemoryFocusTargets: nobody else reports any here.
 #include "platform/memory/MemoryFocus.h"
 
 #include "platform/memory/TestFailure.h"
 
 #include <algorithm>
 #include <string>
-#include <utility>
 
 namespace tessaly {
 
-void MemoryFocus::MoveTo(MemoryFocusTarget& target) {
-    if (mOwner == &target) {
-        return;
-    }
-    MemoryFocusTarget* const before = std::exchange(mOwner, &target);
-    if (before != nullptr) {
-        before->LoseFocus();
-    }
-    // The event may have moved the focus on.
-    if (mOwner == &target) {
-        target.GainFocus();
-    }
-}
-
 void MemoryFocus::MoveToNextStop() {
-    const auto owner = std::find(mOrder.begin(), mOrder.end(), mOwner);
+    const auto owner = std::find(mOrder.begin(), mOrder.end(), Owner());
     std::vector<MemoryFocusTarget*> behind(owner, mOrder.end());
     behind.insert(behind.end(), mOrder.begin(), owner);
     const auto next = std::find_if(behind.begin(), behind.end(), [this](const MemoryFocusTarget* target) {
-        return target != mOwner && target->IsTabStop() && target->CanHaveFocus();
+        return target != Owner() && target->IsTabStop() && target->CanHaveFocus();
     });
     if (next != behind.end()) {
-        MoveTo(**next);
+        events.MovedTo(**next);
     }
 }
 
@@ -39,7 +24,18 @@ void MemoryFocus::MoveToFirst() {
     const auto first = std::find_if(mOrder.begin(), mOrder.end(),
                                     [](const MemoryFocusTarget* target) { return target->CanHaveFocus(); });
     if (first != mOrder.end()) {
-        MoveTo(**first);
+        events.MovedTo(**first);
+    }
+}
+
+void MemoryFocus::Block() {
+    ++mBlocks;
+    events.Taken();
+}
+
+void MemoryFocus::Unblock() {
+    if (--mBlocks == 0 && Owner() != nullptr) {
+        events.MovedTo(*Owner());
     }
 }
 

@@ -1,21 +1,18 @@
 // The keyboard focus of one window, and the order in which the Tab key goes round its controls.
 #pragma once
 
+#include "platform/FocusEvents.h"
+
 #include <string_view>
 #include <vector>
 
 namespace tessaly {
 
 // What can have the focus.
-class MemoryFocusTarget {
+class MemoryFocusTarget : public FocusTarget {
 public:
-    virtual ~MemoryFocusTarget() = default;
-
     virtual bool CanHaveFocus() const = 0;
     virtual bool IsTabStop() const = 0;
-
-    virtual void LoseFocus() {}
-    virtual void GainFocus() {}
 
     // A key reaches the control; `shift` as for Window::onKeyDown. False when it has no use for it.
     virtual bool TakeKey(int /*keyCode*/, int /*shift*/) { return false; }
@@ -23,11 +20,11 @@ public:
 
 class MemoryFocus {
 public:
+    // Where the keyboard and the commands of the window are told.
+    FocusEvents events;
+
     // Puts a control behind the others in the order of the Tab key.
     void Add(MemoryFocusTarget& target) { mOrder.push_back(&target); }
-
-    // Moves the focus and raises the events. Nothing happens when the target has it already.
-    void MoveTo(MemoryFocusTarget& target);
 
     // Moves the focus to the next control, in a circle, where the Tab key stops; it stays when there is none.
     void MoveToNextStop();
@@ -35,11 +32,11 @@ public:
     // Moves the focus to the first control that can have it, wherever the Tab key stops.
     void MoveToFirst();
 
-    MemoryFocusTarget* Owner() const { return mOwner; }
+    MemoryFocusTarget* Owner() const { return static_cast<MemoryFocusTarget*>(events.Owner()); }
 
-    // While a modal window or dialog is shown nothing can be done in the window behind it.
-    void Block() { ++mBlocks; }
-    void Unblock() { --mBlocks; }
+    // While something else has the keyboard, such as a dialog, nothing can be done in the window.
+    void Block();
+    void Unblock();
     bool IsBlocked() const { return mBlocks > 0; }
 
     // Throws ImpossibleAction while the window is blocked; `action` says what the test wanted to do.
@@ -47,7 +44,6 @@ public:
 
 private:
     std::vector<MemoryFocusTarget*> mOrder;
-    MemoryFocusTarget* mOwner = nullptr;
     int mBlocks = 0;
 };
 

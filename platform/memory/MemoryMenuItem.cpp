@@ -38,6 +38,7 @@ void MemoryMenuItem::Choose() {
     if (!mDropDown.empty()) {
         throw ImpossibleAction("the choice of the menu \"" + mName + "\", which only opens its drop-down");
     }
+    const FocusEvents::Command command(mFocus.events, FocusEvents::Keyboard::IsTaken);
     if (onClick) {
         onClick();
     }

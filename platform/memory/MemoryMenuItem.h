@@ -14,7 +14,7 @@ namespace tessaly {
 
 class MemoryMenuItem final : public MenuItem {
 public:
-    MemoryMenuItem(MemoryFaults& faults, const MemoryFocus& focus, std::string_view name)
+    MemoryMenuItem(MemoryFaults& faults, MemoryFocus& focus, std::string_view name)
         : mFaults(faults),
           mFocus(focus),
           mName(name),
@@ -36,7 +36,7 @@ private:
     friend class MemoryMenus;
 
     MemoryFaults& mFaults;
-    const MemoryFocus& mFocus;
+    MemoryFocus& mFocus;
     std::string mName;
     std::string mCaption;
     bool mIsChecked = false;
@@ -46,7 +46,7 @@ private:
 // All menus of a window.
 class MemoryMenus {
 public:
-    MemoryMenus(MemoryFaults& faults, const MemoryFocus& focus) : mFaults(faults), mFocus(focus) {}
+    MemoryMenus(MemoryFaults& faults, MemoryFocus& focus) : mFaults(faults), mFocus(focus) {}
 
     // As Desktop::AddMenu and Desktop::AddMenuSeparator.
     MenuItem& Add(MenuItem* parent, std::string_view name);
@@ -62,7 +62,7 @@ private:
     MemoryMenuItem* Find(std::string_view name);
 
     MemoryFaults& mFaults;
-    const MemoryFocus& mFocus;
+    MemoryFocus& mFocus;
     std::vector<std::unique_ptr<MemoryMenuItem>> mItems;
     std::vector<std::string> mBar;
 };

@@ -28,6 +28,7 @@ MsgResult MemoryMsgBox::Show(std::string_view text, std::string_view caption, Ms
     if (isSilent) {
         return AnswerOfNobody(buttons);
     }
+    const MemoryBlock block(mFocus);
     records.push_back({std::string(text), std::string(caption), buttons, icon});
     const std::vector<MsgResult>& possible = ButtonsOf(buttons);
     while (!mAnswers.empty()) {

@@ -3,6 +3,7 @@
 
 #include "platform/MsgBox.h"
 #include "platform/memory/MemoryFaults.h"
+#include "platform/memory/MemoryFocus.h"
 
 #include <cstddef>
 #include <deque>
@@ -25,7 +26,7 @@ public:
         bool operator==(const Record&) const = default;
     };
 
-    explicit MemoryMsgBox(MemoryFaults& faults) : mFaults(faults) {}
+    MemoryMsgBox(MemoryFaults& faults, MemoryFocus& focus) : mFaults(faults), mFocus(focus) {}
 
     // Throws UnexpectedDialog when no answer is left, ImpossibleAction when the box has not the button.
     MsgResult Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) override;
@@ -47,6 +48,7 @@ public:
 
 private:
     MemoryFaults& mFaults;
+    MemoryFocus& mFocus;                           // of the window behind it
     std::deque<std::optional<MsgResult>> mAnswers; // nothing = closed
 };
 

@@ -53,6 +53,7 @@ void MemoryToolBar::Press(std::int32_t number) {
     if (takesFocus) {
         TakeFocus();
     }
+    const FocusEvents::Command command(Focus(), FocusEvents::Keyboard::IsTaken);
     if (onButtonClick) {
         onButtonClick(number);
     }

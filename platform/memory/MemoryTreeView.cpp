@@ -206,6 +206,7 @@ std::vector<TreeItem> MemoryTreeView::Visible() const {
 
 void MemoryTreeView::SelectByUser(TreeItem item) {
     mSelected = item;
+    const FocusEvents::Command command(Focus(), FocusEvents::Keyboard::Stays);
     if (onNodeClick) {
         onNodeClick(item);
     }

@@ -86,8 +86,11 @@ void MemoryWindow::SetIcon(const std::string& path) {
 
 void MemoryWindow::PressKey(int keyCode, int shift) {
     CheckUsable("a key in the window");
-    if (onKeyDown) {
-        onKeyDown(keyCode, shift);
+    {
+        const FocusEvents::Command command(mFocus.events, FocusEvents::Keyboard::Stays);
+        if (onKeyDown) {
+            onKeyDown(keyCode, shift);
+        }
     }
     if (keyCode == KeyF1) {
         mApplication.OpenHelp();
@@ -125,6 +128,7 @@ void MemoryWindow::CloseByUser() {
 
 void MemoryWindow::DropFile(const std::string& path) {
     CheckUsable("a file dropped on the window");
+    const FocusEvents::Command command(mFocus.events, FocusEvents::Keyboard::IsTaken);
     if (onFileDropped) {
         onFileDropped(path);
     }
@@ -144,7 +148,11 @@ void MemoryWindow::CheckUsable(std::string_view action) const {
 
 // The window is gone before the event, so that closing it again in there raises nothing.
 void MemoryWindow::Close() {
-    if (!std::exchange(mIsClosed, true) && onUnload) {
+    if (std::exchange(mIsClosed, true)) {
+        return;
+    }
+    mFocus.events.End();
+    if (onUnload) {
         onUnload();
     }
 }

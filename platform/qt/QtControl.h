@@ -62,7 +62,7 @@ public:
         }
         TakeFocus();
         if (mFocus != nullptr) {
-            mFocus->Update();
+            mFocus->events.MovedByProgram(*this);
         }
     }
 
@@ -71,6 +71,7 @@ public:
     }
     bool CanHaveFocus() const override { return mKeyboard == QtKeyboard::Used; }
     void TakeFocus() override { mWidget.setFocus(Qt::OtherFocusReason); }
+    void SetFilter(QObject& filter) override { mWidget.installEventFilter(&filter); }
 
     // False as long as the desktop decides where the control is.
     bool IsPlaced() const { return mIsPlaced; }
@@ -83,12 +84,8 @@ protected:
 
     bool IsTabStop() const { return mIsTabStop; }
 
-    // To be called before the user's action on the control is told, which may have moved the focus.
-    void UpdateFocus() {
-        if (mFocus != nullptr) {
-            mFocus->Update();
-        }
-    }
+    // Of a control of the main window.
+    QtFocus& Focus() { return *mFocus; }
 
 private:
     void Show() {

@@ -24,7 +24,7 @@ QtDesktop::QtDesktop(const std::string& commandLine, const Environment& environm
 
 // A control that goes passes the focus on to the next one.
 QtDesktop::~QtDesktop() {
-    focus.Forget();
+    focus.End();
     frame.onClientSize = nullptr;
 }
 

@@ -75,7 +75,7 @@ private:
     SettingsRegistry mSettings;
     std::unique_ptr<CodePage> mCodePage;
     QtImageList mImages;
-    QtMenus mMenus{*frame.menuBar()};
+    QtMenus mMenus{*frame.menuBar(), focus.events};
     QtFileDialog mFileDialog{frame};
     QtMsgBox mMsgBox{frame};
     QtDestroyedWindows mDestroyedWindows;

@@ -1,40 +1,74 @@
-// The focus has moved before the events tell so.
+// A menu that opens at a control, such as the one with Cut and Paste, is a part of that control.
 #include "platform/qt/QtFocus.h"
 
+#include <QApplication>
+#include <QEvent>
 #include <QWidget>
 #include <algorithm>
-#include <utility>
 
 namespace tessaly {
 
-void QtFocus::Forget() {
-    mTargets.clear();
-    mOwner = nullptr;
+namespace {
+
+bool IsAtWorkElsewhere(const QWidget* widget) {
+    const QWidget* const popup = QApplication::activePopupWidget();
+    const QObject* owner = popup;
+    while (owner != nullptr && owner != widget) {
+        owner = owner->parent();
+    }
+    return QApplication::activeModalWidget() != nullptr || (popup != nullptr && owner == nullptr);
+}
+
+} // namespace
+
+QtFocus::QtFocus(const QWidget& window) : mWindow(window) {
+    connect(qApp, &QApplication::focusChanged, this, [this] { Update(); });
 }
 
 void QtFocus::Update() {
-    const QWidget* const widget = mWindow.focusWidget();
-    const auto target =
-        std::find_if(mTargets.begin(), mTargets.end(), [widget](const auto* each) { return each->Holds(widget); });
-    if (widget == nullptr || target == mTargets.end() || *target == mOwner) {
-        return;
-    }
-    QtFocusTarget* const before = std::exchange(mOwner, *target);
-    if (before != nullptr) {
-        before->LoseFocus();
-    }
-    // The event may have moved the focus on.
-    if (mOwner == *target) {
-        (*target)->GainFocus();
-    }
+    MoveTo(QApplication::focusWidget());
+}
+
+void QtFocus::UpdateInUse() {
+    MoveTo(mWindow.focusWidget());
 }
 
 void QtFocus::Begin() {
+    for (QtFocusTarget* const target : mTargets) {
+        target->SetFilter(*this);
+    }
     const auto first =
         std::find_if(mTargets.begin(), mTargets.end(), [](const auto* each) { return each->CanHaveFocus(); });
-    if (mOwner == nullptr && first != mTargets.end()) {
+    if (TargetOf(mWindow.focusWidget()) == nullptr && first != mTargets.end()) {
         (*first)->TakeFocus();
+    }
+}
+
+void QtFocus::End() {
+    mTargets.clear();
+    events.End();
+}
+
+// The first menu that opens and the last one that closes send such events, although the focus does not move.
+bool QtFocus::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
         Update();
+    }
+    return QObject::eventFilter(object, event);
+}
+
+QtFocusTarget* QtFocus::TargetOf(const QWidget* widget) const {
+    const auto found =
+        std::find_if(mTargets.begin(), mTargets.end(), [widget](const auto* each) { return each->Holds(widget); });
+    return found != mTargets.end() ? *found : nullptr;
+}
+
+void QtFocus::MoveTo(const QWidget* widget) {
+    QtFocusTarget* const target = IsAtWorkElsewhere(widget) ? nullptr : TargetOf(widget);
+    if (target != nullptr) {
+        events.MovedTo(*target);
+    } else {
+        events.Taken();
     }
 }
 

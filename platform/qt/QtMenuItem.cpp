@@ -8,7 +8,12 @@
 
 namespace tessaly {
 
-QtMenuItem::QtMenuItem(std::string_view name) : mName(name) {
+bool QtMenu::event(QEvent* event) {
+    const FocusEvents::Command command(mFocus, FocusEvents::Keyboard::Stays);
+    return QMenu::event(event);
+}
+
+QtMenuItem::QtMenuItem(FocusEvents& focus, std::string_view name) : mFocus(focus), mName(name) {
     mAction.setObjectName(ToQt(name));
     mAction.setMenuRole(QAction::NoRole);
     SetCaption(name);
@@ -28,7 +33,7 @@ void QtMenuItem::SetChecked(bool checked) {
 
 QMenu& QtMenuItem::DropDown() {
     if (!mDropDown) {
-        mDropDown = std::make_unique<QMenu>();
+        mDropDown = std::make_unique<QtMenu>(mFocus);
         mAction.setMenu(mDropDown.get());
     }
     return *mDropDown;
@@ -37,6 +42,7 @@ QMenu& QtMenuItem::DropDown() {
 // Qt turns the check mark over before it tells; what is checked is the program's to say.
 void QtMenuItem::Choose() {
     SetChecked(mIsChecked);
+    const FocusEvents::Command command(mFocus, FocusEvents::Keyboard::IsTaken);
     if (!mDropDown && onClick) {
         onClick();
     }
@@ -46,7 +52,7 @@ MenuItem& QtMenus::Add(MenuItem* parent, std::string_view name) {
     if (std::any_of(mItems.begin(), mItems.end(), [name](const auto& item) { return item->Name() == name; })) {
         throw std::invalid_argument("the menu name is taken");
     }
-    mItems.push_back(std::make_unique<QtMenuItem>(name));
+    mItems.push_back(std::make_unique<QtMenuItem>(mFocus, name));
     QtMenuItem& item = *mItems.back();
     if (parent == nullptr) {
         item.DropDown();

@@ -2,6 +2,7 @@
 // into it.
 #pragma once
 
+#include "platform/FocusEvents.h"
 #include "platform/MenuItem.h"
 
 #include <QAction>
@@ -14,9 +15,21 @@
 
 namespace tessaly {
 
+// A drop-down, which is closed before it tells what was chosen: all that it does for a key or a click is one command.
+class QtMenu final : public QMenu {
+public:
+    explicit QtMenu(FocusEvents& focus) : mFocus(focus) {}
+
+protected:
+    bool event(QEvent* event) override;
+
+private:
+    FocusEvents& mFocus;
+};
+
 class QtMenuItem final : public MenuItem {
 public:
-    explicit QtMenuItem(std::string_view name);
+    QtMenuItem(FocusEvents& focus, std::string_view name);
 
     std::string Name() const override { return mName; }
     std::string Caption() const override { return mCaption; }
@@ -32,17 +45,18 @@ public:
 private:
     void Choose();
 
+    FocusEvents& mFocus;
     std::string mName;
     std::string mCaption;
     bool mIsChecked = false;
     QAction mAction;
-    std::unique_ptr<QMenu> mDropDown;
+    std::unique_ptr<QtMenu> mDropDown;
 };
 
 // All menus of a window.
 class QtMenus {
 public:
-    explicit QtMenus(QMenuBar& bar) : mBar(bar) {}
+    QtMenus(QMenuBar& bar, FocusEvents& focus) : mBar(bar), mFocus(focus) {}
 
     // As Desktop::AddMenu and Desktop::AddMenuSeparator.
     MenuItem& Add(MenuItem* parent, std::string_view name);
@@ -50,6 +64,7 @@ public:
 
 private:
     QMenuBar& mBar;
+    FocusEvents& mFocus;
     std::vector<std::unique_ptr<QtMenuItem>> mItems;
 };
 

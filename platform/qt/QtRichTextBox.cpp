@@ -121,6 +121,7 @@ bool QtPlainTextEdit::canInsertFromMimeData(const QMimeData* source) const {
 
 void QtPlainTextEdit::insertFromMimeData(const QMimeData* source) {
     if (!isReadOnly() && source->hasText()) {
+        setFocus(Qt::OtherFocusReason); // text can be dropped here while the focus is elsewhere
         textCursor().insertText(FromClipboard(source->text()));
         ensureCursorVisible();
     }
@@ -225,7 +226,11 @@ void QtRichTextBox::FollowChange(int position, int removed, int added) {
 }
 
 void QtRichTextBox::TellChange() {
-    if (std::exchange(mIsChanged, false) && onChange) {
+    if (!std::exchange(mIsChanged, false)) {
+        return;
+    }
+    Focus().UpdateInUse();
+    if (onChange) {
         onChange();
     }
 }

@@ -53,7 +53,7 @@ void QtToolBar::AddButton(std::int32_t image, std::string_view tag) {
     QObject::connect(
         action.get(), &QAction::triggered, &mBar,
         [this, number] {
-            UpdateFocus();
+            const FocusEvents::Command command(Focus().events, FocusEvents::Keyboard::IsTaken);
             if (onButtonClick && number <= ButtonCount()) {
                 onButtonClick(number);
             }

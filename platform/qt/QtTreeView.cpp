@@ -175,7 +175,8 @@ TreeItem QtTreeView::ItemOf(const QTreeWidgetItem* node) {
 
 void QtTreeView::RaiseClick(const QTreeWidgetItem* node) {
     const TreeItem item = ItemOf(node);
-    UpdateFocus();
+    Focus().UpdateInUse();
+    const FocusEvents::Command command(Focus().events, FocusEvents::Keyboard::Stays);
     if (onNodeClick) {
         onNodeClick(item);
     }

@@ -81,6 +81,9 @@ bool QtFrame::eventFilter(QObject* object, QEvent* event) {
     if (object == centralWidget() && event->type() == QEvent::Resize && onClientSize) {
         onClientSize();
     }
+    if ((event->type() == QEvent::WindowBlocked || event->type() == QEvent::WindowUnblocked) && onBlocked) {
+        onBlocked();
+    }
     const bool isKey = object == windowHandle() && event->type() == QEvent::KeyPress;
     if (isKey && onKey && QApplication::activePopupWidget() == nullptr &&
         QApplication::activeModalWidget() == nullptr) {
@@ -132,10 +135,11 @@ QtWindow::QtWindow(QtFrame& frame, QtFocus& focus, std::function<void()> onF1)
     mFrame.onKey = [this](int keyCode, int shift) { KeyPressed(keyCode, shift); };
     mFrame.onDrop = [this](const std::string& path) {
         if (onFileDropped && QApplication::activeModalWidget() == nullptr) {
+            const FocusEvents::Command command(mFocus.events, FocusEvents::Keyboard::IsTaken);
             onFileDropped(path);
         }
     };
-    QObject::connect(qApp, &QApplication::focusChanged, &mFrame, [this] { mFocus.Update(); });
+    mFrame.onBlocked = [this] { mFocus.Update(); };
 }
 
 void QtWindow::Show() {
@@ -153,6 +157,7 @@ void QtWindow::Unload() {
     if (std::exchange(mIsClosed, true)) {
         return;
     }
+    mFocus.End();
     const AtEnd atEnd([this] {
         mFrame.hide();
         if (onEnded) {
@@ -223,8 +228,9 @@ void QtWindow::KeyPressed(int keyCode, int shift) {
     if (mIsClosed) {
         return;
     }
-    mFocus.Update();
+    mFocus.UpdateInUse();
     if (onKeyDown) {
+        const FocusEvents::Command command(mFocus.events, FocusEvents::Keyboard::Stays);
         onKeyDown(keyCode, shift);
     }
     if (keyCode == KeyF1 && !mIsClosed) {

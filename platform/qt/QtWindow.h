@@ -30,6 +30,7 @@ public:
     std::function<void()> onClientSize;
     std::function<void(int keyCode, int shift)> onKey;
     std::function<void(const std::string& path)> onDrop;
+    std::function<void()> onBlocked; // a dialog comes or goes in front
 
     // Sees what the window system sends to the window before any control does.
     bool eventFilter(QObject* object, QEvent* event) override;

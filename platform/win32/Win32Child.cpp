@@ -24,6 +24,7 @@ Win32Child::Win32Child(Win32Parent& parent, const Kind& kind) : mParent(parent) 
 
 Win32Child::~Win32Child() {
     mParent.Remove(*this);
+    mParent.focus.End(); // controls go with their window
     if (mHandle != nullptr) {
         SetWindowLongPtrW(mHandle, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(mBase));
         DestroyWindow(mHandle);
@@ -66,6 +67,7 @@ void Win32Child::TakeFocus() {
         throw std::runtime_error("the control cannot have the focus");
     }
     ::SetFocus(mHandle);
+    mParent.focus.MovedByProgram(*this);
 }
 
 void Win32Child::Rescale() {
@@ -112,7 +114,9 @@ LRESULT CALLBACK Win32Child::Procedure(HWND window, UINT message, WPARAM wParam,
     const LRESULT result = self.Message(message, wParam, lParam);
     self.ShowFocus(message);
     if (message == WM_SETFOCUS) {
-        self.mParent.FocusCameTo(self);
+        self.mParent.focus.MovedTo(self);
+    } else if (message == WM_KILLFOCUS && IsChild(self.mParent.Handle(), std::bit_cast<HWND>(wParam)) == 0) {
+        self.mParent.focus.Taken(); // else the other control tells
     }
     return result;
 }

@@ -1,6 +1,7 @@
 // What every control of a window has in common: its window, its place, and the messages that concern it.
 #pragma once
 
+#include "platform/FocusEvents.h"
 #include "platform/Window.h"
 #include "platform/win32/Win32Headers.h"
 #include "platform/win32/Win32Screen.h"
@@ -30,14 +31,14 @@ public:
     virtual void Add(Win32Child& child) = 0;
     virtual void Remove(Win32Child& child) = 0;
 
-    // A control has got the keyboard focus from Windows.
-    virtual void FocusCameTo(Win32Child& child) = 0;
-
     // See Win32EventLoop.
     virtual void Later(std::function<void()> action) = 0;
+
+    // Where the keyboard is among the controls, and which commands run.
+    FocusEvents focus;
 };
 
-class Win32Child {
+class Win32Child : public FocusTarget {
 public:
     struct Kind {
         const wchar_t* windowClass = nullptr;
@@ -50,7 +51,7 @@ public:
     Win32Child(Win32Parent& parent, const Kind& kind);
     Win32Child(const Win32Child&) = delete;
     Win32Child& operator=(const Win32Child&) = delete;
-    virtual ~Win32Child();
+    ~Win32Child() override;
 
     // Null when the window around it is gone.
     HWND Handle() const { return mHandle; }
@@ -70,8 +71,6 @@ public:
     // Focus
     virtual bool CanHaveFocus() const { return false; }
     virtual bool TakesTabKey() const { return false; }
-    virtual void GainFocus() {}
-    virtual void LoseFocus() {}
     void TakeFocus(); // throws std::runtime_error
 
     // A WM_COMMAND or WM_NOTIFY of this control. What a notification returns is 0 unless said otherwise.

@@ -1,5 +1,4 @@
-// Which control of the main window has the focus, as the program sees it: that another window comes up in front, or
-// another program, is no change.
+// Where the focus goes in the main window when nobody says so.
 #pragma once
 
 #include "platform/win32/Win32Child.h"
@@ -10,11 +9,10 @@ namespace tessaly {
 
 class Win32Focus {
 public:
-    void Add(Win32Child& child) { mOrder.push_back(&child); }
-    void Remove(Win32Child& child);
+    explicit Win32Focus(const FocusEvents& events) : mEvents(events) {}
 
-    // Windows has given the focus to `child`: raises the events if it is another one than before.
-    void MovedTo(Win32Child& child);
+    void Add(Win32Child& child) { mOrder.push_back(&child); }
+    void Remove(Win32Child& child) { std::erase(mOrder, &child); }
 
     // The window is active again: the control that had the focus gets it, or the first one that can have it. Returns
     // false where there is none.
@@ -23,11 +21,12 @@ public:
     // The Tab key: the next control where it stops, in a circle; nothing when there is none.
     void MoveToNextStop(bool backwards);
 
-    Win32Child* Owner() const { return mOwner; }
-
 private:
+    // All targets are Win32Children: nobody else is reported here.
+    Win32Child* Owner() const { return static_cast<Win32Child*>(mEvents.Owner()); }
+
+    const FocusEvents& mEvents;
     std::vector<Win32Child*> mOrder;
-    Win32Child* mOwner = nullptr;
 };
 
 } // namespace tessaly

@@ -47,10 +47,9 @@ void Win32ModalWindow::Run() {
     Resize(WindowDpi(mOwner));
     PutInTheMiddle();
     mIsShown = true;
-    mFocus = FirstFocus();
     const bool ownerWasEnabled = EnableWindow(mOwner, FALSE) == 0;
     ShowWindow(mHandle, SW_SHOW);
-    SetFocus(mFocus != nullptr ? mFocus : mHandle);
+    SetFocus(FirstFocus() != nullptr ? FirstFocus() : mHandle);
     mLoop.RunWhile([this] { return mIsShown; },
                    [this](MSG& message) { return TakeMessage(message) || IsDialogMessageW(mHandle, &message) != 0; });
     // Enabled first: Windows gives the activity of a window that goes to one that can have it.
@@ -122,8 +121,8 @@ LRESULT Win32ModalWindow::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     case DM_GETDEFID: // so that Enter is OK wherever the focus is
         return MAKELRESULT(IDOK, DC_HASDEFID);
     case WM_SETFOCUS: // also when the window becomes active again
-        if (mFocus != nullptr) {
-            SetFocus(mFocus);
+        if (focus.Owner() != nullptr) {
+            SetFocus(static_cast<const Win32Child*>(focus.Owner())->Handle());
         }
         return 0;
     case WM_DPICHANGED:

@@ -32,7 +32,6 @@ public:
     HFONT Font() const override { return mFont.get(); }
     void Add(Win32Child& child) override { mChildren.push_back(&child); }
     void Remove(Win32Child& child) override { std::erase(mChildren, &child); }
-    void FocusCameTo(Win32Child& child) override { mFocus = child.Handle(); }
     void Later(std::function<void()> action) override { mLoop.Later(mHandle, std::move(action)); }
 
 protected:
@@ -53,7 +52,6 @@ private:
     Win32EventLoop& mLoop;
     HWND mOwner;
     HWND mHandle = nullptr;
-    HWND mFocus = nullptr;
     float mClientWidth;
     float mClientHeight;
     int mDpi = 96;

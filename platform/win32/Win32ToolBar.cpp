@@ -116,7 +116,10 @@ float Win32ToolBar::PreferredHeight() const {
 void Win32ToolBar::Command(int id, int /*code*/) {
     const std::int32_t number = id - ControlId::FirstButton + 1;
     if (number >= 1 && number <= ButtonCount()) {
-        Parent().Later([this, number] { Raise(onButtonClick, number); });
+        Parent().Later([this, number] {
+            const FocusEvents::Command command(Parent().focus, FocusEvents::Keyboard::IsTaken);
+            Raise(onButtonClick, number);
+        });
     }
 }
 

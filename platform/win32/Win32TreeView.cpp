@@ -227,6 +227,7 @@ void Win32TreeView::Clicked() {
 void Win32TreeView::RaiseClick(TreeItem item) {
     Win32Child::Parent().Later([this, item] {
         if (mItems.contains(item)) {
+            const FocusEvents::Command command(Win32Child::Parent().focus, FocusEvents::Keyboard::Stays);
             Raise(onNodeClick, item);
         }
     });

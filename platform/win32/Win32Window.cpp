@@ -22,6 +22,9 @@ constexpr const wchar_t* ClassName = L"VornMainFrm";
 constexpr DWORD Style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
 constexpr DWORD ExtendedStyle = WS_EX_ACCEPTFILES;
 
+// To itself: what a menu has sent is done with, the choice of an item among it.
+constexpr UINT MenuHasEnded = WM_APP;
+
 SIZE FirstSize(const RECT& room, int dpi) {
     const Extent first =
         FirstExtent({0, 0, ToTwips(room.right - room.left, dpi), ToTwips(room.bottom - room.top, dpi)});
@@ -179,16 +182,19 @@ bool Win32Window::TakeKey(MSG& message) {
         return false;
     }
     const auto key = static_cast<int>(message.wParam);
-    Raise(onKeyDown, key, ShiftState());
+    {
+        const FocusEvents::Command command(focus, FocusEvents::Keyboard::Stays);
+        Raise(onKeyDown, key, ShiftState());
+    }
     if (mIsClosed) {
         return true;
     }
     if (key == VK_F1) {
         Raise(onHelp);
     }
-    HWND focus = GetFocus();
-    if (focus != nullptr && (focus == mHandle || IsChild(mHandle, focus) != 0)) {
-        message.hwnd = focus;
+    HWND target = GetFocus();
+    if (target != nullptr && (target == mHandle || IsChild(mHandle, target) != 0)) {
+        message.hwnd = target;
     }
     const Win32Child* const child = Child(message.hwnd);
     const bool isTab = key == VK_TAB && message.message == WM_KEYDOWN && GetKeyState(VK_CONTROL) >= 0;
@@ -228,6 +234,7 @@ LRESULT Win32Window::Message(UINT message, WPARAM wParam, LPARAM lParam) {
         if (child != nullptr) {
             child->Command(LOWORD(wParam), HIWORD(wParam));
         } else if (lParam == 0) {
+            const FocusEvents::Command command(focus, FocusEvents::Keyboard::IsTaken);
             Raise(onMenu, static_cast<int>(LOWORD(wParam)));
         }
         return 0;
@@ -258,6 +265,15 @@ bool Win32Window::FrameMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return LOWORD(wParam) != WA_INACTIVE && HIWORD(wParam) == 0 && mFocus.Return();
     case WM_SETFOCUS:
         mFocus.Return();
+        return true;
+    case WM_ENTERMENULOOP: // Windows leaves the focus where it is
+        focus.Taken();
+        return false;
+    case WM_EXITMENULOOP: // the menu sends more before it returns
+        Later([this] { PostMessageW(mHandle, MenuHasEnded, 0, 0); });
+        return false;
+    case MenuHasEnded:
+        KeyboardIsBack();
         return true;
     case WM_DROPFILES:
         Raise(std::function<void()>([this, wParam] { Dropped(std::bit_cast<HDROP>(wParam)); }));
@@ -331,11 +347,23 @@ void Win32Window::ColoursChanged() {
     }
 }
 
+// Unless the next menu is open already, or another window is in front.
+void Win32Window::KeyboardIsBack() {
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetCurrentThreadId(), &info);
+    Win32Child* const child = Child(info.hwndFocus);
+    if ((info.flags & GUI_INMENUMODE) == 0 && child != nullptr) {
+        focus.MovedTo(*child);
+    }
+}
+
 // Told when the drop is over: the program that the files come from waits until then.
 void Win32Window::Dropped(HDROP drop) {
     for (const std::string& path : DroppedFiles(drop)) {
         Later([this, path] {
             if (IsWindowEnabled(mHandle) != 0) {
+                const FocusEvents::Command command(focus, FocusEvents::Keyboard::IsTaken);
                 Raise(onFileDropped, path);
             }
         });
@@ -352,6 +380,7 @@ void Win32Window::Close() {
 // The window is closed before the event, so that closing it again in there raises nothing.
 void Win32Window::Leave() {
     if (!std::exchange(mIsClosed, true)) {
+        focus.End();
         Raise(onUnload);
     }
 }

@@ -42,7 +42,6 @@ public:
     float FooterTop() const override { return ToTwips(mClient.bottom, mDpi) - mFooter; }
     void Add(Win32Child& child) override;
     void Remove(Win32Child& child) override;
-    void FocusCameTo(Win32Child& child) override { mFocus.MovedTo(child); }
     void Later(std::function<void()> action) override { mLoop.Later(mHandle, std::move(action)); }
 
     bool IsShown() const { return mIsShown && !mIsClosed; }
@@ -67,6 +66,7 @@ private:
     void LimitSize(MINMAXINFO& limits) const;
     void ColoursChanged();
     void Dropped(HDROP drop);
+    void KeyboardIsBack();
     void Close();
     void Leave();
     Win32Child* Child(HWND window) const;
@@ -78,7 +78,7 @@ private:
     Win32Icon mLargeIcon;
     Win32Icon mSmallIcon;
     std::vector<Win32Child*> mChildren;
-    Win32Focus mFocus;
+    Win32Focus mFocus{focus};
     std::string mCaption;
     RECT mClient = {}; // as the controls in it were told last
     float mWidth = 0;

@@ -115,26 +115,6 @@ TEST_P(DesktopContract, ALabelRefusesTheFocusWhichStaysWhereItIs) {
     EXPECT_EQ(events, Strings{"change"});
 }
 
-TEST_P(DesktopContract, MovingTheFocusRaisesLostAndGained) {
-    MainWindow().Show();
-    Tree().SetFocus();
-    Record();
-    Pane().SetFocus();
-    EXPECT_EQ(events, Strings{"got focus"});
-    Tree().SetFocus();
-    EXPECT_EQ(events, (Strings{"got focus", "lost focus"}));
-    Pane().SetFocus();
-    EXPECT_EQ(events, (Strings{"got focus", "lost focus", "got focus"}));
-}
-
-TEST_P(DesktopContract, TheFocusOnTheControlThatHasItRaisesNothing) {
-    MainWindow().Show();
-    Pane().SetFocus();
-    Record();
-    Pane().SetFocus();
-    EXPECT_EQ(events, Strings{});
-}
-
 TEST_P(DesktopContract, ALabelShowsItsCaption) {
     EXPECT_EQ(TheDesktop().FuncLabel().Caption(), "");
     TheDesktop().FuncLabel().SetCaption("Events & more: \xC3\xA4");

@@ -42,6 +42,18 @@ protected:
         user->SetCaret(caret);
     }
 
+    // The window with the keyboard in the pane, in front of its text "b". Events are written down from now on.
+    void BeginInPane() {
+        Edit("b", 0);
+        user->Settle();
+        Record();
+    }
+
+    void ShowBox() {
+        user->WillPress(MsgResult::Ok);
+        TheDesktop().MessageBoxes().Show("text", "caption", MsgButtons::Ok, MsgIcon::None);
+    }
+
     std::unique_ptr<DesktopDriver> user;
     std::vector<std::string> events;
 };

@@ -98,6 +98,8 @@ public:
     virtual void CloseByUser() = 0;
     virtual void DestroyFromOutside() = 0;    // somebody else takes the window away
     virtual void EndSession(bool mayAsk) = 0; // asked whether it may end, or told that it does
+    virtual void GoToAnotherWindow() = 0;     // as Alt+Tab does; nothing else can be done until ...
+    virtual void ComeBack() = 0;
     virtual void DropFile(const std::string& path) = 0;
     virtual bool IsShown() const = 0;
     virtual bool HasEnded() const = 0; // the window is gone, and the program ends
@@ -128,7 +130,8 @@ public:
     virtual std::string PanelToolTip(std::int32_t number) const = 0;
     virtual std::string ButtonTip(std::int32_t number) const = 0; // as it is shown and read out
     virtual void PressButton(std::int32_t number) = 0;
-    virtual void ChooseMenu(MenuItem& item) = 0;
+    virtual void ChooseMenu(MenuItem& item) = 0;       // opens its menu first, in a window that is shown
+    virtual void OpenMenuAndLeave(MenuItem& menu) = 0; // one in the bar; leaves it by Escape
 
     // The names of what stands in the menu bar (null) or a drop-down, "-" for a line.
     virtual std::vector<std::string> MenuNames(MenuItem* menu) const = 0;

@@ -229,22 +229,6 @@ TEST_P(DesktopContract, AModalWindowBlocksTheMainWindowWhileItIsShown) {
     EXPECT_TRUE(user->TakesInput());
 }
 
-TEST_P(DesktopContract, AWindowThatComesInFrontMovesNoFocus) {
-    const std::unique_ptr<NameWindow> window = TheDesktop().NewNameWindow();
-    window->onOk = [&] { window->Hide(); };
-    user->WillUseName([](NameWindowUser& nameUser) { nameUser.PressOk(); });
-    user->WillPress(MsgResult::Ok);
-    Edit("b", 0);
-    Record();
-    window->ShowModal();
-    TheDesktop().MessageBoxes().Show("text", "caption", MsgButtons::Ok, MsgIcon::None);
-    user->Settle();
-    EXPECT_EQ(events, Strings{});
-    user->Type("a");
-    EXPECT_EQ(events, Strings{"change"});
-    EXPECT_EQ(Pane().Text(), "ab");
-}
-
 TEST_P(DesktopContract, AMessageBoxCanComeUpOverAModalWindow) {
     const std::unique_ptr<NameWindow> window = TheDesktop().NewNameWindow();
     window->onOk = [this, &window] {

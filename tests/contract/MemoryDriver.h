@@ -4,6 +4,8 @@
 #include "platform/memory/MemoryDesktop.h"
 #include "tests/contract/DesktopDriver.h"
 
+#include <optional>
+
 namespace tessaly {
 
 class MemoryDriver final : public DesktopDriver {
@@ -21,6 +23,8 @@ public:
         mDesktop.msgBox.isSilent = !mayAsk;
         mDesktop.window.DestroyFromOutside();
     }
+    void GoToAnotherWindow() override { mOtherWindow.emplace(mDesktop.focus); }
+    void ComeBack() override { mOtherWindow.reset(); }
     void DropFile(const std::string& path) override { mDesktop.window.DropFile(path); }
     bool IsShown() const override { return mDesktop.window.IsShown(); }
     bool HasEnded() const override { return mDesktop.window.IsClosed(); }
@@ -47,6 +51,7 @@ public:
     std::string ButtonTip(std::int32_t number) const override { return mDesktop.toolBar.ButtonTip(number); }
     void PressButton(std::int32_t number) override { mDesktop.toolBar.Press(number); }
     void ChooseMenu(MenuItem& item) override { static_cast<MemoryMenuItem&>(item).Choose(); }
+    void OpenMenuAndLeave(MenuItem& /*menu*/) override { const MemoryBlock open(mDesktop.focus); }
     std::vector<std::string> MenuNames(MenuItem* menu) const override;
 
     void WillPress(MsgResult button) override { mDesktop.msgBox.WillPress(button); }
@@ -69,6 +74,7 @@ public:
 
 private:
     MemoryDesktop mDesktop;
+    std::optional<MemoryBlock> mOtherWindow;
 };
 
 } // namespace tessaly

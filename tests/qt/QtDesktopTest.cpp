@@ -3,8 +3,12 @@
 #include "tests/qt/QtDriver.h"
 
 #include <QAccessible>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
@@ -66,14 +70,41 @@ TEST_F(QtDesktopTest, KeysInAnOpenMenuAreTheMenus) {
     EXPECT_EQ(keys, 1);
 }
 
-TEST_F(QtDesktopTest, APressOfAToolBarButtonLeavesTheFocusInThePane) {
+TEST_F(QtDesktopTest, AMenuOfThePaneIsAPartOfIt) {
     user.Qt().window.Show();
-    user.Qt().toolBar.AddButton(1, "Add");
     user.ClickPane();
-    int lost = 0;
-    user.Qt().pane.onLostFocus = [&lost] { ++lost; };
-    user.PressButton(1);
-    EXPECT_EQ(lost, 0);
+    std::vector<std::string> events;
+    user.Qt().pane.onGotFocus = [&events] { events.emplace_back("got focus"); };
+    user.Qt().pane.onLostFocus = [&events] { events.emplace_back("lost focus"); };
+    user.Qt().pane.onChange = [&events] { events.emplace_back("change"); };
+    QGuiApplication::clipboard()->setText("pasted");
+    QWidget& text = *user.Qt().pane.Widget().viewport();
+    QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(5, 5), text.mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(&text, &event);
+    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    menu->setActiveAction(menu->findChild<QAction*>("edit-paste"));
+    QTest::keyClick(menu, Qt::Key_Return);
+    EXPECT_EQ(user.PaneShown(), "pasted");
+    EXPECT_EQ(events, std::vector<std::string>{"change"});
+}
+
+TEST_F(QtDesktopTest, TextDroppedIntoThePaneIsAnEditThere) {
+    user.Qt().window.Show();
+    user.Qt().tree.SetFocus();
+    user.Settle();
+    std::vector<std::string> events;
+    user.Qt().pane.onGotFocus = [&events] { events.emplace_back("got focus"); };
+    user.Qt().pane.onChange = [&events] { events.emplace_back("change"); };
+    QMimeData data;
+    data.setText("dropped");
+    QWidget& text = *user.Qt().pane.Widget().viewport();
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&text, &enter);
+    QDropEvent drop(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&text, &drop);
+    EXPECT_EQ(user.PaneShown(), "dropped");
+    EXPECT_EQ(events, (std::vector<std::string>{"got focus", "change"}));
 }
 
 TEST_F(QtDesktopTest, AHelpFolderIsOpenedInTheLanguageOfTheProgramOrAsItIs) {

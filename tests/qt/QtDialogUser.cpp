@@ -1,4 +1,4 @@
-// A dialog is answered from within its own event loop, as soon as it is shown.
+// A dialog is answered from within its own event loop, as soon as it is shown and has the keyboard.
 #include "tests/qt/QtDialogUser.h"
 
 #include "platform/qt/QtKeys.h"
@@ -139,15 +139,24 @@ QtDialogUser::QtDialogUser() {
 
 bool QtDialogUser::eventFilter(QObject* object, QEvent* event) {
     if (event->type() == QEvent::Show) {
-        if (QPointer<QMessageBox> box = dynamic_cast<QMessageBox*>(object)) {
-            QTimer::singleShot(0, this, [this, box] { box ? Answer(*box) : void(); });
-        } else if (QPointer<QFileDialog> files = dynamic_cast<QFileDialog*>(object)) {
-            QTimer::singleShot(0, this, [this, files] { files ? Answer(*files) : void(); });
-        } else if (QPointer<QtDialog> dialog = dynamic_cast<QtDialog*>(object)) {
-            QTimer::singleShot(0, this, [this, dialog] { dialog ? Answer(*dialog) : void(); });
-        }
+        AnswerLater(dynamic_cast<QMessageBox*>(object));
+        AnswerLater(dynamic_cast<QFileDialog*>(object));
+        AnswerLater(dynamic_cast<QtDialog*>(object));
     }
     return QObject::eventFilter(object, event);
+}
+
+template <class Dialog>
+void QtDialogUser::AnswerLater(Dialog* dialog) {
+    if (dialog == nullptr) {
+        return;
+    }
+    QTimer::singleShot(0, this, [this, shown = QPointer<Dialog>(dialog)] {
+        QCoreApplication::processEvents(); // the keyboard comes to it
+        if (shown) {
+            Answer(*shown);
+        }
+    });
 }
 
 void QtDialogUser::Answer(QMessageBox& box) {

@@ -41,6 +41,8 @@ public:
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
+    template <class Dialog>
+    void AnswerLater(Dialog* dialog); // null for another kind of window
     void Answer(QMessageBox& box);
     void Answer(QFileDialog& dialog);
     void Answer(QtDialog& dialog);

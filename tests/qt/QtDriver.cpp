@@ -67,7 +67,11 @@ void QtDriver::PlaceControls() {
     mDesktop->pane.SetExtent({4500, 1000, 8000, 5000});
 }
 
+// This platform has no window manager, which would give the keyboard back when a dialog goes.
 void QtDriver::Settle() {
+    if (IsShown() && TakesInput() && !mOtherWindow && !mDesktop->frame.isActiveWindow()) {
+        mDesktop->frame.activateWindow();
+    }
     for (int round = 0; round < 5; ++round) { // what is done may send something again
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents();
@@ -105,6 +109,18 @@ void QtDriver::DestroyFromOutside() {
     std::array<quint32, 8> event = {17, window, window}; // DestroyNotify
     qintptr result = 0;
     QCoreApplication::eventDispatcher()->filterNativeEvent("xcb_generic_event_t", event.data(), &result);
+    Settle();
+}
+
+void QtDriver::GoToAnotherWindow() {
+    mOtherWindow = std::make_unique<QWidget>();
+    mOtherWindow->show();
+    mOtherWindow->activateWindow();
+    Settle();
+}
+
+void QtDriver::ComeBack() {
+    mOtherWindow.reset();
     Settle();
 }
 
@@ -231,8 +247,32 @@ void QtDriver::PressButton(std::int32_t number) {
 }
 
 void QtDriver::ChooseMenu(MenuItem& item) {
-    static_cast<QtMenuItem&>(item).Action().trigger();
+    auto& chosen = static_cast<QtMenuItem&>(item);
+    QAction& action = chosen.Action();
+    auto* const menu = qobject_cast<QMenu*>(action.associatedObjects().constFirst());
+    if (menu == nullptr || !IsShown()) {
+        action.trigger();
+    } else {
+        Open(*menu->menuAction());
+        menu->setActiveAction(&action);
+        QTest::keyClick(menu, Qt::Key_Return);
+    }
     Settle();
+}
+
+void QtDriver::OpenMenuAndLeave(MenuItem& menu) {
+    Open(static_cast<QtMenuItem&>(menu).Action());
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    if (mDesktop->frame.menuBar()->hasFocus()) {
+        Key(Qt::Key_Escape);
+    }
+    Settle();
+}
+
+void QtDriver::Open(QAction& menu) {
+    const QMenuBar& bar = *mDesktop->frame.menuBar();
+    Click(bar, bar.actionGeometry(&menu).center());
+    EXPECT_NE(QApplication::activePopupWidget(), nullptr);
 }
 
 std::vector<std::string> QtDriver::MenuNames(MenuItem* menu) const {

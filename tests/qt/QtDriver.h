@@ -24,6 +24,8 @@ public:
     void CloseByUser() override;
     void DestroyFromOutside() override;
     void EndSession(bool mayAsk) override { mDesktop->EndSession(mayAsk); }
+    void GoToAnotherWindow() override;
+    void ComeBack() override;
     void DropFile(const std::string& path) override;
     bool IsShown() const override { return mDesktop->frame.isVisible(); }
     bool HasEnded() const override { return mHasEnded; }
@@ -50,6 +52,7 @@ public:
     std::string ButtonTip(std::int32_t number) const override;
     void PressButton(std::int32_t number) override;
     void ChooseMenu(MenuItem& item) override;
+    void OpenMenuAndLeave(MenuItem& menu) override;
     std::vector<std::string> MenuNames(MenuItem* menu) const override;
 
     void WillPress(MsgResult button) override { mDialogs.WillPress(button); }
@@ -79,6 +82,7 @@ private:
     std::optional<std::string> Variable(const std::string& name) const;
     void PlaceControls();
     QWidget& WidgetOf(Control& control) const;
+    void Open(QAction& menu); // one in the menu bar
     void MakeProgram(const std::string& path) const;
     QWindow* MainHandle() const { return mDesktop->frame.windowHandle(); }
     void Click(const QWidget& widget, const QPoint& place);
@@ -88,6 +92,7 @@ private:
     QByteArray mPath; // of this process, as it was
     std::unique_ptr<QtDesktop> mDesktop;
     QtDialogUser mDialogs;
+    std::unique_ptr<QWidget> mOtherWindow;
     std::vector<std::string> mHelpOpened;
     std::vector<SeenProcessStart> mStarts;
     bool mHasEnded = false;

@@ -89,6 +89,28 @@ protected:
         user->Type(text);
     }
 
+    // Opens a file and edits a function of it in the pane.
+    void BeginTyping() {
+        StartProgram();
+        Open("a.PSF", GoodPsf());
+        Write("One", "/* first */");
+    }
+
+    // Types on where the keyboard is and closes the window, which asks; the answer is Yes.
+    void TypeOn() {
+        user->Type("/* later */");
+        EXPECT_NE(user->PaneShown().find("/* first *//* later */"), std::string::npos);
+        EXPECT_TRUE(program->FuncBodyChangedFlag);
+        const std::size_t boxes = user->MessageBoxes().size();
+        user->WillPress(MsgResult::Yes);
+        user->CloseByUser();
+        EXPECT_EQ(user->MessageBoxes().size(), boxes + 1);
+        EXPECT_EQ(user->MessageBoxes().back().caption, "Save Dialog");
+    }
+
+    // Opens a menu and leaves it.
+    void LeaveMenuBar() { user->OpenMenuAndLeave(mDesktop->Menu("mnuFile")); }
+
     // Adds a function with F5.
     void AddFunction(const std::string& name) {
         user->WillUseName([name](NameWindowUser& dialog) {

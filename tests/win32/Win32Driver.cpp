@@ -147,6 +147,19 @@ void Win32Driver::EndSession(bool mayAsk) {
     Settle();
 }
 
+void Win32Driver::GoToAnotherWindow() {
+    mOtherWindow = CreateWindowExW(0, WC_STATICW, L"another window", WS_POPUP | WS_VISIBLE, 0, 0, 10, 10, nullptr,
+                                   nullptr, GetModuleHandleW(nullptr), nullptr);
+    SetActiveWindow(mOtherWindow);
+    Settle();
+}
+
+void Win32Driver::ComeBack() {
+    DestroyWindow(mOtherWindow);
+    SetActiveWindow(mFrame);
+    Settle();
+}
+
 void Win32Driver::DropFile(const std::string& path) {
     const std::wstring wide = ToWide(path);
     const std::size_t size = sizeof(DROPFILES) + (wide.size() + 2) * sizeof(wchar_t);
@@ -269,8 +282,42 @@ void Win32Driver::PressButton(std::int32_t number) {
 }
 
 void Win32Driver::ChooseMenu(MenuItem& item) {
-    Post(mFrame, WM_COMMAND, static_cast<WPARAM>(static_cast<Win32MenuItem&>(item).Id()));
+    const std::vector<const Win32MenuItem*> menus = mDesktop->Menus().Items(nullptr);
+    for (std::size_t menu = 0; menu < menus.size() && IsShown(); ++menu) {
+        std::vector<const Win32MenuItem*> items = mDesktop->Menus().Items(menus[menu]);
+        std::erase(items, nullptr); // keys pass over a line
+        const auto chosen = std::find(items.begin(), items.end(), &item);
+        if (chosen != items.end()) {
+            PostOpening(static_cast<std::ptrdiff_t>(menu));
+            PostMenuKey(VK_DOWN, chosen - items.begin());
+            PostMenuKey(VK_RETURN);
+        }
+    }
+    if (!IsShown()) {
+        Post(mFrame, WM_COMMAND, static_cast<WPARAM>(static_cast<Win32MenuItem&>(item).Id()));
+    }
     Settle();
+}
+
+void Win32Driver::OpenMenuAndLeave(MenuItem& menu) {
+    const std::vector<const Win32MenuItem*> menus = mDesktop->Menus().Items(nullptr);
+    PostOpening(std::find(menus.begin(), menus.end(), &menu) - menus.begin());
+    PostMenuKey(VK_ESCAPE, 2); // the drop-down, then the bar
+    Settle();
+}
+
+// A menu has a loop of its own, so its keys must be there before it begins.
+void Win32Driver::PostOpening(std::ptrdiff_t menu) {
+    Post(mFrame, WM_SYSCOMMAND, SC_KEYMENU);
+    PostMenuKey(VK_RIGHT, menu);
+    PostMenuKey(VK_DOWN);
+}
+
+void Win32Driver::PostMenuKey(WPARAM key, std::ptrdiff_t times) {
+    for (std::ptrdiff_t time = 0; time < times; ++time) {
+        Post(mFrame, WM_KEYDOWN, key, 1);
+        Post(mFrame, WM_KEYUP, key, Released);
+    }
 }
 
 std::vector<std::string> Win32Driver::MenuNames(MenuItem* menu) const {

@@ -26,6 +26,8 @@ public:
     void CloseByUser() override;
     void DestroyFromOutside() override;
     void EndSession(bool mayAsk) override;
+    void GoToAnotherWindow() override;
+    void ComeBack() override;
     void DropFile(const std::string& path) override;
     bool IsShown() const override;
     bool HasEnded() const override;
@@ -52,6 +54,7 @@ public:
     std::string ButtonTip(std::int32_t number) const override;
     void PressButton(std::int32_t number) override;
     void ChooseMenu(MenuItem& item) override;
+    void OpenMenuAndLeave(MenuItem& menu) override;
     std::vector<std::string> MenuNames(MenuItem* menu) const override;
 
     void WillPress(MsgResult button) override { mDialogs.WillPress(button); }
@@ -81,12 +84,15 @@ public:
 private:
     void Post(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
     void Click(HWND window, POINT point);
+    void PostOpening(std::ptrdiff_t menu);
+    void PostMenuKey(WPARAM key, std::ptrdiff_t times = 1);
     std::wstring Shown() const;
 
     TestFolder mFolder;
     std::vector<std::string> mHelpOpened;
     std::unique_ptr<Win32Desktop> mDesktop;
     HWND mFrame = nullptr;
+    HWND mOtherWindow = nullptr;
     bool mIsStartExpected = true;
     DialogUser mDialogs;
 };

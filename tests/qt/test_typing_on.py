@@ -1,0 +1,136 @@
+"""Whatever takes the keyboard from the pane gives it back: what is typed then is asked about when the window closes."""
+
+import shutil
+import subprocess
+
+import pytest
+
+from conftest import EXAMPLE, until, xdotool
+
+
+@pytest.fixture(name="block")
+def fixture_block(home):
+    path = home / "typed.PSF"
+    shutil.copy(EXAMPLE / "Blink.PSF", path)
+    return path
+
+
+@pytest.fixture(name="program")
+def fixture_program(start, block):
+    """The program with the keyboard in the pane, in front of the references, where something is typed."""
+    program = start(block)
+    program.wait_for("Tessaly")
+    program.key("F2", "Home", "F3", "ctrl+Home")
+    program.type("int first;")
+    return program
+
+
+def text(block):
+    return block.read_text("cp1252")
+
+
+def save(program, block):
+    program.key("alt+f", "s")
+    until(lambda: "int first;" in text(block), "the saved text")
+    program.wait_for("Tessaly")
+
+
+def type_on_and_close(program, block):
+    """The question comes, and what was typed in between is saved."""
+    program.type("int later;")
+    program.key("alt+F4")
+    program.wait_for("Save Dialog")
+    program.key("Return")
+    assert program.wait_for_end() == 0
+    assert "int first;int later;" in text(block)
+
+
+def click(program, across, down):
+    """Clicks into the window, so many pixels from its corner."""
+    xdotool("mousemove", "--window", program.wait_for("Tessaly"), across, down, "click", 1)
+
+
+def open_menu(program, how):
+    """Opens a menu and waits for its window; returns what windows were there before."""
+    before = program.windows()
+    how()
+    until(lambda: len(program.windows()) > len(before), "the open menu")
+    return before
+
+
+def test_after_a_save_by_keys(program, block):
+    save(program, block)
+    type_on_and_close(program, block)
+
+
+def test_after_a_save_by_the_mouse(program, block):
+    open_menu(program, lambda: click(program, 20, 12))
+    program.key("s")
+    until(lambda: "int first;" in text(block), "the saved text")
+    type_on_and_close(program, block)
+
+
+def test_after_a_save_under_another_name(program, block, home):
+    program.key("alt+f", "a")
+    program.wait_for("Save As")
+    other = home / "other.PSF"
+    program.type(str(other))
+    program.key("Return")
+    until(other.exists, "the other file")
+    program.wait_for("Tessaly")
+    type_on_and_close(program, other)
+
+
+def test_after_a_build_with_its_question_and_its_window(program, block, home):
+    program.key("F10")
+    program.wait_for("Save As")
+    program.key("Return")
+    until((home / "typed.out").exists, "the program block")
+    program.wait_for("Tessaly")
+    type_on_and_close(program, block)
+
+
+def test_after_a_cancelled_open(program, block):
+    save(program, block)
+    program.key("alt+f", "p")
+    program.wait_for("Open")
+    program.key("Escape")
+    program.wait_for("Tessaly")
+    type_on_and_close(program, block)
+
+
+def test_after_menus_that_were_only_looked_at(program, block):
+    save(program, block)
+    before = open_menu(program, lambda: program.key("alt+f"))
+    program.key("Escape", "Escape")
+    until(lambda: program.windows() == before, "the closed menu")
+    program.key("Alt_L", "Alt_L")
+    type_on_and_close(program, block)
+
+
+def test_after_boxes_and_a_change_of_the_language(program, block):
+    save(program, block)
+    program.key("alt+h", "Down", "Return")
+    program.wait_for("Hot-Keys")
+    program.key("Return")
+    program.wait_for("Tessaly")
+    program.key("F5")
+    program.wait_for("Add Function")
+    program.key("Escape")
+    program.wait_for("Tessaly")
+    program.key("alt+l", "e")
+    type_on_and_close(program, block)
+
+
+def test_after_another_window_and_minimising(program, block):
+    save(program, block)
+    main = program.windows("^Tessaly$")[0]
+    with subprocess.Popen(["xmessage", "another program"]) as other:
+        window = until(lambda: xdotool("search", "--onlyvisible", "--name", "^xmessage$"), "another window")[-1]
+        xdotool("windowactivate", "--sync", window)
+        xdotool("windowactivate", "--sync", main)
+        other.kill()
+    xdotool("windowminimize", "--sync", main)
+    xdotool("windowactivate", "--sync", main)
+    program.wait_for("Tessaly")
+    type_on_and_close(program, block)

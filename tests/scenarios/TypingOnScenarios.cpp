@@ -1,0 +1,109 @@
+// Whatever comes between two edits, the second one is asked about when the window closes.
+#include "tests/scenarios/ProgramScenario.h"
+
+namespace tessaly {
+namespace {
+
+TEST_P(ProgramScenario, WhatIsTypedAfterASaveIsAskedAbout) {
+    BeginTyping();
+    Choose("mnuSavePSF");
+    EXPECT_FALSE(program->FuncBodyChangedFlag);
+    TypeOn();
+    EXPECT_NE(ReadFile(user->FilePath("a.PSF")).find("/* first *//* later */void One()"), std::string::npos);
+}
+
+TEST_P(ProgramScenario, WhatIsTypedAfterASaveUnderAnotherNameIsAskedAbout) {
+    BeginTyping();
+    WriteFile(user->FilePath("there.PSF"), "");
+    user->WillChooseFile(user->FilePath("there.PSF"));
+    user->WillPress(MsgResult::Yes); // replace
+    Choose("mnuSaveAsPSF");
+    EXPECT_FALSE(program->FuncBodyChangedFlag);
+    TypeOn();
+    EXPECT_NE(ReadFile(user->FilePath("there.PSF")).find("/* first *//* later */"), std::string::npos);
+}
+
+TEST_P(ProgramScenario, WhatIsTypedAfterACancelledSaveIsAskedAbout) {
+    BeginTyping();
+    user->WillCancelFileDialog();
+    Choose("mnuSaveAsPSF");
+    TypeOn();
+}
+
+TEST_P(ProgramScenario, WhatIsTypedAfterABuildThatSavesIsAskedAbout) {
+    BeginTyping();
+    user->WillPress(MsgResult::Yes);
+    user->PressKey(KeyF10, 0);
+    user->Settle();
+    EXPECT_EQ(user->Starts().size(), 1U);
+    EXPECT_FALSE(program->FuncBodyChangedFlag);
+    LeaveMenuBar();
+    TypeOn();
+}
+
+TEST_P(ProgramScenario, WhatIsTypedAfterACancelledOpenIsAskedAbout) {
+    BeginTyping();
+    user->WillPress(MsgResult::Yes);
+    user->WillCancelFileDialog();
+    Choose("mnuOpenPSF");
+    EXPECT_FALSE(program->FuncBodyChangedFlag);
+    TypeOn();
+}
+
+TEST_P(ProgramScenario, WhatIsTypedAfterADeclinedDeletionIsAskedAbout) {
+    BeginTyping();
+    Choose("mnuSavePSF");
+    user->WillPress(MsgResult::No);
+    user->PressButton(2);
+    user->WillPress(MsgResult::No);
+    user->PressKey(KeyF4, 0);
+    TypeOn();
+}
+
+TEST_P(ProgramScenario, WhatIsTypedAfterANameThatWasNotGivenIsAskedAbout) {
+    BeginTyping();
+    Choose("mnuSavePSF");
+    user->WillUseName([](NameWindowUser& dialog) { dialog.PressCancel(); });
+    user->PressKey(KeyF5, 0);
+    TypeOn();
+}
+
+TEST_P(ProgramScenario, WhatIsTypedAfterAFileThatCannotBeOpenedIsAskedAbout) {
+    BeginTyping();
+    Choose("mnuSavePSF");
+    WriteFile(user->FilePath("bad.PSF"), "");
+    user->WillPress(MsgResult::Ok);
+    user->DropFile(user->FilePath("bad.PSF"));
+    user->Settle();
+    EXPECT_FALSE(program->FuncBodyChangedFlag);
+    TypeOn();
+}
+
+TEST_P(ProgramScenario, WhatIsTypedAfterMenusBoxesAndOtherWindowsIsAskedAbout) {
+    BeginTyping();
+    Choose("mnuSavePSF");
+    LeaveMenuBar();
+    Choose("mnuGerman");
+    Choose("mnuEnglish");
+    user->WillPress(MsgResult::Ok);
+    Choose("mnuHelpHotKeys");
+    user->WillUseSplash([](SplashWindowUser& splash) { splash.PressKey(); });
+    Choose("mnuAbout");
+    user->GoToAnotherWindow();
+    user->ComeBack();
+    EXPECT_FALSE(program->FuncBodyChangedFlag);
+    TypeOn();
+}
+
+TEST_P(ProgramScenario, WhatACommandPutsIntoThePaneIsNoEdit) {
+    BeginTyping();
+    user->WillPress(MsgResult::No);
+    Open("b.PSF", GoodPsf());
+    EXPECT_FALSE(program->FuncBodyChangedFlag);
+    Choose("mnuNewPSF");
+    EXPECT_FALSE(program->FuncBodyChangedFlag);
+    EXPECT_EQ(program->FuncBodyChangeMode, 2) << "the pane still has the keyboard";
+}
+
+} // namespace
+} // namespace tessaly
