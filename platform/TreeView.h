@@ -17,7 +17,8 @@ enum class TreeItem : std::uint32_t { None = 0 };
 class TreeView : public Control {
 public:
     // Raised when the user selects an item, by mouse or keyboard, after the item has become the selected one; a click
-    // on the item that is selected already raises it, too. Never raised by Select.
+    // on the item that is selected already raises it, too, and so does an item that the user collapses over the
+    // selected one, in whose place it is selected. Never raised by Select.
     std::function<void(TreeItem item)> onNodeClick;
 
     // Removes all items; nothing is selected then.

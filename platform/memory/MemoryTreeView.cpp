@@ -126,8 +126,7 @@ TreeItem MemoryTreeView::Selected() const {
 
 void MemoryTreeView::Click(TreeItem item) {
     CheckReachable("a click into the tree");
-    const std::vector<TreeItem> visible = Visible();
-    if (std::find(visible.begin(), visible.end(), item) == visible.end()) {
+    if (!IsVisible(item)) {
         throw ImpossibleAction("a click on a tree item that cannot be seen");
     }
     TakeFocus();
@@ -140,6 +139,19 @@ void MemoryTreeView::Click(std::string_view key) {
         throw ImpossibleAction("a click on the tree item \"" + std::string(key) + "\", which is not there");
     }
     Click(found->second);
+}
+
+void MemoryTreeView::Collapse(TreeItem item) {
+    CheckReachable("a click into the tree");
+    if (!IsVisible(item) || !Get(item).isExpanded) {
+        throw ImpossibleAction("the collapse of a tree item that is hidden or not expanded");
+    }
+    TakeFocus();
+    const bool wasSeen = IsVisible(mSelected);
+    Get(item).isExpanded = false;
+    if (wasSeen && !IsVisible(mSelected)) {
+        SelectByUser(item);
+    }
 }
 
 bool MemoryTreeView::MoveUp() {
@@ -202,6 +214,11 @@ std::vector<TreeItem> MemoryTreeView::Visible() const {
         }
     }
     return visible;
+}
+
+bool MemoryTreeView::IsVisible(TreeItem item) const {
+    const std::vector<TreeItem> visible = Visible();
+    return std::find(visible.begin(), visible.end(), item) != visible.end();
 }
 
 void MemoryTreeView::SelectByUser(TreeItem item) {

@@ -38,6 +38,10 @@ public:
     void Click(TreeItem item);
     void Click(std::string_view key);
 
+    // The user collapses an item by the mouse: the focus moves to the tree, and where what was selected is hidden now,
+    // the item is selected as by a click. Throws ImpossibleAction when the item is not there, hidden or not expanded.
+    void Collapse(TreeItem item);
+
     // The user presses the arrow keys: the selection moves over the items that can be seen. False, and nothing
     // happens, when the tree has not the focus or there is no further item.
     bool MoveUp();
@@ -62,6 +66,7 @@ private:
     const Item& Get(TreeItem item) const;
     Item& Get(TreeItem item);
     std::vector<TreeItem> Visible() const;
+    bool IsVisible(TreeItem item) const;
     void SelectByUser(TreeItem item);
     bool Move(std::ptrdiff_t step);
 

@@ -19,6 +19,19 @@ constexpr int ItemRole = Qt::UserRole;
 
 } // namespace
 
+// What is collapsed is selected in place of what it hides, which Qt would leave selected.
+QtTreeWidget::QtTreeWidget(QWidget* parent) : QTreeWidget(parent) {
+    connect(this, &QTreeWidget::itemCollapsed, this, [this](QTreeWidgetItem* collapsed) {
+        const QTreeWidgetItem* above = Selected();
+        while (above != nullptr && above != collapsed) {
+            above = above->parent();
+        }
+        if (above != nullptr) {
+            setCurrentItem(collapsed);
+        }
+    });
+}
+
 QTreeWidgetItem* QtTreeWidget::Selected() const {
     QTreeWidgetItem* const current = currentItem();
     return current != nullptr && current->isSelected() ? current : nullptr;
@@ -31,14 +44,29 @@ void QtTreeWidget::SelectNothing() {
 
 // A press on an item is told whether it was selected before or not; one on the arrow beside it is none.
 void QtTreeWidget::mousePressEvent(QMouseEvent* event) {
+    const QTreeWidgetItem* const before = Selected();
     QTreeWidgetItem* pressed = nullptr;
     const QMetaObject::Connection connection =
         connect(this, &QTreeWidget::itemPressed, this, [&pressed](QTreeWidgetItem* item) { pressed = item; });
     QTreeWidget::mousePressEvent(event);
     disconnect(connection);
-    if (pressed != nullptr && onUserSelect) {
+    if (pressed == nullptr) {
+        TellIfChanged(before);
+    } else if (onUserSelect) {
         onUserSelect(pressed);
     }
+}
+
+void QtTreeWidget::mouseReleaseEvent(QMouseEvent* event) {
+    const QTreeWidgetItem* const before = Selected();
+    QTreeWidget::mouseReleaseEvent(event);
+    TellIfChanged(before);
+}
+
+void QtTreeWidget::mouseDoubleClickEvent(QMouseEvent* event) {
+    const QTreeWidgetItem* const before = Selected();
+    QTreeWidget::mouseDoubleClickEvent(event);
+    TellIfChanged(before);
 }
 
 void QtTreeWidget::mouseMoveEvent(QMouseEvent* event) {

@@ -15,7 +15,7 @@ namespace tessaly {
 // Tells of what the user selects, and of nothing else.
 class QtTreeWidget final : public QTreeWidget {
 public:
-    using QTreeWidget::QTreeWidget;
+    explicit QtTreeWidget(QWidget* parent);
 
     std::function<void(QTreeWidgetItem* item)> onUserSelect;
 
@@ -25,6 +25,8 @@ public:
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;

@@ -4,6 +4,7 @@
 #include "platform/win32/Text.h"
 #include "platform/win32/Win32Raise.h"
 
+#include <algorithm>
 #include <bit>
 #include <iterator>
 #include <stdexcept>
@@ -184,6 +185,9 @@ LRESULT Win32TreeView::Notify(NMHDR& header) {
         if (item != mItems.end()) {
             item->second.isExpanded = change.action == TVE_EXPAND;
         }
+        if (change.action == TVE_COLLAPSE && !mIsProgramAtWork) {
+            Win32Child::Parent().Later([this] { FollowSelection(); });
+        }
     } else if (header.code == TVN_SELCHANGEDW && !mIsProgramAtWork) {
         mSelected = ItemOf(reinterpret_cast<const NMTREEVIEWW&>(header).itemNew.lParam);
         RaiseClick(mSelected);
@@ -210,6 +214,17 @@ LRESULT Win32TreeView::Draw(NMTVCUSTOMDRAW& drawing) const {
                                 quarter(GetBValue(paper), GetBValue(text)));
     }
     return CDRF_DODEFAULT;
+}
+
+// Not every system tells that it has selected what was collapsed in place of what that hides.
+void Win32TreeView::FollowSelection() {
+    const auto shown = std::bit_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_CARET));
+    const auto item =
+        std::find_if(mItems.begin(), mItems.end(), [shown](const auto& each) { return each.second.shown == shown; });
+    if (item != mItems.end() && item->first != mSelected) {
+        mSelected = item->first;
+        RaiseClick(mSelected);
+    }
 }
 
 // A click on the item that is selected changes no selection, so nothing else tells of it.

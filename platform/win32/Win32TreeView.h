@@ -61,6 +61,7 @@ private:
     void RaiseClick(TreeItem item);
     LRESULT Draw(NMTVCUSTOMDRAW& drawing) const;
     void Clicked();
+    void FollowSelection();
 
     Items mItems;
     std::map<std::string, TreeItem, std::less<>> mKeys;

@@ -111,7 +111,8 @@ public:
 
     // The tree.
     virtual void ClickItem(TreeItem item) = 0;
-    virtual void MoveSelectionDown() = 0; // with the key
+    virtual void MoveSelectionDown() = 0;         // with the key
+    virtual void CollapseItem(TreeItem item) = 0; // with the mouse; it is expanded
 
     // The pane. Positions count bytes of what is shown, where every line break is one LF. Typing goes where the
     // focus is, if at all.

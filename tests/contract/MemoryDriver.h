@@ -35,6 +35,7 @@ public:
 
     void ClickItem(TreeItem item) override { mDesktop.tree.Click(item); }
     void MoveSelectionDown() override { mDesktop.tree.MoveDown(); }
+    void CollapseItem(TreeItem item) override { mDesktop.tree.Collapse(item); }
 
     void ClickPane() override { mDesktop.pane.Click(); }
     void SetCaret(std::size_t position) override { mDesktop.pane.SetCaret(position); }

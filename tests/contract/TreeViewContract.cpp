@@ -275,6 +275,40 @@ TEST_P(DesktopContract, ChildrenAreShownInTheOrderOfAdding) {
     EXPECT_EQ(events, (Strings{"click a1", "click a2", "click b"}));
 }
 
+TEST_P(DesktopContract, AnItemThatIsCollapsedIsSelectedInPlaceOfWhatItHides) {
+    MainWindow().Show();
+    Fill(Tree());
+    for (const char* const key : {"a", "b", "b1"}) {
+        Tree().Expand(Tree().Find(key));
+    }
+    Tree().SetFocus();
+    Record();
+    for (const auto& [selected, collapsed] : {std::pair("a2", "a"), std::pair("b1x", "b")}) {
+        events.clear();
+        Tree().Select(Tree().Find(selected));
+        user->CollapseItem(Tree().Find(collapsed));
+        EXPECT_EQ(events, Strings{std::string("click ") + collapsed});
+        EXPECT_EQ(Tree().Selected(), Tree().Find(collapsed));
+        EXPECT_FALSE(Tree().IsExpanded(Tree().Find(collapsed)));
+    }
+}
+
+TEST_P(DesktopContract, ACollapseThatHidesNoSelectionSelectsNothing) {
+    MainWindow().Show();
+    Fill(Tree());
+    Tree().Expand(Tree().Find("a"));
+    Tree().Expand(Tree().Find("b"));
+    Tree().SetFocus();
+    Tree().Select(Tree().Find("a1"));
+    Record();
+    user->CollapseItem(Tree().Find("b"));
+    EXPECT_EQ(Tree().Selected(), Tree().Find("a1"));
+    Tree().Select(Tree().Find("a"));
+    user->CollapseItem(Tree().Find("a"));
+    EXPECT_EQ(Tree().Selected(), Tree().Find("a"));
+    EXPECT_EQ(events, Strings{});
+}
+
 TEST_P(DesktopContract, NothingIsSelectedAfterTheSelectedItemWasRemoved) {
     Fill(Tree());
     Tree().Select(Tree().Find("a2"));

@@ -174,6 +174,14 @@ void QtDriver::MoveSelectionDown() {
     Key(Qt::Key_Down);
 }
 
+// The arrow stands in front of the item.
+void QtDriver::CollapseItem(TreeItem item) {
+    const QtTreeWidget& tree = mDesktop->tree.Widget();
+    const QRect place = tree.visualItemRect(&mDesktop->tree.NodeOf(item));
+    Click(*tree.viewport(), {place.left() - tree.indentation() / 2, place.center().y()});
+    EXPECT_FALSE(mDesktop->tree.IsExpanded(item));
+}
+
 void QtDriver::ClickPane() {
     const QWidget& text = *mDesktop->pane.Widget().viewport();
     Click(text, text.rect().center());

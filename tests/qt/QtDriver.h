@@ -36,6 +36,7 @@ public:
 
     void ClickItem(TreeItem item) override;
     void MoveSelectionDown() override;
+    void CollapseItem(TreeItem item) override;
 
     void ClickPane() override;
     void SetCaret(std::size_t position) override;

@@ -353,6 +353,18 @@ TEST_P(ProgramScenario, ADroppedFileIsOpened) {
     EXPECT_EQ(program->mLastOpenedFile, user->FilePath("dropped.PSF"));
 }
 
+TEST_P(ProgramScenario, AGroupThatIsCollapsedOverTheEditedFunctionStoresIt) {
+    StartProgram();
+    Open("a.PSF", GoodPsf());
+    Write("Two", "/* kept */");
+    user->CollapseItem(Tree().Find("_0f"));
+    EXPECT_EQ(CurrentKey(), "_0f");
+    EXPECT_FALSE(Pane().FuncBodyAvailable());
+    EXPECT_EQ(user->PaneShown(), "");
+    Choose("mnuSavePSF");
+    EXPECT_NE(ReadFile(user->FilePath("a.PSF")).find("FuncBody=/* kept */void Two()"), std::string::npos);
+}
+
 TEST_P(ProgramScenario, EditsInManyPlacesAreAllStored) {
     StartProgram();
     Open("a.PSF", GoodPsf());

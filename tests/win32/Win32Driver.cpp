@@ -199,13 +199,31 @@ Extent Win32Driver::Shown(tessaly::Control& control) const {
 }
 
 void Win32Driver::ClickItem(TreeItem item) {
+    const RECT text = PlaceOfItem(item);
+    Click(Control(ControlId::CodeTree), {text.left + 3, (text.top + text.bottom) / 2});
+}
+
+void Win32Driver::CollapseItem(TreeItem item) {
+    const RECT text = PlaceOfItem(item);
+    TVHITTESTINFO hit = {};
+    hit.pt = {text.left, (text.top + text.bottom) / 2};
+    while (hit.pt.x > 0 && (hit.flags & TVHT_ONITEMBUTTON) == 0) {
+        --hit.pt.x;
+        SendMessageW(Control(ControlId::CodeTree), TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+    }
+    Click(Control(ControlId::CodeTree), hit.pt);
+    EXPECT_FALSE(mDesktop->Tree().IsExpanded(item));
+}
+
+// Of its text.
+RECT Win32Driver::PlaceOfItem(TreeItem item) {
     Settle(); // an item has its size when it has been painted
     const HTREEITEM shown = mDesktop->Tree().ShownItem(item);
     RECT rect = {};
     std::memcpy(&rect, &shown, sizeof shown);
-    ASSERT_NE(SendMessageW(Control(ControlId::CodeTree), TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&rect)), 0)
+    EXPECT_NE(SendMessageW(Control(ControlId::CodeTree), TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&rect)), 0)
         << "the item cannot be seen";
-    Click(Control(ControlId::CodeTree), {rect.left + 3, (rect.top + rect.bottom) / 2});
+    return rect;
 }
 
 void Win32Driver::ClickPane() {

@@ -38,6 +38,7 @@ public:
 
     void ClickItem(TreeItem item) override;
     void MoveSelectionDown() override { PressKey(VK_DOWN, 0); }
+    void CollapseItem(TreeItem item) override;
 
     void ClickPane() override;
     void SetCaret(std::size_t position) override;
@@ -84,6 +85,7 @@ public:
 private:
     void Post(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
     void Click(HWND window, POINT point);
+    RECT PlaceOfItem(TreeItem item);
     void PostOpening(std::ptrdiff_t menu);
     void PostMenuKey(WPARAM key, std::ptrdiff_t times = 1);
     std::wstring Shown() const;
