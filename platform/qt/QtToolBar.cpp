@@ -34,6 +34,9 @@ std::string QtImageList::Tag(std::int32_t number) const {
 QtToolBar::QtToolBar(QWidget* parent, QtFocus& focus) : QtControl(&focus, mBar, QtKeyboard::Used), mBar(parent) {
     mBar.setIconSize(QSize(PictureSize, PictureSize));
     mBar.setFocusPolicy(Qt::NoFocus);
+    QAction button{QIcon(), QString()}; // measured with one
+    mBar.addAction(&button);
+    mHeight = ToTwips(mBar.sizeHint().height());
 }
 
 void QtToolBar::Clear() {
@@ -73,15 +76,6 @@ std::string QtToolBar::ButtonTag(std::int32_t number) const {
 
 void QtToolBar::TakeFocus() {
     ButtonWidget(1).setFocus(Qt::OtherFocusReason);
-}
-
-// Measured on a bar with a button.
-float QtToolBar::PreferredHeight() const {
-    QToolBar bar;
-    bar.setIconSize(mBar.iconSize());
-    bar.addAction(QIcon(), QString());
-    bar.ensurePolished();
-    return ToTwips(bar.sizeHint().height());
 }
 
 QWidget& QtToolBar::ButtonWidget(std::int32_t number) const {

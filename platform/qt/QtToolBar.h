@@ -26,7 +26,7 @@ public:
     void AddButton(std::int32_t image, std::string_view tag) override;
     void SetButtonTip(std::int32_t number, std::string_view tip) override;
     std::int32_t ButtonCount() const override { return static_cast<std::int32_t>(mButtons.size()); }
-    float PreferredHeight() const override;
+    float PreferredHeight() const override { return mHeight; }
     std::string ButtonTag(std::int32_t number) const override;
 
     // Without a button there is nothing to work on.
@@ -50,6 +50,7 @@ private:
     const Button& At(std::int32_t number) const;
 
     QToolBar mBar;
+    float mHeight = 0;
     std::vector<Button> mButtons;
 };
 
