@@ -2,6 +2,7 @@
 #include "platform/LineBreaks.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tessaly {
 
@@ -52,6 +53,12 @@ std::string BreakList::Apply(std::string_view shown) const {
         start = std::min(end + 1, shown.size());
     }
     return text.append(shown, start);
+}
+
+void LineBreaks::Set(std::string_view text) {
+    BreakList breaks;
+    mShown = breaks.Set(text);
+    mBreaks = std::move(breaks);
 }
 
 void LineBreaks::Edit(std::string_view shown) {

@@ -31,8 +31,9 @@ private:
 
 class LineBreaks {
 public:
-    // Takes a new text with any breaks: CR LF, a lone LF, a lone CR.
-    void Set(std::string_view text) { mShown = mBreaks.Set(text); }
+    // Takes a new text with any breaks: CR LF, a lone LF, a lone CR. Without memory for it the old one stays, and
+    // std::bad_alloc is thrown.
+    void Set(std::string_view text);
 
     // The text for the control, every break a single LF.
     const std::string& Shown() const { return mShown; }

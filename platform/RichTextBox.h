@@ -22,13 +22,15 @@ public:
     std::function<void()> onGotFocus;
     std::function<void()> onLostFocus;
 
-    // The text, UTF-8. SetText forgets what could be undone and raises onChange.
+    // The text, UTF-8. SetText shows all of it, forgets what could be undone and raises onChange. Or it throws a
+    // std::exception, where memory is short as a rule; then the old text is still there, whole and with what could be
+    // undone, and nothing is raised.
     virtual std::string Text() const = 0;
     virtual void SetText(std::string_view text) = 0;
 
     // An unavailable pane takes no input and refuses the focus. It is shown empty and grey, not hidden, so that the
     // window keeps its shape under the user's hand. If it has the focus when it becomes unavailable it keeps it. It is
-    // available at first.
+    // available at first. A pane that cannot show its text stays unavailable, and a std::exception is thrown.
     virtual bool FuncBodyAvailable() const = 0;
     virtual void SetFuncBodyAvailable(bool available) = 0;
 

@@ -50,6 +50,25 @@ QString FromDocument(QString text) {
     return text;
 }
 
+// Throws std::bad_alloc unless the document of `text` will fit into memory: Qt itself ends the program where it does
+// not. Measured with lines of every length: up to 500 bytes for a line, 3 for a character, and 37 for each that is
+// seen, which at worst is all of the longest line. As much as an edit and reading back may take is added.
+void CheckMemory(const QString& text) {
+    constexpr std::size_t line = 640;
+    constexpr std::size_t character = 8;
+    constexpr std::size_t seen = 40;
+    std::size_t lines = 0;
+    qsizetype longest = 0;
+    for (qsizetype start = 0; start <= text.size(); ++lines) {
+        const qsizetype found = text.indexOf(LineFeed, start);
+        const qsizetype end = found < 0 ? text.size() : found;
+        longest = std::max(longest, end - start);
+        start = end + 1;
+    }
+    ::operator delete(::operator new(line* lines + character * static_cast<std::size_t>(text.size()) +
+                                     seen * static_cast<std::size_t>(longest)));
+}
+
 // Text from another program: its line breaks of every kind become LFs, and what is no character is replaced.
 QString FromClipboard(const QString& text) {
     QString clean = QString::fromUtf8(text.toUtf8());
@@ -70,10 +89,6 @@ QtPlainTextEdit::QtPlainTextEdit(QWidget* parent) : QPlainTextEdit(parent) {
 
 QString QtPlainTextEdit::ExactText() const {
     return FromDocument(document()->toRawText());
-}
-
-void QtPlainTextEdit::SetExactText(const QString& text) {
-    setPlainText(ToDocument(text));
 }
 
 void QtPlainTextEdit::SetGrey(bool grey) {
@@ -151,9 +166,13 @@ std::string QtRichTextBox::Text() const {
 }
 
 void QtRichTextBox::SetText(std::string_view text) {
+    BreakList breaks;
+    const QString shown = ToDocument(ToQt(breaks.Set(text)));
+    CheckMemory(shown);
     mIsSetting = true;
-    mEdit.SetExactText(ToQt(mBreaks.Set(text)));
+    mEdit.setPlainText(shown);
     mIsSetting = false;
+    mBreaks = std::move(breaks);
     mBlockCount = mEdit.blockCount();
     if (onChange) {
         onChange();

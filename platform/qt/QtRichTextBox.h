@@ -19,9 +19,8 @@ class QtPlainTextEdit final : public QPlainTextEdit {
 public:
     explicit QtPlainTextEdit(QWidget* parent);
 
-    // The text, with LF as its only line break. `text` is any valid Unicode.
+    // The text, with LF as its only line break.
     QString ExactText() const;
-    void SetExactText(const QString& text);
 
     void SetGrey(bool grey);
 

@@ -13,18 +13,16 @@ std::u16string_view Units(std::wstring_view text) {
 
 } // namespace
 
-void Win32CodeLines::Reset(std::wstring_view text) {
+Win32CodeLines::Win32CodeLines(std::wstring_view text) {
     const auto add = [this](std::size_t start) {
         mLines.emplace_back();
         mLines.back().start = start;
-        mLines.back().isFresh = true;
     };
-    mLines.clear();
     add(0);
     for (std::size_t found = text.find(L'\r'); found != std::wstring_view::npos; found = text.find(L'\r', found + 1)) {
         add(found + 1);
     }
-    mScanned = 1;
+    SetAllFresh();
 }
 
 void Win32CodeLines::Edit(std::wstring_view text, std::size_t start, std::size_t end, std::size_t breaksBefore) {
@@ -86,6 +84,14 @@ void Win32CodeLines::SetFormatted(std::size_t line) {
 void Win32CodeLines::SetNoneFormatted() {
     for (Line& line : mLines) {
         line.isFresh = line.isFresh && !line.isFormatted;
+        line.isFormatted = false;
+        line.hasTabStops = false;
+    }
+}
+
+void Win32CodeLines::SetAllFresh() {
+    for (Line& line : mLines) {
+        line.isFresh = true;
         line.isFormatted = false;
         line.hasTabStops = false;
     }

@@ -13,8 +13,8 @@ namespace tessaly {
 // Line breaks are single CRs.
 class Win32CodeLines {
 public:
-    // A new text.
-    void Reset(std::wstring_view text);
+    // A text that is new.
+    explicit Win32CodeLines(std::wstring_view text);
 
     // In `text` the stretch from `start` to `end` took the place of one with `breaksBefore` line breaks. The line that
     // it is in, the new ones, and those that now go on with something else are not shown as they should be any more.
@@ -42,6 +42,7 @@ public:
     bool IsFresh(std::size_t line) const { return mLines[line].isFresh; }
     void SetFormatted(std::size_t line);
     void SetNoneFormatted();
+    void SetAllFresh();
 
 private:
     struct Line {

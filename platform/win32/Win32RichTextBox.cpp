@@ -12,6 +12,7 @@
 #include <bit>
 #include <cmath>
 #include <cstring>
+#include <stdexcept>
 #include <string_view>
 #include <utility>
 
@@ -175,13 +176,18 @@ std::string Win32RichTextBox::Text() const {
 }
 
 void Win32RichTextBox::SetText(std::string_view text) {
-    mText = ToWide(mBreaks.Set(text));
-    mHasPictures = ShowControlCharacters(mText);
+    BreakList breaks;
+    std::wstring wide = ToWide(breaks.Set(text));
+    const bool hasPictures = ShowControlCharacters(wide);
+    if (mFuncBodyAvailable) {
+        Show(wide);
+        Send(EM_SETREADONLY, FALSE); // if it came to the worst before
+    }
+    mBreaks = std::move(breaks);
+    mText = std::move(wide);
+    mHasPictures = hasPictures;
     mIsEdited = false;
     mHiddenSelection = {};
-    if (mFuncBodyAvailable) {
-        ShowText();
-    }
     Raise(onChange);
 }
 
@@ -194,10 +200,10 @@ void Win32RichTextBox::SetFuncBodyAvailable(bool available) {
         mText = mIsEdited ? ShownText() : std::move(mText);
         Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&mHiddenSelection));
     }
+    Show(available ? std::wstring_view(mText) : std::wstring_view());
     mFuncBodyAvailable = available;
     Send(EM_SETREADONLY, available ? FALSE : TRUE);
     ShowBackground();
-    ShowText();
     ShowScrollBars();
     if (available) {
         Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&mHiddenSelection));
@@ -218,16 +224,33 @@ void Win32RichTextBox::ShowScrollBars() {
     }
 }
 
-// By a stream: the messages that take a whole text can be slow beyond measure.
-void Win32RichTextBox::ShowText() {
-    std::wstring_view left = mFuncBodyAvailable ? std::wstring_view(mText) : std::wstring_view();
-    mFormat.Reset(left);
-    if (left.empty() && ShownLength() == 0) {
-        Send(EM_EMPTYUNDOBUFFER);
+// A control that has not taken all of a text gets the old one back. If it does not take that one either, nobody may
+// edit what it shows.
+void Win32RichTextBox::Show(std::wstring_view text) {
+    Win32CodeLines lines(text);
+    CHARRANGE selection = {};
+    Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+    if (PutIn(text)) {
+        mFormat.Reset(std::move(lines));
         return;
+    }
+    mIsEdited = false; // what it shows may be less than `mText`
+    const bool isBack = PutIn(mFuncBodyAvailable ? std::wstring_view(mText) : std::wstring_view());
+    mFormat.ForgetFormats();
+    Send(EM_SETREADONLY, mFuncBodyAvailable && isBack ? FALSE : TRUE);
+    Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+    throw std::runtime_error("the pane cannot show the text");
+}
+
+// By a stream: the messages that take a whole text can be slow beyond measure. Returns whether all of it is there.
+bool Win32RichTextBox::PutIn(std::wstring_view text) {
+    if (text.empty() && ShownLength() == 0) {
+        Send(EM_EMPTYUNDOBUFFER);
+        return true;
     }
     const LRESULT events = Send(EM_SETEVENTMASK, 0, 0);
     Send(WM_SETREDRAW, FALSE);
+    std::wstring_view left = text;
     EDITSTREAM stream = {reinterpret_cast<DWORD_PTR>(&left), 0, Stream};
     Send(EM_STREAMIN, SF_TEXT | SF_UNICODE, reinterpret_cast<LPARAM>(&stream));
     CHARRANGE start = {};
@@ -237,6 +260,7 @@ void Win32RichTextBox::ShowText() {
     Send(WM_SETREDRAW, TRUE);
     Send(EM_SETEVENTMASK, 0, events);
     InvalidateRect(Handle(), nullptr, TRUE);
+    return stream.dwError == 0 && static_cast<std::size_t>(ShownLength()) == text.size();
 }
 
 void Win32RichTextBox::SetTabStops(const std::vector<float>& stops) {

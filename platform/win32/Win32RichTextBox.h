@@ -41,7 +41,8 @@ private:
     void ShowTabStops();
     void ShowBackground();
     void ShowScrollBars();
-    void ShowText();
+    void Show(std::wstring_view text);
+    bool PutIn(std::wstring_view text);
 
     // Where a message that edits does so. At the selection: it begins there, or at the caret behind it, and ends at the
     // caret.

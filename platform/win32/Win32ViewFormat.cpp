@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cwchar>
+#include <utility>
 
 namespace tessaly {
 
@@ -120,7 +121,6 @@ private:
 Win32ViewFormat::Win32ViewFormat(HWND control) : mControl(control), mDocument(TextDocumentOf(control)) {
     mParagraph.cbSize = sizeof mParagraph;
     mParagraph.dwMask = PFM_TABSTOPS;
-    mLines.Reset(L"");
     ReadColours();
 }
 
@@ -155,9 +155,14 @@ void Win32ViewFormat::SetTabStops(const std::vector<LONG>& stops) {
     InvalidateRect(mControl, nullptr, FALSE);
 }
 
-void Win32ViewFormat::Reset(std::wstring_view text) {
+void Win32ViewFormat::Reset(Win32CodeLines lines) {
+    mLines = std::move(lines);
+    ForgetFormats();
+}
+
+void Win32ViewFormat::ForgetFormats() {
     mIsTyping = false;
-    mLines.Reset(text);
+    mLines.SetAllFresh();
     mLastLine.reset();
     InvalidateRect(mControl, nullptr, FALSE);
 }

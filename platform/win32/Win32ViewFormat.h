@@ -29,8 +29,11 @@ public:
     void SetFont(const std::wstring& name, LONG height);
     void SetTabStops(const std::vector<LONG>& stops);
 
-    // The control shows a new text.
-    void Reset(std::wstring_view text);
+    // The control shows a new text with these lines.
+    void Reset(Win32CodeLines lines);
+
+    // The control shows the text as if it were new.
+    void ForgetFormats();
 
     // In `text`, which is what the control shows now, the stretch from `start` to `end` took the place of one with
     // `breaksBefore` line breaks.
@@ -80,7 +83,7 @@ private:
     bool mHasColours = false;
     std::array<COLORREF, 6> mColours = {}; // by CTokenKind
     PARAFORMAT2 mParagraph = {};
-    Win32CodeLines mLines;
+    Win32CodeLines mLines{L""};
     bool mIsTyping = false; // not all is formatted yet since an edit
     std::vector<CToken> mTokens;
 

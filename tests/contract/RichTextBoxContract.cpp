@@ -1,6 +1,8 @@
 // The pane. Texts are edited at places where it is plain which line break the user touched.
 #include "tests/contract/DesktopContract.h"
+#include "tests/contract/ShortOfMemory.h"
 
+#include <new>
 #include <stdexcept>
 
 namespace tessaly {
@@ -105,6 +107,31 @@ TEST_P(DesktopContract, ANewTextCannotBeUndone) {
     user->Undo();
     EXPECT_EQ(Pane().Text(), "new");
     EXPECT_EQ(events, Strings{});
+}
+
+TEST_P(DesktopContract, ATextThatThereIsNoMemoryForLeavesWhatWasThere) {
+    if (!ShortOfMemory::IsPossible) {
+        GTEST_SKIP();
+    }
+    std::string large;
+    while (large.size() < 64U << 20U) {
+        large += "int value;\n";
+    }
+    Edit("a\rb\r\nc", 1);
+    user->Type("x");
+    Record();
+    {
+        const ShortOfMemory room(8U << 20U);
+        EXPECT_THROW(Pane().SetText(large), std::bad_alloc);
+    }
+    EXPECT_EQ(events, Strings{});
+    EXPECT_EQ(Pane().Text(), "ax\rb\r\nc");
+    EXPECT_EQ(user->PaneShown(), "ax\nb\nc");
+    EXPECT_TRUE(Pane().FuncBodyAvailable());
+    user->Undo();
+    EXPECT_EQ(Pane().Text(), "a\rb\r\nc");
+    user->Type("y");
+    EXPECT_EQ(Pane().Text(), "ay\rb\r\nc");
 }
 
 TEST_P(DesktopContract, EveryChangeRaisesOneEvent) {

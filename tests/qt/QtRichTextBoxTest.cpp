@@ -1,5 +1,6 @@
 // What Qt's editor would do to a text if it were left to.
 #include "platform/Utf8.h"
+#include "tests/contract/ShortOfMemory.h"
 #include "tests/qt/QtDriver.h"
 
 #include <QClipboard>
@@ -10,6 +11,7 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <memory>
+#include <new>
 
 namespace tessaly {
 namespace {
@@ -195,6 +197,41 @@ TEST_F(QtRichTextBoxTest, TheTabKeyGoesToTheStopsThatWereSet) {
     EXPECT_DOUBLE_EQ(line.cursorToX(1) - start, 40);
     EXPECT_DOUBLE_EQ(line.cursorToX(2) - start, 80);
     EXPECT_DOUBLE_EQ(line.cursorToX(3) - start, 120) << "on as before behind the last stop";
+}
+
+// Qt cannot be asked for the memory that is left, and ends the program where it runs out of it.
+TEST_F(QtRichTextBoxTest, HoweverMuchMemoryIsLeftATextIsShownWholeOrNotAtAll) {
+    if (!ShortOfMemory::IsPossible) {
+        GTEST_SKIP();
+    }
+    std::string shortLines;
+    while (shortLines.size() < 1U << 19U) {
+        shortLines += "a;\n";
+    }
+    const std::string longLine(1U << 20U, 'x');
+    for (const std::string& text : {shortLines, longLine}) {
+        bool isRefused = false;
+        bool isShown = false;
+        for (std::size_t room = 1U << 20U; room <= 1U << 30U; room += room / 2) {
+            Edit("a\rb", 1);
+            user.Type("x");
+            const ShortOfMemory rest(room);
+            try {
+                Pane().SetText(text);
+                Editor().grab();
+                isShown = Pane().Text() == text;
+                EXPECT_TRUE(isShown) << room;
+            } catch (const std::bad_alloc&) {
+                isRefused = true;
+                EXPECT_EQ(Pane().Text(), "ax\rb") << room;
+            }
+            if (isShown) {
+                break;
+            }
+        }
+        EXPECT_TRUE(isRefused);
+        EXPECT_TRUE(isShown);
+    }
 }
 
 } // namespace

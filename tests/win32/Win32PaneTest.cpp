@@ -12,7 +12,9 @@
 #include <cstring>
 #include <gtest/gtest.h>
 #include <set>
+#include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tessaly {
@@ -83,6 +85,59 @@ private:
         importedSystemParametersInfo = function;
         VirtualProtect(&importedSystemParametersInfo, sizeof function, access, &access);
     }
+};
+
+// The control takes only the beginning of the next `count` texts that are streamed in, and tells this error or none.
+class ShortStreams {
+public:
+    ShortStreams(HWND pane, int count, DWORD error) : mPane(pane) {
+        State() = {count, error, nullptr, nullptr, {}};
+        State().procedure =
+            reinterpret_cast<WNDPROC>(SetWindowLongPtrW(pane, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
+    }
+    ShortStreams(const ShortStreams&) = delete;
+    ShortStreams& operator=(const ShortStreams&) = delete;
+    ~ShortStreams() { SetWindowLongPtrW(mPane, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(State().procedure)); }
+
+private:
+    struct Streams {
+        int left = 0;
+        DWORD error = 0;
+        WNDPROC procedure = nullptr;
+        EDITSTREAMCALLBACK callback = nullptr;
+        bool isBegun = false;
+    };
+
+    static Streams& State() {
+        static Streams state;
+        return state;
+    }
+
+    static LRESULT CALLBACK Procedure(HWND pane, UINT message, WPARAM wParam, LPARAM lParam) {
+        const bool isShort = message == EM_STREAMIN && State().left > 0;
+        auto& stream = *reinterpret_cast<EDITSTREAM*>(lParam);
+        if (isShort) {
+            --State().left;
+            State().isBegun = false;
+            State().callback = stream.pfnCallback;
+            stream.pfnCallback = Begin;
+        }
+        const LRESULT result = CallWindowProcW(State().procedure, pane, message, wParam, lParam);
+        if (isShort) {
+            stream.dwError = State().error;
+        }
+        return result;
+    }
+
+    static DWORD CALLBACK Begin(DWORD_PTR cookie, BYTE* buffer, LONG room, LONG* count) {
+        if (std::exchange(State().isBegun, true)) {
+            *count = 0;
+            return 0;
+        }
+        return State().callback(cookie, buffer, std::min<LONG>(room, 3 * sizeof(wchar_t)), count);
+    }
+
+    HWND mPane;
 };
 
 class Win32PaneTest : public testing::Test {
@@ -536,6 +591,61 @@ TEST_F(Win32PaneTest, ControlCharactersComeBackAlsoAfterAnEdit) {
     EXPECT_EQ(Desktop().FuncBody().Text(), text);
     user.Type("x");
     EXPECT_EQ(Desktop().FuncBody().Text(), "x" + text);
+}
+
+TEST_F(Win32PaneTest, ATextThatTheControlDoesNotTakeLeavesTheOldOne) {
+    for (const DWORD error : {DWORD{ERROR_SUCCESS}, DWORD{ERROR_NOT_ENOUGH_MEMORY}}) {
+        Edit("int a;\rb", 3);
+        user.Type("x");
+        int changes = 0;
+        Desktop().FuncBody().onChange = [&] { ++changes; };
+        {
+            const ShortStreams once(Pane(), 1, error);
+            EXPECT_THROW(Desktop().FuncBody().SetText("other\r\ntext\r\n"), std::runtime_error);
+        }
+        EXPECT_EQ(changes, 0);
+        EXPECT_TRUE(Desktop().FuncBody().FuncBodyAvailable());
+        EXPECT_EQ(Desktop().FuncBody().Text(), "intx a;\rb");
+        EXPECT_EQ(user.PaneShown(), "intx a;\nb");
+        user.Backspace();
+        EXPECT_EQ(Desktop().FuncBody().Text(), "int a;\rb") << "the caret is where it was";
+        Paint();
+        EXPECT_NE(ColourAt(0), -1);
+        EXPECT_EQ(ColourAt(7), -1);
+        Desktop().FuncBody().onChange = nullptr;
+    }
+}
+
+TEST_F(Win32PaneTest, AControlThatTakesNoTextAnyMoreLosesNone) {
+    Edit("int a;\rb", 3);
+    user.Type("x");
+    {
+        const ShortStreams twice(Pane(), 2, ERROR_SUCCESS);
+        EXPECT_THROW(Desktop().FuncBody().SetText("other"), std::runtime_error);
+    }
+    user.Type("y");
+    user.Paste("z");
+    EXPECT_EQ(Desktop().FuncBody().Text(), "intx a;\rb");
+    Desktop().FuncBody().SetText("new");
+    user.Type("y");
+    EXPECT_EQ(Desktop().FuncBody().Text(), "ynew");
+}
+
+TEST_F(Win32PaneTest, APaneThatCannotShowItsTextStaysUnavailable) {
+    Edit("", 0);
+    Desktop().FuncBody().SetFuncBodyAvailable(false);
+    Desktop().FuncBody().SetText("int a;\rb");
+    {
+        const ShortStreams once(Pane(), 1, ERROR_SUCCESS);
+        EXPECT_THROW(Desktop().FuncBody().SetFuncBodyAvailable(true), std::runtime_error);
+    }
+    EXPECT_FALSE(Desktop().FuncBody().FuncBodyAvailable());
+    EXPECT_EQ(user.PaneShown(), "");
+    EXPECT_EQ(Desktop().FuncBody().Text(), "int a;\rb");
+    user.Type("x");
+    EXPECT_EQ(Desktop().FuncBody().Text(), "int a;\rb");
+    Desktop().FuncBody().SetFuncBodyAvailable(true);
+    EXPECT_EQ(user.PaneShown(), "int a;\nb");
 }
 
 TEST_F(Win32PaneTest, AnUnavailablePaneIsShownEmpty) {
