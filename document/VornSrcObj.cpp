@@ -8,6 +8,7 @@
 #include "platform/SequentialFiles.h"
 
 #include <exception>
+#include <new>
 #include <utility>
 
 namespace tessaly {
@@ -47,10 +48,14 @@ Status VornSrcObj::GetEventProtoTypeByIndex(std::int32_t index, std::string& pro
 }
 
 Status VornSrcObj::LoadFile(const std::string& fileName, PsfReadObserver* observer) {
+    mRanOutOfMemory = false;
     try {
         Init();
         PsfReader reader(*this, mCodePage, observer);
         mLoadedOK = reader.Read(*mFiles.OpenForInput(fileName));
+    } catch (const std::bad_alloc&) {
+        mLoadedOK = false;
+        mRanOutOfMemory = true;
     } catch (const std::exception&) {
         mLoadedOK = false;
     }

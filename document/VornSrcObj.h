@@ -74,6 +74,9 @@ public:
     // True when the last LoadFile read its file to the end tag. No operation reads it.
     bool LoadedOK() const { return mLoadedOK; }
 
+    // True when memory was short in the last LoadFile: nothing is known about the file then.
+    bool RanOutOfMemory() const { return mRanOutOfMemory; }
+
     // The texts without copying, good until the document changes.
     const FuncObject& Functions() const { return mFunctions; }
     std::string_view VarCode() const { return mVarCode; }
@@ -85,6 +88,7 @@ private:
     SequentialFiles& mFiles;
     const CodePage& mCodePage;
     bool mLoadedOK = false;
+    bool mRanOutOfMemory = false;
     std::string mVarCode;
     std::array<SharedText, EventCount> mEventCodes;
     FuncObject mFunctions;

@@ -269,12 +269,14 @@ TEST_F(RunProcessTest, TheProcessStartsWithTheUsualSignals) {
     sigset_t oldMask;
     sigemptyset(&blocked);
     sigaddset(&blocked, SIGTERM);
-    sigaction(SIGPIPE, &ignore, &old);
     sigprocmask(SIG_BLOCK, &blocked, &oldMask);
-    EXPECT_EQ(RunShell("kill -PIPE $$; exit 1").exitStatus, 128 + SIGPIPE);
+    for (const int signal : {SIGPIPE, SIGXFSZ}) {
+        sigaction(signal, &ignore, &old);
+        EXPECT_EQ(RunShell("kill -" + std::to_string(signal) + " $$; exit 1").exitStatus, 128 + signal);
+        sigaction(signal, &old, nullptr);
+    }
     EXPECT_EQ(RunShell("kill -TERM $$; exit 1").exitStatus, 128 + SIGTERM);
     sigprocmask(SIG_SETMASK, &oldMask, nullptr);
-    sigaction(SIGPIPE, &old, nullptr);
 }
 
 void DoNothing(int) {}

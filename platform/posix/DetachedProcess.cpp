@@ -82,6 +82,7 @@ std::string FindProgram(const std::string& name) {
     normal.sa_handler = SIG_DFL;
     ::sigaction(SIGPIPE, &normal, nullptr);
     ::sigaction(SIGCHLD, &normal, nullptr);
+    ::sigaction(SIGXFSZ, &normal, nullptr);
     sigset_t none;
     sigemptyset(&none);
     ::sigprocmask(SIG_SETMASK, &none, nullptr);

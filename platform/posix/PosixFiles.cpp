@@ -2,6 +2,7 @@
 #include "platform/posix/PosixFiles.h"
 
 #include <cerrno>
+#include <csignal>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <system_error>
@@ -104,6 +105,10 @@ std::unique_ptr<InputFile> PosixFiles::OpenForInput(const std::string& path) {
 
 std::unique_ptr<OutputFile> PosixFiles::OpenForOutput(const std::string& path) {
     return std::make_unique<PosixOutputFile>(OpenDescriptor(path, O_WRONLY | O_CREAT | O_TRUNC));
+}
+
+void ReportFileSizeLimit() {
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 bool PosixFiles::FileExists(const std::string& path) const {

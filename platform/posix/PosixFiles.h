@@ -12,4 +12,8 @@ public:
     bool FileExists(const std::string& path) const override;
 };
 
+// From now on a write beyond the limit for the size of files fails like any other. Else a signal ends the program: for
+// main(), in front of everything that writes. Programs that it starts have the signal again.
+void ReportFileSizeLimit();
+
 } // namespace tessaly

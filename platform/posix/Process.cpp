@@ -88,15 +88,16 @@ private:
         }
     }
 
-    // A window system's habit of blocking signals and ignoring SIGPIPE is none of the child's business.
+    // Which signals a program or a window system blocks or ignores is none of the child's business.
     void ResetSignals() {
         sigset_t none;
-        sigset_t pipe;
+        sigset_t ignored;
         sigemptyset(&none);
-        sigemptyset(&pipe);
-        sigaddset(&pipe, SIGPIPE);
+        sigemptyset(&ignored);
+        sigaddset(&ignored, SIGPIPE);
+        sigaddset(&ignored, SIGXFSZ);
         Check(posix_spawnattr_setsigmask(&mAttributes, &none));
-        Check(posix_spawnattr_setsigdefault(&mAttributes, &pipe));
+        Check(posix_spawnattr_setsigdefault(&mAttributes, &ignored));
         Check(posix_spawnattr_setflags(&mAttributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF));
     }
 

@@ -2,6 +2,7 @@
 #include "app/Catalogue.h"
 #include "app/Module1.h"
 #include "platform/posix/InstanceLock.h"
+#include "platform/posix/PosixFiles.h"
 #include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtSession.h"
 #include "platform/qt/QtTexts.h"
@@ -36,6 +37,7 @@ QIcon OwnIcon() {
 } // namespace
 
 int main(int argumentCount, char** arguments) {
+    tessaly::ReportFileSizeLimit();
     const tessaly::InstanceLock lock(tessaly::InstanceLockPath(tessaly::ProcessEnvironment));
     // None of the arguments is Qt's: what looks like an option may be the name of a file.
     int ownCount = 1;

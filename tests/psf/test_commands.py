@@ -183,16 +183,32 @@ def test_a_file_is_replaced_by_a_new_one_and_never_rewritten(file):
     assert os.stat(file).st_ino != before
 
 
-def test_a_full_disk_leaves_the_file_as_it_was(file):
-    # The shell's limit on file size stands in for a full disk: the write fails half-way.
-    script = f'trap "" XFSZ; ulimit -f 1; exec {shlex.join(COMMAND)} set "{file}" references'
+def test_a_file_that_grows_over_the_limit_for_files_is_left_as_it_was(file):
+    # As on a full disk the write fails half-way. Who does not want the signal for it is not ended by it.
+    script = f'ulimit -f 1; exec {shlex.join(COMMAND)} set "{file}" references'
     import subprocess
     before = file.read_bytes()
     done = subprocess.run(["bash", "-c", script], input=b"x" * 100000, capture_output=True, timeout=60)
     assert done.returncode == 255
-    assert done.stderr.startswith(b"psf: ")
+    assert done.stderr == f"psf: {file}: cannot be written: the disk may be full\n".encode()
     assert file.read_bytes() == before
     assert os.listdir(file.parent) == ["Main.PSF"]
+
+
+@not_on_windows("its memory cannot be limited")
+@pytest.mark.parametrize("arguments", ["show Large.PSF", "show Large.PSF references", "show --json Large.PSF",
+                                       "generate Large.PSF", "check Large.PSF", "build Large.PSF", "add Large.PSF Name",
+                                       "delete Large.PSF Main", "set Large.PSF references", "resave Large.PSF Out.PSF"])
+def test_a_file_that_there_is_no_memory_for_is_not_called_damaged(tmp_path, arguments):
+    import subprocess
+    large = tmp_path / "Large.PSF"
+    large.write_bytes(source([("Main", "void Main()\r\n{\r\n" + "    Work();\r\n" * 1_500_000 + "}")]))
+    size = large.stat().st_size
+    done = subprocess.run(["bash", "-c", f"ulimit -v 20000; exec {shlex.join(COMMAND)} {arguments}"], input=b"int x;",
+                          capture_output=True, timeout=60, cwd=tmp_path)
+    assert done.returncode == 2
+    assert done.stderr == b"psf: Large.PSF: out of memory\n"
+    assert [(p.name, p.stat().st_size) for p in tmp_path.iterdir()] == [("Large.PSF", size)]
 
 
 # add and delete

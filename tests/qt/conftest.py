@@ -4,6 +4,7 @@ $TESSALY (the program), $KIT, $EXAMPLES and $SCREENSHOTS
 
 import os
 import pathlib
+import resource
 import subprocess
 import time
 
@@ -30,9 +31,9 @@ def xdotool(*arguments):
 
 
 class Program:
-    """A running copy of the program."""
+    """A running copy of the program. `limits` are those of the system, as {resource.RLIMIT_AS: bytes}."""
 
-    def __init__(self, home, arguments, variables):
+    def __init__(self, home, arguments, limits, variables):
         unwanted = ("TESSALY_SETTINGS", "XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME")
         environment = {
             **{name: value for name, value in os.environ.items() if name not in unwanted},
@@ -43,7 +44,12 @@ class Program:
             "QT_QPA_PLATFORM": "xcb",
             **variables,
         }
-        self.process = subprocess.Popen([os.environ["TESSALY"], *map(str, arguments)], env=environment)
+
+        def set_limits():
+            for limit, size in limits.items():
+                resource.setrlimit(limit, (size, size))
+
+        self.process = subprocess.Popen([os.environ["TESSALY"], *map(str, arguments)], env=environment, preexec_fn=set_limits)
 
     def windows(self, title=""):
         return xdotool("search", "--onlyvisible", "--pid", self.process.pid, "--name", title)
@@ -101,8 +107,8 @@ def fixture_home(tmp_path):
 def fixture_start(home):
     programs = []
 
-    def start(*arguments, **variables):
-        programs.append(Program(home, arguments, variables))
+    def start(*arguments, limits=None, **variables):
+        programs.append(Program(home, arguments, limits or {}, variables))
         return programs[-1]
 
     yield start

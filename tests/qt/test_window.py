@@ -1,10 +1,12 @@
 """What a user does with the window, from outside: keys in, files out."""
 
 import os
+import resource
 import shutil
 import signal
 import subprocess
 
+import pytest
 from conftest import EXAMPLE, until, xdotool
 
 
@@ -207,6 +209,43 @@ def test_closing_by_the_frame_with_edits_asks_and_saves(home, start):
     program.key("Return")
     assert program.wait_for_end() == 0
     assert "int kept;" in block.read_text("cp1252")
+
+
+def with_references(path, text):
+    """A block with many lines of references."""
+    path.write_bytes((EXAMPLE / "Blink.PSF").read_bytes().replace(b"[GVars]\r\n", b"[GVars]\r\n" + text))
+    return path
+
+
+def test_a_save_over_the_limit_for_the_size_of_files_is_told(home, start):
+    block = with_references(home / "large.PSF", b"extern int x;\r\n" * 10_000)
+    program = start(block, limits={resource.RLIMIT_FSIZE: 64 * 1024})
+    program.wait_for("Tessaly")
+    program.key("alt+f", "s")
+    program.wait_for("File write error!")
+    program.key("Return")
+    program.wait_for("Tessaly")
+    program.key("alt+F4")
+    assert program.wait_for_end() == 0
+
+
+@pytest.mark.parametrize("lines", [b"extern int x;\r\n" * 4_000_000, b"/*" + b"x" * 60_000_000 + b"*/\r\n",
+                                   b"\r\n" * 5_000_000], ids=["lines", "one-line", "empty-lines"])
+def test_a_text_that_there_is_no_memory_for_is_refused_and_the_program_lives(home, start, lines):
+    block = with_references(home / "large.PSF", lines)
+    program = start(block, limits={resource.RLIMIT_AS: 800 << 20})
+    program.wait_for("Tessaly")
+    program.key("F2", "Home", "End", "Home")  # the references, an event, the references
+    program.key("F3", "ctrl+Home")
+    program.type("a")
+    program.key("F2", "End")
+    program.key("F5")
+    program.wait_for("Add Function")
+    program.key("Escape")
+    program.wait_for("Tessaly")
+    program.key("alt+f", "s", "alt+F4")
+    assert program.wait_for_end() == 0
+    assert b"[GVars]\r\n" + lines in block.read_bytes()
 
 
 def test_pictures_of_a_dark_theme_and_of_200_percent(home, start, picture):

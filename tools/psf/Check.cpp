@@ -4,6 +4,7 @@
 #include "tools/psf/Printable.h"
 #include "tools/psf/PsfWarnings.h"
 
+#include <new>
 #include <system_error>
 
 namespace tessaly::psf {
@@ -50,6 +51,9 @@ int Check(Session& session, const std::string& file) {
     } catch (const std::system_error& error) {
         PrintError(file + ": " + Reason(error.code()));
         return ExitStatus(Status::LoadFailed);
+    } catch (const std::bad_alloc&) {
+        PrintError(file + ": " + std::string(OutOfMemory));
+        return ExitStatus(Status::LoadFailed);
     }
     VornSrcObj document = session.NewDocument();
     PsfWarnings observer(document);
@@ -61,7 +65,7 @@ int Check(Session& session, const std::string& file) {
               "\n");
     }
     if (status != Status::Done) {
-        PrintError(file + ": not a complete program source file");
+        PrintError(file + ": " + std::string(LoadProblem(document)));
         return ExitStatus(status);
     }
     return warnings.empty() ? Success : WarningsFound;

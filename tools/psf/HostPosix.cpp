@@ -12,6 +12,7 @@
 namespace tessaly::psf {
 
 int RunWithArguments(int argc, char** argv, const std::function<int(const std::vector<std::string>&)>& run) {
+    ReportFileSizeLimit();
     return run({argv, argv + argc});
 }
 

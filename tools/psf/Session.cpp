@@ -54,13 +54,19 @@ std::string Reason(std::error_code error) {
     return common.category() == std::generic_category() ? common.message() : error.message();
 }
 
+std::string_view LoadProblem(const VornSrcObj& document) {
+    return document.RanOutOfMemory() ? OutOfMemory : "not a complete program source file";
+}
+
 Status Load(VornSrcObj& document, const std::string& file) {
     const Status status = document.LoadFile(file);
     if (status != Status::Done) {
-        const std::string problem = ReadProblem(file);
-        PrintError(
-            file + ": " +
-            (problem.empty() ? "not a complete program source file (\"psf check\" tells what it finds)" : problem));
+        std::string problem = ReadProblem(file);
+        if (problem.empty()) {
+            problem = LoadProblem(document);
+            problem += document.RanOutOfMemory() ? "" : " (\"psf check\" tells what it finds)";
+        }
+        PrintError(file + ": " + problem);
     }
     return status;
 }

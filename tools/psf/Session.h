@@ -29,11 +29,16 @@ struct Session {
 // A status code as exit status: what does not fit into 8 bits is cut, so 65535 shows as 255.
 int ExitStatus(Status status);
 
+inline constexpr std::string_view OutOfMemory = "out of memory";
+
 // Prints "psf: " and `message` on standard error, as one line. Needs no memory, so it can tell that there is none left.
 void PrintError(std::string_view message);
 
 // Writes `bytes` to standard output as they are.
 void Print(std::string_view bytes);
+
+// Why a document was not loaded from a file that can be read.
+std::string_view LoadProblem(const VornSrcObj& document);
 
 // Loads `file`; on failure says so, and why as far as that can be told.
 Status Load(VornSrcObj& document, const std::string& file);

@@ -19,8 +19,6 @@ namespace {
 
 using namespace tessaly::psf;
 
-constexpr std::string_view OutOfMemory = "out of memory";
-
 // The command line, parsed; `run` is the command that it names.
 struct CommandLine {
     CLI::App app{"Works on program source files (PSF) without a window.", "psf"};
