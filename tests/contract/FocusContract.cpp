@@ -75,7 +75,7 @@ TEST_P(DesktopContract, TheSplashWindowTakesTheKeyboardUntilItIsGone) {
     BeginInPane();
     const std::unique_ptr<SplashWindow> splash = TheDesktop().NewSplashWindow();
     splash->onKeyPress = [&splash] { splash->Hide(); };
-    user->WillUseSplash([](SplashWindowUser& splashUser) { splashUser.PressKey(); });
+    user->WillUseSplash([](SplashWindowUser& splashUser) { splashUser.PressKey('A'); });
     splash->ShowModal();
     user->Settle();
     EXPECT_EQ(events, (Strings{"lost focus", "got focus"}));
