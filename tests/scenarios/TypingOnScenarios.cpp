@@ -87,7 +87,7 @@ TEST_P(ProgramScenario, WhatIsTypedAfterMenusBoxesAndOtherWindowsIsAskedAbout) {
     Choose("mnuEnglish");
     user->WillPress(MsgResult::Ok);
     Choose("mnuHelpHotKeys");
-    user->WillUseSplash([](SplashWindowUser& splash) { splash.PressKey(); });
+    user->WillUseSplash([](SplashWindowUser& splash) { splash.PressKey('A'); });
     Choose("mnuAbout");
     user->GoToAnotherWindow();
     user->ComeBack();
