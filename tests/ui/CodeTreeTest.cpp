@@ -297,6 +297,20 @@ TEST_F(RemovedItemTest, FFourDoesNothingAndWhatIsLeftInThePaneIsStoredNowhere) {
     EXPECT_EQ(References(), "");
 }
 
+TEST_F(CodeTreeTest, ATreeThatWasNotBuiltToItsEndHasNoCurrentItem) {
+    desktop.msgBox.decide = [](const MemoryMsgBox::Record&) { return MsgResult::Ok; };
+    for (std::size_t number = 1; number <= 40; ++number) {
+        Choose("mnuNewPSF");
+        desktop.tree.Click("_0e1");
+        desktop.faults.FailAt(number);
+        Choose("mnuNewPSF");
+        desktop.faults.Off();
+        const std::size_t boxes = Boxes();
+        desktop.window.PressKey(KeyF4);
+        EXPECT_EQ(Boxes(), boxes) << "call " << number;
+    }
+}
+
 TEST_F(CodeTreeTest, SelectingAFunctionItemWhileTheDocumentHasNoFunctionsLeavesThePaneEmpty) {
     AddFunction("Foo");
     window.mSourceDoc->DeleteFunction("Foo");

@@ -186,7 +186,9 @@ TEST_F(StartUpTest, ACommandLineLoadInGermanShowsTheEnglishGroupsAgain) {
     desktop.files.contents["a.PSF"] = GoodPsf();
     desktop.app.commandLine = "a.PSF";
     Start(1);
+    EXPECT_EQ(desktop.tree.Text(desktop.tree.Find("_0v")), "References");
     EXPECT_EQ(desktop.tree.Text(desktop.tree.Find("_0f")), "Functions");
+    EXPECT_EQ(desktop.tree.Text(desktop.tree.Find("_0e")), "Events");
     EXPECT_EQ(Panel(2), "Datei wurde erfolgreich geöffnet!");
     Choose("mnuGerman");
     EXPECT_EQ(desktop.tree.Text(desktop.tree.Find("_0f")), "Funktionen");
