@@ -1,6 +1,8 @@
 // The menus: files, build, help, language.
 #include "tests/ui/MainWindow.h"
 
+#include <utility>
+
 namespace tessaly {
 namespace {
 
@@ -346,14 +348,20 @@ TEST_F(CommandsTest, ASaveThatIsCancelledEndsTheBuild) {
     EXPECT_EQ(Boxes(), 1U);
 }
 
-TEST_F(CommandsTest, WithoutACompilerInTheSettingsNothingIsWritten) {
-    Open("a.PSF", GoodPsf());
-    window.mCompFileName = "";
-    desktop.msgBox.WillPress(MsgResult::Ok);
-    Choose("mnuBuildExe");
-    EXPECT_EQ(LastBox(), (Record{"The compiler could not be found!  Please reinstall the software!", "Error",
-                                 MsgButtons::Ok, MsgIcon::Stop}));
-    EXPECT_EQ(desktop.files.contents.count("C:\\kit\\program.c"), 0U);
+TEST_F(CommandsTest, WithoutOneOfTheCompilersSettingsNothingIsWrittenOrStarted) {
+    for (std::string VornMainFrm::*const setting : {&VornMainFrm::mCompBat, &VornMainFrm::mCompFileName}) {
+        Open("a.PSF", GoodPsf());
+        const std::string value = std::exchange(window.*setting, "");
+        const std::size_t files = desktop.files.contents.size();
+        desktop.msgBox.WillPress(MsgResult::Ok);
+        Choose("mnuBuildExe");
+        EXPECT_EQ(LastBox(), (Record{"The compiler could not be found!  Please reinstall the software!", "Error",
+                                     MsgButtons::Ok, MsgIcon::Stop}));
+        EXPECT_EQ(desktop.app.starts.size(), 0U);
+        EXPECT_EQ(desktop.files.contents.size(), files);
+        EXPECT_EQ(Panel(2), "File was opened successfully!");
+        window.*setting = value;
+    }
 }
 
 TEST_F(CommandsTest, ACFileThatCannotBeWrittenIsACorruptedInstallation) {
