@@ -67,6 +67,7 @@ TEST_F(CommandsTest, OpenShowsTheFile) {
     EXPECT_EQ(FunctionItems(), (std::vector<std::string>{"One", "Two"}));
     EXPECT_EQ(Panel(1), "File=C:\\x\\a.PSF");
     EXPECT_EQ(Panel(2), "File was opened successfully!");
+    EXPECT_EQ(CurrentKey(), "_0e");
     const MemoryFileDialog::Record& dialog = desktop.fileDialog.records.back();
     EXPECT_EQ(dialog.filters, std::vector<std::string>{"Program Source Files (*.PSF)"});
     EXPECT_EQ(dialog.pattern, "*.PSF");
@@ -152,6 +153,15 @@ TEST_F(CommandsTest, SaveOnANeverSavedDocumentAsksForAName) {
     EXPECT_EQ(Panel(1), "File=new.PSF");
     EXPECT_EQ(Panel(2), "File was saved successfully!");
     EXPECT_FALSE(window.FuncBodyChangedFlag);
+}
+
+TEST_F(CommandsTest, SaveOfAnOpenedFileReplacesItAndSaysSo) {
+    Open("a.PSF", GoodPsf());
+    Edit("_0v", "typed");
+    Choose("mnuSavePSF");
+    EXPECT_NE(desktop.files.contents["a.PSF"].find("[GVars]\r\ntyped"), std::string::npos);
+    EXPECT_EQ(Panel(2), "File was saved successfully!");
+    EXPECT_EQ(Boxes(), 0U);
 }
 
 TEST_F(CommandsTest, SaveAsAsksBeforeItReplacesAndShowsTheDialogAgainOnNo) {
