@@ -9,6 +9,7 @@
 #include <iterator>
 #include <memory>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 namespace tessaly {
@@ -26,8 +27,9 @@ QtTreeWidget::QtTreeWidget(QWidget* parent) : QTreeWidget(parent) {
         while (above != nullptr && above != collapsed) {
             above = above->parent();
         }
-        if (above != nullptr) {
+        if (above != nullptr && above != Selected()) {
             setCurrentItem(collapsed);
+            mIsCollapseToTell = true;
         }
     });
 }
@@ -44,29 +46,25 @@ void QtTreeWidget::SelectNothing() {
 
 // A press on an item is told whether it was selected before or not; one on the arrow beside it is none.
 void QtTreeWidget::mousePressEvent(QMouseEvent* event) {
-    const QTreeWidgetItem* const before = Selected();
     QTreeWidgetItem* pressed = nullptr;
     const QMetaObject::Connection connection =
         connect(this, &QTreeWidget::itemPressed, this, [&pressed](QTreeWidgetItem* item) { pressed = item; });
     QTreeWidget::mousePressEvent(event);
     disconnect(connection);
-    if (pressed == nullptr) {
-        TellIfChanged(before);
-    } else if (onUserSelect) {
+    if (pressed != nullptr && onUserSelect) {
         onUserSelect(pressed);
     }
+    TellCollapse();
 }
 
 void QtTreeWidget::mouseReleaseEvent(QMouseEvent* event) {
-    const QTreeWidgetItem* const before = Selected();
     QTreeWidget::mouseReleaseEvent(event);
-    TellIfChanged(before);
+    TellCollapse();
 }
 
 void QtTreeWidget::mouseDoubleClickEvent(QMouseEvent* event) {
-    const QTreeWidgetItem* const before = Selected();
     QTreeWidget::mouseDoubleClickEvent(event);
-    TellIfChanged(before);
+    TellCollapse();
 }
 
 void QtTreeWidget::mouseMoveEvent(QMouseEvent* event) {
@@ -103,6 +101,12 @@ QItemSelectionModel::SelectionFlags QtTreeWidget::selectionCommand(const QModelI
                                                                    const QEvent* event) const {
     const QItemSelectionModel::SelectionFlags command = QTreeWidget::selectionCommand(index, event);
     return command.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::NoUpdate : command;
+}
+
+void QtTreeWidget::TellCollapse() {
+    if (std::exchange(mIsCollapseToTell, false) && onUserSelect) {
+        onUserSelect(Selected());
+    }
 }
 
 void QtTreeWidget::TellIfChanged(const QTreeWidgetItem* before) {

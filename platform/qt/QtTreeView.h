@@ -35,6 +35,9 @@ protected:
 
 private:
     void TellIfChanged(const QTreeWidgetItem* before);
+    void TellCollapse();
+
+    bool mIsCollapseToTell = false; // which has moved the selection
 };
 
 class QtTreeView final : public QtControl<TreeView> {
