@@ -3,6 +3,7 @@ import os
 import pathlib
 import re
 import shutil
+import struct
 import subprocess
 
 import pytest
@@ -100,6 +101,33 @@ def test_an_installation_that_is_removed_leaves_files_and_registry_as_they_were(
     uninstall()
     assert files() ^ files_before == set()
     assert registry(tmp_path) == registry_before
+
+
+DYNAMIC_BASE, NX_COMPATIBLE, TERMINAL_SERVER_AWARE, LARGE_ADDRESS_AWARE = 0x40, 0x100, 0x8000, 0x20
+
+
+def flags_of_program(path):
+    """The characteristics of a PE file and those for the loader, and the size of its relocations."""
+    data = path.read_bytes()
+    header = struct.unpack_from("<I", data, 0x3C)[0]
+    characteristics, magic = struct.unpack_from("<HH", data, header + 22)
+    directories = header + 24 + {0x10B: 96, 0x20B: 112}[magic]
+    relocations = struct.unpack_from("<I", data, directories + 5 * 8 + 4)[0]
+    return characteristics, struct.unpack_from("<H", data, header + 24 + 70)[0], relocations
+
+
+def test_the_installed_programs_are_hardened():
+    install("/LANG=en")
+    for name in ("Tessaly.exe", "psf.exe"):
+        characteristics, for_loader, relocations = flags_of_program(FOLDER / name)
+        assert characteristics & LARGE_ADDRESS_AWARE, name
+        wanted = DYNAMIC_BASE | NX_COMPATIBLE | TERMINAL_SERVER_AWARE
+        assert for_loader & wanted == wanted, (name, hex(for_loader))
+        assert relocations > 0, name  # without them it cannot be put anywhere else
+        assert b"stack smashing detected" in (FOLDER / name).read_bytes(), name
+    for path in (SETUP, FOLDER / "uninstall.exe"):
+        wanted = DYNAMIC_BASE | NX_COMPATIBLE | TERMINAL_SERVER_AWARE
+        assert flags_of_program(path)[1] & wanted == wanted, path
 
 
 def test_the_list_of_installed_programs_has_a_full_entry():
