@@ -253,6 +253,12 @@ TEST_F(StartUpTest, TheStatusBarHasTwoPanelsThatShareTheWidth) {
     EXPECT_EQ(Panel(2), "");
 }
 
+TEST_F(StartUpTest, ATabIsFourCharactersWideAtFirst) {
+    Start();
+    EXPECT_NEAR(desktop.pane.TabStops().at(1), 4 * desktop.pane.CharacterWidth(), 0.01);
+    EXPECT_NEAR(desktop.pane.TabStops().at(7), 28 * desktop.pane.CharacterWidth(), 0.1);
+}
+
 TEST_F(StartUpTest, AResizeStoresThePaneFirst) {
     Start();
     Edit("_0v", "int typed;");
