@@ -10,7 +10,7 @@
 
 namespace tessaly {
 
-// A window that blocks the main window while it is shown.
+// A window that blocks the main window while it is shown. F1 in it opens the help, as in the main window.
 class ModalWindow {
 public:
     virtual ~ModalWindow() = default;

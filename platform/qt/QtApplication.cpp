@@ -1,6 +1,7 @@
 // Programs are started by the system's own means, so none of this needs Qt.
 #include "platform/qt/QtApplication.h"
 
+#include "platform/posix/Browser.h"
 #include "platform/posix/DetachedProcess.h"
 #include "platform/posix/Process.h"
 #include "platform/posix/UserFolders.h"
@@ -45,8 +46,13 @@ void QtApplication::OpenHelp() {
         const fs::path inLanguage = path / (helpLanguage ? helpLanguage() : std::string()) / "index.html";
         path = fs::exists(inLanguage, ignored) ? inLanguage : path / "index.html";
     }
+    const bool isHtml = path.extension() == ".html" || path.extension() == ".htm";
     try {
-        StartDetached({"xdg-open", path.string()}, "");
+        if (isHtml && onShowHelp && !HtmlOpensInBrowser(mEnvironment)) {
+            onShowHelp(path.string());
+        } else {
+            StartDetached({"xdg-open", path.string()}, "");
+        }
     } catch (const std::system_error&) {
         return; // nothing is there to open it with
     }

@@ -27,7 +27,8 @@ public:
     void StartProcess(const std::string& commandLine, std::int32_t windowStyle) override;
 
     // What the key F1 does: opens the help file with whatever the system opens such files with. Where it is a folder,
-    // the file index.html in it or in the folder below it that `helpLanguage` names.
+    // the file index.html in it or in the folder below it that `helpLanguage` names. HTML that the system would open
+    // with something else than a browser, such as an editor, goes to `onShowHelp`.
     void OpenHelp();
 
     // build.log in the folder for the user's state.
@@ -35,6 +36,7 @@ public:
 
     std::function<std::string()> helpLanguage; // "" or the name of a folder
     std::function<void()> onSendF1;
+    std::function<void(const std::string& path)> onShowHelp;
     std::function<void(const std::string& path)> onOutput; // what a process writes goes to this file from now on
     std::function<void(const std::string& commandLine, std::int32_t windowStyle)> onStarted;
     std::function<void(const std::string& path)> onHelpOpened;

@@ -13,6 +13,12 @@ QtDesktop::QtDesktop(const std::string& commandLine, const Environment& environm
     treeLabel.SetBuddy(tree.Widget());
     paneLabel.SetBuddy(pane.Widget());
     app.onSendF1 = [this] { window.SendKey(Qt::Key_F1); };
+    app.onShowHelp = [this](const std::string& path) {
+        if (!help) {
+            help = std::make_unique<QtHelpWindow>();
+        }
+        help->Show(path);
+    };
     app.onOutput = [this](const std::string& path) {
         if (!output) {
             output = std::make_unique<QtOutputWindow>(frame);
@@ -29,11 +35,11 @@ QtDesktop::~QtDesktop() {
 }
 
 std::unique_ptr<NameWindow> QtDesktop::NewNameWindow() {
-    return std::make_unique<QtNameWindow>(frame);
+    return std::make_unique<QtNameWindow>(frame, [this] { app.OpenHelp(); });
 }
 
 std::unique_ptr<SplashWindow> QtDesktop::NewSplashWindow() {
-    return std::make_unique<QtSplashWindow>(frame);
+    return std::make_unique<QtSplashWindow>(frame, [this] { app.OpenHelp(); });
 }
 
 void QtDesktop::EndSession(bool mayAsk) {

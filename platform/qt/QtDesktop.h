@@ -9,6 +9,7 @@
 #include "platform/qt/QtDestroyedWindows.h"
 #include "platform/qt/QtFileDialog.h"
 #include "platform/qt/QtFocus.h"
+#include "platform/qt/QtHelpWindow.h"
 #include "platform/qt/QtLabel.h"
 #include "platform/qt/QtMenuItem.h"
 #include "platform/qt/QtMsgBox.h"
@@ -67,6 +68,9 @@ public:
 
     // Beside it, once a process was started that writes something.
     std::unique_ptr<QtOutputWindow> output;
+
+    // Once the help was opened without a browser.
+    std::unique_ptr<QtHelpWindow> help;
 
 private:
     void LayOut();

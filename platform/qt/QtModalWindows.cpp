@@ -43,7 +43,9 @@ void Enlarge(QWidget& widget, double factor) {
 } // namespace
 
 QtDialog::QtDialog(QWidget& owner)
-    : QDialog(&owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint) {}
+    : QDialog(&owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint) {
+    setWindowModality(Qt::WindowModal); // the help stays usable
+}
 
 // Qt's own middle would be that of the owner and its frame without the frame of the dialog.
 void QtDialog::Run() {
@@ -76,9 +78,13 @@ void QtDialog::keyPressEvent(QKeyEvent* event) {
     } else if (!event->isAutoRepeat() && !IsModifierKey(VirtualKey(*event))) {
         onPress();
     }
+    if (event->key() == Qt::Key_F1) { // the help comes up last, so that it is seen
+        Raise(onHelp);
+    }
 }
 
-QtNameWindow::QtNameWindow(QWidget& owner) : mDialog(owner) {
+QtNameWindow::QtNameWindow(QWidget& owner, std::function<void()> onHelp) : mDialog(owner) {
+    mDialog.onHelp = std::move(onHelp);
     mLabel.SetBuddy(mName);
     mLabel.Widget().setWordWrap(true);
     mLabel.Widget().setMinimumWidth(NameWidth);
@@ -107,7 +113,8 @@ void QtNameWindow::ShowModal() {
     mDialog.Run();
 }
 
-QtSplashWindow::QtSplashWindow(QWidget& owner) : mDialog(owner) {
+QtSplashWindow::QtSplashWindow(QWidget& owner, std::function<void()> onHelp) : mDialog(owner) {
+    mDialog.onHelp = std::move(onHelp);
     mFrame.setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
     mDialogLayout.addWidget(&mFrame);
     mLayout.setContentsMargins(SplashMargin, SplashMargin, SplashMargin, SplashMargin);

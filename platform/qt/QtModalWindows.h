@@ -23,6 +23,7 @@ public:
 
     std::function<void()> onEscape;
     std::function<void()> onClose; // by the frame; the dialog is hidden whatever this does
+    std::function<void()> onHelp;  // F1
     std::function<void()> onPress; // any key but a modifier; a dialog with this has no other use for keys
 
     // Shows it in the middle of its owner, and returns when it is hidden.
@@ -37,7 +38,7 @@ protected:
 
 class QtNameWindow final : public NameWindow {
 public:
-    explicit QtNameWindow(QWidget& owner);
+    QtNameWindow(QWidget& owner, std::function<void()> onHelp);
 
     void SetCaption(std::string_view caption) override { mDialog.SetCaption(caption); }
     void ShowModal() override;
@@ -56,7 +57,7 @@ private:
 
 class QtSplashWindow final : public SplashWindow {
 public:
-    explicit QtSplashWindow(QWidget& owner);
+    QtSplashWindow(QWidget& owner, std::function<void()> onHelp);
 
     void SetCaption(std::string_view caption) override { mDialog.SetCaption(caption); }
     void ShowModal() override;

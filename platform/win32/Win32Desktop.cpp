@@ -29,7 +29,7 @@ Win32Desktop::Win32Desktop(Win32Application::Settings settings)
       mMsgBox(mWindow.Handle()) {
     mApplication.SetWindow(mWindow.Handle());
     mTreeLabel.SetNamed(mCodeTree.Handle());
-    mWindow.onHelp = [this] { mApplication.OpenHelp(); };
+    mLoop.onHelp = [this] { mApplication.OpenHelp(); };
     mWindow.onLastWord = [this] { mMsgBox.AskNoMore(); };
     mWindow.onMenu = [this](int id) { mMenus.Choose(id); };
     mWindow.onShow = [this] { mMenus.Attach(); };

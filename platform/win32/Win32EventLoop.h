@@ -13,6 +13,9 @@ public:
     // Looks at a message before it goes its way, and may change where it goes. True when that was all.
     using Filter = std::function<bool(MSG& message)>;
 
+    // F1 was pressed in a window of the program.
+    std::function<void()> onHelp;
+
     // Of the main window; not asked in the loops of modal windows.
     Filter mainFilter;
 

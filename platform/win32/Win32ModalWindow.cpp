@@ -2,6 +2,7 @@
 
 #include "platform/win32/Text.h"
 #include "platform/win32/Win32Handle.h"
+#include "platform/win32/Win32Raise.h"
 #include "platform/win32/Win32WindowClass.h"
 
 #include <algorithm>
@@ -50,14 +51,21 @@ void Win32ModalWindow::Run() {
     const bool ownerWasEnabled = EnableWindow(mOwner, FALSE) == 0;
     ShowWindow(mHandle, SW_SHOW);
     SetFocus(FirstFocus() != nullptr ? FirstFocus() : mHandle);
-    mLoop.RunWhile([this] { return mIsShown; },
-                   [this](MSG& message) { return TakeMessage(message) || IsDialogMessageW(mHandle, &message) != 0; });
+    mLoop.RunWhile([this] { return mIsShown; }, [this](MSG& message) { return Take(message); });
     // Enabled first: Windows gives the activity of a window that goes to one that can have it.
     EnableWindow(mOwner, ownerWasEnabled ? TRUE : FALSE);
     if (mHandle != nullptr) {
         ShowWindow(mHandle, SW_HIDE);
     }
     SetActiveWindow(mOwner);
+}
+
+bool Win32ModalWindow::Take(MSG& message) {
+    const bool isTaken = TakeMessage(message);
+    if (message.message == WM_KEYDOWN && message.wParam == VK_F1) {
+        Raise(mLoop.onHelp);
+    }
+    return isTaken || (mHandle != nullptr && IsDialogMessageW(mHandle, &message) != 0);
 }
 
 void Win32ModalWindow::End() {

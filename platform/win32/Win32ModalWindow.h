@@ -46,6 +46,7 @@ protected:
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     LRESULT Message(UINT message, WPARAM wParam, LPARAM lParam);
+    bool Take(MSG& message);
     void Resize(int dpi);
     void PutInTheMiddle();
 

@@ -190,7 +190,7 @@ bool Win32Window::TakeKey(MSG& message) {
         return true;
     }
     if (key == VK_F1) {
-        Raise(onHelp);
+        Raise(mLoop.onHelp);
     }
     HWND target = GetFocus();
     if (target != nullptr && (target == mHandle || IsChild(mHandle, target) != 0)) {

@@ -48,7 +48,6 @@ public:
     bool IsClosed() const { return mIsClosed; }
 
     // What else happens in the window
-    std::function<void()> onHelp;       // F1
     std::function<void(int id)> onMenu; // a menu item was chosen
     std::function<void()> onLastWord;   // the session ends, and nobody can be asked any more
     std::function<void()> onShow;       // it is about to be seen

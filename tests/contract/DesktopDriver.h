@@ -56,6 +56,7 @@ public:
     virtual void PressCancel() = 0;
     virtual void PressEnter() = 0;
     virtual void PressEscape() = 0;
+    virtual void PressF1() = 0;
     virtual void CloseByFrame() = 0;
     virtual bool IsShown() const = 0;
     virtual std::string Caption() const = 0;

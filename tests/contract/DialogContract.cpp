@@ -215,6 +215,24 @@ TEST_P(DesktopContract, TheNameWindowShowsItsCaptionAndLabel) {
     EXPECT_EQ(window->NameLabel().Caption(), "Type a name.");
 }
 
+TEST_P(DesktopContract, F1OpensTheHelpAlsoInTheNameWindowAndInTheSplashWindow) {
+    TheDesktop().App().SetHelpFile(user->FilePath("help.chm"));
+    const std::unique_ptr<NameWindow> name = TheDesktop().NewNameWindow();
+    const std::unique_ptr<SplashWindow> splash = TheDesktop().NewSplashWindow();
+    splash->onKeyPress = [&] { splash->Hide(); };
+    user->WillUseName([](NameWindowUser& nameUser) {
+        nameUser.PressF1();
+        EXPECT_TRUE(nameUser.IsShown());
+        nameUser.CloseByFrame();
+    });
+    user->WillUseSplash([](SplashWindowUser& splashUser) { splashUser.PressKey(KeyF1); });
+    MainWindow().Show();
+    name->ShowModal();
+    EXPECT_EQ(user->HelpOpened(), Strings{user->FilePath("help.chm")});
+    splash->ShowModal();
+    EXPECT_EQ(user->HelpOpened().size(), 2U);
+}
+
 TEST_P(DesktopContract, AModalWindowBlocksTheMainWindowWhileItIsShown) {
     const std::unique_ptr<NameWindow> window = TheDesktop().NewNameWindow();
     bool takesInput = true;

@@ -9,13 +9,16 @@ namespace {
 
 class MemoryNameWindowUser final : public NameWindowUser {
 public:
-    explicit MemoryNameWindowUser(MemoryNameWindow& window) : mWindow(window) {}
+    MemoryNameWindowUser(MemoryNameWindow& window, MemoryApplication& application)
+        : mWindow(window),
+          mApplication(application) {}
 
     void Type(std::string_view text) override { mWindow.Type(text); }
     void PressOk() override { mWindow.PressOk(); }
     void PressCancel() override { mWindow.PressCancel(); }
     void PressEnter() override { mWindow.PressEnter(); }
     void PressEscape() override { mWindow.PressEscape(); }
+    void PressF1() override { mApplication.OpenHelp(); }
     void CloseByFrame() override { mWindow.CloseByFrame(); }
     bool IsShown() const override { return mWindow.IsShown(); }
     std::string Caption() const override { return mWindow.ShownCaption(); }
@@ -23,13 +26,21 @@ public:
 
 private:
     MemoryNameWindow& mWindow;
+    MemoryApplication& mApplication;
 };
 
 class MemorySplashWindowUser final : public SplashWindowUser {
 public:
-    explicit MemorySplashWindowUser(MemorySplashWindow& window) : mWindow(window) {}
+    MemorySplashWindowUser(MemorySplashWindow& window, MemoryApplication& application)
+        : mWindow(window),
+          mApplication(application) {}
 
-    void PressKey(int keyCode) override { mWindow.PressKey(keyCode); }
+    void PressKey(int keyCode) override {
+        mWindow.PressKey(keyCode);
+        if (keyCode == KeyF1) {
+            mApplication.OpenHelp();
+        }
+    }
     void RepeatKey(int /*keyCode*/) override {} // nothing comes before
     void ClickFrame() override { mWindow.ClickFrame(); }
     void ClickLabel() override { mWindow.ClickFrame(); }
@@ -40,6 +51,7 @@ public:
 
 private:
     MemorySplashWindow& mWindow;
+    MemoryApplication& mApplication;
 };
 
 } // namespace
@@ -70,15 +82,15 @@ std::vector<std::string> MemoryDriver::MenuNames(MenuItem* menu) const {
 }
 
 void MemoryDriver::WillUseName(std::function<void(NameWindowUser&)> script) {
-    mDesktop.modal.WillUseName([script = std::move(script)](MemoryNameWindow& window) {
-        MemoryNameWindowUser windowUser(window);
+    mDesktop.modal.WillUseName([this, script = std::move(script)](MemoryNameWindow& window) {
+        MemoryNameWindowUser windowUser(window, mDesktop.app);
         script(windowUser);
     });
 }
 
 void MemoryDriver::WillUseSplash(std::function<void(SplashWindowUser&)> script) {
-    mDesktop.modal.WillUseSplash([script = std::move(script)](MemorySplashWindow& window) {
-        MemorySplashWindowUser windowUser(window);
+    mDesktop.modal.WillUseSplash([this, script = std::move(script)](MemorySplashWindow& window) {
+        MemorySplashWindowUser windowUser(window, mDesktop.app);
         script(windowUser);
     });
 }

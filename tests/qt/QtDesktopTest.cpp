@@ -123,6 +123,32 @@ TEST_F(QtDesktopTest, AHelpFolderIsOpenedInTheLanguageOfTheProgramOrAsItIs) {
               (std::vector<std::string>{folder + "/de/index.html", folder + "/index.html", folder + "/de/index.html"}));
 }
 
+TEST_F(QtDesktopTest, OnlyHtmlThatABrowserTakesIsLeftToTheSystem) {
+    const std::string asked = user.FilePath("bin/xdg-mime");
+    const std::string applications = user.FilePath(".local/share/applications");
+    const std::string page = user.FilePath("page.html");
+    std::ofstream(page) << "<title>A page</title><p>text";
+    std::ofstream(asked) << "#!/bin/sh\ncat \"" << user.FilePath("opener") << "\"\n";
+    ASSERT_EQ(::chmod(asked.c_str(), 0700), 0);
+    std::filesystem::create_directories(applications);
+    std::ofstream(applications + "/editor.desktop") << "[Desktop Entry]\nCategories=Utility;TextEditor;\n";
+    std::ofstream(applications + "/browser.desktop") << "[Desktop Entry]\nCategories=Network;WebBrowser;\n";
+    user.Qt().app.SetHelpFile(page);
+    const auto isShownBy = [&](const std::string& opener) {
+        std::ofstream(user.FilePath("opener")) << opener;
+        user.Qt().help.reset();
+        user.Qt().app.OpenHelp();
+        return user.Qt().help != nullptr && user.Qt().help->Widget().isVisible();
+    };
+    EXPECT_FALSE(isShownBy("browser.desktop\n"));
+    for (const char* const other : {"editor.desktop\n", "missing.desktop\n", ""}) {
+        EXPECT_TRUE(isShownBy(other)) << other;
+        EXPECT_EQ(user.Qt().help->Widget().windowTitle(), "A page");
+    }
+    user.Qt().app.SetHelpFile(user.FilePath("page.pdf"));
+    EXPECT_FALSE(isShownBy("editor.desktop\n"));
+}
+
 TEST_F(QtDesktopTest, WhatAProcessWritesComesUpInAWindowWithoutTakingTheFocus) {
     user.Qt().window.Show();
     const std::string program = user.FilePath("writes");

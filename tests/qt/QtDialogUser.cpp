@@ -91,6 +91,7 @@ public:
     void PressCancel() override { Click(*Buttons().button(QDialogButtonBox::Cancel)); }
     void PressEnter() override { Key(mDialog, Qt::Key_Return, QStringLiteral("\r")); }
     void PressEscape() override { Key(mDialog, Qt::Key_Escape); }
+    void PressF1() override { Key(mDialog, Qt::Key_F1); }
     void CloseByFrame() override { mDialog.close(); }
     bool IsShown() const override { return mDialog.isVisible(); }
     std::string Caption() const override { return FromQt(mDialog.windowTitle()); }

@@ -81,6 +81,16 @@ class Program:
         self.process.wait()
 
 
+def make_opener(home, categories):
+    """Has a program of these categories open HTML files."""
+    asked = home / "bin/xdg-mime"
+    asked.write_text("#!/bin/sh\n[ \"$*\" = 'query default text/html' ] && echo opener.desktop\n")
+    asked.chmod(0o700)
+    entry = home / ".local/share/applications/opener.desktop"
+    entry.parent.mkdir(parents=True, exist_ok=True)
+    entry.write_text(f"[Desktop Entry]\nType=Application\nName=Opener\nCategories={categories}\n")
+
+
 @pytest.fixture(name="home")
 def fixture_home(tmp_path):
     """A user's home on a machine with the kit set up for all users and a browser that notes what it opens."""
@@ -89,6 +99,7 @@ def fixture_home(tmp_path):
     browser = tmp_path / "bin/xdg-open"
     browser.write_text(f'#!/bin/sh\necho "$1" >> "{tmp_path}/opened"\n')
     browser.chmod(0o700)
+    make_opener(tmp_path, "Network;WebBrowser;")
     for language in ("en", "de"):
         (tmp_path / "help" / language).mkdir(parents=True)
         (tmp_path / "help" / language / "index.html").write_text("help")

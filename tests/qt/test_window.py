@@ -7,7 +7,7 @@ import signal
 import subprocess
 
 import pytest
-from conftest import EXAMPLE, until, xdotool
+from conftest import EXAMPLE, make_opener, until, xdotool
 
 
 
@@ -156,6 +156,47 @@ def test_about_stands_in_the_middle_and_goes_at_a_key_and_a_left_click(start):
     xdotool("mousemove", *owner, "click", 1)
     until(lambda: about not in program.windows(), "the end of the About box at a click")
     program.wait_for("Tessaly")
+
+
+def test_without_a_browser_the_help_has_a_window_of_its_own(home, start, picture):
+    make_opener(home, "Development;TextEditor;")
+    for language in ("en", "de"):
+        (home / "help" / language / "index.html").write_text(
+            f"<title>{language} first</title><h1>First</h1><p><a href='next.html'>next</a>")
+        (home / "help" / language / "next.html").write_text(f"<title>{language} next</title><h1>Next</h1>")
+    program = start()
+    program.wait_for("Tessaly")
+    program.key("F1")
+    program.wait_for("en first")
+    program.key("Tab", "Return")
+    program.wait_for("en next")
+    program.key("Escape")
+    program.wait_for("Tessaly")
+
+    program.key("alt+l", "g", "F5")
+    program.wait_for("Funktion hinzufügen")
+    program.key("F1")
+    program.wait_for("de first")
+    program.key("Tab", "Return")  # it can be used in spite of the dialog
+    program.wait_for("de next")
+    picture("help")
+    program.key("Escape")
+    program.wait_for("Funktion hinzufügen")
+    program.key("Escape")
+    program.wait_for("Tessaly")
+    assert not (home / "opened").exists()
+
+
+def test_f1_in_the_name_dialog_opens_the_help_in_the_browser(home, start):
+    program = start()
+    program.wait_for("Tessaly")
+    program.key("F5")
+    program.wait_for("Add Function")
+    program.key("F1")
+    opened = home / "opened"
+    until(opened.exists, "the help")
+    until(lambda: opened.read_text().endswith("\n"), "the path of the help")
+    assert opened.read_text() == f"{home}/help/en/index.html\n"
 
 
 def test_the_language_is_kept_for_the_next_start_and_so_is_the_file(home, start, picture):

@@ -192,6 +192,7 @@ public:
     void PressCancel() override { Click(Control(IDCANCEL), {5, 5}); }
     void PressEnter() override { Key(VK_RETURN); }
     void PressEscape() override { Key(VK_ESCAPE); }
+    void PressF1() override { Key(VK_F1); }
     void CloseByFrame() override { Close(); }
     bool IsShown() const override { return IsVisible(Window()); }
     std::string Caption() const override { return TextOf(Window()); }

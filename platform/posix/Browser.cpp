@@ -1,0 +1,54 @@
+#include "platform/posix/Browser.h"
+
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <memory>
+#include <sstream>
+#include <string>
+
+namespace tessaly {
+
+namespace {
+
+// The name of a desktop file, or "".
+std::string OpenerOfHtml() {
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> answer(
+        ::popen("xdg-mime query default text/html 2>/dev/null", "re"), ::pclose);
+    std::array<char, 256> line = {};
+    if (!answer || std::fgets(line.data(), line.size(), answer.get()) == nullptr) {
+        return "";
+    }
+    const std::string name = line.data();
+    return name.substr(0, name.find('\n'));
+}
+
+bool IsBrowser(const std::string& desktopFile) {
+    std::ifstream file(desktopFile);
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with("Categories=") && line.find("WebBrowser") != std::string::npos) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+bool HtmlOpensInBrowser(const Environment& environment) {
+    const std::string opener = OpenerOfHtml();
+    if (opener.empty()) {
+        return false;
+    }
+    const std::string home = environment("HOME").value_or("") + "/.local/share";
+    const std::string system = environment("XDG_DATA_DIRS").value_or("/usr/local/share:/usr/share");
+    std::istringstream folders(environment("XDG_DATA_HOME").value_or(home) + ":" + system);
+    for (std::string folder; std::getline(folders, folder, ':');) {
+        if (IsBrowser(folder + "/applications/" + opener)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace tessaly
