@@ -72,7 +72,7 @@ def test_after_a_save_by_the_mouse(program, block):
 
 def test_after_a_save_under_another_name(program, block, home):
     program.key("alt+f", "a")
-    program.wait_for("Save As")
+    program.wait_for("Save Program Source File As")
     other = home / "other.PSF"
     program.type(str(other))
     program.key("Return")
@@ -93,7 +93,7 @@ def test_after_a_build_with_its_question_and_its_window(program, block, home):
 def test_after_a_cancelled_open(program, block):
     save(program, block)
     program.key("alt+f", "p")
-    program.wait_for("Open")
+    program.wait_for("Open Program Source File")
     program.key("Escape")
     program.wait_for("Tessaly")
     type_on_and_close(program, block)
