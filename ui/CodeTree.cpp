@@ -56,11 +56,9 @@ void VornMainFrm::ShowNodeCode(TreeItem node) {
     const std::string key = mCodeTree.Key(node);
     if (key == "_0e") {
         SetUpToolBar("EventTool");
-        mFuncBody.SetFuncBodyAvailable(false);
         mDesktop.FuncLabel().SetCaption(prompts.lblcodeEditEventCode);
     } else if (key == "_0f") {
         SetUpToolBar("FuncVarTool");
-        mFuncBody.SetFuncBodyAvailable(false);
         mDesktop.FuncLabel().SetCaption(prompts.lblcodeEditFunctionCode);
     } else if (key == "_0v") {
         SetUpToolBar("EventTool");
@@ -144,9 +142,7 @@ void VornMainFrm::Form_AddFunction() {
     if (RoundToInteger(LenientValue(dialog.ReturnCode)) == 0 || name.empty()) {
         return;
     }
-    if (mCurrentNode == TreeItem::None || mCodeTree.Key(mCurrentNode) != "_0f") {
-        SelectFunctionsItem();
-    }
+    SelectFunctionsItem();
     const std::string text = NewFunctionText(name);
     const Status status = mSourceDoc->AddFunction(name, "", text);
     if (status == Status::Done) {

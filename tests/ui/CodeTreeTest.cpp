@@ -41,7 +41,10 @@ TEST_F(CodeTreeTest, SelectingAGroupStoresTheTextAndEmptiesThePane) {
     EXPECT_EQ(desktop.toolBar.ButtonCount(), 2);
     EXPECT_EQ(desktop.toolBar.ButtonTag(1), "Add");
     EXPECT_EQ(desktop.toolBar.ButtonTag(2), "Delete");
+    desktop.tree.Click("_0e1");
     desktop.tree.Click("_0e");
+    EXPECT_EQ(desktop.pane.Text(), "");
+    EXPECT_FALSE(desktop.pane.FuncBodyAvailable());
     EXPECT_EQ(desktop.paneLabel.Caption(), "Event Code");
     EXPECT_EQ(desktop.toolBar.ButtonCount(), 0);
 }
@@ -366,11 +369,11 @@ TEST_F(CodeTreeTest, NewAndOpenLeaveNoButtonsOfAFunctionBehind) {
 }
 
 TEST_F(CodeTreeTest, AClickOnAToolBarButtonEndsTheEditingAndStoresThePane) {
+    desktop.images.tags = {"Other", "Delete"}; // a button that shows no dialog
     Open("a.PSF", GoodPsf());
     Edit("Two", "x");
     ASSERT_EQ(window.FuncBodyChangeMode, 2);
-    desktop.msgBox.WillPress(MsgResult::No);
-    window.VornToolBar_ButtonClick(2);
+    window.VornToolBar_ButtonClick(1);
     EXPECT_EQ(window.FuncBodyChangeMode, 1);
     EXPECT_TRUE(FunctionText("Two").starts_with("xvoid Two()"));
 }

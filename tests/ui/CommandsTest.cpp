@@ -93,13 +93,11 @@ TEST_F(CommandsTest, AFailedOpenClearsTheFlagAndSaysSoInTheStatusBarBeforeItShow
         panel = Panel(2);
         return box.buttons == MsgButtons::Ok ? MsgResult::Ok : MsgResult::No;
     };
-    window.FuncBodyChangeMode = 2;
     desktop.files.contents["bad.PSF"] = "bad";
     window.Form_FileDropped("bad.PSF");
     EXPECT_EQ(panel, LastBox().text);
     EXPECT_EQ(window.StatusPanel2, "vornMainFrmPrmpt23");
     EXPECT_FALSE(window.FuncBodyChangedFlag);
-    EXPECT_EQ(window.FuncBodyChangeMode, 1);
 }
 
 TEST_F(CommandsTest, ACancelledOpenDialogEndsSilentlyAndHasClearedTheFlagAlready) {
