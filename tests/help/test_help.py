@@ -22,7 +22,7 @@ EVENTS = ["OnError", "OnFrame", "OnKey", "OnStart", "OnStop", "OnTimer", "OnTrig
 SETTINGS = ["Language", "FCompBat", "FCompFileName", "FHelp", "FProgBlkIcon"]
 
 # Texts that the program keeps but shows nowhere: grep for them in ui/ finds nothing.
-NOT_SHOWN = {f"vornMainFrmPrmpt{n}" for n in (4, 9, 14, 16, 19, 21, 22, 26, 28, 29, 35)}
+NOT_SHOWN = {f"vornMainFrmPrmpt{n}" for n in (4, 9, 14, 19, 21, 22, 26, 28, 29, 35)}
 
 
 class Page(HTMLParser):
