@@ -215,10 +215,8 @@ TEST_F(QtDesktopTest, TheSelectedItemIsSeenAlsoWithoutTheFocus) {
     unaware.setColor(QPalette::Inactive, QPalette::Highlight, unaware.color(QPalette::Active, QPalette::Highlight));
     widget.setPalette(unaware);
     ASSERT_TRUE(QTest::qWaitForWindowActive(&user.Qt().frame));
-    tree.SetFocus();
-    const QColor withFocus = colour("a");
     user.Qt().pane.SetFocus();
-    EXPECT_NE(colour("a"), withFocus);
+    EXPECT_NE(colour("a"), unaware.color(QPalette::Active, QPalette::Highlight));
     EXPECT_GT(std::abs(colour("a").lightness() - colour("b").lightness()), 30);
 }
 
