@@ -54,6 +54,20 @@ protected:
         TheDesktop().MessageBoxes().Show("text", "caption", MsgButtons::Ok, MsgIcon::None);
     }
 
+    // The events, where a window has come and gone: a display may take the keyboard there and back on the way.
+    std::vector<std::string> EventsAcrossWindows() const {
+        std::vector<std::string> told;
+        for (const std::string& event : events) {
+            const std::size_t count = told.size();
+            if (event == "got focus" && count > 1 && told[count - 1] == "lost focus" && told[count - 2] == event) {
+                told.pop_back();
+            } else {
+                told.push_back(event);
+            }
+        }
+        return told;
+    }
+
     std::unique_ptr<DesktopDriver> user;
     std::vector<std::string> events;
 };
