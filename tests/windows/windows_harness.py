@@ -37,9 +37,12 @@ def wine(program, *arguments):
     """Runs one of Wine's own tools. Very rarely Wine hangs before a program has begun, so it is tried twice."""
     command = [f"{ROOT}/script/wine", BITS, program, *arguments]
     try:
-        return subprocess.run(command, capture_output=True, timeout=PATIENCE, check=False)
+        done = subprocess.run(command, capture_output=True, timeout=PATIENCE, check=False)
+        if b"Application could not be started" not in done.stdout:  # what Wine says when it has lost the new process
+            return done
     except subprocess.TimeoutExpired:
-        return subprocess.run(command, capture_output=True, timeout=PATIENCE, check=False)
+        pass
+    return subprocess.run(command, capture_output=True, timeout=PATIENCE, check=False)
 
 
 def windows_path(path):
