@@ -196,22 +196,6 @@ def test_a_file_that_grows_over_the_limit_for_files_is_left_as_it_was(file):
     assert os.listdir(file.parent) == ["Main.PSF"]
 
 
-@not_on_windows("its memory cannot be limited")
-@pytest.mark.parametrize("arguments", ["show Large.PSF", "show Large.PSF references", "show --json Large.PSF",
-                                       "generate Large.PSF", "check Large.PSF", "build Large.PSF", "add Large.PSF Name",
-                                       "delete Large.PSF Main", "set Large.PSF references", "resave Large.PSF Out.PSF"])
-def test_a_file_that_there_is_no_memory_for_is_not_called_damaged(tmp_path, arguments):
-    import subprocess
-    large = tmp_path / "Large.PSF"
-    large.write_bytes(source([("Main", "void Main()\r\n{\r\n" + "    Work();\r\n" * 1_500_000 + "}")]))
-    size = large.stat().st_size
-    done = subprocess.run(["bash", "-c", f"ulimit -v 20000; exec {shlex.join(COMMAND)} {arguments}"], input=b"int x;",
-                          capture_output=True, timeout=60, cwd=tmp_path)
-    assert done.returncode == 2
-    assert done.stderr == b"psf: Large.PSF: out of memory\n"
-    assert [(p.name, p.stat().st_size) for p in tmp_path.iterdir()] == [("Large.PSF", size)]
-
-
 # add and delete
 
 def test_add_appends_a_function_with_the_windows_text(file):

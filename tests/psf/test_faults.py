@@ -5,11 +5,13 @@ $PSF_FAULTS names the library that makes the calls fail. Of many calls a random 
 
 import os
 import random
+import shlex
 import shutil
 import stat
+import subprocess
 
 import pytest
-from psf_harness import psf, source
+from psf_harness import COMMAND, psf, source
 
 LIBRARY = os.environ.get("PSF_FAULTS")
 ALL = bool(os.environ.get("PSF_FAULTS_ALL"))
@@ -112,3 +114,17 @@ def judge(command, old, new, now, good, result, what):
         now, old, new = ({k: v for k, v in files.items() if k != "C.c"} for files in (now, old, new))
     assert now in (old, new), (what, sorted(now))
     assert changed == [] or command == "build" or old != new
+
+
+@pytest.mark.parametrize("arguments", ["show Large.PSF", "show Large.PSF references", "show --json Large.PSF",
+                                       "generate Large.PSF", "check Large.PSF", "build Large.PSF", "add Large.PSF Name",
+                                       "delete Large.PSF Main", "set Large.PSF references", "resave Large.PSF Out.PSF"])
+def test_a_file_that_there_is_no_memory_for_is_not_called_damaged(tmp_path, arguments):
+    large = tmp_path / "Large.PSF"
+    large.write_bytes(source([("Main", "void Main()\r\n{\r\n" + "    Work();\r\n" * 1_500_000 + "}")]))
+    size = large.stat().st_size
+    done = subprocess.run(["bash", "-c", f"ulimit -v 20000; exec {shlex.join(COMMAND)} {arguments}"], input=b"int x;",
+                          capture_output=True, timeout=60, cwd=tmp_path)
+    assert done.returncode == 2
+    assert done.stderr == b"psf: Large.PSF: out of memory\n"
+    assert [(p.name, p.stat().st_size) for p in tmp_path.iterdir()] == [("Large.PSF", size)]
