@@ -43,8 +43,9 @@ bool HtmlOpensInBrowser(const Environment& environment) {
     const std::string home = environment("HOME").value_or("") + "/.local/share";
     const std::string system = environment("XDG_DATA_DIRS").value_or("/usr/local/share:/usr/share");
     std::istringstream folders(environment("XDG_DATA_HOME").value_or(home) + ":" + system);
-    for (std::string folder; std::getline(folders, folder, ':');) {
-        if (IsBrowser(folder + "/applications/" + opener)) {
+    for (std::string path; std::getline(folders, path, ':');) {
+        path.append("/applications/").append(opener);
+        if (IsBrowser(path)) {
             return true;
         }
     }

@@ -1,4 +1,7 @@
+// The X server tells of a window that another program destroyed; Qt alone would keep the dead window.
 #include "platform/qt/QtDestroyedWindows.h"
+
+#include "platform/qt/QtPost.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -42,8 +45,7 @@ bool QtDestroyedWindows::nativeEventFilter(const QByteArray& eventType, void* me
     const auto& event = *static_cast<const DestroyNotify*>(message);
     QWidget* const window = (event.type & TypeBits) == DestroyNotifyType ? QWidget::find(event.window) : nullptr;
     if (window != nullptr && window->isWindow()) {
-        QMetaObject::invokeMethod(
-            window, [window] { Close(*window); }, Qt::QueuedConnection);
+        Post(*window, [window] { Close(*window); });
     }
     return false;
 }

@@ -2,6 +2,7 @@
 #include "platform/qt/QtWindow.h"
 
 #include "platform/qt/QtKeys.h"
+#include "platform/qt/QtPost.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
@@ -39,11 +40,6 @@ public:
 private:
     std::function<void()> mFunction;
 };
-
-// Has `action` done as an event of its own, unless `object` is gone by then.
-void Post(QObject& object, std::function<void()> action) {
-    QMetaObject::invokeMethod(&object, std::move(action), Qt::QueuedConnection);
-}
 
 bool HasFiles(const QMimeData& data) {
     const QList<QUrl> urls = data.urls();
