@@ -213,7 +213,7 @@ void VornMainFrm::PlaceControls() {
 void VornMainFrm::MakeMenus() {
     for (const MenuEntry& entry : MenuTable) {
         MenuItem* const parent = entry.parent.empty() ? nullptr : &Menu(entry.parent);
-        if (entry.separatorBefore) {
+        if (parent != nullptr && entry.separatorBefore) {
             mDesktop.AddMenuSeparator(*parent);
         }
         mMenus.push_back(&mDesktop.AddMenu(parent, entry.name));
