@@ -142,7 +142,7 @@ void Win32ViewFormat::SetFont(const std::wstring& name, LONG height) {
     format.bCharSet = DEFAULT_CHARSET;
     std::wcsncpy(format.szFaceName, name.c_str(), LF_FACESIZE - 1);
     const Formatting formatting(mControl, mDocument.get());
-    for (const WPARAM of : {SCF_DEFAULT, SCF_ALL}) {
+    for (const WPARAM of : {WPARAM{SCF_DEFAULT}, WPARAM{SCF_ALL}}) {
         SendMessageW(mControl, EM_SETCHARFORMAT, of, reinterpret_cast<LPARAM>(&format));
     }
     InvalidateRect(mControl, nullptr, TRUE);
