@@ -61,6 +61,7 @@ TEST(RegistryEditTest, ANewKeyStandsAtTheEnd) {
     EXPECT_EQ(WithSeven(""), first + added);
     EXPECT_EQ(WithSeven(first + "[HKLM\\K2]\n"), first + "[HKLM\\K2]\n" + added);
     EXPECT_EQ(WithSeven(first + "[HKCU\\K]"), first + "[HKCU\\K]\n" + added);
+    EXPECT_EQ(WithSeven(first + "[HKCU\\K]\n\r"), first + "[HKCU\\K]\n\r\n" + added); // the half of a line's end
 }
 
 TEST(RegistryEditTest, AKeyThatIsDeletedFurtherDownIsAddedAnew) {
