@@ -1,5 +1,5 @@
-// The least that any program with this window must do: the same controls in a window, and nothing in or behind them.
-// What Tessaly's start takes longer than this one's is its own.
+// The least that any program with this window must do: the same controls in a window as large, nothing in or behind
+// them. What Tessaly's start takes longer than this one's is its own.
 #include <initializer_list>
 
 // In this order:
@@ -24,12 +24,19 @@ struct Child {
 };
 
 void AddChildren(HWND window, HINSTANCE instance) {
+    RECT client{};
+    GetClientRect(window, &client);
+    const int margin = 8;
+    const int tree = client.right * 27 / 100;
+    const int pane = tree + 2 * margin;
+    const int width = client.right - pane - margin;
+    const int height = client.bottom - 90;
     const Child children[] = {
         {TOOLBARCLASSNAMEW, 0, 0, 0, 0, 0},
-        {L"Static", 0, 8, 40, 220, 18},
-        {WC_TREEVIEWW, WS_BORDER | TVS_HASLINES | TVS_HASBUTTONS | TVS_LINESATROOT, 8, 60, 220, 440},
-        {L"Static", 0, 236, 40, 500, 18},
-        {L"RICHEDIT50W", WS_BORDER | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_AUTOVSCROLL, 236, 60, 520, 440},
+        {L"Static", 0, margin, 40, tree, 18},
+        {WC_TREEVIEWW, WS_BORDER | TVS_HASLINES | TVS_HASBUTTONS | TVS_LINESATROOT, margin, 60, tree, height},
+        {L"Static", 0, pane, 40, width, 18},
+        {L"RICHEDIT50W", WS_BORDER | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_AUTOVSCROLL, pane, 60, width, height},
         {STATUSCLASSNAMEW, SBARS_SIZEGRIP, 0, 0, 0, 0},
     };
     for (const Child& child : children) {
@@ -61,8 +68,10 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
     own.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
     own.lpszClassName = L"BareWindow";
     RegisterClassW(&own);
+    RECT area{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
     HWND window = CreateWindowExW(0, L"BareWindow", L"Bare window", WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, CW_USEDEFAULT,
-                                  780, 600, nullptr, Menu(), instance, nullptr);
+                                  area.right * 85 / 100, area.bottom * 85 / 100, nullptr, Menu(), instance, nullptr);
     AddChildren(window, instance);
     ShowWindow(window, show);
     for (MSG message; GetMessageW(&message, nullptr, 0, 0) > 0;) {

@@ -24,7 +24,7 @@ WORDPAD = r"C:\Program Files\Windows NT\Accessories\wordpad.exe"
 RARITY = 3  # only each third round opens the large file: notepad takes long for it
 
 NOTEPAD = 1.0  # at most, times notepad's start
-BARE = 1.2  # at most, times the bare window's start
+BARE = 1.05  # at most, times the bare window's start
 LARGE = 0.1  # at most, times what notepad takes for the large file
 MEMORY_MB = 12  # at most, private, and MEMORY_FILES times the file
 MEMORY_FILES = 3
