@@ -335,8 +335,8 @@ std::optional<std::string> SetInRegistryText(std::string_view file, std::uint32_
     // What stands further down, such as the deletion of the key, takes it away again: so it goes behind everything.
     text = File(file);
     const std::string rest = text.Text().empty() || text.Text().ends_with(u'\n') ? "" // of the last line's end
-                             : text.Text().ends_with(u'\r')                       ? "\n"
-                                                                                  : lineEnd;
+                             : text.Text().ends_with(u'\r')                      ? "\n"
+                                                                                 : lineEnd;
     const std::string front = (file.empty() ? std::string(FirstLine) + lineEnd : rest) + lineEnd;
     text.Replace(text.Text().size(), 0, text.Encode(front + "[" + key + "]" + lineEnd + line + lineEnd));
     std::string result = text.Bytes();
