@@ -15,6 +15,10 @@ constexpr MsgResult AnswerOfNobody(MsgButtons buttons) {
     return buttons == MsgButtons::Ok ? MsgResult::Ok : buttons == MsgButtons::YesNo ? MsgResult::No : MsgResult::Cancel;
 }
 
+// What has room beside a box's caption: icon and buttons. In pixels at 96 dots per inch. Nobody but the window manager
+// knows how wide they are, so it is rather more.
+inline constexpr int AroundCaption = 140;
+
 class MsgBox {
 public:
     virtual ~MsgBox() = default;
@@ -23,6 +27,7 @@ public:
     // the user pressed. Closing it counts as Cancel where there is such a button, as Ok where that is the only one;
     // a Yes/No box cannot be closed otherwise.
     // A box that is taken away from outside has the AnswerOfNobody.
+    // It is wide enough for its caption, and it breaks no line of a text with columns, which has tabs.
     virtual MsgResult Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) = 0;
 };
 

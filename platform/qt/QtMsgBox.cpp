@@ -64,19 +64,17 @@ QMessageBox::Icon IconOf(MsgIcon icon) {
     return QMessageBox::NoIcon;
 }
 
-// How wide a caption is with what stands beside it. Nobody but the window manager knows, so it is rather more.
-int CaptionWidth(const QMessageBox& box) {
-    constexpr int aroundCaption = 140;
+int WidthForCaption(const QMessageBox& box) {
     QFont bold = box.font();
     bold.setBold(true);
-    return QFontMetrics(bold).horizontalAdvance(box.windowTitle()) + aroundCaption;
+    return QFontMetrics(bold).horizontalAdvance(box.windowTitle()) + AroundCaption;
 }
 
 // Qt wraps the lines of a wider text; columns would be columns no more.
 void Widen(QMessageBox& box) {
     const int columns = box.text().contains(u'\t') ? box.layout()->sizeHint().width() : 0;
     auto& grid = dynamic_cast<QGridLayout&>(*box.layout());
-    auto strut = std::make_unique<QSpacerItem>(std::max(CaptionWidth(box), columns), 0);
+    auto strut = std::make_unique<QSpacerItem>(std::max(WidthForCaption(box), columns), 0);
     grid.addItem(strut.release(), grid.rowCount(), 0, 1, grid.columnCount()); // the layout's own from here on
 }
 

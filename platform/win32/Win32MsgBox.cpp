@@ -2,6 +2,7 @@
 #include "platform/win32/Win32MsgBox.h"
 
 #include "platform/win32/Text.h"
+#include "platform/win32/Win32WideBox.h"
 
 namespace tessaly {
 
@@ -17,6 +18,7 @@ MsgResult Win32MsgBox::Show(std::string_view text, std::string_view caption, Msg
     const UINT style = static_cast<UINT>(buttons) | static_cast<UINT>(icon) | MB_DEFBUTTON1;
     HWND owner = OwnerOfDialogs(mMainWindow);
     const UINT modality = owner != nullptr ? MB_APPLMODAL : MB_TASKMODAL;
+    const Win32WideBox wide;
     int result = 0;
     do { // some systems let a box be closed that has no button for that
         result = MessageBoxW(owner, ToWide(text).c_str(), ToWide(caption).c_str(), style | modality);

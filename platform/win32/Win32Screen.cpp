@@ -51,6 +51,20 @@ std::wstring AnyFixedPitchFont() {
     return name.data();
 }
 
+NONCLIENTMETRICSW WindowMetrics() {
+    NONCLIENTMETRICSW metrics = {};
+    metrics.cbSize = sizeof metrics;
+    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+    return metrics;
+}
+
+// A font of Windows, whose height is for the system's resolution.
+Win32Font MakeFont(LOGFONTW font, int dpi, float times) {
+    const float scale = times * static_cast<float>(dpi) / static_cast<float>(SystemDpi());
+    font.lfHeight = static_cast<LONG>(std::lround(static_cast<float>(font.lfHeight) * scale));
+    return Win32Font(CreateFontIndirectW(&font));
+}
+
 } // namespace
 
 int WindowDpi(HWND window) {
@@ -92,16 +106,15 @@ SIZE FrameSize(SIZE client, DWORD style, DWORD extendedStyle, bool hasMenu, int 
 }
 
 Win32Font MakeMessageFont(int dpi, float times) {
-    NONCLIENTMETRICSW metrics = {};
-    metrics.cbSize = sizeof metrics;
-    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-    LOGFONTW& font = metrics.lfMessageFont;
-    const float scale = times * static_cast<float>(dpi) / static_cast<float>(SystemDpi());
-    font.lfHeight = static_cast<LONG>(std::lround(static_cast<float>(font.lfHeight) * scale));
+    LOGFONTW font = WindowMetrics().lfMessageFont;
     if (times > 1) {
         font.lfWeight = FW_SEMIBOLD;
     }
-    return Win32Font(CreateFontIndirectW(&font));
+    return MakeFont(font, dpi, times);
+}
+
+Win32Font MakeCaptionFont(int dpi) {
+    return MakeFont(WindowMetrics().lfCaptionFont, dpi, 1);
 }
 
 TEXTMETRICW MeasureFont(HFONT font) {

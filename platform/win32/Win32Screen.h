@@ -22,6 +22,9 @@ SIZE FrameSize(SIZE client, DWORD style, DWORD extendedStyle, bool hasMenu, int 
 // The font of message boxes, which labels and trees use too. `times` makes it larger.
 Win32Font MakeMessageFont(int dpi, float times = 1);
 
+// The font of a window's caption.
+Win32Font MakeCaptionFont(int dpi);
+
 TEXTMETRICW MeasureFont(HFONT font);
 
 // The name of a fixed-pitch font that is installed.

@@ -59,10 +59,14 @@ std::string OnScreen(HWND window, RECT rect) {
     return Rectangle(rect);
 }
 
-std::string Text(HWND window) {
+std::wstring WideText(HWND window) {
     std::wstring text(static_cast<std::size_t>(Send(window, WM_GETTEXTLENGTH)) + 1, L'\0');
     text.resize(static_cast<std::size_t>(Send(window, WM_GETTEXT, text.size(), text.data())));
-    return Quoted(Utf8(text));
+    return text;
+}
+
+std::string Text(HWND window) {
+    return Quoted(Utf8(WideText(window)));
 }
 
 std::string Class(HWND window) {
@@ -213,6 +217,23 @@ std::string Spoken(const Words& words) {
     SysFreeString(name);
     object->Release();
     return Quoted(text);
+}
+
+// measure WINDOW message|caption: width and height of its text in that font of the system, no line broken
+std::string Measure(const Words& words) {
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof metrics;
+    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+    HFONT font = CreateFontIndirectW(words.at(2) == "caption" ? &metrics.lfCaptionFont : &metrics.lfMessageFont);
+    HDC screen = GetDC(nullptr);
+    HGDIOBJ before = SelectObject(screen, font);
+    RECT rect{};
+    const std::wstring text = WideText(Window(words.at(1)));
+    DrawTextW(screen, text.c_str(), -1, &rect, DT_CALCRECT | DT_EXPANDTABS | DT_NOPREFIX);
+    SelectObject(screen, before);
+    ReleaseDC(nullptr, screen);
+    DeleteObject(font);
+    return Array({Number(rect.right), Number(rect.bottom)});
 }
 
 // buttons WINDOW: of a tool bar
@@ -370,6 +391,7 @@ std::map<std::string, Command> Commands(Processes& processes) {
             {"panels", Panels},
             {"buttons", Buttons},
             {"spoken", Spoken},
+            {"measure", Measure},
             {"menu", Menu},
             {"focus", Focus},
             {"text", [](const Words& words) { return Text(Window(words.at(1))); }},

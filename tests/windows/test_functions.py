@@ -1,8 +1,10 @@
 """The tree, its tool bar and keys, adding and deleting functions."""
 
+import subprocess
+
 import pytest
 
-from windows_harness import CODE_TREE, FUNC_BODY, FUNC_LABEL, FUNC_VAR_NAME, NAME_LABEL, wait_until, windows_path, xdotool
+from windows_harness import CODE_TREE, FUNC_BODY, FUNC_LABEL, FUNC_VAR_NAME, NAME_LABEL, install, wait_until, windows_path, xdotool
 
 NEW_FUNCTION = "void {}(void)\r\n{{\r\n\r\n}}"
 
@@ -108,6 +110,23 @@ def test_f4_deletes_the_function_when_that_is_confirmed(launch, installed, examp
     wait_functions(program, "ChangePace")
     assert program.selected() == "Functions"
     assert program.pane() == ""
+
+
+def test_the_question_before_deleting_is_wide_enough_for_its_caption(launch, folder, installed, example):
+    install(folder, **installed, Language=1)
+    program = launch(windows_path(example))
+    program.click_item("SetLamp")
+    program.press_key("F4")
+    box = program.dialog()
+    program.bring(box.window)
+    display = program.probe.ask("focus", box.window)["display"]
+    frame = subprocess.run(["xprop", "-id", str(display), "_NET_FRAME_EXTENTS"], check=True, capture_output=True).stdout
+    title_height = int(frame.split(b"=")[1].split(b",")[2])
+    caption = program.probe.ask("measure", box.window, "caption")[0]
+    assert box.rect[2] - box.rect[0] >= caption + 4 * title_height  # an icon and three buttons, as wide as they are high
+    yes, no = (next(c["rect"] for c in box.controls if c["id"] == number) for number in (6, 7))
+    assert abs((yes[0] - box.rect[0]) - (box.rect[2] - no[2])) < yes[2] - yes[0], "the buttons in the middle"
+    box.press("No")
 
 
 def test_f4_does_nothing_on_an_event(launch, installed, example):

@@ -18,6 +18,26 @@ def test_the_hot_keys_are_listed(launch, installed):
     assert (box.caption, box.text().replace("\r\n", "\n"), box.buttons()) == ("Hot-Keys", HOT_KEYS, ["OK"])
 
 
+@pytest.mark.parametrize("language, menu", [(0, "Help"), (1, "Hilfe")])
+def test_no_line_of_the_hot_keys_is_broken(launch, folder, installed, language, menu):
+    install(folder, **installed, Language=language)
+    program = launch()
+    program.choose(menu, "Hot Keys")
+    box = program.dialog()
+    text = next(c for c in box.controls if c["class"] == "Static" and c["text"])
+    left, top, right, bottom = text["rect"]
+    width, height = program.probe.ask("measure", text["window"], "message")
+    assert right - left >= width
+    assert bottom - top == height  # and there is no room for one more
+    button = box.control(1)["rect"]
+    above, below = button[1] - bottom, box.rect[3] - button[3]
+    assert 0 < above < 2 * below, "the button right under the text"
+    beside = (button[0] - box.rect[0], box.rect[2] - button[2])
+    assert abs(beside[0] - beside[1]) < button[2] - button[0], "the button in the middle"
+    assert text["rect"][0] > box.rect[0] and text["rect"][2] < box.rect[2]
+    box.press("OK")
+
+
 def test_about_shows_title_and_version_and_any_key_closes_it(launch, installed):
     program = launch()
     program.choose("Help", "About")

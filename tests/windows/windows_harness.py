@@ -120,6 +120,7 @@ class Dialog:
         self.window = description["window"]
         self.caption = description["text"]
         self.name = description["class"]
+        self.rect = description["rect"]
         self.controls = program.probe.ask("children", self.window)
 
     def texts(self):
