@@ -1,11 +1,14 @@
 #include "platform/posix/Browser.h"
 
+#include "platform/posix/UserFolders.h"
+
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <fstream>
 #include <memory>
-#include <sstream>
 #include <string>
+#include <vector>
 
 namespace tessaly {
 
@@ -40,16 +43,9 @@ bool HtmlOpensInBrowser(const Environment& environment) {
     if (opener.empty()) {
         return false;
     }
-    const std::string home = environment("HOME").value_or("") + "/.local/share";
-    const std::string system = environment("XDG_DATA_DIRS").value_or("/usr/local/share:/usr/share");
-    std::istringstream folders(environment("XDG_DATA_HOME").value_or(home) + ":" + system);
-    for (std::string path; std::getline(folders, path, ':');) {
-        path.append("/applications/").append(opener);
-        if (IsBrowser(path)) {
-            return true;
-        }
-    }
-    return false;
+    const std::vector<std::string> folders = DataFolders(environment);
+    return std::any_of(folders.begin(), folders.end(),
+                       [&opener](const std::string& folder) { return IsBrowser(folder + "/applications/" + opener); });
 }
 
 } // namespace tessaly

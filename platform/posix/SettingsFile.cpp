@@ -2,9 +2,8 @@
 #include "platform/posix/SettingsFile.h"
 
 #include "platform/RegistryStore.h"
+#include "platform/posix/UserFolders.h"
 
-#include <algorithm>
-#include <cstddef>
 #include <cstdlib>
 #include <filesystem>
 #include <string_view>
@@ -25,35 +24,6 @@ std::string Variable(const Environment& environment, const std::string& name) {
 bool IsFile(const std::string& path) {
     struct stat status = {};
     return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
-}
-
-std::string UserFolder(const Environment& environment) {
-    const std::string folder = Variable(environment, "XDG_CONFIG_HOME");
-    return folder.starts_with('/') ? folder : Variable(environment, "HOME") + "/.config";
-}
-
-std::optional<std::string> FindInFolder(std::string_view folder) {
-    if (!folder.starts_with('/')) {
-        return std::nullopt;
-    }
-    std::string path(folder);
-    path += PathInFolder;
-    return IsFile(path) ? std::optional(path) : std::nullopt;
-}
-
-// The user's own first.
-std::vector<std::string> ConfigFolders(const Environment& environment) {
-    std::string folders = Variable(environment, "XDG_CONFIG_DIRS");
-    if (folders.empty()) {
-        folders = "/etc/xdg";
-    }
-    std::vector<std::string> list = {UserFolder(environment)};
-    for (std::string_view rest = folders; !rest.empty();) {
-        const std::size_t colon = std::min(rest.find(':'), rest.size());
-        list.emplace_back(rest.substr(0, colon));
-        rest.remove_prefix(std::min(colon + 1, rest.size()));
-    }
-    return list;
 }
 
 // Puts the user's home folder in place of "~", and makes the folders above the path.
@@ -78,9 +48,10 @@ std::vector<std::string> SettingsFiles(const Environment& environment) {
         return {path};
     }
     std::vector<std::string> files;
-    for (const std::string& folder : ConfigFolders(environment)) {
-        if (const std::optional<std::string> file = FindInFolder(folder)) {
-            files.insert(files.begin(), *file);
+    for (std::string path : ConfigFolders(environment)) {
+        path += PathInFolder;
+        if (IsFile(path)) {
+            files.insert(files.begin(), path);
         }
     }
     return files;
@@ -88,7 +59,7 @@ std::vector<std::string> SettingsFiles(const Environment& environment) {
 
 std::string UserSettingsFile(const Environment& environment) {
     const std::string path = Variable(environment, "TESSALY_SETTINGS");
-    return !path.empty() ? path : UserFolder(environment) + std::string(PathInFolder);
+    return !path.empty() ? path : ConfigFolder(environment) + "/settings.reg";
 }
 
 std::vector<std::string> ReadSettings(SequentialFiles& files, const Environment& environment, RegistryStore& store) {
