@@ -28,9 +28,6 @@ constexpr std::string_view Tail = "int main(int argc, char *argv[]) \r\n"
                                   "return 0;\r\n"
                                   "}\r\n";
 
-// The prototypes are cut from the fronts of texts that lie far apart: this many of them are fetched ahead.
-constexpr std::int32_t PrefetchDistance = 8;
-
 class Generator {
 public:
     Generator(const VornSrcObj& document, CCodeSink& sink) : mDocument(document), mSink(sink) {}
@@ -70,7 +67,6 @@ private:
     // The stored prototypes have no part in this, kept on purpose: the code text alone counts.
     bool Prototypes() {
         for (std::int32_t i = 0; i < mDocument.GetFunctionCount(); ++i) {
-            mDocument.Functions().PrefetchCode(i + PrefetchDistance);
             std::string_view prototype;
             if (!CutPrototype(mDocument.Functions().CodeAt(i), prototype)) {
                 return false;

@@ -2,7 +2,6 @@
 #include "document/FuncObject.h"
 
 #include "document/CaseFold.h"
-#include "document/NameCollisions.h"
 
 #include <algorithm>
 #include <exception>
@@ -10,6 +9,47 @@
 #include <utility>
 
 namespace tessaly {
+
+namespace {
+
+// For each function whether adding them one after the other would refuse it: whether the name of an earlier one begins
+// with its name. Earlier ones that are refused count, too: what refused them begins with the same and is earlier still.
+std::vector<bool> WouldCollide(const std::vector<FuncObject::NewFunction>& functions) {
+    std::vector<std::string> folded;
+    folded.reserve(functions.size());
+    for (const FuncObject::NewFunction& function : functions) {
+        folded.push_back(FoldCase(function.name));
+    }
+    struct Entry {
+        std::string_view name;
+        std::size_t place;    // in `functions`
+        std::size_t earliest; // the least place of all names that begin with this one
+        std::size_t end;      // these stand behind this one in the sorted list, up to here
+    };
+    std::vector<Entry> sorted;
+    sorted.reserve(folded.size());
+    for (std::size_t i = 0; i < folded.size(); ++i) {
+        sorted.push_back({folded[i], i, i, 0});
+    }
+    // Of equal names the later one comes first, so the earlier ones stand behind it.
+    std::sort(sorted.begin(), sorted.end(), [](const Entry& a, const Entry& b) {
+        const int order = a.name.compare(b.name);
+        return order != 0 ? order < 0 : a.place > b.place;
+    });
+    std::vector<bool> collisions(functions.size(), false);
+    for (std::size_t i = sorted.size(); i-- > 0;) {
+        Entry& entry = sorted[i];
+        entry.end = i + 1;
+        while (entry.end < sorted.size() && sorted[entry.end].name.starts_with(entry.name)) {
+            entry.earliest = std::min(entry.earliest, sorted[entry.end].earliest);
+            entry.end = sorted[entry.end].end;
+        }
+        collisions[entry.place] = entry.earliest < entry.place;
+    }
+    return collisions;
+}
+
+} // namespace
 
 Status FuncObject::Init() {
     mByFoldedName.reset();
@@ -55,12 +95,7 @@ std::vector<bool> FuncObject::Fill(std::vector<NewFunction> functions) {
     if (!mFunctions.empty()) {
         throw std::logic_error("only an empty table can be filled");
     }
-    std::vector<std::string_view> names;
-    names.reserve(functions.size());
-    for (const NewFunction& function : functions) {
-        names.push_back(function.name);
-    }
-    std::vector<bool> collisions = FindCollisions(names);
+    std::vector<bool> collisions = WouldCollide(functions);
     mFunctions.reserve(functions.size());
     mByFoldedName.reset();
     for (std::size_t i = 0; i < functions.size(); ++i) {

@@ -9,11 +9,9 @@ namespace tessaly {
 
 namespace {
 
-// From here on taking the collected string over costs less than copying it, and its spare room is not touched.
+// Longer texts are moved, not copied. Else a file of one text of 100 MB takes 1.25 times as long to load, and 1.5 times
+// the memory.
 constexpr std::size_t LongText = std::size_t{64} * 1024;
-
-// Up to here a text is compared with the last one of its kind and stays in the tail.
-constexpr std::size_t ShortText = 16;
 
 } // namespace
 
@@ -33,12 +31,6 @@ void TextCollector::Begin() {
 }
 
 SharedText TextCollector::Share() {
-    if (mSize == 0 && mTail.size() <= ShortText) {
-        if (mLastShort.View() != mTail) {
-            mLastShort = SharedText(mTail);
-        }
-        return mLastShort;
-    }
     if (mSize == 0 && mTail.size() >= LongText) {
         auto text = std::make_shared<std::string>(std::move(mTail));
         mTail.clear();

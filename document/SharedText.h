@@ -36,8 +36,7 @@ public:
     SharedText Share();
 
 private:
-    std::string mTail;     // not yet in the block; keeps its room for the next text
-    SharedText mLastShort; // the last short text: many texts are the same empty line
+    std::string mTail; // not yet in the block; keeps its room for the next text
     std::shared_ptr<char[]> mBlock;
     std::size_t mSize = 0;
     std::size_t mCapacity = 0;
