@@ -1,9 +1,10 @@
+// A text that is not there is no error: it has a text that says so.
 #include "app/Catalogue.h"
-
-#include "app/CatalogueTable.h"
 
 #include <algorithm>
 #include <iterator>
+#include <stdexcept>
+#include <utility>
 
 namespace tessaly {
 
@@ -18,14 +19,36 @@ const CatalogueRow& FindRow(std::string_view identifier) {
     return row == std::end(CatalogueRows) ? NoSuchIdentifier : *row;
 }
 
+void SetText(const CatalogueRow& row, std::uint8_t language, std::string& output) {
+    if (language == EnglishLanguage) {
+        output = row.english;
+    } else if (language == GermanLanguage) {
+        output = row.german;
+    }
+}
+
 } // namespace
 
-void LookupPrompt(std::string_view identifier, std::uint8_t language, std::string& output) {
-    if (language == EnglishLanguage) {
-        output = FindRow(identifier).english;
-    } else if (language == GermanLanguage) {
-        output = FindRow(identifier).german;
+const std::string& WindowTexts::Words(Text text) const {
+    const auto member = Row(text).member;
+    if (member == nullptr) {
+        throw std::out_of_range("the window does not keep " + std::string(Row(text).identifier));
     }
+    return this->*member;
+}
+
+void LookupPrompt(std::string_view identifier, std::uint8_t language, std::string& output) {
+    SetText(FindRow(identifier), language, output);
+}
+
+void ApplyLanguage(WindowTexts& window, std::uint8_t language) {
+    WindowTexts texts;
+    for (const CatalogueRow& row : CatalogueRows) {
+        if (row.member != nullptr) {
+            SetText(row, language, texts.*row.member);
+        }
+    }
+    window = std::move(texts);
 }
 
 } // namespace tessaly

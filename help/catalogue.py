@@ -7,7 +7,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent
 ESCAPES = {"\\n": "\n", "\\t": "\t", '\\"': '"', "\\\\": "\\"}
 LITERALS = r'((?:"(?:[^"\\]|\\.)*"\s*)+)'
-ROW = re.compile(r'\{\s*"(\w+)"\s*,\s*' + LITERALS + r",\s*" + LITERALS + r"\}")
+ROW = re.compile(r"_TEXT\((\w+), (\w+),\s*" + LITERALS + r",\s*" + LITERALS + r"\)")
 
 
 def _joined(literals: str) -> str:
@@ -15,15 +15,25 @@ def _joined(literals: str) -> str:
     return re.sub(r'\\[nt"\\]', lambda match: ESCAPES[match.group()], "".join(parts))
 
 
+def _rows() -> list[tuple[str, ...]]:
+    """Identifier, name in the code, and the literals of both texts of each row."""
+    source = (ROOT / "app/Texts.def").read_text(encoding="utf-8")
+    rows = ROW.findall(source)
+    if len(rows) != len(re.findall(r"^\w+_TEXT\(", source, re.M)):
+        raise ValueError("app/Texts.def has rows that help/catalogue.py cannot read")
+    return rows
+
+
 @cache
 def catalogue() -> dict[str, dict[str, str]]:
     """The texts by identifier and language."""
-    source = (ROOT / "app/CatalogueTable.h").read_text(encoding="utf-8")
-    table = source[source.index("CatalogueRows[]") : source.index("TextMembers[]")]
-    texts = {row[0]: {"en": _joined(row[1]), "de": _joined(row[2])} for row in ROW.findall(table)}
-    if len(texts) != len(re.findall(r'\{\s*"\w+"\s*,', table)):
-        raise ValueError("app/CatalogueTable.h has rows that help/catalogue.py cannot read")
-    return texts
+    return {row[0]: {"en": _joined(row[2]), "de": _joined(row[3])} for row in _rows()}
+
+
+@cache
+def names() -> dict[str, str]:
+    """What the code calls each identifier's text."""
+    return {row[0]: row[1] for row in _rows()}
 
 
 def text(identifier: str, language: str) -> str:

@@ -1,8 +1,7 @@
 #include "app/Catalogue.h"
 
-#include "app/CatalogueTable.h"
-
 #include <gtest/gtest.h>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -218,6 +217,53 @@ TEST(CatalogueTest, TheOutputMayBeTheIdentifier) {
     std::string text = "mnuExit";
     LookupPrompt(text, 1, text);
     EXPECT_EQ(text, "B&eenden");
+}
+
+TEST(CatalogueTest, TheWindowKeepsTheTitleThePromptsThreeLabelsAndTheUnknownError) {
+    for (const CatalogueRow& row : CatalogueRows) {
+        const std::string identifier(row.identifier);
+        const bool isKept = identifier.find("Prmpt") != std::string::npos || identifier.starts_with("lblcodeEdit") ||
+                            identifier == "titleVorn" || identifier == "unknown";
+        EXPECT_EQ(row.member != nullptr, isKept) << identifier;
+    }
+}
+
+TEST(CatalogueTest, ALanguageFillsEveryMemberWithTheTextOfItsOwnName) {
+    WindowTexts window;
+    for (const std::uint8_t language : {std::uint8_t{1}, std::uint8_t{0}}) {
+        ApplyLanguage(window, language);
+        for (const CatalogueRow& row : CatalogueRows) {
+            if (row.member != nullptr) {
+                EXPECT_EQ(window.*row.member, Lookup(row.identifier, language)) << row.identifier;
+            }
+        }
+    }
+    EXPECT_EQ(window.titleVorn, "Tessaly");
+    EXPECT_EQ(window.userFuncVarFrmPrmpt3, "Function Name Error");
+    EXPECT_EQ(window.vornMainFrmPrmpt43, "Hot-Keys");
+    EXPECT_EQ(window.lblcodeEditVariableCode, "Global References");
+    EXPECT_EQ(window.unknown, "Unknown error!");
+}
+
+TEST(CatalogueTest, AnotherLanguageEmptiesEveryMember) {
+    for (const std::uint8_t language : {std::uint8_t{2}, std::uint8_t{255}}) {
+        WindowTexts window;
+        ApplyLanguage(window, 0);
+        ApplyLanguage(window, language);
+        for (const CatalogueRow& row : CatalogueRows) {
+            EXPECT_TRUE(row.member == nullptr || (window.*row.member).empty()) << row.identifier;
+        }
+    }
+}
+
+TEST(CatalogueTest, TheNamesInTheCodeLeadToTheMembers) {
+    WindowTexts window;
+    EXPECT_EQ(window.Words(Text::Error), "");
+    ApplyLanguage(window, 1);
+    EXPECT_EQ(&window.Words(Text::Error), &window.vornMainFrmPrmpt6);
+    EXPECT_EQ(&window.Words(Text::Title), &window.titleVorn);
+    EXPECT_EQ(&window.Words(Text::UnknownError), &window.unknown);
+    EXPECT_THROW(window.Words(Text::MenuFile), std::out_of_range);
 }
 
 } // namespace

@@ -11,26 +11,26 @@ void VornMainFrm::mnuBuildExe_Click() {
             return;
         }
         if (mCompBat.empty() || mCompFileName.empty()) {
-            Tell(prompts.vornMainFrmPrmpt13, prompts.vornMainFrmPrmpt6, MsgIcon::Stop);
+            Tell(Text::CompilerMissing, Text::Error, MsgIcon::Stop);
             return;
         }
         SaveCurrentNodeCode(mCurrentNode);
         if (mSourceDoc->BuildCCodeFile(mCompFileName) != Status::Done) {
-            Tell(prompts.vornMainFrmPrmpt5, prompts.vornMainFrmPrmpt6, MsgIcon::Stop);
+            Tell(Text::InstallationCorrupted, Text::Error, MsgIcon::Stop);
             return;
         }
         mDesktop.App().StartProcess(CompilerCommandLine(mCompBat, mLastOpenedFile), MaximizedWithFocus);
         // At once, while the batch file may still run: kept on purpose.
-        ShowMessage("vornMainFrmPrmpt39");
+        ShowMessage(Text::CompilationComplete);
     });
 }
 
 // False when the user declines or the saving fails.
 bool VornMainFrm::SaveBeforeBuild() {
     const MsgResult answer =
-        Ask(prompts.vornMainFrmPrmpt33, prompts.vornMainFrmPrmpt27, MsgButtons::YesNo, MsgIcon::None);
+        Ask(Words(Text::SaveBeforeBuildQuestion), Words(Text::SaveAs), MsgButtons::YesNo, MsgIcon::None);
     if (answer != MsgResult::Yes) {
-        ShowMessage("vornMainFrmPrmpt20");
+        ShowMessage(Text::CommandCancelled);
         return false;
     }
     if (SavePSFFunc() != 0) {

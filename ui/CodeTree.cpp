@@ -18,18 +18,19 @@ constexpr std::int32_t EventItemOffset = 4;
 
 } // namespace
 
+// The groups are English in every language, until one is applied: kept on purpose.
 void VornMainFrm::BuildCodeTree() {
     mCodeTree.Clear();
     mCurrentNode = TreeItem::None;
-    const TreeItem references = mCodeTree.Add(TreeItem::None, "_0v", "References");
+    const TreeItem references = mCodeTree.Add(TreeItem::None, "_0v", Row(Text::ReferencesGroup).english);
     mCodeTree.SetTag(references, "variable");
-    const TreeItem functions = mCodeTree.Add(TreeItem::None, "_0f", "Functions");
+    const TreeItem functions = mCodeTree.Add(TreeItem::None, "_0f", Row(Text::FunctionsGroup).english);
     mCodeTree.SetTag(functions, "function");
-    const TreeItem events = mCodeTree.Add(TreeItem::None, "_0e", "Events");
+    const TreeItem events = mCodeTree.Add(TreeItem::None, "_0e", Row(Text::EventsGroup).english);
     mCodeTree.SetTag(events, "event");
     mCodeTree.Select(events);
     SetUpToolBar("EventTool");
-    mDesktop.FuncLabel().SetCaption(prompts.lblcodeEditEventCode);
+    mDesktop.FuncLabel().SetCaption(Words(Text::EventLabel));
     for (std::int32_t i = 0; i < ShownEvents; ++i) {
         const std::string name(EventTable[static_cast<std::size_t>(i)].name);
         mCodeTree.Add(events, "_0e" + std::to_string(i + 1), name + "()");
@@ -56,17 +57,17 @@ void VornMainFrm::ShowNodeCode(TreeItem node) {
     const std::string key = mCodeTree.Key(node);
     if (key == "_0e") {
         SetUpToolBar("EventTool");
-        mDesktop.FuncLabel().SetCaption(prompts.lblcodeEditEventCode);
+        mDesktop.FuncLabel().SetCaption(Words(Text::EventLabel));
     } else if (key == "_0f") {
         SetUpToolBar("FuncVarTool");
-        mDesktop.FuncLabel().SetCaption(prompts.lblcodeEditFunctionCode);
+        mDesktop.FuncLabel().SetCaption(Words(Text::FunctionLabel));
     } else if (key == "_0v") {
         SetUpToolBar("EventTool");
         mFuncBody.SetFuncBodyAvailable(true);
         std::string code;
         mSourceDoc->GetVarCode(code);
         ShowText(node, code);
-        mDesktop.FuncLabel().SetCaption(prompts.lblcodeEditVariableCode);
+        mDesktop.FuncLabel().SetCaption(Words(Text::ReferencesLabel));
     } else if (ParentKey(node) == "_0e") {
         SetUpToolBar("EventTool");
         mFuncBody.SetFuncBodyAvailable(true);
@@ -131,12 +132,12 @@ void VornMainFrm::StoreNodeCode(TreeItem node) {
 // The pane's text is not stored first: what was edited in it and not stored is overwritten, kept on purpose.
 void VornMainFrm::Form_AddFunction() {
     UserFuncVarFrm dialog(mDesktop);
-    dialog.firstCharacterMessage = prompts.userFuncVarFrmPrmpt1;
-    dialog.badCharacterMessage = prompts.userFuncVarFrmPrmpt2;
-    dialog.messageCaption = prompts.userFuncVarFrmPrmpt3;
-    dialog.SetCaption(prompts.vornMainFrmPrmpt1);
-    dialog.SetNameLabel(prompts.vornMainFrmPrmpt2);
-    dialog.SetCancelCaption(prompts.vornMainFrmPrmpt16);
+    dialog.firstCharacterMessage = Words(Text::NameBeginsWithDigit);
+    dialog.badCharacterMessage = Words(Text::NameHasBadCharacter);
+    dialog.messageCaption = Words(Text::NameError);
+    dialog.SetCaption(Words(Text::AddFunction));
+    dialog.SetNameLabel(Words(Text::TypeFunctionName));
+    dialog.SetCancelCaption(Words(Text::Cancel));
     dialog.ShowModal();
     const std::string name = dialog.FuncVarName();
     if (RoundToInteger(LenientValue(dialog.ReturnCode)) == 0 || name.empty()) {
@@ -153,7 +154,7 @@ void VornMainFrm::Form_AddFunction() {
         mShownNode = mCurrentNode;
         mCodeTree.Select(mCurrentNode);
     } else if (status == Status::NameCollision) {
-        Tell(prompts.vornMainFrmPrmpt24, prompts.vornMainFrmPrmpt25, MsgIcon::Stop);
+        Tell(Text::FunctionExists, Text::DuplicateFunction, MsgIcon::Stop);
     }
 }
 
@@ -163,14 +164,14 @@ void VornMainFrm::Form_DeleteFunction() {
             DeleteCurrentFunction();
         }
     } catch (const std::exception&) {
-        Tell("UnhandledError in Form_DeleteFunction!", prompts.titleVorn, MsgIcon::None);
+        Tell("UnhandledError in Form_DeleteFunction!", Text::Title, MsgIcon::None);
     }
 }
 
 void VornMainFrm::DeleteCurrentFunction() {
     const std::string name = mCodeTree.Text(mCurrentNode);
     const std::string tag = mCodeTree.Tag(mCodeTree.Parent(mCurrentNode));
-    const std::string& remove = prompts.vornMainFrmPrmpt3;
+    const std::string& remove = Words(Text::Delete);
     if (Ask(remove + " " + name + " ?", remove + " " + tag, MsgButtons::YesNo, MsgIcon::None) != MsgResult::Yes) {
         return;
     }
@@ -220,7 +221,7 @@ void VornMainFrm::RunNamed(const std::string& name, const std::function<void()>&
     try {
         routine();
     } catch (const std::exception&) {
-        Tell("Unhandled Error in " + name, prompts.titleVorn, MsgIcon::Exclamation);
+        Tell("Unhandled Error in " + name, Text::Title, MsgIcon::Exclamation);
     }
 }
 

@@ -31,7 +31,7 @@ void VornMainFrm::mnuNewPSF_Click() {
         mSourceDoc->Init();
         mLastOpenedFile = "";
         ShowFileName("");
-        ShowMessage("vornMainFrmPrmpt36");
+        ShowMessage(Text::FileCreated);
     }
     // Also when nothing was made new, though the pane goes on showing the old item: kept on purpose.
     mCurrentNode = mCodeTree.Find("_0e");
@@ -60,8 +60,8 @@ void VornMainFrm::Open(const std::function<std::string()>& askName) {
     }
     mSourceDoc = NewDocument();
     if (mSourceDoc->LoadFile(fileName) != Status::Done) {
-        ShowMessage("vornMainFrmPrmpt23");
-        Tell(prompts.vornMainFrmPrmpt23, prompts.vornMainFrmPrmpt6, MsgIcon::Exclamation);
+        ShowMessage(Text::LoadAborted);
+        Tell(Text::LoadAborted, Text::Error, MsgIcon::Exclamation);
         return;
     }
     mLastOpenedFile = fileName;
@@ -69,7 +69,7 @@ void VornMainFrm::Open(const std::function<std::string()>& askName) {
     BuildCodeTree();
     AddFunctionItems(false);
     ShowFileName(mLastOpenedFile);
-    ShowMessage("vornMainFrmPrmpt37");
+    ShowMessage(Text::FileOpened);
     mCurrentNode = mCodeTree.Find("_0e");
 }
 
@@ -95,9 +95,9 @@ std::int32_t VornMainFrm::SavePSFFunc() {
             result = SaveAsPSFFunc();
         } else if (mSourceDoc->SaveFile(mLastOpenedFile) == Status::Done) {
             result = Saved;
-            ShowMessage("vornMainFrmPrmpt38");
+            ShowMessage(Text::FileSaved);
         } else {
-            Tell(prompts.vornMainFrmPrmpt41, prompts.vornMainFrmPrmpt10, MsgIcon::Stop);
+            Tell(Text::RestartApplication, Text::FileWriteError, MsgIcon::Stop);
         }
     });
     return result;
@@ -112,7 +112,7 @@ std::int32_t VornMainFrm::SaveAsPSFFunc() {
         mSourceDoc->SaveFile(fileName);
         mLastOpenedFile = fileName;
         ShowFileName(mLastOpenedFile);
-        ShowMessage("vornMainFrmPrmpt38");
+        ShowMessage(Text::FileSaved);
         result = Saved;
     });
     return result;
@@ -125,8 +125,8 @@ std::string VornMainFrm::AskSaveName() {
         if (!mDesktop.Files().FileExists(fileName)) {
             return fileName;
         }
-        const std::string question = fileName + "\n" + prompts.vornMainFrmPrmpt11 + "\n\n" + prompts.vornMainFrmPrmpt12;
-        if (Ask(question, prompts.vornMainFrmPrmpt27, MsgButtons::YesNo, MsgIcon::None) == MsgResult::Yes) {
+        const std::string question = fileName + "\n" + Words(Text::FileExists) + "\n\n" + Words(Text::ReplaceQuestion);
+        if (Ask(question, Words(Text::SaveAs), MsgButtons::YesNo, MsgIcon::None) == MsgResult::Yes) {
             return fileName;
         }
     }
@@ -136,7 +136,7 @@ std::int32_t VornMainFrm::PromptUserForSave() {
     std::int32_t result = QuestionSaveFailed;
     RunCommand([this, &result] {
         const MsgResult answer =
-            Ask(prompts.vornMainFrmPrmpt32, prompts.vornMainFrmPrmpt15, MsgButtons::YesNoCancel, MsgIcon::Question);
+            Ask(Words(Text::SaveQuestion), Words(Text::SaveDialog), MsgButtons::YesNoCancel, MsgIcon::Question);
         if (answer == MsgResult::No) {
             result = QuestionDeclined;
             return;
@@ -147,7 +147,7 @@ std::int32_t VornMainFrm::PromptUserForSave() {
         }
         const bool cancelled = report == SavingCancelled;
         result = cancelled ? QuestionCancelled : QuestionSaved;
-        ShowMessage(cancelled ? "vornMainFrmPrmpt20" : "vornMainFrmPrmpt34");
+        ShowMessage(cancelled ? Text::CommandCancelled : Text::YourFileSaved);
     });
     return result;
 }
@@ -166,7 +166,7 @@ FileDialogSettings VornMainFrm::DialogSettings(std::string_view menu) const {
     settings.fileName = mLastOpenedFile;
     settings.cancelIsError = true;
     settings.flags = HideReadOnly;
-    settings.filter = prompts.vornMainFrmPrmpt8;
+    settings.filter = Words(Text::FileFilter);
     settings.filterIndex = 2; // one beyond the only pair: kept on purpose
     return settings;
 }

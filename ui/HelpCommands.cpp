@@ -5,7 +5,7 @@
 namespace tessaly {
 
 void VornMainFrm::mnuHelpHotKeys_Click() {
-    Tell(prompts.vornMainFrmPrmpt42, prompts.vornMainFrmPrmpt43, MsgIcon::Information);
+    Tell(Text::HotKeyList, Text::HotKeys, MsgIcon::Information);
 }
 
 // Help is what F1 opens, wherever the focus is.
@@ -19,7 +19,7 @@ void VornMainFrm::mnuAbout_Click() {
         mSplash = std::make_unique<frmSplash>(mDesktop);
     }
     mSplash->SetCaption("");
-    mSplash->SetProductName("\"" + prompts.titleVorn + "\"");
+    mSplash->SetProductName("\"" + Words(Text::Title) + "\"");
     mSplash->ShowModal();
     mSplash.reset(); // it was unloaded: the next time it is loaded again
 }

@@ -28,7 +28,7 @@ void VornMainFrm::Form_KeyDown(int keyCode, int) {
             break;
         }
     } catch (const std::exception&) {
-        Tell("UnhandledError in Form_KeyDown!", prompts.titleVorn, MsgIcon::None);
+        Tell("UnhandledError in Form_KeyDown!", Text::Title, MsgIcon::None);
     }
 }
 
@@ -44,7 +44,7 @@ void VornMainFrm::SetUpToolBar(std::string_view kind) {
         ShowButtonTips();
     } else {
         // No text is made for this one: it can only be a mistake of the program.
-        Tell(prompts.unknown, prompts.vornMainFrmPrmpt6, MsgIcon::Stop);
+        Tell(Text::UnknownError, Text::Error, MsgIcon::Stop);
     }
 }
 
@@ -53,9 +53,9 @@ void VornMainFrm::ShowButtonTips() {
     for (std::int32_t number = 1; number <= bar.ButtonCount(); ++number) {
         const std::string tag = bar.ButtonTag(number);
         if (tag == "Add") {
-            bar.SetButtonTip(number, prompts.vornMainFrmPrmpt1);
+            bar.SetButtonTip(number, Words(Text::AddFunction));
         } else if (tag == "Delete") {
-            bar.SetButtonTip(number, prompts.vornMainFrmPrmpt3);
+            bar.SetButtonTip(number, Words(Text::Delete));
         }
     }
 }

@@ -1,8 +1,34 @@
-// The language of the window: the two commands that choose it, and what the language is applied to.
-#include "app/Catalogue.h"
+// The language of the window: the two commands that choose it, and all that shows it.
+#include "ui/Command.h"
 #include "ui/VornMainFrm.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace tessaly {
+
+namespace {
+
+// A group of the code tree, and the label over the pane while it, or an item in it, is edited.
+struct Group {
+    std::string_view key;
+    Text name;
+    Text label;
+};
+
+constexpr Group Groups[] = {
+    {"_0e", Text::EventsGroup, Text::EventLabel},
+    {"_0f", Text::FunctionsGroup, Text::FunctionLabel},
+    {"_0v", Text::ReferencesGroup, Text::ReferencesLabel},
+};
+
+const Group* FindGroup(std::string_view key) {
+    const auto* group =
+        std::find_if(std::begin(Groups), std::end(Groups), [key](const Group& entry) { return entry.key == key; });
+    return group == std::end(Groups) ? nullptr : group;
+}
+
+} // namespace
 
 void VornMainFrm::mnuEnglish_Click() {
     mLanguage = EnglishLanguage;
@@ -14,58 +40,40 @@ void VornMainFrm::mnuGerman_Click() {
     ShowLanguage();
 }
 
+// A control that fails keeps its text; the others get theirs all the same.
 void VornMainFrm::ShowLanguage() {
     ApplyLanguage(*this, mLanguage);
-    ShowButtonTips();
-}
-
-void VornMainFrm::SetCaption(std::string_view text) {
-    mWindow.SetCaption(text);
-}
-
-void VornMainFrm::SetPrompt(std::string_view identifier, std::string_view text) {
-    prompts.Member(identifier) = text;
-}
-
-void VornMainFrm::SetStatusPanelText(int number, std::string_view text) {
-    mDesktop.StatusBar1().SetPanelText(number, text);
-}
-
-std::optional<std::string> VornMainFrm::CurrentNodeKey() const {
-    return mCurrentNode == TreeItem::None ? std::nullopt : std::optional(mCodeTree.Key(mCurrentNode));
-}
-
-std::optional<std::string> VornMainFrm::CurrentNodeParentKey() const {
-    return mCurrentNode == TreeItem::None ? std::nullopt : std::optional(ParentKey(mCurrentNode));
-}
-
-void VornMainFrm::SetFuncLabelCaption(std::string_view text) {
-    mDesktop.FuncLabel().SetCaption(text);
-}
-
-void VornMainFrm::SetTreeViewerCaption(std::string_view text) {
-    mDesktop.LblcodeTreeViewer().SetCaption(text);
-}
-
-std::vector<LanguageTarget::Control> VornMainFrm::Controls() const {
-    std::vector<Control> controls;
-    for (const MenuItem* const menu : mMenus) {
-        controls.push_back({ControlKind::Menu, menu->Name()});
+    const auto lookup = [this](std::string_view identifier) {
+        std::string text; // stays empty in a language that the catalogue does not know
+        LookupPrompt(identifier, mLanguage, text);
+        return text;
+    };
+    RunCommand([&] { mWindow.SetCaption(Words(Text::Title)); });
+    RunCommand([&] { mDesktop.StatusBar1().SetPanelText(2, StatusPanel2.empty() ? "" : lookup(StatusPanel2)); });
+    RunCommand([&] { mDesktop.FuncLabel().SetCaption(FuncLabelText()); });
+    RunCommand([&] { mDesktop.LblcodeTreeViewer().SetCaption(lookup(Row(Text::TreeLabel).identifier)); });
+    RunCommand([&] { ShowFileName(mLastOpenedFile); });
+    for (MenuItem* const menu : mMenus) {
+        RunCommand([&] { menu->SetCaption(lookup(menu->Name())); });
     }
-    controls.push_back({ControlKind::Tree, ""});
-    return controls;
+    for (const Group& group : Groups) {
+        RunCommand([&] { mCodeTree.SetText(mCodeTree.Find(group.key), lookup(Row(group.name).identifier)); });
+    }
+    // Whatever is not English counts as German here: kept on purpose.
+    RunCommand([&] { Menu("mnuGerman").SetChecked(mLanguage != EnglishLanguage); });
+    RunCommand([&] { Menu("mnuEnglish").SetChecked(mLanguage == EnglishLanguage); });
+    RunCommand([&] { ShowButtonTips(); });
 }
 
-void VornMainFrm::SetMenuCaption(std::string_view name, std::string_view text) {
-    Menu(name).SetCaption(text);
-}
-
-void VornMainFrm::SetNodeText(std::string_view key, std::string_view text) {
-    mCodeTree.SetText(mCodeTree.Find(key), text);
-}
-
-void VornMainFrm::SetMenuChecked(std::string_view name, bool checked) {
-    Menu(name).SetChecked(checked);
+std::string VornMainFrm::FuncLabelText() const {
+    if (mCurrentNode == TreeItem::None) {
+        return "";
+    }
+    const Group* group = FindGroup(mCodeTree.Key(mCurrentNode));
+    if (group == nullptr) {
+        group = FindGroup(ParentKey(mCurrentNode));
+    }
+    return group == nullptr ? "" : Words(group->label);
 }
 
 } // namespace tessaly

@@ -73,7 +73,7 @@ void VornMainFrm::SetUpStatusBar() {
     StatusBar& bar = mDesktop.StatusBar1();
     RunCommand([&bar] { bar.AddPanel(); });
     RunCommand([&bar] { bar.SetPanelSpring(1); });
-    RunCommand([this, &bar] { bar.SetPanelText(1, prompts.vornMainFrmPrmpt40); });
+    RunCommand([this, &bar] { bar.SetPanelText(1, Words(Text::FilePrefix)); });
     RunCommand([&bar] { bar.AddPanel(); });
     RunCommand([&bar] { bar.SetPanelSpring(2); });
     RunCommand([&bar] { bar.SetPanelText(2, ""); });
@@ -83,7 +83,7 @@ void VornMainFrm::ReadSettings() {
     if (const std::string language = ReadSetting(LanguageSetting); !language.empty()) {
         RunCommand([this, &language] { mLanguage = ToByte(language); });
     }
-    RunCommand([this] { ApplyLanguage(*this, mLanguage); });
+    RunCommand([this] { ShowLanguage(); });
     mCompBat = ReadSetting(CompBatSetting);
     mCompFileName = ReadSetting(CompFileNameSetting);
     mHelpFile = ReadSetting(HelpSetting);
@@ -91,7 +91,7 @@ void VornMainFrm::ReadSettings() {
     if (!mHelpFile.empty() && !mCompBat.empty() && !mCompFileName.empty()) {
         RunCommand([this] { mDesktop.App().SetHelpFile(mHelpFile); });
     } else {
-        RunCommand([this] { Tell(prompts.vornMainFrmPrmpt5, prompts.vornMainFrmPrmpt6, MsgIcon::Stop); });
+        RunCommand([this] { Tell(Text::InstallationCorrupted, Text::Error, MsgIcon::Stop); });
     }
     if (!mProgBlkIcon.empty()) {
         RunCommand([this] { mWindow.SetIcon(mProgBlkIcon); });
@@ -118,8 +118,8 @@ void VornMainFrm::OpenCommandLine() {
     AddFunctionItems(true);
     mLastOpenedFile = commandLine;
     RunCommand([this] { ShowFileName(mLastOpenedFile); });
-    RunCommand([this] { mDesktop.StatusBar1().SetPanelText(2, prompts.vornMainFrmPrmpt37); });
-    StatusPanel2 = "vornMainFrmPrmpt37";
+    RunCommand([this] { mDesktop.StatusBar1().SetPanelText(2, Words(Text::FileOpened)); });
+    StatusPanel2 = Row(Text::FileOpened).identifier;
     RunCommand([this] { mCurrentNode = mCodeTree.Find("_0e"); });
 }
 
@@ -265,24 +265,27 @@ MsgResult VornMainFrm::Ask(std::string_view text, std::string_view caption, MsgB
     return mDesktop.MessageBoxes().Show(text, caption, buttons, icon);
 }
 
-void VornMainFrm::Tell(std::string_view text, std::string_view caption, MsgIcon icon) {
-    mDesktop.MessageBoxes().Show(text, caption, MsgButtons::Ok, icon);
+void VornMainFrm::Tell(Text text, Text caption, MsgIcon icon) {
+    Tell(Words(text), caption, icon);
+}
+
+void VornMainFrm::Tell(std::string_view text, Text caption, MsgIcon icon) {
+    Ask(text, Words(caption), MsgButtons::Ok, icon);
 }
 
 void VornMainFrm::TellStatus(Status status) {
     const std::string number = std::to_string(static_cast<std::int32_t>(status));
-    Tell(prompts.vornMainFrmPrmpt6 + " " + number + " " + prompts.vornMainFrmPrmpt7, prompts.vornMainFrmPrmpt6,
-         MsgIcon::Stop);
+    Tell(Words(Text::Error) + " " + number + " " + Words(Text::HasOccurred), Text::Error, MsgIcon::Stop);
 }
 
 // Shows a message in status panel 2 and remembers which it is, so that a change of language can show it again.
-void VornMainFrm::ShowMessage(std::string_view identifier) {
-    mDesktop.StatusBar1().SetPanelText(2, prompts.Member(identifier));
-    StatusPanel2 = identifier;
+void VornMainFrm::ShowMessage(Text message) {
+    mDesktop.StatusBar1().SetPanelText(2, Words(message));
+    StatusPanel2 = Row(message).identifier;
 }
 
 void VornMainFrm::ShowFileName(std::string_view fileName) {
-    mDesktop.StatusBar1().SetPanelText(1, prompts.vornMainFrmPrmpt40 + std::string(fileName));
+    mDesktop.StatusBar1().SetPanelText(1, Words(Text::FilePrefix) + std::string(fileName));
 }
 
 } // namespace tessaly

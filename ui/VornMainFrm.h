@@ -2,15 +2,13 @@
 // KeysAndToolBar.cpp, FileCommands.cpp, BuildCommand.cpp, HelpCommands.cpp, LanguageCommands.cpp.
 #pragma once
 
-#include "app/ApplyLanguage.h"
+#include "app/Catalogue.h"
 #include "document/VornSrcObj.h"
 #include "platform/Desktop.h"
-#include "ui/Prompts.h"
 
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,12 +17,12 @@ namespace tessaly {
 
 class frmSplash;
 
-class VornMainFrm : private LanguageTarget {
+class VornMainFrm : public WindowTexts {
 public:
     // Takes the controls of `desktop`, which must outlive the window, puts them in their places, makes the menus and
     // listens to the events. Nothing is loaded before the window is shown.
     explicit VornMainFrm(Desktop& desktop);
-    ~VornMainFrm() override;
+    ~VornMainFrm();
     VornMainFrm(const VornMainFrm&) = delete;
     VornMainFrm& operator=(const VornMainFrm&) = delete;
 
@@ -46,7 +44,6 @@ public:
     std::string mCompFileName;
     std::string mHelpFile;
     std::string mProgBlkIcon;
-    Prompts prompts;
 
     // The window itself
 
@@ -99,21 +96,6 @@ public:
     void mnuGerman_Click();
 
 private:
-    // LanguageTarget
-    void SetCaption(std::string_view text) override;
-    void SetPrompt(std::string_view identifier, std::string_view text) override;
-    std::string StatusPanel2Identifier() const override { return StatusPanel2; }
-    std::string LastOpenedFile() const override { return mLastOpenedFile; }
-    void SetStatusPanelText(int number, std::string_view text) override;
-    std::optional<std::string> CurrentNodeKey() const override;
-    std::optional<std::string> CurrentNodeParentKey() const override;
-    void SetFuncLabelCaption(std::string_view text) override;
-    void SetTreeViewerCaption(std::string_view text) override;
-    std::vector<Control> Controls() const override;
-    void SetMenuCaption(std::string_view name, std::string_view text) override;
-    void SetNodeText(std::string_view key, std::string_view text) override;
-    void SetMenuChecked(std::string_view name, bool checked) override;
-
     void PlaceControls();
     void MakeMenus();
     void Listen();
@@ -122,6 +104,7 @@ private:
     void SetUpStatusBar();
     void ShowButtonTips();
     void ShowLanguage();
+    std::string FuncLabelText() const;
     void ReadSettings();
     void OpenCommandLine();
     void AddFunctionItems(bool skipErrors);
@@ -146,9 +129,10 @@ private:
     std::unique_ptr<VornSrcObj> NewDocument();
 
     MsgResult Ask(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon);
-    void Tell(std::string_view text, std::string_view caption, MsgIcon icon);
+    void Tell(Text text, Text caption, MsgIcon icon);
+    void Tell(std::string_view text, Text caption, MsgIcon icon);
     void TellStatus(Status status);
-    void ShowMessage(std::string_view identifier);
+    void ShowMessage(Text message);
     void ShowFileName(std::string_view fileName);
 
     Desktop& mDesktop;

@@ -102,5 +102,28 @@ INSTANTIATE_TEST_SUITE_P(Commands, AllocationTest,
                                                    }}),
                          [](const auto& command) { return command.param.name; });
 
+TEST(AllocationOfTexts, WithoutMemoryForTheTextsOfALanguageAllStayInTheOther) {
+    bool isOver = false;
+    for (std::size_t number = 1; !isOver; ++number) {
+        WindowTexts window;
+        ApplyLanguage(window, EnglishLanguage);
+        Allocations().leftUntilFailure = number;
+        bool isWhole = true;
+        try {
+            ApplyLanguage(window, GermanLanguage);
+        } catch (const std::bad_alloc&) {
+            isWhole = false;
+        }
+        isOver = Allocations().leftUntilFailure > 0;
+        Allocations().leftUntilFailure = 0;
+        EXPECT_EQ(isWhole, isOver);
+        for (const CatalogueRow& row : CatalogueRows) {
+            if (row.member != nullptr) {
+                EXPECT_EQ(window.*row.member, isWhole ? row.german : row.english) << row.identifier << ' ' << number;
+            }
+        }
+    }
+}
+
 } // namespace
 } // namespace tessaly
