@@ -1,6 +1,7 @@
 // The steps of the window's Build command, in its order.
 #include "tools/psf/Build.h"
 
+#include "app/Catalogue.h"
 #include "app/CompilerCommand.h"
 #include "app/ReadRegValue.h"
 #include "app/Settings.h"
@@ -31,8 +32,8 @@ int Build(Session& session, const std::string& file) {
     }
     const CompilerSettings settings = ReadCompilerSettings(*session.files);
     if (settings.batchFile.empty() || settings.cFile.empty()) {
-        PrintError("The compiler could not be found!  Please reinstall the software! (the settings FCompBat and "
-                   "FCompFileName must both be set)");
+        PrintError(std::string(Row(Text::CompilerMissing).english) +
+                   " (the settings FCompBat and FCompFileName must both be set)");
         return CompilerMissing;
     }
     const std::string commandLine = CompilerCommandLine(settings.batchFile, file);

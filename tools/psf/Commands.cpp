@@ -1,6 +1,7 @@
 // One function a command. A file is written only when everything before went well.
 #include "tools/psf/Commands.h"
 
+#include "app/Catalogue.h"
 #include "document/EncodedOutput.h"
 #include "document/NewFunction.h"
 #include "platform/Utf8.h"
@@ -132,11 +133,10 @@ int Set(Session& session, const std::string& file, const std::string& member) {
 int Add(Session& session, const std::string& file, const std::string& name) {
     switch (name.empty() ? NameCheck::BadCharacter : CheckFunctionName(name)) {
     case NameCheck::BeginsWithDigit:
-        PrintError("\"" + name +
-                   "\": Function names cannot have a number for the first character! Function add aborted!");
+        PrintError("\"" + name + "\": " + std::string(Row(Text::NameBeginsWithDigit).english));
         return WrongUsage;
     case NameCheck::BadCharacter:
-        PrintError("\"" + name + "\": Function names must only contain letters or numbers! Function add aborted!");
+        PrintError("\"" + name + "\": " + std::string(Row(Text::NameHasBadCharacter).english));
         return WrongUsage;
     case NameCheck::Accepted:
         break;
