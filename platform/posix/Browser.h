@@ -1,7 +1,7 @@
 // Whether there is a browser to show HTML. On some systems an editor is the first that takes such files.
 #pragma once
 
-#include "platform/posix/SettingsFile.h"
+#include "platform/Environment.h"
 
 namespace tessaly {
 

@@ -1,8 +1,8 @@
 // One running copy of a program for each user. The lock goes with the process that holds it, however that ends.
 #pragma once
 
+#include "platform/Environment.h"
 #include "platform/PreviousInstance.h"
-#include "platform/posix/SettingsFile.h"
 
 #include <string>
 

@@ -4,8 +4,8 @@
 #include "platform/RegistryStore.h"
 #include "platform/posix/UserFolders.h"
 
-#include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <string_view>
 #include <sys/stat.h>
 #include <system_error>
@@ -37,11 +37,6 @@ void ExpandHome(std::string& text, const std::string& home) {
 }
 
 } // namespace
-
-std::optional<std::string> ProcessEnvironment(const std::string& name) {
-    const char* value = std::getenv(name.c_str());
-    return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
-}
 
 std::vector<std::string> SettingsFiles(const Environment& environment) {
     if (const std::string path = Variable(environment, "TESSALY_SETTINGS"); !path.empty()) {

@@ -2,20 +2,13 @@
 // users. They are looked for anew whenever somebody asks.
 #pragma once
 
+#include "platform/Environment.h"
 #include "platform/ReadSettingsFile.h"
 
-#include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace tessaly {
-
-// The value of an environment variable; no value when it is not set.
-using Environment = std::function<std::optional<std::string>(const std::string& name)>;
-
-// The environment of this process.
-std::optional<std::string> ProcessEnvironment(const std::string& name);
 
 // The settings files, the one that counts most last; of several values with one name that in the last file counts.
 //

@@ -2,7 +2,7 @@
 // path counts as not set. The folders need not exist.
 #pragma once
 
-#include "platform/posix/SettingsFile.h"
+#include "platform/Environment.h"
 
 #include <string>
 #include <vector>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/Application.h"
-#include "platform/posix/SettingsFile.h"
+#include "platform/Environment.h"
 
 #include <functional>
 #include <string>

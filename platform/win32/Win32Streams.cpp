@@ -39,16 +39,4 @@ std::vector<std::string> Win32Arguments() {
     return arguments;
 }
 
-std::optional<std::string> Win32Variable(const std::string& name) {
-    const std::wstring wideName = ToWide(name);
-    DWORD room = GetEnvironmentVariableW(wideName.c_str(), nullptr, 0);
-    if (room == 0) {
-        return GetLastError() == ERROR_ENVVAR_NOT_FOUND ? std::nullopt : std::optional<std::string>("");
-    }
-    std::wstring value(room, L'\0');
-    room = GetEnvironmentVariableW(wideName.c_str(), value.data(), room);
-    value.resize(room);
-    return ToUtf8(value);
-}
-
 } // namespace tessaly

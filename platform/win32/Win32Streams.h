@@ -1,7 +1,6 @@
-// A console program's way in and out: its arguments and environment as UTF-8, its standard streams as plain bytes.
+// A console program's way in and out: its arguments as UTF-8, its standard streams as plain bytes.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,8 +20,5 @@ private:
 
 // This program's name and arguments. Wildcards are not expanded.
 std::vector<std::string> Win32Arguments();
-
-// The value of an environment variable; no value when it is not set.
-std::optional<std::string> Win32Variable(const std::string& name);
 
 } // namespace tessaly

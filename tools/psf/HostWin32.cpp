@@ -1,4 +1,5 @@
 // Windows: arguments in UTF-16, the real registry, text of compilers in the system's code page.
+#include "platform/Environment.h"
 #include "platform/ReadSettingsFile.h"
 #include "platform/RegistryStore.h"
 #include "platform/Utf8.h"
@@ -46,7 +47,7 @@ std::error_code ReplaceWhole(const std::string& path, Existing existing,
 
 std::unique_ptr<Registry> OpenSettings(SequentialFiles& files,
                                        const std::function<void(const std::string&)>& onProblem) {
-    const std::string path = Win32Variable("TESSALY_SETTINGS").value_or("");
+    const std::string path = ProcessEnvironment("TESSALY_SETTINGS").value_or("");
     if (path.empty()) {
         return std::make_unique<Win32Registry>();
     }
