@@ -6,9 +6,9 @@
 
 namespace tessaly {
 
-QtDesktop::QtDesktop(const std::string& commandLine, const Environment& environment)
+QtDesktop::QtDesktop(const std::string& commandLine, const Environment& environment, Registry& settings)
     : app(commandLine, environment),
-      mSettings(mFiles, environment),
+      mSettings(settings),
       mCodePage(MakeDefaultCodePage()) {
     treeLabel.SetBuddy(tree.Widget());
     paneLabel.SetBuddy(pane.Widget());

@@ -3,8 +3,6 @@
 
 #include "platform/Desktop.h"
 #include "platform/posix/PosixFiles.h"
-#include "platform/posix/SettingsFile.h"
-#include "platform/posix/SettingsRegistry.h"
 #include "platform/qt/QtApplication.h"
 #include "platform/qt/QtDestroyedWindows.h"
 #include "platform/qt/QtFileDialog.h"
@@ -24,8 +22,8 @@ namespace tessaly {
 
 class QtDesktop final : public Desktop {
 public:
-    // `commandLine` is what stands behind the program's name.
-    QtDesktop(const std::string& commandLine, const Environment& environment);
+    // `commandLine` is what stands behind the program's name. `settings` must live as long as the desktop.
+    QtDesktop(const std::string& commandLine, const Environment& environment, Registry& settings);
 
     ~QtDesktop() override;
     QtDesktop(const QtDesktop&) = delete;
@@ -76,7 +74,7 @@ private:
     void LayOut();
 
     PosixFiles mFiles;
-    SettingsRegistry mSettings;
+    Registry& mSettings;
     std::unique_ptr<CodePage> mCodePage;
     QtImageList mImages;
     QtMenus mMenus{*frame.menuBar(), focus.events};

@@ -3,6 +3,7 @@
 #include "app/Module1.h"
 #include "platform/posix/InstanceLock.h"
 #include "platform/posix/PosixFiles.h"
+#include "platform/posix/SettingsRegistry.h"
 #include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtSession.h"
 #include "platform/qt/QtTexts.h"
@@ -43,6 +44,8 @@ int main(int argumentCount, char** arguments) {
     int ownCount = 1;
     std::array<char*, 2> own = {arguments[0], nullptr};
     std::optional<QApplication> application;
+    tessaly::PosixFiles files;
+    std::optional<tessaly::SettingsRegistry> settings;
     std::optional<tessaly::QtDesktop> desktop;
     std::optional<tessaly::QtSession> session;
     std::optional<tessaly::VornMainFrm> window;
@@ -53,7 +56,8 @@ int main(int argumentCount, char** arguments) {
         QApplication::setQuitOnLastWindowClosed(false);
         QGuiApplication::setDesktopFileName("tessaly");
         QCoreApplication::installTranslator(&ownTexts);
-        desktop.emplace(CommandLine(argumentCount, arguments), tessaly::ProcessEnvironment);
+        settings.emplace(files, tessaly::ProcessEnvironment);
+        desktop.emplace(CommandLine(argumentCount, arguments), tessaly::ProcessEnvironment, *settings);
         desktop->frame.setWindowIcon(OwnIcon());
         desktop->app.helpLanguage = [isGerman] { return isGerman() ? "de" : "en"; };
         desktop->window.onEnded = [] { QCoreApplication::exit(0); };

@@ -46,7 +46,8 @@ QtDriver::QtDriver(const Launch& launch) : mPath(qgetenv("PATH")) {
     MakeProgram(FilePath("a program"));
     qputenv("PATH", QByteArray::fromStdString(FilePath("bin")) + ":" + mPath);
     const Environment environment = [this](const std::string& name) { return Variable(name); };
-    mDesktop = std::make_unique<QtDesktop>(launch.commandLine, environment);
+    mSettings.emplace(mFiles, environment);
+    mDesktop = std::make_unique<QtDesktop>(launch.commandLine, environment, *mSettings);
     PlaceControls();
     mDesktop->window.onEnded = [this] { mHasEnded = true; };
     mDesktop->app.onHelpOpened = [this](const std::string& path) { mHelpOpened.push_back(path); };

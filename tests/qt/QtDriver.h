@@ -1,6 +1,7 @@
 // The user of the Qt desktop: real windows on Qt's offscreen platform, real key and mouse events, real dialogs.
 #pragma once
 
+#include "platform/posix/SettingsRegistry.h"
 #include "platform/qt/QtDesktop.h"
 #include "tests/contract/DesktopDriver.h"
 #include "tests/qt/QtDialogUser.h"
@@ -91,6 +92,8 @@ private:
 
     QTemporaryDir mFolder;
     QByteArray mPath; // of this process, as it was
+    PosixFiles mFiles;
+    std::optional<SettingsRegistry> mSettings;
     std::unique_ptr<QtDesktop> mDesktop;
     QtDialogUser mDialogs;
     std::unique_ptr<QWidget> mOtherWindow;
