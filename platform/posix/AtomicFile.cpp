@@ -1,6 +1,6 @@
 // A new file beside the old one, flushed, renamed. The folder is flushed too, so that the rename itself
 // survives a power cut.
-#include "platform/posix/AtomicFile.h"
+#include "platform/AtomicFile.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -133,17 +133,22 @@ int Replace(const fs::path& target, Existing existing, const std::function<bool(
     return 0;
 }
 
+std::error_code Error(int number) {
+    return {number, std::generic_category()};
+}
+
 } // namespace
 
-int ReplaceFile(const std::string& path, Existing existing, const std::function<bool(const std::string&)>& write) {
+std::error_code ReplaceWhole(const std::string& path, Existing existing,
+                             const std::function<bool(const std::string&)>& write) {
     try {
         // The link of /dev/stdout leads to a name that only the kernel understands, so this comes before following it.
         if (existing == Existing::Replace && IsDevice(path)) {
-            return write(path) ? 0 : ECANCELED;
+            return Error(write(path) ? 0 : ECANCELED);
         }
-        return Replace(Target(path), existing, write);
+        return Error(Replace(Target(path), existing, write));
     } catch (const std::system_error& error) { // of std::filesystem: links that cannot be followed
-        return error.code().value();
+        return error.code();
     }
 }
 

@@ -1,9 +1,9 @@
 // The file is read anew for every change: somebody may have edited it while the program was running.
 #include "platform/posix/SettingsRegistry.h"
 
+#include "platform/AtomicFile.h"
 #include "platform/RegistryEdit.h"
 #include "platform/SequentialFiles.h"
-#include "platform/posix/AtomicFile.h"
 
 #include <filesystem>
 #include <memory>
@@ -94,12 +94,12 @@ bool SettingsRegistry::WriteBack(const Place& place, std::string_view valueName,
             return false;
         }
         std::filesystem::create_directories(std::filesystem::absolute(path).parent_path());
-        return ReplaceFile(path, Existing::Replace, [this, &changed](const std::string& newPath) {
-                   const std::unique_ptr<OutputFile> file = mFiles.OpenForOutput(newPath);
-                   file->Write(*changed);
-                   file->Close();
-                   return true;
-               }) == 0;
+        return !ReplaceWhole(path, Existing::Replace, [this, &changed](const std::string& newPath) {
+            const std::unique_ptr<OutputFile> file = mFiles.OpenForOutput(newPath);
+            file->Write(*changed);
+            file->Close();
+            return true;
+        });
     } catch (const std::system_error&) { // reading or writing, of the files as well as of std::filesystem
         return false;
     }

@@ -1,5 +1,5 @@
 // A new file beside the old one, flushed, moved over it.
-#include "platform/win32/AtomicFile.h"
+#include "platform/AtomicFile.h"
 
 #include "platform/win32/Text.h"
 #include "platform/win32/Win32Files.h"
@@ -7,8 +7,6 @@
 
 #include <cstdint>
 #include <optional>
-
-#undef ReplaceFile // a macro of the Windows headers
 
 namespace tessaly {
 
@@ -127,8 +125,8 @@ std::error_code Replace(const std::wstring& target, Existing existing,
 
 } // namespace
 
-std::error_code ReplaceFile(const std::string& path, Existing existing,
-                            const std::function<bool(const std::string&)>& write) {
+std::error_code ReplaceWhole(const std::string& path, Existing existing,
+                             const std::function<bool(const std::string&)>& write) {
     try {
         const std::wstring wide = WidePath(path);
         if (existing == Existing::Replace && IsDevice(wide)) {

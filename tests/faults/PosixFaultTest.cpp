@@ -1,6 +1,6 @@
 // Every call that replacing a file, writing a setting and starting a process make of the system fails in turn, once and
 // from then on for ever. What is there afterwards is the old or the new, and no failure is reported as a success.
-#include "platform/posix/AtomicFile.h"
+#include "platform/AtomicFile.h"
 #include "platform/posix/DetachedProcess.h"
 #include "platform/posix/InstanceLock.h"
 #include "platform/posix/PosixFiles.h"
@@ -74,7 +74,7 @@ protected:
 TEST_F(PosixFaultTest, AFileThatIsReplacedIsTheOldOneOrTheNewOne) {
     const fs::path path = mFolder / "file";
     const std::string bytes(100000, 'n');
-    int error = 0;
+    std::error_code error;
     const std::size_t openFiles = OpenFiles();
     ForEachFailure(
         {"open", "write", "short-write", "close", "fsync", "rename", "chmod", "chown", "stat"},
@@ -83,7 +83,7 @@ TEST_F(PosixFaultTest, AFileThatIsReplacedIsTheOldOneOrTheNewOne) {
             ::chmod(path.c_str(), 0640);
         },
         [&] {
-            error = ReplaceFile(path, Existing::Replace, [&](const std::string& newPath) {
+            error = ReplaceWhole(path, Existing::Replace, [&](const std::string& newPath) {
                 try {
                     const std::unique_ptr<OutputFile> file = mFiles.OpenForOutput(newPath);
                     file->Write(bytes);
@@ -95,7 +95,7 @@ TEST_F(PosixFaultTest, AFileThatIsReplacedIsTheOldOneOrTheNewOne) {
             });
         },
         [&] {
-            EXPECT_EQ(Read(path), error == 0 ? bytes : "old");
+            EXPECT_EQ(Read(path), !error ? bytes : "old");
             EXPECT_EQ(fs::status(path).permissions(), fs::perms(0640));
             EXPECT_EQ(Count(mFolder), 1U);
             EXPECT_EQ(OpenFiles(), openFiles);
@@ -104,12 +104,12 @@ TEST_F(PosixFaultTest, AFileThatIsReplacedIsTheOldOneOrTheNewOne) {
 
 TEST_F(PosixFaultTest, AFileThatMustNotBeReplacedIsNot) {
     const fs::path path = mFolder / "file";
-    int error = 0;
+    std::error_code error;
     ForEachFailure(
         {"open", "rename", "stat"}, [&] { Write(path, "old"); },
-        [&] { error = ReplaceFile(path, Existing::Keep, [](const std::string&) { return true; }); },
+        [&] { error = ReplaceWhole(path, Existing::Keep, [](const std::string&) { return true; }); },
         [&] {
-            EXPECT_NE(error, 0);
+            EXPECT_TRUE(error);
             EXPECT_EQ(Read(path), "old");
             EXPECT_EQ(Count(mFolder), 1U);
         });

@@ -1,5 +1,5 @@
 // Replacing files, and everything that can come between.
-#include "platform/win32/AtomicFile.h"
+#include "platform/AtomicFile.h"
 
 #include "platform/win32/Text.h"
 #include "platform/win32/Win32Handle.h"
@@ -8,8 +8,6 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <thread>
-
-#undef ReplaceFile
 
 namespace tessaly {
 namespace {
@@ -43,9 +41,9 @@ protected:
 };
 
 TEST_F(AtomicFileTest, AFileIsReplacedByANewOne) {
-    EXPECT_EQ(ReplaceFile(folder.Path(file), Existing::Replace, Writing("new")), std::error_code());
+    EXPECT_EQ(ReplaceWhole(folder.Path(file), Existing::Replace, Writing("new")), std::error_code());
     EXPECT_EQ(folder.Read(file), "new");
-    EXPECT_EQ(ReplaceFile(folder.Path("other"), Existing::Replace, Writing("other")), std::error_code());
+    EXPECT_EQ(ReplaceWhole(folder.Path("other"), Existing::Replace, Writing("other")), std::error_code());
     EXPECT_EQ(folder.Read("other"), "other");
     EXPECT_EQ(folder.Names(), (Names{file, "other"}));
 }
@@ -58,14 +56,14 @@ TEST_F(AtomicFileTest, TheOldContentStandsThereUntilTheNewIsWhole) {
         EXPECT_EQ(folder.Read(file), "old");
         return written;
     };
-    EXPECT_EQ(ReplaceFile(folder.Path(file), Existing::Replace, write), std::error_code());
+    EXPECT_EQ(ReplaceWhole(folder.Path(file), Existing::Replace, write), std::error_code());
     EXPECT_EQ(folder.Read(file), "new");
 }
 
 TEST_F(AtomicFileTest, AFileThatIsToBeKeptIsKept) {
-    EXPECT_EQ(ReplaceFile(folder.Path(file), Existing::Keep, Writing("new")), std::errc::file_exists);
+    EXPECT_EQ(ReplaceWhole(folder.Path(file), Existing::Keep, Writing("new")), std::errc::file_exists);
     EXPECT_EQ(folder.Read(file), "old");
-    EXPECT_EQ(ReplaceFile(folder.Path("other"), Existing::Keep, Writing("new")), std::error_code());
+    EXPECT_EQ(ReplaceWhole(folder.Path("other"), Existing::Keep, Writing("new")), std::error_code());
     EXPECT_EQ(folder.Read("other"), "new");
 }
 
@@ -74,7 +72,7 @@ TEST_F(AtomicFileTest, AFileThatAppearsMeanwhileIsKept) {
         folder.Write("other", "somebody's");
         return Writing("new")(path);
     };
-    EXPECT_EQ(ReplaceFile(folder.Path("other"), Existing::Keep, write), std::errc::file_exists);
+    EXPECT_EQ(ReplaceWhole(folder.Path("other"), Existing::Keep, write), std::errc::file_exists);
     EXPECT_EQ(folder.Read("other"), "somebody's");
     EXPECT_EQ(folder.Names(), (Names{file, "other"}));
 }
@@ -84,14 +82,14 @@ TEST_F(AtomicFileTest, AWriteThatFailsLeavesTheFileAndNothingElse) {
         Writing("half")(path);
         return false;
     };
-    EXPECT_EQ(ReplaceFile(folder.Path(file), Existing::Replace, fail), std::errc::operation_canceled);
+    EXPECT_EQ(ReplaceWhole(folder.Path(file), Existing::Replace, fail), std::errc::operation_canceled);
     EXPECT_EQ(folder.Read(file), "old");
     EXPECT_EQ(folder.Names(), Names{file});
 }
 
 TEST_F(AtomicFileTest, AFileThatAnotherProgramHoldsIsLeftAlone) {
     const Win32Handle other = Held();
-    const std::error_code error = ReplaceFile(folder.Path(file), Existing::Replace, Writing("new"));
+    const std::error_code error = ReplaceWhole(folder.Path(file), Existing::Replace, Writing("new"));
     EXPECT_TRUE(error.value() == ERROR_SHARING_VIOLATION || error.value() == ERROR_ACCESS_DENIED) << error;
     EXPECT_EQ(folder.Read(file), "old");
     EXPECT_EQ(folder.Names(), Names{file});
@@ -108,7 +106,7 @@ TEST_F(AtomicFileTest, AFileThatAnotherProgramLetsGoSoonIsReplaced) {
         });
         return written;
     };
-    EXPECT_EQ(ReplaceFile(folder.Path(file), Existing::Replace, write), std::error_code());
+    EXPECT_EQ(ReplaceWhole(folder.Path(file), Existing::Replace, write), std::error_code());
     scanner.join();
     EXPECT_EQ(folder.Read(file), "new");
     EXPECT_EQ(folder.Names(), Names{file});
@@ -116,16 +114,16 @@ TEST_F(AtomicFileTest, AFileThatAnotherProgramLetsGoSoonIsReplaced) {
 
 TEST_F(AtomicFileTest, AReadOnlyFileAndAFolderAreLeftAlone) {
     ASSERT_NE(SetFileAttributesW(Wide().c_str(), FILE_ATTRIBUTE_READONLY), 0);
-    EXPECT_EQ(ReplaceFile(folder.Path(file), Existing::Replace, Writing("new")).value(), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(ReplaceWhole(folder.Path(file), Existing::Replace, Writing("new")).value(), ERROR_ACCESS_DENIED);
     EXPECT_EQ(folder.Read(file), "old");
     ASSERT_NE(CreateDirectoryW(ToWide(folder.Path("sub")).c_str(), nullptr), 0);
-    EXPECT_EQ(ReplaceFile(folder.Path("sub"), Existing::Replace, Writing("new")), std::errc::is_a_directory);
+    EXPECT_EQ(ReplaceWhole(folder.Path("sub"), Existing::Replace, Writing("new")), std::errc::is_a_directory);
     EXPECT_EQ(folder.Names(), (Names{file, "sub"}));
 }
 
 TEST_F(AtomicFileTest, AHiddenFileStaysHidden) {
     ASSERT_NE(SetFileAttributesW(Wide().c_str(), FILE_ATTRIBUTE_HIDDEN), 0);
-    EXPECT_EQ(ReplaceFile(folder.Path(file), Existing::Replace, Writing("new")), std::error_code());
+    EXPECT_EQ(ReplaceWhole(folder.Path(file), Existing::Replace, Writing("new")), std::error_code());
     EXPECT_NE(GetFileAttributesW(Wide().c_str()) & FILE_ATTRIBUTE_HIDDEN, 0U);
     EXPECT_EQ(folder.Read(file), "new");
 }
@@ -136,12 +134,12 @@ TEST_F(AtomicFileTest, ADeviceIsWrittenInPlace) {
         path = given;
         return true;
     };
-    EXPECT_EQ(ReplaceFile("NUL", Existing::Replace, write), std::error_code());
+    EXPECT_EQ(ReplaceWhole("NUL", Existing::Replace, write), std::error_code());
     EXPECT_EQ(path, "NUL");
 }
 
 TEST_F(AtomicFileTest, WithoutItsFolderAFileCannotBeMade) {
-    EXPECT_EQ(ReplaceFile(folder.Path("no\\file"), Existing::Replace, Writing("new")),
+    EXPECT_EQ(ReplaceWhole(folder.Path("no\\file"), Existing::Replace, Writing("new")),
               std::errc::no_such_file_or_directory);
     EXPECT_EQ(folder.Names(), Names{file});
 }

@@ -3,7 +3,6 @@
 #pragma once
 
 #include "platform/CodePage.h"
-#include "platform/ExistingFile.h"
 #include "platform/Registry.h"
 #include "platform/SequentialFiles.h"
 
@@ -28,12 +27,6 @@ std::string_view HostCodePageName();
 
 // The code page of that name; null when there is none, or none for files of this kind.
 std::unique_ptr<CodePage> MakeNamedCodePage(const std::string& name);
-
-// Has `write` make a new file, and gives it the name `path` when it is whole. errc::file_exists for a file that is
-// kept, errc::operation_canceled when `write` returned false; else the error of the system. Unless there is no error
-// the file at `path` is as it was.
-std::error_code ReplaceWhole(const std::string& path, Existing existing,
-                             const std::function<bool(const std::string&)>& write);
 
 // The settings: the file that $TESSALY_SETTINGS names, or else where this system keeps them. `onProblem` is called with
 // whatever is wrong with them; what is right counts.

@@ -1,6 +1,5 @@
 // Linux and its kin: plain bytes everywhere, a file for the registry, no shell between psf and the compiler.
 #include "platform/RegistryStore.h"
-#include "platform/posix/AtomicFile.h"
 #include "platform/posix/IconvCodePage.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/posix/Process.h"
@@ -30,11 +29,6 @@ std::string_view HostCodePageName() {
 
 std::unique_ptr<CodePage> MakeNamedCodePage(const std::string& name) {
     return MakeCodePage(name);
-}
-
-std::error_code ReplaceWhole(const std::string& path, Existing existing,
-                             const std::function<bool(const std::string&)>& write) {
-    return {ReplaceFile(path, existing, write), std::generic_category()};
 }
 
 std::unique_ptr<Registry> OpenSettings(SequentialFiles& files,

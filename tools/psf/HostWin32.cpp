@@ -3,7 +3,6 @@
 #include "platform/ReadSettingsFile.h"
 #include "platform/RegistryStore.h"
 #include "platform/Utf8.h"
-#include "platform/win32/AtomicFile.h"
 #include "platform/win32/Win32CodePage.h"
 #include "platform/win32/Win32Files.h"
 #include "platform/win32/Win32Library.h"
@@ -13,8 +12,6 @@
 #include "tools/psf/Host.h"
 
 #include <cstdlib>
-
-#undef ReplaceFile // a macro of the Windows headers
 
 namespace tessaly::psf {
 
@@ -38,11 +35,6 @@ std::string_view HostCodePageName() {
 
 std::unique_ptr<CodePage> MakeNamedCodePage(const std::string& name) {
     return MakeCodePage(name);
-}
-
-std::error_code ReplaceWhole(const std::string& path, Existing existing,
-                             const std::function<bool(const std::string&)>& write) {
-    return ReplaceFile(path, existing, write);
 }
 
 std::unique_ptr<Registry> OpenSettings(SequentialFiles& files,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "document/VornSrcObj.h"
+#include "platform/AtomicFile.h"
 #include "tools/psf/Host.h"
 
 #include <functional>
