@@ -1,7 +1,7 @@
 // The program's own first step. Everything else of the start happens when the main window loads.
 #pragma once
 
-#include "platform/PreviousInstance.h"
+#include "platform/system/PreviousInstance.h"
 
 #include <functional>
 

@@ -1,8 +1,8 @@
 // Two queries for every value: the first learns type and size, the second fetches it.
 #include "app/ReadRegValue.h"
 
-#include "platform/Registry.h"
-#include "platform/Utf8.h"
+#include "platform/system/Registry.h"
+#include "platform/text/Utf8.h"
 
 #include <algorithm>
 #include <array>

@@ -2,7 +2,7 @@
 #include "app/WriteRegValue.h"
 
 #include "app/LenientNumber.h"
-#include "platform/Registry.h"
+#include "platform/system/Registry.h"
 
 namespace tessaly {
 

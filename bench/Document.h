@@ -3,8 +3,8 @@
 
 #include "bench/Measure.h"
 #include "document/VornSrcObj.h"
-#include "platform/SingleByteCodePage.h"
-#include "platform/posix/PosixFiles.h"
+#include "platform/system/posix/SequentialFiles.h"
+#include "platform/text/SingleByteCodePage.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 // Case folding over a table of runs of case pairs.
 #include "document/CaseFold.h"
 
-#include "platform/Utf8.h"
+#include "platform/text/Utf8.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,8 +1,8 @@
 // Encoding in slices, so that a text of any length needs a small buffer only.
 #include "document/EncodedOutput.h"
 
-#include "platform/CodePage.h"
-#include "platform/SequentialFiles.h"
+#include "platform/system/SequentialFiles.h"
+#include "platform/text/CodePage.h"
 
 #include <algorithm>
 #include <cstring>

@@ -2,9 +2,9 @@
 // CR LF, which is nearly all of a file, are decoded in one go.
 #include "document/LineReader.h"
 
-#include "platform/CodePage.h"
-#include "platform/SequentialFiles.h"
-#include "platform/Utf8.h"
+#include "platform/system/SequentialFiles.h"
+#include "platform/text/CodePage.h"
+#include "platform/text/Utf8.h"
 
 #include <algorithm>
 #include <cstring>

@@ -7,8 +7,8 @@
 #include "document/NumberText.h"
 #include "document/PsfKeys.h"
 #include "document/VornSrcObj.h"
-#include "platform/SequentialFiles.h"
-#include "platform/Utf8.h"
+#include "platform/system/SequentialFiles.h"
+#include "platform/text/Utf8.h"
 
 #include <stdexcept>
 

@@ -5,7 +5,7 @@
 #include "document/EncodedOutput.h"
 #include "document/PsfReader.h"
 #include "document/PsfWriter.h"
-#include "platform/SequentialFiles.h"
+#include "platform/system/SequentialFiles.h"
 
 #include <exception>
 #include <new>

@@ -1,9 +1,9 @@
 // The warnings of psf check on any bytes: each stands in the file, and a file that does not load has one.
 #include "document/VornSrcObj.h"
 #include "fuzz/Check.h"
-#include "platform/SingleByteCodePage.h"
-#include "platform/memory/MemoryFiles.h"
-#include "tools/psf/PsfWarnings.h"
+#include "platform/text/SingleByteCodePage.h"
+#include "programs/psf/PsfWarnings.h"
+#include "tests/desktop/SequentialFiles.h"
 
 #include <cstdint>
 

@@ -3,8 +3,8 @@
 #include "document/CaseFold.h"
 #include "document/VornSrcObj.h"
 #include "fuzz/Check.h"
-#include "platform/SingleByteCodePage.h"
-#include "platform/memory/MemoryFiles.h"
+#include "platform/text/SingleByteCodePage.h"
+#include "tests/desktop/SequentialFiles.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,7 +1,7 @@
 // Loads any bytes as a PSF and checks everything that must hold for every input. The first byte picks the
 // code page and the size of the pieces in which the file arrives.
-#include "platform/SingleByteCodePage.h"
-#include "platform/posix/IconvCodePage.h"
+#include "platform/system/posix/CodePages.h"
+#include "platform/text/SingleByteCodePage.h"
 #include "tests/Agreement.h"
 
 #include <cstdint>

@@ -3,10 +3,10 @@
 #include "document/CCodeGenerator.h"
 #include "document/VornSrcObj.h"
 #include "fuzz/Check.h"
-#include "platform/SingleByteCodePage.h"
-#include "platform/memory/MemoryFiles.h"
-#include "tools/psf/DiagnosticMap.h"
-#include "tools/psf/Members.h"
+#include "platform/text/SingleByteCodePage.h"
+#include "programs/psf/DiagnosticMap.h"
+#include "programs/psf/Members.h"
+#include "tests/desktop/SequentialFiles.h"
 
 #include <cstdint>
 #include <string>

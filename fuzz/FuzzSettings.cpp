@@ -1,12 +1,12 @@
 // One value is set in a settings file of any bytes. Read again it is there, and every other value is what it was.
 // The file comes first in the input; what is set, and where, is picked by the bytes at its end.
 #include "fuzz/Check.h"
-#include "platform/Registry.h"
-#include "platform/RegistryEdit.h"
-#include "platform/RegistryStore.h"
-#include "platform/RegistryText.h"
-#include "platform/Utf16.h"
-#include "platform/Utf8.h"
+#include "platform/settings/RegistryEdit.h"
+#include "platform/settings/RegistryStore.h"
+#include "platform/settings/RegistryText.h"
+#include "platform/system/Registry.h"
+#include "platform/text/Utf16.h"
+#include "platform/text/Utf8.h"
 
 #include <cstdint>
 #include <fuzzer/FuzzedDataProvider.h>

@@ -1,7 +1,7 @@
 // Any line behind any other: its tokens stand in order within it, and are what they are called.
 // The first byte is the state before the line; the line is in UTF-8 and in a block of exactly its own size.
 #include "fuzz/Check.h"
-#include "platform/Utf8.h"
+#include "platform/text/Utf8.h"
 #include "syntax/CSyntax.h"
 
 #include <cstdint>

@@ -3,8 +3,8 @@
 #include "tests/Agreement.h"
 
 #include "document/VornSrcObj.h"
-#include "platform/memory/MemoryFiles.h"
 #include "tests/LiteralReader.h"
+#include "tests/desktop/SequentialFiles.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // What must hold for every input, however made: shared by the tests and the fuzzer.
 #pragma once
 
-#include "platform/CodePage.h"
+#include "platform/text/CodePage.h"
 
 #include <cstddef>
 #include <string>

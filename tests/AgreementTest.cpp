@@ -2,8 +2,8 @@
 // every size of piece in which a file arrives.
 #include "tests/Agreement.h"
 
+#include "programs/psf/Host.h"
 #include "tests/PsfBuilder.h"
-#include "tools/psf/Host.h"
 
 #include <gtest/gtest.h>
 #include <random>

@@ -1,5 +1,5 @@
 // An xdg-mime of the test's own is the first in the PATH.
-#include "platform/posix/Browser.h"
+#include "platform/system/posix/Browser.h"
 
 #include <cstdlib>
 #include <filesystem>

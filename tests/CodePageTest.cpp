@@ -1,7 +1,7 @@
 // Code pages: nothing is lost that has a byte, and what has none becomes "?".
-#include "platform/SingleByteCodePage.h"
-#include "platform/Utf8.h"
-#include "platform/posix/IconvCodePage.h"
+#include "platform/system/posix/CodePages.h"
+#include "platform/text/SingleByteCodePage.h"
+#include "platform/text/Utf8.h"
 #include "tests/CodePageText.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Texts through a code page, for its tests.
 #pragma once
 
-#include "platform/CodePage.h"
+#include "platform/text/CodePage.h"
 
 #include <string>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "platform/posix/DetachedProcess.h"
+#include "platform/system/posix/DetachedProcess.h"
 
 #include <chrono>
 #include <csignal>

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "document/VornSrcObj.h"
-#include "platform/SingleByteCodePage.h"
-#include "tools/psf/DiagnosticMap.h"
-#include "tools/psf/Host.h"
-#include "tools/psf/Members.h"
+#include "platform/text/SingleByteCodePage.h"
+#include "programs/psf/DiagnosticMap.h"
+#include "programs/psf/Host.h"
+#include "programs/psf/Members.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,5 +1,5 @@
 // Against the compilers themselves: what they say about a marker must be led back to the line the marker is in.
-#include "platform/posix/Process.h"
+#include "platform/system/posix/Process.h"
 #include "tests/DiagnosticFixture.h"
 
 #include <random>

@@ -1,4 +1,4 @@
-#include "platform/FocusEvents.h"
+#include "platform/desktop/FocusEvents.h"
 
 #include <gtest/gtest.h>
 #include <string>

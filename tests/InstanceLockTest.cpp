@@ -1,4 +1,4 @@
-#include "platform/posix/InstanceLock.h"
+#include "platform/system/posix/PreviousInstance.h"
 
 #include <array>
 #include <csignal>

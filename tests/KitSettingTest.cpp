@@ -1,8 +1,8 @@
 // The kit's own reader of settings files beside the program's, on files of all kinds: both must find the same C file.
 #include "app/ReadRegValue.h"
 #include "app/Settings.h"
-#include "platform/RegistryStore.h"
-#include "platform/RegistryText.h"
+#include "platform/settings/RegistryStore.h"
+#include "platform/settings/RegistryText.h"
 
 #include <cstdlib>
 #include <filesystem>

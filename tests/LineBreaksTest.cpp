@@ -1,5 +1,5 @@
 // Line breaks of a text that a user edits.
-#include "platform/LineBreaks.h"
+#include "platform/text/LineBreaks.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -3,7 +3,7 @@
 // the code page and the case folding of names.
 #pragma once
 
-#include "platform/CodePage.h"
+#include "platform/text/CodePage.h"
 
 #include <array>
 #include <string>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "document/VornSrcObj.h"
-#include "platform/SingleByteCodePage.h"
-#include "platform/memory/MemoryFiles.h"
+#include "platform/text/SingleByteCodePage.h"
+#include "tests/desktop/SequentialFiles.h"
 
 #include <ostream>
 #include <string>

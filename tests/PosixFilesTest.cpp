@@ -1,8 +1,7 @@
 // The document over the real file system.
-#include "platform/posix/PosixFiles.h"
-
 #include "document/VornSrcObj.h"
-#include "platform/SingleByteCodePage.h"
+#include "platform/system/posix/SequentialFiles.h"
+#include "platform/text/SingleByteCodePage.h"
 
 #include <filesystem>
 #include <fstream>

@@ -1,4 +1,4 @@
-#include "platform/posix/Process.h"
+#include "platform/system/posix/Process.h"
 
 #include <algorithm>
 #include <cerrno>

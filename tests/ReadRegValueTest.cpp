@@ -1,7 +1,7 @@
 #include "app/ReadRegValue.h"
 
 #include "app/Settings.h"
-#include "platform/memory/MemoryRegistry.h"
+#include "tests/desktop/Registry.h"
 
 #include <gtest/gtest.h>
 

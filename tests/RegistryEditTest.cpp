@@ -1,8 +1,8 @@
-#include "platform/RegistryEdit.h"
+#include "platform/settings/RegistryEdit.h"
 
-#include "platform/Registry.h"
-#include "platform/RegistryStore.h"
-#include "platform/RegistryText.h"
+#include "platform/settings/RegistryStore.h"
+#include "platform/settings/RegistryText.h"
+#include "platform/system/Registry.h"
 #include "tests/RegistryValue.h"
 
 #include <gtest/gtest.h>

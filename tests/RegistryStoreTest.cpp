@@ -1,4 +1,4 @@
-#include "platform/RegistryStore.h"
+#include "platform/settings/RegistryStore.h"
 
 #include "tests/RegistryValue.h"
 

@@ -1,6 +1,6 @@
-#include "platform/RegistryText.h"
+#include "platform/settings/RegistryText.h"
 
-#include "platform/RegistryStore.h"
+#include "platform/settings/RegistryStore.h"
 #include "tests/RegistryValue.h"
 
 #include <algorithm>

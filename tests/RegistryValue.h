@@ -1,7 +1,7 @@
 // Values of a registry in a form that tests can compare.
 #pragma once
 
-#include "platform/Registry.h"
+#include "platform/system/Registry.h"
 
 #include <gtest/gtest.h>
 #include <string>

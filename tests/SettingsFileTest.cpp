@@ -1,9 +1,9 @@
-#include "platform/posix/SettingsFile.h"
+#include "platform/settings/SettingsFile.h"
 
-#include "platform/RegistryStore.h"
-#include "platform/memory/MemoryFiles.h"
-#include "platform/posix/PosixFiles.h"
+#include "platform/settings/RegistryStore.h"
+#include "platform/system/posix/SequentialFiles.h"
 #include "tests/RegistryValue.h"
+#include "tests/desktop/SequentialFiles.h"
 
 #include <filesystem>
 #include <fstream>

@@ -1,6 +1,6 @@
-#include "platform/posix/SettingsRegistry.h"
+#include "platform/settings/SettingsRegistry.h"
 
-#include "platform/posix/PosixFiles.h"
+#include "platform/system/posix/SequentialFiles.h"
 
 #include <filesystem>
 #include <fstream>

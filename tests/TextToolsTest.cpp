@@ -2,7 +2,7 @@
 #include "document/CaseFold.h"
 #include "document/NewFunction.h"
 #include "document/NumberText.h"
-#include "platform/Utf8.h"
+#include "platform/text/Utf8.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 
 #include "app/ReadRegValue.h"
 #include "app/Settings.h"
-#include "platform/memory/MemoryRegistry.h"
 #include "tests/RegistryValue.h"
+#include "tests/desktop/Registry.h"
 
 #include <gtest/gtest.h>
 #include <new>

@@ -1,7 +1,7 @@
 // The dialog that asks for the name of a new function and checks its characters.
 #pragma once
 
-#include "platform/Desktop.h"
+#include "platform/desktop/Desktop.h"
 
 #include <memory>
 #include <string>

@@ -4,7 +4,7 @@
 
 #include "app/Catalogue.h"
 #include "document/VornSrcObj.h"
-#include "platform/Desktop.h"
+#include "platform/desktop/Desktop.h"
 
 #include <cstdint>
 #include <functional>

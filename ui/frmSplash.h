@@ -1,7 +1,7 @@
 // The About box.
 #pragma once
 
-#include "platform/Desktop.h"
+#include "platform/desktop/Desktop.h"
 
 #include <memory>
 #include <string_view>

@@ -1,7 +1,7 @@
 // Types into the pane with a text of 10,000 lines, in a real window, and prints for each keystroke how many lines it
 // gives other colours, "one" or "all" that are seen, and how many milliseconds pass until the pane is drawn. A comment
 // is opened in front of all that is seen and closed again: no keystroke changes more colours.
-#include "platform/qt/QtRichTextBox.h"
+#include "platform/desktop/qt/RichTextBox.h"
 
 #include <QApplication>
 #include <QKeyEvent>

@@ -2,7 +2,7 @@
 // has its own; everything else the tests do through the interfaces.
 #pragma once
 
-#include "platform/Desktop.h"
+#include "platform/desktop/Desktop.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,8 +1,7 @@
 // What the desktop in memory offers to tests beyond the contracts.
-#include "platform/memory/MemoryDesktop.h"
-
-#include "platform/memory/MemoryKeys.h"
-#include "platform/memory/TestFailure.h"
+#include "tests/desktop/Desktop.h"
+#include "tests/desktop/Keys.h"
+#include "tests/desktop/TestFailure.h"
 
 #include <gtest/gtest.h>
 #include <stdexcept>

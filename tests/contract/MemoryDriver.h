@@ -1,8 +1,8 @@
 // The user of a desktop in memory.
 #pragma once
 
-#include "platform/memory/MemoryDesktop.h"
 #include "tests/contract/DesktopDriver.h"
+#include "tests/desktop/Desktop.h"
 
 #include <optional>
 

@@ -1,7 +1,6 @@
 // Every call of the desktop in memory counts and can be made to fail, except CloseKey.
-#include "platform/memory/MemoryFaults.h"
-
-#include "platform/memory/MemoryDesktop.h"
+#include "tests/desktop/Desktop.h"
+#include "tests/desktop/Faults.h"
 
 #include <functional>
 #include <gtest/gtest.h>

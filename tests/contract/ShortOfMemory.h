@@ -5,7 +5,7 @@
 #include <vector>
 
 #ifdef _WIN32
-#include "platform/win32/Win32Headers.h"
+#include "platform/desktop/win32/Headers.h"
 #else
 #include <fstream>
 #include <malloc.h>

@@ -1,11 +1,11 @@
 // Every call that replacing a file, writing a setting and starting a process make of the system fails in turn, once and
 // from then on for ever. What is there afterwards is the old or the new, and no failure is reported as a success.
-#include "platform/AtomicFile.h"
-#include "platform/posix/DetachedProcess.h"
-#include "platform/posix/InstanceLock.h"
-#include "platform/posix/PosixFiles.h"
-#include "platform/posix/Process.h"
-#include "platform/posix/SettingsRegistry.h"
+#include "platform/settings/SettingsRegistry.h"
+#include "platform/system/AtomicFile.h"
+#include "platform/system/posix/DetachedProcess.h"
+#include "platform/system/posix/PreviousInstance.h"
+#include "platform/system/posix/Process.h"
+#include "platform/system/posix/SequentialFiles.h"
 #include "tests/faults/FailingCalls.h"
 
 #include <cerrno>

@@ -7,7 +7,7 @@ import pytest
 from psf_harness import PSF, ROOT, not_on_windows, source
 
 pytestmark = not_on_windows("the shells that complete are not there")
-FOLDER = f"{ROOT}/tools/psf/completions"
+FOLDER = f"{ROOT}/programs/psf/completions"
 COMMANDS = {"new", "show", "set", "add", "delete", "resave", "generate", "check", "build"}
 
 

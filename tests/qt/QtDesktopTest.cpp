@@ -1,5 +1,5 @@
 // What only the Linux desktop has: keys as Qt brings them, the language of the help, the output of what is started.
-#include "platform/qt/QtKeys.h"
+#include "platform/desktop/qt/Keys.h"
 #include "tests/qt/QtDriver.h"
 
 #include <QAccessible>

@@ -1,8 +1,8 @@
 // A dialog is answered from within its own event loop, as soon as it is shown and has the keyboard.
 #include "tests/qt/QtDialogUser.h"
 
-#include "platform/qt/QtKeys.h"
-#include "platform/qt/QtModalWindows.h"
+#include "platform/desktop/qt/Keys.h"
+#include "platform/desktop/qt/ModalWindows.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -1,8 +1,8 @@
 // The user of the Qt desktop: real windows on Qt's offscreen platform, real key and mouse events, real dialogs.
 #pragma once
 
-#include "platform/posix/SettingsRegistry.h"
-#include "platform/qt/QtDesktop.h"
+#include "platform/desktop/qt/Desktop.h"
+#include "platform/settings/SettingsRegistry.h"
 #include "tests/contract/DesktopDriver.h"
 #include "tests/qt/QtDialogUser.h"
 

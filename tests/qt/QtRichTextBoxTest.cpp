@@ -1,5 +1,5 @@
 // What Qt's editor would do to a text if it were left to.
-#include "platform/Utf8.h"
+#include "platform/text/Utf8.h"
 #include "tests/contract/ShortOfMemory.h"
 #include "tests/qt/QtDriver.h"
 

@@ -1,6 +1,5 @@
 // What Qt itself says is in the language of the program, whatever the system's is.
-#include "platform/qt/QtTexts.h"
-
+#include "platform/desktop/qt/Texts.h"
 #include "tests/qt/QtDriver.h"
 
 #include <QAbstractItemModel>

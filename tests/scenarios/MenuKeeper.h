@@ -1,7 +1,7 @@
 // A desktop as it is, that remembers by name the menus which the program makes: a test has to choose from them.
 #pragma once
 
-#include "platform/Desktop.h"
+#include "platform/desktop/Desktop.h"
 
 #include <map>
 #include <string>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "app/Settings.h"
-#include "platform/memory/MemoryDesktop.h"
 #include "tests/PsfBuilder.h"
+#include "tests/desktop/Desktop.h"
 #include "ui/VornMainFrm.h"
 
 #include <gtest/gtest.h>

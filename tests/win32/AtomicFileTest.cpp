@@ -1,8 +1,8 @@
 // Replacing files, and everything that can come between.
-#include "platform/AtomicFile.h"
+#include "platform/system/AtomicFile.h"
 
-#include "platform/win32/Text.h"
-#include "platform/win32/Win32Handle.h"
+#include "platform/system/win32/Handle.h"
+#include "platform/system/win32/Text.h"
 #include "tests/win32/TestFolder.h"
 
 #include <fstream>

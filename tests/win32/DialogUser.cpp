@@ -1,8 +1,8 @@
 #include "tests/win32/DialogUser.h"
 
-#include "platform/win32/ControlIds.h"
-#include "platform/win32/Text.h"
-#include "platform/win32/Win32Handle.h"
+#include "platform/desktop/win32/ControlIds.h"
+#include "platform/system/win32/Handle.h"
+#include "platform/system/win32/Text.h"
 #include "tests/win32/TestFolder.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 // timer, which goes on while they are shown; the two small windows are used from a second thread, as a script goes on.
 #pragma once
 
-#include "platform/win32/Win32Headers.h"
+#include "platform/desktop/win32/Headers.h"
 #include "tests/contract/DesktopDriver.h"
 
 #include <atomic>

@@ -1,7 +1,7 @@
 // Paths go through std::filesystem as UTF-16.
 #include "tests/win32/TestFolder.h"
 
-#include "platform/win32/Text.h"
+#include "platform/system/win32/Text.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,7 +1,7 @@
 // UTF-8 and UTF-16: what is whole comes back, what is broken becomes U+FFFD.
-#include "platform/win32/Text.h"
+#include "platform/system/win32/Text.h"
 
-#include "platform/Utf8.h"
+#include "platform/text/Utf8.h"
 
 #include <gtest/gtest.h>
 

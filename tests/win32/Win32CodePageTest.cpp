@@ -1,8 +1,7 @@
 // Code pages by Windows: nothing is lost that has a byte, and what has none becomes "?", never a look-alike.
-#include "platform/win32/Win32CodePage.h"
-
-#include "platform/SingleByteCodePage.h"
-#include "platform/Utf8.h"
+#include "platform/system/win32/CodePages.h"
+#include "platform/text/SingleByteCodePage.h"
+#include "platform/text/Utf8.h"
 #include "tests/CodePageText.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,6 @@
 // The command line as it stands, cut and in a process of its own.
-#include "platform/win32/Win32CommandLine.h"
-
-#include "platform/win32/Win32Process.h"
+#include "platform/system/win32/CommandLine.h"
+#include "platform/system/win32/Process.h"
 #include "tests/win32/TestFolder.h"
 
 #include <gtest/gtest.h>

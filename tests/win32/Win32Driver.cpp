@@ -1,7 +1,7 @@
 #include "tests/win32/Win32Driver.h"
 
-#include "platform/win32/ControlIds.h"
-#include "platform/win32/Text.h"
+#include "platform/desktop/win32/ControlIds.h"
+#include "platform/system/win32/Text.h"
 
 #include <algorithm>
 #include <array>

@@ -2,7 +2,7 @@
 // dialogs in their own windows.
 #pragma once
 
-#include "platform/win32/Win32Desktop.h"
+#include "platform/desktop/win32/Desktop.h"
 #include "tests/contract/DesktopDriver.h"
 #include "tests/win32/DialogUser.h"
 #include "tests/win32/TestFolder.h"

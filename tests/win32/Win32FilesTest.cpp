@@ -1,10 +1,9 @@
 // The document over the files of Windows.
-#include "platform/win32/Win32Files.h"
-
 #include "document/VornSrcObj.h"
-#include "platform/SingleByteCodePage.h"
-#include "platform/win32/Text.h"
-#include "platform/win32/Win32Handle.h"
+#include "platform/system/win32/Handle.h"
+#include "platform/system/win32/SequentialFiles.h"
+#include "platform/system/win32/Text.h"
+#include "platform/text/SingleByteCodePage.h"
 #include "tests/win32/TestFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 // The pane beyond what every desktop's does: colours that leave no trace, plain text whatever the clipboard holds,
 // texts of any length.
-#include "platform/win32/ControlIds.h"
-#include "platform/win32/Text.h"
-#include "platform/win32/Win32Headers.h"
-#include "platform/win32/Win32Screen.h"
+#include "platform/desktop/win32/ControlIds.h"
+#include "platform/desktop/win32/Headers.h"
+#include "platform/desktop/win32/Screen.h"
+#include "platform/system/win32/Text.h"
 #include "tests/win32/Win32Driver.h"
 
 #include <algorithm>

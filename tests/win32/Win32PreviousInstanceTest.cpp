@@ -1,7 +1,6 @@
 // Copies in other processes, which come and go and are killed.
-#include "platform/win32/Win32PreviousInstance.h"
-
-#include "platform/win32/Text.h"
+#include "platform/system/win32/PreviousInstance.h"
+#include "platform/system/win32/Text.h"
 #include "tests/win32/TestFolder.h"
 
 #include <gtest/gtest.h>

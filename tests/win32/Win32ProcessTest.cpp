@@ -1,9 +1,8 @@
 // Real programs and real batch files, started as the Build command starts them, and as psf does.
-#include "platform/win32/Win32Process.h"
-
-#include "platform/ProcessStart.h"
-#include "platform/win32/Text.h"
-#include "platform/win32/Win32Handle.h"
+#include "platform/system/ProcessStart.h"
+#include "platform/system/win32/Handle.h"
+#include "platform/system/win32/Process.h"
+#include "platform/system/win32/Text.h"
 #include "tests/win32/TestFolder.h"
 
 #include <gtest/gtest.h>

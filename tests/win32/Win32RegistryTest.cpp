@@ -1,10 +1,9 @@
 // The registry of this machine, in a key of the test's own below the current user's. The system's code page must be
 // Windows-1252.
-#include "platform/win32/Win32Registry.h"
-
 #include "app/ReadRegValue.h"
 #include "app/WriteRegValue.h"
-#include "platform/win32/Text.h"
+#include "platform/system/win32/Registry.h"
+#include "platform/system/win32/Text.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>

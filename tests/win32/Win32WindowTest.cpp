@@ -1,6 +1,6 @@
 // The main window beyond what every desktop's does: minimising, the end of the session, other resolutions, names.
-#include "platform/win32/ControlIds.h"
-#include "platform/win32/Text.h"
+#include "platform/desktop/win32/ControlIds.h"
+#include "platform/system/win32/Text.h"
 #include "tests/win32/Win32Driver.h"
 
 #include <array>

@@ -1,0 +1,57 @@
+// The two small windows: the one that asks for a name and the one that tells about the program. What they do is
+// decided elsewhere; here they are their controls.
+#pragma once
+
+#include "platform/desktop/Label.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace tessaly {
+
+// A window that blocks the main window while it is shown. F1 in it opens the help, as in the main window.
+class ModalWindow {
+public:
+    virtual ~ModalWindow() = default;
+
+    virtual void SetCaption(std::string_view caption) = 0;
+
+    // Shows the window in the middle of its owner, as far as the screen allows, and returns when it was hidden. Closing
+    // it by its frame hides it.
+    virtual void ShowModal() = 0;
+
+    // Hides the window; its controls keep what they hold.
+    virtual void Hide() = 0;
+};
+
+// A label, a single-line text box that has the focus at first, an OK button (also Enter) and a Cancel button (also
+// Escape and the window's frame).
+class NameWindow : public ModalWindow {
+public:
+    std::function<void()> onOk;
+    std::function<void()> onCancel;
+
+    virtual Label& NameLabel() = 0;
+
+    // The caption of the Cancel button, which has none at first.
+    virtual void SetCancelCaption(std::string_view caption) = 0;
+
+    // The text in the box.
+    virtual std::string FuncVarName() const = 0;
+};
+
+class SplashWindow : public ModalWindow {
+public:
+    std::function<void()> onKeyPress;   // any key but a modifier, and but one that is still held down from before
+    std::function<void()> onFrameClick; // a click with the left button on the frame around it all or on what is in it
+
+    virtual Label& LblVersion() = 0;
+    virtual Label& LblPlatform() = 0;
+    virtual Label& LblCompany() = 0;
+    virtual Label& LblCopyright() = 0;
+    virtual Label& LblCompanyProduct() = 0;
+    virtual Label& LblProductName() = 0;
+};
+
+} // namespace tessaly

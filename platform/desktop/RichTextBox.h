@@ -1,0 +1,44 @@
+// The editing pane: plain text of any length. Undo, clipboard keys and the caret are its own business.
+#pragma once
+
+#include "platform/desktop/Control.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessaly {
+
+// Line breaks: a text comes back exactly as it was put in while the user has not edited it. After an edit every line
+// break that the user did not touch is still the one that was put in, and one that was typed or pasted is CR LF; of two
+// breaks in a row, one of which is new, the first counts as the old one.
+// LineBreaks.h does this: BreakList where the control tells which breaks a change touched, else LineBreaks.
+class RichTextBox : public Control {
+public:
+    // Raised after every change of the text, by the user as well as by SetText, even if that puts in what was there.
+    std::function<void()> onChange;
+
+    std::function<void()> onGotFocus;
+    std::function<void()> onLostFocus;
+
+    // The text, UTF-8. SetText shows all of it, forgets what could be undone and raises onChange. Or it throws a
+    // std::exception, where memory is short as a rule; then the old text is still there and whole, and nothing is
+    // raised. What could be undone is still there, too, unless the control of the system failed half-way.
+    virtual std::string Text() const = 0;
+    virtual void SetText(std::string_view text) = 0;
+
+    // An unavailable pane takes no input and refuses the focus. It is shown empty and grey, not hidden, so that the
+    // window keeps its shape under the user's hand. If it has the focus when it becomes unavailable it keeps it. It is
+    // available at first. A pane that cannot show its text stays unavailable, and a std::exception is thrown.
+    virtual bool FuncBodyAvailable() const = 0;
+    virtual void SetFuncBodyAvailable(bool available) = 0;
+
+    // How wide each character is, in twips: the font has a fixed pitch.
+    virtual float CharacterWidth() const = 0;
+
+    // Where the tab stops are, in twips from the left edge of the text, ascending.
+    virtual void SetTabStops(const std::vector<float>& stops) = 0;
+};
+
+} // namespace tessaly

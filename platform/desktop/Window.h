@@ -1,0 +1,97 @@
+// The main window as a frame: its caption, size, icon, keys, and its end.
+#pragma once
+
+#include "platform/desktop/Control.h"
+
+#include <algorithm>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace tessaly {
+
+// Key codes of the function keys, as Windows' virtual-key codes have them.
+inline constexpr int KeyF1 = 112;
+inline constexpr int KeyF2 = 113;
+inline constexpr int KeyF3 = 114;
+inline constexpr int KeyF4 = 115;
+inline constexpr int KeyF5 = 116;
+inline constexpr int KeyF10 = 121;
+
+// Whether a key only goes with others or locks: Shift, Ctrl, Alt, the locks, the Windows keys, and each of two alike.
+constexpr bool IsModifierKey(int keyCode) {
+    const auto isIn = [keyCode](int first, int last) { return keyCode >= first && keyCode <= last; };
+    return isIn(16, 18) || keyCode == 20 || isIn(91, 92) || isIn(144, 145) || isIn(160, 165);
+}
+
+// The outer size that a window has at first, in twips, where the screen leaves it `room`: most of that, but not more
+// than can be used well.
+inline Extent FirstExtent(const Extent& room) {
+    constexpr float part = 0.85F;
+    constexpr float largestWidth = 21000;
+    constexpr float largestHeight = 13500;
+    return {0, 0, std::min(room.width * part, largestWidth), std::min(room.height * part, largestHeight)};
+}
+
+// What is seen of a control that was given `extent`. Its lower edge stops where the footer begins, which counts from
+// the top of the client area, so that a control never lies over the status bar. What stands in the footer is left
+// alone.
+inline Extent ShownAbove(float footerTop, Extent extent) {
+    if (extent.top < footerTop) {
+        extent.height = std::min(extent.height, footerTop - extent.top);
+    }
+    return extent;
+}
+
+class Window {
+public:
+    // Raised once, before the window is shown for the first time.
+    std::function<void()> onLoad;
+
+    // Raised after the size has changed. A window that is minimised keeps its size.
+    std::function<void()> onResize;
+
+    // Raised for every key pressed in the window, before the control with the focus gets it, which it does in any
+    // case. `shift`: 1 Shift, 2 Ctrl, 4 Alt, added up.
+    std::function<void(int keyCode, int shift)> onKeyDown;
+
+    // Raised when the user drops a file on the window; with its whole path, and once for each of several files. Not
+    // raised while a modal window or dialog is shown.
+    std::function<void(const std::string& path)> onFileDropped;
+
+    // Raised once, when the window is about to go, whatever closes it, and also when somebody else destroys it. It goes
+    // whatever this does. At the end of the session it is raised before the program agrees to that, and the window is
+    // gone even if the session goes on after all. A session that ends without leave has no time for a user: no message
+    // box is shown any more, and each has the AnswerOfNobody.
+    std::function<void()> onUnload;
+
+    virtual ~Window() = default;
+
+    // Shows the window and returns at once.
+    virtual void Show() = 0;
+
+    // Closes the window: raises onUnload and ends the program.
+    virtual void Unload() = 0;
+
+    virtual std::string Caption() const = 0;
+    virtual void SetCaption(std::string_view caption) = 0;
+
+    // The outer size in twips; not rounded on the way.
+    virtual float Width() const = 0;
+    virtual float Height() const = 0;
+
+    // The area for the controls in twips: inside the frame and below the menu bar, as it is while the window is shown.
+    virtual float ClientWidth() const = 0;
+    virtual float ClientHeight() const = 0;
+
+    // The user cannot make the window smaller than this outer size, in twips. It is 0 at first.
+    virtual void SetMinimumSize(float width, float height) = 0;
+
+    // Keeps the lowest `height` twips of the client area free of controls, see ShownAbove. It is 0 at first.
+    virtual void SetFooter(float height) = 0;
+
+    // Takes the icon from a picture file. Throws std::runtime_error when it cannot be loaded; the icon stays.
+    virtual void SetIcon(const std::string& path) = 0;
+};
+
+} // namespace tessaly

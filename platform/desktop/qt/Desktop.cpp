@@ -1,0 +1,70 @@
+// The bars stand at the edges of the window as long as nobody gives them a place.
+#include "platform/desktop/qt/Desktop.h"
+
+#include "platform/desktop/qt/ModalWindows.h"
+#include "platform/system/posix/CodePages.h"
+
+namespace tessaly {
+
+QtDesktop::QtDesktop(const std::string& commandLine, const Environment& environment, Registry& settings)
+    : app(commandLine, environment),
+      mSettings(settings),
+      mCodePage(MakeDefaultCodePage()) {
+    treeLabel.SetBuddy(tree.Widget());
+    paneLabel.SetBuddy(pane.Widget());
+    app.onSendF1 = [this] { window.SendKey(Qt::Key_F1); };
+    app.onShowHelp = [this](const std::string& path) {
+        if (!help) {
+            help = std::make_unique<QtHelpWindow>();
+        }
+        help->Show(path);
+    };
+    app.onOutput = [this](const std::string& path) {
+        if (!output) {
+            output = std::make_unique<QtOutputWindow>(frame);
+        }
+        output->Follow(path);
+    };
+    frame.onClientSize = [this] { LayOut(); };
+}
+
+// A control that goes passes the focus on to the next one.
+QtDesktop::~QtDesktop() {
+    focus.End();
+    frame.onClientSize = nullptr;
+}
+
+std::unique_ptr<NameWindow> QtDesktop::NewNameWindow() {
+    return std::make_unique<QtNameWindow>(frame, [this] { app.OpenHelp(); });
+}
+
+std::unique_ptr<SplashWindow> QtDesktop::NewSplashWindow() {
+    return std::make_unique<QtSplashWindow>(frame, [this] { app.OpenHelp(); });
+}
+
+void QtDesktop::EndSession(bool mayAsk) {
+    if (!mayAsk) {
+        mMsgBox.AskNoMore();
+    }
+    window.Unload();
+}
+
+void QtDesktop::LayOut() {
+    const QSize client = frame.Client().size();
+    if (!toolBar.IsPlaced()) {
+        toolBar.Widget().setGeometry(0, 0, client.width(), ToPixels(toolBar.PreferredHeight()));
+    }
+    if (!status.IsPlaced()) {
+        const int height = ToPixels(status.PreferredHeight());
+        status.Widget().setGeometry(0, client.height() - height, client.width(), height);
+    }
+    const float footerTop = window.FooterTop();
+    treeLabel.SetFooterTop(footerTop);
+    tree.SetFooterTop(footerTop);
+    paneLabel.SetFooterTop(footerTop);
+    pane.SetFooterTop(footerTop);
+    toolBar.SetFooterTop(footerTop);
+    status.SetFooterTop(footerTop);
+}
+
+} // namespace tessaly

@@ -1,0 +1,53 @@
+// The X server tells of a window that another program destroyed; Qt alone would keep the dead window.
+#include "platform/desktop/qt/DestroyedWindows.h"
+
+#include "platform/desktop/qt/Post.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QWidget>
+
+namespace tessaly {
+
+namespace {
+
+// As the X server sends it. Its own headers would be one more dependency.
+struct DestroyNotify {
+    quint8 type;
+    quint8 unused;
+    quint16 sequence;
+    quint32 event;
+    quint32 window;
+};
+
+constexpr quint8 DestroyNotifyType = 17;
+constexpr quint8 TypeBits = 0x7F; // the other one tells that a program sent the event
+
+// Of a dialog that refuses to be closed the way out is the one that agrees to nothing.
+void Close(QWidget& window) {
+    auto* const dialog = qobject_cast<QDialog*>(&window);
+    if (!window.close() && dialog != nullptr) {
+        dialog->reject();
+    }
+}
+
+} // namespace
+
+QtDestroyedWindows::QtDestroyedWindows() {
+    qApp->installNativeEventFilter(this);
+}
+
+// Qt is to know first that the window has gone.
+bool QtDestroyedWindows::nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/) {
+    if (eventType != "xcb_generic_event_t") {
+        return false;
+    }
+    const auto& event = *static_cast<const DestroyNotify*>(message);
+    QWidget* const window = (event.type & TypeBits) == DestroyNotifyType ? QWidget::find(event.window) : nullptr;
+    if (window != nullptr && window->isWindow()) {
+        Post(*window, [window] { Close(*window); });
+    }
+    return false;
+}
+
+} // namespace tessaly

@@ -1,0 +1,23 @@
+// The file dialogs: the desktop's own where Qt knows it, else Qt's.
+#pragma once
+
+#include "platform/desktop/FileDialog.h"
+
+#include <QFileDialog>
+
+namespace tessaly {
+
+class QtFileDialog final : public FileDialog {
+public:
+    explicit QtFileDialog(QWidget& window) : mWindow(window) {}
+
+    std::string ShowOpen(const FileDialogSettings& settings) override;
+    std::string ShowSave(const FileDialogSettings& settings) override;
+
+private:
+    std::string Show(QFileDialog::AcceptMode mode, const FileDialogSettings& settings);
+
+    QWidget& mWindow;
+};
+
+} // namespace tessaly

@@ -1,0 +1,31 @@
+// A label. It shows its text as it stands: neither markup nor access keys have a meaning.
+#pragma once
+
+#include "platform/desktop/Label.h"
+#include "platform/desktop/qt/Control.h"
+
+#include <QLabel>
+#include <string>
+#include <string_view>
+
+namespace tessaly {
+
+class QtLabel final : public QtControl<Label> {
+public:
+    explicit QtLabel(QWidget* parent, QtFocus* focus = nullptr);
+
+    std::string Caption() const override { return mCaption; }
+    void SetCaption(std::string_view caption) override;
+    float PreferredHeight() const override { return ToTwips(mLabel.fontMetrics().height()); }
+
+    // The caption is the name of `control` for a screen reader.
+    void SetBuddy(QWidget& control) { mLabel.setBuddy(&control); }
+
+    QLabel& Widget() { return mLabel; }
+
+private:
+    QLabel mLabel;
+    std::string mCaption;
+};
+
+} // namespace tessaly

@@ -1,0 +1,146 @@
+// Neither window hides itself: that is the program's answer to what it is told, but for the frame.
+#include "platform/desktop/qt/ModalWindows.h"
+
+#include "platform/desktop/Window.h"
+#include "platform/desktop/qt/Keys.h"
+
+#include <QCloseEvent>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QScreen>
+#include <algorithm>
+#include <utility>
+
+namespace tessaly {
+
+namespace {
+
+constexpr int NameWidth = 380;
+constexpr int SplashMargin = 28;
+constexpr int LogoSize = 96;
+
+void Raise(const std::function<void()>& event) {
+    if (event) {
+        event();
+    }
+}
+
+QIcon Logo() {
+    QIcon logo;
+    logo.addFile(":/logo-96.png");
+    logo.addFile(":/logo-192.png");
+    return logo;
+}
+
+void Enlarge(QWidget& widget, double factor) {
+    QFont font = widget.font();
+    font.setBold(true);
+    font.setPointSizeF(font.pointSizeF() * factor);
+    widget.setFont(font);
+}
+
+} // namespace
+
+QtDialog::QtDialog(QWidget& owner)
+    : QDialog(&owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint) {
+    setWindowModality(Qt::WindowModal); // the help stays usable
+}
+
+// Qt's own middle would be that of the owner and its frame without the frame of the dialog.
+void QtDialog::Run() {
+    adjustSize();
+    const QWidget& owner = *parentWidget();
+    const QRect screen = owner.screen()->availableGeometry();
+    QRect place(QPoint(), size());
+    place.moveCenter(QRect(owner.mapToGlobal(QPoint()), owner.size()).center());
+    place.moveRight(std::min(place.right(), screen.right()));
+    place.moveBottom(std::min(place.bottom(), screen.bottom()));
+    place.moveLeft(std::max(place.left(), screen.left()));
+    place.moveTop(std::max(place.top(), screen.top()));
+    setGeometry(place);
+    exec();
+}
+
+void QtDialog::reject() {
+    Raise(onEscape);
+}
+
+void QtDialog::closeEvent(QCloseEvent* event) {
+    Raise(onClose);
+    event->accept();
+    hide();
+}
+
+void QtDialog::keyPressEvent(QKeyEvent* event) {
+    if (!onPress) {
+        QDialog::keyPressEvent(event);
+    } else if (!event->isAutoRepeat() && !IsModifierKey(VirtualKey(*event))) {
+        onPress();
+    }
+    if (event->key() == Qt::Key_F1) { // the help comes up last, so that it is seen
+        Raise(onHelp);
+    }
+}
+
+QtNameWindow::QtNameWindow(QWidget& owner, std::function<void()> onHelp) : mDialog(owner) {
+    mDialog.onHelp = std::move(onHelp);
+    mLabel.SetBuddy(mName);
+    mLabel.Widget().setWordWrap(true);
+    mLabel.Widget().setMinimumWidth(NameWidth);
+    mLayout.addWidget(&mLabel.Widget());
+    mLayout.addWidget(&mName);
+    mLayout.addWidget(&mButtons);
+    mLayout.setSizeConstraint(QLayout::SetFixedSize);
+    // A click on OK leaves the focus in the box, where a bad name is to be mended.
+    for (QAbstractButton* const button : mButtons.buttons()) {
+        button->setFocusPolicy(Qt::TabFocus);
+    }
+    mButtons.button(QDialogButtonBox::Ok)->setDefault(true);
+    SetCancelCaption({});
+    QObject::connect(&mButtons, &QDialogButtonBox::accepted, &mDialog, [this] { Raise(onOk); });
+    QObject::connect(&mButtons, &QDialogButtonBox::rejected, &mDialog, [this] { Raise(onCancel); });
+    mDialog.onEscape = [this] { Raise(onCancel); };
+    mDialog.onClose = [this] { Raise(onCancel); };
+}
+
+void QtNameWindow::SetCancelCaption(std::string_view caption) {
+    mButtons.button(QDialogButtonBox::Cancel)->setText(ToQt(caption));
+}
+
+void QtNameWindow::ShowModal() {
+    mName.setFocus(Qt::OtherFocusReason);
+    mDialog.Run();
+}
+
+QtSplashWindow::QtSplashWindow(QWidget& owner, std::function<void()> onHelp) : mDialog(owner) {
+    mDialog.onHelp = std::move(onHelp);
+    mFrame.setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
+    mDialogLayout.addWidget(&mFrame);
+    mLayout.setContentsMargins(SplashMargin, SplashMargin, SplashMargin, SplashMargin);
+    mLogo.setPixmap(Logo().pixmap(QSize(LogoSize, LogoSize), owner.devicePixelRatioF()));
+    mLayout.addWidget(&mLogo, 0, Qt::AlignHCenter);
+    Enlarge(mProductName.Widget(), 1.5);
+    for (QtLabel* const label : {&mCompanyProduct, &mProductName, &mVersion, &mPlatform, &mCompany, &mCopyright}) {
+        mLayout.addWidget(&label->Widget(), 0, Qt::AlignHCenter);
+    }
+    mDialogLayout.setSizeConstraint(QLayout::SetFixedSize);
+    mFrame.onClick = [this] { Raise(onFrameClick); };
+    mDialog.onPress = [this] { Raise(onKeyPress); };
+}
+
+void QtSplashWindow::ShowModal() {
+    mDialog.Run();
+}
+
+void QtSplashWindow::Frame::mousePressEvent(QMouseEvent* event) {
+    mIsPressed = event->button() == Qt::LeftButton;
+}
+
+void QtSplashWindow::Frame::mouseReleaseEvent(QMouseEvent* event) {
+    if (std::exchange(mIsPressed, false) && event->button() == Qt::LeftButton && rect().contains(event->pos())) {
+        Raise(onClick);
+    }
+}
+
+} // namespace tessaly

@@ -1,0 +1,100 @@
+// The two small windows. Their controls stand in Qt's layouts, so that they fit the user's font and every language.
+#pragma once
+
+#include "platform/desktop/ModalWindows.h"
+#include "platform/desktop/qt/Label.h"
+
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFrame>
+#include <QLineEdit>
+#include <QVBoxLayout>
+#include <functional>
+
+namespace tessaly {
+
+// A dialog whose ways out are told to somebody, who decides.
+class QtDialog final : public QDialog {
+public:
+    explicit QtDialog(QWidget& owner);
+
+    // An empty one is a blank: the name of the program would stand in its place.
+    void SetCaption(std::string_view caption) { setWindowTitle(caption.empty() ? QStringLiteral(" ") : ToQt(caption)); }
+
+    std::function<void()> onEscape;
+    std::function<void()> onClose; // by the frame; the dialog is hidden whatever this does
+    std::function<void()> onHelp;  // F1
+    std::function<void()> onPress; // any key but a modifier; a dialog with this has no other use for keys
+
+    // Shows it in the middle of its owner, and returns when it is hidden.
+    void Run();
+
+    void reject() override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+};
+
+class QtNameWindow final : public NameWindow {
+public:
+    QtNameWindow(QWidget& owner, std::function<void()> onHelp);
+
+    void SetCaption(std::string_view caption) override { mDialog.SetCaption(caption); }
+    void ShowModal() override;
+    void Hide() override { mDialog.hide(); }
+    Label& NameLabel() override { return mLabel; }
+    void SetCancelCaption(std::string_view caption) override;
+    std::string FuncVarName() const override { return FromQt(mName.text()); }
+
+private:
+    QtDialog mDialog;
+    QVBoxLayout mLayout{&mDialog};
+    QtLabel mLabel{&mDialog};
+    QLineEdit mName{&mDialog};
+    QDialogButtonBox mButtons{QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &mDialog};
+};
+
+class QtSplashWindow final : public SplashWindow {
+public:
+    QtSplashWindow(QWidget& owner, std::function<void()> onHelp);
+
+    void SetCaption(std::string_view caption) override { mDialog.SetCaption(caption); }
+    void ShowModal() override;
+    void Hide() override { mDialog.hide(); }
+    Label& LblVersion() override { return mVersion; }
+    Label& LblPlatform() override { return mPlatform; }
+    Label& LblCompany() override { return mCompany; }
+    Label& LblCopyright() override { return mCopyright; }
+    Label& LblCompanyProduct() override { return mCompanyProduct; }
+    Label& LblProductName() override { return mProductName; }
+
+private:
+    // Tells of clicks on itself and on the labels in it.
+    class Frame final : public QFrame {
+    public:
+        using QFrame::QFrame;
+        std::function<void()> onClick;
+
+    protected:
+        void mousePressEvent(QMouseEvent* event) override;
+        void mouseReleaseEvent(QMouseEvent* event) override;
+
+    private:
+        bool mIsPressed = false;
+    };
+
+    QtDialog mDialog;
+    QVBoxLayout mDialogLayout{&mDialog};
+    Frame mFrame{&mDialog};
+    QVBoxLayout mLayout{&mFrame};
+    QLabel mLogo{&mFrame};
+    QtLabel mCompanyProduct{&mFrame};
+    QtLabel mProductName{&mFrame};
+    QtLabel mVersion{&mFrame};
+    QtLabel mPlatform{&mFrame};
+    QtLabel mCompany{&mFrame};
+    QtLabel mCopyright{&mFrame};
+};
+
+} // namespace tessaly

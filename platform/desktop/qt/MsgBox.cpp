@@ -1,0 +1,106 @@
+// Of a Yes/No box Qt would take the Escape key for a No; here it has to be answered.
+#include "platform/desktop/qt/MsgBox.h"
+
+#include "platform/desktop/qt/Text.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QMessageBox>
+#include <algorithm>
+#include <memory>
+
+namespace tessaly {
+
+namespace {
+
+class Box final : public QMessageBox {
+public:
+    Box(QWidget* parent, bool canBeClosed) : QMessageBox(parent), mCanBeClosed(canBeClosed) {
+        if (!canBeClosed) {
+            setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+        }
+    }
+
+protected:
+    void closeEvent(QCloseEvent* event) override {
+        if (mCanBeClosed) {
+            QMessageBox::closeEvent(event);
+        } else {
+            event->ignore();
+        }
+    }
+
+    void keyPressEvent(QKeyEvent* event) override {
+        if (mCanBeClosed || event->key() != Qt::Key_Escape) {
+            QMessageBox::keyPressEvent(event);
+        }
+    }
+
+private:
+    bool mCanBeClosed;
+};
+
+QMessageBox::StandardButtons ButtonsOf(MsgButtons buttons) {
+    return buttons == MsgButtons::Ok      ? QMessageBox::Ok
+           : buttons == MsgButtons::YesNo ? QMessageBox::Yes | QMessageBox::No
+                                          : QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+}
+
+QMessageBox::Icon IconOf(MsgIcon icon) {
+    switch (icon) {
+    case MsgIcon::Stop:
+        return QMessageBox::Critical;
+    case MsgIcon::Question:
+        return QMessageBox::Question;
+    case MsgIcon::Exclamation:
+        return QMessageBox::Warning;
+    case MsgIcon::Information:
+        return QMessageBox::Information;
+    case MsgIcon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+int WidthForCaption(const QMessageBox& box) {
+    QFont bold = box.font();
+    bold.setBold(true);
+    return QFontMetrics(bold).horizontalAdvance(box.windowTitle()) + AroundCaption;
+}
+
+// Qt wraps the lines of a wider text; columns would be columns no more.
+void Widen(QMessageBox& box) {
+    const int columns = box.text().contains(u'\t') ? box.layout()->sizeHint().width() : 0;
+    auto& grid = dynamic_cast<QGridLayout&>(*box.layout());
+    auto strut = std::make_unique<QSpacerItem>(std::max(WidthForCaption(box), columns), 0);
+    grid.addItem(strut.release(), grid.rowCount(), 0, 1, grid.columnCount()); // the layout's own from here on
+}
+
+} // namespace
+
+MsgResult QtMsgBox::Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) {
+    if (mIsSilent) {
+        return AnswerOfNobody(buttons);
+    }
+    QWidget* const onTop = QApplication::activeModalWidget();
+    Box box(onTop != nullptr ? onTop : &mWindow, buttons != MsgButtons::YesNo);
+    box.setWindowTitle(ToQt(caption));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(ToQt(text));
+    box.setIcon(IconOf(icon));
+    box.setStandardButtons(ButtonsOf(buttons));
+    box.setDefaultButton(buttons == MsgButtons::Ok ? QMessageBox::Ok : QMessageBox::Yes);
+    Widen(box);
+    switch (box.exec()) {
+    case QMessageBox::Yes:
+        return MsgResult::Yes;
+    case QMessageBox::No:
+        return MsgResult::No;
+    default:
+        return AnswerOfNobody(buttons);
+    }
+}
+
+} // namespace tessaly

@@ -1,0 +1,72 @@
+// The editing pane. The document knows one kind of line break; what the breaks were is kept beside it.
+#pragma once
+
+#include "platform/desktop/RichTextBox.h"
+#include "platform/desktop/qt/Colouring.h"
+#include "platform/desktop/qt/Control.h"
+#include "platform/text/LineBreaks.h"
+
+#include <QPlainTextEdit>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessaly {
+
+// An editor for plain text of which every character counts: those that Qt takes for line breaks of its own, and those
+// that it changes on the way to the clipboard.
+class QtPlainTextEdit final : public QPlainTextEdit {
+public:
+    explicit QtPlainTextEdit(QWidget* parent);
+
+    // The text, with LF as its only line break.
+    QString ExactText() const;
+
+    void SetGrey(bool grey);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool canInsertFromMimeData(const QMimeData* source) const override;
+    void insertFromMimeData(const QMimeData* source) override;
+    QMimeData* createMimeDataFromSelection() const override;
+
+private:
+    void UpdateColours();
+
+    QtColouring mColouring{*document()};
+    bool mIsGrey = false;
+};
+
+class QtRichTextBox final : public QtControl<RichTextBox> {
+public:
+    QtRichTextBox(QWidget* parent, QtFocus& focus);
+
+    std::string Text() const override;
+    void SetText(std::string_view text) override;
+    bool FuncBodyAvailable() const override { return mFuncBodyAvailable; }
+    void SetFuncBodyAvailable(bool available) override;
+    float CharacterWidth() const override;
+    void SetTabStops(const std::vector<float>& stops) override;
+
+    bool CanHaveFocus() const override { return mFuncBodyAvailable; }
+    void LoseFocus() override;
+    void GainFocus() override;
+
+    QtPlainTextEdit& Widget() { return mEdit; }
+    const QtPlainTextEdit& Widget() const { return mEdit; }
+
+private:
+    void FollowChange(int position, int removed, int added);
+    void TellChange();
+
+    QtPlainTextEdit mEdit;
+    BreakList mBreaks;
+    int mBlockCount = 1;
+    bool mIsSetting = false; // the program is putting in a text
+    bool mIsChanged = false; // by the user, and not told yet
+    bool mFuncBodyAvailable = true;
+};
+
+} // namespace tessaly

@@ -1,0 +1,26 @@
+// The end of the session, as the session manager tells of it in two steps: each program is asked to keep what it has,
+// and may ask its user only then and only with leave; later it is told to end.
+#pragma once
+
+#include "platform/desktop/qt/Desktop.h"
+
+#include <QObject>
+
+class QSessionManager;
+
+namespace tessaly {
+
+class QtSession final : public QObject {
+public:
+    explicit QtSession(QtDesktop& desktop);
+
+    // Sees the word to end, which Qt would take for a click on the close button.
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+private:
+    void Commit(QSessionManager& manager);
+
+    QtDesktop& mDesktop;
+};
+
+} // namespace tessaly

@@ -1,0 +1,42 @@
+#include "platform/desktop/win32/Application.h"
+
+#include "platform/system/win32/Process.h"
+
+namespace tessaly {
+
+std::int32_t Win32Application::Major() const {
+    return TESSALY_MAJOR;
+}
+
+std::int32_t Win32Application::Minor() const {
+    return TESSALY_MINOR;
+}
+
+std::int32_t Win32Application::Revision() const {
+    return TESSALY_REVISION;
+}
+
+std::string Win32Application::Title() const {
+    return "Tessaly";
+}
+
+// To this program alone, and not as input of the system: that would go to whatever program is in front.
+void Win32Application::SendF1() {
+    HWND focus = GetFocus();
+    HWND target = focus != nullptr && IsChild(mWindow, focus) != 0 ? focus : mWindow;
+    constexpr LPARAM released = (static_cast<LPARAM>(3) << 30) | 1;
+    PostMessageW(target, WM_KEYDOWN, VK_F1, 1);
+    PostMessageW(target, WM_KEYUP, VK_F1, static_cast<LPARAM>(static_cast<LONG>(released)));
+}
+
+void Win32Application::StartProcess(const std::string& commandLine, std::int32_t windowStyle) {
+    tessaly::StartProcess(commandLine, windowStyle);
+}
+
+void Win32Application::OpenHelp() {
+    if (!mHelpFile.empty()) {
+        mSettings.openHelp(mWindow, mHelpFile);
+    }
+}
+
+} // namespace tessaly

@@ -1,0 +1,50 @@
+#include "platform/desktop/win32/Desktop.h"
+
+#include "platform/desktop/win32/ControlIds.h"
+#include "platform/desktop/win32/Help.h"
+#include "platform/desktop/win32/NameWindow.h"
+#include "platform/desktop/win32/SplashWindow.h"
+#include "platform/system/win32/CodePages.h"
+#include "platform/system/win32/CommandLine.h"
+
+#include <utility>
+
+namespace tessaly {
+
+Win32Desktop::Win32Desktop() : Win32Desktop({Win32CommandLine(), OpenHelpFile}) {}
+
+Win32Desktop::Win32Desktop(Win32Application::Settings settings)
+    : mApplication(std::move(settings)),
+      mCodePage(MakeSystemCodePage()),
+      mWindow(mLoop),
+      mMenus(mWindow.Handle()),
+      mImages(mWindow.Dpi()),
+      mTreeLabel(mWindow, ControlId::LblcodeTreeViewer),
+      mCodeTree(mWindow),
+      mFuncLabel(mWindow, ControlId::FuncLabel),
+      mFuncBody(mWindow),
+      mToolBar(mWindow, mImages),
+      mStatusBar(mWindow),
+      mFileDialog(mWindow.Handle()),
+      mMsgBox(mWindow.Handle()) {
+    mApplication.SetWindow(mWindow.Handle());
+    mTreeLabel.SetNamed(mCodeTree.Handle());
+    mLoop.onHelp = [this] { mApplication.OpenHelp(); };
+    mWindow.onLastWord = [this] { mMsgBox.AskNoMore(); };
+    mWindow.onMenu = [this](int id) { mMenus.Choose(id); };
+    mWindow.onShow = [this] { mMenus.Attach(); };
+    mWindow.onLayOut = [this] {
+        mToolBar.Dock();
+        mStatusBar.Dock();
+    };
+}
+
+std::unique_ptr<NameWindow> Win32Desktop::NewNameWindow() {
+    return std::make_unique<Win32NameWindow>(mLoop, mWindow.Handle());
+}
+
+std::unique_ptr<SplashWindow> Win32Desktop::NewSplashWindow() {
+    return std::make_unique<Win32SplashWindow>(mLoop, mWindow.Handle());
+}
+
+} // namespace tessaly

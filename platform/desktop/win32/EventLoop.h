@@ -1,0 +1,42 @@
+// The message loop of the program and of its modal windows.
+#pragma once
+
+#include "platform/desktop/win32/Headers.h"
+
+#include <deque>
+#include <functional>
+
+namespace tessaly {
+
+class Win32EventLoop {
+public:
+    // Looks at a message before it goes its way, and may change where it goes. True when that was all.
+    using Filter = std::function<bool(MSG& message)>;
+
+    // F1 was pressed in a window of the program.
+    std::function<void()> onHelp;
+
+    // Of the main window; not asked in the loops of modal windows.
+    Filter mainFilter;
+
+    // Runs until the program ends; returns its exit code.
+    int Run();
+
+    // Runs a modal window's loop while `goesOn`. An end of the program in it ends the outer loops, too.
+    void RunWhile(const std::function<bool()>& goesOn, const Filter& filter);
+
+    // Handles what is waiting and returns. False when the program is to end.
+    bool RunWaiting();
+
+    // Has `action` done when the message that is being handled is done with: for events whose handlers may take down
+    // the very control that is still at work with the message. `window` is one of this thread.
+    void Later(HWND window, std::function<void()> action);
+
+private:
+    void Handle(MSG& message, const Filter& filter);
+    void DoLater();
+
+    std::deque<std::function<void()>> mLater;
+};
+
+} // namespace tessaly

@@ -1,0 +1,23 @@
+// The common file dialogs of Windows.
+#pragma once
+
+#include "platform/desktop/FileDialog.h"
+#include "platform/desktop/win32/Headers.h"
+
+namespace tessaly {
+
+class Win32FileDialog final : public FileDialog {
+public:
+    explicit Win32FileDialog(HWND mainWindow) : mMainWindow(mainWindow) {}
+
+    std::string ShowOpen(const FileDialogSettings& settings) override;
+    std::string ShowSave(const FileDialogSettings& settings) override;
+
+private:
+    using Dialog = BOOL(WINAPI*)(OPENFILENAMEW*);
+    std::string Show(const FileDialogSettings& settings, Dialog dialog);
+
+    HWND mMainWindow;
+};
+
+} // namespace tessaly

@@ -1,0 +1,32 @@
+// Where the focus goes in the main window when nobody says so.
+#pragma once
+
+#include "platform/desktop/win32/Child.h"
+
+#include <vector>
+
+namespace tessaly {
+
+class Win32Focus {
+public:
+    explicit Win32Focus(const FocusEvents& events) : mEvents(events) {}
+
+    void Add(Win32Child& child) { mOrder.push_back(&child); }
+    void Remove(Win32Child& child) { std::erase(mOrder, &child); }
+
+    // The window is active again: the control that had the focus gets it, or the first one that can have it. Returns
+    // false where there is none.
+    bool Return();
+
+    // The Tab key: the next control where it stops, in a circle; nothing when there is none.
+    void MoveToNextStop(bool backwards);
+
+private:
+    // All targets are Win32Children: nobody else is reported here.
+    Win32Child* Owner() const { return static_cast<Win32Child*>(mEvents.Owner()); }
+
+    const FocusEvents& mEvents;
+    std::vector<Win32Child*> mOrder;
+};
+
+} // namespace tessaly

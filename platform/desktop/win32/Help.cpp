@@ -1,0 +1,49 @@
+// HTML Help is loaded when it is needed: few start-ups of the program ever do.
+#include "platform/desktop/win32/Help.h"
+
+#include "platform/desktop/win32/Headers.h"
+#include "platform/system/win32/Library.h"
+#include "platform/system/win32/Text.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace tessaly {
+
+namespace {
+
+// The command of HtmlHelp that shows the first topic.
+constexpr UINT DisplayTopic = 0;
+
+bool HasExtension(std::wstring_view path, std::wstring_view extension) {
+    return path.size() >= extension.size() &&
+           CompareStringOrdinal(path.data() + (path.size() - extension.size()), static_cast<int>(extension.size()),
+                                extension.data(), static_cast<int>(extension.size()), TRUE) == CSTR_EQUAL;
+}
+
+bool OpenHtmlHelp(HWND window, const std::wstring& path) {
+    using HtmlHelp = HWND(WINAPI*)(HWND, const wchar_t*, UINT, DWORD_PTR);
+    try {
+        // It stays loaded: its window lives on in this process.
+        const auto open = LibraryFunction<HtmlHelp>(L"hhctrl.ocx", "HtmlHelpW");
+        return open(window, path.c_str(), DisplayTopic, 0) != nullptr;
+    } catch (const std::system_error&) {
+        return false; // not installed
+    }
+}
+
+} // namespace
+
+void OpenHelpFile(HWND window, const std::string& path) {
+    const std::wstring widePath = ToWide(path);
+    if (HasExtension(widePath, L".chm") && OpenHtmlHelp(window, widePath)) {
+        return;
+    }
+    if (HasExtension(widePath, L".hlp") && WinHelpW(window, widePath.c_str(), HELP_FINDER, 0) != 0) {
+        return;
+    }
+    const auto open = LibraryFunction<decltype(&ShellExecuteW)>(L"shell32.dll", "ShellExecuteW");
+    open(window, nullptr, widePath.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+}
+
+} // namespace tessaly

@@ -1,0 +1,30 @@
+// A label: a static text.
+#pragma once
+
+#include "platform/desktop/Label.h"
+#include "platform/desktop/win32/Control.h"
+
+#include <string>
+
+namespace tessaly {
+
+class Win32Label final : public Win32Control<Label> {
+public:
+    Win32Label(Win32Parent& parent, int id);
+
+    std::string Caption() const override { return mCaption; }
+    void SetCaption(std::string_view caption) override;
+    float PreferredHeight() const override;
+
+    // The caption is also the text of `control`, which shows none: it names the control for a screen reader. Others get
+    // their name from the label in front of them.
+    void SetNamed(HWND control) { mNamed = control; }
+
+    bool HasTabStop() const override { return false; }
+
+private:
+    std::string mCaption;
+    HWND mNamed = nullptr;
+};
+
+} // namespace tessaly

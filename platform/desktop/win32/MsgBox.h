@@ -1,0 +1,26 @@
+// Message boxes of Windows.
+#pragma once
+
+#include "platform/desktop/MsgBox.h"
+#include "platform/desktop/win32/Headers.h"
+
+namespace tessaly {
+
+class Win32MsgBox final : public MsgBox {
+public:
+    explicit Win32MsgBox(HWND mainWindow) : mMainWindow(mainWindow) {}
+
+    MsgResult Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) override;
+
+    // There is nobody to ask: no box is shown any more.
+    void AskNoMore() { mIsSilent = true; }
+
+private:
+    HWND mMainWindow;
+    bool mIsSilent = false;
+};
+
+// What a box or dialog stands in front of: the window of the program that is on top, if any can be seen.
+HWND OwnerOfDialogs(HWND mainWindow);
+
+} // namespace tessaly

@@ -1,0 +1,482 @@
+// The control knows more than plain text; what would bring formats or objects into it is turned off or caught here.
+#include "platform/desktop/win32/RichTextBox.h"
+
+#include "platform/desktop/win32/ControlIds.h"
+#include "platform/desktop/win32/Headers.h"
+#include "platform/desktop/win32/Raise.h"
+#include "platform/system/win32/Library.h"
+#include "platform/system/win32/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <stdexcept>
+#include <string_view>
+#include <utility>
+
+namespace tessaly {
+
+namespace {
+
+constexpr float FontHeight = 200; // in twips: 10 points
+
+// Control characters that mean something to the control are shown by the pictures that Unicode has for them.
+constexpr wchar_t FirstPicture = 0x2400;
+
+bool IsShownByPicture(int character) {
+    return character == 0x00 || character == 0x07 || character == 0x0B || character == 0x0C;
+}
+
+// Returns whether there are pictures in it now.
+bool ShowControlCharacters(std::wstring& text) {
+    bool hasPictures = false;
+    for (wchar_t& character : text) {
+        if (character == L'\n') {
+            character = L'\r';
+        } else if (IsShownByPicture(character)) {
+            character = static_cast<wchar_t>(FirstPicture + character);
+            hasPictures = true;
+        }
+    }
+    return hasPictures;
+}
+
+std::string PlainText(std::wstring text, bool hasPictures) {
+    for (wchar_t& character : text) {
+        if (character == L'\r') {
+            character = L'\n';
+        } else if (hasPictures && IsShownByPicture(character - FirstPicture)) {
+            character = static_cast<wchar_t>(character - FirstPicture);
+        }
+    }
+    return ToUtf8(text);
+}
+
+std::size_t CountBreaks(std::wstring_view text) {
+    return static_cast<std::size_t>(std::count(text.begin(), text.end(), L'\r'));
+}
+
+// Streams a text into the control.
+DWORD CALLBACK Stream(DWORD_PTR cookie, BYTE* buffer, LONG room, LONG* count) {
+    std::wstring_view& left = *std::bit_cast<std::wstring_view*>(cookie);
+    const std::size_t units = std::min(static_cast<std::size_t>(room) / sizeof(wchar_t), left.size());
+    std::memcpy(buffer, left.data(), units * sizeof(wchar_t));
+    left.remove_prefix(units);
+    *count = static_cast<LONG>(units * sizeof(wchar_t));
+    return 0;
+}
+
+const wchar_t* RichEditClass() {
+    LoadSystemLibrary(L"msftedit.dll");
+    return MSFTEDIT_CLASS;
+}
+
+bool IsDown(int key) {
+    return GetKeyState(key) < 0;
+}
+
+// Lets the control see the Shift key as not pressed, as long as it lives.
+class WithoutShift {
+public:
+    WithoutShift() {
+        GetKeyboardState(mBefore.data());
+        std::array<BYTE, 256> keys = mBefore;
+        keys[VK_SHIFT] = 0;
+        SetKeyboardState(keys.data());
+    }
+    WithoutShift(const WithoutShift&) = delete;
+    WithoutShift& operator=(const WithoutShift&) = delete;
+    ~WithoutShift() { SetKeyboardState(mBefore.data()); }
+
+private:
+    std::array<BYTE, 256> mBefore = {};
+};
+
+bool IsControlAlone() {
+    return IsDown(VK_CONTROL) && !IsDown(VK_MENU);
+}
+
+bool IsPasteKey(WPARAM key) {
+    return (key == 'V' && IsControlAlone() && !IsDown(VK_SHIFT)) ||
+           (key == VK_INSERT && IsDown(VK_SHIFT) && !IsDown(VK_CONTROL));
+}
+
+// With Ctrl the control has many keys that format text. Only those that edit are left to it.
+bool IsFormattingKey(WPARAM key) {
+    constexpr std::wstring_view editing = L"ACVXYZ";
+    const bool isLetterOrDigit = (key >= 'A' && key <= 'Z') || (key >= '0' && key <= '9');
+    const bool isSign = key >= VK_OEM_1 && key <= VK_OEM_102;
+    return IsControlAlone() &&
+           (isSign || (isLetterOrDigit && editing.find(static_cast<wchar_t>(key)) == std::wstring_view::npos));
+}
+
+bool IsUndoKey(WPARAM key) {
+    return (IsControlAlone() && (key == 'Z' || key == 'Y')) || (key == VK_BACK && IsDown(VK_MENU));
+}
+
+} // namespace
+
+Win32RichTextBox::Win32RichTextBox(Win32Parent& parent)
+    : Win32Control(parent, {RichEditClass(),
+                            ES_MULTILINE | ES_AUTOVSCROLL | ES_AUTOHSCROLL | ES_NOHIDESEL | ES_WANTRETURN |
+                                ES_NOOLEDRAGDROP | ES_DISABLENOSCROLL | WS_VSCROLL | WS_HSCROLL,
+                            WS_EX_CLIENTEDGE, ControlId::FuncBody}),
+      mFormat(Handle()) {
+    SetUpControl();
+    ApplyFont();
+    Send(EM_EMPTYUNDOBUFFER);
+    Send(EM_SETEVENTMASK, 0, ENM_CHANGE);
+}
+
+void Win32RichTextBox::SetUpControl() {
+    constexpr LPARAM noWordWrap = 1;
+    constexpr LPARAM noLimit = 0x7FFFFFFE;
+    Send(EM_SETTARGETDEVICE, 0, noWordWrap);
+    Send(EM_EXLIMITTEXT, 0, noLimit);
+    // One font and one keyboard for all that is typed.
+    const LRESULT options = Send(EM_GETLANGOPTIONS);
+    Send(EM_SETLANGOPTIONS, 0, options & ~LRESULT{IMF_AUTOKEYBOARD | IMF_DUALFONT | IMF_AUTOFONTSIZEADJUST});
+    LibraryFunction<decltype(&RevokeDragDrop)>(L"ole32.dll", "RevokeDragDrop")(Handle());
+}
+
+// The control measures in twips of the resolution that Windows was started with, whatever its window's is.
+void Win32RichTextBox::ApplyFont() {
+    const float scale = static_cast<float>(Parent().Dpi()) / static_cast<float>(SystemDpi());
+    mFormat.SetFont(CodeFontName(), std::lround(FontHeight * scale));
+}
+
+float Win32RichTextBox::CharacterWidth() const {
+    LOGFONTW font = {};
+    font.lfHeight = -ToPixels(FontHeight, Parent().Dpi());
+    CodeFontName().copy(font.lfFaceName, LF_FACESIZE - 1);
+    const Win32Font made(CreateFontIndirectW(&font));
+    return ToTwips(MeasureFont(made.get()).tmAveCharWidth, Parent().Dpi());
+}
+
+void Win32RichTextBox::ShowTabStops() {
+    const float scale = static_cast<float>(Parent().Dpi()) / static_cast<float>(SystemDpi());
+    std::vector<LONG> stops;
+    for (const float stop : mTabStops) {
+        if (stop > 0) { // at the edge itself there can be none
+            stops.push_back(std::lround(stop * scale));
+        }
+    }
+    mFormat.SetTabStops(stops);
+}
+
+void Win32RichTextBox::ShowBackground() {
+    Send(EM_SETBKGNDCOLOR, mFuncBodyAvailable ? 1 : 0, static_cast<LPARAM>(GetSysColor(COLOR_BTNFACE)));
+}
+
+std::string Win32RichTextBox::Text() const {
+    return mBreaks.Apply(
+        PlainText(mFuncBodyAvailable && Handle() != nullptr && mIsEdited ? ShownText() : mText, mHasPictures));
+}
+
+void Win32RichTextBox::SetText(std::string_view text) {
+    BreakList breaks;
+    std::wstring wide = ToWide(breaks.Set(text));
+    const bool hasPictures = ShowControlCharacters(wide);
+    if (mFuncBodyAvailable) {
+        Show(wide);
+        Send(EM_SETREADONLY, FALSE); // if it came to the worst before
+    }
+    mBreaks = std::move(breaks);
+    mText = std::move(wide);
+    mHasPictures = hasPictures;
+    mIsEdited = false;
+    mHiddenSelection = {};
+    Raise(onChange);
+}
+
+// The text of an unavailable pane is kept, but not shown.
+void Win32RichTextBox::SetFuncBodyAvailable(bool available) {
+    if (mFuncBodyAvailable == available) {
+        return;
+    }
+    if (!available) {
+        mText = mIsEdited ? ShownText() : std::move(mText);
+        Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&mHiddenSelection));
+    }
+    Show(available ? std::wstring_view(mText) : std::wstring_view());
+    mFuncBodyAvailable = available;
+    Send(EM_SETREADONLY, available ? FALSE : TRUE);
+    ShowBackground();
+    ShowScrollBars();
+    if (available) {
+        Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&mHiddenSelection));
+    }
+}
+
+// Both are there as long as text can be seen: where one comes while something is typed, all of the text is laid out
+// again. Without text they take long to draw at the start, for nothing.
+void Win32RichTextBox::ShowScrollBars() {
+    if (!mFuncBodyAvailable) {
+        ShowScrollBar(Handle(), SB_BOTH, FALSE); // both in one step
+    }
+    for (const int bar : {SB_HORZ, SB_VERT}) {
+        Send(EM_SHOWSCROLLBAR, static_cast<WPARAM>(bar), mFuncBodyAvailable ? TRUE : FALSE);
+    }
+    if (mFuncBodyAvailable) {
+        ShowScrollBar(Handle(), SB_BOTH, TRUE); // the message brings none that has nothing to do yet
+    }
+}
+
+// A control that has not taken all of a text gets the old one back. If it does not take that one either, nobody may
+// edit what it shows.
+void Win32RichTextBox::Show(std::wstring_view text) {
+    Win32CodeLines lines(text);
+    CHARRANGE selection = {};
+    Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+    if (PutIn(text)) {
+        mFormat.Reset(std::move(lines));
+        return;
+    }
+    mIsEdited = false; // what it shows may be less than `mText`
+    const bool isBack = PutIn(mFuncBodyAvailable ? std::wstring_view(mText) : std::wstring_view());
+    mFormat.ForgetFormats();
+    Send(EM_SETREADONLY, mFuncBodyAvailable && isBack ? FALSE : TRUE);
+    Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+    throw std::runtime_error("the pane cannot show the text");
+}
+
+// By a stream: the messages that take a whole text can be slow beyond measure. Returns whether all of it is there.
+bool Win32RichTextBox::PutIn(std::wstring_view text) {
+    if (text.empty() && ShownLength() == 0) {
+        Send(EM_EMPTYUNDOBUFFER);
+        return true;
+    }
+    const LRESULT events = Send(EM_SETEVENTMASK, 0, 0);
+    Send(WM_SETREDRAW, FALSE);
+    std::wstring_view left = text;
+    EDITSTREAM stream = {reinterpret_cast<DWORD_PTR>(&left), 0, Stream};
+    Send(EM_STREAMIN, SF_TEXT | SF_UNICODE, reinterpret_cast<LPARAM>(&stream));
+    CHARRANGE start = {};
+    Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&start));
+    Send(EM_SCROLLCARET);
+    Send(EM_EMPTYUNDOBUFFER);
+    Send(WM_SETREDRAW, TRUE);
+    Send(EM_SETEVENTMASK, 0, events);
+    InvalidateRect(Handle(), nullptr, TRUE);
+    return stream.dwError == 0 && static_cast<std::size_t>(ShownLength()) == text.size();
+}
+
+void Win32RichTextBox::SetTabStops(const std::vector<float>& stops) {
+    mTabStops = stops;
+    ShowTabStops();
+}
+
+void Win32RichTextBox::GainFocus() {
+    Raise(onGotFocus);
+}
+
+void Win32RichTextBox::LoseFocus() {
+    Raise(onLostFocus);
+}
+
+void Win32RichTextBox::Command(int /*id*/, int code) {
+    if (code == EN_CHANGE) {
+        Changed();
+    }
+}
+
+void Win32RichTextBox::Rescale() {
+    Move();
+    ApplyFont();
+    ShowTabStops();
+}
+
+void Win32RichTextBox::ColoursChanged() {
+    ShowBackground();
+    mFormat.ReadColours();
+}
+
+LRESULT Win32RichTextBox::Message(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_KEYDOWN:
+    case WM_SYSKEYDOWN:
+    case WM_CHAR:
+        return Key(message, wParam, lParam);
+    case WM_PASTE:
+        return Paste();
+    case WM_CUT:
+    case WM_CLEAR:
+        return DefaultOfEdit(message, wParam, lParam, EditPlace::AtSelection);
+    case WM_UNDO:
+    case EM_UNDO:
+    case EM_REDO:
+        return DefaultOfEdit(message, wParam, lParam, EditPlace::Anywhere);
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+    case WM_RBUTTONDOWN:
+    case WM_MBUTTONDOWN:
+        return mFuncBodyAvailable ? Default(message, wParam, lParam) : 0;
+    case WM_PAINT:
+        return Paint(wParam, lParam);
+    default:
+        return Default(message, wParam, lParam);
+    }
+}
+
+LRESULT Win32RichTextBox::Key(UINT message, WPARAM wParam, LPARAM lParam) {
+    const bool isChar = message == WM_CHAR;
+    if (!isChar && IsPasteKey(wParam)) {
+        return Paste();
+    }
+    // The characters that belong to keys with Ctrl: the keys themselves have done their work.
+    const bool isCommand = isChar && IsControlAlone() && wParam < L' ';
+    if (isCommand || (!isChar && IsFormattingKey(wParam))) {
+        return 0;
+    }
+    const auto place = !isChar && IsUndoKey(wParam) ? EditPlace::Anywhere : EditPlace::AtSelection;
+    if (wParam == VK_RETURN && IsDown(VK_SHIFT)) { // else it would break the line without ending the paragraph
+        const WithoutShift released;
+        return DefaultOfEdit(message, wParam, lParam, place);
+    }
+    return DefaultOfEdit(message, wParam, lParam, place);
+}
+
+// Plain text, whatever else the clipboard holds.
+LRESULT Win32RichTextBox::Paste() {
+    return mFuncBodyAvailable ? DefaultOfEdit(EM_PASTESPECIAL, CF_UNICODETEXT, 0, EditPlace::AtSelection) : 0;
+}
+
+// While the control is at work with an edit it would paint what has not been read and coloured yet, too much of it, and
+// then nothing any more when it has been.
+LRESULT Win32RichTextBox::DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam, EditPlace place) {
+    if (mEdit) {
+        return Default(message, wParam, lParam);
+    }
+    const Sight before = WhatIsSeen();
+    const bool isAllPainted = GetUpdateRect(Handle(), nullptr, FALSE) == 0;
+    mEdit.emplace();
+    if (place == EditPlace::AtSelection) {
+        mEdit->start = before.selection.cpMin;
+    }
+    const LRESULT result = Default(message, wParam, lParam);
+    const Win32Region toPaint = std::move(mEdit->toPaint);
+    mEdit.reset();
+    if (toPaint) {
+        if (isAllPainted && place == EditPlace::AtSelection && IsInOneLine(before, WhatIsSeen())) {
+            const RECT line = mFormat.LineRect(static_cast<std::size_t>(before.selection.cpMin));
+            const Win32Region lineRegion(CreateRectRgnIndirect(&line));
+            CombineRgn(toPaint.get(), toPaint.get(), lineRegion.get(), RGN_AND);
+        }
+        InvalidateRgn(Handle(), toPaint.get(), TRUE);
+    }
+    return result;
+}
+
+// Windows has a window painted when nothing else is to be done: what is left over waits for that, and no key for it.
+LRESULT Win32RichTextBox::Paint(WPARAM wParam, LPARAM lParam) {
+    if (mEdit) {
+        HoldPaintingBack();
+        return 0;
+    }
+    const std::optional<RECT> left = mFuncBodyAvailable ? mFormat.FormatView(mText) : std::nullopt;
+    const LRESULT result = Default(WM_PAINT, wParam, lParam);
+    if (left) {
+        InvalidateRect(Handle(), &*left, FALSE);
+    }
+    return result;
+}
+
+void Win32RichTextBox::HoldPaintingBack() {
+    Win32Region asked(CreateRectRgn(0, 0, 0, 0));
+    GetUpdateRgn(Handle(), asked.get(), FALSE);
+    ValidateRect(Handle(), nullptr);
+    if (mEdit->toPaint) {
+        CombineRgn(asked.get(), asked.get(), mEdit->toPaint.get(), RGN_OR);
+    }
+    mEdit->toPaint = std::move(asked);
+}
+
+Win32RichTextBox::Sight Win32RichTextBox::WhatIsSeen() const {
+    Sight sight;
+    sight.lines = mFormat.LineCount();
+    Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&sight.selection));
+    sight.text = mFormat.TextPlace();
+    return sight;
+}
+
+bool Win32RichTextBox::IsInOneLine(const Sight& before, const Sight& now) {
+    const auto isCaret = [](const CHARRANGE& selection) { return selection.cpMin == selection.cpMax; };
+    return before.lines == now.lines && isCaret(before.selection) && isCaret(now.selection) &&
+           before.text.x == now.text.x && before.text.y == now.text.y;
+}
+
+// Reads what has changed. Where the edit tells its place that costs no more in a long text than in a short one.
+void Win32RichTextBox::Changed() {
+    mIsEdited = true;
+    const LONG before = static_cast<LONG>(mText.size());
+    const LONG now = ShownLength();
+    const LONG end = Caret();
+    const std::optional<LONG> knownStart = mEdit ? mEdit->start : std::nullopt;
+    const LONG start = std::min(knownStart.value_or(0), end);
+    const LONG endBefore = end - (now - before);
+    if (knownStart && endBefore >= start && endBefore <= before) {
+        std::wstring text;
+        text.reserve(static_cast<std::size_t>(now));
+        text.append(mText, 0, static_cast<std::size_t>(start));
+        text.append(ShownText(start, end));
+        text.append(mText, static_cast<std::size_t>(endBefore));
+        TakeOver(std::move(text), static_cast<std::size_t>(start), static_cast<std::size_t>(before - endBefore));
+    } else {
+        TakeOver(ShownText(), 0, 0);
+    }
+    Raise(onChange);
+}
+
+// `sameInFront` and `sameBehind` are how much is known to be as before.
+void Win32RichTextBox::TakeOver(std::wstring now, std::size_t sameInFront, std::size_t sameBehind) {
+    const std::size_t shorter = std::min(mText.size(), now.size());
+    std::size_t front = std::min(sameInFront, shorter);
+    while (front < shorter && mText[front] == now[front]) {
+        ++front;
+    }
+    std::size_t back = std::min(sameBehind, shorter - front);
+    while (back < shorter - front && mText[mText.size() - 1 - back] == now[now.size() - 1 - back]) {
+        ++back;
+    }
+    const std::wstring_view textBefore = mText;
+    const std::size_t first = CountBreaks(textBefore.substr(0, front));
+    const std::size_t removed = CountBreaks(textBefore.substr(front, mText.size() - front - back));
+    const std::size_t end = now.size() - back;
+    mBreaks.Replace(first, removed, CountBreaks(std::wstring_view(now).substr(front, end - front)));
+    mText = std::move(now);
+    mFormat.Edit(mText, front, end, removed);
+}
+
+std::wstring Win32RichTextBox::ShownText() const {
+    std::wstring text(static_cast<std::size_t>(ShownLength()) + 1, L'\0');
+    GETTEXTEX request = {};
+    request.cb = static_cast<DWORD>(text.size() * sizeof(wchar_t));
+    request.flags = GT_DEFAULT;
+    request.codepage = 1200; // UTF-16
+    text.resize(static_cast<std::size_t>(
+        Send(EM_GETTEXTEX, reinterpret_cast<WPARAM>(&request), reinterpret_cast<LPARAM>(text.data()))));
+    return text;
+}
+
+std::wstring Win32RichTextBox::ShownText(LONG start, LONG end) const {
+    std::wstring text(static_cast<std::size_t>(end - start) + 1, L'\0');
+    TEXTRANGEW request = {{start, end}, text.data()};
+    text.resize(
+        static_cast<std::size_t>(end > start ? Send(EM_GETTEXTRANGE, 0, reinterpret_cast<LPARAM>(&request)) : 0));
+    return text;
+}
+
+LONG Win32RichTextBox::ShownLength() const {
+    GETTEXTLENGTHEX request = {GTL_NUMCHARS | GTL_PRECISE, 1200};
+    return static_cast<LONG>(Send(EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&request)));
+}
+
+LONG Win32RichTextBox::Caret() const {
+    CHARRANGE selection = {};
+    Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+    return selection.cpMax;
+}
+
+} // namespace tessaly

@@ -1,0 +1,89 @@
+// The editing pane: a rich edit control that holds plain text.
+#pragma once
+
+#include "platform/desktop/RichTextBox.h"
+#include "platform/desktop/win32/Control.h"
+#include "platform/desktop/win32/Gdi.h"
+#include "platform/desktop/win32/ViewFormat.h"
+#include "platform/text/LineBreaks.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tessaly {
+
+class Win32RichTextBox final : public Win32Control<RichTextBox> {
+public:
+    explicit Win32RichTextBox(Win32Parent& parent);
+
+    std::string Text() const override;
+    void SetText(std::string_view text) override;
+    bool FuncBodyAvailable() const override { return mFuncBodyAvailable; }
+    void SetFuncBodyAvailable(bool available) override;
+    float CharacterWidth() const override;
+    void SetTabStops(const std::vector<float>& stops) override;
+
+    bool CanHaveFocus() const override { return mFuncBodyAvailable; }
+    bool TakesTabKey() const override { return true; }
+    void GainFocus() override;
+    void LoseFocus() override;
+    void Command(int id, int code) override;
+    void Rescale() override;
+    void ColoursChanged() override;
+
+protected:
+    LRESULT Message(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+private:
+    void SetUpControl();
+    void ApplyFont();
+    void ShowTabStops();
+    void ShowBackground();
+    void ShowScrollBars();
+    void Show(std::wstring_view text);
+    bool PutIn(std::wstring_view text);
+
+    // Where a message that edits does so. At the selection: it begins there, or at the caret behind it, and ends at the
+    // caret.
+    enum class EditPlace { AtSelection, Anywhere };
+
+    // An edit that the control is at work with.
+    struct Edit {
+        std::optional<LONG> start; // where it is known
+        Win32Region toPaint;       // what the control wanted to paint; null for nothing
+    };
+
+    // What decides where the text stands in the view, and what of it.
+    struct Sight {
+        std::size_t lines = 0;
+        CHARRANGE selection = {};
+        POINTL text = {}; // where its beginning is, in pixels of the client area
+    };
+
+    LRESULT Key(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT Paste();
+    LRESULT DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam, EditPlace place);
+    LRESULT Paint(WPARAM wParam, LPARAM lParam);
+    void HoldPaintingBack();
+    Sight WhatIsSeen() const;
+    static bool IsInOneLine(const Sight& before, const Sight& now);
+    void Changed();
+    void TakeOver(std::wstring now, std::size_t sameInFront, std::size_t sameBehind);
+    std::wstring ShownText() const;
+    std::wstring ShownText(LONG start, LONG end) const;
+    LONG ShownLength() const;
+    LONG Caret() const;
+
+    BreakList mBreaks;
+    std::wstring mText;        // as the control shows it, every line break a single CR
+    bool mHasPictures = false; // of control characters
+    bool mIsEdited = false;    // by the user, since it was put in
+    Win32ViewFormat mFormat;
+    std::vector<float> mTabStops;
+    bool mFuncBodyAvailable = true;
+    CHARRANGE mHiddenSelection = {}; // while it is not
+    std::optional<Edit> mEdit;
+};
+
+} // namespace tessaly

@@ -1,0 +1,139 @@
+// The calls that know of resolutions are newer than the oldest Windows that the program runs on, so they are looked up.
+#include "platform/desktop/win32/Screen.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cmath>
+#include <type_traits>
+
+namespace tessaly {
+
+namespace {
+
+constexpr float TwipsPerInch = 1440;
+
+// A function of user32, or null.
+template <class Function>
+Function User32(const char* name) {
+    const HMODULE user32 = GetModuleHandleW(L"user32.dll");
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(user32, name)));
+}
+
+int CALLBACK Found(const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM isFound) {
+    *std::bit_cast<bool*>(isFound) = true;
+    return 0;
+}
+
+bool IsInstalled(const wchar_t* name) {
+    LOGFONTW font = {};
+    font.lfCharSet = DEFAULT_CHARSET;
+    lstrcpynW(font.lfFaceName, name, LF_FACESIZE);
+    bool isFound = false;
+    HDC screen = GetDC(nullptr);
+    EnumFontFamiliesExW(screen, &font, Found, reinterpret_cast<LPARAM>(&isFound), 0);
+    ReleaseDC(nullptr, screen);
+    return isFound;
+}
+
+// The name of the font that Windows takes when only the pitch is given.
+std::wstring AnyFixedPitchFont() {
+    LOGFONTW wanted = {};
+    wanted.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
+    wanted.lfCharSet = DEFAULT_CHARSET;
+    const Win32Font font(CreateFontIndirectW(&wanted));
+    HDC screen = GetDC(nullptr);
+    HGDIOBJ before = SelectObject(screen, font.get());
+    std::array<wchar_t, LF_FACESIZE> name = {};
+    GetTextFaceW(screen, static_cast<int>(name.size()), name.data());
+    SelectObject(screen, before);
+    ReleaseDC(nullptr, screen);
+    return name.data();
+}
+
+NONCLIENTMETRICSW WindowMetrics() {
+    NONCLIENTMETRICSW metrics = {};
+    metrics.cbSize = sizeof metrics;
+    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+    return metrics;
+}
+
+// A font of Windows, whose height is for the system's resolution.
+Win32Font MakeFont(LOGFONTW font, int dpi, float times) {
+    const float scale = times * static_cast<float>(dpi) / static_cast<float>(SystemDpi());
+    font.lfHeight = static_cast<LONG>(std::lround(static_cast<float>(font.lfHeight) * scale));
+    return Win32Font(CreateFontIndirectW(&font));
+}
+
+} // namespace
+
+int WindowDpi(HWND window) {
+    using Function = UINT(WINAPI*)(HWND);
+    static const auto function = User32<Function>("GetDpiForWindow");
+    const UINT dpi = function != nullptr ? function(window) : 0;
+    return dpi > 0 ? static_cast<int>(dpi) : SystemDpi();
+}
+
+int SystemDpi() {
+    static const int dpi = [] { // the same as long as the program runs
+        HDC screen = GetDC(nullptr);
+        const int atStart = GetDeviceCaps(screen, LOGPIXELSX);
+        ReleaseDC(nullptr, screen);
+        return std::max(atStart, 1);
+    }();
+    return dpi;
+}
+
+int ToPixels(float twips, int dpi) {
+    // Beyond this, windows have no place; the conversion back of what was clipped is never asked for.
+    constexpr float largest = 1e6F;
+    return static_cast<int>(std::lround(std::clamp(twips * static_cast<float>(dpi) / TwipsPerInch, -largest, largest)));
+}
+
+float ToTwips(int pixels, int dpi) {
+    return static_cast<float>(pixels) * TwipsPerInch / static_cast<float>(dpi);
+}
+
+SIZE FrameSize(SIZE client, DWORD style, DWORD extendedStyle, bool hasMenu, int dpi) {
+    using Function = BOOL(WINAPI*)(RECT*, DWORD, BOOL, DWORD, UINT);
+    static const auto function = User32<Function>("AdjustWindowRectExForDpi");
+    RECT rect = {0, 0, client.cx, client.cy};
+    if (function == nullptr ||
+        function(&rect, style, hasMenu ? TRUE : FALSE, extendedStyle, static_cast<UINT>(dpi)) == 0) {
+        AdjustWindowRectEx(&rect, style, hasMenu ? TRUE : FALSE, extendedStyle);
+    }
+    return {rect.right - rect.left, rect.bottom - rect.top};
+}
+
+Win32Font MakeMessageFont(int dpi, float times) {
+    LOGFONTW font = WindowMetrics().lfMessageFont;
+    if (times > 1) {
+        font.lfWeight = FW_SEMIBOLD;
+    }
+    return MakeFont(font, dpi, times);
+}
+
+Win32Font MakeCaptionFont(int dpi) {
+    return MakeFont(WindowMetrics().lfCaptionFont, dpi, 1);
+}
+
+TEXTMETRICW MeasureFont(HFONT font) {
+    TEXTMETRICW metrics = {};
+    HDC screen = GetDC(nullptr);
+    HGDIOBJ before = SelectObject(screen, font);
+    GetTextMetricsW(screen, &metrics);
+    SelectObject(screen, before);
+    ReleaseDC(nullptr, screen);
+    return metrics;
+}
+
+std::wstring CodeFontName() {
+    for (const wchar_t* const name : {L"Consolas", L"Courier New", L"DejaVu Sans Mono", L"Liberation Mono"}) {
+        if (IsInstalled(name)) {
+            return name;
+        }
+    }
+    return AnyFixedPitchFont();
+}
+
+} // namespace tessaly

@@ -1,0 +1,33 @@
+// The resolution of a window, and what depends on it. Windows of one program can have several at a time.
+#pragma once
+
+#include "platform/desktop/win32/Gdi.h"
+
+#include <string>
+
+namespace tessaly {
+
+// Of the monitor that the window is on, or the system's where Windows has only one.
+int WindowDpi(HWND window);
+
+// The one that Windows was started with, by which controls measure fonts that are given in points.
+int SystemDpi();
+
+int ToPixels(float twips, int dpi); // the nearest
+float ToTwips(int pixels, int dpi);
+
+// The outer size of a window with this client area.
+SIZE FrameSize(SIZE client, DWORD style, DWORD extendedStyle, bool hasMenu, int dpi);
+
+// The font of message boxes, which labels and trees use too. `times` makes it larger.
+Win32Font MakeMessageFont(int dpi, float times = 1);
+
+// The font of a window's caption.
+Win32Font MakeCaptionFont(int dpi);
+
+TEXTMETRICW MeasureFont(HFONT font);
+
+// The name of a fixed-pitch font that is installed.
+std::wstring CodeFontName();
+
+} // namespace tessaly

@@ -1,0 +1,368 @@
+// The text object model is used for the undo list alone: it formats, too, but under some systems each of its calls goes
+// through the whole text.
+#include "platform/desktop/win32/ViewFormat.h"
+
+#include "platform/desktop/win32/Headers.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cwchar>
+#include <utility>
+
+namespace tessaly {
+
+namespace {
+
+// IID_ITextDocument, which the libraries of the compiler do not have.
+constexpr GUID TextDocumentId = {0x8CC497C0, 0xA1DF, 0x11CE, {0x80, 0x98, 0x00, 0xAA, 0x00, 0x47, 0xBE, 0x5D}};
+
+// By CTokenKind: keyword, type, string, comment, number, preprocessor.
+constexpr std::array<COLORREF, 6> OnLight = {RGB(0, 0, 176),  RGB(0, 96, 128), RGB(160, 24, 24),
+                                             RGB(0, 112, 32), RGB(144, 64, 0), RGB(112, 48, 128)};
+constexpr std::array<COLORREF, 6> OnDark = {RGB(110, 170, 255), RGB(80, 200, 200),  RGB(240, 150, 130),
+                                            RGB(130, 200, 120), RGB(230, 190, 110), RGB(200, 150, 230)};
+
+bool IsHighContrast() {
+    HIGHCONTRASTW contrast = {};
+    contrast.cbSize = sizeof contrast;
+    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) != 0 &&
+           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
+}
+
+bool IsDark(COLORREF colour) {
+    return GetRValue(colour) * 3 + GetGValue(colour) * 6 + GetBValue(colour) < 1280;
+}
+
+Win32Com<ITextDocument> TextDocumentOf(HWND control) {
+    IUnknown* ole = nullptr;
+    SendMessageW(control, EM_GETOLEINTERFACE, 0, reinterpret_cast<LPARAM>(&ole));
+    const Win32Com<IUnknown> owner(ole);
+    void* document = nullptr;
+    if (!owner || FAILED(owner->QueryInterface(TextDocumentId, &document))) {
+        return nullptr;
+    }
+    return Win32Com<ITextDocument>(static_cast<ITextDocument*>(document));
+}
+
+// Where the character at `index` stands, in pixels of the client area; far outside where it is out of sight.
+POINTL PlaceOf(HWND control, std::size_t index) {
+    POINTL place = {};
+    SendMessageW(control, EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&place), static_cast<LPARAM>(index));
+    return place;
+}
+
+// As long as it lives, formatting is not recorded for undo, raises no event, is not painted, and may move the
+// selection. What was to be painted before is so afterwards, and nothing else: turning the drawing on again would have
+// all of the control painted, the scroll bars, too.
+class Formatting {
+public:
+    Formatting(HWND control, ITextDocument* document) : mControl(control), mDocument(document) {
+        mEvents = SendMessageW(control, EM_SETEVENTMASK, 0, 0);
+        RedrawWindow(control, nullptr, nullptr, RDW_ERASENOW | RDW_NOCHILDREN); // the frame, where it is due
+        GetUpdateRgn(control, mToPaint.get(), FALSE);
+        SendMessageW(control, WM_SETREDRAW, FALSE, 0);
+        SendMessageW(control, EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&mSelection));
+        SendMessageW(control, EM_GETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&mScroll));
+        mTextPlace = PlaceOf(control, 0);
+        Undo(tomSuspend);
+    }
+    Formatting(const Formatting&) = delete;
+    Formatting& operator=(const Formatting&) = delete;
+    ~Formatting() {
+        Undo(tomResume);
+        SendMessageW(mControl, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&mSelection));
+        ScrollBack();
+        SendMessageW(mControl, WM_SETREDRAW, TRUE, 0);
+        SendMessageW(mControl, EM_SETEVENTMASK, 0, mEvents);
+        RedrawWindow(mControl, nullptr, nullptr, RDW_VALIDATE | RDW_NOERASE | RDW_NOFRAME | RDW_NOCHILDREN);
+        InvalidateRgn(mControl, mToPaint.get(), FALSE);
+    }
+
+private:
+    // To select a line that is not whole in view scrolls there. Of texts that are higher than 65,535 pixels the place
+    // is told scaled down to 16 bits; not everywhere is it taken so, but in pixels.
+    void ScrollBack() const {
+        constexpr LONG inexactness = 8; // of a scaled place, in pixels; less than the height of a line
+        if (HowFarMoved() == 0) {
+            return;
+        }
+        SendMessageW(mControl, EM_SETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&mScroll));
+        if (HowFarMoved() >= inexactness) {
+            RECT area = {};
+            SendMessageW(mControl, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&area));
+            const POINT pixels = {area.left - mTextPlace.x, area.top - mTextPlace.y};
+            SendMessageW(mControl, EM_SETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&pixels));
+        }
+    }
+
+    LONG HowFarMoved() const {
+        const POINTL place = PlaceOf(mControl, 0);
+        return std::max(std::abs(place.x - mTextPlace.x), std::abs(place.y - mTextPlace.y));
+    }
+
+    void Undo(long what) const {
+        long count = 0;
+        if (mDocument != nullptr) {
+            mDocument->Undo(what, &count);
+        }
+    }
+
+    HWND mControl;
+    ITextDocument* mDocument;
+    Win32Region mToPaint{CreateRectRgn(0, 0, 0, 0)};
+    LRESULT mEvents = 0;
+    CHARRANGE mSelection = {};
+    POINT mScroll = {};
+    POINTL mTextPlace = {};
+};
+
+} // namespace
+
+Win32ViewFormat::Win32ViewFormat(HWND control) : mControl(control), mDocument(TextDocumentOf(control)) {
+    mParagraph.cbSize = sizeof mParagraph;
+    mParagraph.dwMask = PFM_TABSTOPS;
+    ReadColours();
+}
+
+// Without the means to keep it out of the undo list there is no colouring.
+void Win32ViewFormat::ReadColours() {
+    mHasColours = mDocument && !IsHighContrast();
+    mColours = IsDark(GetSysColor(COLOR_WINDOW)) ? OnDark : OnLight;
+    mLines.SetNoneFormatted();
+    mLastLine.reset();
+    InvalidateRect(mControl, nullptr, FALSE);
+}
+
+// An empty text still has its end: what is typed there has that one's font, not the default one.
+void Win32ViewFormat::SetFont(const std::wstring& name, LONG height) {
+    CHARFORMAT2W format = {};
+    format.cbSize = sizeof format;
+    format.dwMask = CFM_FACE | CFM_SIZE | CFM_CHARSET;
+    format.yHeight = height;
+    format.bCharSet = DEFAULT_CHARSET;
+    std::wcsncpy(format.szFaceName, name.c_str(), LF_FACESIZE - 1);
+    const Formatting formatting(mControl, mDocument.get());
+    for (const WPARAM of : {WPARAM{SCF_DEFAULT}, WPARAM{SCF_ALL}}) {
+        SendMessageW(mControl, EM_SETCHARFORMAT, of, reinterpret_cast<LPARAM>(&format));
+    }
+    InvalidateRect(mControl, nullptr, TRUE);
+}
+
+void Win32ViewFormat::SetTabStops(const std::vector<LONG>& stops) {
+    mParagraph.cTabCount = static_cast<SHORT>(std::min<std::size_t>(stops.size(), MAX_TAB_STOPS));
+    std::copy_n(stops.begin(), mParagraph.cTabCount, mParagraph.rgxTabs);
+    mLines.SetNoneFormatted();
+    InvalidateRect(mControl, nullptr, FALSE);
+}
+
+void Win32ViewFormat::Reset(Win32CodeLines lines) {
+    mLines = std::move(lines);
+    ForgetFormats();
+}
+
+void Win32ViewFormat::ForgetFormats() {
+    mIsTyping = false;
+    mLines.SetAllFresh();
+    mLastLine.reset();
+    InvalidateRect(mControl, nullptr, FALSE);
+}
+
+void Win32ViewFormat::Edit(std::wstring_view text, std::size_t start, std::size_t end, std::size_t breaksBefore) {
+    mIsTyping = true;
+    const std::size_t linesBefore = mLines.Count();
+    mLines.Edit(text, start, end, breaksBefore);
+    if (mLines.Count() != linesBefore || breaksBefore != 0) { // it may be another one's number now
+        mLastLine.reset();
+    }
+}
+
+std::optional<RECT> Win32ViewFormat::FormatView(std::wstring_view text) {
+    std::size_t first = std::min(FirstInView(), mLines.Count() - 1);
+    std::size_t end = std::min(first + LinesInView(first), mLines.Count());
+    mLines.ScanTo(text, end);
+    while (first < end && mLines.IsFormatted(first)) {
+        ++first;
+    }
+    while (first < end && mLines.IsFormatted(end - 1)) {
+        --end;
+    }
+    if (first == end) {
+        return std::nullopt;
+    }
+    mIsTyping = mIsTyping && end - first > LinesAtOnce;
+    if (mIsTyping) {
+        end = first + LinesAtOnce;
+    }
+    {
+        const Formatting formatting(mControl, mDocument.get());
+        FormatLines(text, first, end);
+    }
+    // Only these: to paint all that is in view takes longer than everything else about a keystroke.
+    const RECT lines = LinesRect(first, end);
+    InvalidateRect(mControl, &lines, FALSE);
+    return mIsTyping ? std::optional<RECT>(LinesRect(end, end + 1)) : std::nullopt;
+}
+
+POINTL Win32ViewFormat::TextPlace() const {
+    return PlaceOf(mControl, 0);
+}
+
+RECT Win32ViewFormat::LineRect(std::size_t place) const {
+    const std::size_t line = mLines.LineAt(place);
+    return LinesRect(line, line + 1);
+}
+
+RECT Win32ViewFormat::LinesRect(std::size_t first, std::size_t end) const {
+    RECT rect = {};
+    GetClientRect(mControl, &rect);
+    rect.top = TopOf(first);
+    if (end < mLines.Count()) {
+        rect.bottom = TopOf(end);
+    }
+    return rect;
+}
+
+LONG Win32ViewFormat::TopOf(std::size_t line) const {
+    return PlaceOf(mControl, mLines.Start(line)).y;
+}
+
+void Win32ViewFormat::FormatLines(std::wstring_view text, std::size_t first, std::size_t end) {
+    std::size_t withStops = first;
+    while (withStops < end && mLines.HasTabStops(withStops)) {
+        ++withStops;
+    }
+    if (withStops < end) {
+        Select(mLines.Start(withStops), mLines.Start(end - 1) + mLines.TextOf(text, end - 1).size());
+        SendMessageW(mControl, EM_SETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&mParagraph));
+    }
+    if (mDocument) {
+        ColourLines(text, first, end);
+    }
+    for (std::size_t line = first; line < end; ++line) {
+        mLines.SetFormatted(line);
+    }
+}
+
+// Each stretch that has not the colour that it should have; or all of it in one go and then what stands out of it,
+// where that takes fewer steps.
+void Win32ViewFormat::ColourLines(std::wstring_view text, std::size_t first, std::size_t end) {
+    Colours wanted;
+    Colours shown;
+    for (std::size_t line = first; line < end; ++line) {
+        const Colours wantedHere = WantedColours(text, line);
+        const Colours shownHere = mLines.IsFormatted(line) ? wantedHere : ShownColours(mLines.TextOf(text, line), line);
+        wanted.insert(wanted.end(), wantedHere.begin(), wantedHere.end());
+        shown.insert(shown.end(), shownHere.begin(), shownHere.end());
+        wanted.push_back(AnyColour); // the line break
+        shown.push_back(AnyColour);
+    }
+    wanted.pop_back();
+    shown.pop_back();
+    const std::size_t start = mLines.Start(first);
+    std::vector<Stretch> stretches = Differences(wanted, shown);
+    std::vector<Stretch> standingOut = Differences(wanted, Colours(wanted.size(), NoColour));
+    if (standingOut.size() + 1 < stretches.size()) {
+        SetColour(start, start + wanted.size(), NoColour);
+        stretches = std::move(standingOut);
+    }
+    for (const Stretch& stretch : stretches) {
+        SetColour(start + stretch.start, start + stretch.end, stretch.colour);
+    }
+    mLastLine = end - 1;
+    mLastText = mLines.TextOf(text, end - 1);
+    mLastColours = WantedColours(text, end - 1);
+}
+
+// As few as possible: one goes on over what has its colour already, or may have any.
+std::vector<Win32ViewFormat::Stretch> Win32ViewFormat::Differences(const Colours& wanted, const Colours& shown) {
+    std::vector<Stretch> stretches;
+    signed char current = Unknown; // what the last stretch can go on with
+    for (std::size_t place = 0; place < wanted.size(); ++place) {
+        const signed char colour = wanted[place];
+        if (colour == AnyColour) {
+            continue;
+        }
+        if (shown[place] == colour) {
+            current = current == colour ? current : Unknown;
+            continue;
+        }
+        if (current != colour) {
+            stretches.push_back({place, place, colour});
+            current = colour;
+        }
+        stretches.back().end = place + 1;
+    }
+    return stretches;
+}
+
+Win32ViewFormat::Colours Win32ViewFormat::WantedColours(std::wstring_view text, std::size_t line) {
+    const std::wstring_view lineText = mLines.TextOf(text, line);
+    Colours colours(lineText.size(), NoColour);
+    if (mHasColours) {
+        mLines.Tokens(text, line, mTokens);
+        for (const CToken& token : mTokens) {
+            std::fill_n(colours.begin() + static_cast<std::ptrdiff_t>(token.start), token.length,
+                        static_cast<signed char>(token.kind));
+        }
+    }
+    for (std::size_t place = 0; place < lineText.size(); ++place) {
+        if (lineText[place] == L' ' || lineText[place] == L'\t') {
+            colours[place] = AnyColour;
+        }
+    }
+    return colours;
+}
+
+// What is in front of an edit and behind it keeps its colours; what a new character has is the control's secret.
+Win32ViewFormat::Colours Win32ViewFormat::ShownColours(std::wstring_view lineText, std::size_t line) const {
+    if (mLastLine != line) {
+        return Colours(lineText.size(), mLines.IsFresh(line) ? NoColour : Unknown);
+    }
+    Colours colours(lineText.size(), Unknown);
+    const std::size_t shorter = std::min(lineText.size(), mLastText.size());
+    std::size_t front = 0;
+    while (front < shorter && lineText[front] == mLastText[front]) {
+        colours[front] = mLastColours[front];
+        ++front;
+    }
+    for (std::size_t back = 1; back <= shorter - front; ++back) {
+        if (lineText[lineText.size() - back] != mLastText[mLastText.size() - back]) {
+            break;
+        }
+        colours[lineText.size() - back] = mLastColours[mLastText.size() - back];
+    }
+    return colours;
+}
+
+void Win32ViewFormat::SetColour(std::size_t start, std::size_t end, signed char colour) const {
+    CHARFORMAT2W format = {};
+    format.cbSize = sizeof format;
+    format.dwMask = CFM_COLOR;
+    format.dwEffects = colour == NoColour ? CFE_AUTOCOLOR : 0;
+    format.crTextColor = colour == NoColour ? 0 : mColours[static_cast<unsigned char>(colour)];
+    Select(start, end);
+    SendMessageW(mControl, EM_SETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
+}
+
+void Win32ViewFormat::Select(std::size_t start, std::size_t end) const {
+    CHARRANGE range = {static_cast<LONG>(start), static_cast<LONG>(end)};
+    SendMessageW(mControl, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
+}
+
+std::size_t Win32ViewFormat::FirstInView() const {
+    return static_cast<std::size_t>(SendMessageW(mControl, EM_GETFIRSTVISIBLELINE, 0, 0));
+}
+
+// Rather a few more than one too few.
+std::size_t Win32ViewFormat::LinesInView(std::size_t first) const {
+    constexpr int smallestHeight = 8; // of a line, in pixels
+    RECT client = {};
+    GetClientRect(mControl, &client);
+    int height = 0;
+    if (first + 1 < mLines.Count()) {
+        height = static_cast<int>(TopOf(first + 1) - TopOf(first));
+    }
+    return static_cast<std::size_t>(client.bottom / std::max(height, smallestHeight)) + 2;
+}
+
+} // namespace tessaly

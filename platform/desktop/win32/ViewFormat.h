@@ -1,0 +1,96 @@
+// The colours of C code, and the tab stops, in a rich edit control. Only lines that come into view are formatted, and
+// of those only the ones that changed, so that it costs the same in a text of any length. Nothing of it can be undone,
+// raises an event or moves what the user sees.
+#pragma once
+
+#include "platform/desktop/win32/CodeLines.h"
+#include "platform/desktop/win32/Gdi.h"
+#include "platform/desktop/win32/Headers.h"
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessaly {
+
+// Line breaks are single CRs in all texts.
+class Win32ViewFormat {
+public:
+    // `control` is a rich edit control that outlives this.
+    explicit Win32ViewFormat(HWND control);
+
+    // The user has chosen other colours.
+    void ReadColours();
+
+    // Formats all text, also what is typed later.
+    void SetFont(const std::wstring& name, LONG height);
+    void SetTabStops(const std::vector<LONG>& stops);
+
+    // The control shows a new text with these lines.
+    void Reset(Win32CodeLines lines);
+
+    // The control shows the text as if it were new.
+    void ForgetFormats();
+
+    // In `text`, which is what the control shows now, the stretch from `start` to `end` took the place of one with
+    // `breaksBefore` line breaks.
+    void Edit(std::wstring_view text, std::size_t start, std::size_t end, std::size_t breaksBefore);
+
+    // Formats the lines in view that are not yet. Must be called before they are painted. After an edit it formats only
+    // a few, so as not to hold up who types. Returns where the next one stands: painting there later formats it.
+    std::optional<RECT> FormatView(std::wstring_view text);
+
+    std::size_t LineCount() const { return mLines.Count(); }
+
+    // Where the text begins, in pixels of the client area; far outside where it is scrolled.
+    POINTL TextPlace() const;
+
+    // Where the line with the character at `place` stands in the control, in pixels of its client area.
+    RECT LineRect(std::size_t place) const;
+
+private:
+    // One for each character: a CTokenKind or one of those below.
+    using Colours = std::vector<signed char>;
+    static constexpr signed char NoColour = -1; // that of the user's windows
+    static constexpr signed char Unknown = -2;
+    static constexpr signed char AnyColour = -3; // of what cannot be seen
+
+    static constexpr std::size_t LinesAtOnce = 3; // after an edit
+
+    struct Stretch {
+        std::size_t start;
+        std::size_t end;
+        signed char colour;
+    };
+
+    void FormatLines(std::wstring_view text, std::size_t first, std::size_t end);
+    void ColourLines(std::wstring_view text, std::size_t first, std::size_t end);
+    static std::vector<Stretch> Differences(const Colours& wanted, const Colours& shown);
+    Colours WantedColours(std::wstring_view text, std::size_t line);
+    Colours ShownColours(std::wstring_view lineText, std::size_t line) const;
+    void SetColour(std::size_t start, std::size_t end, signed char colour) const;
+    RECT LinesRect(std::size_t first, std::size_t end) const;
+    LONG TopOf(std::size_t line) const;
+    void Select(std::size_t start, std::size_t end) const;
+    std::size_t FirstInView() const;
+    std::size_t LinesInView(std::size_t first) const;
+
+    HWND mControl;
+    Win32Com<ITextDocument> mDocument;
+    bool mHasColours = false;
+    std::array<COLORREF, 6> mColours = {}; // by CTokenKind
+    PARAFORMAT2 mParagraph = {};
+    Win32CodeLines mLines{L""};
+    bool mIsTyping = false; // not all is formatted yet since an edit
+    std::vector<CToken> mTokens;
+
+    // The line that was coloured last: most often it is the one that is being typed in, and little of it changes.
+    std::optional<std::size_t> mLastLine;
+    std::wstring mLastText;
+    Colours mLastColours;
+};
+
+} // namespace tessaly

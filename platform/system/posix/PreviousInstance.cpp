@@ -1,0 +1,41 @@
+// flock, not a process number in a file: a number may belong to another process by now.
+#include "platform/system/posix/PreviousInstance.h"
+
+#include "platform/system/UserFolders.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/file.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace tessaly {
+
+std::string InstanceLockPath(const Environment& environment) {
+    const std::string folder = environment("XDG_RUNTIME_DIR").value_or("");
+    return (folder.starts_with('/') ? folder : StateFolder(environment)) + "/tessaly.lock";
+}
+
+InstanceLock::InstanceLock(const std::string& path) {
+    std::error_code ignored; // opening fails then, too
+    std::filesystem::create_directories(std::filesystem::path(path).parent_path(), ignored);
+    constexpr mode_t ownerOnly = 0600;
+    mDescriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, ownerOnly);
+    if (mDescriptor < 0) {
+        return;
+    }
+    int result = 0;
+    do {
+        result = ::flock(mDescriptor, LOCK_EX | LOCK_NB);
+    } while (result != 0 && errno == EINTR);
+    mIsTaken = result != 0 && errno == EWOULDBLOCK;
+}
+
+InstanceLock::~InstanceLock() {
+    if (mDescriptor >= 0) {
+        ::close(mDescriptor);
+    }
+}
+
+} // namespace tessaly

@@ -1,0 +1,31 @@
+// One running copy of a program for each user. The lock goes with the process that holds it, however that ends.
+#pragma once
+
+#include "platform/system/Environment.h"
+#include "platform/system/PreviousInstance.h"
+
+#include <string>
+
+namespace tessaly {
+
+// Where the lock of this user lies: tessaly.lock in $XDG_RUNTIME_DIR, or, where that is not set, in the folder for the
+// user's state, $XDG_STATE_HOME/tessaly, in $HOME/.local/state when that is not set.
+std::string InstanceLockPath(const Environment& environment);
+
+class InstanceLock final : public PreviousInstanceTest {
+public:
+    // Makes the file at `path`, and the folders above it, and locks it unless somebody else has.
+    explicit InstanceLock(const std::string& path);
+    InstanceLock(const InstanceLock&) = delete;
+    InstanceLock& operator=(const InstanceLock&) = delete;
+    ~InstanceLock() override;
+
+    // Whether another one holds the lock. False when no file could be made: then nobody can know.
+    bool PreviousInstance() const override { return mIsTaken; }
+
+private:
+    int mDescriptor = -1;
+    bool mIsTaken = false;
+};
+
+} // namespace tessaly

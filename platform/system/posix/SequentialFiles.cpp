@@ -1,0 +1,119 @@
+// POSIX file descriptors behind the file interface; an interrupted call is made again.
+#include "platform/system/posix/SequentialFiles.h"
+
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+
+namespace tessaly {
+
+namespace {
+
+[[noreturn]] void ThrowSystemError(const char* what) {
+    throw std::system_error(errno, std::generic_category(), what);
+}
+
+int OpenDescriptor(const std::string& path, int flags) {
+    // A NUL would cut the path short and open another file than the one named.
+    if (path.find('\0') != std::string::npos) {
+        throw std::system_error(EINVAL, std::generic_category(), "open");
+    }
+    int descriptor = -1;
+    do {
+        descriptor = ::open(path.c_str(), flags | O_CLOEXEC, 0666);
+    } while (descriptor < 0 && errno == EINTR);
+    if (descriptor < 0) {
+        ThrowSystemError("open");
+    }
+    return descriptor;
+}
+
+class Descriptor {
+public:
+    explicit Descriptor(int number) : mNumber(number) {}
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor() {
+        if (mNumber >= 0) {
+            ::close(mNumber);
+        }
+    }
+
+    int Number() const { return mNumber; }
+
+    // The descriptor is gone whatever close says, so it is never closed twice.
+    void Close() {
+        if (::close(std::exchange(mNumber, -1)) != 0 && errno != EINTR) {
+            ThrowSystemError("close");
+        }
+    }
+
+private:
+    int mNumber;
+};
+
+class PosixInputFile final : public InputFile {
+public:
+    explicit PosixInputFile(int descriptor) : mDescriptor(descriptor) {}
+
+    std::size_t Read(char* buffer, std::size_t size) override {
+        ssize_t count = -1;
+        do {
+            count = ::read(mDescriptor.Number(), buffer, size);
+        } while (count < 0 && errno == EINTR);
+        if (count < 0) {
+            ThrowSystemError("read");
+        }
+        return static_cast<std::size_t>(count);
+    }
+
+    void Close() override { mDescriptor.Close(); }
+
+private:
+    Descriptor mDescriptor;
+};
+
+class PosixOutputFile final : public OutputFile {
+public:
+    explicit PosixOutputFile(int descriptor) : mDescriptor(descriptor) {}
+
+    void Write(std::string_view bytes) override {
+        while (!bytes.empty()) {
+            const ssize_t count = ::write(mDescriptor.Number(), bytes.data(), bytes.size());
+            if (count < 0 && errno != EINTR) {
+                ThrowSystemError("write");
+            }
+            bytes.remove_prefix(count < 0 ? 0 : static_cast<std::size_t>(count));
+        }
+    }
+
+    void Close() override { mDescriptor.Close(); }
+
+private:
+    Descriptor mDescriptor;
+};
+
+} // namespace
+
+std::unique_ptr<InputFile> PosixFiles::OpenForInput(const std::string& path) {
+    return std::make_unique<PosixInputFile>(OpenDescriptor(path, O_RDONLY));
+}
+
+std::unique_ptr<OutputFile> PosixFiles::OpenForOutput(const std::string& path) {
+    return std::make_unique<PosixOutputFile>(OpenDescriptor(path, O_WRONLY | O_CREAT | O_TRUNC));
+}
+
+void ReportFileSizeLimit() {
+    std::signal(SIGXFSZ, SIG_IGN);
+}
+
+bool PosixFiles::FileExists(const std::string& path) const {
+    struct stat found = {};
+    return path.find('\0') == std::string::npos && ::stat(path.c_str(), &found) == 0 && !S_ISDIR(found.st_mode);
+}
+
+} // namespace tessaly

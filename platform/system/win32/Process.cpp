@@ -1,0 +1,167 @@
+// The pipe's end is no sign of the process's end, nor the other way round, and Windows cannot wait for both: the pipe
+// is looked into again and again.
+#include "platform/system/win32/Process.h"
+
+#include "platform/system/win32/Handle.h"
+#include "platform/system/win32/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+namespace tessaly {
+
+namespace {
+
+// How long a silent process is waited for before its pipe is looked into again.
+constexpr DWORD SilenceInMilliseconds = 10;
+
+// What a process that had to be killed leaves as its exit status.
+constexpr UINT KilledStatus = 1;
+
+struct StartedProcess {
+    Win32Handle process;
+    std::error_code error;
+};
+
+StartedProcess Start(const std::string& commandLine, bool inherit, DWORD flags, STARTUPINFOW& startup) {
+    if (commandLine.find('\0') != std::string::npos) {
+        return {{}, {ERROR_INVALID_PARAMETER, std::system_category()}};
+    }
+    std::wstring line = ToWide(commandLine); // CreateProcessW may write there
+    PROCESS_INFORMATION started = {};
+    if (CreateProcessW(nullptr, line.data(), nullptr, nullptr, inherit ? TRUE : FALSE, flags, nullptr, nullptr,
+                       &startup, &started) == 0) {
+        return {{}, LastError()};
+    }
+    CloseHandle(started.hThread);
+    return {Win32Handle(started.hProcess), {}};
+}
+
+// The list of the only handles that a new process inherits. `handles` must outlive it.
+class InheritedHandles {
+public:
+    explicit InheritedHandles(std::vector<HANDLE>& handles) {
+        SIZE_T size = 0;
+        InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
+        mRoom.resize(size);
+        if (InitializeProcThreadAttributeList(Get(), 1, 0, &size) == 0) {
+            ThrowLastError("InitializeProcThreadAttributeList");
+        }
+        if (UpdateProcThreadAttribute(Get(), 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, handles.data(),
+                                      handles.size() * sizeof(HANDLE), nullptr, nullptr) == 0) {
+            const std::error_code error = LastError();
+            DeleteProcThreadAttributeList(Get());
+            throw std::system_error(error, "UpdateProcThreadAttribute");
+        }
+    }
+    InheritedHandles(const InheritedHandles&) = delete;
+    InheritedHandles& operator=(const InheritedHandles&) = delete;
+    ~InheritedHandles() { DeleteProcThreadAttributeList(Get()); }
+
+    LPPROC_THREAD_ATTRIBUTE_LIST Get() { return reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(mRoom.data()); }
+
+private:
+    std::vector<std::byte> mRoom;
+};
+
+// Starts a process with both outputs in `output` and nothing to read.
+StartedProcess StartWithOutput(const std::string& commandLine, HANDLE output) {
+    SECURITY_ATTRIBUTES inheritable = {sizeof inheritable, nullptr, TRUE};
+    const Win32Handle nothing(CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, &inheritable,
+                                          OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!nothing) {
+        return {{}, LastError()};
+    }
+    std::vector<HANDLE> handles = {nothing.Get(), output};
+    InheritedHandles inherited(handles);
+    STARTUPINFOEXW startup = {};
+    startup.StartupInfo.cb = sizeof startup;
+    startup.StartupInfo.dwFlags = STARTF_USESTDHANDLES;
+    startup.StartupInfo.hStdInput = nothing.Get();
+    startup.StartupInfo.hStdOutput = output;
+    startup.StartupInfo.hStdError = output;
+    startup.lpAttributeList = inherited.Get();
+    // Without a console of our own the process would open one for all to see.
+    const DWORD window = GetConsoleWindow() == nullptr ? CREATE_NO_WINDOW : 0;
+    return Start(commandLine, true, EXTENDED_STARTUPINFO_PRESENT | window, startup.StartupInfo);
+}
+
+// Passes on what is in the pipe now, and returns whether there was anything. More may come without end, from a process
+// that was left behind.
+bool PassOn(HANDLE pipe, const std::function<void(std::string_view)>& onOutput) {
+    DWORD available = 0;
+    if (PeekNamedPipe(pipe, nullptr, 0, nullptr, &available, nullptr) == 0) {
+        if (GetLastError() == ERROR_BROKEN_PIPE) { // nobody can write there any more
+            return false;
+        }
+        ThrowLastError("PeekNamedPipe");
+    }
+    std::array<char, 16384> buffer;
+    DWORD left = available;
+    while (left > 0) {
+        DWORD count = 0;
+        const DWORD wanted = std::min(left, static_cast<DWORD>(buffer.size()));
+        if (ReadFile(pipe, buffer.data(), wanted, &count, nullptr) == 0) {
+            ThrowLastError("ReadFile");
+        }
+        onOutput({buffer.data(), count});
+        left -= std::min(left, count);
+    }
+    return available > 0;
+}
+
+int Follow(HANDLE process, HANDLE pipe, const std::function<void(std::string_view)>& onOutput) {
+    bool ended = false;
+    while (!ended) {
+        const DWORD patience = PassOn(pipe, onOutput) ? 0 : SilenceInMilliseconds;
+        const DWORD answer = WaitForSingleObject(process, patience);
+        if (answer == WAIT_FAILED) {
+            ThrowLastError("WaitForSingleObject");
+        }
+        ended = answer == WAIT_OBJECT_0;
+    }
+    PassOn(pipe, onOutput);
+    DWORD status = 0;
+    if (GetExitCodeProcess(process, &status) == 0) {
+        ThrowLastError("GetExitCodeProcess");
+    }
+    return static_cast<int>(status);
+}
+
+} // namespace
+
+void StartProcess(const std::string& commandLine, std::int32_t windowStyle) {
+    STARTUPINFOW startup = {};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESHOWWINDOW;
+    startup.wShowWindow = static_cast<WORD>(windowStyle);
+    if (const StartedProcess started = Start(commandLine, false, 0, startup); started.error) {
+        throw std::system_error(started.error, "CreateProcessW");
+    }
+}
+
+ProcessResult RunProcess(const std::string& commandLine, const std::function<void(std::string_view)>& onOutput) {
+    SECURITY_ATTRIBUTES inheritable = {sizeof inheritable, nullptr, TRUE};
+    HANDLE ends[2] = {nullptr, nullptr};
+    if (CreatePipe(&ends[0], &ends[1], &inheritable, 0) == 0) {
+        return {LastError(), 0};
+    }
+    const Win32Handle readEnd(ends[0]);
+    Win32Handle writeEnd(ends[1]);
+    const StartedProcess started = StartWithOutput(commandLine, writeEnd.Get());
+    if (started.error) {
+        return {started.error, 0};
+    }
+    writeEnd.Close();
+    try {
+        return {{}, Follow(started.process.Get(), readEnd.Get(), onOutput)};
+    } catch (...) { // passed on: only the process must not stay behind
+        TerminateProcess(started.process.Get(), KilledStatus);
+        throw;
+    }
+}
+
+} // namespace tessaly

@@ -1,0 +1,42 @@
+// The console belongs to whoever started this program, so it gets its own code page back.
+#include "platform/system/win32/Streams.h"
+
+#include "platform/system/win32/Handle.h"
+#include "platform/system/win32/Text.h"
+
+#include <cstdio>
+#include <fcntl.h>
+#include <io.h>
+#include <shellapi.h>
+
+namespace tessaly {
+
+Win32Streams::Win32Streams() : mConsoleCodePage(GetConsoleOutputCP()) {
+    for (std::FILE* stream : {stdin, stdout, stderr}) {
+        _setmode(_fileno(stream), _O_BINARY);
+    }
+    SetConsoleOutputCP(CP_UTF8);
+}
+
+Win32Streams::~Win32Streams() {
+    if (mConsoleCodePage != 0) {
+        std::fflush(stdout);
+        SetConsoleOutputCP(mConsoleCodePage);
+    }
+}
+
+std::vector<std::string> Win32Arguments() {
+    int count = 0;
+    wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
+    if (wide == nullptr) {
+        ThrowLastError("CommandLineToArgvW");
+    }
+    std::vector<std::string> arguments;
+    for (int i = 0; i < count; ++i) {
+        arguments.push_back(ToUtf8(wide[i]));
+    }
+    LocalFree(wide);
+    return arguments;
+}
+
+} // namespace tessaly

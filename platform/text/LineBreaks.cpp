@@ -1,0 +1,81 @@
+// One kind of break is remembered for each LF shown; an edit replaces those of the stretch that differs.
+#include "platform/text/LineBreaks.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tessaly {
+
+namespace {
+
+std::size_t CountBreaks(std::string_view text) {
+    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+}
+
+} // namespace
+
+std::string BreakList::Set(std::string_view text) {
+    std::string shown;
+    mBreaks.clear();
+    shown.reserve(text.size());
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = std::min(text.find_first_of("\r\n", start), text.size());
+        shown.append(text.substr(start, end - start));
+        start = end;
+        if (end < text.size()) {
+            const bool crLf = text.substr(end, 2) == "\r\n";
+            mBreaks.push_back(crLf ? Break::CrLf : text[end] == '\n' ? Break::Lf : Break::Cr);
+            shown += '\n';
+            start += crLf ? 2 : 1;
+        }
+    }
+    return shown;
+}
+
+void BreakList::Replace(std::size_t first, std::size_t removed, std::size_t added) {
+    first = std::min(first, mBreaks.size());
+    removed = std::min(removed, mBreaks.size() - first);
+    const auto place = mBreaks.begin() + static_cast<std::ptrdiff_t>(first);
+    mBreaks.insert(mBreaks.erase(place, place + static_cast<std::ptrdiff_t>(removed)), added, Break::CrLf);
+}
+
+std::string BreakList::Apply(std::string_view shown) const {
+    constexpr std::string_view breaks[] = {"\r\n", "\n", "\r"};
+    std::string text;
+    text.reserve(shown.size() + mBreaks.size());
+    std::size_t start = 0;
+    for (const Break kind : mBreaks) {
+        const std::size_t end = std::min(shown.find('\n', start), shown.size());
+        text.append(shown, start, end - start);
+        // A lone LF right behind a lone CR, where an edit has brought them together, would make one break of two.
+        const bool joins = kind == Break::Lf && text.ends_with('\r');
+        text.append(breaks[static_cast<std::size_t>(joins ? Break::CrLf : kind)]);
+        start = std::min(end + 1, shown.size());
+    }
+    return text.append(shown, start);
+}
+
+void LineBreaks::Set(std::string_view text) {
+    BreakList breaks;
+    mShown = breaks.Set(text);
+    mBreaks = std::move(breaks);
+}
+
+void LineBreaks::Edit(std::string_view shown) {
+    const std::string_view before = mShown;
+    const std::size_t shorter = std::min(before.size(), shown.size());
+    const auto front = static_cast<std::size_t>(
+        std::mismatch(before.begin(), before.begin() + static_cast<std::ptrdiff_t>(shorter), shown.begin()).first -
+        before.begin());
+    std::size_t back = 0;
+    while (back < shorter - front && before[before.size() - 1 - back] == shown[shown.size() - 1 - back]) {
+        ++back;
+    }
+    const std::size_t kept = CountBreaks(before.substr(0, front));
+    const std::size_t removed = CountBreaks(before.substr(front, before.size() - front - back));
+    const std::size_t added = CountBreaks(shown.substr(front, shown.size() - front - back));
+    mBreaks.Replace(kept, removed, added);
+    mShown = shown;
+}
+
+} // namespace tessaly

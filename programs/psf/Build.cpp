@@ -1,0 +1,59 @@
+// The steps of the window's Build command, in its order.
+#include "programs/psf/Build.h"
+
+#include "app/Catalogue.h"
+#include "app/CompilerCommand.h"
+#include "app/ReadRegValue.h"
+#include "app/Settings.h"
+#include "programs/psf/DiagnosticMap.h"
+#include "programs/psf/Printable.h"
+
+namespace tessaly::psf {
+
+namespace {
+
+struct CompilerSettings {
+    std::string batchFile; // FCompBat
+    std::string cFile;     // FCompFileName
+};
+
+CompilerSettings ReadCompilerSettings(SequentialFiles& files) {
+    const std::unique_ptr<Registry> registry = OpenSettings(files, PrintError);
+    return {ReadRegValue(*registry, Registry::LocalMachine, SettingsKey, CompBatSetting),
+            ReadRegValue(*registry, Registry::LocalMachine, SettingsKey, CompFileNameSetting)};
+}
+
+} // namespace
+
+int Build(Session& session, const std::string& file) {
+    VornSrcObj document = session.NewDocument();
+    if (const Status status = Load(document, file); status != Status::Done) {
+        return ExitStatus(status);
+    }
+    const CompilerSettings settings = ReadCompilerSettings(*session.files);
+    if (settings.batchFile.empty() || settings.cFile.empty()) {
+        PrintError(std::string(Row(Text::CompilerMissing).english) +
+                   " (the settings FCompBat and FCompFileName must both be set)");
+        return CompilerMissing;
+    }
+    const std::string commandLine = CompilerCommandLine(settings.batchFile, file);
+    if (!CarriesArgument(commandLine, OutputName(file))) {
+        PrintError(file + ": the command line of the compiler cannot carry a path with " +
+                   std::string(UncarriedCharacters()));
+        return WrongUsage;
+    }
+    if (const Status status = document.BuildCCodeFile(settings.cFile); status != Status::Done) {
+        PrintError(settings.cFile + ": the C file cannot be generated");
+        return ExitStatus(status);
+    }
+    std::string output;
+    const CompilerResult result = RunCompiler(commandLine, output);
+    Print(PrintableLines(DiagnosticMap(document, file, settings.cFile).Rewrite(output)));
+    if (result.startError) {
+        PrintError(settings.batchFile + ": the compiler cannot be started: " + Reason(result.startError));
+        return CompilerMissing;
+    }
+    return result.exitStatus;
+}
+
+} // namespace tessaly::psf

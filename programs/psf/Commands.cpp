@@ -1,0 +1,207 @@
+// One function a command. A file is written only when everything before went well.
+#include "programs/psf/Commands.h"
+
+#include "app/Catalogue.h"
+#include "document/EncodedOutput.h"
+#include "document/NewFunction.h"
+#include "platform/text/Utf8.h"
+#include "programs/psf/Members.h"
+#include "programs/psf/Printable.h"
+
+#include <cstdio>
+#include <nlohmann/json.hpp>
+
+namespace tessaly::psf {
+
+namespace {
+
+std::string ReadStandardInput() {
+    std::string text;
+    char piece[65536];
+    std::size_t count = 0;
+    while ((count = std::fread(piece, 1, sizeof piece, stdin)) > 0) {
+        text.append(piece, count);
+    }
+    return text;
+}
+
+int UnknownMember(const std::string& file, const std::string& member) {
+    PrintError(file + ": there is no member \"" + member + "\"");
+    return ExitStatus(Status::NotFound);
+}
+
+// Takes a generation that is made only to see whether it succeeds.
+class Discard final : public CCodeSink {
+public:
+    void Write(std::string_view, CCodeOrigin) override {}
+};
+
+class StandardOutput final : public OutputFile {
+public:
+    void Write(std::string_view bytes) override { Print(bytes); }
+    void Close() override {}
+};
+
+} // namespace
+
+int New(Session& session, const std::string& file, bool force) {
+    const VornSrcObj document = session.NewDocument();
+    if (force) {
+        return ExitStatus(Save(document, file));
+    }
+    const std::error_code error =
+        Replace(file, Existing::Keep, [&](const std::string& path) { return document.SaveFile(path) == Status::Done; });
+    if (error == std::errc::file_exists) {
+        return WrongUsage;
+    }
+    return error ? ExitStatus(Status::UnexpectedError) : Success;
+}
+
+int ShowList(Session& session, const std::string& file) {
+    VornSrcObj document = session.NewDocument();
+    const Status status = Load(document, file);
+    if (status == Status::Done) {
+        for (const CCodeOrigin& member : AllMembers(document)) {
+            Print(Printable(MemberName(document, member)) + "\n");
+        }
+    }
+    return ExitStatus(status);
+}
+
+int ShowMember(Session& session, const std::string& file, const std::string& member) {
+    VornSrcObj document = session.NewDocument();
+    if (const Status status = Load(document, file); status != Status::Done) {
+        return ExitStatus(status);
+    }
+    const auto found = FindMember(document, member);
+    if (!found) {
+        return UnknownMember(file, member);
+    }
+    Print(MemberText(document, *found));
+    return Success;
+}
+
+int ShowJson(Session& session, const std::string& file) {
+    VornSrcObj document = session.NewDocument();
+    const Status status = Load(document, file);
+    nlohmann::ordered_json functions = nlohmann::ordered_json::array();
+    for (std::int32_t i = 0; i < document.GetFunctionCount(); ++i) {
+        functions.push_back({{"name", document.Functions().NameAt(i)},
+                             {"prototype", document.Functions().PrototypeAt(i)},
+                             {"code", document.Functions().CodeAt(i)}});
+    }
+    nlohmann::ordered_json events = nlohmann::ordered_json::object();
+    for (std::int32_t i = 0; i < EventCount; ++i) {
+        events[std::string(EventTable[static_cast<std::size_t>(i)].name)] = document.EventCodeAt(i);
+    }
+    // Not left to the first key: without memory for it the library would be left with half an object, and end the
+    // program.
+    nlohmann::ordered_json json = nlohmann::ordered_json::object();
+    json["status"] = static_cast<std::int32_t>(status);
+    json["references"] = document.VarCode();
+    json["functions"] = std::move(functions);
+    json["events"] = std::move(events);
+    Print(json.dump() + "\n");
+    return ExitStatus(status);
+}
+
+int Set(Session& session, const std::string& file, const std::string& member) {
+    VornSrcObj document = session.NewDocument();
+    if (const Status status = Load(document, file); status != Status::Done) {
+        return ExitStatus(status);
+    }
+    const auto found = FindMember(document, member);
+    if (!found) {
+        return UnknownMember(file, member);
+    }
+    const std::string text = ReadStandardInput();
+    if (std::ferror(stdin) != 0) {
+        PrintError("standard input cannot be read");
+        return WrongUsage;
+    }
+    if (!IsUtf8(text)) {
+        PrintError("standard input is not UTF-8");
+        return WrongUsage;
+    }
+    if (const Status status = UpdateMember(document, *found, text); status != Status::Done) {
+        PrintError(file + ": the text of \"" + member + "\" cannot be replaced");
+        return ExitStatus(status);
+    }
+    return ExitStatus(Save(document, file));
+}
+
+int Add(Session& session, const std::string& file, const std::string& name) {
+    switch (name.empty() ? NameCheck::BadCharacter : CheckFunctionName(name)) {
+    case NameCheck::BeginsWithDigit:
+        PrintError("\"" + name + "\": " + std::string(Row(Text::NameBeginsWithDigit).english));
+        return WrongUsage;
+    case NameCheck::BadCharacter:
+        PrintError("\"" + name + "\": " + std::string(Row(Text::NameHasBadCharacter).english));
+        return WrongUsage;
+    case NameCheck::Accepted:
+        break;
+    }
+    VornSrcObj document = session.NewDocument();
+    if (const Status status = Load(document, file); status != Status::Done) {
+        return ExitStatus(status);
+    }
+    const Status status = document.AddFunction(name, "", NewFunctionText(name));
+    if (status == Status::NameCollision) {
+        PrintError(file + ": \"" + name + "\" collides with the function \"" +
+                   std::string(document.Functions().FindCollision(name).value_or("")) +
+                   "\", whose name begins with it");
+        return ExitStatus(status);
+    }
+    if (status != Status::Done) {
+        PrintError(file + ": \"" + name + "\" cannot be added");
+        return ExitStatus(status);
+    }
+    return ExitStatus(Save(document, file));
+}
+
+int Delete(Session& session, const std::string& file, const std::string& name) {
+    VornSrcObj document = session.NewDocument();
+    if (const Status status = Load(document, file); status != Status::Done) {
+        return ExitStatus(status);
+    }
+    const bool empty = document.GetFunctionCount() == 0;
+    if (const Status status = document.DeleteFunction(name); status != Status::Done) {
+        PrintError(file + (empty || status == Status::NotFound ? ": there is no function \"" : ": cannot delete \"") +
+                   name + "\"");
+        return ExitStatus(status);
+    }
+    return ExitStatus(Save(document, file));
+}
+
+int Resave(Session& session, const std::string& input, const std::string& output) {
+    VornSrcObj document = session.NewDocument();
+    if (const Status status = Load(document, input); status != Status::Done) {
+        return ExitStatus(status);
+    }
+    return ExitStatus(Save(document, output));
+}
+
+int Generate(Session& session, const std::string& file, const std::optional<std::string>& output) {
+    VornSrcObj document = session.NewDocument();
+    if (const Status status = Load(document, file); status != Status::Done) {
+        return ExitStatus(status);
+    }
+    Discard discard;
+    if (const Status status = document.BuildCCode(discard); status != Status::Done) {
+        PrintError(file + ": C code cannot be generated: the code of a function begins with \"{\"");
+        return ExitStatus(status);
+    }
+    if (!output) {
+        EncodedOutput encoded(std::make_unique<StandardOutput>(), *session.codePage);
+        CCodeFileSink sink(encoded);
+        document.BuildCCode(sink);
+        encoded.Close();
+        return Success;
+    }
+    const std::error_code error = Replace(*output, Existing::Replace, [&](const std::string& path) {
+        return document.BuildCCodeFile(path) == Status::Done;
+    });
+    return error ? ExitStatus(Status::GenerationFailed) : Success;
+}
+
+} // namespace tessaly::psf

@@ -1,0 +1,80 @@
+// Members by name.
+#include "programs/psf/Members.h"
+
+#include <stdexcept>
+
+namespace tessaly::psf {
+
+namespace {
+
+using Kind = CCodeOrigin::Kind;
+
+constexpr std::string_view References = "references";
+constexpr std::string_view FunctionPrefix = "functions/";
+constexpr std::string_view EventPrefix = "events/";
+
+} // namespace
+
+std::optional<CCodeOrigin> FindMember(const VornSrcObj& document, std::string_view name) {
+    for (const CCodeOrigin& member : AllMembers(document)) {
+        if (MemberName(document, member) == name) {
+            return member;
+        }
+    }
+    return std::nullopt;
+}
+
+std::string MemberName(const VornSrcObj& document, CCodeOrigin member) {
+    switch (member.kind) {
+    case Kind::References:
+        return std::string(References);
+    case Kind::Function:
+        return std::string(FunctionPrefix).append(document.Functions().NameAt(member.index));
+    case Kind::Event:
+        return std::string(EventPrefix).append(EventTable.at(static_cast<std::size_t>(member.index)).name);
+    case Kind::Frame:
+        break;
+    }
+    throw std::invalid_argument("the frame is no member");
+}
+
+std::string_view MemberText(const VornSrcObj& document, CCodeOrigin member) {
+    switch (member.kind) {
+    case Kind::References:
+        return document.VarCode();
+    case Kind::Function:
+        return document.Functions().CodeAt(member.index);
+    case Kind::Event:
+        return document.EventCodeAt(member.index);
+    case Kind::Frame:
+        break;
+    }
+    throw std::invalid_argument("the frame is no member");
+}
+
+Status UpdateMember(VornSrcObj& document, CCodeOrigin member, std::string_view text) {
+    switch (member.kind) {
+    case Kind::References:
+        return document.UpdateVarCode(text);
+    case Kind::Function:
+        return document.UpdateFunction(document.Functions().NameAt(member.index), "", text);
+    case Kind::Event:
+        return document.UpdateEventCodeByIndex(member.index, text);
+    case Kind::Frame:
+        break;
+    }
+    throw std::invalid_argument("the frame is no member");
+}
+
+std::vector<CCodeOrigin> AllMembers(const VornSrcObj& document) {
+    std::vector<CCodeOrigin> members = {{Kind::References, 0}};
+    for (std::int32_t i = 0; i < document.GetFunctionCount(); ++i) {
+        members.push_back({Kind::Function, i});
+    }
+    for (std::int32_t i = 0; i < EventCount; ++i) {
+        members.push_back({Kind::Event, i});
+    }
+    return members;
+}
+
+} // namespace tessaly::psf

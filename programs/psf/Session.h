@@ -1,0 +1,57 @@
+// What every command of psf needs: the files, the code page, and the one way to complain.
+#pragma once
+
+#include "document/VornSrcObj.h"
+#include "platform/system/AtomicFile.h"
+#include "programs/psf/Host.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+namespace tessaly::psf {
+
+// Exit statuses beside the document's own status codes.
+inline constexpr int Success = 0;
+inline constexpr int WarningsFound = 1;
+inline constexpr int WrongUsage = 64;       // also a bad name, and standard input that is not UTF-8
+inline constexpr int OutputFailed = 74;     // standard output cannot be written
+inline constexpr int CompilerMissing = 127; // as a shell has it for a command that it cannot find
+
+struct Session {
+    std::unique_ptr<SequentialFiles> files = MakeFiles();
+    std::unique_ptr<CodePage> codePage;
+
+    VornSrcObj NewDocument() { return VornSrcObj(*files, *codePage); }
+};
+
+// A status code as exit status: what does not fit into 8 bits is cut, so 65535 shows as 255.
+int ExitStatus(Status status);
+
+inline constexpr std::string_view OutOfMemory = "out of memory";
+
+// Prints "psf: " and `message` on standard error, as one line. Needs no memory, so it can tell that there is none left.
+void PrintError(std::string_view message);
+
+// Writes `bytes` to standard output as they are.
+void Print(std::string_view bytes);
+
+// Why a document was not loaded from a file that can be read.
+std::string_view LoadProblem(const VornSrcObj& document);
+
+// Loads `file`; on failure says so, and why as far as that can be told.
+Status Load(VornSrcObj& document, const std::string& file);
+
+// What an error is called: in English and the same on every system, where it is a common one.
+std::string Reason(std::error_code error);
+
+// ReplaceWhole, with its result; says so when it fails.
+std::error_code Replace(const std::string& file, Existing existing,
+                        const std::function<bool(const std::string&)>& write);
+
+// Saves `document` as `file`, which is replaced as a whole or not at all; says so when it fails.
+Status Save(const VornSrcObj& document, const std::string& file);
+
+} // namespace tessaly::psf

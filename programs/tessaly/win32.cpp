@@ -1,0 +1,33 @@
+// The program on Windows. A second copy ends here without a word.
+#include "app/Module1.h"
+#include "platform/desktop/win32/Desktop.h"
+#include "platform/system/win32/Library.h"
+#include "platform/system/win32/PreviousInstance.h"
+#include "ui/VornMainFrm.h"
+
+#include <exception>
+#include <optional>
+#include <windows.h>
+
+namespace {
+
+// Returns the exit code of the program.
+int Run() {
+    const tessaly::Win32PreviousInstance previous("Tessaly");
+    std::optional<tessaly::Win32Desktop> desktop;
+    std::optional<tessaly::VornMainFrm> window;
+    tessaly::StartUp(previous, [&] { window.emplace(desktop.emplace()).Show(); });
+    return window ? desktop->Run() : 0;
+}
+
+} // namespace
+
+int WINAPI wWinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, PWSTR /*commandLine*/, int /*show*/) {
+    tessaly::KeepToSystemLibraries();
+    try {
+        return Run();
+    } catch (const std::exception& error) {
+        MessageBoxA(nullptr, error.what(), "Tessaly", MB_ICONSTOP);
+        return 1;
+    }
+}

@@ -1,0 +1,60 @@
+// File dialogs that a test has answered beforehand.
+#include "tests/desktop/FileDialog.h"
+
+#include "tests/desktop/TestFailure.h"
+
+#include <algorithm>
+#include <sstream>
+#include <utility>
+
+namespace tessaly {
+
+namespace {
+
+constexpr std::int32_t HideReadOnlyBox = 4;
+
+} // namespace
+
+std::string MemoryFileDialog::ShowOpen(const FileDialogSettings& settings) {
+    return Show(Kind::Open, settings);
+}
+
+std::string MemoryFileDialog::ShowSave(const FileDialogSettings& settings) {
+    return Show(Kind::Save, settings);
+}
+
+// What the user sees of a dialog.
+MemoryFileDialog::Record MemoryFileDialog::MakeRecord(Kind kind, const FileDialogSettings& settings) {
+    Record record;
+    record.kind = kind;
+    record.settings = settings;
+    record.hasReadOnlyBox = (settings.flags & HideReadOnlyBox) == 0;
+    std::istringstream filter(settings.filter);
+    std::vector<std::string> patterns;
+    for (std::string description, pattern; std::getline(filter, description, '|');) {
+        std::getline(filter, pattern, '|');
+        record.filters.push_back(description);
+        patterns.push_back(pattern);
+    }
+    if (!patterns.empty() && settings.filterIndex >= 1) {
+        record.pattern = patterns[std::min(static_cast<std::size_t>(settings.filterIndex), patterns.size()) - 1];
+    }
+    return record;
+}
+
+std::string MemoryFileDialog::Show(Kind kind, const FileDialogSettings& settings) {
+    mFaults.Count();
+    const MemoryBlock block(mFocus);
+    records.push_back(MakeRecord(kind, settings));
+    if (mAnswers.empty()) {
+        throw UnexpectedDialog("a file dialog without a prepared answer, filter " + settings.filter);
+    }
+    const std::optional<std::string> answer = std::move(mAnswers.front());
+    mAnswers.pop_front();
+    if (!answer && settings.cancelIsError) {
+        throw DialogCancelled();
+    }
+    return answer.value_or("");
+}
+
+} // namespace tessaly

@@ -1,0 +1,48 @@
+// All targets are MemoryFocusTargets: nobody else reports any here.
+#include "tests/desktop/Focus.h"
+
+#include "tests/desktop/TestFailure.h"
+
+#include <algorithm>
+#include <string>
+
+namespace tessaly {
+
+void MemoryFocus::MoveToNextStop() {
+    const auto owner = std::find(mOrder.begin(), mOrder.end(), Owner());
+    std::vector<MemoryFocusTarget*> behind(owner, mOrder.end());
+    behind.insert(behind.end(), mOrder.begin(), owner);
+    const auto next = std::find_if(behind.begin(), behind.end(), [this](const MemoryFocusTarget* target) {
+        return target != Owner() && target->IsTabStop() && target->CanHaveFocus();
+    });
+    if (next != behind.end()) {
+        events.MovedTo(**next);
+    }
+}
+
+void MemoryFocus::MoveToFirst() {
+    const auto first = std::find_if(mOrder.begin(), mOrder.end(),
+                                    [](const MemoryFocusTarget* target) { return target->CanHaveFocus(); });
+    if (first != mOrder.end()) {
+        events.MovedTo(**first);
+    }
+}
+
+void MemoryFocus::Block() {
+    ++mBlocks;
+    events.Taken();
+}
+
+void MemoryFocus::Unblock() {
+    if (--mBlocks == 0 && Owner() != nullptr) {
+        events.MovedTo(*Owner());
+    }
+}
+
+void MemoryFocus::CheckReachable(std::string_view action) const {
+    if (IsBlocked()) {
+        throw ImpossibleAction(std::string(action) + " behind a modal window");
+    }
+}
+
+} // namespace tessaly

@@ -1,0 +1,55 @@
+// Message boxes that a test has answered beforehand.
+#pragma once
+
+#include "platform/desktop/MsgBox.h"
+#include "tests/desktop/Faults.h"
+#include "tests/desktop/Focus.h"
+
+#include <cstddef>
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tessaly {
+
+class MemoryMsgBox final : public MsgBox {
+public:
+    // A box that was shown.
+    struct Record {
+        std::string text;
+        std::string caption;
+        MsgButtons buttons = MsgButtons::Ok;
+        MsgIcon icon = MsgIcon::None;
+
+        bool operator==(const Record&) const = default;
+    };
+
+    MemoryMsgBox(MemoryFaults& faults, MemoryFocus& focus) : mFaults(faults), mFocus(focus) {}
+
+    // Throws UnexpectedDialog when no answer is left, ImpossibleAction when the box has not the button.
+    MsgResult Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) override;
+
+    // What the user does with the next box for which nothing was prepared yet. An attempt to close a Yes/No box comes
+    // to nothing, and the box takes the next answer, too.
+    void WillPress(MsgResult button) { mAnswers.emplace_back(button); }
+    void WillClose() { mAnswers.emplace_back(std::nullopt); }
+
+    // What the user does with a box for which nothing was prepared, where this is set.
+    std::function<MsgResult(const Record&)> decide;
+
+    // How many prepared answers were not used.
+    std::size_t AnswersLeft() const { return mAnswers.size(); }
+
+    bool isSilent = false; // there is nobody to ask: no box is shown
+
+    std::vector<Record> records;
+
+private:
+    MemoryFaults& mFaults;
+    MemoryFocus& mFocus;                           // of the window behind it
+    std::deque<std::optional<MsgResult>> mAnswers; // nothing = closed
+};
+
+} // namespace tessaly

@@ -1,0 +1,71 @@
+// The editing pane in memory, and what a user can do with it. Positions are bytes of the text that is shown, in which
+// every line break is one LF.
+#pragma once
+
+#include "platform/desktop/RichTextBox.h"
+#include "platform/text/LineBreaks.h"
+#include "tests/desktop/Control.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessaly {
+
+class MemoryRichTextBox final : public MemoryControl<RichTextBox> {
+public:
+    MemoryRichTextBox(MemoryFaults& faults, MemoryFocus& focus) : MemoryControl(faults, focus, MemoryKeyboard::Used) {}
+
+    std::string Text() const override;
+    void SetText(std::string_view text) override;
+    bool FuncBodyAvailable() const override;
+    void SetFuncBodyAvailable(bool available) override;
+    float CharacterWidth() const override;
+    void SetTabStops(const std::vector<float>& stops) override;
+
+    // The user clicks into the pane, which moves the focus there and the caret nowhere. False, and nothing happens,
+    // when it is unavailable.
+    bool Click();
+
+    // The user works at the keyboard, at the caret or in place of what is selected. False, and nothing happens, when
+    // the pane has not the focus or is unavailable. Each character raises onChange; a line break is a press of Enter.
+    bool Type(std::string_view text);
+    bool PressEnter();
+    bool Backspace(); // also false when there is nothing before the caret
+    bool Paste(std::string_view text);
+    bool Undo(); // also false when there is nothing to undo
+
+    // Puts the caret before the byte at `position`; nothing is selected then. Throws ImpossibleAction for a position
+    // behind the end or within a character.
+    void SetCaret(std::size_t position);
+    void SelectAll();
+
+    std::size_t Caret() const { return mCaret; }
+    const std::string& Shown() const { return mLines.Shown(); }
+    const std::vector<float>& TabStops() const { return mTabStops; }
+
+    bool CanHaveFocus() const override { return mFuncBodyAvailable; }
+    void LoseFocus() override;
+    void GainFocus() override;
+    bool TakeKey(int keyCode, int shift) override;
+
+private:
+    struct State {
+        std::string shown;
+        std::size_t caret = 0;
+    };
+
+    bool TakesInput() const;
+    void Replace(std::size_t start, std::size_t end, std::string_view text);
+    void ReplaceSelection(std::string_view text);
+
+    LineBreaks mLines;
+    std::size_t mCaret = 0;
+    std::size_t mAnchor = 0; // the other end of what is selected
+    std::vector<State> mUndo;
+    bool mFuncBodyAvailable = true;
+    std::vector<float> mTabStops;
+};
+
+} // namespace tessaly

@@ -1,0 +1,84 @@
+// The main window in memory, and what a user can do with it.
+#pragma once
+
+#include "platform/desktop/Window.h"
+#include "tests/desktop/Application.h"
+#include "tests/desktop/Faults.h"
+#include "tests/desktop/Focus.h"
+#include "tests/desktop/SequentialFiles.h"
+
+#include <string>
+#include <string_view>
+
+namespace tessaly {
+
+class MemoryWindow final : public Window {
+public:
+    // Icons are taken from `files`; a file whose content is empty is no picture.
+    MemoryWindow(MemoryFaults& faults, MemoryFocus& focus, MemoryApplication& application, const MemoryFiles& files)
+        : mFaults(faults),
+          mFocus(focus),
+          mApplication(application),
+          mFiles(files) {}
+
+    void Show() override;
+    void Unload() override;
+    std::string Caption() const override;
+    void SetCaption(std::string_view caption) override;
+    float Width() const override;
+    float Height() const override;
+    float ClientWidth() const override;
+    float ClientHeight() const override;
+    void SetMinimumSize(float width, float height) override;
+    void SetFooter(float height) override;
+    void SetIcon(const std::string& path) override;
+
+    // The user presses a key: onKeyDown is raised, then the key reaches the control that has the focus now. F1 opens
+    // the help file, and Tab moves the focus where the control has no use for it.
+    void PressKey(int keyCode, int shift = 0);
+
+    // Lets the keys that the program sent to itself arrive.
+    void DeliverSentKeys();
+
+    // The user changes the outer size, in twips, as far as the window lets him. Throws ImpossibleAction before the
+    // window is shown.
+    void Resize(float width, float height);
+
+    // The user closes the window by its frame.
+    void CloseByUser();
+
+    // Somebody else takes the window away, whatever stands in front of it.
+    void DestroyFromOutside() { Close(); }
+
+    // The user drops a file on the window.
+    void DropFile(const std::string& path);
+
+    // The size before the window is shown, without an event.
+    void SetInitialSize(float width, float height);
+
+    bool IsShown() const { return mIsShown && !mIsClosed; }
+    bool IsClosed() const { return mIsClosed; }
+    float Footer() const { return mFooter; }
+    const std::string& Icon() const { return mIcon; } // the path, "" at first
+
+private:
+    void CheckUsable(std::string_view action) const;
+    void Close();
+
+    MemoryFaults& mFaults;
+    MemoryFocus& mFocus;
+    MemoryApplication& mApplication;
+    const MemoryFiles& mFiles;
+    std::string mCaption;
+    float mWidth = 9600;
+    float mHeight = 7200;
+    float mMinimumWidth = 0;
+    float mMinimumHeight = 0;
+    float mFooter = 0;
+    std::string mIcon;
+    bool mIsLoaded = false;
+    bool mIsShown = false;
+    bool mIsClosed = false;
+};
+
+} // namespace tessaly
