@@ -33,11 +33,10 @@ bool VornMainFrm::SaveBeforeBuild() {
         ShowMessage(Text::CommandCancelled);
         return false;
     }
-    if (SavePSFFunc() != 0) {
+    if (SavePSFFunc() != SaveResult::Saved) {
         return false;
     }
-    FuncBodyChangeMode = 1;
-    FuncBodyChangedFlag = false;
+    ForgetChanges();
     return true;
 }
 

@@ -1,5 +1,4 @@
 // The code tree and the editing pane: selecting, committing, adding and deleting functions.
-#include "app/LenientNumber.h"
 #include "document/NewFunction.h"
 #include "ui/Command.h"
 #include "ui/UserFuncVarFrm.h"
@@ -22,18 +21,18 @@ constexpr std::int32_t EventItemOffset = 4;
 void VornMainFrm::BuildCodeTree() {
     mCodeTree.Clear();
     mCurrentNode = TreeItem::None;
-    const TreeItem references = mCodeTree.Add(TreeItem::None, "_0v", Row(Text::ReferencesGroup).english);
+    const TreeItem references = mCodeTree.Add(TreeItem::None, ReferencesKey, Row(Text::ReferencesGroup).english);
     mCodeTree.SetTag(references, "variable");
-    const TreeItem functions = mCodeTree.Add(TreeItem::None, "_0f", Row(Text::FunctionsGroup).english);
+    const TreeItem functions = mCodeTree.Add(TreeItem::None, FunctionsKey, Row(Text::FunctionsGroup).english);
     mCodeTree.SetTag(functions, "function");
-    const TreeItem events = mCodeTree.Add(TreeItem::None, "_0e", Row(Text::EventsGroup).english);
+    const TreeItem events = mCodeTree.Add(TreeItem::None, EventsKey, Row(Text::EventsGroup).english);
     mCodeTree.SetTag(events, "event");
     mCodeTree.Select(events);
-    SetUpToolBar("EventTool");
+    SetUpToolBar(EventTool);
     mDesktop.FuncLabel().SetCaption(Words(Text::EventLabel));
     for (std::int32_t i = 0; i < ShownEvents; ++i) {
         const std::string name(EventTable[static_cast<std::size_t>(i)].name);
-        mCodeTree.Add(events, "_0e" + std::to_string(i + 1), name + "()");
+        mCodeTree.Add(events, std::string(EventsKey) + std::to_string(i + 1), name + "()");
     }
     mCodeTree.Expand(events);
     mCodeTree.Expand(functions);
@@ -55,27 +54,27 @@ void VornMainFrm::CodeTree_NodeClick(TreeItem node) {
 
 void VornMainFrm::ShowNodeCode(TreeItem node) {
     const std::string key = mCodeTree.Key(node);
-    if (key == "_0e") {
-        SetUpToolBar("EventTool");
+    if (key == EventsKey) {
+        SetUpToolBar(EventTool);
         mDesktop.FuncLabel().SetCaption(Words(Text::EventLabel));
-    } else if (key == "_0f") {
-        SetUpToolBar("FuncVarTool");
+    } else if (key == FunctionsKey) {
+        SetUpToolBar(FuncVarTool);
         mDesktop.FuncLabel().SetCaption(Words(Text::FunctionLabel));
-    } else if (key == "_0v") {
-        SetUpToolBar("EventTool");
+    } else if (key == ReferencesKey) {
+        SetUpToolBar(EventTool);
         mFuncBody.SetFuncBodyAvailable(true);
         std::string code;
         mSourceDoc->GetVarCode(code);
         ShowText(node, code);
         mDesktop.FuncLabel().SetCaption(Words(Text::ReferencesLabel));
-    } else if (ParentKey(node) == "_0e") {
-        SetUpToolBar("EventTool");
+    } else if (ParentKey(node) == EventsKey) {
+        SetUpToolBar(EventTool);
         mFuncBody.SetFuncBodyAvailable(true);
         std::string code;
         mSourceDoc->GetEventCodeByIndex(EventIndex(node), code);
         ShowText(node, code);
-    } else if (ParentKey(node) == "_0f") {
-        SetUpToolBar("FuncVarTool");
+    } else if (ParentKey(node) == FunctionsKey) {
+        SetUpToolBar(FuncVarTool);
         mFuncBody.SetFuncBodyAvailable(true);
         if (!ShowFunctionCode(node)) {
             return;
@@ -116,11 +115,11 @@ void VornMainFrm::StoreNodeCode(TreeItem node) {
     if (node != mShownNode) {
         return;
     }
-    if (mCodeTree.Key(node) == "_0v") {
+    if (mCodeTree.Key(node) == ReferencesKey) {
         mSourceDoc->UpdateVarCode(mFuncBody.Text());
-    } else if (ParentKey(node) == "_0e") {
+    } else if (ParentKey(node) == EventsKey) {
         mSourceDoc->UpdateEventCodeByIndex(EventIndex(node), mFuncBody.Text());
-    } else if (ParentKey(node) == "_0f" && mSourceDoc->GetFunctionCount() > 0) {
+    } else if (ParentKey(node) == FunctionsKey && mSourceDoc->GetFunctionCount() > 0) {
         // The stored prototype becomes empty: kept on purpose, the C file takes it from the code.
         const Status status = mSourceDoc->UpdateFunction(mCodeTree.Text(node), "", mFuncBody.Text());
         if (status != Status::Done) {
@@ -140,7 +139,7 @@ void VornMainFrm::Form_AddFunction() {
     dialog.SetCancelCaption(Words(Text::Cancel));
     dialog.ShowModal();
     const std::string name = dialog.FuncVarName();
-    if (RoundToInteger(LenientValue(dialog.ReturnCode)) == 0 || name.empty()) {
+    if (!dialog.WasConfirmed() || name.empty()) {
         return;
     }
     SelectFunctionsItem();
@@ -250,11 +249,11 @@ std::int32_t VornMainFrm::EventIndex(TreeItem node) const {
 }
 
 bool VornMainFrm::IsFunctionItem(TreeItem node) const {
-    return node != TreeItem::None && ParentKey(node) == "_0f";
+    return node != TreeItem::None && ParentKey(node) == FunctionsKey;
 }
 
 void VornMainFrm::SelectFunctionsItem() {
-    mCurrentNode = mCodeTree.Find("_0f");
+    mCurrentNode = mCodeTree.Find(FunctionsKey);
     mCodeTree.Select(mCurrentNode);
 }
 

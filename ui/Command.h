@@ -1,4 +1,4 @@
-// The boundary of a command: the one place where an error inside it ends.
+// Where errors end: with the command in which they happen, or with a step of it that may fail.
 #pragma once
 
 #include <exception>
@@ -6,14 +6,20 @@
 
 namespace tessaly {
 
-// Runs `command`. An error in it ends it without a message, as the user cancelling a dialog does.
+// Runs a step of a command. An error in it ends this step alone, without a message.
+template <class Step>
+void Attempt(Step&& step) {
+    try {
+        std::forward<Step>(step)();
+    } catch (const std::exception&) {
+        return; // kept on purpose: what fails does so silently
+    }
+}
+
+// Runs a whole command. An error in it ends it without a message, as the user cancelling a dialog does.
 template <class Function>
 void RunCommand(Function&& command) {
-    try {
-        std::forward<Function>(command)();
-    } catch (const std::exception&) {
-        return; // kept on purpose: commands fail silently
-    }
+    Attempt(std::forward<Function>(command));
 }
 
 } // namespace tessaly

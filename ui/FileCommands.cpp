@@ -6,17 +6,6 @@ namespace tessaly {
 
 namespace {
 
-// What the saving operations report.
-constexpr std::int32_t Saved = 0;
-constexpr std::int32_t SavingCancelled = 1; // no saving operation reports it any more, but it is still understood
-constexpr std::int32_t NotSaved = 2;
-
-// What the save question reports.
-constexpr std::int32_t QuestionSaved = 0;
-constexpr std::int32_t QuestionDeclined = 1;
-constexpr std::int32_t QuestionCancelled = 2;
-constexpr std::int32_t QuestionSaveFailed = 3;
-
 // Hides the read-only check box of the file dialog.
 constexpr std::int32_t HideReadOnly = 4;
 
@@ -25,8 +14,7 @@ constexpr std::int32_t HideReadOnly = 4;
 void VornMainFrm::mnuNewPSF_Click() {
     SaveCurrentNodeCode(mCurrentNode);
     if (MayDropDocument()) {
-        FuncBodyChangeMode = 1;
-        FuncBodyChangedFlag = false;
+        ForgetChanges();
         BuildCodeTree();
         mSourceDoc->Init();
         mLastOpenedFile = "";
@@ -34,7 +22,7 @@ void VornMainFrm::mnuNewPSF_Click() {
         ShowMessage(Text::FileCreated);
     }
     // Also when nothing was made new, though the pane goes on showing the old item: kept on purpose.
-    mCurrentNode = mCodeTree.Find("_0e");
+    mCurrentNode = mCodeTree.Find(EventsKey);
 }
 
 void VornMainFrm::mnuOpenPSF_Click() {
@@ -52,8 +40,7 @@ void VornMainFrm::Open(const std::function<std::string()>& askName) {
         return;
     }
     // Before the name is asked for, so that cancelling it leaves the edits without their flag: kept on purpose.
-    FuncBodyChangeMode = 1;
-    FuncBodyChangedFlag = false;
+    ForgetChanges();
     const std::string fileName = askName();
     if (fileName.empty()) {
         return;
@@ -70,31 +57,30 @@ void VornMainFrm::Open(const std::function<std::string()>& askName) {
     AddFunctionItems(false);
     ShowFileName(mLastOpenedFile);
     ShowMessage(Text::FileOpened);
-    mCurrentNode = mCodeTree.Find("_0e");
+    mCurrentNode = mCodeTree.Find(EventsKey);
 }
 
 void VornMainFrm::mnuSavePSF_Click() {
-    if (SavePSFFunc() == Saved) {
-        FuncBodyChangeMode = 1;
-        FuncBodyChangedFlag = false;
+    if (SavePSFFunc() == SaveResult::Saved) {
+        ForgetChanges();
     }
 }
 
 void VornMainFrm::mnuSaveAsPSF_Click() {
-    if (SaveAsPSFFunc() == Saved) {
-        FuncBodyChangeMode = 1;
-        FuncBodyChangedFlag = false;
+    if (SaveAsPSFFunc() == SaveResult::Saved) {
+        ForgetChanges();
     }
 }
 
-std::int32_t VornMainFrm::SavePSFFunc() {
-    std::int32_t result = NotSaved;
-    RunCommand([this, &result] {
-        SaveCurrentNodeCode(mCurrentNode);
-        if (mLastOpenedFile.empty()) {
-            result = SaveAsPSFFunc();
-        } else if (mSourceDoc->SaveFile(mLastOpenedFile) == Status::Done) {
-            result = Saved;
+SaveResult VornMainFrm::SavePSFFunc() {
+    SaveCurrentNodeCode(mCurrentNode);
+    if (mLastOpenedFile.empty()) {
+        return SaveAsPSFFunc();
+    }
+    SaveResult result = SaveResult::NotSaved;
+    Attempt([this, &result] {
+        if (mSourceDoc->SaveFile(mLastOpenedFile) == Status::Done) {
+            result = SaveResult::Saved;
             ShowMessage(Text::FileSaved);
         } else {
             Tell(Text::RestartApplication, Text::FileWriteError, MsgIcon::Stop);
@@ -103,17 +89,17 @@ std::int32_t VornMainFrm::SavePSFFunc() {
     return result;
 }
 
-std::int32_t VornMainFrm::SaveAsPSFFunc() {
-    std::int32_t result = NotSaved;
-    RunCommand([this, &result] {
-        SaveCurrentNodeCode(mCurrentNode);
+SaveResult VornMainFrm::SaveAsPSFFunc() {
+    SaveCurrentNodeCode(mCurrentNode);
+    SaveResult result = SaveResult::NotSaved;
+    Attempt([this, &result] {
         const std::string fileName = AskSaveName();
         // What SaveFile reports is not looked at; a failed save is shown as a success. Kept on purpose.
         mSourceDoc->SaveFile(fileName);
         mLastOpenedFile = fileName;
         ShowFileName(mLastOpenedFile);
         ShowMessage(Text::FileSaved);
-        result = Saved;
+        result = SaveResult::Saved;
     });
     return result;
 }
@@ -132,29 +118,35 @@ std::string VornMainFrm::AskSaveName() {
     }
 }
 
-std::int32_t VornMainFrm::PromptUserForSave() {
-    std::int32_t result = QuestionSaveFailed;
-    RunCommand([this, &result] {
-        const MsgResult answer =
-            Ask(Words(Text::SaveQuestion), Words(Text::SaveDialog), MsgButtons::YesNoCancel, MsgIcon::Question);
-        if (answer == MsgResult::No) {
-            result = QuestionDeclined;
-            return;
+SaveAnswer VornMainFrm::PromptUserForSave() {
+    SaveAnswer result = SaveAnswer::Failed;
+    Attempt([this, &result] {
+        switch (Ask(Words(Text::SaveQuestion), Words(Text::SaveDialog), MsgButtons::YesNoCancel, MsgIcon::Question)) {
+        case MsgResult::No:
+            result = SaveAnswer::Declined;
+            break;
+        case MsgResult::Yes:
+            if (SavePSFFunc() == SaveResult::Saved) {
+                result = SaveAnswer::Saved;
+                ShowMessage(Text::YourFileSaved);
+            }
+            break;
+        default:
+            result = SaveAnswer::Cancelled;
+            ShowMessage(Text::CommandCancelled);
+            break;
         }
-        const std::int32_t report = answer == MsgResult::Yes ? SavePSFFunc() : SavingCancelled;
-        if (report == NotSaved) {
-            return;
-        }
-        const bool cancelled = report == SavingCancelled;
-        result = cancelled ? QuestionCancelled : QuestionSaved;
-        ShowMessage(cancelled ? Text::CommandCancelled : Text::YourFileSaved);
     });
     return result;
 }
 
 // Whether what is in the window may be given up: nothing is unsaved, or it has been saved, or the user said so.
 bool VornMainFrm::MayDropDocument() {
-    return !FuncBodyChangedFlag || PromptUserForSave() <= QuestionDeclined;
+    if (!FuncBodyChangedFlag) {
+        return true;
+    }
+    const SaveAnswer answer = PromptUserForSave();
+    return answer == SaveAnswer::Saved || answer == SaveAnswer::Declined;
 }
 
 // The dialog is called as the menu item that leads to it.
@@ -171,13 +163,18 @@ FileDialogSettings VornMainFrm::DialogSettings(std::string_view menu) const {
     return settings;
 }
 
+// What is in the window counts as saved, or is no longer wanted.
+void VornMainFrm::ForgetChanges() {
+    FuncBodyChangeMode = 1;
+    FuncBodyChangedFlag = false;
+}
+
 void VornMainFrm::mnuExit_Click() {
     SaveCurrentNodeCode(mCurrentNode);
     if (!MayDropDocument()) {
         return;
     }
-    FuncBodyChangeMode = 1;
-    FuncBodyChangedFlag = false;
+    ForgetChanges();
     mWindow.Unload();
 }
 

@@ -34,9 +34,9 @@ void VornMainFrm::Form_KeyDown(int keyCode, int) {
 
 void VornMainFrm::SetUpToolBar(std::string_view kind) {
     ToolBar& bar = mDesktop.VornToolBar();
-    if (kind == "EventTool") {
+    if (kind == EventTool) {
         bar.Clear();
-    } else if (kind == "FuncVarTool") {
+    } else if (kind == FuncVarTool) {
         bar.Clear();
         for (const std::int32_t image : {1, 2}) {
             bar.AddButton(image, mDesktop.QuorvaneImages().Tag(image));

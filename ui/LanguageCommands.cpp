@@ -17,9 +17,9 @@ struct Group {
 };
 
 constexpr Group Groups[] = {
-    {"_0e", Text::EventsGroup, Text::EventLabel},
-    {"_0f", Text::FunctionsGroup, Text::FunctionLabel},
-    {"_0v", Text::ReferencesGroup, Text::ReferencesLabel},
+    {EventsKey, Text::EventsGroup, Text::EventLabel},
+    {FunctionsKey, Text::FunctionsGroup, Text::FunctionLabel},
+    {ReferencesKey, Text::ReferencesGroup, Text::ReferencesLabel},
 };
 
 const Group* FindGroup(std::string_view key) {

@@ -26,6 +26,7 @@ public:
 
     // "1" whenever OK was pressed, whether the name was good or not; "0" by Cancel and before anything was pressed.
     std::string ReturnCode = "0";
+    bool WasConfirmed() const { return ReturnCode != "0"; }
 
     // To be set before the dialog is shown.
     std::string firstCharacterMessage;

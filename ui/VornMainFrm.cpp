@@ -53,11 +53,10 @@ void VornMainFrm::Show() {
 
 void VornMainFrm::Form_Load() {
     DisableTabKeyForUseOnlyInFuncBody();
-    FuncBodyChangeMode = 1;
-    FuncBodyChangedFlag = false;
+    ForgetChanges();
     mSourceDoc = NewDocument();
     BuildCodeTree();
-    mCurrentNode = mCodeTree.Find("_0e");
+    mCurrentNode = mCodeTree.Find(EventsKey);
     mLastHeight = mWindow.Height();
     mLastWidth = mWindow.Width();
     // From here on an error ends its own step only.
@@ -120,7 +119,7 @@ void VornMainFrm::OpenCommandLine() {
     RunCommand([this] { ShowFileName(mLastOpenedFile); });
     RunCommand([this] { mDesktop.StatusBar1().SetPanelText(2, Words(Text::FileOpened)); });
     StatusPanel2 = Row(Text::FileOpened).identifier;
-    RunCommand([this] { mCurrentNode = mCodeTree.Find("_0e"); });
+    RunCommand([this] { mCurrentNode = mCodeTree.Find(EventsKey); });
 }
 
 // Adds an item for each function of the document. With `skipErrors` one that cannot be added is left out.
@@ -130,7 +129,7 @@ void VornMainFrm::AddFunctionItems(bool skipErrors) {
         if (mSourceDoc->GetFuncName(i, name) != Status::Done) {
             continue;
         }
-        const auto add = [this, &name] { mCodeTree.Add(mCodeTree.Find("_0f"), name, name); };
+        const auto add = [this, &name] { mCodeTree.Add(mCodeTree.Find(FunctionsKey), name, name); };
         if (skipErrors) {
             RunCommand(add);
         } else {
@@ -172,8 +171,7 @@ void VornMainFrm::Form_Unload() {
     if (FuncBodyChangedFlag) {
         PromptUserForSave();
     }
-    FuncBodyChangeMode = 1;
-    FuncBodyChangedFlag = false;
+    ForgetChanges();
     std::string language = std::to_string(mLanguage);
     WriteRegValue(mDesktop.Settings(), Registry::LocalMachine, SettingsKey, "Number", LanguageSetting, language);
 }

@@ -17,6 +17,18 @@ namespace tessaly {
 
 class frmSplash;
 
+// The keys of the three groups of the code tree.
+inline constexpr std::string_view ReferencesKey = "_0v";
+inline constexpr std::string_view FunctionsKey = "_0f";
+inline constexpr std::string_view EventsKey = "_0e";
+
+// What the tool bar may have: no buttons, and "Add" with "Delete".
+inline constexpr std::string_view EventTool = "EventTool";
+inline constexpr std::string_view FuncVarTool = "FuncVarTool";
+
+enum class SaveResult : std::int32_t { Saved = 0, NotSaved = 2 };
+enum class SaveAnswer : std::int32_t { Saved = 0, Declined = 1, Cancelled = 2, Failed = 3 };
+
 class VornMainFrm : public WindowTexts {
 public:
     // Takes the controls of `desktop`, which must outlive the window, puts them in their places, makes the menus and
@@ -68,7 +80,7 @@ public:
     // Keys and tool bar
 
     void Form_KeyDown(int keyCode, int shift);
-    void SetUpToolBar(std::string_view kind); // "EventTool" or "FuncVarTool"
+    void SetUpToolBar(std::string_view kind); // EventTool or FuncVarTool
     void VornToolBar_ButtonClick(std::int32_t number);
 
     // File commands
@@ -79,12 +91,11 @@ public:
     void mnuSaveAsPSF_Click();
     void mnuExit_Click();
 
-    // 0 saved, 2 not saved.
-    std::int32_t SavePSFFunc();
-    std::int32_t SaveAsPSFFunc();
+    SaveResult SavePSFFunc();
+    SaveResult SaveAsPSFFunc();
 
-    // Asks whether to save: 0 saved, 1 declined, 2 cancelled, 3 the saving failed.
-    std::int32_t PromptUserForSave();
+    // Asks whether to save, and saves on Yes.
+    SaveAnswer PromptUserForSave();
 
     // Build, help, language
 
@@ -126,6 +137,7 @@ private:
     bool SaveBeforeBuild();
     FileDialogSettings DialogSettings(std::string_view menu) const;
     std::string AskSaveName();
+    void ForgetChanges();
     std::unique_ptr<VornSrcObj> NewDocument();
 
     MsgResult Ask(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon);

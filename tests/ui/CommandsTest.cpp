@@ -248,20 +248,20 @@ TEST_F(CommandsTest, AFailedSaveAsIsReportedAsASuccess) {
 TEST_F(CommandsTest, TheSaveQuestionReportsEachOutcome) {
     Open("a.PSF", GoodPsf());
     desktop.msgBox.WillPress(MsgResult::Yes);
-    EXPECT_EQ(window.PromptUserForSave(), 0);
+    EXPECT_EQ(window.PromptUserForSave(), SaveAnswer::Saved);
     EXPECT_EQ(Panel(2), "Your file has been saved!");
     EXPECT_EQ(window.StatusPanel2, "vornMainFrmPrmpt34");
     desktop.msgBox.WillPress(MsgResult::No);
-    EXPECT_EQ(window.PromptUserForSave(), 1);
+    EXPECT_EQ(window.PromptUserForSave(), SaveAnswer::Declined);
     EXPECT_EQ(Panel(2), "Your file has been saved!") << "the status bar is left alone";
     desktop.msgBox.WillPress(MsgResult::Cancel);
-    EXPECT_EQ(window.PromptUserForSave(), 2);
+    EXPECT_EQ(window.PromptUserForSave(), SaveAnswer::Cancelled);
     EXPECT_EQ(Panel(2), "Command canceled!");
     EXPECT_EQ(window.StatusPanel2, "vornMainFrmPrmpt20");
     desktop.msgBox.WillPress(MsgResult::Yes);
     desktop.msgBox.WillPress(MsgResult::Ok);
     desktop.files.FailAt(MemoryFiles::Call::Open, 1);
-    EXPECT_EQ(window.PromptUserForSave(), 3);
+    EXPECT_EQ(window.PromptUserForSave(), SaveAnswer::Failed);
     EXPECT_EQ(Panel(2), "Command canceled!") << "the status bar is left alone";
 }
 
