@@ -106,7 +106,7 @@ void VornMainFrm::ShowText(TreeItem node, std::string_view text) {
 }
 
 void VornMainFrm::SaveCurrentNodeCode(TreeItem node) {
-    RunCommand([this, node] { StoreNodeCode(node); });
+    Attempt([this, node] { StoreNodeCode(node); });
     StatusPanel2 = "";
 }
 
@@ -158,13 +158,11 @@ void VornMainFrm::Form_AddFunction() {
 }
 
 void VornMainFrm::Form_DeleteFunction() {
-    try {
+    RunOrTell("UnhandledError in Form_DeleteFunction!", MsgIcon::None, [this] {
         if (IsFunctionItem(mCurrentNode)) {
             DeleteCurrentFunction();
         }
-    } catch (const std::exception&) {
-        Tell("UnhandledError in Form_DeleteFunction!", Text::Title, MsgIcon::None);
-    }
+    });
 }
 
 void VornMainFrm::DeleteCurrentFunction() {
@@ -188,7 +186,7 @@ void VornMainFrm::DeleteCurrentFunction() {
 }
 
 void VornMainFrm::SetUpFuncBodyTabs() {
-    RunNamed("SetUpFuncBodyTabs", [this] {
+    RunOrTell("Unhandled Error in SetUpFuncBodyTabs", MsgIcon::Exclamation, [this] {
         const float interval = mFuncBody.GetExtent().width / static_cast<float>(mTabStopCount);
         std::vector<float> stops;
         for (int i = 0; i < mTabStopCount; ++i) {
@@ -200,13 +198,13 @@ void VornMainFrm::SetUpFuncBodyTabs() {
 
 // The Tab key is for the pane alone, where it inserts a tab character. What a control refuses is skipped.
 void VornMainFrm::DisableTabKeyForUseOnlyInFuncBody() {
-    RunNamed("DisableTabKeyForUseOnlyInFuncBody", [this] {
+    RunOrTell("Unhandled Error in DisableTabKeyForUseOnlyInFuncBody", MsgIcon::Exclamation, [this] {
         FuncBodyChangeMode = 1;
         tessaly::Control* const controls[] = {&mDesktop.LblcodeTreeViewer(), &mCodeTree,
                                               &mDesktop.FuncLabel(),         &mFuncBody,
                                               &mDesktop.VornToolBar(),       &mDesktop.StatusBar1()};
         for (tessaly::Control* const control : controls) {
-            RunCommand([control] {
+            Attempt([control] {
                 if (control->HasTabStop()) {
                     control->SetTabStop(false);
                 }
@@ -215,12 +213,12 @@ void VornMainFrm::DisableTabKeyForUseOnlyInFuncBody() {
     });
 }
 
-// An error in `routine` ends it, too, but is shown under its name.
-void VornMainFrm::RunNamed(const std::string& name, const std::function<void()>& routine) {
+// An error in `routine` ends it and is complained of.
+void VornMainFrm::RunOrTell(std::string_view complaint, MsgIcon icon, const std::function<void()>& routine) {
     try {
         routine();
     } catch (const std::exception&) {
-        Tell("Unhandled Error in " + name, Text::Title, MsgIcon::Exclamation);
+        Attempt([&] { Tell(complaint, Text::Title, icon); });
     }
 }
 

@@ -5,7 +5,7 @@ namespace tessaly {
 
 // F4 deletes and F5 adds, although the list of hot keys says the opposite: kept on purpose.
 void VornMainFrm::Form_KeyDown(int keyCode, int) {
-    try {
+    RunOrTell("UnhandledError in Form_KeyDown!", MsgIcon::None, [this, keyCode] {
         switch (keyCode) {
         case KeyF2:
             mCodeTree.SetFocus();
@@ -27,9 +27,7 @@ void VornMainFrm::Form_KeyDown(int keyCode, int) {
         default:
             break;
         }
-    } catch (const std::exception&) {
-        Tell("UnhandledError in Form_KeyDown!", Text::Title, MsgIcon::None);
-    }
+    });
 }
 
 void VornMainFrm::SetUpToolBar(std::string_view kind) {

@@ -48,21 +48,21 @@ void VornMainFrm::ShowLanguage() {
         LookupPrompt(identifier, mLanguage, text);
         return text;
     };
-    RunCommand([&] { mWindow.SetCaption(Words(Text::Title)); });
-    RunCommand([&] { mDesktop.StatusBar1().SetPanelText(2, StatusPanel2.empty() ? "" : lookup(StatusPanel2)); });
-    RunCommand([&] { mDesktop.FuncLabel().SetCaption(FuncLabelText()); });
-    RunCommand([&] { mDesktop.LblcodeTreeViewer().SetCaption(lookup(Row(Text::TreeLabel).identifier)); });
-    RunCommand([&] { ShowFileName(mLastOpenedFile); });
+    Attempt([&] { mWindow.SetCaption(Words(Text::Title)); });
+    Attempt([&] { mDesktop.StatusBar1().SetPanelText(2, StatusPanel2.empty() ? "" : lookup(StatusPanel2)); });
+    Attempt([&] { mDesktop.FuncLabel().SetCaption(FuncLabelText()); });
+    Attempt([&] { mDesktop.LblcodeTreeViewer().SetCaption(lookup(Row(Text::TreeLabel).identifier)); });
+    Attempt([&] { ShowFileName(mLastOpenedFile); });
     for (MenuItem* const menu : mMenus) {
-        RunCommand([&] { menu->SetCaption(lookup(menu->Name())); });
+        Attempt([&] { menu->SetCaption(lookup(menu->Name())); });
     }
     for (const Group& group : Groups) {
-        RunCommand([&] { mCodeTree.SetText(mCodeTree.Find(group.key), lookup(Row(group.name).identifier)); });
+        Attempt([&] { mCodeTree.SetText(mCodeTree.Find(group.key), lookup(Row(group.name).identifier)); });
     }
     // Whatever is not English counts as German here: kept on purpose.
-    RunCommand([&] { Menu("mnuGerman").SetChecked(mLanguage != EnglishLanguage); });
-    RunCommand([&] { Menu("mnuEnglish").SetChecked(mLanguage == EnglishLanguage); });
-    RunCommand([&] { ShowButtonTips(); });
+    Attempt([&] { Menu("mnuGerman").SetChecked(mLanguage != EnglishLanguage); });
+    Attempt([&] { Menu("mnuEnglish").SetChecked(mLanguage == EnglishLanguage); });
+    Attempt([&] { ShowButtonTips(); });
 }
 
 std::string VornMainFrm::FuncLabelText() const {

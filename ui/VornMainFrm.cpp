@@ -60,7 +60,7 @@ void VornMainFrm::Form_Load() {
     mLastHeight = mWindow.Height();
     mLastWidth = mWindow.Width();
     // From here on an error ends its own step only.
-    RunCommand([this] { SetUpFuncBodyTabs(); });
+    SetUpFuncBodyTabs();
     SetUpStatusBar();
     StatusPanel2 = "";
     mLastOpenedFile = "";
@@ -70,30 +70,30 @@ void VornMainFrm::Form_Load() {
 
 void VornMainFrm::SetUpStatusBar() {
     StatusBar& bar = mDesktop.StatusBar1();
-    RunCommand([&bar] { bar.AddPanel(); });
-    RunCommand([&bar] { bar.SetPanelSpring(1); });
-    RunCommand([this, &bar] { bar.SetPanelText(1, Words(Text::FilePrefix)); });
-    RunCommand([&bar] { bar.AddPanel(); });
-    RunCommand([&bar] { bar.SetPanelSpring(2); });
-    RunCommand([&bar] { bar.SetPanelText(2, ""); });
+    Attempt([&bar] { bar.AddPanel(); });
+    Attempt([&bar] { bar.SetPanelSpring(1); });
+    Attempt([this, &bar] { bar.SetPanelText(1, Words(Text::FilePrefix)); });
+    Attempt([&bar] { bar.AddPanel(); });
+    Attempt([&bar] { bar.SetPanelSpring(2); });
+    Attempt([&bar] { bar.SetPanelText(2, ""); });
 }
 
 void VornMainFrm::ReadSettings() {
     if (const std::string language = ReadSetting(LanguageSetting); !language.empty()) {
-        RunCommand([this, &language] { mLanguage = ToByte(language); });
+        Attempt([this, &language] { mLanguage = ToByte(language); });
     }
-    RunCommand([this] { ShowLanguage(); });
+    Attempt([this] { ShowLanguage(); });
     mCompBat = ReadSetting(CompBatSetting);
     mCompFileName = ReadSetting(CompFileNameSetting);
     mHelpFile = ReadSetting(HelpSetting);
     mProgBlkIcon = ReadSetting(ProgBlkIconSetting);
     if (!mHelpFile.empty() && !mCompBat.empty() && !mCompFileName.empty()) {
-        RunCommand([this] { mDesktop.App().SetHelpFile(mHelpFile); });
+        Attempt([this] { mDesktop.App().SetHelpFile(mHelpFile); });
     } else {
-        RunCommand([this] { Tell(Text::InstallationCorrupted, Text::Error, MsgIcon::Stop); });
+        Attempt([this] { Tell(Text::InstallationCorrupted, Text::Error, MsgIcon::Stop); });
     }
     if (!mProgBlkIcon.empty()) {
-        RunCommand([this] { mWindow.SetIcon(mProgBlkIcon); });
+        Attempt([this] { mWindow.SetIcon(mProgBlkIcon); });
     }
 }
 
@@ -104,22 +104,22 @@ std::string VornMainFrm::ReadSetting(std::string_view name) {
 // The whole command line is one file name; neither quotes nor blanks are taken off it.
 void VornMainFrm::OpenCommandLine() {
     std::string commandLine;
-    RunCommand([this, &commandLine] { commandLine = mDesktop.App().CommandLine(); });
+    Attempt([this, &commandLine] { commandLine = mDesktop.App().CommandLine(); });
     if (commandLine.empty()) {
         return;
     }
     mSourceDoc = NewDocument();
     if (mSourceDoc->LoadFile(commandLine) != Status::Done) {
-        RunCommand([this] { ShowFileName(""); });
+        Attempt([this] { ShowFileName(""); });
         return;
     }
-    RunCommand([this] { BuildCodeTree(); });
+    Attempt([this] { BuildCodeTree(); });
     AddFunctionItems(true);
     mLastOpenedFile = commandLine;
-    RunCommand([this] { ShowFileName(mLastOpenedFile); });
-    RunCommand([this] { mDesktop.StatusBar1().SetPanelText(2, Words(Text::FileOpened)); });
+    Attempt([this] { ShowFileName(mLastOpenedFile); });
+    Attempt([this] { mDesktop.StatusBar1().SetPanelText(2, Words(Text::FileOpened)); });
     StatusPanel2 = Row(Text::FileOpened).identifier;
-    RunCommand([this] { mCurrentNode = mCodeTree.Find(EventsKey); });
+    Attempt([this] { mCurrentNode = mCodeTree.Find(EventsKey); });
 }
 
 // Adds an item for each function of the document. With `skipErrors` one that cannot be added is left out.
@@ -131,7 +131,7 @@ void VornMainFrm::AddFunctionItems(bool skipErrors) {
         }
         const auto add = [this, &name] { mCodeTree.Add(mCodeTree.Find(FunctionsKey), name, name); };
         if (skipErrors) {
-            RunCommand(add);
+            Attempt(add);
         } else {
             add();
         }
@@ -228,20 +228,19 @@ MenuItem& VornMainFrm::Menu(std::string_view name) const {
 }
 
 void VornMainFrm::Listen() {
-    mWindow.onLoad = [this] { RunCommand([this] { Form_Load(); }); };
-    mWindow.onResize = [this] { RunCommand([this] { Form_Resize(); }); };
-    mWindow.onUnload = [this] { RunCommand([this] { Form_Unload(); }); };
-    mWindow.onFileDropped = [this](const std::string& path) { RunCommand([this, &path] { Form_FileDropped(path); }); };
-    mWindow.onKeyDown = [this](int keyCode, int shift) {
-        RunCommand([this, keyCode, shift] { Form_KeyDown(keyCode, shift); });
+    const auto command = [this](auto handler) {
+        return [this, handler](auto&&... arguments) { RunCommand([&] { (this->*handler)(arguments...); }); };
     };
-    mCodeTree.onNodeClick = [this](TreeItem node) { RunCommand([this, node] { CodeTree_NodeClick(node); }); };
+    mWindow.onLoad = command(&VornMainFrm::Form_Load);
+    mWindow.onResize = command(&VornMainFrm::Form_Resize);
+    mWindow.onUnload = command(&VornMainFrm::Form_Unload);
+    mWindow.onFileDropped = command(&VornMainFrm::Form_FileDropped);
+    mWindow.onKeyDown = [this](int keyCode, int shift) { Form_KeyDown(keyCode, shift); };
+    mCodeTree.onNodeClick = command(&VornMainFrm::CodeTree_NodeClick);
     mFuncBody.onGotFocus = [this] { FuncBody_GotFocus(); };
     mFuncBody.onLostFocus = [this] { FuncBody_LostFocus(); };
     mFuncBody.onChange = [this] { FuncBody_Change(); };
-    mDesktop.VornToolBar().onButtonClick = [this](std::int32_t number) {
-        RunCommand([this, number] { VornToolBar_ButtonClick(number); });
-    };
+    mDesktop.VornToolBar().onButtonClick = command(&VornMainFrm::VornToolBar_ButtonClick);
     const std::pair<std::string_view, void (VornMainFrm::*)()> commands[] = {
         {"mnuNewPSF", &VornMainFrm::mnuNewPSF_Click},     {"mnuOpenPSF", &VornMainFrm::mnuOpenPSF_Click},
         {"mnuSavePSF", &VornMainFrm::mnuSavePSF_Click},   {"mnuSaveAsPSF", &VornMainFrm::mnuSaveAsPSF_Click},
@@ -250,8 +249,8 @@ void VornMainFrm::Listen() {
         {"mnuOpenHelp", &VornMainFrm::mnuOpenHelp_Click}, {"mnuHelpHotKeys", &VornMainFrm::mnuHelpHotKeys_Click},
         {"mnuAbout", &VornMainFrm::mnuAbout_Click},
     };
-    for (const auto& [name, command] : commands) {
-        Menu(name).onClick = [this, command = command] { RunCommand([this, command] { (this->*command)(); }); };
+    for (const auto& [name, handler] : commands) {
+        Menu(name).onClick = command(handler);
     }
 }
 

@@ -130,7 +130,7 @@ private:
     bool IsFunctionItem(TreeItem node) const;
     void SelectFunctionsItem();
     void DeleteCurrentFunction();
-    void RunNamed(const std::string& name, const std::function<void()>& routine);
+    void RunOrTell(std::string_view complaint, MsgIcon icon, const std::function<void()>& routine);
 
     void Open(const std::function<std::string()>& askName);
     bool MayDropDocument();
