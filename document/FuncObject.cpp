@@ -91,11 +91,11 @@ Status FuncObject::AddFunction(std::string_view name, std::string_view prototype
     }
 }
 
-std::vector<bool> FuncObject::Fill(std::vector<NewFunction> functions) {
+void FuncObject::Fill(std::vector<NewFunction> functions) {
     if (!mFunctions.empty()) {
         throw std::logic_error("only an empty table can be filled");
     }
-    std::vector<bool> collisions = WouldCollide(functions);
+    const std::vector<bool> collisions = WouldCollide(functions);
     mFunctions.reserve(functions.size());
     mByFoldedName.reset();
     for (std::size_t i = 0; i < functions.size(); ++i) {
@@ -105,7 +105,6 @@ std::vector<bool> FuncObject::Fill(std::vector<NewFunction> functions) {
                 {mNextSerial++, std::move(function.name), std::move(function.prototype), std::move(function.code)});
         }
     }
-    return collisions;
 }
 
 std::optional<Status> FuncObject::GetName(std::int32_t index, std::string& name) const {

@@ -32,15 +32,15 @@ public:
     // with any. An empty table accepts every name. UnexpectedError, and nothing changed, on any other error.
     Status AddFunction(std::string_view name, std::string_view prototype, std::string_view code);
 
-    // Fills an empty table with `functions` in one go, as AddFunction would add one after the other, and tells for each
-    // whether it was refused for a collision. Throws std::logic_error when the table is not empty; on any error
-    // it stays as it was. Adding them one by one, a load of 100 MB takes 1.3 times as long.
+    // Fills an empty table with `functions` in one go, as AddFunction would add one after the other: what
+    // collides is left out. Throws std::logic_error when the table is not empty; on any error it stays as it was.
+    // Adding them one by one, a load of 100 MB takes 1.3 times as long.
     struct NewFunction {
         std::string name;
         SharedText prototype;
         SharedText code;
     };
-    std::vector<bool> Fill(std::vector<NewFunction> functions);
+    void Fill(std::vector<NewFunction> functions);
 
     // `name` = the name at `index`, or "". No value when the table is empty (callers take that as Done),
     // else Done, or IndexOutOfRange.

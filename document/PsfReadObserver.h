@@ -6,33 +6,40 @@
 
 namespace tessaly {
 
-struct PsfNotice {
-    enum class Kind {
-        TagFound,        // "[GVars]", "[GFuncs]", "[FuncCode]" or "[EventCode]" where a phase was looking for it
-        CountLine,       // a NumFuncs= line; index: its number, text: its value
-        BadCount,        // the same, but its value is no number, so the load ends here; text: the value
-        NamesLine,       // a FuncNames= line; index: the count known then, text: its value
-        HeaderFound,     // the section header of function `index`: the first, or one that ended the function before
-        PrototypeBegins, // the ProtoType= line of function `index`
-        BodyBegins,      // the FuncBody= line of function `index`
-        FunctionRead,    // function `index` ended; text: the line that ended it
-        FunctionLost,    // function `index` ended but does not count; text: "[EndPSF]", or "" at the end of the file
-        FunctionDropped, // function `index` was read, but its name collides; told when all functions have been read
-        EventFound,      // the tag of event `index`: the first, or one that ended the event before
-        EventBegins,     // the FuncBody= line of event `index`
-        EventStored,     // event `index` ended and was stored; text: the line that ended it
-        Ignored          // a line that counts for nothing where it stands
-    };
-    Kind kind;
-    std::int32_t index = 0;
-    std::string_view text = {}; // the line where nothing else is said; good during the call only
-    std::uint64_t offset = 0;   // where the line begins in the file, in bytes
+struct PsfLine {
+    std::string_view text; // of the line, or its value; good during the call only
+    std::uint64_t offset;  // where the line begins in the file, in bytes
 };
 
+// What a line is to the section of a function or an event.
+enum class PsfStep {
+    Header,    // the section begins: the first header or tag, or one that ended the text before
+    Prototype, // the ProtoType= line of a function
+    Text,      // the FuncBody= line
+    Ended,     // the line that ended the text, which was taken; a function's name may still collide
+    Lost       // a function ended but does not count: at "[EndPSF]", or with no line at the end of the file
+};
+
+// Hears of nothing, unless it is overridden.
 class PsfReadObserver {
 public:
     virtual ~PsfReadObserver() = default;
-    virtual void Notice(const PsfNotice& notice) = 0;
+
+    // "[GVars]", "[GFuncs]", "[FuncCode]" or "[EventCode]" where a phase was looking for it.
+    virtual void Tag(PsfLine) {}
+
+    // The value of a NumFuncs= line. When it is no number, the load ends here.
+    virtual void Count(PsfLine) {}
+
+    // The value of a FuncNames= line.
+    virtual void Names(PsfLine) {}
+
+    // A step of the section with this number. Behind the last one its own header begins one more.
+    virtual void Function(PsfStep, std::int32_t, PsfLine) {}
+    virtual void Event(PsfStep, std::int32_t, PsfLine) {}
+
+    // A line that counts for nothing where it stands.
+    virtual void Ignored(PsfLine) {}
 };
 
 } // namespace tessaly

@@ -1,16 +1,16 @@
 // The phases of a load, one function each. At the end of the file a phase ends and the next finds the end
-// at once, so a phase never asks why its loop is over.
-#include "document/PsfReader.h"
-
+// at once, so a phase seldom asks why its loop is over.
 #include "document/CaseFold.h"
 #include "document/LineReader.h"
 #include "document/NumberText.h"
+#include "document/PsfFile.h"
 #include "document/PsfKeys.h"
-#include "document/VornSrcObj.h"
+#include "document/PsfReadObserver.h"
 #include "platform/system/SequentialFiles.h"
 #include "platform/text/Utf8.h"
 
 #include <stdexcept>
+#include <vector>
 
 namespace tessaly {
 
@@ -27,76 +27,125 @@ void BeginText(TextCollector& text, std::string_view firstLine) {
     AppendLine(text.Tail(), firstLine);
 }
 
-} // namespace
+// A function that the list of names announces.
+struct Expected {
+    std::string name;
+    std::string header;   // its section header
+    bool wasRead = false; // so its name collides from now on
+};
 
-void PsfReader::NameList::Set(std::string_view names) {
-    mNames = names;
-    mPosition = 0;
-    mLast = nullptr;
-}
-
-std::shared_ptr<PsfReader::Expected> PsfReader::NameList::Take() {
-    if (mLast) {
-        return mLast;
+// The names of FuncNames=, cut off one by one. A list that is shorter than announced goes on with its
+// last name for ever: Take then gives the same object again and again.
+class NameList {
+public:
+    void Set(std::string_view names) {
+        mNames = names;
+        mPosition = 0;
+        mLast = nullptr;
     }
-    const std::size_t comma = mNames.find(',', mPosition);
-    const bool last = comma == std::string::npos;
-    auto function = std::make_shared<Expected>();
-    function->name = mNames.substr(mPosition, last ? comma : comma - mPosition);
-    function->header = "[" + function->name + "]";
-    if (last) {
-        mLast = function;
-    } else {
-        mPosition = comma + 1;
+
+    std::shared_ptr<Expected> Take() {
+        if (mLast) {
+            return mLast;
+        }
+        const std::size_t comma = mNames.find(',', mPosition);
+        const bool last = comma == std::string::npos;
+        auto function = std::make_shared<Expected>();
+        function->name = mNames.substr(mPosition, last ? comma : comma - mPosition);
+        function->header = "[" + function->name + "]";
+        if (last) {
+            mLast = function;
+        } else {
+            mPosition = comma + 1;
+        }
+        return function;
     }
-    return function;
-}
 
-PsfReader::PsfReader(VornSrcObj& document, const CodePage& codePage, PsfReadObserver* observer)
-    : mDocument(document),
-      mCodePage(codePage),
-      mObserver(observer) {}
+private:
+    std::string mNames;
+    std::size_t mPosition = 0;
+    std::shared_ptr<Expected> mLast;
+};
 
-bool PsfReader::Read(InputFile& file) {
-    LineReader lines(file, mCodePage);
-    mLines = &lines;
+// Finds sections by exact tag lines and keys by a search without regard to case, and lets a body run until the next
+// tag that it expects.
+class PsfReader {
+public:
+    PsfReader(InputFile& file, const CodePage& codePage, PsfContent& content, PsfReadObserver& observer)
+        : mLines(file, codePage),
+          mContent(content),
+          mObserver(observer) {}
+
+    // True when the end tag ended an event's text.
+    bool Read();
+
+private:
+    void ReadHeader();
+    void ReadReferences();
+    void ReadFunctionList();
+    void ReadCount();
+    void ReadNames();
+    void ReadFunctions();
+    bool ReadFunction(std::int32_t index, Expected& function, const Expected& next);
+    bool ReadPrototype(std::int32_t index);
+    bool EndsBody(std::int32_t index, Expected& function, const Expected& next);
+    void TakeFunction(std::int32_t index, Expected& function);
+    void ReadEvents();
+    bool ReadEvent(std::int32_t index);
+    bool EndsEvent(std::int32_t index);
+    void StoreEvent(std::int32_t index);
+
+    bool NextLine() { return mLines.Next(mLine); }
+    template <class Test>
+    bool Find(Test isWanted);
+    template <class Test>
+    bool ReadText(std::string& text, Test isEnd);
+    bool IsTag(std::string_view tag);
+    PsfLine Line() const { return {mLine, mLines.LineOffset()}; }
+
+    LineReader mLines;
+    PsfContent& mContent;
+    PsfReadObserver& mObserver;
+    std::string_view mLine;
+
+    std::int32_t mExpectedCount = 0;
+    NameList mNames;
+    TextCollector mCurProtoType;
+    TextCollector mCurFuncBody;
+    bool mBodyGoesOn = false;                   // past the end of its function
+    std::vector<FuncObject::NewFunction> mRead; // what goes into the table when all functions have been read
+    TextCollector mEventText;
+    bool mEventGoesOn = false; // past the end of its event
+    bool mEndPSFSeen = false;
+};
+
+bool PsfReader::Read() {
     ReadHeader();
     ReadReferences();
     ReadFunctionList();
     try {
         ReadFunctions();
     } catch (...) {
-        FillTable(); // what was read before the failure stays
+        mContent.functions.Fill(std::move(mRead)); // what was read before the failure stays
         throw;
     }
-    FillTable();
+    mContent.functions.Fill(std::move(mRead));
     ReadEvents();
-    ReadRest();
-    mLines = nullptr;
-    file.Close();
+    while (NextLine()) { // up to the end of the file, which may be unreadable
+    }
     return mEndPSFSeen;
 }
 
 // Everything up to "[GVars]" is ignored: the start tag and the comment are not checked, and a FileName= value
 // is of no use.
 void PsfReader::ReadHeader() {
-    while (NextLine()) {
-        if (IsTag(GVarsTag)) {
-            return;
-        }
+    while (NextLine() && !IsTag(GVarsTag)) {
     }
 }
 
 void PsfReader::ReadReferences() {
-    std::string& text = mDocument.mVarCode;
-    text.clear();
-    while (true) {
-        mLines->AppendPlainLines(text);
-        if (!NextLine() || IsTag(GFuncsTag)) {
-            return;
-        }
-        AppendLine(text, mLine);
-    }
+    mContent.references.clear();
+    ReadText(mContent.references, [this] { return IsTag(GFuncsTag); });
 }
 
 void PsfReader::ReadFunctionList() {
@@ -108,38 +157,35 @@ void PsfReader::ReadFunctionList() {
         if (ContainsKey(mLine, FuncNamesKey)) {
             ReadNames();
         } else if (!isCount) {
-            Notice(PsfNotice::Kind::Ignored, 0);
+            mObserver.Ignored(Line());
         }
     }
 }
 
 void PsfReader::ReadCount() {
     const std::string_view value = ValueOf(mLine, NumFuncsKey);
+    mObserver.Count({value, mLines.LineOffset()});
     const std::optional<std::int32_t> count = ToInteger(value);
     if (!count) {
-        Notice(PsfNotice::Kind::BadCount, 0, value);
         throw std::invalid_argument("NumFuncs= is not a number");
     }
     mExpectedCount = *count;
     if (mExpectedCount > 0) {
         mNames.Set(""); // that many names, all empty
     }
-    Notice(PsfNotice::Kind::CountLine, mExpectedCount, value);
 }
 
 void PsfReader::ReadNames() {
     const std::string_view value = ValueOf(mLine, FuncNamesKey);
+    mObserver.Names({value, mLines.LineOffset()});
     if (mExpectedCount > 0) {
         mNames.Set(value);
     }
-    Notice(PsfNotice::Kind::NamesLine, mExpectedCount, value);
 }
 
 void PsfReader::ReadFunctions() {
     if (mExpectedCount <= 0) {
-        while (NextLine() && !IsTag(EventCodeTag)) {
-            Notice(PsfNotice::Kind::Ignored, 0);
-        }
+        Find([this] { return IsTag(EventCodeTag); });
         return;
     }
     std::shared_ptr<Expected> function = mNames.Take();
@@ -148,74 +194,61 @@ void PsfReader::ReadFunctions() {
         const bool last = i == mExpectedCount - 1;
         const std::shared_ptr<Expected> next = last ? function : mNames.Take();
         if (!ReadFunction(i, *function, *next)) {
-            Notice(PsfNotice::Kind::FunctionLost, i, {});
+            mObserver.Function(PsfStep::Lost, i, {{}, mLines.LineOffset()});
             return;
         }
         function = next;
     }
 }
 
-// Reads lines until function `index` is finished; false at the end of the file. The state outlives the
-// function: after "[EventCode]" or "[EndPSF]" the next one goes on in the same body.
+// Reads function `index` up to its end; false at the end of the file. After "[EventCode]" or "[EndPSF]" it goes on in
+// the body of the function before. The header of all but the first one ended the body before.
 bool PsfReader::ReadFunction(std::int32_t index, Expected& function, const Expected& next) {
-    while (true) {
-        if (mFunctionState == FunctionState::ReadingBody) {
-            mLines->AppendPlainLines(mCurFuncBody.Tail());
-        }
-        if (!NextLine()) {
+    if (index == 0) {
+        if (!Find([&] { return mLine == function.header; })) {
             return false;
         }
-        switch (mFunctionState) {
-        case FunctionState::LookingForHeader:
-            if (mLine == function.header) {
-                Notice(PsfNotice::Kind::HeaderFound, index);
-                mFunctionState = FunctionState::LookingForPrototype;
-            } else {
-                Notice(PsfNotice::Kind::Ignored, index);
-            }
-            break;
-        case FunctionState::LookingForPrototype:
-            if (ContainsKey(mLine, ProtoTypeKey)) {
-                Notice(PsfNotice::Kind::PrototypeBegins, index);
-                BeginText(mCurProtoType, ValueOf(mLine, ProtoTypeKey));
-                mFunctionState = FunctionState::ReadingPrototype;
-            } else {
-                Notice(PsfNotice::Kind::Ignored, index);
-            }
-            break;
-        case FunctionState::ReadingPrototype:
-            if (ContainsKey(mLine, FuncBodyKey)) {
-                Notice(PsfNotice::Kind::BodyBegins, index);
-                BeginText(mCurFuncBody, ValueOf(mLine, FuncBodyKey));
-                mFunctionState = FunctionState::ReadingBody;
-            } else {
-                AppendLine(mCurProtoType.Tail(), mLine);
-            }
-            break;
-        case FunctionState::ReadingBody:
-            if (EndsBody(index, function, next)) {
-                return true;
-            }
-            AppendLine(mCurFuncBody.Tail(), mLine);
-            break;
-        }
+        mObserver.Function(PsfStep::Header, index, Line());
     }
+    if (!mBodyGoesOn && !ReadPrototype(index)) {
+        return false;
+    }
+    return ReadText(mCurFuncBody.Tail(), [&] { return EndsBody(index, function, next); });
+}
+
+// Reads up to the line that begins the body; false at the end of the file.
+bool PsfReader::ReadPrototype(std::int32_t index) {
+    if (!Find([this] { return ContainsKey(mLine, ProtoTypeKey); })) {
+        return false;
+    }
+    mObserver.Function(PsfStep::Prototype, index, Line());
+    BeginText(mCurProtoType, ValueOf(mLine, ProtoTypeKey));
+    while (NextLine()) {
+        if (ContainsKey(mLine, FuncBodyKey)) {
+            mObserver.Function(PsfStep::Text, index, Line());
+            BeginText(mCurFuncBody, ValueOf(mLine, FuncBodyKey));
+            return true;
+        }
+        AppendLine(mCurProtoType.Tail(), mLine);
+    }
+    return false;
 }
 
 // Whether the line ends the body of function `index`; if so, the function is finished.
 bool PsfReader::EndsBody(std::int32_t index, Expected& function, const Expected& next) {
     if (mLine == next.header) {
         TakeFunction(index, function);
-        mFunctionState = FunctionState::LookingForPrototype;
-        Notice(PsfNotice::Kind::HeaderFound, index + 1);
+        mObserver.Function(PsfStep::Header, index + 1, Line());
+        mBodyGoesOn = false;
         return true;
     }
+    mBodyGoesOn = true;
     if (IsTag(EventCodeTag)) {
         TakeFunction(index, function);
         return true;
     }
     if (mLine == EndPsfTag) {
-        Notice(PsfNotice::Kind::FunctionLost, index);
+        mObserver.Function(PsfStep::Lost, index, Line());
         return true;
     }
     return false;
@@ -224,24 +257,10 @@ bool PsfReader::EndsBody(std::int32_t index, Expected& function, const Expected&
 // A name that was read once stands in the table or collides with one there, so a second function of the same name
 // need not be kept: a last name that is repeated a million times costs nothing.
 void PsfReader::TakeFunction(std::int32_t index, Expected& function) {
-    Notice(PsfNotice::Kind::FunctionRead, index);
-    if (function.wasRead) {
-        Notice(PsfNotice::Kind::FunctionDropped, index);
-        return;
-    }
-    function.wasRead = true;
-    mRead.push_back({function.name, mCurProtoType.Share(), mCurFuncBody.Share()});
-    mReadIndexes.push_back(index);
-}
-
-// Puts what was read into the table, in one go because checking the names one by one would take most of a load.
-void PsfReader::FillTable() {
-    const std::vector<bool> collisions = mDocument.mFunctions.Fill(std::move(mRead));
-    mRead.clear();
-    for (std::size_t i = 0; i < collisions.size(); ++i) {
-        if (collisions[i]) {
-            Notice(PsfNotice::Kind::FunctionDropped, mReadIndexes[i], {});
-        }
+    mObserver.Function(PsfStep::Ended, index, Line());
+    if (!function.wasRead) {
+        function.wasRead = true;
+        mRead.push_back({function.name, mCurProtoType.Share(), mCurFuncBody.Share()});
     }
 }
 
@@ -253,41 +272,23 @@ void PsfReader::ReadEvents() {
     }
 }
 
-// Reads lines until event `index` is finished; false at the end of the file.
+// Reads event `index` up to its end; false at the end of the file. After "[EndPSF]" it goes on in the text of the event
+// before.
 bool PsfReader::ReadEvent(std::int32_t index) {
-    while (true) {
-        if (mEventState == EventState::ReadingText) {
-            mLines->AppendPlainLines(mEventText.Tail());
-        }
-        if (!NextLine()) {
+    if (index == 0) {
+        if (!Find([this] { return mLine == EventTable.front().tag; })) {
             return false;
         }
-        switch (mEventState) {
-        case EventState::LookingForTag:
-            if (mLine == EventTable[static_cast<std::size_t>(index)].tag) {
-                Notice(PsfNotice::Kind::EventFound, index);
-                mEventState = EventState::LookingForText;
-            } else {
-                Notice(PsfNotice::Kind::Ignored, index);
-            }
-            break;
-        case EventState::LookingForText:
-            if (ContainsKey(mLine, FuncBodyKey)) {
-                Notice(PsfNotice::Kind::EventBegins, index);
-                BeginText(mEventText, ValueOf(mLine, FuncBodyKey));
-                mEventState = EventState::ReadingText;
-            } else {
-                Notice(PsfNotice::Kind::Ignored, index);
-            }
-            break;
-        case EventState::ReadingText:
-            if (EndsEvent(index)) {
-                return true;
-            }
-            AppendLine(mEventText.Tail(), mLine);
-            break;
-        }
+        mObserver.Event(PsfStep::Header, index, Line());
     }
+    if (!mEventGoesOn) {
+        if (!Find([this] { return ContainsKey(mLine, FuncBodyKey); })) {
+            return false;
+        }
+        mObserver.Event(PsfStep::Text, index, Line());
+        BeginText(mEventText, ValueOf(mLine, FuncBodyKey));
+    }
+    return ReadText(mEventText.Tail(), [&] { return EndsEvent(index); });
 }
 
 // Whether the line ends the text of event `index`; if so, the event is finished.
@@ -296,49 +297,65 @@ bool PsfReader::EndsEvent(std::int32_t index) {
     const std::int32_t next = index < EventCount - 1 ? index + 1 : index;
     if (mLine == EventTable[static_cast<std::size_t>(next)].tag) {
         StoreEvent(index);
-        mEventText.Begin();
-        mEventState = EventState::LookingForText;
-        Notice(PsfNotice::Kind::EventFound, index + 1);
+        mObserver.Event(PsfStep::Header, index + 1, Line());
+        mEventGoesOn = false;
         return true;
     }
+    mEventGoesOn = true;
     if (mLine == EndPsfTag) {
         StoreEvent(index);
-        mEndPSFSeen = true; // the text and the state stay: what follows still counts for the next events
+        mEndPSFSeen = true;
         return true;
     }
     return false;
 }
 
 void PsfReader::StoreEvent(std::int32_t index) {
-    mDocument.mEventCodes[static_cast<std::size_t>(index)] = mEventText.Share();
-    Notice(PsfNotice::Kind::EventStored, index);
+    mContent.eventTexts[static_cast<std::size_t>(index)] = mEventText.Share();
+    mObserver.Event(PsfStep::Ended, index, Line());
 }
 
-void PsfReader::ReadRest() {
+// Goes on to the next line for which `isWanted`; false at the end of the file. The lines before it count for nothing.
+template <class Test>
+bool PsfReader::Find(Test isWanted) {
     while (NextLine()) {
+        if (isWanted()) {
+            return true;
+        }
+        mObserver.Ignored(Line());
     }
+    return false;
 }
 
-bool PsfReader::NextLine() {
-    return mLines->Next(mLine);
+// Appends lines to `text` up to the next one for which `isEnd`, a tag; false at the end of the file.
+template <class Test>
+bool PsfReader::ReadText(std::string& text, Test isEnd) {
+    while (true) {
+        mLines.AppendPlainLines(text);
+        if (!NextLine()) {
+            return false;
+        }
+        if (isEnd()) {
+            return true;
+        }
+        AppendLine(text, mLine);
+    }
 }
 
 bool PsfReader::IsTag(std::string_view tag) {
     const bool found = mLine == tag;
     if (found) {
-        Notice(PsfNotice::Kind::TagFound, 0);
+        mObserver.Tag(Line());
     }
     return found;
 }
 
-void PsfReader::Notice(PsfNotice::Kind kind, std::int32_t index) {
-    Notice(kind, index, mLine);
-}
+} // namespace
 
-void PsfReader::Notice(PsfNotice::Kind kind, std::int32_t index, std::string_view text) {
-    if (mObserver != nullptr) {
-        mObserver->Notice({kind, index, text, mLines->LineOffset()});
-    }
+bool ReadPsf(InputFile& file, const CodePage& codePage, PsfContent& content, PsfReadObserver& observer) {
+    const bool complete = PsfReader(file, codePage, content, observer).Read();
+    file.Close();
+    return complete;
 }
 
 } // namespace tessaly

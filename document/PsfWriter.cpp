@@ -1,9 +1,7 @@
 // The rows of a PSF file, in order.
-#include "document/PsfWriter.h"
-
 #include "document/EncodedOutput.h"
+#include "document/PsfFile.h"
 #include "document/PsfKeys.h"
-#include "document/VornSrcObj.h"
 
 #include <string>
 
@@ -37,22 +35,22 @@ void WriteFunction(const FuncObject& functions, std::int32_t index, EncodedOutpu
 
 } // namespace
 
-void WritePsf(const VornSrcObj& document, EncodedOutput& output) {
+void WritePsf(const PsfContent& content, EncodedOutput& output) {
     output.WriteLine("[BeginPSF]");
     output.WriteLine("Comment= Do not modify this file! Doing so will produce unpredictable results!!!");
     output.WriteLine("FileName="); // the key alone: the name is never written
     output.WriteLine(GVarsTag);
-    output.WriteLine(document.VarCode());
+    output.WriteLine(content.references);
     output.WriteLine(GFuncsTag);
-    WriteFunctionList(document.Functions(), output);
+    WriteFunctionList(content.functions, output);
     output.WriteLine(FuncCodeTag);
-    for (std::int32_t i = 0; i < document.GetFunctionCount(); ++i) {
-        WriteFunction(document.Functions(), i, output);
+    for (std::int32_t i = 0; i < content.functions.GetCount(); ++i) {
+        WriteFunction(content.functions, i, output);
     }
     output.WriteLine(EventCodeTag);
-    for (std::int32_t i = 0; i < EventCount; ++i) {
-        output.WriteLine(EventTable[static_cast<std::size_t>(i)].tag);
-        WriteValue(output, FuncBodyKey, document.EventCodeAt(i));
+    for (std::size_t i = 0; i < EventTable.size(); ++i) {
+        output.WriteLine(EventTable[i].tag);
+        WriteValue(output, FuncBodyKey, content.eventTexts[i].View());
     }
     output.WriteLine(EndPsfTag);
 }

@@ -3,8 +3,7 @@
 
 #include "document/CCodeGenerator.h"
 #include "document/EncodedOutput.h"
-#include "document/PsfReader.h"
-#include "document/PsfWriter.h"
+#include "document/PsfReadObserver.h"
 #include "platform/system/SequentialFiles.h"
 
 #include <exception>
@@ -15,7 +14,7 @@ namespace tessaly {
 
 namespace {
 
-constexpr std::string_view DefaultVarCode = "/* ... include ... */\n\n/* ... variables ...*/\n";
+constexpr std::string_view DefaultReferences = "/* ... include ... */\n\n/* ... variables ...*/\n";
 
 std::size_t EventIndex(std::int32_t index) {
     if (index < 0 || index >= EventCount) {
@@ -31,13 +30,12 @@ VornSrcObj::VornSrcObj(SequentialFiles& files, const CodePage& codePage) : mFile
 }
 
 Status VornSrcObj::Init() {
-    std::array<SharedText, EventCount> eventCodes;
+    PsfContent content;
+    content.references = DefaultReferences;
     for (std::size_t i = 0; i < EventTable.size(); ++i) {
-        eventCodes[i] = SharedText(EventTable[i].defaultText);
+        content.eventTexts[i] = SharedText(EventTable[i].defaultText);
     }
-    mVarCode = DefaultVarCode; // from here on nothing takes memory
-    mEventCodes = std::move(eventCodes);
-    mFunctions = FuncObject();
+    mContent = std::move(content);
     return Status::Done;
 }
 
@@ -51,8 +49,9 @@ Status VornSrcObj::LoadFile(const std::string& fileName, PsfReadObserver* observ
     mRanOutOfMemory = false;
     try {
         Init();
-        PsfReader reader(*this, mCodePage, observer);
-        mLoadedOK = reader.Read(*mFiles.OpenForInput(fileName));
+        PsfReadObserver nobody;
+        mLoadedOK =
+            ReadPsf(*mFiles.OpenForInput(fileName), mCodePage, mContent, observer != nullptr ? *observer : nobody);
     } catch (const std::bad_alloc&) {
         mLoadedOK = false;
         mRanOutOfMemory = true;
@@ -63,12 +62,12 @@ Status VornSrcObj::LoadFile(const std::string& fileName, PsfReadObserver* observ
 }
 
 Status VornSrcObj::GetVarCode(std::string& code) const {
-    code = mVarCode;
+    code = mContent.references;
     return Status::Done;
 }
 
 Status VornSrcObj::UpdateVarCode(std::string_view code) {
-    mVarCode = code;
+    mContent.references = code;
     return Status::Done;
 }
 
@@ -78,42 +77,42 @@ Status VornSrcObj::GetEventCodeByIndex(std::int32_t index, std::string& code) co
 }
 
 Status VornSrcObj::UpdateEventCodeByIndex(std::int32_t index, std::string_view code) {
-    mEventCodes[EventIndex(index)] = SharedText(code);
+    mContent.eventTexts[EventIndex(index)] = SharedText(code);
     return Status::Done;
 }
 
 std::int32_t VornSrcObj::GetFunctionCount() const {
-    return mFunctions.GetCount();
+    return mContent.functions.GetCount();
 }
 
 Status VornSrcObj::GetFuncName(std::int32_t index, std::string& name) const {
-    return mFunctions.GetName(index, name).value_or(Status::Done);
+    return mContent.functions.GetName(index, name).value_or(Status::Done);
 }
 
 Status VornSrcObj::GetFunction(std::string_view name, std::string& prototype, std::string& code) const {
-    return mFunctions.GetFunction(name, prototype, code);
+    return mContent.functions.GetFunction(name, prototype, code);
 }
 
 Status VornSrcObj::GetFunctionByIndex(std::int32_t index, std::string& prototype, std::string& code) const {
-    return mFunctions.GetFunctionByIndex(index, prototype, code);
+    return mContent.functions.GetFunctionByIndex(index, prototype, code);
 }
 
 Status VornSrcObj::UpdateFunction(std::string_view name, std::string_view prototype, std::string_view code) {
-    return mFunctions.UpdateFunction(name, prototype, code);
+    return mContent.functions.UpdateFunction(name, prototype, code);
 }
 
 Status VornSrcObj::AddFunction(std::string_view name, const TextValue& prototype, const TextValue& code) {
-    return mFunctions.AddFunction(name, prototype.Text(), code.Text());
+    return mContent.functions.AddFunction(name, prototype.Text(), code.Text());
 }
 
 Status VornSrcObj::DeleteFunction(std::string_view name) {
-    return mFunctions.DeleteFunction(name);
+    return mContent.functions.DeleteFunction(name);
 }
 
 Status VornSrcObj::SaveFile(const std::string& fileName) const {
     try {
         EncodedOutput output(mFiles.OpenForOutput(fileName), mCodePage);
-        WritePsf(*this, output);
+        WritePsf(mContent, output);
         output.Close();
         return Status::Done;
     } catch (const std::exception&) {
@@ -138,7 +137,7 @@ Status VornSrcObj::BuildCCode(CCodeSink& sink) const {
 }
 
 std::string_view VornSrcObj::EventCodeAt(std::int32_t index) const {
-    return mEventCodes[EventIndex(index)].View();
+    return mContent.eventTexts[EventIndex(index)].View();
 }
 
 } // namespace tessaly

@@ -2,13 +2,10 @@
 // It shows no messages; its callers turn the status codes into them.
 #pragma once
 
-#include "document/EventTable.h"
-#include "document/FuncObject.h"
-#include "document/SharedText.h"
+#include "document/PsfFile.h"
 #include "document/Status.h"
 #include "document/TextValue.h"
 
-#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -78,20 +75,16 @@ public:
     bool RanOutOfMemory() const { return mRanOutOfMemory; }
 
     // The texts without copying, good until the document changes.
-    const FuncObject& Functions() const { return mFunctions; }
-    std::string_view VarCode() const { return mVarCode; }
+    const FuncObject& Functions() const { return mContent.functions; }
+    std::string_view VarCode() const { return mContent.references; }
     std::string_view EventCodeAt(std::int32_t index) const;
 
 private:
-    friend class PsfReader;
-
     SequentialFiles& mFiles;
     const CodePage& mCodePage;
     bool mLoadedOK = false;
     bool mRanOutOfMemory = false;
-    std::string mVarCode;
-    std::array<SharedText, EventCount> mEventCodes;
-    FuncObject mFunctions;
+    PsfContent mContent;
 };
 
 } // namespace tessaly

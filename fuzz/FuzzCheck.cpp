@@ -14,9 +14,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     MemoryFiles files;
     files.contents["in"] = bytes;
     VornSrcObj document(files, codePage);
-    psf::PsfWarnings warnings(document);
+    psf::PsfWarnings warnings;
     const Status status = document.LoadFile("in", &warnings);
-    const std::vector<psf::PsfWarning> found = warnings.Finish(bytes, codePage);
+    const std::vector<psf::PsfWarning> found = warnings.Finish(document, bytes, codePage);
     for (const psf::PsfWarning& warning : found) {
         CHECK(warning.offset <= bytes.size());
         CHECK(warning.text.find(": ") != std::string::npos);

@@ -56,9 +56,9 @@ int Check(Session& session, const std::string& file) {
         return ExitStatus(Status::LoadFailed);
     }
     VornSrcObj document = session.NewDocument();
-    PsfWarnings observer(document);
+    PsfWarnings observer;
     const Status status = document.LoadFile(file, &observer);
-    const std::vector<PsfWarning> warnings = observer.Finish(bytes, *session.codePage);
+    const std::vector<PsfWarning> warnings = observer.Finish(document, bytes, *session.codePage);
     LineCounter lines(bytes);
     for (const PsfWarning& warning : warnings) {
         Print(Printable(file + ":" + std::to_string(lines.LineAt(warning.offset)) + ": warning: " + warning.text) +

@@ -1,0 +1,33 @@
+// A PSF file: what it holds, and how that is read and written. The writer is not the exact mirror of the reader: every
+// value that is saved and loaded again has gained a CR LF, kept on purpose.
+#pragma once
+
+#include "document/EventTable.h"
+#include "document/FuncObject.h"
+#include "document/SharedText.h"
+
+#include <array>
+#include <string>
+
+namespace tessaly {
+
+class CodePage;
+class EncodedOutput;
+class InputFile;
+class PsfReadObserver;
+
+struct PsfContent {
+    std::string references;
+    std::array<SharedText, EventCount> eventTexts;
+    FuncObject functions;
+};
+
+// Reads the whole file into `content`, which must have no functions, and closes it. What the file lacks keeps its
+// value. True when the end tag ended an event's text. Throws on unreadable data and on a NumFuncs= value that is no
+// number; what was read until then stays.
+bool ReadPsf(InputFile& file, const CodePage& codePage, PsfContent& content, PsfReadObserver& observer);
+
+// Writes a whole file. Throws what `output` throws.
+void WritePsf(const PsfContent& content, EncodedOutput& output);
+
+} // namespace tessaly

@@ -1,0 +1,57 @@
+// Warnings for [GFuncs] and [FuncCode]: the list of functions and their sections.
+#pragma once
+
+#include "document/VornSrcObj.h"
+#include "programs/psf/Findings.h"
+
+namespace tessaly::psf {
+
+class FunctionWarnings {
+public:
+    explicit FunctionWarnings(Findings& findings) : mFindings(findings) {}
+
+    // What the reader meets.
+    void Count(PsfLine value);
+    void Names(PsfLine value);
+    void Step(PsfStep step, std::int32_t index, PsfLine line);
+
+    bool AreAnnounced() const { return mCount > 0; }
+
+    // The load ended at a count that is no number.
+    bool CountIsBad() const { return mCountIsBad; }
+
+    // Warns of what only shows behind the load.
+    void Finish(const FuncObject& functions, const std::string& bytes, const CodePage& codePage);
+
+private:
+    // A function and where its parts begin in the file.
+    struct Section {
+        std::int32_t index = -1; // in the list of names
+        std::uint64_t header = 0;
+        std::uint64_t prototype = 0;
+        std::uint64_t body = 0;
+    };
+
+    void Begin(std::int32_t index, std::uint64_t offset) { mSection = {index, offset, offset, offset}; }
+    void Ended(std::int32_t index, PsfLine line);
+    void Lost(std::int32_t index, PsfLine line);
+    std::vector<Section> CheckDropped(const FuncObject& functions);
+    void CheckFunction(const Section& section, const std::string& member, std::string_view prototype,
+                       std::string_view code);
+    void CheckNames(const std::string& bytes, const CodePage& codePage);
+    std::string_view NameOf(std::int32_t index) const;
+    std::string Member(std::int32_t index) const;
+
+    Findings& mFindings;
+    std::int32_t mCount = 0;
+    std::uint64_t mCountLine = 0;
+    bool mCountIsBad = false;
+    std::string mNamesText;
+    std::vector<std::string_view> mNames; // pieces of mNamesText
+    std::uint64_t mNamesLine = 0;
+    Section mSection;
+    std::vector<Section> mRead;
+    bool mSectionsMissing = false; // and this has its warning
+};
+
+} // namespace tessaly::psf
