@@ -59,7 +59,7 @@ SIZE Measure(const std::wstring& text, HFONT font, int width) {
 }
 
 SIZE MeasureLabel(HWND label, int width) {
-    return Measure(TextOf(label), reinterpret_cast<HFONT>(SendMessageW(label, WM_GETFONT, 0, 0)), width);
+    return Measure(TextOf(label), std::bit_cast<HFONT>(SendMessageW(label, WM_GETFONT, 0, 0)), width);
 }
 
 // Of the whole window.
