@@ -9,6 +9,7 @@
 #include "programs/psf/Printable.h"
 
 #include <cstdio>
+#include <functional>
 #include <nlohmann/json.hpp>
 
 namespace tessaly::psf {
@@ -25,9 +26,19 @@ std::string ReadStandardInput() {
     return text;
 }
 
-int UnknownMember(const std::string& file, const std::string& member) {
-    PrintError(file + ": there is no member \"" + member + "\"");
-    return ExitStatus(Status::NotFound);
+// Loads `file` and returns what `command` makes of its member of that name.
+int WithMember(Session& session, const std::string& file, const std::string& member,
+               const std::function<int(VornSrcObj&, CCodeOrigin)>& command) {
+    VornSrcObj document = session.NewDocument();
+    if (const Status status = Load(document, file); status != Status::Done) {
+        return ExitStatus(status);
+    }
+    const auto found = FindMember(document, member);
+    if (!found) {
+        PrintError(file + ": there is no member \"" + member + "\"");
+        return ExitStatus(Status::NotFound);
+    }
+    return command(document, *found);
 }
 
 // Takes a generation that is made only to see whether it succeeds.
@@ -69,16 +80,10 @@ int ShowList(Session& session, const std::string& file) {
 }
 
 int ShowMember(Session& session, const std::string& file, const std::string& member) {
-    VornSrcObj document = session.NewDocument();
-    if (const Status status = Load(document, file); status != Status::Done) {
-        return ExitStatus(status);
-    }
-    const auto found = FindMember(document, member);
-    if (!found) {
-        return UnknownMember(file, member);
-    }
-    Print(MemberText(document, *found));
-    return Success;
+    return WithMember(session, file, member, [](VornSrcObj& document, CCodeOrigin found) {
+        Print(MemberText(document, found));
+        return Success;
+    });
 }
 
 int ShowJson(Session& session, const std::string& file) {
@@ -106,28 +111,22 @@ int ShowJson(Session& session, const std::string& file) {
 }
 
 int Set(Session& session, const std::string& file, const std::string& member) {
-    VornSrcObj document = session.NewDocument();
-    if (const Status status = Load(document, file); status != Status::Done) {
-        return ExitStatus(status);
-    }
-    const auto found = FindMember(document, member);
-    if (!found) {
-        return UnknownMember(file, member);
-    }
-    const std::string text = ReadStandardInput();
-    if (std::ferror(stdin) != 0) {
-        PrintError("standard input cannot be read");
-        return WrongUsage;
-    }
-    if (!IsUtf8(text)) {
-        PrintError("standard input is not UTF-8");
-        return WrongUsage;
-    }
-    if (const Status status = UpdateMember(document, *found, text); status != Status::Done) {
-        PrintError(file + ": the text of \"" + member + "\" cannot be replaced");
-        return ExitStatus(status);
-    }
-    return ExitStatus(Save(document, file));
+    return WithMember(session, file, member, [&](VornSrcObj& document, CCodeOrigin found) {
+        const std::string text = ReadStandardInput();
+        if (std::ferror(stdin) != 0) {
+            PrintError("standard input cannot be read");
+            return WrongUsage;
+        }
+        if (!IsUtf8(text)) {
+            PrintError("standard input is not UTF-8");
+            return WrongUsage;
+        }
+        if (const Status status = UpdateMember(document, found, text); status != Status::Done) {
+            PrintError(file + ": the text of \"" + member + "\" cannot be replaced");
+            return ExitStatus(status);
+        }
+        return ExitStatus(Save(document, file));
+    });
 }
 
 int Add(Session& session, const std::string& file, const std::string& name) {
