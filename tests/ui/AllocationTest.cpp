@@ -102,6 +102,32 @@ INSTANTIATE_TEST_SUITE_P(Commands, AllocationTest,
                                                    }}),
                          [](const auto& command) { return command.param.name; });
 
+class FreshProgram : public MainWindow {
+    void TestBody() override {}
+};
+
+TEST(AllocationAtStart, AStepOfTheStartThatHasNoMemoryLeavesTheOthers) {
+    std::size_t failed = 0;
+    bool isOver = false;
+    for (std::size_t number = 1; !isOver; ++number) {
+        FreshProgram program;
+        program.desktop.msgBox.decide = [](const MemoryMsgBox::Record&) { return MsgResult::Ok; };
+        program.Install();
+        Allocations().leftUntilFailure = number;
+        EXPECT_NO_THROW(program.window.Show());
+        isOver = Allocations().leftUntilFailure > 0;
+        Allocations().leftUntilFailure = 0;
+        if (program.window.mLastWidth == 0) {
+            continue; // it failed before the errors begin to be skipped
+        }
+        failed += isOver ? 0U : 1U;
+        const int missing = (program.window.mCompBat.empty() ? 1 : 0) + (program.window.mCompFileName.empty() ? 1 : 0) +
+                            (program.window.mHelpFile.empty() ? 1 : 0);
+        EXPECT_LE(missing, 1) << "allocation " << number;
+    }
+    EXPECT_GT(failed, 20U);
+}
+
 TEST(AllocationOfTexts, WithoutMemoryForTheTextsOfALanguageAllStayInTheOther) {
     bool isOver = false;
     for (std::size_t number = 1; !isOver; ++number) {

@@ -245,6 +245,38 @@ TEST_F(CommandsTest, AFailedSaveAsIsReportedAsASuccess) {
     EXPECT_FALSE(window.FuncBodyChangedFlag);
 }
 
+TEST_F(CommandsTest, AFileThatWasSavedCountsAsSavedEvenIfTheStatusBarFails) {
+    Open("a.PSF", GoodPsf());
+    desktop.msgBox.decide = [](const Record&) { return MsgResult::Ok; };
+    bool isOver = false;
+    for (std::size_t number = 1; !isOver; ++number) {
+        MakeChange();
+        const std::size_t boxes = Boxes();
+        desktop.faults.FailAt(number);
+        Choose("mnuSavePSF");
+        isOver = desktop.faults.IsPending();
+        desktop.faults.Off();
+        EXPECT_EQ(window.FuncBodyChangedFlag, Boxes() > boxes) << "call " << number;
+    }
+    EXPECT_GT(Boxes(), 0U);
+}
+
+TEST_F(CommandsTest, AFileThatWasSavedAsCountsAsSavedOnlyWhenTheStatusBarSaysSo) {
+    bool isOver = false;
+    for (std::size_t number = 1; !isOver; ++number) {
+        MakeChange();
+        ASSERT_EQ(Panel(2), "");
+        desktop.files.contents.erase("new.PSF");
+        desktop.fileDialog.WillChoose("new.PSF");
+        desktop.faults.FailAt(number);
+        Choose("mnuSaveAsPSF");
+        isOver = desktop.faults.IsPending();
+        desktop.faults.Off();
+        EXPECT_EQ(window.FuncBodyChangedFlag, Panel(2).empty()) << "call " << number;
+    }
+    EXPECT_FALSE(window.FuncBodyChangedFlag);
+}
+
 TEST_F(CommandsTest, TheSaveQuestionReportsEachOutcome) {
     Open("a.PSF", GoodPsf());
     desktop.msgBox.WillPress(MsgResult::Yes);

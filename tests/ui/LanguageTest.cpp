@@ -193,6 +193,19 @@ TEST(LanguageTest, TheLabelFollowsTheItemThatIsEdited) {
     }
 }
 
+TEST(LanguageTest, TheTipsOfTheToolBarFollow) {
+    Program program;
+    program.Start();
+    program.desktop.tree.Click("_0f");
+    const auto tips = [&] {
+        return program.desktop.toolBar.ButtonTip(1) + ", " + program.desktop.toolBar.ButtonTip(2);
+    };
+    program.Choose("mnuGerman");
+    EXPECT_EQ(tips(), "Funktion hinzufügen, Löschen");
+    program.Choose("mnuEnglish");
+    EXPECT_EQ(tips(), "Add Function, Delete");
+}
+
 // Each call fails in its turn. What kept its text tells which call was whose.
 TEST(LanguageTest, AControlThatFailsKeepsItsTextAndTheOthersFollowInTheirOrder) {
     Shown failed;
