@@ -1,7 +1,7 @@
 // Any bytes through every kind of code page, and through UTF-16: what comes out is text, goes back where each byte is a
 // character, and no block is left. The first byte picks the code page.
 #include "fuzz/Check.h"
-#include "platform/system/posix/CodePages.h"
+#include "platform/system/CodePages.h"
 #include "platform/text/CodePage.h"
 #include "platform/text/Utf16.h"
 #include "platform/text/Utf8.h"

@@ -1,6 +1,6 @@
 // Loads any bytes as a PSF and checks everything that must hold for every input. The first byte picks the
 // code page and the size of the pieces in which the file arrives.
-#include "platform/system/posix/CodePages.h"
+#include "platform/system/CodePages.h"
 #include "platform/text/SingleByteCodePage.h"
 #include "tests/Agreement.h"
 
@@ -10,7 +10,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const std::unique_ptr<tessaly::CodePage> codePages[] = {
-        tessaly::MakeDefaultCodePage(), tessaly::MakeCodePage("1253"), tessaly::MakeCodePage("932")};
+        tessaly::MakeSystemCodePage(), tessaly::MakeCodePage("1253"), tessaly::MakeCodePage("932")};
     if (size == 0) {
         return 0;
     }

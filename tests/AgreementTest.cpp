@@ -2,7 +2,7 @@
 // every size of piece in which a file arrives.
 #include "tests/Agreement.h"
 
-#include "programs/psf/Host.h"
+#include "platform/system/CodePages.h"
 #include "tests/PsfBuilder.h"
 
 #include <gtest/gtest.h>
@@ -68,8 +68,8 @@ std::string RandomFile(std::mt19937& random) {
 
 TEST(AgreementTest, RandomFilesAreReadAsTheStateTablesSay) {
     std::mt19937 random(20261120);
-    const std::unique_ptr<CodePage> codePages[] = {psf::MakeNamedCodePage("1252"), psf::MakeNamedCodePage("1253"),
-                                                   psf::MakeNamedCodePage("932"), psf::MakeNamedCodePage("utf-8")};
+    const std::unique_ptr<CodePage> codePages[] = {MakeCodePage("1252"), MakeCodePage("1253"), MakeCodePage("932"),
+                                                   MakeCodePage("utf-8")};
     for (int round = 0; round < 5000; ++round) {
         const std::string file = RandomFile(random);
         const std::size_t readSize = round % 3 == 0 ? 4096 : 1 + random() % 40;
@@ -80,7 +80,7 @@ TEST(AgreementTest, RandomFilesAreReadAsTheStateTablesSay) {
 }
 
 TEST(AgreementTest, LinesLongerThanEveryBufferAreReadAsTheStateTablesSay) {
-    const auto codePage = psf::MakeNamedCodePage("1252");
+    const auto codePage = MakeCodePage("1252");
     for (const std::size_t size : {262142U, 262143U, 262144U, 262145U, 700000U}) {
         const std::string line(size, 'x');
         for (const std::string& references :
@@ -94,7 +94,7 @@ TEST(AgreementTest, LinesLongerThanEveryBufferAreReadAsTheStateTablesSay) {
 }
 
 TEST(AgreementTest, ALineEndThatIsCutByTheBufferIsStillOneLineEnd) {
-    const auto codePage = psf::MakeNamedCodePage("1252");
+    const auto codePage = MakeCodePage("1252");
     for (std::size_t fill = 262000; fill < 262150; ++fill) {
         const std::string file = "[GVars]\r\n" + std::string(fill, 'x') + "\r\n[GFuncs]\r\n";
         ASSERT_EQ(FindDisagreement(file, *codePage, 1 << 20), "") << fill;

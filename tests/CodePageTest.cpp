@@ -1,5 +1,5 @@
 // Code pages: nothing is lost that has a byte, and what has none becomes "?".
-#include "platform/system/posix/CodePages.h"
+#include "platform/system/CodePages.h"
 #include "platform/text/SingleByteCodePage.h"
 #include "platform/text/Utf8.h"
 #include "tests/CodePageText.h"
@@ -34,13 +34,13 @@ TEST(CodePageTest, EveryByteOfASingleByteCodePageSurvives) {
 }
 
 TEST(CodePageTest, CharactersWithoutAPlaceBecomeOneQuestionMarkEach) {
-    EXPECT_EQ(Encode(*MakeDefaultCodePage(), "aΩ😀\u0100b"), "a???b");
+    EXPECT_EQ(Encode(*MakeSystemCodePage(), "aΩ😀\u0100b"), "a???b");
     EXPECT_EQ(Encode(*MakeCodePage("1253"), "Ωäx"), "\xD9?x");
     EXPECT_EQ(Encode(*MakeCodePage("932"), "あä😀x"), "\x82\xA0??x");
 }
 
 TEST(CodePageTest, BytesThatAreNotUtf8BecomeQuestionMarks) {
-    EXPECT_EQ(Encode(*MakeDefaultCodePage(), "a\xFF\xC3"), "a??");
+    EXPECT_EQ(Encode(*MakeSystemCodePage(), "a\xFF\xC3"), "a??");
     EXPECT_EQ(Encode(*MakeCodePage("932"), "a\xFF\xC3"), "a??");
 }
 

@@ -4,7 +4,6 @@
 
 #include "platform/system/Registry.h"
 #include "platform/system/SequentialFiles.h"
-#include "platform/text/CodePage.h"
 
 #include <functional>
 #include <memory>
@@ -21,12 +20,8 @@ int RunWithArguments(int argc, char** argv, const std::function<int(const std::v
 
 std::unique_ptr<SequentialFiles> MakeFiles();
 
-// The code page where nobody chose one, and how the help calls it.
-std::unique_ptr<CodePage> MakeHostCodePage();
+// How the help calls the code page where nobody chose one.
 std::string_view HostCodePageName();
-
-// The code page of that name; null when there is none, or none for files of this kind.
-std::unique_ptr<CodePage> MakeNamedCodePage(const std::string& name);
 
 // The settings: the file that $TESSALY_SETTINGS names, or else where this system keeps them. `onProblem` is called with
 // whatever is wrong with them; what is right counts.

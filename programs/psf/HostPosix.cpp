@@ -1,7 +1,6 @@
 // Linux and its kin: plain bytes everywhere, a file for the registry, no shell between psf and the compiler.
 #include "platform/settings/RegistryStore.h"
 #include "platform/settings/SettingsFile.h"
-#include "platform/system/posix/CodePages.h"
 #include "platform/system/posix/Process.h"
 #include "platform/system/posix/SequentialFiles.h"
 #include "programs/psf/Host.h"
@@ -19,16 +18,8 @@ std::unique_ptr<SequentialFiles> MakeFiles() {
     return std::make_unique<PosixFiles>();
 }
 
-std::unique_ptr<CodePage> MakeHostCodePage() {
-    return MakeDefaultCodePage();
-}
-
 std::string_view HostCodePageName() {
     return "1252";
-}
-
-std::unique_ptr<CodePage> MakeNamedCodePage(const std::string& name) {
-    return MakeCodePage(name);
 }
 
 std::unique_ptr<Registry> OpenSettings(SequentialFiles& files,

@@ -1,8 +1,8 @@
 // Windows: arguments in UTF-16, the real registry, text of compilers in the system's code page.
 #include "platform/settings/ReadSettingsFile.h"
 #include "platform/settings/RegistryStore.h"
+#include "platform/system/CodePages.h"
 #include "platform/system/Environment.h"
-#include "platform/system/win32/CodePages.h"
 #include "platform/system/win32/Library.h"
 #include "platform/system/win32/Process.h"
 #include "platform/system/win32/Registry.h"
@@ -25,16 +25,8 @@ std::unique_ptr<SequentialFiles> MakeFiles() {
     return std::make_unique<Win32Files>();
 }
 
-std::unique_ptr<CodePage> MakeHostCodePage() {
-    return MakeSystemCodePage();
-}
-
 std::string_view HostCodePageName() {
     return "the system's";
-}
-
-std::unique_ptr<CodePage> MakeNamedCodePage(const std::string& name) {
-    return MakeCodePage(name);
 }
 
 std::unique_ptr<Registry> OpenSettings(SequentialFiles& files,

@@ -3,6 +3,7 @@
 
 #include "document/VornSrcObj.h"
 #include "platform/system/AtomicFile.h"
+#include "platform/system/CodePages.h"
 #include "programs/psf/Host.h"
 
 #include <functional>

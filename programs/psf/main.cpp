@@ -128,7 +128,8 @@ int Run(const std::vector<std::string>& arguments) {
         return WrongUsage;
     }
     Session session;
-    session.codePage = commandLine.codePage.empty() ? MakeHostCodePage() : MakeNamedCodePage(commandLine.codePage);
+    session.codePage =
+        commandLine.codePage.empty() ? tessaly::MakeSystemCodePage() : tessaly::MakeCodePage(commandLine.codePage);
     if (!session.codePage) {
         PrintError("unknown code page \"" + commandLine.codePage + "\"");
         return WrongUsage;

@@ -1,5 +1,5 @@
 // Code pages by Windows: nothing is lost that has a byte, and what has none becomes "?", never a look-alike.
-#include "platform/system/win32/CodePages.h"
+#include "platform/system/CodePages.h"
 #include "platform/text/SingleByteCodePage.h"
 #include "platform/text/Utf8.h"
 #include "tests/CodePageText.h"

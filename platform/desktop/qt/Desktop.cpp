@@ -2,14 +2,14 @@
 #include "platform/desktop/qt/Desktop.h"
 
 #include "platform/desktop/qt/ModalWindows.h"
-#include "platform/system/posix/CodePages.h"
+#include "platform/system/CodePages.h"
 
 namespace tessaly {
 
 QtDesktop::QtDesktop(const std::string& commandLine, const Environment& environment, Registry& settings)
     : app(commandLine, environment),
       mSettings(settings),
-      mCodePage(MakeDefaultCodePage()) {
+      mCodePage(MakeSystemCodePage()) {
     treeLabel.SetBuddy(tree.Widget());
     paneLabel.SetBuddy(pane.Widget());
     app.onSendF1 = [this] { window.SendKey(Qt::Key_F1); };

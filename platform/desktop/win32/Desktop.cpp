@@ -4,7 +4,7 @@
 #include "platform/desktop/win32/Help.h"
 #include "platform/desktop/win32/NameWindow.h"
 #include "platform/desktop/win32/SplashWindow.h"
-#include "platform/system/win32/CodePages.h"
+#include "platform/system/CodePages.h"
 #include "platform/system/win32/CommandLine.h"
 
 #include <utility>

@@ -1,5 +1,5 @@
 // Code pages from iconv. A single-byte one is read out once into a table; only multi-byte ones convert by iconv.
-#include "platform/system/posix/CodePages.h"
+#include "platform/system/CodePages.h"
 
 #include "platform/text/SingleByteCodePage.h"
 #include "platform/text/Utf8.h"
@@ -171,7 +171,7 @@ std::string CanonicalName(std::string name) {
 std::unique_ptr<CodePage> MakeCodePage(const std::string& name) {
     const std::string canonical = CanonicalName(name);
     if (canonical == "CP1252") {
-        return MakeDefaultCodePage();
+        return MakeSystemCodePage();
     }
     // A suffix such as //TRANSLIT would change what has no place, and an empty name means the locale's charset.
     if (canonical.empty() || canonical.find('/') != std::string::npos) {
@@ -191,7 +191,7 @@ std::unique_ptr<CodePage> MakeCodePage(const std::string& name) {
     return std::make_unique<SingleByteCodePage>(highHalf);
 }
 
-std::unique_ptr<CodePage> MakeDefaultCodePage() {
+std::unique_ptr<CodePage> MakeSystemCodePage() {
     return std::make_unique<SingleByteCodePage>(Windows1252HighHalf());
 }
 

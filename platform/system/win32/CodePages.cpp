@@ -1,5 +1,5 @@
 // A single-byte code page is read out once into a table; only double-byte ones go on asking Windows.
-#include "platform/system/win32/CodePages.h"
+#include "platform/system/CodePages.h"
 
 #include "platform/system/win32/Text.h"
 #include "platform/text/SingleByteCodePage.h"

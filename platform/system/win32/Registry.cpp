@@ -1,7 +1,7 @@
 // Access rights are passed on as they come: a key that was made with none refuses to be written, and that is wanted.
 #include "platform/system/win32/Registry.h"
 
-#include "platform/system/win32/CodePages.h"
+#include "platform/system/CodePages.h"
 
 #include <algorithm>
 #include <windows.h>
