@@ -22,7 +22,7 @@ public:
     VornSrcObj* operator->() { return &mDocument; }
 
 private:
-    PosixFiles mFiles;
+    posix::SequentialFiles mFiles;
     SingleByteCodePage mCodePage;
     VornSrcObj mDocument;
 };

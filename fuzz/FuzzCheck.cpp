@@ -11,7 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     using namespace tessaly;
     const std::string bytes(reinterpret_cast<const char*>(data), size);
     const SingleByteCodePage codePage(Windows1252HighHalf());
-    MemoryFiles files;
+    memory::SequentialFiles files;
     files.contents["in"] = bytes;
     VornSrcObj document(files, codePage);
     psf::PsfWarnings warnings;

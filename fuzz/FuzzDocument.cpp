@@ -120,16 +120,16 @@ private:
     }
 
     // Has one of the next calls fail, or none.
-    void MayFail(MemoryFiles::Call first, MemoryFiles::Call second) {
+    void MayFail(memory::SequentialFiles::Call first, memory::SequentialFiles::Call second) {
         mFiles.readSize = mInput.ConsumeIntegralInRange<std::size_t>(1, 64);
-        const MemoryFiles::Call calls[] = {first, second, MemoryFiles::Call::Close};
+        const memory::SequentialFiles::Call calls[] = {first, second, memory::SequentialFiles::Call::Close};
         mFiles.FailAt(mInput.PickValueInArray(calls), mInput.ConsumeIntegralInRange<std::size_t>(0, 6));
     }
 
     void Save() {
-        mFiles.FailAt(MemoryFiles::Call::Open, 0);
+        mFiles.FailAt(memory::SequentialFiles::Call::Open, 0);
         CHECK(mDocument.SaveFile("whole") == Status::Done);
-        MayFail(MemoryFiles::Call::Open, MemoryFiles::Call::Write);
+        MayFail(memory::SequentialFiles::Call::Open, memory::SequentialFiles::Call::Write);
         mFiles.contents.erase("saved");
         const Status status = mDocument.SaveFile("saved");
         CHECK(mFiles.contents["whole"].starts_with(mFiles.contents["saved"]));
@@ -137,11 +137,11 @@ private:
     }
 
     void Build() {
-        mFiles.FailAt(MemoryFiles::Call::Open, 0);
+        mFiles.FailAt(memory::SequentialFiles::Call::Open, 0);
         const bool brace = std::any_of(mFunctions.begin(), mFunctions.end(),
                                        [](const Function& f) { return f.code.starts_with("{"); });
         CHECK(mDocument.BuildCCodeFile("whole") == (brace ? Status::GenerationFailed : Status::Done));
-        MayFail(MemoryFiles::Call::Open, MemoryFiles::Call::Write);
+        MayFail(memory::SequentialFiles::Call::Open, memory::SequentialFiles::Call::Write);
         mFiles.contents.erase("built");
         const Status status = mDocument.BuildCCodeFile("built");
         CHECK(mFiles.contents["whole"].starts_with(mFiles.contents["built"]));
@@ -153,11 +153,11 @@ private:
         if (!mFiles.contents.contains("saved")) {
             return;
         }
-        MayFail(MemoryFiles::Call::Open, MemoryFiles::Call::Read);
+        MayFail(memory::SequentialFiles::Call::Open, memory::SequentialFiles::Call::Read);
         const Status status = mDocument.LoadFile("saved");
         CHECK(status == Status::Done || status == Status::LoadFailed);
         CHECK(mDocument.LoadedOK() == (status == Status::Done));
-        mFiles.FailAt(MemoryFiles::Call::Open, 0);
+        mFiles.FailAt(memory::SequentialFiles::Call::Open, 0);
         if (status == Status::Done) {
             VornSrcObj other(mFiles, mCodePage);
             CHECK(other.LoadFile("saved") == Status::Done);
@@ -201,7 +201,7 @@ private:
     }
 
     FuzzedDataProvider& mInput;
-    MemoryFiles mFiles;
+    memory::SequentialFiles mFiles;
     SingleByteCodePage mCodePage{Windows1252HighHalf()};
     VornSrcObj mDocument{mFiles, mCodePage};
     std::string mReferences;

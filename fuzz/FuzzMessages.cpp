@@ -113,7 +113,7 @@ private:
         }
     }
 
-    MemoryFiles mFiles;
+    memory::SequentialFiles mFiles;
     SingleByteCodePage mCodePage{Windows1252HighHalf()};
     VornSrcObj mDocument{mFiles, mCodePage};
     std::optional<psf::DiagnosticMap> mMap;

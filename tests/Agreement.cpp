@@ -139,7 +139,7 @@ LiteralDocument Grown(LiteralDocument document) {
 } // namespace
 
 std::string FindDisagreement(const std::string& bytes, const CodePage& codePage, std::size_t readSize) {
-    MemoryFiles files;
+    memory::SequentialFiles files;
     files.readSize = readSize;
     files.contents["in"] = bytes;
     VornSrcObj document(files, codePage);

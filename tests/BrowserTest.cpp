@@ -36,7 +36,7 @@ protected:
     }
 
     bool IsFound() const {
-        return HtmlOpensInBrowser([this](const std::string& name) {
+        return posix::HtmlOpensInBrowser([this](const std::string& name) {
             const auto variable = mVariables.find(name);
             return variable != mVariables.end() ? std::optional(variable->second) : std::nullopt;
         });

@@ -138,7 +138,7 @@ TEST_F(CCodeTest, OnMsgIsWrittenLikeAnyOtherEventFromItsStoredText) {
 }
 
 TEST_F(CCodeTest, AFileThatCannotBeCreatedIsStatusSix) {
-    files.FailAt(MemoryFiles::Call::Open, 1);
+    files.FailAt(memory::SequentialFiles::Call::Open, 1);
     EXPECT_EQ(document.BuildCCodeFile("bump.c"), Status::GenerationFailed);
     EXPECT_EQ(files.contents.count("bump.c"), 0U);
 }

@@ -32,7 +32,7 @@ protected:
 
     // Starts a shell script, whose last word is "end", and returns all that it wrote.
     std::string Run(const std::string& script) const {
-        StartDetached({"/bin/sh", "-c", script + "\necho end"}, mOutput);
+        posix::StartDetached({"/bin/sh", "-c", script + "\necho end"}, mOutput);
         const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
         std::string text = Read();
         while (!text.ends_with("end\n") && std::chrono::steady_clock::now() < deadline) {
@@ -51,7 +51,7 @@ protected:
 
     static int StartError(const std::vector<std::string>& arguments) {
         try {
-            StartDetached(arguments, "");
+            posix::StartDetached(arguments, "");
         } catch (const std::system_error& error) {
             return error.code().value();
         }
@@ -75,7 +75,7 @@ TEST_F(DetachedProcessTest, EveryArgumentArrivesAsItIs) {
     const std::string program =
         Make("a program", "#!/bin/sh\nfor a in \"$@\"; do echo \"<$a>\"; done\necho end\n", 0700);
     const std::vector<std::string> odd = {program, "a b", "$HOME", "`id`", "*", "", "\xC3\xA4'\\"};
-    StartDetached(odd, mOutput);
+    posix::StartDetached(odd, mOutput);
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
     while (!Read().ends_with("end\n") && std::chrono::steady_clock::now() < deadline) {
         std::this_thread::sleep_for(std::chrono::milliseconds(2));
@@ -121,7 +121,7 @@ TEST_F(DetachedProcessTest, WhatCannotBeStartedIsAnError) {
 }
 
 TEST_F(DetachedProcessTest, AnOutputThatCannotBeMadeIsAnError) {
-    EXPECT_THROW(StartDetached({"/bin/true"}, (mFolder / "missing/out").string()), std::system_error);
+    EXPECT_THROW(posix::StartDetached({"/bin/true"}, (mFolder / "missing/out").string()), std::system_error);
 }
 
 } // namespace

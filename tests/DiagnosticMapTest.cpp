@@ -19,8 +19,8 @@ protected:
     std::string Compile(const std::string& command) {
         Generate();
         std::string output;
-        RunProcess({"/bin/sh", "-c", "cd '" + mFolder.string() + "' && exec env LC_ALL=C " + command},
-                   [&output](std::string_view piece) { output += piece; });
+        posix::RunProcess({"/bin/sh", "-c", "cd '" + mFolder.string() + "' && exec env LC_ALL=C " + command},
+                          [&output](std::string_view piece) { output += piece; });
         return output;
     }
 };

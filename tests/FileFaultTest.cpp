@@ -9,7 +9,7 @@
 namespace tessaly {
 namespace {
 
-using Call = MemoryFiles::Call;
+using Call = memory::SequentialFiles::Call;
 
 class FileFaultTest : public ::testing::Test, public MemoryDocument {
 protected:

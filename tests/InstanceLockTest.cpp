@@ -23,15 +23,15 @@ protected:
 };
 
 TEST_F(InstanceLockTest, TheFirstOneHasItAndTheSecondFindsItTaken) {
-    const InstanceLock first(mPath);
+    const posix::PreviousInstanceTest first(mPath);
     EXPECT_FALSE(first.PreviousInstance());
-    EXPECT_TRUE(InstanceLock(mPath).PreviousInstance());
-    EXPECT_TRUE(InstanceLock(mPath).PreviousInstance()) << "asking takes nothing away";
+    EXPECT_TRUE(posix::PreviousInstanceTest(mPath).PreviousInstance());
+    EXPECT_TRUE(posix::PreviousInstanceTest(mPath).PreviousInstance()) << "asking takes nothing away";
 }
 
 TEST_F(InstanceLockTest, ItIsFreeWhenTheFirstOneHasGone) {
-    { const InstanceLock first(mPath); }
-    EXPECT_FALSE(InstanceLock(mPath).PreviousInstance());
+    { const posix::PreviousInstanceTest first(mPath); }
+    EXPECT_FALSE(posix::PreviousInstanceTest(mPath).PreviousInstance());
 }
 
 TEST_F(InstanceLockTest, AnotherProcessHoldsItUntilItIsKilled) {
@@ -39,7 +39,7 @@ TEST_F(InstanceLockTest, AnotherProcessHoldsItUntilItIsKilled) {
     ASSERT_EQ(::pipe(pipe.data()), 0);
     const pid_t child = ::fork();
     if (child == 0) {
-        const InstanceLock held(mPath);
+        const posix::PreviousInstanceTest held(mPath);
         const char answer = held.PreviousInstance() ? 't' : 'h';
         [[maybe_unused]] const ssize_t written = ::write(pipe[1], &answer, 1);
         while (true) {
@@ -49,16 +49,16 @@ TEST_F(InstanceLockTest, AnotherProcessHoldsItUntilItIsKilled) {
     char answer = 0;
     ASSERT_EQ(::read(pipe[0], &answer, 1), 1);
     EXPECT_EQ(answer, 'h');
-    EXPECT_TRUE(InstanceLock(mPath).PreviousInstance());
+    EXPECT_TRUE(posix::PreviousInstanceTest(mPath).PreviousInstance());
     ::kill(child, SIGKILL);
     ASSERT_EQ(::waitpid(child, nullptr, 0), child);
-    EXPECT_FALSE(InstanceLock(mPath).PreviousInstance());
+    EXPECT_FALSE(posix::PreviousInstanceTest(mPath).PreviousInstance());
     ::close(pipe[0]);
     ::close(pipe[1]);
 }
 
 TEST_F(InstanceLockTest, WhereNoFileCanBeMadeNobodyIsThought) {
-    EXPECT_FALSE(InstanceLock("/proc/no/such/tessaly.lock").PreviousInstance());
+    EXPECT_FALSE(posix::PreviousInstanceTest("/proc/no/such/tessaly.lock").PreviousInstance());
 }
 
 TEST(InstanceLockPathTest, EachUserHasHisOwn) {
@@ -67,13 +67,13 @@ TEST(InstanceLockPathTest, EachUserHasHisOwn) {
         const auto found = variables.find(name);
         return found != variables.end() ? std::optional(found->second) : std::nullopt;
     };
-    EXPECT_EQ(InstanceLockPath(environment), "/h/.local/state/tessaly/tessaly.lock");
+    EXPECT_EQ(posix::InstanceLockPath(environment), "/h/.local/state/tessaly/tessaly.lock");
     variables["XDG_STATE_HOME"] = "/s";
-    EXPECT_EQ(InstanceLockPath(environment), "/s/tessaly/tessaly.lock");
+    EXPECT_EQ(posix::InstanceLockPath(environment), "/s/tessaly/tessaly.lock");
     variables["XDG_RUNTIME_DIR"] = "/run/user/7";
-    EXPECT_EQ(InstanceLockPath(environment), "/run/user/7/tessaly.lock");
+    EXPECT_EQ(posix::InstanceLockPath(environment), "/run/user/7/tessaly.lock");
     variables["XDG_RUNTIME_DIR"] = "relative";
-    EXPECT_EQ(InstanceLockPath(environment), "/s/tessaly/tessaly.lock");
+    EXPECT_EQ(posix::InstanceLockPath(environment), "/s/tessaly/tessaly.lock");
 }
 
 } // namespace

@@ -15,7 +15,7 @@ inline void PrintTo(Status status, std::ostream* stream) {
 }
 
 struct MemoryDocument {
-    MemoryFiles files;
+    memory::SequentialFiles files;
     SingleByteCodePage codePage{Windows1252HighHalf()};
     VornSrcObj document{files, codePage};
 

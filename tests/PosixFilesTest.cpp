@@ -30,7 +30,7 @@ protected:
     std::string Path(const std::string& name) const { return (folder / name).string(); }
 
     fs::path folder;
-    PosixFiles files;
+    posix::SequentialFiles files;
     SingleByteCodePage codePage{Windows1252HighHalf()};
     VornSrcObj document{files, codePage};
 };

@@ -21,7 +21,7 @@ using Arguments = std::vector<std::string>;
 
 // Splits with these files in existence; `asked` is what the files were looked up by.
 Arguments Split(std::string_view line, const std::set<std::string>& files = {}, Arguments* asked = nullptr) {
-    return SplitCommandLine(line, [&](const std::string& path) {
+    return posix::SplitCommandLine(line, [&](const std::string& path) {
         if (asked != nullptr) {
             asked->push_back(path);
         }
@@ -93,7 +93,7 @@ TEST(SplitCommandLineTest, ALineOfBlanksIsNotSearchedWithoutEnd) {
         line += "a ";
     }
     std::size_t asked = 0;
-    const Arguments arguments = SplitCommandLine(line, [&asked](const std::string&) {
+    const Arguments arguments = posix::SplitCommandLine(line, [&asked](const std::string&) {
         ++asked;
         return false;
     });
@@ -102,23 +102,23 @@ TEST(SplitCommandLineTest, ALineOfBlanksIsNotSearchedWithoutEnd) {
 }
 
 TEST(IsRegularFileTest, OnlyAFileIsOne) {
-    EXPECT_TRUE(IsRegularFile("/bin/sh"));
-    EXPECT_FALSE(IsRegularFile("/bin"));
-    EXPECT_FALSE(IsRegularFile("/dev/null"));
-    EXPECT_FALSE(IsRegularFile("/bin/no such file"));
-    EXPECT_FALSE(IsRegularFile(std::string("/bin/sh\0x", 9)));
+    EXPECT_TRUE(posix::IsRegularFile("/bin/sh"));
+    EXPECT_FALSE(posix::IsRegularFile("/bin"));
+    EXPECT_FALSE(posix::IsRegularFile("/dev/null"));
+    EXPECT_FALSE(posix::IsRegularFile("/bin/no such file"));
+    EXPECT_FALSE(posix::IsRegularFile(std::string("/bin/sh\0x", 9)));
 }
 
 class RunProcessTest : public testing::Test {
 protected:
-    ProcessResult Run(const Arguments& arguments) {
-        return RunProcess(arguments, [this](std::string_view piece) {
+    posix::ProcessResult Run(const Arguments& arguments) {
+        return posix::RunProcess(arguments, [this](std::string_view piece) {
             EXPECT_FALSE(piece.empty());
             mOutput += piece;
         });
     }
 
-    ProcessResult RunShell(const std::string& script) { return Run({"/bin/sh", "-c", script}); }
+    posix::ProcessResult RunShell(const std::string& script) { return Run({"/bin/sh", "-c", script}); }
 
     std::string mOutput;
 };
@@ -173,7 +173,7 @@ TEST_F(RunProcessTest, StandardInputIsEmpty) {
 }
 
 TEST_F(RunProcessTest, AProgramThatDoesNotExistIsNotStarted) {
-    const ProcessResult result = Run({"/no/such/program"});
+    const posix::ProcessResult result = Run({"/no/such/program"});
     EXPECT_FALSE(result.Started());
     EXPECT_EQ(result.startError, ENOENT);
     EXPECT_EQ(Run({"no-such-program-anywhere"}).startError, ENOENT);
@@ -186,7 +186,7 @@ TEST_F(RunProcessTest, AFolderOrAPlainFileIsNotStarted) {
 }
 
 TEST_F(RunProcessTest, AnExitStatusOf127IsNoStartError) {
-    const ProcessResult result = RunShell("exit 127");
+    const posix::ProcessResult result = RunShell("exit 127");
     EXPECT_TRUE(result.Started());
     EXPECT_EQ(result.exitStatus, 127);
 }
@@ -212,7 +212,7 @@ TEST_F(RunProcessTest, OutputArrivesBeforeTheProcessEnds) {
     // Ends with status 0 only once the first piece was handed on.
     const std::string script = "echo ready; i=0; while [ $i -lt 100 ]; do [ -e '" + gate.string() +
                                "' ] && exit 0; sleep 0.1; i=$((i+1)); done; exit 1";
-    EXPECT_EQ(RunProcess({"/bin/sh", "-c", script}, open).exitStatus, 0);
+    EXPECT_EQ(posix::RunProcess({"/bin/sh", "-c", script}, open).exitStatus, 0);
     EXPECT_TRUE(opened);
     std::filesystem::remove(gate);
 }
@@ -255,7 +255,7 @@ TEST_F(RunProcessTest, AnExceptionOfTheCallerKillsTheProcessAndIsPassedOn) {
     const std::set<int> before = OpenDescriptors();
     const auto start = std::chrono::steady_clock::now();
     const auto refuse = [](std::string_view) { throw std::runtime_error("full"); };
-    EXPECT_THROW(RunProcess({"/bin/sh", "-c", "echo x; sleep 20"}, refuse), std::runtime_error);
+    EXPECT_THROW(posix::RunProcess({"/bin/sh", "-c", "echo x; sleep 20"}, refuse), std::runtime_error);
     EXPECT_LT(SecondsSince(start), 10);
     EXPECT_EQ(OpenDescriptors(), before);
     EXPECT_FALSE(HasChildren());
@@ -301,8 +301,8 @@ TEST_F(RunProcessTest, ItWorksWithTheStandardDescriptorsClosed) {
         ::close(1);
         ::close(2);
         std::string output;
-        const ProcessResult result = RunProcess({"/bin/sh", "-c", "cat; echo a; echo b >&2; exit 5"},
-                                                [&output](std::string_view piece) { output += piece; });
+        const posix::ProcessResult result = posix::RunProcess({"/bin/sh", "-c", "cat; echo a; echo b >&2; exit 5"},
+                                                              [&output](std::string_view piece) { output += piece; });
         ::_exit(output == "a\nb\n" && result.exitStatus == 5 ? 0 : 1);
     }
     int status = -1;

@@ -10,7 +10,7 @@ namespace {
 
 using namespace std::string_literals;
 
-using Call = MemoryRegistry::Call;
+using Call = memory::Registry::Call;
 
 class ReadRegValueTest : public testing::Test {
 protected:
@@ -35,13 +35,13 @@ protected:
     // "" or the names of the calls made, each by its first letter.
     std::string Calls() const {
         std::string letters;
-        for (const MemoryRegistry::Record& record : mRegistry.calls) {
+        for (const memory::Registry::Record& record : mRegistry.calls) {
             letters += "OQC"[static_cast<std::size_t>(record.call)];
         }
         return letters;
     }
 
-    MemoryRegistry mRegistry;
+    memory::Registry mRegistry;
 };
 
 TEST_F(ReadRegValueTest, AStringStoredWithItsNulIsReadWhole) {

@@ -129,7 +129,7 @@ TEST_F(SettingsFilesTest, TheUsersValuesStandOverThoseForAllUsers) {
     Write(Make("system"), "\"a\"=\"system\"\n\"b\"=\"system\"\nwrong\n");
     Write(Make("config"), "\"b\"=\"own\"\n");
     mVariables = {{"XDG_CONFIG_HOME", Path("config")}, {"XDG_CONFIG_DIRS", Path("system")}};
-    PosixFiles files;
+    posix::SequentialFiles files;
     RegistryStore store;
     EXPECT_EQ(ReadSettings(files, Variables(), store).size(), 1U);
     EXPECT_EQ(ValueIn(store, Registry::LocalMachine, "K", "a"), "1:73797374656d00");
@@ -140,7 +140,7 @@ TEST_F(SettingsFilesTest, ATildeForAllUsersIsEachUsersHomeWithTheFoldersInIt) {
     Write(Make("system"), "\"a\"=\"~/new/folder/a.c\"\n\"b\"=\"x~/\"\n");
     Write(Make("config"), "\"c\"=\"~/own\"\n");
     mVariables = {{"HOME", Path("home")}, {"XDG_CONFIG_HOME", Path("config")}, {"XDG_CONFIG_DIRS", Path("system")}};
-    PosixFiles files;
+    posix::SequentialFiles files;
     RegistryStore store;
     EXPECT_TRUE(ReadSettings(files, Variables(), store).empty());
     std::map<std::string, std::string> texts;
@@ -157,7 +157,7 @@ TEST(ProcessEnvironmentTest, AVariableHasAValueOrNone) {
 }
 
 TEST(ReadSettingsFileTest, TheFileIsReadIntoTheStore) {
-    MemoryFiles files;
+    memory::SequentialFiles files;
     files.contents["s.reg"] = std::string(First) + "[HKLM\\K]\n\"a\"=\"x\"\nwrong\n";
     files.readSize = 7;
     RegistryStore store;
@@ -169,14 +169,14 @@ TEST(ReadSettingsFileTest, TheFileIsReadIntoTheStore) {
 }
 
 TEST(ReadSettingsFileTest, AMissingFileIsAnEmptyRegistry) {
-    PosixFiles files;
+    posix::SequentialFiles files;
     RegistryStore store;
     EXPECT_TRUE(ReadSettingsFile(files, "/no/such/settings.reg", store).empty());
     EXPECT_EQ(ValueIn(store, Registry::LocalMachine, "K", "a"), "no key");
 }
 
 TEST(ReadSettingsFileTest, AFileThatCannotBeReadIsAnError) {
-    PosixFiles files;
+    posix::SequentialFiles files;
     RegistryStore store;
     const std::vector<RegistryTextError> errors = ReadSettingsFile(files, "/etc", store);
     ASSERT_EQ(errors.size(), 1U);
@@ -184,17 +184,17 @@ TEST(ReadSettingsFileTest, AFileThatCannotBeReadIsAnError) {
 }
 
 TEST(ReadSettingsFileTest, AFileThatFailsHalfwayLeavesNothingInTheStore) {
-    MemoryFiles files;
+    memory::SequentialFiles files;
     files.contents["s.reg"] = std::string(First) + "[HKLM\\K]\n";
     files.readSize = 10;
-    files.FailAt(MemoryFiles::Call::Read, 3);
+    files.FailAt(memory::SequentialFiles::Call::Read, 3);
     RegistryStore store;
     EXPECT_EQ(ReadSettingsFile(files, "s.reg", store).size(), 1U);
     EXPECT_EQ(ValueIn(store, Registry::LocalMachine, "K", "a"), "no key");
 }
 
 TEST(ReadSettingsFileTest, AnEndlessFileIsAnError) {
-    PosixFiles files;
+    posix::SequentialFiles files;
     RegistryStore store;
     EXPECT_EQ(ReadSettingsFile(files, "/dev/zero", store).size(), 1U);
 }

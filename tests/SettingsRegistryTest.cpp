@@ -69,7 +69,7 @@ protected:
         return error == Registry::Success ? bytes.substr(0, size) : "none";
     }
 
-    PosixFiles mFiles;
+    posix::SequentialFiles mFiles;
     std::filesystem::path mFolder;
 };
 

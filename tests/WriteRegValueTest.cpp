@@ -14,7 +14,7 @@ namespace {
 
 using namespace std::string_literals;
 
-using Call = MemoryRegistry::Call;
+using Call = memory::Registry::Call;
 
 class WriteRegValueTest : public testing::Test {
 protected:
@@ -28,13 +28,13 @@ protected:
     // The calls made, each by its first letter; N is CreateKey.
     std::string Calls() const {
         std::string letters;
-        for (const MemoryRegistry::Record& record : mRegistry.calls) {
+        for (const memory::Registry::Record& record : mRegistry.calls) {
             letters += "OQCNS"[static_cast<std::size_t>(record.call)];
         }
         return letters;
     }
 
-    MemoryRegistry mRegistry;
+    memory::Registry mRegistry;
     std::string mText; // what was passed, as it came back
 };
 
@@ -160,7 +160,7 @@ TEST_F(WriteRegValueTest, AnExceptionOfTheRegistryReachesTheCaller) {
 }
 
 TEST(WriteRegValueOnTodaysWindowsTest, EveryWriteIsRefused) {
-    MemoryRegistry registry(RegistryStore::AccessRights::Enforced);
+    memory::Registry registry(RegistryStore::AccessRights::Enforced);
     std::string number = "1";
     std::string text = "ab";
     EXPECT_EQ(WriteRegValue(registry, Registry::LocalMachine, SettingsKey, "Number", "n", number), "-1");
@@ -172,7 +172,7 @@ TEST(WriteRegValueOnTodaysWindowsTest, EveryWriteIsRefused) {
 }
 
 TEST(WriteRegValueOnTodaysWindowsTest, AValueCanStillBeRead) {
-    MemoryRegistry registry(RegistryStore::AccessRights::Enforced);
+    memory::Registry registry(RegistryStore::AccessRights::Enforced);
     Registry::Handle key = 0;
     ASSERT_EQ(registry.store.CreateKey(Registry::LocalMachine, SettingsKey, Registry::SetAccess, key), 0);
     ASSERT_EQ(registry.store.SetValue(key, LanguageSetting, Registry::DwordType, "\1\0\0\0"s), 0);

@@ -72,7 +72,7 @@ constexpr std::array<Key, 6> Keys = {{
 }};
 
 // Returns whether every key has changed the text.
-bool TypeAll(tessaly::QtRichTextBox& box) {
+bool TypeAll(tessaly::qt::RichTextBox& box) {
     QPlainTextEdit& pane = box.Widget();
     Drawing drawing;
     pane.viewport()->installEventFilter(&drawing);
@@ -93,8 +93,8 @@ int main(int count, char** arguments) {
     QApplication application(count, arguments);
     QMainWindow window;
     window.resize(960, 660);
-    tessaly::QtFocus focus(window);
-    tessaly::QtRichTextBox box(&window, focus);
+    tessaly::qt::Focus focus(window);
+    tessaly::qt::RichTextBox box(&window, focus);
     QPlainTextEdit& pane = box.Widget();
     pane.setGeometry(0, 0, 960, 660);
     box.SetText(Program());

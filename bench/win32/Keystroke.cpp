@@ -54,7 +54,7 @@ double Type(HWND pane, const Key& key) {
 }
 
 // What a keystroke leaves to be done later is done meanwhile.
-void Wait(tessaly::Win32EventLoop& loop) {
+void Wait(tessaly::win32::EventLoop& loop) {
     const DWORD start = GetTickCount();
     for (DWORD passed = 0; passed < Rest; passed = GetTickCount() - start) {
         MsgWaitForMultipleObjects(0, nullptr, FALSE, Rest - passed, QS_ALLINPUT);
@@ -62,7 +62,7 @@ void Wait(tessaly::Win32EventLoop& loop) {
     }
 }
 
-void TypeAll(HWND pane, tessaly::Win32Desktop& desktop) {
+void TypeAll(HWND pane, tessaly::win32::Desktop& desktop) {
     int changes = 0;
     desktop.FuncBody().onChange = [&changes] { ++changes; };
     for (int round = 0; round < Rounds; ++round) {
@@ -94,7 +94,7 @@ void PutCaret(HWND pane) {
 }
 
 void Run() {
-    tessaly::Win32Desktop desktop;
+    tessaly::win32::Desktop desktop;
     desktop.FuncBody().SetExtent({4000, 900, 9000, 6500});
     desktop.MainWindow().Show();
     desktop.FuncBody().SetFuncBodyAvailable(true);

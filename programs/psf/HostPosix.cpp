@@ -10,12 +10,12 @@
 namespace tessaly::psf {
 
 int RunWithArguments(int argc, char** argv, const std::function<int(const std::vector<std::string>&)>& run) {
-    ReportFileSizeLimit();
+    posix::ReportFileSizeLimit();
     return run({argv, argv + argc});
 }
 
 std::unique_ptr<SequentialFiles> MakeFiles() {
-    return std::make_unique<PosixFiles>();
+    return std::make_unique<posix::SequentialFiles>();
 }
 
 std::string_view HostCodePageName() {
@@ -32,7 +32,7 @@ std::unique_ptr<Registry> OpenSettings(SequentialFiles& files,
 }
 
 bool CarriesArgument(const std::string& commandLine, const std::string& argument) {
-    const auto arguments = SplitCommandLine(commandLine, IsRegularFile);
+    const auto arguments = posix::SplitCommandLine(commandLine, posix::IsRegularFile);
     return arguments.size() > 1 && arguments.back() == argument;
 }
 
@@ -42,8 +42,8 @@ std::string_view UncarriedCharacters() {
 
 CompilerResult RunCompiler(const std::string& commandLine, std::string& output) {
     std::signal(SIGCHLD, SIG_DFL); // a parent that ignored it would leave us nothing to wait for
-    const ProcessResult result = RunProcess(SplitCommandLine(commandLine, IsRegularFile),
-                                            [&output](std::string_view piece) { output += piece; });
+    const posix::ProcessResult result = posix::RunProcess(posix::SplitCommandLine(commandLine, posix::IsRegularFile),
+                                                          [&output](std::string_view piece) { output += piece; });
     return {{result.startError, std::generic_category()}, result.exitStatus};
 }
 

@@ -16,13 +16,13 @@
 namespace tessaly::psf {
 
 int RunWithArguments(int /*argc*/, char** /*argv*/, const std::function<int(const std::vector<std::string>&)>& run) {
-    KeepToSystemLibraries();
-    const Win32Streams streams;
-    return run(Win32Arguments());
+    win32::KeepToSystemLibraries();
+    const win32::Streams streams;
+    return run(win32::Arguments());
 }
 
 std::unique_ptr<SequentialFiles> MakeFiles() {
-    return std::make_unique<Win32Files>();
+    return std::make_unique<win32::SequentialFiles>();
 }
 
 std::string_view HostCodePageName() {
@@ -33,7 +33,7 @@ std::unique_ptr<Registry> OpenSettings(SequentialFiles& files,
                                        const std::function<void(const std::string&)>& onProblem) {
     const std::string path = ProcessEnvironment("TESSALY_SETTINGS").value_or("");
     if (path.empty()) {
-        return std::make_unique<Win32Registry>();
+        return std::make_unique<win32::Registry>();
     }
     auto settings = std::make_unique<RegistryStore>();
     for (const RegistryTextError& error : ReadSettingsFile(files, path, *settings)) {
@@ -54,7 +54,8 @@ std::string_view UncarriedCharacters() {
 CompilerResult RunCompiler(const std::string& commandLine, std::string& output) {
     _putenv_s("TESSALY_NO_PAUSE", "1"); // nobody would see the kit's batch file ask for a key
     std::string bytes;
-    const ProcessResult result = RunProcess(commandLine, [&bytes](std::string_view piece) { bytes += piece; });
+    const win32::ProcessResult result =
+        win32::RunProcess(commandLine, [&bytes](std::string_view piece) { bytes += piece; });
     if (IsUtf8(bytes)) { // some compilers write that
         output += bytes;
     } else {

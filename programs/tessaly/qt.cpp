@@ -38,19 +38,19 @@ QIcon OwnIcon() {
 } // namespace
 
 int main(int argumentCount, char** arguments) {
-    tessaly::ReportFileSizeLimit();
-    const tessaly::InstanceLock lock(tessaly::InstanceLockPath(tessaly::ProcessEnvironment));
+    tessaly::posix::ReportFileSizeLimit();
+    const tessaly::posix::PreviousInstanceTest lock(tessaly::posix::InstanceLockPath(tessaly::ProcessEnvironment));
     // None of the arguments is Qt's: what looks like an option may be the name of a file.
     int ownCount = 1;
     std::array<char*, 2> own = {arguments[0], nullptr};
     std::optional<QApplication> application;
-    tessaly::PosixFiles files;
+    tessaly::posix::SequentialFiles files;
     std::optional<tessaly::SettingsRegistry> settings;
-    std::optional<tessaly::QtDesktop> desktop;
-    std::optional<tessaly::QtSession> session;
+    std::optional<tessaly::qt::Desktop> desktop;
+    std::optional<tessaly::qt::Session> session;
     std::optional<tessaly::VornMainFrm> window;
     const auto isGerman = [&window] { return window && window->mLanguage == tessaly::GermanLanguage; };
-    tessaly::QtTexts ownTexts(isGerman);
+    tessaly::qt::Texts ownTexts(isGerman);
     tessaly::StartUp(lock, [&] {
         application.emplace(ownCount, own.data());
         QApplication::setQuitOnLastWindowClosed(false);

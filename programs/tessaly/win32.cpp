@@ -13,8 +13,8 @@ namespace {
 
 // Returns the exit code of the program.
 int Run() {
-    const tessaly::Win32PreviousInstance previous("Tessaly");
-    std::optional<tessaly::Win32Desktop> desktop;
+    const tessaly::win32::PreviousInstanceTest previous("Tessaly");
+    std::optional<tessaly::win32::Desktop> desktop;
     std::optional<tessaly::VornMainFrm> window;
     tessaly::StartUp(previous, [&] { window.emplace(desktop.emplace()).Show(); });
     return window ? desktop->Run() : 0;
@@ -23,7 +23,7 @@ int Run() {
 } // namespace
 
 int WINAPI wWinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, PWSTR /*commandLine*/, int /*show*/) {
-    tessaly::KeepToSystemLibraries();
+    tessaly::win32::KeepToSystemLibraries();
     try {
         return Run();
     } catch (const std::exception& error) {

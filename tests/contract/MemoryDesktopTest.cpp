@@ -12,34 +12,34 @@ namespace {
 
 class MemoryDesktopTest : public ::testing::Test {
 protected:
-    MemoryDesktop desktop;
+    memory::Desktop desktop;
     MenuItem& menu = desktop.AddMenu(nullptr, "mnuFile");
     std::unique_ptr<NameWindow> nameWindow = desktop.NewNameWindow();
     std::unique_ptr<SplashWindow> splash = desktop.NewSplashWindow();
 };
 
 TEST_F(MemoryDesktopTest, ATestFailureIsNoStandardException) {
-    EXPECT_FALSE((std::is_base_of_v<std::exception, UnexpectedDialog>));
-    EXPECT_FALSE((std::is_base_of_v<std::exception, ImpossibleAction>));
-    EXPECT_THROW(desktop.msgBox.Show("text", "", MsgButtons::Ok, MsgIcon::None), UnexpectedDialog);
-    EXPECT_THROW(desktop.fileDialog.ShowOpen({}), UnexpectedDialog);
-    EXPECT_THROW(desktop.fileDialog.ShowSave({}), UnexpectedDialog);
-    EXPECT_THROW(nameWindow->ShowModal(), UnexpectedDialog);
-    EXPECT_THROW(splash->ShowModal(), UnexpectedDialog);
+    EXPECT_FALSE((std::is_base_of_v<std::exception, memory::UnexpectedDialog>));
+    EXPECT_FALSE((std::is_base_of_v<std::exception, memory::ImpossibleAction>));
+    EXPECT_THROW(desktop.msgBox.Show("text", "", MsgButtons::Ok, MsgIcon::None), memory::UnexpectedDialog);
+    EXPECT_THROW(desktop.fileDialog.ShowOpen({}), memory::UnexpectedDialog);
+    EXPECT_THROW(desktop.fileDialog.ShowSave({}), memory::UnexpectedDialog);
+    EXPECT_THROW(nameWindow->ShowModal(), memory::UnexpectedDialog);
+    EXPECT_THROW(splash->ShowModal(), memory::UnexpectedDialog);
 }
 
 TEST_F(MemoryDesktopTest, AScriptMustLeaveItsWindowHidden) {
-    desktop.modal.WillUseName([](MemoryNameWindow& window) { window.Type("name"); });
-    EXPECT_THROW(nameWindow->ShowModal(), UnexpectedDialog);
-    desktop.modal.WillUseSplash([](MemorySplashWindow& window) { window.PressKey(); });
-    EXPECT_THROW(splash->ShowModal(), UnexpectedDialog);
+    desktop.modal.WillUseName([](memory::NameWindow& window) { window.Type("name"); });
+    EXPECT_THROW(nameWindow->ShowModal(), memory::UnexpectedDialog);
+    desktop.modal.WillUseSplash([](memory::SplashWindow& window) { window.PressKey(); });
+    EXPECT_THROW(splash->ShowModal(), memory::UnexpectedDialog);
     EXPECT_FALSE(desktop.focus.IsBlocked());
 }
 
 TEST_F(MemoryDesktopTest, AWindowIsNoLongerShownWhenItsScriptFails) {
-    desktop.modal.WillUseName([](MemoryNameWindow&) { throw std::runtime_error("script"); });
+    desktop.modal.WillUseName([](memory::NameWindow&) { throw std::runtime_error("script"); });
     EXPECT_THROW(nameWindow->ShowModal(), std::runtime_error);
-    EXPECT_FALSE(static_cast<MemoryNameWindow&>(*nameWindow).IsShown());
+    EXPECT_FALSE(static_cast<memory::NameWindow&>(*nameWindow).IsShown());
     EXPECT_FALSE(desktop.focus.IsBlocked());
 }
 
@@ -47,7 +47,7 @@ TEST_F(MemoryDesktopTest, UnusedAnswersAreCounted) {
     desktop.msgBox.WillPress(MsgResult::Ok);
     desktop.msgBox.WillClose();
     desktop.fileDialog.WillCancel();
-    desktop.modal.WillUseName([](MemoryNameWindow&) {});
+    desktop.modal.WillUseName([](memory::NameWindow&) {});
     desktop.msgBox.Show("", "", MsgButtons::Ok, MsgIcon::None);
     EXPECT_EQ(desktop.msgBox.AnswersLeft(), 1U);
     EXPECT_EQ(desktop.fileDialog.AnswersLeft(), 1U);
@@ -58,31 +58,31 @@ TEST_F(MemoryDesktopTest, NobodyCanDoWhatIsNotThere) {
     desktop.AddMenu(&menu, "mnuOpen");
     const TreeItem parent = desktop.tree.Add(TreeItem::None, "parent", "");
     const TreeItem hidden = desktop.tree.Add(parent, "hidden", "");
-    EXPECT_THROW(desktop.menus["mnuFile"].Choose(), ImpossibleAction);
-    EXPECT_THROW(desktop.menus["mnuNone"], ImpossibleAction);
-    EXPECT_THROW(desktop.tree.Click("none"), ImpossibleAction);
-    EXPECT_THROW(desktop.tree.Click(hidden), ImpossibleAction);
-    EXPECT_THROW(desktop.toolBar.Press(1), ImpossibleAction);
-    EXPECT_THROW(desktop.window.Resize(1, 1), ImpossibleAction);
-    EXPECT_THROW(desktop.window.PressKey('A'), ImpossibleAction);
-    EXPECT_THROW(desktop.pane.SetCaret(1), ImpossibleAction);
+    EXPECT_THROW(desktop.menus["mnuFile"].Choose(), memory::ImpossibleAction);
+    EXPECT_THROW(desktop.menus["mnuNone"], memory::ImpossibleAction);
+    EXPECT_THROW(desktop.tree.Click("none"), memory::ImpossibleAction);
+    EXPECT_THROW(desktop.tree.Click(hidden), memory::ImpossibleAction);
+    EXPECT_THROW(desktop.toolBar.Press(1), memory::ImpossibleAction);
+    EXPECT_THROW(desktop.window.Resize(1, 1), memory::ImpossibleAction);
+    EXPECT_THROW(desktop.window.PressKey('A'), memory::ImpossibleAction);
+    EXPECT_THROW(desktop.pane.SetCaret(1), memory::ImpossibleAction);
     desktop.pane.SetText("\xC3\xA4");
-    EXPECT_THROW(desktop.pane.SetCaret(1), ImpossibleAction);
+    EXPECT_THROW(desktop.pane.SetCaret(1), memory::ImpossibleAction);
     desktop.msgBox.WillPress(MsgResult::Cancel);
-    EXPECT_THROW(desktop.msgBox.Show("", "", MsgButtons::YesNo, MsgIcon::None), ImpossibleAction);
-    EXPECT_THROW(static_cast<MemoryNameWindow&>(*nameWindow).PressOk(), ImpossibleAction);
+    EXPECT_THROW(desktop.msgBox.Show("", "", MsgButtons::YesNo, MsgIcon::None), memory::ImpossibleAction);
+    EXPECT_THROW(static_cast<memory::NameWindow&>(*nameWindow).PressOk(), memory::ImpossibleAction);
 }
 
 TEST_F(MemoryDesktopTest, NothingIsReachableBehindAModalWindow) {
     const TreeItem item = desktop.tree.Add(TreeItem::None, "key", "");
     desktop.toolBar.AddButton(1, "");
     desktop.window.Show();
-    desktop.modal.WillUseName([&](MemoryNameWindow& window) {
-        EXPECT_THROW(desktop.tree.Click(item), ImpossibleAction);
-        EXPECT_THROW(desktop.pane.Click(), ImpossibleAction);
-        EXPECT_THROW(desktop.toolBar.Press(1), ImpossibleAction);
-        EXPECT_THROW(desktop.menus["mnuFile"].Choose(), ImpossibleAction);
-        EXPECT_THROW(desktop.window.CloseByUser(), ImpossibleAction);
+    desktop.modal.WillUseName([&](memory::NameWindow& window) {
+        EXPECT_THROW(desktop.tree.Click(item), memory::ImpossibleAction);
+        EXPECT_THROW(desktop.pane.Click(), memory::ImpossibleAction);
+        EXPECT_THROW(desktop.toolBar.Press(1), memory::ImpossibleAction);
+        EXPECT_THROW(desktop.menus["mnuFile"].Choose(), memory::ImpossibleAction);
+        EXPECT_THROW(desktop.window.CloseByUser(), memory::ImpossibleAction);
         window.CloseByFrame();
     });
     nameWindow->ShowModal();
@@ -120,13 +120,13 @@ TEST_F(MemoryDesktopTest, WhatWasTypedCanBeUndoneCharacterByCharacter) {
 TEST_F(MemoryDesktopTest, KeysTypeLettersDigitsAndBlanks) {
     desktop.window.Show();
     desktop.pane.Click();
-    for (const int key : {static_cast<int>('X'), static_cast<int>('7'), MemoryKeyBlank, MemoryKeyEnter, KeyF10}) {
+    for (const int key : {static_cast<int>('X'), static_cast<int>('7'), memory::KeyBlank, memory::KeyEnter, KeyF10}) {
         desktop.window.PressKey(key);
     }
-    desktop.window.PressKey('Y', MemoryShift);
+    desktop.window.PressKey('Y', memory::Shift);
     desktop.window.PressKey('Z', 2);
     EXPECT_EQ(desktop.pane.Text(), "x7 \r\nY");
-    desktop.window.PressKey(MemoryKeyBackspace);
+    desktop.window.PressKey(memory::KeyBackspace);
     EXPECT_EQ(desktop.pane.Text(), "x7 \r\n");
 }
 
@@ -148,7 +148,7 @@ TEST_F(MemoryDesktopTest, ArrowKeysMoveOverTheTreeWhileItHasTheFocus) {
     EXPECT_TRUE(desktop.tree.HasFocus());
     EXPECT_TRUE(desktop.tree.MoveDown());
     EXPECT_FALSE(desktop.tree.MoveUp());
-    desktop.window.PressKey(MemoryKeyDown);
+    desktop.window.PressKey(memory::KeyDown);
     EXPECT_EQ(desktop.tree.Shown(), "A\nB*\n");
     EXPECT_FALSE(desktop.tree.MoveDown());
     EXPECT_TRUE(desktop.tree.MoveUp());
@@ -180,7 +180,7 @@ TEST_F(MemoryDesktopTest, WindowSizesAreNotRoundedAndTheSameSizeIsNoChange) {
 }
 
 TEST_F(MemoryDesktopTest, TheNameBoxHasOneLine) {
-    desktop.modal.WillUseName([](MemoryNameWindow& window) {
+    desktop.modal.WillUseName([](memory::NameWindow& window) {
         window.Type("wrong");
         window.EraseAll();
         window.Type("a\r\nb");

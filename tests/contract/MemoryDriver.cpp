@@ -9,7 +9,7 @@ namespace {
 
 class MemoryNameWindowUser final : public NameWindowUser {
 public:
-    MemoryNameWindowUser(MemoryNameWindow& window, MemoryApplication& application)
+    MemoryNameWindowUser(memory::NameWindow& window, memory::Application& application)
         : mWindow(window),
           mApplication(application) {}
 
@@ -25,13 +25,13 @@ public:
     std::string CancelCaption() const override { return mWindow.CancelCaption(); }
 
 private:
-    MemoryNameWindow& mWindow;
-    MemoryApplication& mApplication;
+    memory::NameWindow& mWindow;
+    memory::Application& mApplication;
 };
 
 class MemorySplashWindowUser final : public SplashWindowUser {
 public:
-    MemorySplashWindowUser(MemorySplashWindow& window, MemoryApplication& application)
+    MemorySplashWindowUser(memory::SplashWindow& window, memory::Application& application)
         : mWindow(window),
           mApplication(application) {}
 
@@ -50,8 +50,8 @@ public:
     Distance FromTheMiddleOfItsOwner() const override { return {}; } // there is no screen
 
 private:
-    MemorySplashWindow& mWindow;
-    MemoryApplication& mApplication;
+    memory::SplashWindow& mWindow;
+    memory::Application& mApplication;
 };
 
 } // namespace
@@ -62,7 +62,7 @@ MemoryDriver::MemoryDriver(const Launch& launch) {
 
 // The bars stand at the edges unless they were given a place.
 Extent MemoryDriver::Shown(Control& control) const {
-    const MemoryWindow& window = mDesktop.window;
+    const memory::Window& window = mDesktop.window;
     const float width = window.ClientWidth();
     const float height = window.ClientHeight();
     const float toolBar = mDesktop.toolBar.PreferredHeight();
@@ -78,18 +78,18 @@ Extent MemoryDriver::Shown(Control& control) const {
 }
 
 std::vector<std::string> MemoryDriver::MenuNames(MenuItem* menu) const {
-    return menu == nullptr ? mDesktop.menus.Bar() : static_cast<MemoryMenuItem*>(menu)->DropDown();
+    return menu == nullptr ? mDesktop.menus.Bar() : static_cast<memory::MenuItem*>(menu)->DropDown();
 }
 
 void MemoryDriver::WillUseName(std::function<void(NameWindowUser&)> script) {
-    mDesktop.modal.WillUseName([this, script = std::move(script)](MemoryNameWindow& window) {
+    mDesktop.modal.WillUseName([this, script = std::move(script)](memory::NameWindow& window) {
         MemoryNameWindowUser windowUser(window, mDesktop.app);
         script(windowUser);
     });
 }
 
 void MemoryDriver::WillUseSplash(std::function<void(SplashWindowUser&)> script) {
-    mDesktop.modal.WillUseSplash([this, script = std::move(script)](MemorySplashWindow& window) {
+    mDesktop.modal.WillUseSplash([this, script = std::move(script)](memory::SplashWindow& window) {
         MemorySplashWindowUser windowUser(window, mDesktop.app);
         script(windowUser);
     });
@@ -97,7 +97,7 @@ void MemoryDriver::WillUseSplash(std::function<void(SplashWindowUser&)> script) 
 
 std::vector<SeenMessageBox> MemoryDriver::MessageBoxes() const {
     std::vector<SeenMessageBox> seen;
-    for (const MemoryMsgBox::Record& record : mDesktop.msgBox.records) {
+    for (const memory::MsgBox::Record& record : mDesktop.msgBox.records) {
         seen.push_back({record.text, record.caption, record.buttons, record.icon});
     }
     return seen;
@@ -105,8 +105,8 @@ std::vector<SeenMessageBox> MemoryDriver::MessageBoxes() const {
 
 std::vector<SeenFileDialog> MemoryDriver::FileDialogs() const {
     std::vector<SeenFileDialog> seen;
-    for (const MemoryFileDialog::Record& record : mDesktop.fileDialog.records) {
-        seen.push_back({record.kind == MemoryFileDialog::Kind::Save, record.settings.title, record.settings.fileName,
+    for (const memory::FileDialog::Record& record : mDesktop.fileDialog.records) {
+        seen.push_back({record.kind == memory::FileDialog::Kind::Save, record.settings.title, record.settings.fileName,
                         record.filters, record.pattern, record.hasReadOnlyBox});
     }
     return seen;
@@ -124,7 +124,7 @@ std::string MemoryDriver::UnstartableCommand() {
 
 std::vector<SeenProcessStart> MemoryDriver::Starts() const {
     std::vector<SeenProcessStart> seen;
-    for (const MemoryApplication::Start& start : mDesktop.app.starts) {
+    for (const memory::Application::Start& start : mDesktop.app.starts) {
         seen.push_back({start.commandLine, start.windowStyle});
     }
     return seen;

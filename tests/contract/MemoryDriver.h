@@ -51,8 +51,8 @@ public:
     std::string PanelToolTip(std::int32_t number) const override { return mDesktop.status.PanelText(number); }
     std::string ButtonTip(std::int32_t number) const override { return mDesktop.toolBar.ButtonTip(number); }
     void PressButton(std::int32_t number) override { mDesktop.toolBar.Press(number); }
-    void ChooseMenu(MenuItem& item) override { static_cast<MemoryMenuItem&>(item).Choose(); }
-    void OpenMenuAndLeave(MenuItem& /*menu*/) override { const MemoryBlock open(mDesktop.focus); }
+    void ChooseMenu(MenuItem& item) override { static_cast<memory::MenuItem&>(item).Choose(); }
+    void OpenMenuAndLeave(MenuItem& /*menu*/) override { const memory::Block open(mDesktop.focus); }
     std::vector<std::string> MenuNames(MenuItem* menu) const override;
 
     void WillPress(MsgResult button) override { mDesktop.msgBox.WillPress(button); }
@@ -74,8 +74,8 @@ public:
     std::vector<SeenProcessStart> Starts() const override;
 
 private:
-    MemoryDesktop mDesktop;
-    std::optional<MemoryBlock> mOtherWindow;
+    memory::Desktop mDesktop;
+    std::optional<memory::Block> mOtherWindow;
 };
 
 } // namespace tessaly

@@ -20,7 +20,7 @@ protected:
     std::vector<std::function<void()>> CallsOfControls();
     std::vector<std::function<void()>> CallsOfServices();
 
-    MemoryDesktop desktop;
+    memory::Desktop desktop;
     MenuItem& menu = desktop.AddMenu(nullptr, "mnuFile");
     std::unique_ptr<NameWindow> nameWindow = desktop.NewNameWindow();
     std::unique_ptr<SplashWindow> splash = desktop.NewSplashWindow();
@@ -106,7 +106,7 @@ std::vector<std::function<void()>> MemoryFaultsTest::CallsOfServices() {
         [&] { splash->LblCompanyProduct(); },
         [&] { splash->LblProductName(); },
         [&] {
-            desktop.modal.WillUseName([](MemoryNameWindow& window) { window.CloseByFrame(); });
+            desktop.modal.WillUseName([](memory::NameWindow& window) { window.CloseByFrame(); });
             nameWindow->ShowModal();
         },
         [&] {

@@ -3,45 +3,45 @@
 
 #include <system_error>
 
-namespace tessaly {
+namespace tessaly::memory {
 
-std::string MemoryApplication::CommandLine() const {
+std::string Application::CommandLine() const {
     mFaults.Count();
     return commandLine;
 }
 
-std::int32_t MemoryApplication::Major() const {
+std::int32_t Application::Major() const {
     mFaults.Count();
     return majorVersion;
 }
 
-std::int32_t MemoryApplication::Minor() const {
+std::int32_t Application::Minor() const {
     mFaults.Count();
     return minorVersion;
 }
 
-std::int32_t MemoryApplication::Revision() const {
+std::int32_t Application::Revision() const {
     mFaults.Count();
     return revision;
 }
 
-std::string MemoryApplication::Title() const {
+std::string Application::Title() const {
     mFaults.Count();
     return title;
 }
 
-void MemoryApplication::SetHelpFile(std::string_view path) {
+void Application::SetHelpFile(std::string_view path) {
     mFaults.Count();
     helpFile = path;
 }
 
-void MemoryApplication::SendF1() {
+void Application::SendF1() {
     mFaults.Count();
     ++f1Sent;
     ++f1Waiting;
 }
 
-void MemoryApplication::StartProcess(const std::string& line, std::int32_t windowStyle) {
+void Application::StartProcess(const std::string& line, std::int32_t windowStyle) {
     mFaults.Count();
     if (startsFail) {
         throw std::system_error(std::make_error_code(std::errc::no_such_file_or_directory));
@@ -49,10 +49,10 @@ void MemoryApplication::StartProcess(const std::string& line, std::int32_t windo
     starts.push_back({line, windowStyle});
 }
 
-void MemoryApplication::OpenHelp() {
+void Application::OpenHelp() {
     if (!helpFile.empty()) {
         helpOpened.push_back(helpFile);
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::memory

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::memory {
 
-class MemoryApplication final : public Application {
+class Application final : public tessaly::Application {
 public:
     // A process that was started.
     struct Start {
@@ -19,7 +19,7 @@ public:
         bool operator==(const Start&) const = default;
     };
 
-    explicit MemoryApplication(MemoryFaults& faults) : mFaults(faults) {}
+    explicit Application(Faults& faults) : mFaults(faults) {}
 
     std::string CommandLine() const override;
     std::int32_t Major() const override;
@@ -49,7 +49,7 @@ public:
     std::vector<Start> starts;           // without those that failed
 
 private:
-    MemoryFaults& mFaults;
+    Faults& mFaults;
 };
 
-} // namespace tessaly
+} // namespace tessaly::memory

@@ -8,23 +8,20 @@
 #include <stdexcept>
 #include <string_view>
 
-namespace tessaly {
+namespace tessaly::memory {
 
 // Whether the user can work in a control with the keyboard.
-enum class MemoryKeyboard { Used, Unused };
+enum class Keyboard { Used, Unused };
 
 template <class Interface>
-class MemoryControl : public Interface, public MemoryFocusTarget {
+class Control : public Interface, public FocusTarget {
 public:
-    MemoryControl(MemoryFaults& faults, MemoryFocus& focus, MemoryKeyboard keyboard)
-        : mFaults(faults),
-          mFocus(focus),
-          mKeyboard(keyboard) {
+    Control(Faults& faults, Focus& focus, Keyboard keyboard) : mFaults(faults), mFocus(focus), mKeyboard(keyboard) {
         mFocus.Add(*this);
     }
-    MemoryControl(const MemoryControl&) = delete;
-    MemoryControl& operator=(const MemoryControl&) = delete;
-    ~MemoryControl() override = default;
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+    ~Control() override = default;
 
     Extent GetExtent() const override {
         CountCall();
@@ -38,12 +35,12 @@ public:
 
     bool HasTabStop() const override {
         CountCall();
-        return mKeyboard == MemoryKeyboard::Used;
+        return mKeyboard == Keyboard::Used;
     }
 
     void SetTabStop(bool stop) override {
         CountCall();
-        if (mKeyboard == MemoryKeyboard::Unused) {
+        if (mKeyboard == Keyboard::Unused) {
             throw std::logic_error("the control has no tab stop");
         }
         mIsTabStop = stop;
@@ -57,8 +54,8 @@ public:
         mFocus.events.MovedByProgram(*this);
     }
 
-    bool CanHaveFocus() const override { return mKeyboard == MemoryKeyboard::Used; }
-    bool IsTabStop() const override { return mKeyboard == MemoryKeyboard::Used && mIsTabStop; }
+    bool CanHaveFocus() const override { return mKeyboard == Keyboard::Used; }
+    bool IsTabStop() const override { return mKeyboard == Keyboard::Used && mIsTabStop; }
     bool HasFocus() const { return mFocus.Owner() == this; }
 
 protected:
@@ -67,15 +64,15 @@ protected:
 
     const Extent& OwnExtent() const { return mExtent; }
     void TakeFocus() { mFocus.events.MovedTo(*this); }
-    FocusEvents& Focus() { return mFocus.events; }
+    FocusEvents& Events() { return mFocus.events; }
     void CheckReachable(std::string_view action) const { mFocus.CheckReachable(action); }
 
 private:
-    MemoryFaults& mFaults;
-    MemoryFocus& mFocus;
-    MemoryKeyboard mKeyboard;
+    Faults& mFaults;
+    Focus& mFocus;
+    Keyboard mKeyboard;
     Extent mExtent;
     bool mIsTabStop = true;
 };
 
-} // namespace tessaly
+} // namespace tessaly::memory

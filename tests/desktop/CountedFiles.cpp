@@ -3,13 +3,15 @@
 
 #include <utility>
 
-namespace tessaly {
+namespace tessaly::memory {
 
 namespace {
 
-class CountedInputFile final : public InputFile {
+class CountedInputFile final : public tessaly::InputFile {
 public:
-    CountedInputFile(MemoryFaults& faults, std::unique_ptr<InputFile> file) : mFaults(faults), mFile(std::move(file)) {}
+    CountedInputFile(Faults& faults, std::unique_ptr<tessaly::InputFile> file)
+        : mFaults(faults),
+          mFile(std::move(file)) {}
 
     std::size_t Read(char* buffer, std::size_t size) override {
         mFaults.Count();
@@ -22,13 +24,13 @@ public:
     }
 
 private:
-    MemoryFaults& mFaults;
-    std::unique_ptr<InputFile> mFile;
+    Faults& mFaults;
+    std::unique_ptr<tessaly::InputFile> mFile;
 };
 
-class CountedOutputFile final : public OutputFile {
+class CountedOutputFile final : public tessaly::OutputFile {
 public:
-    CountedOutputFile(MemoryFaults& faults, std::unique_ptr<OutputFile> file)
+    CountedOutputFile(Faults& faults, std::unique_ptr<tessaly::OutputFile> file)
         : mFaults(faults),
           mFile(std::move(file)) {}
 
@@ -43,18 +45,18 @@ public:
     }
 
 private:
-    MemoryFaults& mFaults;
-    std::unique_ptr<OutputFile> mFile;
+    Faults& mFaults;
+    std::unique_ptr<tessaly::OutputFile> mFile;
 };
 
 } // namespace
 
-std::unique_ptr<InputFile> CountedFiles::OpenForInput(const std::string& path) {
+std::unique_ptr<tessaly::InputFile> CountedFiles::OpenForInput(const std::string& path) {
     mFaults.Count();
     return std::make_unique<CountedInputFile>(mFaults, mFiles.OpenForInput(path));
 }
 
-std::unique_ptr<OutputFile> CountedFiles::OpenForOutput(const std::string& path) {
+std::unique_ptr<tessaly::OutputFile> CountedFiles::OpenForOutput(const std::string& path) {
     mFaults.Count();
     return std::make_unique<CountedOutputFile>(mFaults, mFiles.OpenForOutput(path));
 }
@@ -64,4 +66,4 @@ bool CountedFiles::FileExists(const std::string& path) const {
     return mFiles.FileExists(path);
 }
 
-} // namespace tessaly
+} // namespace tessaly::memory

@@ -4,19 +4,19 @@
 #include "platform/system/SequentialFiles.h"
 #include "tests/desktop/Faults.h"
 
-namespace tessaly {
+namespace tessaly::memory {
 
-class CountedFiles final : public SequentialFiles {
+class CountedFiles final : public tessaly::SequentialFiles {
 public:
-    CountedFiles(MemoryFaults& faults, SequentialFiles& files) : mFaults(faults), mFiles(files) {}
+    CountedFiles(Faults& faults, tessaly::SequentialFiles& files) : mFaults(faults), mFiles(files) {}
 
-    std::unique_ptr<InputFile> OpenForInput(const std::string& path) override;
-    std::unique_ptr<OutputFile> OpenForOutput(const std::string& path) override;
+    std::unique_ptr<tessaly::InputFile> OpenForInput(const std::string& path) override;
+    std::unique_ptr<tessaly::OutputFile> OpenForOutput(const std::string& path) override;
     bool FileExists(const std::string& path) const override;
 
 private:
-    MemoryFaults& mFaults;
-    SequentialFiles& mFiles;
+    Faults& mFaults;
+    tessaly::SequentialFiles& mFiles;
 };
 
-} // namespace tessaly
+} // namespace tessaly::memory

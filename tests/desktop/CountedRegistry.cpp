@@ -1,7 +1,7 @@
 // Counts and passes on.
 #include "tests/desktop/CountedRegistry.h"
 
-namespace tessaly {
+namespace tessaly::memory {
 
 std::int32_t CountedRegistry::OpenKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access, Handle& key) {
     mFaults.Count();
@@ -30,4 +30,4 @@ std::int32_t CountedRegistry::CloseKey(Handle key) noexcept {
     return mRegistry.CloseKey(key);
 }
 
-} // namespace tessaly
+} // namespace tessaly::memory

@@ -4,11 +4,11 @@
 #include "platform/system/Registry.h"
 #include "tests/desktop/Faults.h"
 
-namespace tessaly {
+namespace tessaly::memory {
 
-class CountedRegistry final : public Registry {
+class CountedRegistry final : public tessaly::Registry {
 public:
-    CountedRegistry(MemoryFaults& faults, Registry& registry) : mFaults(faults), mRegistry(registry) {}
+    CountedRegistry(Faults& faults, tessaly::Registry& registry) : mFaults(faults), mRegistry(registry) {}
 
     std::int32_t OpenKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access, Handle& key) override;
     std::int32_t QueryValue(Handle key, std::string_view valueName, std::uint32_t& type, char* data,
@@ -18,8 +18,8 @@ public:
     std::int32_t CloseKey(Handle key) noexcept override;
 
 private:
-    MemoryFaults& mFaults;
-    Registry& mRegistry;
+    Faults& mFaults;
+    tessaly::Registry& mRegistry;
 };
 
-} // namespace tessaly
+} // namespace tessaly::memory

@@ -1,16 +1,16 @@
 // A whole desktop in memory.
 #include "tests/desktop/Desktop.h"
 
-namespace tessaly {
+namespace tessaly::memory {
 
-std::unique_ptr<NameWindow> MemoryDesktop::NewNameWindow() {
+std::unique_ptr<tessaly::NameWindow> Desktop::NewNameWindow() {
     faults.Count();
-    return std::make_unique<MemoryNameWindow>(faults, focus, modal.nameWindow);
+    return std::make_unique<NameWindow>(faults, focus, modal.nameWindow);
 }
 
-std::unique_ptr<SplashWindow> MemoryDesktop::NewSplashWindow() {
+std::unique_ptr<tessaly::SplashWindow> Desktop::NewSplashWindow() {
     faults.Count();
-    return std::make_unique<MemorySplashWindow>(faults, focus, modal.splashWindow);
+    return std::make_unique<SplashWindow>(faults, focus, modal.splashWindow);
 }
 
-} // namespace tessaly
+} // namespace tessaly::memory

@@ -22,60 +22,61 @@
 #include "tests/desktop/TreeView.h"
 #include "tests/desktop/Window.h"
 
-namespace tessaly {
+namespace tessaly::memory {
 
-class MemoryDesktop final : public Desktop {
+class Desktop final : public tessaly::Desktop {
 public:
     // With `rights` = Enforced the registry is as strict as that of Windows.
-    explicit MemoryDesktop(RegistryStore::AccessRights rights = RegistryStore::AccessRights::Ignored)
-        : registry(rights) {}
+    explicit Desktop(RegistryStore::AccessRights rights = RegistryStore::AccessRights::Ignored) : registry(rights) {}
 
     // The calls of Desktop itself do not count among `faults`, but for those that make menus and windows.
-    Window& MainWindow() override { return window; }
-    TreeView& CodeTree() override { return tree; }
-    Label& LblcodeTreeViewer() override { return treeLabel; }
-    Label& FuncLabel() override { return paneLabel; }
-    RichTextBox& FuncBody() override { return pane; }
-    ToolBar& VornToolBar() override { return toolBar; }
-    ImageList& QuorvaneImages() override { return images; }
-    StatusBar& StatusBar1() override { return status; }
-    FileDialog& CommonDialog1() override { return fileDialog; }
-    MenuItem& AddMenu(MenuItem* parent, std::string_view name) override { return menus.Add(parent, name); }
-    void AddMenuSeparator(MenuItem& parent) override { menus.AddSeparator(parent); }
-    std::unique_ptr<NameWindow> NewNameWindow() override;
-    std::unique_ptr<SplashWindow> NewSplashWindow() override;
-    MsgBox& MessageBoxes() override { return msgBox; }
-    Application& App() override { return app; }
-    Registry& Settings() override { return mCountedRegistry; }
-    SequentialFiles& Files() override { return mCountedFiles; }
+    tessaly::Window& MainWindow() override { return window; }
+    tessaly::TreeView& CodeTree() override { return tree; }
+    tessaly::Label& LblcodeTreeViewer() override { return treeLabel; }
+    tessaly::Label& FuncLabel() override { return paneLabel; }
+    tessaly::RichTextBox& FuncBody() override { return pane; }
+    tessaly::ToolBar& VornToolBar() override { return toolBar; }
+    tessaly::ImageList& QuorvaneImages() override { return images; }
+    tessaly::StatusBar& StatusBar1() override { return status; }
+    tessaly::FileDialog& CommonDialog1() override { return fileDialog; }
+    tessaly::MenuItem& AddMenu(tessaly::MenuItem* parent, std::string_view name) override {
+        return menus.Add(parent, name);
+    }
+    void AddMenuSeparator(tessaly::MenuItem& parent) override { menus.AddSeparator(parent); }
+    std::unique_ptr<tessaly::NameWindow> NewNameWindow() override;
+    std::unique_ptr<tessaly::SplashWindow> NewSplashWindow() override;
+    tessaly::MsgBox& MessageBoxes() override { return msgBox; }
+    tessaly::Application& App() override { return app; }
+    tessaly::Registry& Settings() override { return mCountedRegistry; }
+    tessaly::SequentialFiles& Files() override { return mCountedFiles; }
     const CodePage& AnsiCodePage() override { return codePage; }
 
-    MemoryFaults faults;
-    MemoryFiles files;
-    MemoryRegistry registry;
+    Faults faults;
+    SequentialFiles files;
+    Registry registry;
     SingleByteCodePage codePage{Windows1252HighHalf()};
-    MemoryApplication app{faults};
+    Application app{faults};
 
     // The main window. The Tab key goes round in this order.
-    MemoryFocus focus;
-    MemoryWindow window{faults, focus, app, files};
-    MemoryLabel treeLabel{faults, focus};
-    MemoryTreeView tree{faults, focus};
-    MemoryLabel paneLabel{faults, focus};
-    MemoryRichTextBox pane{faults, focus};
-    MemoryImageList images{faults};
-    MemoryToolBar toolBar{faults, focus, images};
-    MemoryStatusBar status{faults, focus};
-    MemoryMenus menus{faults, focus};
+    Focus focus;
+    Window window{faults, focus, app, files};
+    Label treeLabel{faults, focus};
+    TreeView tree{faults, focus};
+    Label paneLabel{faults, focus};
+    RichTextBox pane{faults, focus};
+    ImageList images{faults};
+    ToolBar toolBar{faults, focus, images};
+    StatusBar status{faults, focus};
+    Menus menus{faults, focus};
 
     // What comes up over it.
-    MemoryFileDialog fileDialog{faults, focus};
-    MemoryMsgBox msgBox{faults, focus};
-    MemoryModalScripts modal;
+    FileDialog fileDialog{faults, focus};
+    MsgBox msgBox{faults, focus};
+    ModalScripts modal;
 
 private:
     CountedRegistry mCountedRegistry{faults, registry};
     CountedFiles mCountedFiles{faults, files};
 };
 
-} // namespace tessaly
+} // namespace tessaly::memory

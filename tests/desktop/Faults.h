@@ -5,9 +5,9 @@
 #include <cstddef>
 #include <system_error>
 
-namespace tessaly {
+namespace tessaly::memory {
 
-class MemoryFaults {
+class Faults {
 public:
     // Makes the call number `number` (counted from 1) from now on fail, once, before it does anything. It throws a
     // std::system_error, which also is the std::runtime_error that a file call may throw.
@@ -51,4 +51,4 @@ private:
     bool mForEver = false;
 };
 
-} // namespace tessaly
+} // namespace tessaly::memory

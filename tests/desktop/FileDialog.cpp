@@ -7,7 +7,7 @@
 #include <sstream>
 #include <utility>
 
-namespace tessaly {
+namespace tessaly::memory {
 
 namespace {
 
@@ -15,16 +15,16 @@ constexpr std::int32_t HideReadOnlyBox = 4;
 
 } // namespace
 
-std::string MemoryFileDialog::ShowOpen(const FileDialogSettings& settings) {
+std::string FileDialog::ShowOpen(const FileDialogSettings& settings) {
     return Show(Kind::Open, settings);
 }
 
-std::string MemoryFileDialog::ShowSave(const FileDialogSettings& settings) {
+std::string FileDialog::ShowSave(const FileDialogSettings& settings) {
     return Show(Kind::Save, settings);
 }
 
 // What the user sees of a dialog.
-MemoryFileDialog::Record MemoryFileDialog::MakeRecord(Kind kind, const FileDialogSettings& settings) {
+FileDialog::Record FileDialog::MakeRecord(Kind kind, const FileDialogSettings& settings) {
     Record record;
     record.kind = kind;
     record.settings = settings;
@@ -42,9 +42,9 @@ MemoryFileDialog::Record MemoryFileDialog::MakeRecord(Kind kind, const FileDialo
     return record;
 }
 
-std::string MemoryFileDialog::Show(Kind kind, const FileDialogSettings& settings) {
+std::string FileDialog::Show(Kind kind, const FileDialogSettings& settings) {
     mFaults.Count();
-    const MemoryBlock block(mFocus);
+    const Block block(mFocus);
     records.push_back(MakeRecord(kind, settings));
     if (mAnswers.empty()) {
         throw UnexpectedDialog("a file dialog without a prepared answer, filter " + settings.filter);
@@ -57,4 +57,4 @@ std::string MemoryFileDialog::Show(Kind kind, const FileDialogSettings& settings
     return answer.value_or("");
 }
 
-} // namespace tessaly
+} // namespace tessaly::memory

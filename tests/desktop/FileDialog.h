@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::memory {
 
-class MemoryFileDialog final : public FileDialog {
+class FileDialog final : public tessaly::FileDialog {
 public:
     enum class Kind { Open, Save };
 
@@ -26,7 +26,7 @@ public:
         bool hasReadOnlyBox = false;
     };
 
-    MemoryFileDialog(MemoryFaults& faults, MemoryFocus& focus) : mFaults(faults), mFocus(focus) {}
+    FileDialog(Faults& faults, Focus& focus) : mFaults(faults), mFocus(focus) {}
 
     // Both throw UnexpectedDialog when no answer is left.
     std::string ShowOpen(const FileDialogSettings& settings) override;
@@ -45,9 +45,9 @@ private:
     static Record MakeRecord(Kind kind, const FileDialogSettings& settings);
     std::string Show(Kind kind, const FileDialogSettings& settings);
 
-    MemoryFaults& mFaults;
-    MemoryFocus& mFocus; // of the window behind it
+    Faults& mFaults;
+    Focus& mFocus; // of the window behind it
     std::deque<std::optional<std::string>> mAnswers;
 };
 
-} // namespace tessaly
+} // namespace tessaly::memory

@@ -6,13 +6,13 @@
 #include <algorithm>
 #include <string>
 
-namespace tessaly {
+namespace tessaly::memory {
 
-void MemoryFocus::MoveToNextStop() {
+void Focus::MoveToNextStop() {
     const auto owner = std::find(mOrder.begin(), mOrder.end(), Owner());
-    std::vector<MemoryFocusTarget*> behind(owner, mOrder.end());
+    std::vector<FocusTarget*> behind(owner, mOrder.end());
     behind.insert(behind.end(), mOrder.begin(), owner);
-    const auto next = std::find_if(behind.begin(), behind.end(), [this](const MemoryFocusTarget* target) {
+    const auto next = std::find_if(behind.begin(), behind.end(), [this](const FocusTarget* target) {
         return target != Owner() && target->IsTabStop() && target->CanHaveFocus();
     });
     if (next != behind.end()) {
@@ -20,29 +20,29 @@ void MemoryFocus::MoveToNextStop() {
     }
 }
 
-void MemoryFocus::MoveToFirst() {
-    const auto first = std::find_if(mOrder.begin(), mOrder.end(),
-                                    [](const MemoryFocusTarget* target) { return target->CanHaveFocus(); });
+void Focus::MoveToFirst() {
+    const auto first =
+        std::find_if(mOrder.begin(), mOrder.end(), [](const FocusTarget* target) { return target->CanHaveFocus(); });
     if (first != mOrder.end()) {
         events.MovedTo(**first);
     }
 }
 
-void MemoryFocus::Block() {
+void Focus::Block() {
     ++mBlocks;
     events.Taken();
 }
 
-void MemoryFocus::Unblock() {
+void Focus::Unblock() {
     if (--mBlocks == 0 && Owner() != nullptr) {
         events.MovedTo(*Owner());
     }
 }
 
-void MemoryFocus::CheckReachable(std::string_view action) const {
+void Focus::CheckReachable(std::string_view action) const {
     if (IsBlocked()) {
         throw ImpossibleAction(std::string(action) + " behind a modal window");
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::memory

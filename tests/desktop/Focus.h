@@ -6,10 +6,10 @@
 #include <string_view>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::memory {
 
 // What can have the focus.
-class MemoryFocusTarget : public FocusTarget {
+class FocusTarget : public tessaly::FocusTarget {
 public:
     virtual bool CanHaveFocus() const = 0;
     virtual bool IsTabStop() const = 0;
@@ -18,13 +18,13 @@ public:
     virtual bool TakeKey(int /*keyCode*/, int /*shift*/) { return false; }
 };
 
-class MemoryFocus {
+class Focus {
 public:
     // Where the keyboard and the commands of the window are told.
     FocusEvents events;
 
     // Puts a control behind the others in the order of the Tab key.
-    void Add(MemoryFocusTarget& target) { mOrder.push_back(&target); }
+    void Add(FocusTarget& target) { mOrder.push_back(&target); }
 
     // Moves the focus to the next control, in a circle, where the Tab key stops; it stays when there is none.
     void MoveToNextStop();
@@ -32,7 +32,7 @@ public:
     // Moves the focus to the first control that can have it, wherever the Tab key stops.
     void MoveToFirst();
 
-    MemoryFocusTarget* Owner() const { return static_cast<MemoryFocusTarget*>(events.Owner()); }
+    FocusTarget* Owner() const { return static_cast<FocusTarget*>(events.Owner()); }
 
     // While something else has the keyboard, such as a dialog, nothing can be done in the window.
     void Block();
@@ -43,20 +43,20 @@ public:
     void CheckReachable(std::string_view action) const;
 
 private:
-    std::vector<MemoryFocusTarget*> mOrder;
+    std::vector<FocusTarget*> mOrder;
     int mBlocks = 0;
 };
 
 // Blocks a window as long as it lives.
-class MemoryBlock {
+class Block {
 public:
-    explicit MemoryBlock(MemoryFocus& focus) : mFocus(focus) { mFocus.Block(); }
-    MemoryBlock(const MemoryBlock&) = delete;
-    MemoryBlock& operator=(const MemoryBlock&) = delete;
-    ~MemoryBlock() { mFocus.Unblock(); }
+    explicit Block(Focus& focus) : mFocus(focus) { mFocus.Block(); }
+    Block(const Block&) = delete;
+    Block& operator=(const Block&) = delete;
+    ~Block() { mFocus.Unblock(); }
 
 private:
-    MemoryFocus& mFocus;
+    Focus& mFocus;
 };
 
-} // namespace tessaly
+} // namespace tessaly::memory

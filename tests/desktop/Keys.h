@@ -2,15 +2,15 @@
 // codes of their ASCII capitals.
 #pragma once
 
-namespace tessaly {
+namespace tessaly::memory {
 
-inline constexpr int MemoryKeyBackspace = 8;
-inline constexpr int MemoryKeyTab = 9;
-inline constexpr int MemoryKeyEnter = 13;
-inline constexpr int MemoryKeyBlank = 32;
-inline constexpr int MemoryKeyUp = 38;
-inline constexpr int MemoryKeyDown = 40;
+inline constexpr int KeyBackspace = 8;
+inline constexpr int KeyTab = 9;
+inline constexpr int KeyEnter = 13;
+inline constexpr int KeyBlank = 32;
+inline constexpr int KeyUp = 38;
+inline constexpr int KeyDown = 40;
 
-inline constexpr int MemoryShift = 1;
+inline constexpr int Shift = 1;
 
-} // namespace tessaly
+} // namespace tessaly::memory

@@ -1,21 +1,21 @@
 // A label in memory.
 #include "tests/desktop/Label.h"
 
-namespace tessaly {
+namespace tessaly::memory {
 
-std::string MemoryLabel::Caption() const {
+std::string Label::Caption() const {
     CountCall();
     return mCaption;
 }
 
-void MemoryLabel::SetCaption(std::string_view caption) {
+void Label::SetCaption(std::string_view caption) {
     CountCall();
     mCaption = caption;
 }
 
-float MemoryLabel::PreferredHeight() const {
+float Label::PreferredHeight() const {
     CountCall();
     return 240;
 }
 
-} // namespace tessaly
+} // namespace tessaly::memory

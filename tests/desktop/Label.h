@@ -4,11 +4,11 @@
 #include "platform/desktop/Label.h"
 #include "tests/desktop/Control.h"
 
-namespace tessaly {
+namespace tessaly::memory {
 
-class MemoryLabel final : public MemoryControl<Label> {
+class Label final : public Control<tessaly::Label> {
 public:
-    MemoryLabel(MemoryFaults& faults, MemoryFocus& focus) : MemoryControl(faults, focus, MemoryKeyboard::Unused) {}
+    Label(Faults& faults, Focus& focus) : Control(faults, focus, Keyboard::Unused) {}
 
     std::string Caption() const override;
     void SetCaption(std::string_view caption) override;
@@ -18,4 +18,4 @@ private:
     std::string mCaption;
 };
 
-} // namespace tessaly
+} // namespace tessaly::memory

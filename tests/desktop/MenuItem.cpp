@@ -6,34 +6,34 @@
 #include <algorithm>
 #include <stdexcept>
 
-namespace tessaly {
+namespace tessaly::memory {
 
-std::string MemoryMenuItem::Name() const {
+std::string MenuItem::Name() const {
     mFaults.Count();
     return mName;
 }
 
-std::string MemoryMenuItem::Caption() const {
+std::string MenuItem::Caption() const {
     mFaults.Count();
     return mCaption;
 }
 
-void MemoryMenuItem::SetCaption(std::string_view caption) {
+void MenuItem::SetCaption(std::string_view caption) {
     mFaults.Count();
     mCaption = caption;
 }
 
-bool MemoryMenuItem::IsChecked() const {
+bool MenuItem::IsChecked() const {
     mFaults.Count();
     return mIsChecked;
 }
 
-void MemoryMenuItem::SetChecked(bool checked) {
+void MenuItem::SetChecked(bool checked) {
     mFaults.Count();
     mIsChecked = checked;
 }
 
-void MemoryMenuItem::Choose() {
+void MenuItem::Choose() {
     mFocus.CheckReachable("the choice of a menu item");
     if (!mDropDown.empty()) {
         throw ImpossibleAction("the choice of the menu \"" + mName + "\", which only opens its drop-down");
@@ -44,33 +44,33 @@ void MemoryMenuItem::Choose() {
     }
 }
 
-MenuItem& MemoryMenus::Add(MenuItem* parent, std::string_view name) {
+tessaly::MenuItem& Menus::Add(tessaly::MenuItem* parent, std::string_view name) {
     mFaults.Count();
     if (Find(name) != nullptr) {
         throw std::invalid_argument("the menu name is taken");
     }
-    mItems.push_back(std::make_unique<MemoryMenuItem>(mFaults, mFocus, name));
-    (parent == nullptr ? mBar : static_cast<MemoryMenuItem*>(parent)->mDropDown).emplace_back(name);
+    mItems.push_back(std::make_unique<MenuItem>(mFaults, mFocus, name));
+    (parent == nullptr ? mBar : static_cast<MenuItem*>(parent)->mDropDown).emplace_back(name);
     return *mItems.back();
 }
 
-void MemoryMenus::AddSeparator(MenuItem& parent) {
+void Menus::AddSeparator(tessaly::MenuItem& parent) {
     mFaults.Count();
-    static_cast<MemoryMenuItem&>(parent).mDropDown.emplace_back("-");
+    static_cast<MenuItem&>(parent).mDropDown.emplace_back("-");
 }
 
-MemoryMenuItem& MemoryMenus::operator[](std::string_view name) {
-    MemoryMenuItem* const item = Find(name);
+MenuItem& Menus::operator[](std::string_view name) {
+    MenuItem* const item = Find(name);
     if (item == nullptr) {
         throw ImpossibleAction("there is no menu \"" + std::string(name) + "\"");
     }
     return *item;
 }
 
-MemoryMenuItem* MemoryMenus::Find(std::string_view name) {
+MenuItem* Menus::Find(std::string_view name) {
     const auto found =
         std::find_if(mItems.begin(), mItems.end(), [name](const auto& item) { return item->mName == name; });
     return found == mItems.end() ? nullptr : found->get();
 }
 
-} // namespace tessaly
+} // namespace tessaly::memory

@@ -10,11 +10,11 @@
 #include <string_view>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::memory {
 
-class MemoryMenuItem final : public MenuItem {
+class MenuItem final : public tessaly::MenuItem {
 public:
-    MemoryMenuItem(MemoryFaults& faults, MemoryFocus& focus, std::string_view name)
+    MenuItem(Faults& faults, Focus& focus, std::string_view name)
         : mFaults(faults),
           mFocus(focus),
           mName(name),
@@ -33,10 +33,10 @@ public:
     const std::vector<std::string>& DropDown() const { return mDropDown; }
 
 private:
-    friend class MemoryMenus;
+    friend class Menus;
 
-    MemoryFaults& mFaults;
-    MemoryFocus& mFocus;
+    Faults& mFaults;
+    Focus& mFocus;
     std::string mName;
     std::string mCaption;
     bool mIsChecked = false;
@@ -44,27 +44,27 @@ private:
 };
 
 // All menus of a window.
-class MemoryMenus {
+class Menus {
 public:
-    MemoryMenus(MemoryFaults& faults, MemoryFocus& focus) : mFaults(faults), mFocus(focus) {}
+    Menus(Faults& faults, Focus& focus) : mFaults(faults), mFocus(focus) {}
 
     // As Desktop::AddMenu and Desktop::AddMenuSeparator.
-    MenuItem& Add(MenuItem* parent, std::string_view name);
-    void AddSeparator(MenuItem& parent);
+    tessaly::MenuItem& Add(tessaly::MenuItem* parent, std::string_view name);
+    void AddSeparator(tessaly::MenuItem& parent);
 
     // The menu or item of that name. Throws ImpossibleAction when there is none.
-    MemoryMenuItem& operator[](std::string_view name);
+    MenuItem& operator[](std::string_view name);
 
     // The names of what stands in the menu bar.
     const std::vector<std::string>& Bar() const { return mBar; }
 
 private:
-    MemoryMenuItem* Find(std::string_view name);
+    MenuItem* Find(std::string_view name);
 
-    MemoryFaults& mFaults;
-    MemoryFocus& mFocus;
-    std::vector<std::unique_ptr<MemoryMenuItem>> mItems;
+    Faults& mFaults;
+    Focus& mFocus;
+    std::vector<std::unique_ptr<MenuItem>> mItems;
     std::vector<std::string> mBar;
 };
 
-} // namespace tessaly
+} // namespace tessaly::memory

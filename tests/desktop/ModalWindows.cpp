@@ -6,69 +6,69 @@
 #include <algorithm>
 #include <iterator>
 
-namespace tessaly {
+namespace tessaly::memory {
 
-Label& MemoryNameWindow::NameLabel() {
+tessaly::Label& NameWindow::NameLabel() {
     CountCall();
     return label;
 }
 
-void MemoryNameWindow::SetCancelCaption(std::string_view caption) {
+void NameWindow::SetCancelCaption(std::string_view caption) {
     CountCall();
     mCancelCaption = caption;
 }
 
-std::string MemoryNameWindow::FuncVarName() const {
+std::string NameWindow::FuncVarName() const {
     CountCall();
     return mText;
 }
 
-void MemoryNameWindow::Type(std::string_view text) {
+void NameWindow::Type(std::string_view text) {
     CheckShown();
     std::copy_if(text.begin(), text.end(), std::back_inserter(mText), [](char c) { return c != '\r' && c != '\n'; });
 }
 
-void MemoryNameWindow::EraseAll() {
+void NameWindow::EraseAll() {
     CheckShown();
     mText.clear();
 }
 
-void MemoryNameWindow::PressOk() {
+void NameWindow::PressOk() {
     CheckShown();
     Raise(onOk);
 }
 
-void MemoryNameWindow::PressCancel() {
+void NameWindow::PressCancel() {
     CheckShown();
     Raise(onCancel);
 }
 
-void MemoryNameWindow::CloseByFrame() {
+void NameWindow::CloseByFrame() {
     CheckShown();
     Raise(onCancel);
     HideByUser();
 }
 
-void MemorySplashWindow::PressKey(int keyCode) {
+void SplashWindow::PressKey(int keyCode) {
     CheckShown();
     if (!IsModifierKey(keyCode)) {
         Raise(onKeyPress);
     }
 }
 
-void MemorySplashWindow::ClickFrame() {
+void SplashWindow::ClickFrame() {
     CheckShown();
     Raise(onFrameClick);
 }
 
-void MemorySplashWindow::CloseByFrame() {
+void SplashWindow::CloseByFrame() {
     CheckShown();
     HideByUser();
 }
 
-Label& MemorySplashWindow::Counted(Label& label) {
+tessaly::Label& SplashWindow::Counted(tessaly::Label& label) {
     CountCall();
     return label;
 }
 
-} // namespace tessaly
+} // namespace tessaly::memory

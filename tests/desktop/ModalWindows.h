@@ -14,38 +14,38 @@
 #include <string_view>
 #include <utility>
 
-namespace tessaly {
+namespace tessaly::memory {
 
-class MemoryNameWindow;
-class MemorySplashWindow;
+class NameWindow;
+class SplashWindow;
 
 // What the user does with the windows that are shown: one script for each showing, in order. A script must leave its
 // window hidden.
-class MemoryModalScripts {
+class ModalScripts {
 public:
-    void WillUseName(std::function<void(MemoryNameWindow&)> script) { nameWindow.push_back(std::move(script)); }
-    void WillUseSplash(std::function<void(MemorySplashWindow&)> script) { splashWindow.push_back(std::move(script)); }
+    void WillUseName(std::function<void(NameWindow&)> script) { nameWindow.push_back(std::move(script)); }
+    void WillUseSplash(std::function<void(SplashWindow&)> script) { splashWindow.push_back(std::move(script)); }
 
     // How many prepared scripts were not run.
     std::size_t ScriptsLeft() const { return nameWindow.size() + splashWindow.size(); }
 
-    std::deque<std::function<void(MemoryNameWindow&)>> nameWindow;
-    std::deque<std::function<void(MemorySplashWindow&)>> splashWindow;
+    std::deque<std::function<void(NameWindow&)>> nameWindow;
+    std::deque<std::function<void(SplashWindow&)>> splashWindow;
 };
 
 // What both windows have in common.
 template <class Interface, class Self>
-class MemoryModalWindow : public Interface {
+class ModalWindow : public Interface {
 public:
     using Scripts = std::deque<std::function<void(Self&)>>;
 
-    MemoryModalWindow(MemoryFaults& faults, MemoryFocus& ownerFocus, Scripts& scripts)
+    ModalWindow(Faults& faults, Focus& ownerFocus, Scripts& scripts)
         : mFaults(faults),
           mOwnerFocus(ownerFocus),
           mScripts(scripts) {}
-    MemoryModalWindow(const MemoryModalWindow&) = delete;
-    MemoryModalWindow& operator=(const MemoryModalWindow&) = delete;
-    ~MemoryModalWindow() override = default;
+    ModalWindow(const ModalWindow&) = delete;
+    ModalWindow& operator=(const ModalWindow&) = delete;
+    ~ModalWindow() override = default;
 
     void SetCaption(std::string_view caption) override {
         CountCall();
@@ -59,7 +59,7 @@ public:
         }
         const auto script = std::move(mScripts.front());
         mScripts.pop_front();
-        const MemoryBlock block(mOwnerFocus);
+        const Block block(mOwnerFocus);
         mIsShown = true;
         try {
             script(static_cast<Self&>(*this));
@@ -92,8 +92,8 @@ protected:
 
     void HideByUser() { mIsShown = false; }
 
-    MemoryFaults& Faults() { return mFaults; }
-    MemoryFocus& OwnFocus() { return mFocus; }
+    Faults& TheFaults() { return mFaults; }
+    Focus& OwnFocus() { return mFocus; }
 
     static void Raise(const std::function<void()>& event) {
         if (event) {
@@ -102,19 +102,19 @@ protected:
     }
 
 private:
-    MemoryFaults& mFaults;
-    MemoryFocus& mOwnerFocus;
+    Faults& mFaults;
+    Focus& mOwnerFocus;
     Scripts& mScripts;
-    MemoryFocus mFocus;
+    Focus mFocus;
     std::string mCaption = "as it was designed";
     bool mIsShown = false;
 };
 
-class MemoryNameWindow final : public MemoryModalWindow<NameWindow, MemoryNameWindow> {
+class NameWindow final : public ModalWindow<tessaly::NameWindow, NameWindow> {
 public:
-    using MemoryModalWindow::MemoryModalWindow;
+    using ModalWindow::ModalWindow;
 
-    Label& NameLabel() override;
+    tessaly::Label& NameLabel() override;
     void SetCancelCaption(std::string_view caption) override;
     std::string FuncVarName() const override;
 
@@ -130,38 +130,38 @@ public:
 
     const std::string& CancelCaption() const { return mCancelCaption; }
 
-    MemoryLabel label{Faults(), OwnFocus()};
+    Label label{TheFaults(), OwnFocus()};
 
 private:
     std::string mText;
     std::string mCancelCaption;
 };
 
-class MemorySplashWindow final : public MemoryModalWindow<SplashWindow, MemorySplashWindow> {
+class SplashWindow final : public ModalWindow<tessaly::SplashWindow, SplashWindow> {
 public:
-    using MemoryModalWindow::MemoryModalWindow;
+    using ModalWindow::ModalWindow;
 
-    Label& LblVersion() override { return Counted(version); }
-    Label& LblPlatform() override { return Counted(platform); }
-    Label& LblCompany() override { return Counted(company); }
-    Label& LblCopyright() override { return Counted(copyright); }
-    Label& LblCompanyProduct() override { return Counted(companyProduct); }
-    Label& LblProductName() override { return Counted(productName); }
+    tessaly::Label& LblVersion() override { return Counted(version); }
+    tessaly::Label& LblPlatform() override { return Counted(platform); }
+    tessaly::Label& LblCompany() override { return Counted(company); }
+    tessaly::Label& LblCopyright() override { return Counted(copyright); }
+    tessaly::Label& LblCompanyProduct() override { return Counted(companyProduct); }
+    tessaly::Label& LblProductName() override { return Counted(productName); }
 
     // All of these throw ImpossibleAction while the window is not shown.
     void PressKey(int keyCode = 'A');
     void ClickFrame(); // or what is in it
     void CloseByFrame();
 
-    MemoryLabel version{Faults(), OwnFocus()};
-    MemoryLabel platform{Faults(), OwnFocus()};
-    MemoryLabel company{Faults(), OwnFocus()};
-    MemoryLabel copyright{Faults(), OwnFocus()};
-    MemoryLabel companyProduct{Faults(), OwnFocus()};
-    MemoryLabel productName{Faults(), OwnFocus()};
+    Label version{TheFaults(), OwnFocus()};
+    Label platform{TheFaults(), OwnFocus()};
+    Label company{TheFaults(), OwnFocus()};
+    Label copyright{TheFaults(), OwnFocus()};
+    Label companyProduct{TheFaults(), OwnFocus()};
+    Label productName{TheFaults(), OwnFocus()};
 
 private:
-    Label& Counted(Label& label);
+    tessaly::Label& Counted(tessaly::Label& label);
 };
 
-} // namespace tessaly
+} // namespace tessaly::memory

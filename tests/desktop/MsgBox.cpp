@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace tessaly {
+namespace tessaly::memory {
 
 namespace {
 
@@ -23,12 +23,12 @@ std::optional<MsgResult> ClosingResult(MsgButtons buttons) {
 
 } // namespace
 
-MsgResult MemoryMsgBox::Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) {
+MsgResult MsgBox::Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) {
     mFaults.Count();
     if (isSilent) {
         return AnswerOfNobody(buttons);
     }
-    const MemoryBlock block(mFocus);
+    const Block block(mFocus);
     records.push_back({std::string(text), std::string(caption), buttons, icon});
     const std::vector<MsgResult>& possible = ButtonsOf(buttons);
     while (!mAnswers.empty()) {
@@ -47,4 +47,4 @@ MsgResult MemoryMsgBox::Show(std::string_view text, std::string_view caption, Ms
     throw UnexpectedDialog("a message box without a prepared answer: \"" + std::string(text) + "\"");
 }
 
-} // namespace tessaly
+} // namespace tessaly::memory

@@ -12,9 +12,9 @@
 #include <string>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::memory {
 
-class MemoryMsgBox final : public MsgBox {
+class MsgBox final : public tessaly::MsgBox {
 public:
     // A box that was shown.
     struct Record {
@@ -26,7 +26,7 @@ public:
         bool operator==(const Record&) const = default;
     };
 
-    MemoryMsgBox(MemoryFaults& faults, MemoryFocus& focus) : mFaults(faults), mFocus(focus) {}
+    MsgBox(Faults& faults, Focus& focus) : mFaults(faults), mFocus(focus) {}
 
     // Throws UnexpectedDialog when no answer is left, ImpossibleAction when the box has not the button.
     MsgResult Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) override;
@@ -47,9 +47,9 @@ public:
     std::vector<Record> records;
 
 private:
-    MemoryFaults& mFaults;
-    MemoryFocus& mFocus;                           // of the window behind it
+    Faults& mFaults;
+    Focus& mFocus;                                 // of the window behind it
     std::deque<std::optional<MsgResult>> mAnswers; // nothing = closed
 };
 
-} // namespace tessaly
+} // namespace tessaly::memory

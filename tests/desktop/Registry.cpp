@@ -3,16 +3,16 @@
 
 #include <new>
 
-namespace tessaly {
+namespace tessaly::memory {
 
-std::int32_t MemoryRegistry::OpenKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access, Handle& key) {
+std::int32_t Registry::OpenKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access, Handle& key) {
     calls.push_back({Call::OpenKey, std::string(keyPath), root, access, false, {}});
     const Fault fault = TakeFault(Call::OpenKey);
     return fault.error != Success ? fault.error : store.OpenKey(root, keyPath, access, key);
 }
 
-std::int32_t MemoryRegistry::QueryValue(Handle key, std::string_view valueName, std::uint32_t& type, char* data,
-                                        std::uint32_t& size) {
+std::int32_t Registry::QueryValue(Handle key, std::string_view valueName, std::uint32_t& type, char* data,
+                                  std::uint32_t& size) {
     const bool hasBuffer = data != nullptr;
     calls.push_back({Call::QueryValue, std::string(valueName), hasBuffer ? size : 0, 0, hasBuffer, {}});
     const Fault fault = TakeFault(Call::QueryValue);
@@ -24,40 +24,38 @@ std::int32_t MemoryRegistry::QueryValue(Handle key, std::string_view valueName, 
     return fault.error != Success ? fault.error : store.QueryValue(key, valueName, type, data, size);
 }
 
-std::int32_t MemoryRegistry::CreateKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access,
-                                       Handle& key) {
+std::int32_t Registry::CreateKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access, Handle& key) {
     calls.push_back({Call::CreateKey, std::string(keyPath), root, access, false, {}});
     const Fault fault = TakeFault(Call::CreateKey);
     return fault.error != Success ? fault.error : store.CreateKey(root, keyPath, access, key);
 }
 
-std::int32_t MemoryRegistry::SetValue(Handle key, std::string_view valueName, std::uint32_t type,
-                                      std::string_view bytes) {
+std::int32_t Registry::SetValue(Handle key, std::string_view valueName, std::uint32_t type, std::string_view bytes) {
     calls.push_back({Call::SetValue, std::string(valueName), type, 0, false, std::string(bytes)});
     const Fault fault = TakeFault(Call::SetValue);
     return fault.error != Success ? fault.error : store.SetValue(key, valueName, type, bytes);
 }
 
-std::int32_t MemoryRegistry::CloseKey(Handle key) noexcept {
+std::int32_t Registry::CloseKey(Handle key) noexcept {
     calls.push_back({Call::CloseKey, {}, 0, 0, false, {}});
     const Fault fault = TakeFault(Call::CloseKey);
     return fault.error != Success ? fault.error : store.CloseKey(key);
 }
 
-void MemoryRegistry::FailAt(Call call, std::size_t number, std::int32_t error) {
+void Registry::FailAt(Call call, std::size_t number, std::int32_t error) {
     mFaults.push_back({call, number, error, false, false, {}});
 }
 
-void MemoryRegistry::AnswerAt(std::size_t number, std::int32_t error, Answer answer) {
+void Registry::AnswerAt(std::size_t number, std::int32_t error, Answer answer) {
     mFaults.push_back({Call::QueryValue, number, error, false, true, answer});
 }
 
-void MemoryRegistry::ThrowAt(Call call, std::size_t number) {
+void Registry::ThrowAt(Call call, std::size_t number) {
     mFaults.push_back({call, number, Success, true, false, {}});
 }
 
 // The fault that is due with this call; one without effect when there is none.
-MemoryRegistry::Fault MemoryRegistry::TakeFault(Call call) {
+Registry::Fault Registry::TakeFault(Call call) {
     Fault due;
     for (Fault& fault : mFaults) {
         if (fault.call == call && fault.callsLeft > 0 && --fault.callsLeft == 0) {
@@ -70,4 +68,4 @@ MemoryRegistry::Fault MemoryRegistry::TakeFault(Call call) {
     return due;
 }
 
-} // namespace tessaly
+} // namespace tessaly::memory

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::memory {
 
-class MemoryRegistry final : public Registry {
+class Registry final : public tessaly::Registry {
 public:
     enum class Call { OpenKey, QueryValue, CloseKey, CreateKey, SetValue };
 
@@ -31,8 +31,7 @@ public:
         std::uint32_t size = 0;
     };
 
-    explicit MemoryRegistry(RegistryStore::AccessRights rights = RegistryStore::AccessRights::Ignored)
-        : store(rights) {}
+    explicit Registry(RegistryStore::AccessRights rights = RegistryStore::AccessRights::Ignored) : store(rights) {}
 
     std::int32_t OpenKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access, Handle& key) override;
     std::int32_t QueryValue(Handle key, std::string_view valueName, std::uint32_t& type, char* data,
@@ -72,4 +71,4 @@ private:
     std::vector<Fault> mFaults;
 };
 
-} // namespace tessaly
+} // namespace tessaly::memory

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace tessaly {
+namespace tessaly::memory {
 
 namespace {
 
@@ -39,12 +39,12 @@ std::string WithLineFeeds(std::string_view text) {
 
 } // namespace
 
-std::string MemoryRichTextBox::Text() const {
+std::string RichTextBox::Text() const {
     CountCall();
     return mLines.Text();
 }
 
-void MemoryRichTextBox::SetText(std::string_view text) {
+void RichTextBox::SetText(std::string_view text) {
     CountCall();
     mLines.Set(text);
     mCaret = 0;
@@ -55,27 +55,27 @@ void MemoryRichTextBox::SetText(std::string_view text) {
     }
 }
 
-bool MemoryRichTextBox::FuncBodyAvailable() const {
+bool RichTextBox::FuncBodyAvailable() const {
     CountCall();
     return mFuncBodyAvailable;
 }
 
-void MemoryRichTextBox::SetFuncBodyAvailable(bool available) {
+void RichTextBox::SetFuncBodyAvailable(bool available) {
     CountCall();
     mFuncBodyAvailable = available;
 }
 
-float MemoryRichTextBox::CharacterWidth() const {
+float RichTextBox::CharacterWidth() const {
     CountCall();
     return 120;
 }
 
-void MemoryRichTextBox::SetTabStops(const std::vector<float>& stops) {
+void RichTextBox::SetTabStops(const std::vector<float>& stops) {
     CountCall();
     mTabStops = stops;
 }
 
-bool MemoryRichTextBox::Click() {
+bool RichTextBox::Click() {
     CheckReachable("a click into the pane");
     if (mFuncBodyAvailable) {
         TakeFocus();
@@ -83,7 +83,7 @@ bool MemoryRichTextBox::Click() {
     return mFuncBodyAvailable;
 }
 
-bool MemoryRichTextBox::Type(std::string_view text) {
+bool RichTextBox::Type(std::string_view text) {
     const std::string typed = WithLineFeeds(text);
     for (std::size_t start = 0; start < typed.size();) {
         if (!TakesInput()) {
@@ -96,11 +96,11 @@ bool MemoryRichTextBox::Type(std::string_view text) {
     return TakesInput();
 }
 
-bool MemoryRichTextBox::PressEnter() {
+bool RichTextBox::PressEnter() {
     return Type("\n");
 }
 
-bool MemoryRichTextBox::Backspace() {
+bool RichTextBox::Backspace() {
     if (!TakesInput() || (mCaret == 0 && mAnchor == 0)) {
         return false;
     }
@@ -112,7 +112,7 @@ bool MemoryRichTextBox::Backspace() {
     return true;
 }
 
-bool MemoryRichTextBox::Paste(std::string_view text) {
+bool RichTextBox::Paste(std::string_view text) {
     if (!TakesInput()) {
         return false;
     }
@@ -120,7 +120,7 @@ bool MemoryRichTextBox::Paste(std::string_view text) {
     return true;
 }
 
-bool MemoryRichTextBox::Undo() {
+bool RichTextBox::Undo() {
     if (!TakesInput() || mUndo.empty()) {
         return false;
     }
@@ -135,7 +135,7 @@ bool MemoryRichTextBox::Undo() {
     return true;
 }
 
-void MemoryRichTextBox::SetCaret(std::size_t position) {
+void RichTextBox::SetCaret(std::size_t position) {
     if (position > Shown().size() || (position < Shown().size() && ContinuesCharacter(Shown()[position]))) {
         throw ImpossibleAction("the caret cannot stand at " + std::to_string(position));
     }
@@ -143,46 +143,45 @@ void MemoryRichTextBox::SetCaret(std::size_t position) {
     mAnchor = position;
 }
 
-void MemoryRichTextBox::SelectAll() {
+void RichTextBox::SelectAll() {
     mAnchor = 0;
     mCaret = Shown().size();
 }
 
-void MemoryRichTextBox::LoseFocus() {
+void RichTextBox::LoseFocus() {
     if (onLostFocus) {
         onLostFocus();
     }
 }
 
-void MemoryRichTextBox::GainFocus() {
+void RichTextBox::GainFocus() {
     if (onGotFocus) {
         onGotFocus();
     }
 }
 
-bool MemoryRichTextBox::TakeKey(int keyCode, int shift) {
+bool RichTextBox::TakeKey(int keyCode, int shift) {
     const bool isLetter = keyCode >= 'A' && keyCode <= 'Z';
     const bool isDigit = keyCode >= '0' && keyCode <= '9';
-    if (keyCode == MemoryKeyBackspace) {
+    if (keyCode == KeyBackspace) {
         Backspace();
-    } else if (keyCode == MemoryKeyEnter) {
+    } else if (keyCode == KeyEnter) {
         PressEnter();
     } else if (isLetter && shift == 0) {
         Type(std::string(1, static_cast<char>(keyCode - 'A' + 'a')));
-    } else if ((isLetter && shift == MemoryShift) || (isDigit && shift == 0) || keyCode == MemoryKeyTab ||
-               keyCode == MemoryKeyBlank) {
+    } else if ((isLetter && shift == Shift) || (isDigit && shift == 0) || keyCode == KeyTab || keyCode == KeyBlank) {
         Type(std::string(1, static_cast<char>(keyCode)));
     }
     return true;
 }
 
-bool MemoryRichTextBox::TakesInput() const {
+bool RichTextBox::TakesInput() const {
     CheckReachable("a key in the pane");
     return HasFocus() && mFuncBodyAvailable;
 }
 
 // Replaces what stands from `start` to before `end`, as the user, who can undo it.
-void MemoryRichTextBox::Replace(std::size_t start, std::size_t end, std::string_view text) {
+void RichTextBox::Replace(std::size_t start, std::size_t end, std::string_view text) {
     std::string shown = Shown();
     mUndo.push_back({shown, mCaret});
     mLines.Edit(shown.replace(start, end - start, text));
@@ -193,8 +192,8 @@ void MemoryRichTextBox::Replace(std::size_t start, std::size_t end, std::string_
     }
 }
 
-void MemoryRichTextBox::ReplaceSelection(std::string_view text) {
+void RichTextBox::ReplaceSelection(std::string_view text) {
     Replace(std::min(mAnchor, mCaret), std::max(mAnchor, mCaret), text);
 }
 
-} // namespace tessaly
+} // namespace tessaly::memory

@@ -11,11 +11,11 @@
 #include <string_view>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::memory {
 
-class MemoryRichTextBox final : public MemoryControl<RichTextBox> {
+class RichTextBox final : public Control<tessaly::RichTextBox> {
 public:
-    MemoryRichTextBox(MemoryFaults& faults, MemoryFocus& focus) : MemoryControl(faults, focus, MemoryKeyboard::Used) {}
+    RichTextBox(Faults& faults, Focus& focus) : Control(faults, focus, Keyboard::Used) {}
 
     std::string Text() const override;
     void SetText(std::string_view text) override;
@@ -68,4 +68,4 @@ private:
     std::vector<float> mTabStops;
 };
 
-} // namespace tessaly
+} // namespace tessaly::memory

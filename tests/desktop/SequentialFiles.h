@@ -7,14 +7,14 @@
 #include <map>
 #include <string>
 
-namespace tessaly {
+namespace tessaly::memory {
 
-class MemoryFiles final : public SequentialFiles {
+class SequentialFiles final : public tessaly::SequentialFiles {
 public:
     enum class Call { Open, Read, Write, Close };
 
-    std::unique_ptr<InputFile> OpenForInput(const std::string& path) override;
-    std::unique_ptr<OutputFile> OpenForOutput(const std::string& path) override;
+    std::unique_ptr<tessaly::InputFile> OpenForInput(const std::string& path) override;
+    std::unique_ptr<tessaly::OutputFile> OpenForOutput(const std::string& path) override;
     bool FileExists(const std::string& path) const override;
 
     // The content of every file, by path. A file that is being written shows what was written so far.
@@ -30,8 +30,8 @@ public:
     std::size_t OpenCount() const { return mOpenCount; }
 
 private:
-    friend class MemoryInputFile;
-    friend class MemoryOutputFile;
+    friend class InputFile;
+    friend class OutputFile;
 
     void Count(Call call);
 
@@ -40,4 +40,4 @@ private:
     std::size_t mOpenCount = 0;
 };
 
-} // namespace tessaly
+} // namespace tessaly::memory

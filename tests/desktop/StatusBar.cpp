@@ -3,39 +3,39 @@
 
 #include <algorithm>
 
-namespace tessaly {
+namespace tessaly::memory {
 
-void MemoryStatusBar::AddPanel() {
+void StatusBar::AddPanel() {
     CountCall();
     mPanels.emplace_back();
 }
 
-float MemoryStatusBar::PreferredHeight() const {
+float StatusBar::PreferredHeight() const {
     CountCall();
     return 330;
 }
 
-std::int32_t MemoryStatusBar::PanelCount() const {
+std::int32_t StatusBar::PanelCount() const {
     CountCall();
     return static_cast<std::int32_t>(mPanels.size());
 }
 
-void MemoryStatusBar::SetPanelSpring(std::int32_t number) {
+void StatusBar::SetPanelSpring(std::int32_t number) {
     CountCall();
     Panel(number).isSpring = true;
 }
 
-std::string MemoryStatusBar::PanelText(std::int32_t number) const {
+std::string StatusBar::PanelText(std::int32_t number) const {
     CountCall();
     return Panel(number).text;
 }
 
-void MemoryStatusBar::SetPanelText(std::int32_t number, std::string_view text) {
+void StatusBar::SetPanelText(std::int32_t number, std::string_view text) {
     CountCall();
     Panel(number).text = text;
 }
 
-float MemoryStatusBar::PanelWidth(std::int32_t number) const {
+float StatusBar::PanelWidth(std::int32_t number) const {
     if (!Panel(number).isSpring) {
         return FixedWidth;
     }
@@ -46,12 +46,12 @@ float MemoryStatusBar::PanelWidth(std::int32_t number) const {
 }
 
 // A number below 1 becomes one far behind the end.
-const MemoryStatusBar::OnePanel& MemoryStatusBar::Panel(std::int32_t number) const {
+const StatusBar::OnePanel& StatusBar::Panel(std::int32_t number) const {
     return mPanels.at(static_cast<std::size_t>(number) - 1);
 }
 
-MemoryStatusBar::OnePanel& MemoryStatusBar::Panel(std::int32_t number) {
+StatusBar::OnePanel& StatusBar::Panel(std::int32_t number) {
     return mPanels.at(static_cast<std::size_t>(number) - 1);
 }
 
-} // namespace tessaly
+} // namespace tessaly::memory

@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::memory {
 
-class MemoryStatusBar final : public MemoryControl<StatusBar> {
+class StatusBar final : public Control<tessaly::StatusBar> {
 public:
-    MemoryStatusBar(MemoryFaults& faults, MemoryFocus& focus) : MemoryControl(faults, focus, MemoryKeyboard::Unused) {}
+    StatusBar(Faults& faults, Focus& focus) : Control(faults, focus, Keyboard::Unused) {}
 
     void AddPanel() override;
     float PreferredHeight() const override;
@@ -38,4 +38,4 @@ private:
     std::vector<OnePanel> mPanels;
 };
 
-} // namespace tessaly
+} // namespace tessaly::memory

@@ -4,10 +4,10 @@
 #include <iostream>
 #include <utility>
 
-namespace tessaly {
+namespace tessaly::memory {
 
 TestFailure::TestFailure(std::string message) : mMessage(std::move(message)) {
     std::cerr << "memory desktop: " << mMessage << '\n';
 }
 
-} // namespace tessaly
+} // namespace tessaly::memory

@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace tessaly {
+namespace tessaly::memory {
 
 class TestFailure {
 public:
@@ -28,4 +28,4 @@ public:
     using TestFailure::TestFailure;
 };
 
-} // namespace tessaly
+} // namespace tessaly::memory

@@ -5,19 +5,19 @@
 
 #include <stdexcept>
 
-namespace tessaly {
+namespace tessaly::memory {
 
-std::string MemoryImageList::Tag(std::int32_t number) const {
+std::string ImageList::Tag(std::int32_t number) const {
     mFaults.Count();
     return tags.at(static_cast<std::size_t>(number) - 1);
 }
 
-void MemoryToolBar::Clear() {
+void ToolBar::Clear() {
     CountCall();
     mButtons.clear();
 }
 
-void MemoryToolBar::AddButton(std::int32_t image, std::string_view tag) {
+void ToolBar::AddButton(std::int32_t image, std::string_view tag) {
     CountCall();
     if (image < 1 || static_cast<std::size_t>(image) > mImages.tags.size()) {
         throw std::out_of_range("there is no such image");
@@ -25,27 +25,27 @@ void MemoryToolBar::AddButton(std::int32_t image, std::string_view tag) {
     mButtons.push_back({image, std::string(tag), std::string(tag)});
 }
 
-float MemoryToolBar::PreferredHeight() const {
+float ToolBar::PreferredHeight() const {
     CountCall();
     return 420;
 }
 
-void MemoryToolBar::SetButtonTip(std::int32_t number, std::string_view tip) {
+void ToolBar::SetButtonTip(std::int32_t number, std::string_view tip) {
     CountCall();
     mButtons.at(static_cast<std::size_t>(number) - 1).tip = tip;
 }
 
-std::int32_t MemoryToolBar::ButtonCount() const {
+std::int32_t ToolBar::ButtonCount() const {
     CountCall();
     return static_cast<std::int32_t>(mButtons.size());
 }
 
-std::string MemoryToolBar::ButtonTag(std::int32_t number) const {
+std::string ToolBar::ButtonTag(std::int32_t number) const {
     CountCall();
     return mButtons.at(static_cast<std::size_t>(number) - 1).tag;
 }
 
-void MemoryToolBar::Press(std::int32_t number) {
+void ToolBar::Press(std::int32_t number) {
     CheckReachable("a press of a tool-bar button");
     if (number < 1 || static_cast<std::size_t>(number) > mButtons.size()) {
         throw ImpossibleAction("a press of tool-bar button " + std::to_string(number) + ", which is not there");
@@ -53,18 +53,18 @@ void MemoryToolBar::Press(std::int32_t number) {
     if (takesFocus) {
         TakeFocus();
     }
-    const FocusEvents::Command command(Focus(), FocusEvents::Keyboard::IsTaken);
+    const FocusEvents::Command command(Events(), FocusEvents::Keyboard::IsTaken);
     if (onButtonClick) {
         onButtonClick(number);
     }
 }
 
-std::string MemoryToolBar::ButtonTip(std::int32_t number) const {
+std::string ToolBar::ButtonTip(std::int32_t number) const {
     return mButtons.at(static_cast<std::size_t>(number) - 1).tip;
 }
 
-std::int32_t MemoryToolBar::ButtonImage(std::int32_t number) const {
+std::int32_t ToolBar::ButtonImage(std::int32_t number) const {
     return mButtons.at(static_cast<std::size_t>(number) - 1).image;
 }
 
-} // namespace tessaly
+} // namespace tessaly::memory

@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::memory {
 
-class MemoryImageList final : public ImageList {
+class ImageList final : public tessaly::ImageList {
 public:
-    explicit MemoryImageList(MemoryFaults& faults) : mFaults(faults) {}
+    explicit ImageList(Faults& faults) : mFaults(faults) {}
 
     std::string Tag(std::int32_t number) const override;
 
@@ -19,13 +19,13 @@ public:
     std::vector<std::string> tags = {"Add", "Delete"};
 
 private:
-    MemoryFaults& mFaults;
+    Faults& mFaults;
 };
 
-class MemoryToolBar final : public MemoryControl<ToolBar> {
+class ToolBar final : public Control<tessaly::ToolBar> {
 public:
-    MemoryToolBar(MemoryFaults& faults, MemoryFocus& focus, const MemoryImageList& images)
-        : MemoryControl(faults, focus, MemoryKeyboard::Used),
+    ToolBar(Faults& faults, Focus& focus, const ImageList& images)
+        : Control(faults, focus, Keyboard::Used),
           mImages(images) {}
 
     void Clear() override;
@@ -52,8 +52,8 @@ private:
         std::string tip;
     };
 
-    const MemoryImageList& mImages;
+    const ImageList& mImages;
     std::vector<Button> mButtons;
 };
 
-} // namespace tessaly
+} // namespace tessaly::memory

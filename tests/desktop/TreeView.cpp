@@ -8,16 +8,16 @@
 #include <iterator>
 #include <stdexcept>
 
-namespace tessaly {
+namespace tessaly::memory {
 
-void MemoryTreeView::Clear() {
+void TreeView::Clear() {
     CountCall();
     mItems.clear();
     mKeys.clear();
     mSelected = TreeItem::None;
 }
 
-TreeItem MemoryTreeView::Add(TreeItem parent, std::string_view key, std::string_view text) {
+TreeItem TreeView::Add(TreeItem parent, std::string_view key, std::string_view text) {
     CountCall();
     if (mKeys.contains(key)) {
         throw std::invalid_argument("the key is taken");
@@ -31,7 +31,7 @@ TreeItem MemoryTreeView::Add(TreeItem parent, std::string_view key, std::string_
     return mLastItem;
 }
 
-void MemoryTreeView::Remove(std::int32_t index) {
+void TreeView::Remove(std::int32_t index) {
     CountCall();
     std::vector<TreeItem> removed = {Position(index)->first};
     for (const auto& [item, content] : mItems) {
@@ -48,12 +48,12 @@ void MemoryTreeView::Remove(std::int32_t index) {
     }
 }
 
-std::int32_t MemoryTreeView::Count() const {
+std::int32_t TreeView::Count() const {
     CountCall();
     return static_cast<std::int32_t>(mItems.size());
 }
 
-TreeItem MemoryTreeView::Find(std::string_view key) const {
+TreeItem TreeView::Find(std::string_view key) const {
     CountCall();
     const auto found = mKeys.find(key);
     if (found == mKeys.end()) {
@@ -62,69 +62,69 @@ TreeItem MemoryTreeView::Find(std::string_view key) const {
     return found->second;
 }
 
-TreeItem MemoryTreeView::At(std::int32_t index) const {
+TreeItem TreeView::At(std::int32_t index) const {
     CountCall();
     return Position(index)->first;
 }
 
-std::string MemoryTreeView::Key(TreeItem item) const {
+std::string TreeView::Key(TreeItem item) const {
     CountCall();
     return Get(item).key;
 }
 
-std::string MemoryTreeView::Text(TreeItem item) const {
+std::string TreeView::Text(TreeItem item) const {
     CountCall();
     return Get(item).text;
 }
 
-void MemoryTreeView::SetText(TreeItem item, std::string_view text) {
+void TreeView::SetText(TreeItem item, std::string_view text) {
     CountCall();
     Get(item).text = text;
 }
 
-std::string MemoryTreeView::Tag(TreeItem item) const {
+std::string TreeView::Tag(TreeItem item) const {
     CountCall();
     return Get(item).tag;
 }
 
-void MemoryTreeView::SetTag(TreeItem item, std::string_view tag) {
+void TreeView::SetTag(TreeItem item, std::string_view tag) {
     CountCall();
     Get(item).tag = tag;
 }
 
-std::int32_t MemoryTreeView::Index(TreeItem item) const {
+std::int32_t TreeView::Index(TreeItem item) const {
     CountCall();
     Get(item);
     return static_cast<std::int32_t>(std::distance(mItems.begin(), mItems.find(item))) + 1;
 }
 
-TreeItem MemoryTreeView::Parent(TreeItem item) const {
+TreeItem TreeView::Parent(TreeItem item) const {
     CountCall();
     return Get(item).parent;
 }
 
-void MemoryTreeView::Expand(TreeItem item) {
+void TreeView::Expand(TreeItem item) {
     CountCall();
     Get(item).isExpanded = true;
 }
 
-bool MemoryTreeView::IsExpanded(TreeItem item) const {
+bool TreeView::IsExpanded(TreeItem item) const {
     CountCall();
     return Get(item).isExpanded;
 }
 
-void MemoryTreeView::Select(TreeItem item) {
+void TreeView::Select(TreeItem item) {
     CountCall();
     Get(item);
     mSelected = item;
 }
 
-TreeItem MemoryTreeView::Selected() const {
+TreeItem TreeView::Selected() const {
     CountCall();
     return mSelected;
 }
 
-void MemoryTreeView::Click(TreeItem item) {
+void TreeView::Click(TreeItem item) {
     CheckReachable("a click into the tree");
     if (!IsVisible(item)) {
         throw ImpossibleAction("a click on a tree item that cannot be seen");
@@ -133,7 +133,7 @@ void MemoryTreeView::Click(TreeItem item) {
     SelectByUser(item);
 }
 
-void MemoryTreeView::Click(std::string_view key) {
+void TreeView::Click(std::string_view key) {
     const auto found = mKeys.find(key);
     if (found == mKeys.end()) {
         throw ImpossibleAction("a click on the tree item \"" + std::string(key) + "\", which is not there");
@@ -141,7 +141,7 @@ void MemoryTreeView::Click(std::string_view key) {
     Click(found->second);
 }
 
-void MemoryTreeView::Collapse(TreeItem item) {
+void TreeView::Collapse(TreeItem item) {
     CheckReachable("a click into the tree");
     if (!IsVisible(item) || !Get(item).isExpanded) {
         throw ImpossibleAction("the collapse of a tree item that is hidden or not expanded");
@@ -154,15 +154,15 @@ void MemoryTreeView::Collapse(TreeItem item) {
     }
 }
 
-bool MemoryTreeView::MoveUp() {
+bool TreeView::MoveUp() {
     return Move(-1);
 }
 
-bool MemoryTreeView::MoveDown() {
+bool TreeView::MoveDown() {
     return Move(1);
 }
 
-std::string MemoryTreeView::Shown() const {
+std::string TreeView::Shown() const {
     std::string shown;
     for (const TreeItem item : Visible()) {
         for (TreeItem above = Get(item).parent; above != TreeItem::None; above = Get(above).parent) {
@@ -173,32 +173,32 @@ std::string MemoryTreeView::Shown() const {
     return shown;
 }
 
-bool MemoryTreeView::TakeKey(int keyCode, int /*shift*/) {
-    if (keyCode == MemoryKeyUp) {
+bool TreeView::TakeKey(int keyCode, int /*shift*/) {
+    if (keyCode == KeyUp) {
         MoveUp();
-    } else if (keyCode == MemoryKeyDown) {
+    } else if (keyCode == KeyDown) {
         MoveDown();
     }
-    return keyCode != MemoryKeyTab;
+    return keyCode != KeyTab;
 }
 
-MemoryTreeView::Items::const_iterator MemoryTreeView::Position(std::int32_t index) const {
+TreeView::Items::const_iterator TreeView::Position(std::int32_t index) const {
     if (index < 1 || static_cast<std::size_t>(index) > mItems.size()) {
         throw std::out_of_range("no item has this index");
     }
     return std::next(mItems.begin(), index - 1);
 }
 
-const MemoryTreeView::Item& MemoryTreeView::Get(TreeItem item) const {
+const TreeView::Item& TreeView::Get(TreeItem item) const {
     return mItems.at(item);
 }
 
-MemoryTreeView::Item& MemoryTreeView::Get(TreeItem item) {
+TreeView::Item& TreeView::Get(TreeItem item) {
     return mItems.at(item);
 }
 
 // The items whose parents are all expanded, from top to bottom.
-std::vector<TreeItem> MemoryTreeView::Visible() const {
+std::vector<TreeItem> TreeView::Visible() const {
     std::map<TreeItem, std::vector<TreeItem>> children;
     for (const auto& [item, content] : mItems) {
         children[content.parent].push_back(item);
@@ -216,20 +216,20 @@ std::vector<TreeItem> MemoryTreeView::Visible() const {
     return visible;
 }
 
-bool MemoryTreeView::IsVisible(TreeItem item) const {
+bool TreeView::IsVisible(TreeItem item) const {
     const std::vector<TreeItem> visible = Visible();
     return std::find(visible.begin(), visible.end(), item) != visible.end();
 }
 
-void MemoryTreeView::SelectByUser(TreeItem item) {
+void TreeView::SelectByUser(TreeItem item) {
     mSelected = item;
-    const FocusEvents::Command command(Focus(), FocusEvents::Keyboard::Stays);
+    const FocusEvents::Command command(Events(), FocusEvents::Keyboard::Stays);
     if (onNodeClick) {
         onNodeClick(item);
     }
 }
 
-bool MemoryTreeView::Move(std::ptrdiff_t step) {
+bool TreeView::Move(std::ptrdiff_t step) {
     CheckReachable("a key in the tree");
     const std::vector<TreeItem> visible = Visible();
     const auto selected = std::find(visible.begin(), visible.end(), mSelected) - visible.begin();
@@ -243,4 +243,4 @@ bool MemoryTreeView::Move(std::ptrdiff_t step) {
     return true;
 }
 
-} // namespace tessaly
+} // namespace tessaly::memory

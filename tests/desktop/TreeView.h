@@ -9,11 +9,11 @@
 #include <string>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::memory {
 
-class MemoryTreeView final : public MemoryControl<TreeView> {
+class TreeView final : public Control<tessaly::TreeView> {
 public:
-    MemoryTreeView(MemoryFaults& faults, MemoryFocus& focus) : MemoryControl(faults, focus, MemoryKeyboard::Used) {}
+    TreeView(Faults& faults, Focus& focus) : Control(faults, focus, Keyboard::Used) {}
 
     void Clear() override;
     TreeItem Add(TreeItem parent, std::string_view key, std::string_view text) override;
@@ -76,4 +76,4 @@ private:
     TreeItem mSelected = TreeItem::None;
 };
 
-} // namespace tessaly
+} // namespace tessaly::memory

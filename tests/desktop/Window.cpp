@@ -8,7 +8,7 @@
 #include <stdexcept>
 #include <utility>
 
-namespace tessaly {
+namespace tessaly::memory {
 
 namespace {
 
@@ -18,7 +18,7 @@ constexpr float FrameHeight = 810;
 
 } // namespace
 
-void MemoryWindow::Show() {
+void Window::Show() {
     mFaults.Count();
     if (!std::exchange(mIsLoaded, true) && onLoad) {
         onLoad();
@@ -29,53 +29,53 @@ void MemoryWindow::Show() {
     }
 }
 
-void MemoryWindow::Unload() {
+void Window::Unload() {
     mFaults.Count();
     Close();
 }
 
-std::string MemoryWindow::Caption() const {
+std::string Window::Caption() const {
     mFaults.Count();
     return mCaption;
 }
 
-void MemoryWindow::SetCaption(std::string_view caption) {
+void Window::SetCaption(std::string_view caption) {
     mFaults.Count();
     mCaption = caption;
 }
 
-float MemoryWindow::Width() const {
+float Window::Width() const {
     mFaults.Count();
     return mWidth;
 }
 
-float MemoryWindow::Height() const {
+float Window::Height() const {
     mFaults.Count();
     return mHeight;
 }
 
-float MemoryWindow::ClientWidth() const {
+float Window::ClientWidth() const {
     mFaults.Count();
     return mWidth - FrameWidth;
 }
 
-float MemoryWindow::ClientHeight() const {
+float Window::ClientHeight() const {
     mFaults.Count();
     return mHeight - FrameHeight;
 }
 
-void MemoryWindow::SetMinimumSize(float width, float height) {
+void Window::SetMinimumSize(float width, float height) {
     mFaults.Count();
     mMinimumWidth = width;
     mMinimumHeight = height;
 }
 
-void MemoryWindow::SetFooter(float height) {
+void Window::SetFooter(float height) {
     mFaults.Count();
     mFooter = height;
 }
 
-void MemoryWindow::SetIcon(const std::string& path) {
+void Window::SetIcon(const std::string& path) {
     mFaults.Count();
     const auto file = mFiles.contents.find(path);
     if (file == mFiles.contents.end() || file->second.empty()) {
@@ -84,7 +84,7 @@ void MemoryWindow::SetIcon(const std::string& path) {
     mIcon = path;
 }
 
-void MemoryWindow::PressKey(int keyCode, int shift) {
+void Window::PressKey(int keyCode, int shift) {
     CheckUsable("a key in the window");
     {
         const FocusEvents::Command command(mFocus.events, FocusEvents::Keyboard::Stays);
@@ -95,21 +95,21 @@ void MemoryWindow::PressKey(int keyCode, int shift) {
     if (keyCode == KeyF1) {
         mApplication.OpenHelp();
     }
-    MemoryFocusTarget* const owner = mFocus.Owner();
+    FocusTarget* const owner = mFocus.Owner();
     const bool isTaken = !mIsClosed && owner != nullptr && owner->TakeKey(keyCode, shift);
-    if (!mIsClosed && !isTaken && keyCode == MemoryKeyTab) {
+    if (!mIsClosed && !isTaken && keyCode == KeyTab) {
         mFocus.MoveToNextStop();
     }
 }
 
-void MemoryWindow::DeliverSentKeys() {
+void Window::DeliverSentKeys() {
     while (mApplication.f1Waiting > 0) {
         --mApplication.f1Waiting;
         PressKey(KeyF1);
     }
 }
 
-void MemoryWindow::Resize(float width, float height) {
+void Window::Resize(float width, float height) {
     CheckUsable("a change of the window's size");
     width = std::max(width, mMinimumWidth);
     height = std::max(height, mMinimumHeight);
@@ -121,12 +121,12 @@ void MemoryWindow::Resize(float width, float height) {
     }
 }
 
-void MemoryWindow::CloseByUser() {
+void Window::CloseByUser() {
     CheckUsable("the closing of the window");
     Close();
 }
 
-void MemoryWindow::DropFile(const std::string& path) {
+void Window::DropFile(const std::string& path) {
     CheckUsable("a file dropped on the window");
     const FocusEvents::Command command(mFocus.events, FocusEvents::Keyboard::IsTaken);
     if (onFileDropped) {
@@ -134,12 +134,12 @@ void MemoryWindow::DropFile(const std::string& path) {
     }
 }
 
-void MemoryWindow::SetInitialSize(float width, float height) {
+void Window::SetInitialSize(float width, float height) {
     mWidth = width;
     mHeight = height;
 }
 
-void MemoryWindow::CheckUsable(std::string_view action) const {
+void Window::CheckUsable(std::string_view action) const {
     mFocus.CheckReachable(action);
     if (!IsShown()) {
         throw ImpossibleAction(std::string(action) + ", which is not shown");
@@ -147,7 +147,7 @@ void MemoryWindow::CheckUsable(std::string_view action) const {
 }
 
 // The window is gone before the event, so that closing it again in there raises nothing.
-void MemoryWindow::Close() {
+void Window::Close() {
     if (std::exchange(mIsClosed, true)) {
         return;
     }
@@ -157,4 +157,4 @@ void MemoryWindow::Close() {
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::memory

@@ -10,12 +10,12 @@
 #include <string>
 #include <string_view>
 
-namespace tessaly {
+namespace tessaly::memory {
 
-class MemoryWindow final : public Window {
+class Window final : public tessaly::Window {
 public:
     // Icons are taken from `files`; a file whose content is empty is no picture.
-    MemoryWindow(MemoryFaults& faults, MemoryFocus& focus, MemoryApplication& application, const MemoryFiles& files)
+    Window(Faults& faults, Focus& focus, Application& application, const SequentialFiles& files)
         : mFaults(faults),
           mFocus(focus),
           mApplication(application),
@@ -65,10 +65,10 @@ private:
     void CheckUsable(std::string_view action) const;
     void Close();
 
-    MemoryFaults& mFaults;
-    MemoryFocus& mFocus;
-    MemoryApplication& mApplication;
-    const MemoryFiles& mFiles;
+    Faults& mFaults;
+    Focus& mFocus;
+    Application& mApplication;
+    const SequentialFiles& mFiles;
     std::string mCaption;
     float mWidth = 9600;
     float mHeight = 7200;
@@ -81,4 +81,4 @@ private:
     bool mIsClosed = false;
 };
 
-} // namespace tessaly
+} // namespace tessaly::memory

@@ -68,7 +68,7 @@ protected:
     static std::size_t OpenFiles() { return Count("/proc/self/fd"); }
 
     fs::path mFolder;
-    PosixFiles mFiles;
+    posix::SequentialFiles mFiles;
 };
 
 TEST_F(PosixFaultTest, AFileThatIsReplacedIsTheOldOneOrTheNewOne) {
@@ -170,7 +170,7 @@ TEST_F(PosixFaultTest, ASettingIsWrittenOrTheFileIsAsItWas) {
 
 TEST_F(PosixFaultTest, AProcessEndsWithAllItsOutputOrItsFailureIsTold) {
     std::string output;
-    std::optional<ProcessResult> result;
+    std::optional<posix::ProcessResult> result;
     const std::size_t openFiles = OpenFiles();
     ForEachFailure(
         {"open", "read", "close", "pipe", "spawn", "poll", "waitpid", "ioctl"},
@@ -180,8 +180,8 @@ TEST_F(PosixFaultTest, AProcessEndsWithAllItsOutputOrItsFailureIsTold) {
         },
         [&] {
             try {
-                result = RunProcess({"/bin/sh", "-c", "echo output; exit 3"},
-                                    [&](std::string_view piece) { output += piece; });
+                result = posix::RunProcess({"/bin/sh", "-c", "echo output; exit 3"},
+                                           [&](std::string_view piece) { output += piece; });
             } catch (const std::system_error&) {
             }
         },
@@ -206,7 +206,7 @@ TEST_F(PosixFaultTest, ADetachedProcessThatDoesNotStartIsNeverTakenForAStartedOn
         {"open", "read", "close", "pipe", "fork", "waitpid"}, [&] { thrown = false; },
         [&] {
             try {
-                StartDetached({noProgram}, mFolder / "output");
+                posix::StartDetached({noProgram}, mFolder / "output");
             } catch (const std::system_error&) {
                 thrown = true;
             }
@@ -224,7 +224,7 @@ TEST_F(PosixFaultTest, ALockThatCannotBeMadeIsNotTakenBySomebodyElse) {
     const std::size_t openFiles = OpenFiles();
     ForEachFailure(
         {"open", "flock", "mkdir", "stat"}, [] {},
-        [&] { isTaken = InstanceLock(mFolder / "new/lock").PreviousInstance(); },
+        [&] { isTaken = posix::PreviousInstanceTest(mFolder / "new/lock").PreviousInstance(); },
         [&] {
             EXPECT_FALSE(isTaken);
             EXPECT_EQ(OpenFiles(), openFiles);

@@ -26,7 +26,7 @@ protected:
 };
 
 int Virtual(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    return VirtualKey(QKeyEvent(QEvent::KeyPress, key, modifiers));
+    return qt::VirtualKey(QKeyEvent(QEvent::KeyPress, key, modifiers));
 }
 
 TEST(QtKeysTest, KeysHaveTheNumbersOfWindows) {
@@ -40,7 +40,7 @@ TEST(QtKeysTest, KeysHaveTheNumbersOfWindows) {
     EXPECT_EQ(Virtual(Qt::Key_Enter), 13);
     EXPECT_EQ(Virtual(Qt::Key_Delete), 46);
     EXPECT_EQ(Virtual(Qt::Key_Udiaeresis), 255);
-    EXPECT_EQ(ShiftState(Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier), 7);
+    EXPECT_EQ(qt::ShiftState(Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier), 7);
 }
 
 TEST_F(QtDesktopTest, F10IsAKeyLikeAnyOther) {
@@ -60,7 +60,7 @@ TEST_F(QtDesktopTest, KeysInAnOpenMenuAreTheMenus) {
     user.Qt().window.Show();
     int keys = 0;
     user.Qt().window.onKeyDown = [&keys](int, int) { ++keys; };
-    QMenu& menu = static_cast<QtMenuItem&>(file).DropDown();
+    QMenu& menu = static_cast<qt::MenuItem&>(file).DropDown();
     menu.popup(user.Qt().frame.pos());
     ASSERT_NE(QApplication::activePopupWidget(), nullptr);
     user.PressKey(KeyF5, 0);
@@ -205,7 +205,7 @@ TEST_F(QtDesktopTest, TheSelectedItemIsSeenAlsoWithoutTheFocus) {
     TreeView& tree = user.Qt().tree;
     tree.Select(tree.Add(TreeItem::None, "a", "."));
     tree.Add(TreeItem::None, "b", ".");
-    QtTreeWidget& widget = user.Qt().tree.Widget();
+    qt::TreeWidget& widget = user.Qt().tree.Widget();
     const auto colour = [&](const char* key) {
         user.Settle();
         const QRect place = widget.visualItemRect(&user.Qt().tree.NodeOf(tree.Find(key)));
@@ -248,7 +248,7 @@ TEST_F(QtDesktopTest, AMessageBoxIsWideEnoughForItsCaption) {
     const int narrow = ShowBox(user, "X ?", "X").width;
     const int wide = ShowBox(user, "X ?", caption).width;
     EXPECT_GT(wide, narrow);
-    EXPECT_GT(wide, QFontMetrics(QApplication::font()).horizontalAdvance(ToQt(caption)) + 100);
+    EXPECT_GT(wide, QFontMetrics(QApplication::font()).horizontalAdvance(qt::ToQt(caption)) + 100);
 }
 
 TEST_F(QtDesktopTest, AListWithColumnsIsNotWrapped) {
@@ -259,7 +259,7 @@ TEST_F(QtDesktopTest, AListWithColumnsIsNotWrapped) {
 }
 
 std::string SpokenName(QWidget& widget) {
-    return FromQt(QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Name));
+    return qt::FromQt(QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Name));
 }
 
 TEST_F(QtDesktopTest, AScreenReaderSaysTheLabelOfAControl) {

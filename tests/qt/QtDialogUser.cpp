@@ -32,7 +32,7 @@ void Click(QWidget& widget) {
 // The key with this number on Windows.
 int KeyOf(int keyCode) {
     const auto isIt = [keyCode](int key) {
-        return VirtualKey(QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier)) == keyCode;
+        return qt::VirtualKey(QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier)) == keyCode;
     };
     int key = Qt::Key_Space;
     while (!isIt(key)) {
@@ -69,7 +69,7 @@ SeenMessageBox See(const QMessageBox& box) {
                          : box.icon() == QMessageBox::Warning     ? MsgIcon::Exclamation
                          : box.icon() == QMessageBox::Information ? MsgIcon::Information
                                                                   : MsgIcon::None;
-    return {FromQt(box.text()), FromQt(box.windowTitle()), seen, icon};
+    return {qt::FromQt(box.text()), qt::FromQt(box.windowTitle()), seen, icon};
 }
 
 // The description and the pattern of one of Qt's name filters.
@@ -80,10 +80,10 @@ QPair<QString, QString> SplitFilter(const QString& filter) {
 
 class NameUser final : public NameWindowUser {
 public:
-    explicit NameUser(QtDialog& dialog) : mDialog(dialog) {}
+    explicit NameUser(qt::Dialog& dialog) : mDialog(dialog) {}
 
     void Type(std::string_view text) override {
-        for (const QChar character : ToQt(text)) {
+        for (const QChar character : qt::ToQt(text)) {
             Key(mDialog, Qt::Key_unknown, character);
         }
     }
@@ -94,18 +94,20 @@ public:
     void PressF1() override { Key(mDialog, Qt::Key_F1); }
     void CloseByFrame() override { mDialog.close(); }
     bool IsShown() const override { return mDialog.isVisible(); }
-    std::string Caption() const override { return FromQt(mDialog.windowTitle()); }
-    std::string CancelCaption() const override { return FromQt(Buttons().button(QDialogButtonBox::Cancel)->text()); }
+    std::string Caption() const override { return qt::FromQt(mDialog.windowTitle()); }
+    std::string CancelCaption() const override {
+        return qt::FromQt(Buttons().button(QDialogButtonBox::Cancel)->text());
+    }
 
 private:
     QDialogButtonBox& Buttons() const { return *mDialog.findChild<QDialogButtonBox*>(); }
 
-    QtDialog& mDialog;
+    qt::Dialog& mDialog;
 };
 
 class SplashUser final : public SplashWindowUser {
 public:
-    explicit SplashUser(QtDialog& dialog) : mDialog(dialog) {}
+    explicit SplashUser(qt::Dialog& dialog) : mDialog(dialog) {}
 
     void PressKey(int keyCode) override { Key(mDialog, static_cast<Qt::Key>(KeyOf(keyCode))); }
     void RepeatKey(int keyCode) override {
@@ -129,7 +131,7 @@ private:
         QTest::mouseClick(mDialog.windowHandle(), button, Qt::NoModifier, frame.mapTo(&mDialog, place));
     }
 
-    QtDialog& mDialog;
+    qt::Dialog& mDialog;
 };
 
 } // namespace
@@ -142,7 +144,7 @@ bool QtDialogUser::eventFilter(QObject* object, QEvent* event) {
     if (event->type() == QEvent::Show) {
         AnswerLater(dynamic_cast<QMessageBox*>(object));
         AnswerLater(dynamic_cast<QFileDialog*>(object));
-        AnswerLater(dynamic_cast<QtDialog*>(object));
+        AnswerLater(dynamic_cast<qt::Dialog*>(object));
     }
     return QObject::eventFilter(object, event);
 }
@@ -193,13 +195,13 @@ void QtDialogUser::Answer(QFileDialog& dialog) {
     auto* const nameBox = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     SeenFileDialog seen;
     seen.isSave = dialog.acceptMode() == QFileDialog::AcceptSave;
-    seen.title = FromQt(dialog.windowTitle());
-    seen.fileName = FromQt(nameBox->text());
+    seen.title = qt::FromQt(dialog.windowTitle());
+    seen.fileName = qt::FromQt(nameBox->text());
     for (const QString& filter : dialog.nameFilters()) {
         const auto [description, pattern] = SplitFilter(filter);
-        seen.filters.push_back(FromQt(description));
+        seen.filters.push_back(qt::FromQt(description));
         if (description == dialog.selectedNameFilter()) {
-            seen.pattern = FromQt(pattern);
+            seen.pattern = qt::FromQt(pattern);
         }
     }
     mSeenFiles.push_back(seen);
@@ -214,12 +216,12 @@ void QtDialogUser::Answer(QFileDialog& dialog) {
         Key(dialog, Qt::Key_Escape);
         return;
     }
-    nameBox->setText(ToQt(*answer));
+    nameBox->setText(qt::ToQt(*answer));
     Q_EMIT nameBox->textEdited(nameBox->text()); // what is selected in the list gives way to what is typed
     Key(dialog, Qt::Key_Return, QStringLiteral("\r"));
 }
 
-void QtDialogUser::Answer(QtDialog& dialog) {
+void QtDialogUser::Answer(qt::Dialog& dialog) {
     if (dialog.findChild<QLineEdit*>() != nullptr && !mNames.empty()) {
         const auto script = std::move(mNames.front());
         mNames.pop_front();

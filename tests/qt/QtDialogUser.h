@@ -16,7 +16,9 @@ class QMessageBox;
 
 namespace tessaly {
 
-class QtDialog;
+namespace qt {
+class Dialog;
+}
 
 class QtDialogUser final : public QObject {
 public:
@@ -45,7 +47,7 @@ private:
     void AnswerLater(Dialog* dialog); // null for another kind of window
     void Answer(QMessageBox& box);
     void Answer(QFileDialog& dialog);
-    void Answer(QtDialog& dialog);
+    void Answer(qt::Dialog& dialog);
 
     std::deque<std::optional<MsgResult>> mAnswers;
     std::deque<std::optional<std::string>> mFiles;

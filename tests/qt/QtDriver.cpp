@@ -47,7 +47,7 @@ QtDriver::QtDriver(const Launch& launch) : mPath(qgetenv("PATH")) {
     qputenv("PATH", QByteArray::fromStdString(FilePath("bin")) + ":" + mPath);
     const Environment environment = [this](const std::string& name) { return Variable(name); };
     mSettings.emplace(mFiles, environment);
-    mDesktop = std::make_unique<QtDesktop>(launch.commandLine, environment, *mSettings);
+    mDesktop = std::make_unique<qt::Desktop>(launch.commandLine, environment, *mSettings);
     PlaceControls();
     mDesktop->window.onEnded = [this] { mHasEnded = true; };
     mDesktop->app.onHelpOpened = [this](const std::string& path) { mHelpOpened.push_back(path); };
@@ -94,8 +94,8 @@ void QtDriver::PressKey(int keyCode, int shift) {
 
 void QtDriver::Resize(float width, float height) {
     QWidget& frame = mDesktop->frame;
-    frame.resize(frame.width() + ToPixels(width - mDesktop->window.Width()),
-                 frame.height() + ToPixels(height - mDesktop->window.Height()));
+    frame.resize(frame.width() + qt::ToPixels(width - mDesktop->window.Width()),
+                 frame.height() + qt::ToPixels(height - mDesktop->window.Height()));
     Settle();
 }
 
@@ -127,7 +127,7 @@ void QtDriver::ComeBack() {
 
 void QtDriver::DropFile(const std::string& path) {
     QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(ToQt(path))});
+    data.setUrls({QUrl::fromLocalFile(qt::ToQt(path))});
     QWidget& frame = mDesktop->frame;
     const QPoint place = frame.rect().center();
     QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
@@ -148,11 +148,11 @@ std::string QtDriver::Icon() const {
 
 Extent QtDriver::Shown(Control& control) const {
     const QRect place = WidgetOf(control).geometry();
-    return {ToTwips(place.x()), ToTwips(place.y()), ToTwips(place.width()), ToTwips(place.height())};
+    return {qt::ToTwips(place.x()), qt::ToTwips(place.y()), qt::ToTwips(place.width()), qt::ToTwips(place.height())};
 }
 
 QWidget& QtDriver::WidgetOf(Control& control) const {
-    QtDesktop& desktop = *mDesktop;
+    qt::Desktop& desktop = *mDesktop;
     const std::pair<Control*, QWidget*> widgets[] = {
         {&desktop.treeLabel, &desktop.treeLabel.Widget()}, {&desktop.tree, &desktop.tree.Widget()},
         {&desktop.paneLabel, &desktop.paneLabel.Widget()}, {&desktop.pane, &desktop.pane.Widget()},
@@ -163,7 +163,7 @@ QWidget& QtDriver::WidgetOf(Control& control) const {
 }
 
 void QtDriver::ClickItem(TreeItem item) {
-    QtTreeWidget& tree = mDesktop->tree.Widget();
+    qt::TreeWidget& tree = mDesktop->tree.Widget();
     QTreeWidgetItem& node = mDesktop->tree.NodeOf(item);
     tree.scrollToItem(&node);
     const QRect place = tree.visualItemRect(&node);
@@ -177,7 +177,7 @@ void QtDriver::MoveSelectionDown() {
 
 // The arrow stands in front of the item.
 void QtDriver::CollapseItem(TreeItem item) {
-    const QtTreeWidget& tree = mDesktop->tree.Widget();
+    const qt::TreeWidget& tree = mDesktop->tree.Widget();
     const QRect place = tree.visualItemRect(&mDesktop->tree.NodeOf(item));
     Click(*tree.viewport(), {place.left() - tree.indentation() / 2, place.center().y()});
     EXPECT_FALSE(mDesktop->tree.IsExpanded(item));
@@ -190,7 +190,7 @@ void QtDriver::ClickPane() {
 
 void QtDriver::SetCaret(std::size_t position) {
     QTextCursor cursor = mDesktop->pane.Widget().textCursor();
-    cursor.setPosition(static_cast<int>(ToQt(std::string_view(PaneShown()).substr(0, position)).size()));
+    cursor.setPosition(static_cast<int>(qt::ToQt(std::string_view(PaneShown()).substr(0, position)).size()));
     mDesktop->pane.Widget().setTextCursor(cursor);
 }
 
@@ -199,7 +199,7 @@ void QtDriver::SelectAll() {
 }
 
 void QtDriver::Type(std::string_view text) {
-    const QString characters = ToQt(text);
+    const QString characters = qt::ToQt(text);
     for (qsizetype i = 0; i < characters.size(); ++i) {
         const qsizetype length = characters[i].isHighSurrogate() ? 2 : 1;
         Key(Qt::Key_unknown, Qt::NoModifier, characters.mid(i, length));
@@ -216,7 +216,7 @@ void QtDriver::Backspace() {
 }
 
 void QtDriver::Paste(std::string_view text) {
-    QGuiApplication::clipboard()->setText(ToQt(text));
+    QGuiApplication::clipboard()->setText(qt::ToQt(text));
     Key(Qt::Key_V, Qt::ControlModifier);
 }
 
@@ -225,12 +225,12 @@ void QtDriver::Undo() {
 }
 
 std::string QtDriver::PaneShown() const {
-    return FromQt(mDesktop->pane.Widget().ExactText());
+    return qt::FromQt(mDesktop->pane.Widget().ExactText());
 }
 
 float QtDriver::PanelWidth(std::int32_t number) const {
     QCoreApplication::sendPostedEvents(); // lays the panels out
-    return ToTwips(mDesktop->status.PanelWidget(number).width());
+    return qt::ToTwips(mDesktop->status.PanelWidget(number).width());
 }
 
 // As it is shown: what looks like markup is none.
@@ -238,14 +238,14 @@ std::string QtDriver::PanelToolTip(std::int32_t number) const {
     QTextDocument shown;
     const QString tip = mDesktop->status.PanelWidget(number).toolTip();
     Qt::mightBeRichText(tip) ? shown.setHtml(tip) : shown.setPlainText(tip);
-    return FromQt(shown.toPlainText());
+    return qt::FromQt(shown.toPlainText());
 }
 
 std::string QtDriver::ButtonTip(std::int32_t number) const {
     QWidget& button = mDesktop->toolBar.ButtonWidget(number);
     const QString name = QAccessible::queryAccessibleInterface(&button)->text(QAccessible::Name);
     EXPECT_EQ(button.toolTip(), name);
-    return FromQt(name);
+    return qt::FromQt(name);
 }
 
 void QtDriver::PressButton(std::int32_t number) {
@@ -256,7 +256,7 @@ void QtDriver::PressButton(std::int32_t number) {
 }
 
 void QtDriver::ChooseMenu(MenuItem& item) {
-    auto& chosen = static_cast<QtMenuItem&>(item);
+    auto& chosen = static_cast<qt::MenuItem&>(item);
     QAction& action = chosen.Action();
     auto* const menu = qobject_cast<QMenu*>(action.associatedObjects().constFirst());
     if (menu == nullptr || !IsShown()) {
@@ -270,7 +270,7 @@ void QtDriver::ChooseMenu(MenuItem& item) {
 }
 
 void QtDriver::OpenMenuAndLeave(MenuItem& menu) {
-    Open(static_cast<QtMenuItem&>(menu).Action());
+    Open(static_cast<qt::MenuItem&>(menu).Action());
     QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
     if (mDesktop->frame.menuBar()->hasFocus()) {
         Key(Qt::Key_Escape);
@@ -286,10 +286,10 @@ void QtDriver::Open(QAction& menu) {
 
 std::vector<std::string> QtDriver::MenuNames(MenuItem* menu) const {
     const QList<QAction*> actions =
-        menu == nullptr ? mDesktop->frame.menuBar()->actions() : static_cast<QtMenuItem*>(menu)->DropDown().actions();
+        menu == nullptr ? mDesktop->frame.menuBar()->actions() : static_cast<qt::MenuItem*>(menu)->DropDown().actions();
     std::vector<std::string> names;
     for (const QAction* const action : actions) {
-        names.push_back(action->isSeparator() ? "-" : FromQt(action->objectName()));
+        names.push_back(action->isSeparator() ? "-" : qt::FromQt(action->objectName()));
     }
     return names;
 }
@@ -301,7 +301,7 @@ std::string QtDriver::FilePath(std::string_view name) const {
 std::string QtDriver::PicturePath() {
     QImage picture(16, 16, QImage::Format_RGB32);
     picture.fill(Qt::red);
-    EXPECT_TRUE(picture.save(ToQt(FilePath("icon.png"))));
+    EXPECT_TRUE(picture.save(qt::ToQt(FilePath("icon.png"))));
     return FilePath("icon.png");
 }
 

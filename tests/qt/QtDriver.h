@@ -69,7 +69,7 @@ public:
     std::vector<SeenFileDialog> FileDialogs() const override { return mDialogs.FileDialogs(); }
 
     std::string FilePath(std::string_view name) const override;
-    std::string FolderPath() const override { return FromQt(mFolder.path()); }
+    std::string FolderPath() const override { return qt::FromQt(mFolder.path()); }
     std::string PicturePath() override;
     RegistryPlace WritablePlace() const override { return {Registry::CurrentUser, "SOFTWARE\\Tessaly contract"}; }
     std::vector<std::string> HelpOpened() const override { return mHelpOpened; }
@@ -78,7 +78,7 @@ public:
     std::vector<SeenProcessStart> Starts() const override { return mStarts; }
 
     // The desktop itself, for what only this one has.
-    QtDesktop& Qt() { return *mDesktop; }
+    qt::Desktop& Qt() { return *mDesktop; }
 
 private:
     std::optional<std::string> Variable(const std::string& name) const;
@@ -92,9 +92,9 @@ private:
 
     QTemporaryDir mFolder;
     QByteArray mPath; // of this process, as it was
-    PosixFiles mFiles;
+    posix::SequentialFiles mFiles;
     std::optional<SettingsRegistry> mSettings;
-    std::unique_ptr<QtDesktop> mDesktop;
+    std::unique_ptr<qt::Desktop> mDesktop;
     QtDialogUser mDialogs;
     std::unique_ptr<QWidget> mOtherWindow;
     std::vector<std::string> mHelpOpened;

@@ -19,7 +19,7 @@ namespace {
 class QtRichTextBoxTest : public testing::Test {
 protected:
     RichTextBox& Pane() { return user.Qt().pane; }
-    QtPlainTextEdit& Editor() { return user.Qt().pane.Widget(); }
+    qt::PlainTextEdit& Editor() { return user.Qt().pane.Widget(); }
 
     void Edit(std::string_view text, std::size_t caret) {
         user.Qt().window.Show();
@@ -83,7 +83,7 @@ TEST_F(QtRichTextBoxTest, WhatIsCopiedIsWhatStandsThere) {
     Edit("a\xC2\xA0\tb\rc", 0);
     user.SelectAll();
     Editor().copy();
-    EXPECT_EQ(FromQt(QGuiApplication::clipboard()->text()), "a\xC2\xA0\tb\nc");
+    EXPECT_EQ(qt::FromQt(QGuiApplication::clipboard()->text()), "a\xC2\xA0\tb\nc");
     EXPECT_FALSE(QGuiApplication::clipboard()->mimeData()->hasHtml());
 }
 
@@ -185,7 +185,7 @@ TEST_F(QtRichTextBoxTest, EveryCharacterIsAsWideAsThePaneSays) {
     Edit("iiiiWWWWx", 0);
     Editor().grab();
     const QTextLine line = Editor().document()->firstBlock().layout()->lineAt(0);
-    EXPECT_NEAR((line.cursorToX(8) - line.cursorToX(0)) * TwipsInPixel, 8 * Pane().CharacterWidth(), 1);
+    EXPECT_NEAR((line.cursorToX(8) - line.cursorToX(0)) * qt::TwipsInPixel, 8 * Pane().CharacterWidth(), 1);
 }
 
 TEST_F(QtRichTextBoxTest, TheTabKeyGoesToTheStopsThatWereSet) {

@@ -71,7 +71,7 @@ bool HasWord(const QString& text) {
 
 TEST(QtTextsTest, QtSpeaksTheLanguageOfTheProgram) {
     bool isGerman = false;
-    QtTexts texts([&isGerman] { return isGerman; });
+    qt::Texts texts([&isGerman] { return isGerman; });
     const QStringList withoutIt = TextsOfDialogs();
     QCoreApplication::installTranslator(&texts);
     const QStringList english = TextsOfDialogs();
@@ -82,7 +82,7 @@ TEST(QtTextsTest, QtSpeaksTheLanguageOfTheProgram) {
     EXPECT_GT(std::set<QString>(german.begin(), german.end()).size(), 30U);
     for (qsizetype i = 0; i < english.size(); ++i) {
         if (HasWord(english[i]) && !SameInBoth.contains(english[i])) {
-            EXPECT_NE(german[i], english[i]) << FromQt(english[i]);
+            EXPECT_NE(german[i], english[i]) << qt::FromQt(english[i]);
         }
     }
     EXPECT_TRUE(german.contains(QStringLiteral("&Ja")));

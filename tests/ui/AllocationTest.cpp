@@ -11,7 +11,7 @@ namespace {
 class Program : public MainWindow {
 public:
     Program() {
-        desktop.msgBox.decide = [](const MemoryMsgBox::Record& box) {
+        desktop.msgBox.decide = [](const memory::MsgBox::Record& box) {
             return box.buttons == MsgButtons::Ok ? MsgResult::Ok : MsgResult::Yes;
         };
         Start();
@@ -19,7 +19,7 @@ public:
         desktop.tree.Click("Two");
         desktop.files.contents["b.PSF"] = Psf(" 1", "Other", PsfFunction("Other", "void Other(){}"));
         desktop.fileDialog.WillChoose("b.PSF");
-        desktop.modal.WillUseName([](MemoryNameWindow& dialog) {
+        desktop.modal.WillUseName([](memory::NameWindow& dialog) {
             dialog.Type("AddedWithANameThatIsStoredBesideItsString");
             dialog.PressOk();
             if (dialog.IsShown()) {
@@ -75,7 +75,7 @@ TEST_P(AllocationTest, ACommandWithoutMemoryEndsAndLeavesTheOldDocumentOrTheNew)
         Allocations().leftUntilFailure = 0;
         EXPECT_TRUE(documents.contains(program.Document()) || !program.window.mSourceDoc->LoadedOK())
             << program.Document();
-        for (const MemoryMsgBox::Record& box : program.desktop.msgBox.records) {
+        for (const memory::MsgBox::Record& box : program.desktop.msgBox.records) {
             EXPECT_NE(box.caption, "Duplicate Function Error!");
         }
         program.desktop.window.CloseByUser();
@@ -111,7 +111,7 @@ TEST(AllocationAtStart, AStepOfTheStartThatHasNoMemoryLeavesTheOthers) {
     bool isOver = false;
     for (std::size_t number = 1; !isOver; ++number) {
         FreshProgram program;
-        program.desktop.msgBox.decide = [](const MemoryMsgBox::Record&) { return MsgResult::Ok; };
+        program.desktop.msgBox.decide = [](const memory::MsgBox::Record&) { return MsgResult::Ok; };
         program.Install();
         Allocations().leftUntilFailure = number;
         EXPECT_NO_THROW(program.window.Show());

@@ -133,7 +133,7 @@ TEST_F(CodeTreeTest, BuildingTheTreeSetsCaptionAndTabStopsOfThePane) {
 
 TEST_F(CodeTreeTest, AddingAFunctionShowsItsTextAndSelectsIt) {
     desktop.tree.Click("_0e2");
-    desktop.modal.WillUseName([this](MemoryNameWindow& dialog) {
+    desktop.modal.WillUseName([this](memory::NameWindow& dialog) {
         EXPECT_EQ(dialog.ShownCaption(), "Add Function");
         EXPECT_EQ(dialog.label.Caption(), "Please type in the name of the function you wish to add.");
         dialog.Type("Blink");
@@ -152,9 +152,9 @@ TEST_F(CodeTreeTest, AddingAFunctionShowsItsTextAndSelectsIt) {
 }
 
 TEST_F(CodeTreeTest, AnEmptyNameAndACancelledDialogAddNothing) {
-    desktop.modal.WillUseName([](MemoryNameWindow& dialog) { dialog.PressOk(); });
+    desktop.modal.WillUseName([](memory::NameWindow& dialog) { dialog.PressOk(); });
     desktop.window.PressKey(KeyF5);
-    desktop.modal.WillUseName([](MemoryNameWindow& dialog) {
+    desktop.modal.WillUseName([](memory::NameWindow& dialog) {
         dialog.Type("Blink");
         dialog.PressCancel();
     });
@@ -168,7 +168,7 @@ TEST_F(CodeTreeTest, AddingANameThatExistsShowsTheDuplicateMessageAndChangesNoIt
     desktop.tree.Click("_0e1");
     desktop.msgBox.WillPress(MsgResult::Ok);
     AddFunction("bli");
-    EXPECT_EQ(LastBox(), (MemoryMsgBox::Record{
+    EXPECT_EQ(LastBox(), (memory::MsgBox::Record{
                              "The function you are trying to enter already exists.\nPlease choose an alternate name.",
                              "Duplicate Function Error!", MsgButtons::Ok, MsgIcon::Stop}));
     EXPECT_EQ(FunctionItems(), std::vector<std::string>{"Blink"});
@@ -188,7 +188,7 @@ TEST_F(CodeTreeTest, AddingByKeyOverwritesUnstoredEditsAndByButtonStoresThemFirs
     desktop.tree.Click("One");
     ASSERT_TRUE(desktop.pane.Click());
     desktop.pane.Type("/* kept */");
-    desktop.modal.WillUseName([](MemoryNameWindow& dialog) {
+    desktop.modal.WillUseName([](memory::NameWindow& dialog) {
         dialog.Type("Three");
         dialog.PressOk();
     });
@@ -211,7 +211,7 @@ TEST_F(CodeTreeTest, DeletingAsksAndRemovesItemAndFunction) {
     AddFunction("Foo");
     desktop.msgBox.WillPress(MsgResult::Yes);
     desktop.window.PressKey(KeyF4);
-    EXPECT_EQ(LastBox(), (MemoryMsgBox::Record{"Delete Foo ?", "Delete function", MsgButtons::YesNo, MsgIcon::None}));
+    EXPECT_EQ(LastBox(), (memory::MsgBox::Record{"Delete Foo ?", "Delete function", MsgButtons::YesNo, MsgIcon::None}));
     EXPECT_EQ(FunctionItems(), std::vector<std::string>());
     EXPECT_EQ(window.mSourceDoc->GetFunctionCount(), 0);
     EXPECT_EQ(CurrentKey(), "_0f");
@@ -249,8 +249,8 @@ TEST_F(CodeTreeTest, DeletingRemovesTheItemEvenWhenTheDocumentReportsAnError) {
     desktop.msgBox.WillPress(MsgResult::Ok);
     desktop.window.PressKey(KeyF4);
     EXPECT_EQ(FunctionItems(), std::vector<std::string>());
-    EXPECT_EQ(LastBox(), (MemoryMsgBox::Record{"Error 4 has occurred! Please contact technical support!", "Error",
-                                               MsgButtons::Ok, MsgIcon::Stop}));
+    EXPECT_EQ(LastBox(), (memory::MsgBox::Record{"Error 4 has occurred! Please contact technical support!", "Error",
+                                                 MsgButtons::Ok, MsgIcon::Stop}));
 }
 
 // After a failed load the tree shows functions that the document has not.
@@ -258,7 +258,7 @@ class RemovedItemTest : public CodeTreeTest {
 protected:
     void SetUp() override {
         CodeTreeTest::SetUp();
-        desktop.msgBox.decide = [](const MemoryMsgBox::Record& box) {
+        desktop.msgBox.decide = [](const memory::MsgBox::Record& box) {
             return box.buttons == MsgButtons::YesNo ? MsgResult::Yes : MsgResult::Ok;
         };
         Open("a.PSF", GoodPsf());
@@ -301,7 +301,7 @@ TEST_F(RemovedItemTest, FFourDoesNothingAndWhatIsLeftInThePaneIsStoredNowhere) {
 }
 
 TEST_F(CodeTreeTest, ATreeThatWasNotBuiltToItsEndHasNoCurrentItem) {
-    desktop.msgBox.decide = [](const MemoryMsgBox::Record&) { return MsgResult::Ok; };
+    desktop.msgBox.decide = [](const memory::MsgBox::Record&) { return MsgResult::Ok; };
     for (std::size_t number = 1; number <= 40; ++number) {
         Choose("mnuNewPSF");
         desktop.tree.Click("_0e1");
@@ -345,7 +345,7 @@ TEST_F(CodeTreeTest, FFourDoesNothingOnGroupsAndEvents) {
 
 TEST_F(CodeTreeTest, TheToolBarButtonsAddAndDelete) {
     desktop.tree.Click("_0f");
-    desktop.modal.WillUseName([](MemoryNameWindow& dialog) {
+    desktop.modal.WillUseName([](memory::NameWindow& dialog) {
         dialog.Type("Foo");
         dialog.PressEnter();
     });
@@ -382,7 +382,7 @@ TEST_F(CodeTreeTest, AnUnknownToolBarKindShowsAnErrorAndLeavesTheBar) {
     desktop.tree.Click("_0f");
     desktop.msgBox.WillPress(MsgResult::Ok);
     window.SetUpToolBar("NoSuchTool");
-    EXPECT_EQ(LastBox(), (MemoryMsgBox::Record{"Unknown error!", "Error", MsgButtons::Ok, MsgIcon::Stop}));
+    EXPECT_EQ(LastBox(), (memory::MsgBox::Record{"Unknown error!", "Error", MsgButtons::Ok, MsgIcon::Stop}));
     EXPECT_EQ(desktop.toolBar.ButtonCount(), 2);
 }
 
@@ -391,11 +391,11 @@ TEST_F(CodeTreeTest, AnUnknownToolBarKindShowsAnErrorAndLeavesTheBar) {
 TEST_F(CodeTreeTest, ALeadingDigitGetsTheFirstCharacterMessageAndTheDialogStaysOpen) {
     desktop.msgBox.WillPress(MsgResult::Ok);
     desktop.msgBox.WillPress(MsgResult::Ok);
-    desktop.modal.WillUseName([this](MemoryNameWindow& dialog) {
+    desktop.modal.WillUseName([this](memory::NameWindow& dialog) {
         dialog.Type("1abc");
         dialog.PressOk();
         EXPECT_TRUE(dialog.IsShown());
-        EXPECT_EQ(LastBox(), (MemoryMsgBox::Record{
+        EXPECT_EQ(LastBox(), (memory::MsgBox::Record{
                                  "Function names cannot have a number for the first character! Function add aborted!",
                                  "Function Name Error", MsgButtons::Ok, MsgIcon::Stop}));
         EXPECT_EQ(dialog.FuncVarName(), "1abc");
@@ -403,8 +403,8 @@ TEST_F(CodeTreeTest, ALeadingDigitGetsTheFirstCharacterMessageAndTheDialogStaysO
         dialog.Type("Größe");
         dialog.PressOk();
         EXPECT_EQ(LastBox(),
-                  (MemoryMsgBox::Record{"Function names must only contain letters or numbers! Function add aborted!",
-                                        "Function Name Error", MsgButtons::Ok, MsgIcon::Stop}));
+                  (memory::MsgBox::Record{"Function names must only contain letters or numbers! Function add aborted!",
+                                          "Function Name Error", MsgButtons::Ok, MsgIcon::Stop}));
         EXPECT_TRUE(dialog.IsShown());
         dialog.PressCancel();
     });
@@ -414,7 +414,7 @@ TEST_F(CodeTreeTest, ALeadingDigitGetsTheFirstCharacterMessageAndTheDialogStaysO
 
 TEST_F(CodeTreeTest, ACorrectedNameIsAccepted) {
     desktop.msgBox.WillPress(MsgResult::Ok);
-    desktop.modal.WillUseName([](MemoryNameWindow& dialog) {
+    desktop.modal.WillUseName([](memory::NameWindow& dialog) {
         dialog.Type("a_b");
         dialog.PressOk();
         dialog.EraseAll();

@@ -12,7 +12,7 @@ protected:
     void MakeChange() { Edit("_0v", "x"); }
 };
 
-using Record = MemoryMsgBox::Record;
+using Record = memory::MsgBox::Record;
 const Record SaveQuestion = {"Do you wish to save data?", "Save Dialog", MsgButtons::YesNoCancel, MsgIcon::Question};
 
 // New
@@ -68,7 +68,7 @@ TEST_F(CommandsTest, OpenShowsTheFile) {
     EXPECT_EQ(Panel(1), "File=C:\\x\\a.PSF");
     EXPECT_EQ(Panel(2), "File was opened successfully!");
     EXPECT_EQ(CurrentKey(), "_0e");
-    const MemoryFileDialog::Record& dialog = desktop.fileDialog.records.back();
+    const memory::FileDialog::Record& dialog = desktop.fileDialog.records.back();
     EXPECT_EQ(dialog.filters, std::vector<std::string>{"Program Source Files (*.PSF)"});
     EXPECT_EQ(dialog.pattern, "*.PSF");
     EXPECT_FALSE(dialog.hasReadOnlyBox);
@@ -226,7 +226,7 @@ TEST_F(CommandsTest, ASaveThatFailsOrIsCancelledLeavesModeAndFlag) {
 TEST_F(CommandsTest, AFailedSaveSaysSoAndKeepsTheFlag) {
     Open("a.PSF", GoodPsf());
     MakeChange();
-    desktop.files.FailAt(MemoryFiles::Call::Write, 1);
+    desktop.files.FailAt(memory::SequentialFiles::Call::Write, 1);
     desktop.msgBox.WillPress(MsgResult::Ok);
     Choose("mnuSavePSF");
     EXPECT_EQ(LastBox(),
@@ -237,7 +237,7 @@ TEST_F(CommandsTest, AFailedSaveSaysSoAndKeepsTheFlag) {
 TEST_F(CommandsTest, AFailedSaveAsIsReportedAsASuccess) {
     MakeChange();
     desktop.fileDialog.WillChoose("new.PSF");
-    desktop.files.FailAt(MemoryFiles::Call::Write, 1);
+    desktop.files.FailAt(memory::SequentialFiles::Call::Write, 1);
     Choose("mnuSaveAsPSF");
     EXPECT_EQ(Boxes(), 0U);
     EXPECT_EQ(Panel(2), "File was saved successfully!");
@@ -292,7 +292,7 @@ TEST_F(CommandsTest, TheSaveQuestionReportsEachOutcome) {
     EXPECT_EQ(window.StatusPanel2, "vornMainFrmPrmpt20");
     desktop.msgBox.WillPress(MsgResult::Yes);
     desktop.msgBox.WillPress(MsgResult::Ok);
-    desktop.files.FailAt(MemoryFiles::Call::Open, 1);
+    desktop.files.FailAt(memory::SequentialFiles::Call::Open, 1);
     EXPECT_EQ(window.PromptUserForSave(), SaveAnswer::Failed);
     EXPECT_EQ(Panel(2), "Command canceled!") << "the status bar is left alone";
 }
@@ -406,7 +406,7 @@ TEST_F(CommandsTest, WithoutOneOfTheCompilersSettingsNothingIsWrittenOrStarted) 
 
 TEST_F(CommandsTest, ACFileThatCannotBeWrittenIsACorruptedInstallation) {
     Open("a.PSF", GoodPsf());
-    desktop.files.FailAt(MemoryFiles::Call::Open, 1);
+    desktop.files.FailAt(memory::SequentialFiles::Call::Open, 1);
     desktop.msgBox.WillPress(MsgResult::Ok);
     Choose("mnuBuildExe");
     EXPECT_EQ(LastBox(), (Record{"This installation has been corrupted.  Please reinstall the software.", "Error",
@@ -445,7 +445,7 @@ TEST_F(CommandsTest, TheAboutBoxShowsTheTitleInQuotesAndTheVersionAndStoresThePa
     desktop.app.title = "the system's name for it";
     Edit("_0v", "x");
     for (int time = 0; time < 2; ++time) {
-        desktop.modal.WillUseSplash([this, time](MemorySplashWindow& splash) {
+        desktop.modal.WillUseSplash([this, time](memory::SplashWindow& splash) {
             EXPECT_EQ(splash.ShownCaption(), "");
             EXPECT_EQ(splash.productName.Caption(), "\"Tessaly\"");
             EXPECT_EQ(splash.version.Caption(), "Version 1.0.12");

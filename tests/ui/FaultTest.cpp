@@ -24,7 +24,7 @@ std::string WithoutPrototypes(std::string bytes) {
 class Program : public MainWindow {
 public:
     Program() {
-        desktop.msgBox.decide = [this](const MemoryMsgBox::Record& box) {
+        desktop.msgBox.decide = [this](const memory::MsgBox::Record& box) {
             return box.buttons == MsgButtons::Ok      ? MsgResult::Ok
                    : box.buttons == MsgButtons::YesNo ? MsgResult::Yes
                                                       : saveAnswer;
@@ -47,7 +47,7 @@ public:
     }
 
     void WillName(const std::string& name) {
-        desktop.modal.WillUseName([name](MemoryNameWindow& dialog) {
+        desktop.modal.WillUseName([name](memory::NameWindow& dialog) {
             dialog.Type(name);
             dialog.PressOk();
             if (dialog.IsShown()) {
@@ -57,7 +57,7 @@ public:
     }
 
     void WillSeeAbout() {
-        desktop.modal.WillUseSplash([](MemorySplashWindow& splash) {
+        desktop.modal.WillUseSplash([](memory::SplashWindow& splash) {
             splash.PressKey();
             if (splash.IsShown()) {
                 splash.CloseByFrame();
@@ -131,19 +131,19 @@ private:
 
 struct Failure {
     std::string name;
-    std::function<void(MemoryFaults&, std::size_t number)> set;
+    std::function<void(memory::Faults&, std::size_t number)> set;
 };
 
 const std::vector<Failure>& Failures() {
     static const std::vector<Failure> failures = [] {
         std::vector<Failure> all = {
-            {"once", [](MemoryFaults& faults, std::size_t number) { faults.FailAt(number); }},
-            {"for ever", [](MemoryFaults& faults, std::size_t number) { faults.FailFrom(number); }},
+            {"once", [](memory::Faults& faults, std::size_t number) { faults.FailAt(number); }},
+            {"for ever", [](memory::Faults& faults, std::size_t number) { faults.FailFrom(number); }},
         };
         for (const std::size_t distance : {1U, 2U, 3U, 5U, 8U}) {
             all.push_back(
                 {"twice, " + std::to_string(distance) + " apart",
-                 [distance](MemoryFaults& faults, std::size_t number) { faults.FailTwice(number, distance); }});
+                 [distance](memory::Faults& faults, std::size_t number) { faults.FailTwice(number, distance); }});
         }
         return all;
     }();
@@ -377,8 +377,9 @@ protected:
     // What the document is when the load itself fails: the old one is given up all the same.
     static Documents HalfLoaded() {
         Documents documents;
-        for (const MemoryFiles::Call call :
-             {MemoryFiles::Call::Open, MemoryFiles::Call::Read, MemoryFiles::Call::Close}) {
+        for (const memory::SequentialFiles::Call call :
+             {memory::SequentialFiles::Call::Open, memory::SequentialFiles::Call::Read,
+              memory::SequentialFiles::Call::Close}) {
             for (const std::size_t number : {1U, 2U}) {
                 Prepared([&](Program& program) {
                     program.desktop.files.FailAt(call, number);
@@ -515,7 +516,7 @@ TEST(FaultAtSave, AFileIsLeftAsFarAsItWasWritten) {
     const std::string whole = program.desktop.files.contents["a.PSF"];
     std::size_t length = 0;
     for (const std::size_t write : {1U, 2U, 3U}) {
-        program.desktop.files.FailAt(MemoryFiles::Call::Write, write);
+        program.desktop.files.FailAt(memory::SequentialFiles::Call::Write, write);
         program.Choose("mnuSavePSF");
         EXPECT_EQ(program.LastBox().caption, "File write error!");
         const std::string& cut = program.desktop.files.contents["a.PSF"];

@@ -57,7 +57,7 @@ public:
 
     // Adds a function as the user does it with F5.
     void AddFunction(const std::string& name) {
-        desktop.modal.WillUseName([name](MemoryNameWindow& dialog) {
+        desktop.modal.WillUseName([name](memory::NameWindow& dialog) {
             dialog.Type(name);
             dialog.PressOk();
         });
@@ -74,7 +74,7 @@ public:
     std::string Panel(int number) { return desktop.status.PanelText(number); }
     std::string CurrentKey() { return desktop.tree.Key(window.mCurrentNode); }
     std::string SelectedKey() { return desktop.tree.Key(desktop.tree.Selected()); }
-    const MemoryMsgBox::Record& LastBox() { return desktop.msgBox.records.back(); }
+    const memory::MsgBox::Record& LastBox() { return desktop.msgBox.records.back(); }
     std::size_t Boxes() const { return desktop.msgBox.records.size(); }
 
     std::string EventText(std::int32_t index) const { return std::string(window.mSourceDoc->EventCodeAt(index)); }
@@ -108,7 +108,7 @@ public:
         return names;
     }
 
-    MemoryDesktop desktop;
+    memory::Desktop desktop;
     VornMainFrm window{desktop};
 };
 

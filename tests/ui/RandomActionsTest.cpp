@@ -13,7 +13,7 @@ protected:
     bool OneIn(std::size_t count) { return Pick(count) == 0; }
 
     void PrepareDialogs() {
-        desktop.msgBox.decide = [this](const MemoryMsgBox::Record& box) {
+        desktop.msgBox.decide = [this](const memory::MsgBox::Record& box) {
             const std::vector<MsgResult> yesNo = {MsgResult::Yes, MsgResult::No};
             const std::vector<MsgResult> all = {MsgResult::Yes, MsgResult::No, MsgResult::Cancel};
             return box.buttons == MsgButtons::Ok      ? MsgResult::Ok
@@ -30,7 +30,7 @@ protected:
         }
         desktop.modal.nameWindow.clear();
         desktop.modal.splashWindow.clear();
-        desktop.modal.WillUseName([this](MemoryNameWindow& dialog) {
+        desktop.modal.WillUseName([this](memory::NameWindow& dialog) {
             const std::vector<std::string> names = {"", "A", "B1", "Foo", "fo", "Foobar", "1x", "a b", "Zebra", "One"};
             dialog.Type(names[Pick(names.size())]);
             if (!OneIn(5)) {
@@ -40,7 +40,7 @@ protected:
                 dialog.PressCancel();
             }
         });
-        desktop.modal.WillUseSplash([](MemorySplashWindow& splash) { splash.PressKey(); });
+        desktop.modal.WillUseSplash([](memory::SplashWindow& splash) { splash.PressKey(); });
     }
 
     void ActOnTreeOrPane() {

@@ -6,7 +6,7 @@
 namespace tessaly {
 namespace {
 
-using Record = MemoryMsgBox::Record;
+using Record = memory::MsgBox::Record;
 
 class ScenarioTest : public MainWindow {
 protected:
@@ -22,7 +22,7 @@ TEST_F(ScenarioTest, AProgramBlockIsWrittenFromNothingAndBuilt) {
     Choose("mnuNewPSF");
     Edit("_0v", "int count;");
     desktop.tree.Click("_0f");
-    desktop.modal.WillUseName([](MemoryNameWindow& dialog) {
+    desktop.modal.WillUseName([](memory::NameWindow& dialog) {
         dialog.Type("Blink");
         dialog.PressEnter();
     });
@@ -44,7 +44,7 @@ TEST_F(ScenarioTest, AProgramBlockIsWrittenFromNothingAndBuilt) {
     EXPECT_EQ(desktop.app.starts[0].commandLine, "C:\\kit\\compile.bat \"C:\\blocks\\Blink.out\"");
     EXPECT_FALSE(window.FuncBodyChangedFlag);
 
-    MemoryDesktop later;
+    memory::Desktop later;
     later.files.contents = desktop.files.contents;
     later.registry.store = desktop.registry.store;
     later.app.commandLine = "C:\\blocks\\Blink.PSF";
@@ -155,7 +155,7 @@ TEST_F(ScenarioTest, ClosingWithUnsavedEditsAndNoDropsThem) {
 TEST_F(ScenarioTest, ARefusedWriteOfTheLanguageIsNotReported) {
     Start();
     Choose("mnuGerman");
-    desktop.registry.FailAt(MemoryRegistry::Call::SetValue, 1, Registry::AccessDenied);
+    desktop.registry.FailAt(memory::Registry::Call::SetValue, 1, Registry::AccessDenied);
     desktop.window.CloseByUser();
     EXPECT_EQ(Boxes(), 0U);
     EXPECT_TRUE(desktop.window.IsClosed());
@@ -180,7 +180,7 @@ TEST_F(ScenarioTest, ASaveThatFailsKeepsNewOpenAndExitFromGoingOn) {
         SCOPED_TRACE(menu);
         desktop.msgBox.WillPress(MsgResult::Yes);
         desktop.msgBox.WillPress(MsgResult::Ok);
-        desktop.files.FailAt(MemoryFiles::Call::Open, 1);
+        desktop.files.FailAt(memory::SequentialFiles::Call::Open, 1);
         Choose(menu);
         EXPECT_EQ(LastBox().caption, "File write error!");
         EXPECT_TRUE(window.FuncBodyChangedFlag);
@@ -206,7 +206,7 @@ TEST_F(ScenarioTest, ASaveBeforeABuildThatFailsEndsTheBuild) {
     Edit("_0v", "x");
     desktop.msgBox.WillPress(MsgResult::Yes);
     desktop.msgBox.WillPress(MsgResult::Ok);
-    desktop.files.FailAt(MemoryFiles::Call::Write, 1);
+    desktop.files.FailAt(memory::SequentialFiles::Call::Write, 1);
     desktop.window.PressKey(KeyF10);
     EXPECT_EQ(LastBox().text, "Please restart the application!");
     EXPECT_EQ(desktop.app.starts.size(), 0U);
@@ -254,7 +254,7 @@ TEST_F(ScenarioTest, RenamingTheTagOfAnImageChangesWhatItsButtonDoes) {
 
 TEST_F(ScenarioTest, TheShiftStateOfAKeyIsIgnored) {
     Start();
-    desktop.modal.WillUseName([](MemoryNameWindow& dialog) {
+    desktop.modal.WillUseName([](memory::NameWindow& dialog) {
         dialog.Type("Foo");
         dialog.PressOk();
     });
@@ -267,7 +267,7 @@ TEST_F(ScenarioTest, BothFileDialogsGetTheSameSettings) {
     Open("a.PSF", GoodPsf());
     desktop.fileDialog.WillCancel();
     Choose("mnuSaveAsPSF");
-    for (const MemoryFileDialog::Record& record : desktop.fileDialog.records) {
+    for (const memory::FileDialog::Record& record : desktop.fileDialog.records) {
         EXPECT_TRUE(record.settings.cancelIsError);
         EXPECT_EQ(record.settings.flags, 4);
         EXPECT_EQ(record.settings.filter, "Program Source Files (*.PSF)|*.PSF");
@@ -351,7 +351,7 @@ public:
 
 TEST_F(ScenarioTest, WhereThereAreNoControlsToGoThroughTheRoutineOfTheTabKeySaysSo) {
     Install();
-    MemoryDesktop other;
+    memory::Desktop other;
     other.registry.store = desktop.registry.store;
     BrokenDesktop broken(other);
     VornMainFrm program(broken);
@@ -378,7 +378,7 @@ TEST_F(ScenarioTest, TheReturnCodeOfTheNameDialogStaysOneAfterAFailedOk) {
     desktop.msgBox.WillPress(MsgResult::Ok);
     UserFuncVarFrm dialog(desktop);
     EXPECT_EQ(dialog.ReturnCode, "0");
-    desktop.modal.WillUseName([&dialog](MemoryNameWindow& user) {
+    desktop.modal.WillUseName([&dialog](memory::NameWindow& user) {
         user.Type("a_b");
         user.PressOk();
         EXPECT_EQ(dialog.ReturnCode, "1");
@@ -390,7 +390,7 @@ TEST_F(ScenarioTest, TheReturnCodeOfTheNameDialogStaysOneAfterAFailedOk) {
 
 TEST_F(ScenarioTest, AFailureInOneStepOfTheStartLeavesTheOthers) {
     Install();
-    MemoryDesktop counted;
+    memory::Desktop counted;
     counted.registry.store = desktop.registry.store;
     VornMainFrm whole(counted);
     const std::size_t before = counted.faults.Calls();
@@ -398,7 +398,7 @@ TEST_F(ScenarioTest, AFailureInOneStepOfTheStartLeavesTheOthers) {
     const std::size_t calls = counted.faults.Calls() - before;
     std::size_t afterStepSix = 0;
     for (std::size_t number = 2; number <= calls; ++number) {
-        MemoryDesktop each;
+        memory::Desktop each;
         each.registry.store = desktop.registry.store;
         each.msgBox.decide = [](const Record&) { return MsgResult::Ok; };
         VornMainFrm program(each);

@@ -13,8 +13,9 @@ TEST_F(StartUpTest, WithoutSettingsItOpensInEnglishAndSaysOnceThatTheInstallatio
     desktop.msgBox.WillPress(MsgResult::Ok);
     window.Show();
     ASSERT_EQ(Boxes(), 1U);
-    EXPECT_EQ(LastBox(), (MemoryMsgBox::Record{"This installation has been corrupted.  Please reinstall the software.",
-                                               "Error", MsgButtons::Ok, MsgIcon::Stop}));
+    EXPECT_EQ(LastBox(),
+              (memory::MsgBox::Record{"This installation has been corrupted.  Please reinstall the software.", "Error",
+                                      MsgButtons::Ok, MsgIcon::Stop}));
     EXPECT_TRUE(desktop.window.IsShown());
     EXPECT_EQ(desktop.window.Caption(), "Tessaly");
     EXPECT_EQ(desktop.menus["mnuFile"].Caption(), "&File");
@@ -26,8 +27,8 @@ TEST_F(StartUpTest, InGermanTheMessageIsGermanToo) {
     desktop.msgBox.WillPress(MsgResult::Ok);
     window.Show();
     EXPECT_EQ(LastBox(),
-              (MemoryMsgBox::Record{"Die Installation wurde abgebrochen. Bitte installieren Sie die Software neu!",
-                                    "Fehler", MsgButtons::Ok, MsgIcon::Stop}));
+              (memory::MsgBox::Record{"Die Installation wurde abgebrochen. Bitte installieren Sie die Software neu!",
+                                      "Fehler", MsgButtons::Ok, MsgIcon::Stop}));
 }
 
 TEST_F(StartUpTest, GoodSettingsShowNoMessageAndSetTheHelpFile) {
@@ -43,7 +44,7 @@ TEST_F(StartUpTest, EachOfTheThreeSettingsIsNeeded) {
         MainWindow* const self = this;
         self->Install();
         SetSetting(missing, "");
-        MemoryDesktop other;
+        memory::Desktop other;
         VornMainFrm second(other);
         other.registry.store = desktop.registry.store;
         other.msgBox.WillPress(MsgResult::Ok);
@@ -72,7 +73,7 @@ TEST_F(StartUpTest, AFractionalLanguageIsRounded) {
 // The registry of a desktop, with what the window's caption was when each value was asked for.
 class WatchedRegistry final : public Registry {
 public:
-    explicit WatchedRegistry(MemoryDesktop& desktop) : mDesktop(desktop), mRegistry(desktop.Settings()) {}
+    explicit WatchedRegistry(memory::Desktop& desktop) : mDesktop(desktop), mRegistry(desktop.Settings()) {}
 
     std::int32_t OpenKey(std::uint32_t root, std::string_view path, std::uint32_t access, Handle& key) override {
         return mRegistry.OpenKey(root, path, access, key);
@@ -95,13 +96,13 @@ public:
     std::vector<std::string> asked;
 
 private:
-    MemoryDesktop& mDesktop;
+    memory::Desktop& mDesktop;
     Registry& mRegistry;
 };
 
 class WatchedDesktop final : public MenuKeeper {
 public:
-    explicit WatchedDesktop(MemoryDesktop& desktop) : MenuKeeper(desktop), registry(desktop) {}
+    explicit WatchedDesktop(memory::Desktop& desktop) : MenuKeeper(desktop), registry(desktop) {}
 
     Registry& Settings() override { return registry; }
 
@@ -111,7 +112,7 @@ public:
 TEST_F(StartUpTest, TheLanguageIsReadFirstAndAppliedBeforeTheOtherSettingsAreRead) {
     Install();
     SetSetting(ProgBlkIconSetting, "C:\\kit\\block.ico");
-    MemoryDesktop other;
+    memory::Desktop other;
     other.registry.store = desktop.registry.store;
     WatchedDesktop watched(other);
     VornMainFrm program(watched);
@@ -272,7 +273,7 @@ TEST_F(StartUpTest, ClosingWritesTheLanguageBack) {
     Choose("mnuGerman");
     desktop.window.CloseByUser();
     EXPECT_TRUE(desktop.window.IsClosed());
-    MemoryDesktop next;
+    memory::Desktop next;
     next.registry.store = desktop.registry.store;
     VornMainFrm again(next);
     again.Show();
@@ -284,10 +285,10 @@ TEST_F(StartUpTest, TheLanguageIsWrittenAsANumberBehindTheSaveQuestion) {
     Edit("_0v", "x");
     const auto writes = [this] {
         return std::count_if(desktop.registry.calls.begin(), desktop.registry.calls.end(),
-                             [](const auto& call) { return call.call == MemoryRegistry::Call::SetValue; });
+                             [](const auto& call) { return call.call == memory::Registry::Call::SetValue; });
     };
     std::ptrdiff_t before = -1;
-    desktop.msgBox.decide = [&](const MemoryMsgBox::Record&) {
+    desktop.msgBox.decide = [&](const memory::MsgBox::Record&) {
         before = writes();
         return MsgResult::No;
     };
@@ -295,9 +296,9 @@ TEST_F(StartUpTest, TheLanguageIsWrittenAsANumberBehindTheSaveQuestion) {
     desktop.window.CloseByUser();
     EXPECT_EQ(before, 0);
     EXPECT_EQ(writes(), 1);
-    const MemoryRegistry::Record& write =
+    const memory::Registry::Record& write =
         *std::find_if(desktop.registry.calls.begin(), desktop.registry.calls.end(),
-                      [](const auto& call) { return call.call == MemoryRegistry::Call::SetValue; });
+                      [](const auto& call) { return call.call == memory::Registry::Call::SetValue; });
     EXPECT_EQ(write.name, "Language");
     EXPECT_EQ(write.number, Registry::DwordType);
     EXPECT_EQ(write.bytes, std::string("\1\0\0\0", 4));
@@ -309,8 +310,8 @@ TEST_F(StartUpTest, ClosingWithUnsavedEditsAsksOnceAndClosesWhateverIsAnswered) 
     desktop.msgBox.WillPress(MsgResult::Cancel);
     desktop.window.CloseByUser();
     EXPECT_EQ(Boxes(), 1U);
-    EXPECT_EQ(LastBox(), (MemoryMsgBox::Record{"Do you wish to save data?", "Save Dialog", MsgButtons::YesNoCancel,
-                                               MsgIcon::Question}));
+    EXPECT_EQ(LastBox(), (memory::MsgBox::Record{"Do you wish to save data?", "Save Dialog", MsgButtons::YesNoCancel,
+                                                 MsgIcon::Question}));
     EXPECT_TRUE(desktop.window.IsClosed());
 }
 

@@ -17,7 +17,7 @@ using Names = std::vector<std::string>;
 // Writes `content` to the path that it gets.
 std::function<bool(const std::string&)> Writing(const std::string& content) {
     return [content](const std::string& path) {
-        std::ofstream file(std::filesystem::path(ToWide(path)), std::ios::binary);
+        std::ofstream file(std::filesystem::path(win32::ToWide(path)), std::ios::binary);
         return !(file << content).flush().fail();
     };
 }
@@ -26,11 +26,11 @@ class AtomicFileTest : public testing::Test {
 protected:
     AtomicFileTest() { folder.Write(file, "old"); }
 
-    std::wstring Wide() const { return ToWide(folder.Path(file)); }
+    std::wstring Wide() const { return win32::ToWide(folder.Path(file)); }
 
     // Another program's handle of the file, which does not let it be replaced.
-    Win32Handle Held() const {
-        Win32Handle handle(
+    win32::Handle Held() const {
+        win32::Handle handle(
             CreateFileW(Wide().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
         EXPECT_TRUE(handle);
         return handle;
@@ -88,7 +88,7 @@ TEST_F(AtomicFileTest, AWriteThatFailsLeavesTheFileAndNothingElse) {
 }
 
 TEST_F(AtomicFileTest, AFileThatAnotherProgramHoldsIsLeftAlone) {
-    const Win32Handle other = Held();
+    const win32::Handle other = Held();
     const std::error_code error = ReplaceWhole(folder.Path(file), Existing::Replace, Writing("new"));
     EXPECT_TRUE(error.value() == ERROR_SHARING_VIOLATION || error.value() == ERROR_ACCESS_DENIED) << error;
     EXPECT_EQ(folder.Read(file), "old");
@@ -96,7 +96,7 @@ TEST_F(AtomicFileTest, AFileThatAnotherProgramHoldsIsLeftAlone) {
 }
 
 TEST_F(AtomicFileTest, AFileThatAnotherProgramLetsGoSoonIsReplaced) {
-    Win32Handle other = Held();
+    win32::Handle other = Held();
     std::thread scanner;
     const auto write = [&](const std::string& path) {
         const bool written = Writing("new")(path);
@@ -116,7 +116,7 @@ TEST_F(AtomicFileTest, AReadOnlyFileAndAFolderAreLeftAlone) {
     ASSERT_NE(SetFileAttributesW(Wide().c_str(), FILE_ATTRIBUTE_READONLY), 0);
     EXPECT_EQ(ReplaceWhole(folder.Path(file), Existing::Replace, Writing("new")).value(), ERROR_ACCESS_DENIED);
     EXPECT_EQ(folder.Read(file), "old");
-    ASSERT_NE(CreateDirectoryW(ToWide(folder.Path("sub")).c_str(), nullptr), 0);
+    ASSERT_NE(CreateDirectoryW(win32::ToWide(folder.Path("sub")).c_str(), nullptr), 0);
     EXPECT_EQ(ReplaceWhole(folder.Path("sub"), Existing::Replace, Writing("new")), std::errc::is_a_directory);
     EXPECT_EQ(folder.Names(), (Names{file, "sub"}));
 }

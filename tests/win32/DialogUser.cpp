@@ -27,7 +27,7 @@ constexpr int ReadOnlyBox = 0x410;
 std::string TextOf(HWND window) {
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
     text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
-    return ToUtf8(text);
+    return win32::ToUtf8(text);
 }
 
 std::wstring ClassOf(HWND window) {
@@ -114,14 +114,14 @@ SeenFileDialog DescribeFileDialog(HWND dialog) {
             static_cast<std::size_t>(SendMessageW(filters, CB_GETLBTEXTLEN, static_cast<WPARAM>(number), 0)) + 1,
             L'\0');
         SendMessageW(filters, CB_GETLBTEXT, static_cast<WPARAM>(number), reinterpret_cast<LPARAM>(text.data()));
-        seen.filters.push_back(ToUtf8(text.c_str()));
+        seen.filters.push_back(win32::ToUtf8(text.c_str()));
     }
     // The system that the tests run on keeps the pattern with the description, in small letters, which for names of
     // files are the same.
     const auto shown = static_cast<WPARAM>(SendMessageW(filters, CB_GETCURSEL, 0, 0));
     std::wstring pattern = reinterpret_cast<const wchar_t*>(SendMessageW(filters, CB_GETITEMDATA, shown, 0));
     CharUpperW(pattern.data());
-    seen.pattern = ToUtf8(pattern);
+    seen.pattern = win32::ToUtf8(pattern);
     return seen;
 }
 
@@ -140,7 +140,7 @@ public:
 
     // Waits until what was posted has been handled, or the window has gone with what comes behind.
     void Settle() const {
-        const Win32Handle reached(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+        const win32::Handle reached(CreateEventW(nullptr, TRUE, FALSE, nullptr));
         HANDLE copy = nullptr; // for the helper, which may come to it late
         DuplicateHandle(GetCurrentProcess(), reached.Get(), GetCurrentProcess(), &copy, 0, FALSE,
                         DUPLICATE_SAME_ACCESS);
@@ -183,8 +183,8 @@ public:
     using WindowUser::WindowUser;
 
     void Type(std::string_view text) override {
-        for (const wchar_t character : ToWide(text)) {
-            Post(Control(ControlId::FuncVarName), WM_CHAR, character, 1);
+        for (const wchar_t character : win32::ToWide(text)) {
+            Post(Control(win32::ControlId::FuncVarName), WM_CHAR, character, 1);
         }
         Settle();
     }
@@ -208,10 +208,10 @@ public:
         Post(Window(), WM_KEYDOWN, static_cast<WPARAM>(keyCode), 0x40000001);
         Settle();
     }
-    void ClickFrame() override { Click(Window(), In(ControlId::Frame1)); }
-    void ClickLabel() override { Click(Window(), In(ControlId::LblVersion)); }
+    void ClickFrame() override { Click(Window(), In(win32::ControlId::Frame1)); }
+    void ClickLabel() override { Click(Window(), In(win32::ControlId::LblVersion)); }
     void ClickFrameWithTheRightButton() override {
-        const POINT point = In(ControlId::Frame1);
+        const POINT point = In(win32::ControlId::Frame1);
         Post(Window(), WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(point.x, point.y));
         Post(Window(), WM_RBUTTONUP, 0, MAKELPARAM(point.x, point.y));
         Settle();
@@ -277,7 +277,7 @@ void DialogUser::WillUseSplash(std::function<void(SplashWindowUser&)> script) {
 
 LRESULT CALLBACK DialogUser::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == Reached) {
-        const Win32Handle reached(reinterpret_cast<HANDLE>(lParam));
+        const win32::Handle reached(reinterpret_cast<HANDLE>(lParam));
         SetEvent(reached.Get());
         return 0;
     }
@@ -350,7 +350,7 @@ void DialogUser::LookAtFileDialog(HWND dialog) {
     const std::optional<std::string> answer = mFileAnswers.front();
     mFileAnswers.pop_front();
     if (answer) {
-        SetWindowTextW(NameControl(dialog), ToWide(*answer).c_str());
+        SetWindowTextW(NameControl(dialog), win32::ToWide(*answer).c_str());
     }
     Press(dialog, answer ? IDOK : IDCANCEL);
 }

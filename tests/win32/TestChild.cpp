@@ -23,8 +23,8 @@ using namespace tessaly;
 
 // Under another name first, so that nobody reads half an answer.
 void Answer(const std::string& path, const std::string& text) {
-    const std::filesystem::path target(ToWide(path));
-    const std::filesystem::path half(ToWide(path + ".half"));
+    const std::filesystem::path target(win32::ToWide(path));
+    const std::filesystem::path half(win32::ToWide(path + ".half"));
     std::ofstream(half, std::ios::binary) << text;
     std::filesystem::rename(half, target);
 }
@@ -52,7 +52,8 @@ int Talk(int count) {
 }
 
 int Leave(const std::string& answer) {
-    std::wstring line = L"\"" + ToWide(Win32Arguments()[0]) + L"\" hold \"" + ToWide(answer) + L"\" TessalyTestLeft";
+    std::wstring line =
+        L"\"" + win32::ToWide(win32::Arguments()[0]) + L"\" hold \"" + win32::ToWide(answer) + L"\" TessalyTestLeft";
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION started = {};
@@ -66,21 +67,21 @@ int Leave(const std::string& answer) {
 } // namespace
 
 int main() {
-    const Win32Streams streams;
-    const std::vector<std::string> arguments = Win32Arguments();
+    const win32::Streams streams;
+    const std::vector<std::string> arguments = win32::Arguments();
     if (arguments.size() < 3) {
         return 64;
     }
     const std::string& command = arguments[1];
     const std::string& answer = arguments[2];
     if (command == "line") {
-        Answer(answer, Win32CommandLine());
+        Answer(answer, win32::CommandLine());
     } else if (command == "style") {
         Answer(answer, WindowStyle());
     } else if (command == "start") {
-        Answer(answer, WindowStyle() + "\n" + ToUtf8(GetCommandLineW()));
+        Answer(answer, WindowStyle() + "\n" + win32::ToUtf8(GetCommandLineW()));
     } else if (command == "hold") {
-        const Win32PreviousInstance instance(arguments.at(3));
+        const win32::PreviousInstanceTest instance(arguments.at(3));
         Answer(answer, (instance.PreviousInstance() ? "found " : "first ") + std::to_string(GetCurrentProcessId()));
         Sleep(INFINITE);
     } else if (command == "talk") {

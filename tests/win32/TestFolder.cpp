@@ -33,18 +33,18 @@ TestFolder::~TestFolder() {
 }
 
 std::string TestFolder::Path(const std::string& name) const {
-    return ToUtf8((mPath / ToWide(name)).make_preferred().wstring());
+    return win32::ToUtf8((mPath / win32::ToWide(name)).make_preferred().wstring());
 }
 
 void TestFolder::Write(const std::string& name, const std::string& bytes) const {
-    std::ofstream file(mPath / ToWide(name), std::ios::binary);
+    std::ofstream file(mPath / win32::ToWide(name), std::ios::binary);
     if (!(file << bytes).flush()) {
         throw std::runtime_error("cannot write " + name);
     }
 }
 
 std::string TestFolder::Read(const std::string& name) const {
-    std::ifstream file(mPath / ToWide(name), std::ios::binary);
+    std::ifstream file(mPath / win32::ToWide(name), std::ios::binary);
     if (!file) {
         throw std::runtime_error("cannot read " + name);
     }
@@ -52,13 +52,13 @@ std::string TestFolder::Read(const std::string& name) const {
 }
 
 bool TestFolder::Has(const std::string& name) const {
-    return std::ifstream(mPath / ToWide(name)).is_open();
+    return std::ifstream(mPath / win32::ToWide(name)).is_open();
 }
 
 std::vector<std::string> TestFolder::Names() const {
     std::vector<std::string> names;
     for (const auto& entry : fs::directory_iterator(mPath)) {
-        names.push_back(ToUtf8(entry.path().filename().wstring()));
+        names.push_back(win32::ToUtf8(entry.path().filename().wstring()));
     }
     std::sort(names.begin(), names.end());
     return names;
@@ -78,7 +78,7 @@ bool WaitUntil(const std::function<bool()>& condition) {
 std::string ProgramBeside(const std::string& name) {
     std::wstring path(32768, L'\0');
     path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-    return ToUtf8((fs::path(path).parent_path() / ToWide(name)).wstring());
+    return win32::ToUtf8((fs::path(path).parent_path() / win32::ToWide(name)).wstring());
 }
 
 } // namespace tessaly

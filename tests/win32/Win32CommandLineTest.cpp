@@ -9,27 +9,27 @@ namespace tessaly {
 namespace {
 
 TEST(Win32CommandLineTest, TheProgramsNameAndTheBlanksBehindItAreCutOff) {
-    EXPECT_EQ(WithoutProgramName(L"Tessaly.exe C:\\a b.PSF"), L"C:\\a b.PSF");
-    EXPECT_EQ(WithoutProgramName(L"\"C:\\Program Files\\Tessaly.exe\" C:\\a b.PSF"), L"C:\\a b.PSF");
-    EXPECT_EQ(WithoutProgramName(L"Tessaly.exe \t  x"), L"x");
-    EXPECT_EQ(WithoutProgramName(L"\"a b\"x y"), L"x y") << "a name in quotes ends at the quote";
+    EXPECT_EQ(win32::WithoutProgramName(L"Tessaly.exe C:\\a b.PSF"), L"C:\\a b.PSF");
+    EXPECT_EQ(win32::WithoutProgramName(L"\"C:\\Program Files\\Tessaly.exe\" C:\\a b.PSF"), L"C:\\a b.PSF");
+    EXPECT_EQ(win32::WithoutProgramName(L"Tessaly.exe \t  x"), L"x");
+    EXPECT_EQ(win32::WithoutProgramName(L"\"a b\"x y"), L"x y") << "a name in quotes ends at the quote";
 }
 
 TEST(Win32CommandLineTest, QuotesInnerBlanksAndBlanksAtTheEndStay) {
-    EXPECT_EQ(WithoutProgramName(L"Tessaly.exe \"C:\\a b.PSF\"  x "), L"\"C:\\a b.PSF\"  x ");
+    EXPECT_EQ(win32::WithoutProgramName(L"Tessaly.exe \"C:\\a b.PSF\"  x "), L"\"C:\\a b.PSF\"  x ");
 }
 
 TEST(Win32CommandLineTest, WithoutArgumentsNothingIsLeft) {
-    EXPECT_EQ(WithoutProgramName(L"Tessaly.exe"), L"");
-    EXPECT_EQ(WithoutProgramName(L"\"Tessaly.exe\" "), L"");
-    EXPECT_EQ(WithoutProgramName(L"\"Tessaly.exe"), L"");
-    EXPECT_EQ(WithoutProgramName(L""), L"");
+    EXPECT_EQ(win32::WithoutProgramName(L"Tessaly.exe"), L"");
+    EXPECT_EQ(win32::WithoutProgramName(L"\"Tessaly.exe\" "), L"");
+    EXPECT_EQ(win32::WithoutProgramName(L"\"Tessaly.exe"), L"");
+    EXPECT_EQ(win32::WithoutProgramName(L""), L"");
 }
 
 TEST(Win32CommandLineTest, AProcessSeesItsOwnAsItWasWritten) {
     const TestFolder folder;
     const std::string line = "line \"" + folder.Path("answer") + "\"  \"Größe 1.PSF\" \\\" x\t日本";
-    StartProcess("\"" + ProgramBeside("TestChild.exe") + "\"   " + line, 1);
+    win32::StartProcess("\"" + ProgramBeside("TestChild.exe") + "\"   " + line, 1);
     ASSERT_TRUE(WaitUntil([&] { return folder.Has("answer"); }));
     EXPECT_EQ(folder.Read("answer"), line);
 }

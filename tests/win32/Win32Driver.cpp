@@ -40,7 +40,7 @@ private:
     std::array<BYTE, 256> mBefore = {};
 };
 
-Win32Application::Settings SettingsOf(const Launch& launch, std::vector<std::string>& helpOpened) {
+win32::Application::Settings SettingsOf(const Launch& launch, std::vector<std::string>& helpOpened) {
     return {launch.commandLine, [&helpOpened](HWND, const std::string& path) { helpOpened.push_back(path); }};
 }
 
@@ -67,7 +67,7 @@ std::string IconFile() {
 } // namespace
 
 void SetClipboard(std::string_view text) {
-    const std::wstring wide = ToWide(text);
+    const std::wstring wide = win32::ToWide(text);
     const std::size_t size = (wide.size() + 1) * sizeof(wchar_t);
     const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
     std::memcpy(GlobalLock(memory), wide.c_str(), size);
@@ -80,7 +80,7 @@ void SetClipboard(std::string_view text) {
 
 Win32Driver::Win32Driver(const Launch& launch) {
     RegDeleteTreeA(HKEY_CURRENT_USER, RegistryPath);
-    mDesktop = std::make_unique<Win32Desktop>(SettingsOf(launch, mHelpOpened));
+    mDesktop = std::make_unique<win32::Desktop>(SettingsOf(launch, mHelpOpened));
     mFrame = mDesktop->Frame().Handle();
     mDesktop->CodeTree().SetExtent({0, 900, 3000, 4500});
     mDesktop->FuncBody().SetExtent({3300, 900, 6000, 4500});
@@ -125,7 +125,7 @@ void Win32Driver::Click(HWND window, POINT point) {
 
 void Win32Driver::Resize(float width, float height) {
     const int dpi = mDesktop->Frame().Dpi();
-    SetWindowPos(mFrame, nullptr, 0, 0, ToPixels(width, dpi), ToPixels(height, dpi),
+    SetWindowPos(mFrame, nullptr, 0, 0, win32::ToPixels(width, dpi), win32::ToPixels(height, dpi),
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     Settle();
 }
@@ -161,7 +161,7 @@ void Win32Driver::ComeBack() {
 }
 
 void Win32Driver::DropFile(const std::string& path) {
-    const std::wstring wide = ToWide(path);
+    const std::wstring wide = win32::ToWide(path);
     const std::size_t size = sizeof(DROPFILES) + (wide.size() + 2) * sizeof(wchar_t);
     const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, size);
     auto* const drop = static_cast<DROPFILES*>(GlobalLock(memory));
@@ -191,16 +191,16 @@ std::string Win32Driver::Icon() const {
 
 Extent Win32Driver::Shown(tessaly::Control& control) const {
     RECT rect = {};
-    GetWindowRect(dynamic_cast<Win32Child&>(control).Handle(), &rect);
+    GetWindowRect(dynamic_cast<win32::Child&>(control).Handle(), &rect);
     MapWindowPoints(nullptr, mFrame, reinterpret_cast<POINT*>(&rect), 2);
     const int dpi = mDesktop->Frame().Dpi();
-    return {ToTwips(rect.left, dpi), ToTwips(rect.top, dpi), ToTwips(rect.right - rect.left, dpi),
-            ToTwips(rect.bottom - rect.top, dpi)};
+    return {win32::ToTwips(rect.left, dpi), win32::ToTwips(rect.top, dpi), win32::ToTwips(rect.right - rect.left, dpi),
+            win32::ToTwips(rect.bottom - rect.top, dpi)};
 }
 
 void Win32Driver::ClickItem(TreeItem item) {
     const RECT text = PlaceOfItem(item);
-    Click(Control(ControlId::CodeTree), {text.left + 3, (text.top + text.bottom) / 2});
+    Click(Control(win32::ControlId::CodeTree), {text.left + 3, (text.top + text.bottom) / 2});
 }
 
 void Win32Driver::CollapseItem(TreeItem item) {
@@ -209,9 +209,9 @@ void Win32Driver::CollapseItem(TreeItem item) {
     hit.pt = {text.left, (text.top + text.bottom) / 2};
     while (hit.pt.x > 0 && (hit.flags & TVHT_ONITEMBUTTON) == 0) {
         --hit.pt.x;
-        SendMessageW(Control(ControlId::CodeTree), TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+        SendMessageW(Control(win32::ControlId::CodeTree), TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
     }
-    Click(Control(ControlId::CodeTree), hit.pt);
+    Click(Control(win32::ControlId::CodeTree), hit.pt);
     EXPECT_FALSE(mDesktop->Tree().IsExpanded(item));
 }
 
@@ -221,25 +221,26 @@ RECT Win32Driver::PlaceOfItem(TreeItem item) {
     const HTREEITEM shown = mDesktop->Tree().ShownItem(item);
     RECT rect = {};
     std::memcpy(&rect, &shown, sizeof shown);
-    EXPECT_NE(SendMessageW(Control(ControlId::CodeTree), TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&rect)), 0)
+    EXPECT_NE(SendMessageW(Control(win32::ControlId::CodeTree), TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&rect)),
+              0)
         << "the item cannot be seen";
     return rect;
 }
 
 void Win32Driver::ClickPane() {
-    Click(Control(ControlId::FuncBody), {10, 10});
+    Click(Control(win32::ControlId::FuncBody), {10, 10});
 }
 
 // By keys, so that it is done as a user does it: the control counts in UTF-16.
 void Win32Driver::SetCaret(std::size_t position) {
-    const auto place = static_cast<LONG>(ToWide(PaneShown().substr(0, position)).size());
+    const auto place = static_cast<LONG>(win32::ToWide(PaneShown().substr(0, position)).size());
     CHARRANGE range = {place, place};
-    SendMessageW(Control(ControlId::FuncBody), EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
+    SendMessageW(Control(win32::ControlId::FuncBody), EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
 }
 
 void Win32Driver::Type(std::string_view text) {
     Settle();
-    for (const wchar_t unit : ToWide(text)) {
+    for (const wchar_t unit : win32::ToWide(text)) {
         Post(GetFocus(), WM_CHAR, unit, 1);
         Settle();
     }
@@ -251,7 +252,7 @@ void Win32Driver::Paste(std::string_view text) {
 }
 
 std::wstring Win32Driver::Shown() const {
-    const HWND pane = Control(ControlId::FuncBody);
+    const HWND pane = Control(win32::ControlId::FuncBody);
     GETTEXTLENGTHEX length = {GTL_NUMCHARS | GTL_PRECISE, 1200};
     std::wstring text(
         static_cast<std::size_t>(SendMessageW(pane, EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&length), 0)) + 1,
@@ -265,44 +266,45 @@ std::wstring Win32Driver::Shown() const {
 }
 
 std::string Win32Driver::PaneShown() const {
-    std::string shown = ToUtf8(Shown());
+    std::string shown = win32::ToUtf8(Shown());
     std::replace(shown.begin(), shown.end(), '\r', '\n');
     return shown;
 }
 
 float Win32Driver::PanelWidth(std::int32_t number) const {
     RECT rect = {};
-    SendMessageW(Control(ControlId::StatusBar1), SB_GETRECT, static_cast<WPARAM>(number) - 1,
+    SendMessageW(Control(win32::ControlId::StatusBar1), SB_GETRECT, static_cast<WPARAM>(number) - 1,
                  reinterpret_cast<LPARAM>(&rect));
-    return ToTwips(rect.right - rect.left, mDesktop->Frame().Dpi());
+    return win32::ToTwips(rect.right - rect.left, mDesktop->Frame().Dpi());
 }
 
 std::string Win32Driver::PanelToolTip(std::int32_t number) const {
     NMTTDISPINFOW asked = {};
     asked.hdr.code = TTN_GETDISPINFOW;
     asked.hdr.idFrom = static_cast<UINT_PTR>(number) - 1;
-    SendMessageW(Control(ControlId::StatusBar1), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&asked));
-    return ToUtf8(asked.lpszText);
+    SendMessageW(Control(win32::ControlId::StatusBar1), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&asked));
+    return win32::ToUtf8(asked.lpszText);
 }
 
 std::string Win32Driver::ButtonTip(std::int32_t number) const {
     std::array<wchar_t, 100> text = {};
-    SendMessageW(Control(ControlId::VornToolBar), TB_GETBUTTONTEXTW,
-                 static_cast<WPARAM>(ControlId::FirstButton + number - 1), reinterpret_cast<LPARAM>(text.data()));
-    return ToUtf8(text.data());
+    SendMessageW(Control(win32::ControlId::VornToolBar), TB_GETBUTTONTEXTW,
+                 static_cast<WPARAM>(win32::ControlId::FirstButton + number - 1),
+                 reinterpret_cast<LPARAM>(text.data()));
+    return win32::ToUtf8(text.data());
 }
 
 void Win32Driver::PressButton(std::int32_t number) {
     RECT rect = {};
-    const HWND bar = Control(ControlId::VornToolBar);
+    const HWND bar = Control(win32::ControlId::VornToolBar);
     ASSERT_NE(SendMessageW(bar, TB_GETITEMRECT, static_cast<WPARAM>(number) - 1, reinterpret_cast<LPARAM>(&rect)), 0);
     Click(bar, {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2});
 }
 
 void Win32Driver::ChooseMenu(MenuItem& item) {
-    const std::vector<const Win32MenuItem*> menus = mDesktop->Menus().Items(nullptr);
+    const std::vector<const win32::MenuItem*> menus = mDesktop->MenuBar().Items(nullptr);
     for (std::size_t menu = 0; menu < menus.size() && IsShown(); ++menu) {
-        std::vector<const Win32MenuItem*> items = mDesktop->Menus().Items(menus[menu]);
+        std::vector<const win32::MenuItem*> items = mDesktop->MenuBar().Items(menus[menu]);
         std::erase(items, nullptr); // keys pass over a line
         const auto chosen = std::find(items.begin(), items.end(), &item);
         if (chosen != items.end()) {
@@ -312,13 +314,13 @@ void Win32Driver::ChooseMenu(MenuItem& item) {
         }
     }
     if (!IsShown()) {
-        Post(mFrame, WM_COMMAND, static_cast<WPARAM>(static_cast<Win32MenuItem&>(item).Id()));
+        Post(mFrame, WM_COMMAND, static_cast<WPARAM>(static_cast<win32::MenuItem&>(item).Id()));
     }
     Settle();
 }
 
 void Win32Driver::OpenMenuAndLeave(MenuItem& menu) {
-    const std::vector<const Win32MenuItem*> menus = mDesktop->Menus().Items(nullptr);
+    const std::vector<const win32::MenuItem*> menus = mDesktop->MenuBar().Items(nullptr);
     PostOpening(std::find(menus.begin(), menus.end(), &menu) - menus.begin());
     PostMenuKey(VK_ESCAPE, 2); // the drop-down, then the bar
     Settle();
@@ -340,7 +342,7 @@ void Win32Driver::PostMenuKey(WPARAM key, std::ptrdiff_t times) {
 
 std::vector<std::string> Win32Driver::MenuNames(MenuItem* menu) const {
     std::vector<std::string> names;
-    for (const Win32MenuItem* const item : mDesktop->Menus().Items(menu)) {
+    for (const win32::MenuItem* const item : mDesktop->MenuBar().Items(menu)) {
         names.push_back(item == nullptr ? "-" : item->Name());
     }
     return names;

@@ -92,7 +92,7 @@ private:
 
     TestFolder mFolder;
     std::vector<std::string> mHelpOpened;
-    std::unique_ptr<Win32Desktop> mDesktop;
+    std::unique_ptr<win32::Desktop> mDesktop;
     HWND mFrame = nullptr;
     HWND mOtherWindow = nullptr;
     bool mIsStartExpected = true;

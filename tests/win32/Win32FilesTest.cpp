@@ -44,13 +44,13 @@ protected:
     }
 
     // A file that another program has open, sharing it as told.
-    Win32Handle OpenedByOther(const std::string& name, DWORD access, DWORD share) const {
-        return Win32Handle(
-            CreateFileW(ToWide(folder.Path(name)).c_str(), access, share, nullptr, OPEN_EXISTING, 0, nullptr));
+    win32::Handle OpenedByOther(const std::string& name, DWORD access, DWORD share) const {
+        return win32::Handle(
+            CreateFileW(win32::ToWide(folder.Path(name)).c_str(), access, share, nullptr, OPEN_EXISTING, 0, nullptr));
     }
 
     TestFolder folder;
-    Win32Files files;
+    win32::SequentialFiles files;
     SingleByteCodePage codePage{Windows1252HighHalf()};
     VornSrcObj document{files, codePage};
 };
@@ -76,18 +76,18 @@ TEST_F(Win32FilesTest, EveryByteIsWrittenAndReadAsItIs) {
 
 TEST_F(Win32FilesTest, APathMayBeLongerThanWindowsTakesByItself) {
     std::string path = folder.Path("deep");
-    CreateDirectoryW(ToWide(path).c_str(), nullptr);
+    CreateDirectoryW(win32::ToWide(path).c_str(), nullptr);
     while (path.size() < 600) {
         path += "\\" + std::string(50, 'x');
-        ASSERT_NE(CreateDirectoryW(WidePath(path).c_str(), nullptr), 0);
+        ASSERT_NE(CreateDirectoryW(win32::WidePath(path).c_str(), nullptr), 0);
     }
     const std::string file = path + "\\file.PSF";
     EXPECT_EQ(document.SaveFile(file), Status::Done);
     EXPECT_TRUE(files.FileExists(file));
     EXPECT_EQ(document.LoadFile(file), Status::Done);
-    EXPECT_NE(DeleteFileW(WidePath(file).c_str()), 0);
+    EXPECT_NE(DeleteFileW(win32::WidePath(file).c_str()), 0);
     for (; path != folder.Path("deep"); path.resize(path.rfind('\\'))) {
-        EXPECT_NE(RemoveDirectoryW(WidePath(path).c_str()), 0) << path;
+        EXPECT_NE(RemoveDirectoryW(win32::WidePath(path).c_str()), 0) << path;
     }
 }
 
@@ -122,7 +122,7 @@ TEST_F(Win32FilesTest, APathThatCannotBeWrittenGivesTheStatusOfItsOperation) {
 
 TEST_F(Win32FilesTest, AHiddenFileIsWrittenAndStaysHidden) {
     folder.Write("file", std::string(10000, 'x'));
-    const std::wstring path = ToWide(folder.Path("file"));
+    const std::wstring path = win32::ToWide(folder.Path("file"));
     ASSERT_NE(SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_HIDDEN), 0);
     const auto file = files.OpenForOutput(folder.Path("file"));
     file->Write("new");
@@ -133,7 +133,7 @@ TEST_F(Win32FilesTest, AHiddenFileIsWrittenAndStaysHidden) {
 
 TEST_F(Win32FilesTest, AFileThatAnotherProgramKeepsForItselfCannotBeReadOrWritten) {
     folder.Write("file.PSF", "old");
-    const Win32Handle other = OpenedByOther("file.PSF", GENERIC_READ, 0);
+    const win32::Handle other = OpenedByOther("file.PSF", GENERIC_READ, 0);
     ASSERT_TRUE(other);
     EXPECT_EQ(OpenError(folder.Path("file.PSF")).value(), ERROR_SHARING_VIOLATION);
     EXPECT_EQ(document.SaveFile(folder.Path("file.PSF")), Status::UnexpectedError);
@@ -143,7 +143,8 @@ TEST_F(Win32FilesTest, WhatIsBeingReadMayBeWrittenAndMovedByOthers) {
     folder.Write("file.PSF", "content");
     const auto file = files.OpenForInput(folder.Path("file.PSF"));
     EXPECT_TRUE(OpenedByOther("file.PSF", GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE));
-    EXPECT_NE(MoveFileW(ToWide(folder.Path("file.PSF")).c_str(), ToWide(folder.Path("moved")).c_str()), 0);
+    EXPECT_NE(MoveFileW(win32::ToWide(folder.Path("file.PSF")).c_str(), win32::ToWide(folder.Path("moved")).c_str()),
+              0);
     char byte = 0;
     EXPECT_EQ(file->Read(&byte, 1), 1U);
     EXPECT_EQ(byte, 'c');

@@ -152,7 +152,7 @@ protected:
     }
 
     tessaly::Desktop& Desktop() { return user.TheDesktop(); }
-    HWND Pane() const { return user.Control(ControlId::FuncBody); }
+    HWND Pane() const { return user.Control(win32::ControlId::FuncBody); }
     void Paint() const { UpdateWindow(Pane()); }
 
     CHARRANGE Selection() const {
@@ -176,20 +176,20 @@ protected:
     }
 
     // How the character at `place` looks, read without moving the selection.
-    Win32Com<ITextFont> FontAt(long place) const {
+    win32::Com<ITextFont> FontAt(long place) const {
         constexpr GUID textDocumentId = {0x8CC497C0, 0xA1DF, 0x11CE, {0x80, 0x98, 0x00, 0xAA, 0x00, 0x47, 0xBE, 0x5D}};
         IUnknown* ole = nullptr;
         SendMessageW(Pane(), EM_GETOLEINTERFACE, 0, reinterpret_cast<LPARAM>(&ole));
-        const Win32Com<IUnknown> oleOwner(ole);
+        const win32::Com<IUnknown> oleOwner(ole);
         void* found = nullptr;
         EXPECT_EQ(ole->QueryInterface(textDocumentId, &found), S_OK);
-        const Win32Com<ITextDocument> document(static_cast<ITextDocument*>(found));
+        const win32::Com<ITextDocument> document(static_cast<ITextDocument*>(found));
         ITextRange* range = nullptr;
         EXPECT_EQ(document->Range(place, place + 1, &range), S_OK);
-        const Win32Com<ITextRange> rangeOwner(range);
+        const win32::Com<ITextRange> rangeOwner(range);
         ITextFont* font = nullptr;
         EXPECT_EQ(range->GetFont(&font), S_OK);
-        return Win32Com<ITextFont>(font);
+        return win32::Com<ITextFont>(font);
     }
 
     // Its colour; -1 for that of the user's windows.
@@ -203,9 +203,9 @@ protected:
     // All fonts that the text has, and what would be typed behind it.
     std::set<std::wstring> Fonts() const {
         std::set<std::wstring> fonts;
-        const auto length = static_cast<long>(ToWide(user.PaneShown()).size());
+        const auto length = static_cast<long>(win32::ToWide(user.PaneShown()).size());
         for (long place = 0; place <= length; ++place) {
-            const Win32Com<ITextFont> font = FontAt(place);
+            const win32::Com<ITextFont> font = FontAt(place);
             BSTR name = nullptr;
             float size = 0;
             EXPECT_EQ(font->GetName(&name), S_OK);
@@ -257,7 +257,7 @@ TEST_F(Win32PaneTest, KeywordsStringsCommentsNumbersAndDirectivesHaveColoursOfTh
 
 // One font for all of a text, whichever way it came.
 TEST_F(Win32PaneTest, WhatIsTypedAnywhereHasTheFontForCode) {
-    const std::set<std::wstring> font = {CodeFontName() + L" 1000"};
+    const std::set<std::wstring> font = {win32::CodeFontName() + L" 1000"};
     Edit("", 0);
     EXPECT_EQ(Fonts(), font) << "an empty text";
     user.Type("ab");
@@ -283,7 +283,7 @@ TEST_F(Win32PaneTest, WhatIsTypedAnywhereHasTheFontForCode) {
 }
 
 TEST_F(Win32PaneTest, ATextThatWasUnavailableHasTheFontForCode) {
-    const std::set<std::wstring> font = {CodeFontName() + L" 1000"};
+    const std::set<std::wstring> font = {win32::CodeFontName() + L" 1000"};
     Desktop().FuncBody().SetFuncBodyAvailable(false);
     Edit("int a;", 0);
     Desktop().FuncBody().SetFuncBodyAvailable(true);
@@ -302,7 +302,7 @@ TEST_F(Win32PaneTest, AtAnotherResolutionAllOfATextHasOneFont) {
             user.Settle();
             user.Type("x");
             user.PressEnter();
-            EXPECT_EQ(Fonts(), (std::set<std::wstring>{CodeFontName() + (dpi == 192 ? L" 2000" : L" 1000")}))
+            EXPECT_EQ(Fonts(), (std::set<std::wstring>{win32::CodeFontName() + (dpi == 192 ? L" 2000" : L" 1000")}))
                 << dpi << " \"" << text << "\"";
         }
     }
@@ -401,7 +401,7 @@ TEST_F(Win32PaneTest, ColouringRaisesNoChange) {
 TEST_F(Win32PaneTest, ColouringKeepsTheSelectionAndWhatIsInView) {
     Edit(Lines(300), 0);
     SendMessageW(Pane(), EM_LINESCROLL, 0, 100);
-    const auto inView = static_cast<LONG>(ToWide(user.PaneShown()).find(L"int value105"));
+    const auto inView = static_cast<LONG>(win32::ToWide(user.PaneShown()).find(L"int value105"));
     Select(inView, inView + 4);
     Paint();
     const long first = FirstInView();
@@ -416,7 +416,7 @@ TEST_F(Win32PaneTest, ColouringKeepsTheSelectionAndWhatIsInView) {
 
 TEST_F(Win32PaneTest, TypingInAVeryLongTextScrollsNothing) {
     Edit(Lines(9000), 0);
-    const auto inView = static_cast<LONG>(ToWide(user.PaneShown()).find(L"int value8000"));
+    const auto inView = static_cast<LONG>(win32::ToWide(user.PaneShown()).find(L"int value8000"));
     Select(inView, inView);
     SendMessageW(Pane(), EM_SCROLLCARET, 0, 0);
     const long first = FirstInView();
@@ -517,7 +517,7 @@ TEST_F(Win32PaneTest, WhatWasToBePaintedBeforeAKeyStillIsBehindIt) {
 
 TEST_F(Win32PaneTest, ScrollingColoursWhatComesIntoView) {
     Edit(Lines(2000), 0);
-    const auto below = static_cast<LONG>(ToWide(user.PaneShown()).find(L"int value1500"));
+    const auto below = static_cast<LONG>(win32::ToWide(user.PaneShown()).find(L"int value1500"));
     EXPECT_EQ(ColourAt(below), -1) << "nobody has looked there yet";
     SendMessageW(Pane(), EM_LINESCROLL, 0, 1495);
     const long first = FirstInView();
@@ -678,7 +678,7 @@ TEST_F(Win32PaneTest, EveryCharacterIsAsWideAsThePaneSays) {
         SendMessageW(Pane(), EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&point), place);
         return point.x;
     };
-    EXPECT_NEAR(ToTwips(left(8) - left(0), 96), 8 * Desktop().FuncBody().CharacterWidth(), 15);
+    EXPECT_NEAR(win32::ToTwips(left(8) - left(0), 96), 8 * Desktop().FuncBody().CharacterWidth(), 15);
 }
 
 TEST_F(Win32PaneTest, ATabReachesTheStopsThatWereSet) {

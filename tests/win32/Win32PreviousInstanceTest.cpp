@@ -13,14 +13,14 @@ class OtherCopy {
 public:
     OtherCopy(const TestFolder& folder, const std::string& answer, const std::string& name) {
         std::wstring line =
-            ToWide("\"" + ProgramBeside("TestChild.exe") + "\" hold \"" + folder.Path(answer) + "\" " + name);
+            win32::ToWide("\"" + ProgramBeside("TestChild.exe") + "\" hold \"" + folder.Path(answer) + "\" " + name);
         STARTUPINFOW startup = {};
         startup.cb = sizeof startup;
         PROCESS_INFORMATION started = {};
         EXPECT_NE(
             CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started), 0);
-        mThread = Win32Handle(started.hThread);
-        mProcess = Win32Handle(started.hProcess);
+        mThread = win32::Handle(started.hThread);
+        mProcess = win32::Handle(started.hProcess);
         EXPECT_TRUE(WaitUntil([&] { return folder.Has(answer); }));
     }
     OtherCopy(const OtherCopy&) = delete;
@@ -36,8 +36,8 @@ public:
     }
 
 private:
-    Win32Handle mThread;
-    Win32Handle mProcess;
+    win32::Handle mThread;
+    win32::Handle mProcess;
 };
 
 class Win32PreviousInstanceTest : public testing::Test {
@@ -51,29 +51,29 @@ TEST_F(Win32PreviousInstanceTest, TheFirstCopyFindsNoneAndTheSecondFindsTheFirst
     const OtherCopy second(folder, "second", name);
     EXPECT_TRUE(folder.Read("first").starts_with("first "));
     EXPECT_TRUE(folder.Read("second").starts_with("found "));
-    EXPECT_TRUE(Win32PreviousInstance(name).PreviousInstance());
+    EXPECT_TRUE(win32::PreviousInstanceTest(name).PreviousInstance());
 }
 
 TEST_F(Win32PreviousInstanceTest, AnotherProgramsCopyDoesNotCount) {
     const OtherCopy other(folder, "other", name + "Other");
-    EXPECT_FALSE(Win32PreviousInstance(name).PreviousInstance());
+    EXPECT_FALSE(win32::PreviousInstanceTest(name).PreviousInstance());
 }
 
 TEST_F(Win32PreviousInstanceTest, ACopyThatWasKilledIsGone) {
     OtherCopy first(folder, "first", name);
-    ASSERT_TRUE(Win32PreviousInstance(name).PreviousInstance());
+    ASSERT_TRUE(win32::PreviousInstanceTest(name).PreviousInstance());
     first.Kill();
-    EXPECT_TRUE(WaitUntil([&] { return !Win32PreviousInstance(name).PreviousInstance(); }));
+    EXPECT_TRUE(WaitUntil([&] { return !win32::PreviousInstanceTest(name).PreviousInstance(); }));
 }
 
 TEST_F(Win32PreviousInstanceTest, ACopyCountsAsLongAsItsTestLives) {
     {
-        const Win32PreviousInstance first(name);
+        const win32::PreviousInstanceTest first(name);
         EXPECT_FALSE(first.PreviousInstance());
         const OtherCopy second(folder, "second", name);
         EXPECT_TRUE(folder.Read("second").starts_with("found "));
     }
-    EXPECT_TRUE(WaitUntil([&] { return !Win32PreviousInstance(name).PreviousInstance(); }));
+    EXPECT_TRUE(WaitUntil([&] { return !win32::PreviousInstanceTest(name).PreviousInstance(); }));
 }
 
 } // namespace

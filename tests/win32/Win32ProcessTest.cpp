@@ -17,7 +17,7 @@ class Win32ProcessTest : public testing::Test {
 protected:
     // The batch file `name` writes its arguments, as they came, to "answer" beside it.
     void MakeBatch(const std::string& name) {
-        SetEnvironmentVariableW(L"TESSALY_CHILD", ToWide(child).c_str());
+        SetEnvironmentVariableW(L"TESSALY_CHILD", win32::ToWide(child).c_str());
         folder.Write(name, "@\"%TESSALY_CHILD%\" line \"%~dp0answer\" %*\r\n");
     }
 
@@ -28,7 +28,7 @@ protected:
 
     // Ends the process with this number, which runs.
     static void Kill(const std::string& number) {
-        const Win32Handle process(OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, std::stoul(number)));
+        const win32::Handle process(OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, std::stoul(number)));
         ASSERT_TRUE(process);
         EXPECT_EQ(WaitForSingleObject(process.Get(), 0), WAIT_TIMEOUT);
         EXPECT_NE(TerminateProcess(process.Get(), 1), 0);
@@ -39,8 +39,8 @@ protected:
 
     std::string InFolder(const std::string& name) const { return "\"" + folder.Path(name) + "\""; }
 
-    ProcessResult Run(const std::string& commandLine) {
-        return RunProcess(commandLine, [this](std::string_view piece) { output += piece; });
+    win32::ProcessResult Run(const std::string& commandLine) {
+        return win32::RunProcess(commandLine, [this](std::string_view piece) { output += piece; });
     }
 
     const TestFolder folder;
@@ -50,48 +50,48 @@ protected:
 
 TEST_F(Win32ProcessTest, ABatchFileGetsItsQuotedArgument) {
     MakeBatch("compile.bat");
-    StartProcess(InFolder("compile.bat") + " \"C:\\Gerät 1\\Größe.out\"", MaximizedWithFocus);
+    win32::StartProcess(InFolder("compile.bat") + " \"C:\\Gerät 1\\Größe.out\"", MaximizedWithFocus);
     EXPECT_TRUE(Answer().ends_with("answer\" \"C:\\Gerät 1\\Größe.out\"")) << Answer();
 }
 
 TEST_F(Win32ProcessTest, ABatchFileWithBlanksInItsPathNeedsNoQuotes) {
     MakeBatch("my compile.bat");
-    StartProcess(folder.Path("my compile.bat") + " \"x 1.out\"", MaximizedWithFocus);
+    win32::StartProcess(folder.Path("my compile.bat") + " \"x 1.out\"", MaximizedWithFocus);
     EXPECT_TRUE(Answer().ends_with("answer\" \"x 1.out\"")) << Answer();
 }
 
 TEST_F(Win32ProcessTest, ACmdFileIsABatchFileToo) {
     MakeBatch("compile.cmd");
-    StartProcess(folder.Path("compile.cmd") + " \".out\"", MaximizedWithFocus);
+    win32::StartProcess(folder.Path("compile.cmd") + " \".out\"", MaximizedWithFocus);
     EXPECT_TRUE(Answer().ends_with("answer\" \".out\"")) << Answer();
 }
 
 TEST_F(Win32ProcessTest, AProcessIsToldItsWindowStyle) {
-    StartProcess(Child("style " + InFolder("answer")), MaximizedWithFocus);
+    win32::StartProcess(Child("style " + InFolder("answer")), MaximizedWithFocus);
     EXPECT_EQ(Answer(), "3");
 }
 
 TEST_F(Win32ProcessTest, AProcessInheritsNothing) {
     SECURITY_ATTRIBUTES inheritable = {sizeof inheritable, nullptr, TRUE};
-    Win32Handle file(
-        CreateFileW(ToWide(folder.Path("kept")).c_str(), GENERIC_WRITE, 0, &inheritable, CREATE_ALWAYS, 0, nullptr));
+    win32::Handle file(CreateFileW(win32::ToWide(folder.Path("kept")).c_str(), GENERIC_WRITE, 0, &inheritable,
+                                   CREATE_ALWAYS, 0, nullptr));
     ASSERT_TRUE(file);
     const std::string name = "TessalyTestInherit" + std::to_string(GetCurrentProcessId());
-    StartProcess(Child("hold " + InFolder("answer") + " " + name), 1);
+    win32::StartProcess(Child("hold " + InFolder("answer") + " " + name), 1);
     const std::string answer = Answer(); // it runs, and goes on running
     file.Close();
-    EXPECT_TRUE(DeleteFileW(ToWide(folder.Path("kept")).c_str())) << "the process holds the file";
+    EXPECT_TRUE(DeleteFileW(win32::ToWide(folder.Path("kept")).c_str())) << "the process holds the file";
     Kill(answer.substr(answer.find(' ') + 1));
 }
 
 TEST_F(Win32ProcessTest, WhatCannotBeStartedThrows) {
     for (const std::string& line : {InFolder("missing.bat") + " \"x\"", ""s, Child("line\0x"s)}) {
-        EXPECT_THROW(StartProcess(line, MaximizedWithFocus), std::system_error) << line;
+        EXPECT_THROW(win32::StartProcess(line, MaximizedWithFocus), std::system_error) << line;
     }
 }
 
 TEST_F(Win32ProcessTest, TheOutputComesInItsOrderAndTheExitStatusWithIt) {
-    const ProcessResult result = Run(Child("talk x 6"));
+    const win32::ProcessResult result = Run(Child("talk x 6"));
     EXPECT_TRUE(result.Started());
     EXPECT_EQ(result.exitStatus, 7);
     EXPECT_EQ(output, "line 0\nline 1\nline 2\nline 3\nline 4\nline 5\nread 0");
@@ -105,7 +105,7 @@ TEST_F(Win32ProcessTest, MuchOutputIsReadWhileTheProcessRuns) {
 
 TEST_F(Win32ProcessTest, ABatchFilesOutputAndStatusAreTakenToo) {
     folder.Write("my compile.bat", "@echo off\r\necho compiling %1\r\nexit /b 3\r\n");
-    const ProcessResult result = Run(folder.Path("my compile.bat") + " \"x 1.out\"");
+    const win32::ProcessResult result = Run(folder.Path("my compile.bat") + " \"x 1.out\"");
     EXPECT_EQ(result.exitStatus, 3);
     EXPECT_EQ(output, "compiling \"x 1.out\"\r\n");
 }
@@ -119,7 +119,7 @@ TEST_F(Win32ProcessTest, AProcessThatIsLeftBehindIsNotWaitedFor) {
 TEST_F(Win32ProcessTest, WhatIsThrownAtOutputGetsThroughAndTheProcessIsKilled) {
     const std::string name = "TessalyTestThrow" + std::to_string(GetCurrentProcessId());
     folder.Write("loop.bat", "@echo off\r\n:again\r\necho x\r\ngoto again\r\n");
-    EXPECT_THROW(RunProcess(InFolder("loop.bat"), [](std::string_view) { throw std::runtime_error("enough"); }),
+    EXPECT_THROW(win32::RunProcess(InFolder("loop.bat"), [](std::string_view) { throw std::runtime_error("enough"); }),
                  std::runtime_error);
 }
 

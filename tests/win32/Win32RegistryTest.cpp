@@ -17,8 +17,8 @@ constexpr std::uint32_t ReadAndWrite = Registry::QueryAccess | Registry::SetAcce
 
 class Win32RegistryTest : public testing::Test {
 protected:
-    Win32RegistryTest() { RegDeleteTreeW(HKEY_CURRENT_USER, ToWide(path).c_str()); }
-    ~Win32RegistryTest() override { RegDeleteTreeW(HKEY_CURRENT_USER, ToWide(path).c_str()); }
+    Win32RegistryTest() { RegDeleteTreeW(HKEY_CURRENT_USER, win32::ToWide(path).c_str()); }
+    ~Win32RegistryTest() override { RegDeleteTreeW(HKEY_CURRENT_USER, win32::ToWide(path).c_str()); }
 
     void SetUp() override { ASSERT_EQ(GetACP(), 1252U); }
 
@@ -44,21 +44,21 @@ protected:
     std::wstring Stored(const std::wstring& name) const {
         wchar_t text[100] = {};
         DWORD size = sizeof text;
-        EXPECT_EQ(
-            RegGetValueW(HKEY_CURRENT_USER, ToWide(path).c_str(), name.c_str(), RRF_RT_REG_SZ, nullptr, text, &size),
-            ERROR_SUCCESS);
+        EXPECT_EQ(RegGetValueW(HKEY_CURRENT_USER, win32::ToWide(path).c_str(), name.c_str(), RRF_RT_REG_SZ, nullptr,
+                               text, &size),
+                  ERROR_SUCCESS);
         return text;
     }
 
     void Store(const std::wstring& name, DWORD type, const std::wstring& text) const {
         const std::wstring guarded = text + L'.'; // or else Windows would count a NUL behind it, too
-        EXPECT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, ToWide(path).c_str(), name.c_str(), type, guarded.data(),
+        EXPECT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, win32::ToWide(path).c_str(), name.c_str(), type, guarded.data(),
                                   static_cast<DWORD>(text.size() * sizeof(wchar_t))),
                   ERROR_SUCCESS);
     }
 
     const std::string path = "Software\\Tessaly Prüfung " + std::to_string(GetCurrentProcessId());
-    Win32Registry registry;
+    win32::Registry registry;
 };
 
 TEST_F(Win32RegistryTest, TextIsUtf8HereAndUtf16InTheRegistry) {

@@ -78,19 +78,19 @@ TEST_F(Win32WindowTest, AnotherResolutionScalesTheControlsAndIsNoChangeOfTheSize
     MainWindow().Show();
     user.Resize(9000, 6000);
     TheDesktop().FuncBody().SetExtent({3000, 900, 4500, 3000});
-    const RECT before = PlaceOf(ControlId::FuncBody);
+    const RECT before = PlaceOf(win32::ControlId::FuncBody);
     const Extent extent = TheDesktop().FuncBody().GetExtent();
     int resizes = 0;
     MainWindow().onResize = [&] { ++resizes; };
     MoveToDpi(192, 1200, 800);
-    const RECT after = PlaceOf(ControlId::FuncBody);
+    const RECT after = PlaceOf(win32::ControlId::FuncBody);
     EXPECT_EQ(after.left, 2 * before.left);
     EXPECT_EQ(after.bottom, 2 * before.bottom);
     EXPECT_EQ(TheDesktop().FuncBody().GetExtent(), extent);
     EXPECT_EQ(MainWindow().Width(), 9000);
     EXPECT_EQ(resizes, 0);
     MoveToDpi(96, 600, 400);
-    EXPECT_EQ(PlaceOf(ControlId::FuncBody).right, before.right);
+    EXPECT_EQ(PlaceOf(win32::ControlId::FuncBody).right, before.right);
 }
 
 TEST_F(Win32WindowTest, AnotherResolutionHasLargerTextAndPictures) {
@@ -100,7 +100,7 @@ TEST_F(Win32WindowTest, AnotherResolutionHasLargerTextAndPictures) {
     const auto lineHeight = [this] {
         POINTL first = {};
         POINTL second = {};
-        const HWND pane = user.Control(ControlId::FuncBody);
+        const HWND pane = user.Control(win32::ControlId::FuncBody);
         SendMessageW(pane, EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&first), 0);
         SendMessageW(pane, EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&second), 2);
         return second.y - first.y;
@@ -108,7 +108,7 @@ TEST_F(Win32WindowTest, AnotherResolutionHasLargerTextAndPictures) {
     const auto pictureSize = [this] {
         int width = 0;
         int height = 0;
-        const HWND bar = user.Control(ControlId::VornToolBar);
+        const HWND bar = user.Control(win32::ControlId::VornToolBar);
         ImageList_GetIconSize(reinterpret_cast<HIMAGELIST>(SendMessageW(bar, TB_GETIMAGELIST, 0, 0)), &width, &height);
         return width;
     };
@@ -144,8 +144,8 @@ TEST_F(Win32WindowTest, TheMenuBarHasItsRoomAboveTheControls) {
 
 TEST_F(Win32WindowTest, EveryControlStandsBehindTheLabelThatNamesIt) {
     const auto before = [this](int id) { return GetDlgCtrlID(GetWindow(user.Control(id), GW_HWNDPREV)); };
-    EXPECT_EQ(before(ControlId::CodeTree), ControlId::LblcodeTreeViewer);
-    EXPECT_EQ(before(ControlId::FuncBody), ControlId::FuncLabel);
+    EXPECT_EQ(before(win32::ControlId::CodeTree), win32::ControlId::LblcodeTreeViewer);
+    EXPECT_EQ(before(win32::ControlId::FuncBody), win32::ControlId::FuncLabel);
 }
 
 TEST_F(Win32WindowTest, TheSelectedItemIsSeenAlsoWithoutTheFocus) {
@@ -154,7 +154,7 @@ TEST_F(Win32WindowTest, TheSelectedItemIsSeenAlsoWithoutTheFocus) {
     tree.Select(tree.Add(TreeItem::None, "a", "Selected"));
     tree.Add(TreeItem::None, "b", "Not selected");
     const auto brightness = [this](TVITEMW item, UINT next) {
-        const HWND control = user.Control(ControlId::CodeTree);
+        const HWND control = user.Control(win32::ControlId::CodeTree);
         item.hItem = reinterpret_cast<HTREEITEM>(SendMessageW(control, TVM_GETNEXTITEM, next, 0));
         user.Settle();
         UpdateWindow(control);
@@ -185,11 +185,11 @@ TEST_F(Win32WindowTest, TheEdgeTellsWhichControlHasTheKeyboard) {
         return colour;
     };
     TheDesktop().CodeTree().SetFocus();
-    EXPECT_EQ(edge(ControlId::CodeTree), GetSysColor(COLOR_HIGHLIGHT));
-    EXPECT_NE(edge(ControlId::FuncBody), GetSysColor(COLOR_HIGHLIGHT));
+    EXPECT_EQ(edge(win32::ControlId::CodeTree), GetSysColor(COLOR_HIGHLIGHT));
+    EXPECT_NE(edge(win32::ControlId::FuncBody), GetSysColor(COLOR_HIGHLIGHT));
     TheDesktop().FuncBody().SetFocus();
-    EXPECT_NE(edge(ControlId::CodeTree), GetSysColor(COLOR_HIGHLIGHT));
-    EXPECT_EQ(edge(ControlId::FuncBody), GetSysColor(COLOR_HIGHLIGHT));
+    EXPECT_NE(edge(win32::ControlId::CodeTree), GetSysColor(COLOR_HIGHLIGHT));
+    EXPECT_EQ(edge(win32::ControlId::FuncBody), GetSysColor(COLOR_HIGHLIGHT));
 }
 
 TEST_F(Win32WindowTest, TheTabKeyWithShiftGoesTheOtherWay) {
@@ -199,9 +199,9 @@ TEST_F(Win32WindowTest, TheTabKeyWithShiftGoesTheOtherWay) {
     TheDesktop().VornToolBar().SetTabStop(true);
     TheDesktop().CodeTree().SetFocus();
     user.PressKey(VK_TAB, 0);
-    EXPECT_EQ(GetFocus(), user.Control(ControlId::VornToolBar));
+    EXPECT_EQ(GetFocus(), user.Control(win32::ControlId::VornToolBar));
     user.PressKey(VK_TAB, 1);
-    EXPECT_EQ(GetFocus(), user.Control(ControlId::CodeTree));
+    EXPECT_EQ(GetFocus(), user.Control(win32::ControlId::CodeTree));
 }
 
 } // namespace

@@ -10,24 +10,25 @@
 #include <system_error>
 #include <utility>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 namespace fs = std::filesystem;
 
-QtApplication::QtApplication(std::string commandLine, Environment environment)
+Application::Application(std::string commandLine, Environment environment)
     : mCommandLine(std::move(commandLine)),
       mEnvironment(std::move(environment)) {}
 
-void QtApplication::SendF1() {
+void Application::SendF1() {
     if (onSendF1) {
         onSendF1();
     }
 }
 
-void QtApplication::StartProcess(const std::string& commandLine, std::int32_t windowStyle) {
+void Application::StartProcess(const std::string& commandLine, std::int32_t windowStyle) {
     std::error_code noFolder;
     fs::create_directories(fs::path(OutputPath()).parent_path(), noFolder);
-    StartDetached(SplitCommandLine(commandLine, IsRegularFile), noFolder ? std::string() : OutputPath());
+    posix::StartDetached(posix::SplitCommandLine(commandLine, posix::IsRegularFile),
+                         noFolder ? std::string() : OutputPath());
     if (onOutput && !noFolder) {
         onOutput(OutputPath());
     }
@@ -36,7 +37,7 @@ void QtApplication::StartProcess(const std::string& commandLine, std::int32_t wi
     }
 }
 
-void QtApplication::OpenHelp() {
+void Application::OpenHelp() {
     if (mHelpFile.empty()) {
         return;
     }
@@ -48,10 +49,10 @@ void QtApplication::OpenHelp() {
     }
     const bool isHtml = path.extension() == ".html" || path.extension() == ".htm";
     try {
-        if (isHtml && onShowHelp && !HtmlOpensInBrowser(mEnvironment)) {
+        if (isHtml && onShowHelp && !posix::HtmlOpensInBrowser(mEnvironment)) {
             onShowHelp(path.string());
         } else {
-            StartDetached({"xdg-open", path.string()}, "");
+            posix::StartDetached({"xdg-open", path.string()}, "");
         }
     } catch (const std::system_error&) {
         return; // nothing is there to open it with
@@ -61,8 +62,8 @@ void QtApplication::OpenHelp() {
     }
 }
 
-std::string QtApplication::OutputPath() const {
+std::string Application::OutputPath() const {
     return StateFolder(mEnvironment) + "/build.log";
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -8,11 +8,11 @@
 #include <string>
 #include <string_view>
 
-namespace tessaly {
+namespace tessaly::qt {
 
-class QtApplication final : public Application {
+class Application final : public tessaly::Application {
 public:
-    QtApplication(std::string commandLine, Environment environment);
+    Application(std::string commandLine, Environment environment);
 
     std::string CommandLine() const override { return mCommandLine; }
     std::int32_t Major() const override { return TESSALY_MAJOR; }
@@ -47,4 +47,4 @@ private:
     std::string mHelpFile;
 };
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <array>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 namespace {
 
@@ -44,17 +44,17 @@ std::u16string_view View(const QString& text) {
 
 } // namespace
 
-QtColouring::QtColouring(QTextDocument& document) : mDocument(document) {
+Colouring::Colouring(QTextDocument& document) : mDocument(document) {
     QObject::connect(&document, &QTextDocument::contentsChange, &document,
                      [this](int position, int, int added) { FollowChange(position, added); });
 }
 
-void QtColouring::SetDark(bool dark) {
+void Colouring::SetDark(bool dark) {
     mIsDark = dark;
     mRound = (mRound + 1) % Rounds;
 }
 
-void QtColouring::Colour(const QTextBlock& first, const QTextBlock& last) {
+void Colouring::Colour(const QTextBlock& first, const QTextBlock& last) {
     Scan(last);
     for (QTextBlock block = first; block.isValid() && block.blockNumber() <= last.blockNumber(); block = block.next()) {
         if (RoundOf(block) != mRound + 1) {
@@ -65,7 +65,7 @@ void QtColouring::Colour(const QTextBlock& first, const QTextBlock& last) {
 
 // A line that changed keeps the lines below it as they are, unless its end has another state than before: then they
 // are scanned as far as somebody looks.
-void QtColouring::FollowChange(int position, int added) {
+void Colouring::FollowChange(int position, int added) {
     const QTextBlock first = mDocument.findBlock(position);
     QTextBlock last = mDocument.findBlock(position + added);
     last = last.isValid() ? last : mDocument.lastBlock();
@@ -76,7 +76,7 @@ void QtColouring::FollowChange(int position, int added) {
 }
 
 // Gives all blocks up to `last` their states.
-void QtColouring::Scan(const QTextBlock& last) {
+void Colouring::Scan(const QTextBlock& last) {
     QTextBlock block = mDocument.findBlockByNumber(mScanned);
     CLineState state = StateOf(block.previous());
     for (; block.isValid() && block.blockNumber() <= last.blockNumber(); block = block.next()) {
@@ -86,7 +86,7 @@ void QtColouring::Scan(const QTextBlock& last) {
     }
 }
 
-void QtColouring::SetFormats(QTextBlock block, CLineState before) {
+void Colouring::SetFormats(QTextBlock block, CLineState before) {
     const CLineState state = ScanCLine(View(block.text()), before, mTokens);
     QList<QTextLayout::FormatRange> formats;
     for (const CToken& token : mTokens) {
@@ -102,4 +102,4 @@ void QtColouring::SetFormats(QTextBlock block, CLineState before) {
     block.setUserState(static_cast<int>(state) | ((mRound + 1) << StateBits));
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

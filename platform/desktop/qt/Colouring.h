@@ -12,11 +12,11 @@
 
 class QTextBlock;
 
-namespace tessaly {
+namespace tessaly::qt {
 
-class QtColouring {
+class Colouring {
 public:
-    explicit QtColouring(QTextDocument& document);
+    explicit Colouring(QTextDocument& document);
 
     // Light colours for a dark background. What was coloured is to be drawn anew then.
     void SetDark(bool dark);
@@ -36,4 +36,4 @@ private:
     std::vector<CToken> mTokens; // kept for its memory
 };
 
-} // namespace tessaly
+} // namespace tessaly::qt

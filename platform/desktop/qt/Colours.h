@@ -3,7 +3,7 @@
 
 #include <QPalette>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 // A colour that can be told from `background` and lets `text` be read on it.
 inline QColor Between(const QPalette& palette, QPalette::ColorRole background, QPalette::ColorRole text) {
@@ -13,4 +13,4 @@ inline QColor Between(const QPalette& palette, QPalette::ColorRole background, Q
     return {quarter(from.red(), to.red()), quarter(from.green(), to.green()), quarter(from.blue(), to.blue())};
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

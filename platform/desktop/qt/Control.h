@@ -9,26 +9,23 @@
 #include <limits>
 #include <stdexcept>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 // Whether the user can work in a control with the keyboard.
-enum class QtKeyboard { Used, Unused };
+enum class Keyboard { Used, Unused };
 
 template <class Interface>
-class QtControl : public Interface, public QtFocusTarget {
+class Control : public Interface, public FocusTarget {
 public:
     // `widget` is the control's own and lives as long as it.
-    QtControl(QtFocus* focus, QWidget& widget, QtKeyboard keyboard)
-        : mFocus(focus),
-          mWidget(widget),
-          mKeyboard(keyboard) {
+    Control(Focus* focus, QWidget& widget, Keyboard keyboard) : mFocus(focus), mWidget(widget), mKeyboard(keyboard) {
         if (mFocus != nullptr) {
             mFocus->Add(*this);
         }
     }
-    QtControl(const QtControl&) = delete;
-    QtControl& operator=(const QtControl&) = delete;
-    ~QtControl() override = default;
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+    ~Control() override = default;
 
     Extent GetExtent() const override { return mExtent; }
 
@@ -46,7 +43,7 @@ public:
         }
     }
 
-    bool HasTabStop() const override { return mKeyboard == QtKeyboard::Used; }
+    bool HasTabStop() const override { return mKeyboard == Keyboard::Used; }
 
     void SetTabStop(bool stop) override {
         if (!HasTabStop()) {
@@ -69,7 +66,7 @@ public:
     bool Holds(const QWidget* widget) const override {
         return widget == &mWidget || (widget != nullptr && mWidget.isAncestorOf(widget));
     }
-    bool CanHaveFocus() const override { return mKeyboard == QtKeyboard::Used; }
+    bool CanHaveFocus() const override { return mKeyboard == Keyboard::Used; }
     void TakeFocus() override { mWidget.setFocus(Qt::OtherFocusReason); }
     void SetFilter(QObject& filter) override { mWidget.installEventFilter(&filter); }
 
@@ -85,7 +82,7 @@ protected:
     bool IsTabStop() const { return mIsTabStop; }
 
     // Of a control of the main window.
-    QtFocus& Focus() { return *mFocus; }
+    Focus& WindowFocus() { return *mFocus; }
 
 private:
     void Show() {
@@ -95,13 +92,13 @@ private:
         mWidget.setGeometry(QRect(topLeft, QSize(end.x() - topLeft.x(), end.y() - topLeft.y())));
     }
 
-    QtFocus* mFocus; // null in a window whose focus nobody asks for
+    Focus* mFocus; // null in a window whose focus nobody asks for
     QWidget& mWidget;
-    QtKeyboard mKeyboard;
+    Keyboard mKeyboard;
     Extent mExtent;
     float mFooterTop = std::numeric_limits<float>::max();
     bool mIsPlaced = false;
     bool mIsTabStop = true;
 };
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -4,9 +4,9 @@
 #include "platform/desktop/qt/ModalWindows.h"
 #include "platform/system/CodePages.h"
 
-namespace tessaly {
+namespace tessaly::qt {
 
-QtDesktop::QtDesktop(const std::string& commandLine, const Environment& environment, Registry& settings)
+Desktop::Desktop(const std::string& commandLine, const Environment& environment, Registry& settings)
     : app(commandLine, environment),
       mSettings(settings),
       mCodePage(MakeSystemCodePage()) {
@@ -15,13 +15,13 @@ QtDesktop::QtDesktop(const std::string& commandLine, const Environment& environm
     app.onSendF1 = [this] { window.SendKey(Qt::Key_F1); };
     app.onShowHelp = [this](const std::string& path) {
         if (!help) {
-            help = std::make_unique<QtHelpWindow>();
+            help = std::make_unique<HelpWindow>();
         }
         help->Show(path);
     };
     app.onOutput = [this](const std::string& path) {
         if (!output) {
-            output = std::make_unique<QtOutputWindow>(frame);
+            output = std::make_unique<OutputWindow>(frame);
         }
         output->Follow(path);
     };
@@ -29,27 +29,27 @@ QtDesktop::QtDesktop(const std::string& commandLine, const Environment& environm
 }
 
 // A control that goes passes the focus on to the next one.
-QtDesktop::~QtDesktop() {
+Desktop::~Desktop() {
     focus.End();
     frame.onClientSize = nullptr;
 }
 
-std::unique_ptr<NameWindow> QtDesktop::NewNameWindow() {
-    return std::make_unique<QtNameWindow>(frame, [this] { app.OpenHelp(); });
+std::unique_ptr<tessaly::NameWindow> Desktop::NewNameWindow() {
+    return std::make_unique<NameWindow>(frame, [this] { app.OpenHelp(); });
 }
 
-std::unique_ptr<SplashWindow> QtDesktop::NewSplashWindow() {
-    return std::make_unique<QtSplashWindow>(frame, [this] { app.OpenHelp(); });
+std::unique_ptr<tessaly::SplashWindow> Desktop::NewSplashWindow() {
+    return std::make_unique<SplashWindow>(frame, [this] { app.OpenHelp(); });
 }
 
-void QtDesktop::EndSession(bool mayAsk) {
+void Desktop::EndSession(bool mayAsk) {
     if (!mayAsk) {
         mMsgBox.AskNoMore();
     }
     window.Unload();
 }
 
-void QtDesktop::LayOut() {
+void Desktop::LayOut() {
     const QSize client = frame.Client().size();
     if (!toolBar.IsPlaced()) {
         toolBar.Widget().setGeometry(0, 0, client.width(), ToPixels(toolBar.PreferredHeight()));
@@ -67,4 +67,4 @@ void QtDesktop::LayOut() {
     status.SetFooterTop(footerTop);
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -18,32 +18,34 @@
 #include "platform/desktop/qt/Window.h"
 #include "platform/system/posix/SequentialFiles.h"
 
-namespace tessaly {
+namespace tessaly::qt {
 
-class QtDesktop final : public Desktop {
+class Desktop final : public tessaly::Desktop {
 public:
     // `commandLine` is what stands behind the program's name. `settings` must live as long as the desktop.
-    QtDesktop(const std::string& commandLine, const Environment& environment, Registry& settings);
+    Desktop(const std::string& commandLine, const Environment& environment, Registry& settings);
 
-    ~QtDesktop() override;
-    QtDesktop(const QtDesktop&) = delete;
-    QtDesktop& operator=(const QtDesktop&) = delete;
+    ~Desktop() override;
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
 
-    Window& MainWindow() override { return window; }
-    TreeView& CodeTree() override { return tree; }
-    Label& LblcodeTreeViewer() override { return treeLabel; }
-    Label& FuncLabel() override { return paneLabel; }
-    RichTextBox& FuncBody() override { return pane; }
-    ToolBar& VornToolBar() override { return toolBar; }
-    ImageList& QuorvaneImages() override { return mImages; }
-    StatusBar& StatusBar1() override { return status; }
-    FileDialog& CommonDialog1() override { return mFileDialog; }
-    MenuItem& AddMenu(MenuItem* parent, std::string_view name) override { return mMenus.Add(parent, name); }
-    void AddMenuSeparator(MenuItem& parent) override { mMenus.AddSeparator(parent); }
-    std::unique_ptr<NameWindow> NewNameWindow() override;
-    std::unique_ptr<SplashWindow> NewSplashWindow() override;
-    MsgBox& MessageBoxes() override { return mMsgBox; }
-    Application& App() override { return app; }
+    tessaly::Window& MainWindow() override { return window; }
+    tessaly::TreeView& CodeTree() override { return tree; }
+    tessaly::Label& LblcodeTreeViewer() override { return treeLabel; }
+    tessaly::Label& FuncLabel() override { return paneLabel; }
+    tessaly::RichTextBox& FuncBody() override { return pane; }
+    tessaly::ToolBar& VornToolBar() override { return toolBar; }
+    tessaly::ImageList& QuorvaneImages() override { return mImages; }
+    tessaly::StatusBar& StatusBar1() override { return status; }
+    tessaly::FileDialog& CommonDialog1() override { return mFileDialog; }
+    tessaly::MenuItem& AddMenu(tessaly::MenuItem* parent, std::string_view name) override {
+        return mMenus.Add(parent, name);
+    }
+    void AddMenuSeparator(tessaly::MenuItem& parent) override { mMenus.AddSeparator(parent); }
+    std::unique_ptr<tessaly::NameWindow> NewNameWindow() override;
+    std::unique_ptr<tessaly::SplashWindow> NewSplashWindow() override;
+    tessaly::MsgBox& MessageBoxes() override { return mMsgBox; }
+    tessaly::Application& App() override { return app; }
     Registry& Settings() override { return mSettings; }
     SequentialFiles& Files() override { return mFiles; }
     const CodePage& AnsiCodePage() override { return *mCodePage; }
@@ -51,36 +53,36 @@ public:
     // Closes the window because the session ends. Unless it `mayAsk`, no message box is shown any more.
     void EndSession(bool mayAsk);
 
-    QtApplication app;
+    Application app;
 
     // The main window. The Tab key goes round in the order in which the controls are made.
-    QtFrame frame;
-    QtFocus focus{frame};
-    QtWindow window{frame, focus, [this] { app.OpenHelp(); }};
-    QtLabel treeLabel{&frame.Client(), &focus};
-    QtTreeView tree{&frame.Client(), focus};
-    QtLabel paneLabel{&frame.Client(), &focus};
-    QtRichTextBox pane{&frame.Client(), focus};
-    QtToolBar toolBar{&frame.Client(), focus};
-    QtStatusBar status{&frame.Client(), focus};
+    Frame frame;
+    Focus focus{frame};
+    Window window{frame, focus, [this] { app.OpenHelp(); }};
+    Label treeLabel{&frame.Client(), &focus};
+    TreeView tree{&frame.Client(), focus};
+    Label paneLabel{&frame.Client(), &focus};
+    RichTextBox pane{&frame.Client(), focus};
+    ToolBar toolBar{&frame.Client(), focus};
+    StatusBar status{&frame.Client(), focus};
 
     // Beside it, once a process was started that writes something.
-    std::unique_ptr<QtOutputWindow> output;
+    std::unique_ptr<OutputWindow> output;
 
     // Once the help was opened without a browser.
-    std::unique_ptr<QtHelpWindow> help;
+    std::unique_ptr<HelpWindow> help;
 
 private:
     void LayOut();
 
-    PosixFiles mFiles;
+    posix::SequentialFiles mFiles;
     Registry& mSettings;
     std::unique_ptr<CodePage> mCodePage;
-    QtImageList mImages;
-    QtMenus mMenus{*frame.menuBar(), focus.events};
-    QtFileDialog mFileDialog{frame};
-    QtMsgBox mMsgBox{frame};
-    QtDestroyedWindows mDestroyedWindows;
+    ImageList mImages;
+    Menus mMenus{*frame.menuBar(), focus.events};
+    FileDialog mFileDialog{frame};
+    MsgBox mMsgBox{frame};
+    DestroyedWindows mDestroyedWindows;
 };
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -7,7 +7,7 @@
 #include <QDialog>
 #include <QWidget>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 namespace {
 
@@ -33,12 +33,12 @@ void Close(QWidget& window) {
 
 } // namespace
 
-QtDestroyedWindows::QtDestroyedWindows() {
+DestroyedWindows::DestroyedWindows() {
     qApp->installNativeEventFilter(this);
 }
 
 // Qt is to know first that the window has gone.
-bool QtDestroyedWindows::nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/) {
+bool DestroyedWindows::nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/) {
     if (eventType != "xcb_generic_event_t") {
         return false;
     }
@@ -50,4 +50,4 @@ bool QtDestroyedWindows::nativeEventFilter(const QByteArray& eventType, void* me
     return false;
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -4,13 +4,13 @@
 
 #include <QAbstractNativeEventFilter>
 
-namespace tessaly {
+namespace tessaly::qt {
 
-class QtDestroyedWindows final : public QAbstractNativeEventFilter {
+class DestroyedWindows final : public QAbstractNativeEventFilter {
 public:
-    QtDestroyedWindows();
+    DestroyedWindows();
 
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 };
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -6,7 +6,7 @@
 #include <QStringList>
 #include <algorithm>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 namespace {
 
@@ -29,16 +29,16 @@ QString Chosen(const QStringList& selected, const QStringList& before) {
 
 } // namespace
 
-std::string QtFileDialog::ShowOpen(const FileDialogSettings& settings) {
+std::string FileDialog::ShowOpen(const FileDialogSettings& settings) {
     return Show(QFileDialog::AcceptOpen, settings);
 }
 
-std::string QtFileDialog::ShowSave(const FileDialogSettings& settings) {
+std::string FileDialog::ShowSave(const FileDialogSettings& settings) {
     return Show(QFileDialog::AcceptSave, settings);
 }
 
 // There is no read-only check box here to hide.
-std::string QtFileDialog::Show(QFileDialog::AcceptMode mode, const FileDialogSettings& settings) {
+std::string FileDialog::Show(QFileDialog::AcceptMode mode, const FileDialogSettings& settings) {
     QFileDialog dialog(&mWindow);
     dialog.setAcceptMode(mode);
     if (!settings.title.empty()) {
@@ -64,4 +64,4 @@ std::string QtFileDialog::Show(QFileDialog::AcceptMode mode, const FileDialogSet
     return {};
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -5,11 +5,11 @@
 
 #include <QFileDialog>
 
-namespace tessaly {
+namespace tessaly::qt {
 
-class QtFileDialog final : public FileDialog {
+class FileDialog final : public tessaly::FileDialog {
 public:
-    explicit QtFileDialog(QWidget& window) : mWindow(window) {}
+    explicit FileDialog(QWidget& window) : mWindow(window) {}
 
     std::string ShowOpen(const FileDialogSettings& settings) override;
     std::string ShowSave(const FileDialogSettings& settings) override;
@@ -20,4 +20,4 @@ private:
     QWidget& mWindow;
 };
 
-} // namespace tessaly
+} // namespace tessaly::qt

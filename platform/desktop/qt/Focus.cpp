@@ -6,7 +6,7 @@
 #include <QWidget>
 #include <algorithm>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 namespace {
 
@@ -21,20 +21,20 @@ bool IsAtWorkElsewhere(const QWidget* widget) {
 
 } // namespace
 
-QtFocus::QtFocus(const QWidget& window) : mWindow(window) {
+Focus::Focus(const QWidget& window) : mWindow(window) {
     connect(qApp, &QApplication::focusChanged, this, [this] { Update(); });
 }
 
-void QtFocus::Update() {
+void Focus::Update() {
     MoveTo(QApplication::focusWidget());
 }
 
-void QtFocus::UpdateInUse() {
+void Focus::UpdateInUse() {
     MoveTo(mWindow.focusWidget());
 }
 
-void QtFocus::Begin() {
-    for (QtFocusTarget* const target : mTargets) {
+void Focus::Begin() {
+    for (FocusTarget* const target : mTargets) {
         target->SetFilter(*this);
     }
     const auto first =
@@ -44,27 +44,27 @@ void QtFocus::Begin() {
     }
 }
 
-void QtFocus::End() {
+void Focus::End() {
     mTargets.clear();
     events.End();
 }
 
 // The first menu that opens and the last one that closes send such events, although the focus does not move.
-bool QtFocus::eventFilter(QObject* object, QEvent* event) {
+bool Focus::eventFilter(QObject* object, QEvent* event) {
     if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
         Update();
     }
     return QObject::eventFilter(object, event);
 }
 
-QtFocusTarget* QtFocus::TargetOf(const QWidget* widget) const {
+FocusTarget* Focus::TargetOf(const QWidget* widget) const {
     const auto found =
         std::find_if(mTargets.begin(), mTargets.end(), [widget](const auto* each) { return each->Holds(widget); });
     return found != mTargets.end() ? *found : nullptr;
 }
 
-void QtFocus::MoveTo(const QWidget* widget) {
-    QtFocusTarget* const target = IsAtWorkElsewhere(widget) ? nullptr : TargetOf(widget);
+void Focus::MoveTo(const QWidget* widget) {
+    FocusTarget* const target = IsAtWorkElsewhere(widget) ? nullptr : TargetOf(widget);
     if (target != nullptr) {
         events.MovedTo(*target);
     } else {
@@ -72,4 +72,4 @@ void QtFocus::MoveTo(const QWidget* widget) {
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

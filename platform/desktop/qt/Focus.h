@@ -9,10 +9,10 @@
 
 class QWidget;
 
-namespace tessaly {
+namespace tessaly::qt {
 
 // What can have the focus.
-class QtFocusTarget : public FocusTarget {
+class FocusTarget : public tessaly::FocusTarget {
 public:
     // Whether the focus of Qt's `widget` is that of this control.
     virtual bool Holds(const QWidget* widget) const = 0;
@@ -24,14 +24,14 @@ public:
     virtual void SetFilter(QObject& filter) = 0;
 };
 
-class QtFocus final : public QObject {
+class Focus final : public QObject {
 public:
-    explicit QtFocus(const QWidget& window);
+    explicit Focus(const QWidget& window);
 
     // Where commands of the window are told.
     FocusEvents events;
 
-    void Add(QtFocusTarget& target) { mTargets.push_back(&target); }
+    void Add(FocusTarget& target) { mTargets.push_back(&target); }
 
     // Raises the events for where the keyboard is now.
     void Update();
@@ -49,11 +49,11 @@ public:
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
-    QtFocusTarget* TargetOf(const QWidget* widget) const;
+    FocusTarget* TargetOf(const QWidget* widget) const;
     void MoveTo(const QWidget* widget);
 
     const QWidget& mWindow;
-    std::vector<QtFocusTarget*> mTargets;
+    std::vector<FocusTarget*> mTargets;
 };
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -3,9 +3,9 @@
 
 #include <QPainter>
 
-namespace tessaly {
+namespace tessaly::qt {
 
-void QtFocusFrame::paintEvent(QPaintEvent*) {
+void FocusFrame::paintEvent(QPaintEvent*) {
     constexpr int width = 2;
     QPainter painter(this);
     const QRect round = rect();
@@ -14,4 +14,4 @@ void QtFocusFrame::paintEvent(QPaintEvent*) {
     painter.fillRect(round, palette().color(QPalette::Highlight));
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

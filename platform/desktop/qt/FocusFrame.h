@@ -3,9 +3,9 @@
 
 #include <QFocusFrame>
 
-namespace tessaly {
+namespace tessaly::qt {
 
-class QtFocusFrame final : public QFocusFrame {
+class FocusFrame final : public QFocusFrame {
 public:
     using QFocusFrame::QFocusFrame;
 
@@ -13,4 +13,4 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 };
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -6,7 +6,7 @@
 #include <QShortcut>
 #include <QUrl>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 namespace {
 
@@ -14,7 +14,7 @@ constexpr QSize InitialSize(820, 680);
 
 } // namespace
 
-QtHelpWindow::QtHelpWindow() {
+HelpWindow::HelpWindow() {
     mText.resize(InitialSize);
     mText.setOpenExternalLinks(true);
     const auto* const escape = new QShortcut(QKeySequence(QKeySequence::Cancel), &mText); // the window's own
@@ -23,11 +23,11 @@ QtHelpWindow::QtHelpWindow() {
                      [this] { mText.setWindowTitle(mText.documentTitle()); });
 }
 
-void QtHelpWindow::Show(const std::string& path) {
+void HelpWindow::Show(const std::string& path) {
     mText.setSource(QUrl::fromLocalFile(ToQt(path)));
     mText.show();
     mText.raise();
     mText.activateWindow();
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

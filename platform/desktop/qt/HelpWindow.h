@@ -4,11 +4,11 @@
 #include <QTextBrowser>
 #include <string>
 
-namespace tessaly {
+namespace tessaly::qt {
 
-class QtHelpWindow {
+class HelpWindow {
 public:
-    QtHelpWindow();
+    HelpWindow();
 
     // Shows the HTML file `path` and comes to the front.
     void Show(const std::string& path);
@@ -19,4 +19,4 @@ private:
     QTextBrowser mText;
 };
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 namespace {
 
@@ -63,4 +63,4 @@ int ShiftState(Qt::KeyboardModifiers modifiers) {
            (modifiers.testFlag(Qt::AltModifier) ? 4 : 0);
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -3,7 +3,7 @@
 
 #include <QKeyEvent>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 // The virtual-key code of a key; 255, Windows' code for none of its own, for one that Windows does not have.
 int VirtualKey(const QKeyEvent& event);
@@ -11,4 +11,4 @@ int VirtualKey(const QKeyEvent& event);
 // 1 Shift, 2 Ctrl, 4 Alt, added up.
 int ShiftState(Qt::KeyboardModifiers modifiers);
 
-} // namespace tessaly
+} // namespace tessaly::qt

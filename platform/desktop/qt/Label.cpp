@@ -1,13 +1,13 @@
 // A label.
 #include "platform/desktop/qt/Label.h"
 
-namespace tessaly {
+namespace tessaly::qt {
 
-QtLabel::QtLabel(QWidget* parent, QtFocus* focus) : QtControl(focus, mLabel, QtKeyboard::Unused), mLabel(parent) {
+Label::Label(QWidget* parent, Focus* focus) : Control(focus, mLabel, Keyboard::Unused), mLabel(parent) {
     mLabel.setTextFormat(Qt::PlainText);
 }
 
-void QtLabel::SetCaption(std::string_view caption) {
+void Label::SetCaption(std::string_view caption) {
     mCaption = caption;
     QString text = ToQt(caption);
     if (mLabel.buddy() != nullptr) {
@@ -18,4 +18,4 @@ void QtLabel::SetCaption(std::string_view caption) {
     mLabel.setText(text);
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

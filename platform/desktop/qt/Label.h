@@ -8,11 +8,11 @@
 #include <string>
 #include <string_view>
 
-namespace tessaly {
+namespace tessaly::qt {
 
-class QtLabel final : public QtControl<Label> {
+class Label final : public Control<tessaly::Label> {
 public:
-    explicit QtLabel(QWidget* parent, QtFocus* focus = nullptr);
+    explicit Label(QWidget* parent, Focus* focus = nullptr);
 
     std::string Caption() const override { return mCaption; }
     void SetCaption(std::string_view caption) override;
@@ -28,4 +28,4 @@ private:
     std::string mCaption;
 };
 
-} // namespace tessaly
+} // namespace tessaly::qt

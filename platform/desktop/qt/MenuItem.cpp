@@ -6,41 +6,41 @@
 #include <algorithm>
 #include <stdexcept>
 
-namespace tessaly {
+namespace tessaly::qt {
 
-bool QtMenu::event(QEvent* event) {
+bool Menu::event(QEvent* event) {
     const FocusEvents::Command command(mFocus, FocusEvents::Keyboard::Stays);
     return QMenu::event(event);
 }
 
-QtMenuItem::QtMenuItem(FocusEvents& focus, std::string_view name) : mFocus(focus), mName(name) {
+MenuItem::MenuItem(FocusEvents& focus, std::string_view name) : mFocus(focus), mName(name) {
     mAction.setObjectName(ToQt(name));
     mAction.setMenuRole(QAction::NoRole);
     SetCaption(name);
     QObject::connect(&mAction, &QAction::triggered, &mAction, [this] { Choose(); });
 }
 
-void QtMenuItem::SetCaption(std::string_view caption) {
+void MenuItem::SetCaption(std::string_view caption) {
     mCaption = caption;
     mAction.setText(ToQt(caption));
 }
 
-void QtMenuItem::SetChecked(bool checked) {
+void MenuItem::SetChecked(bool checked) {
     mIsChecked = checked;
     mAction.setCheckable(checked);
     mAction.setChecked(checked);
 }
 
-QMenu& QtMenuItem::DropDown() {
+QMenu& MenuItem::DropDown() {
     if (!mDropDown) {
-        mDropDown = std::make_unique<QtMenu>(mFocus);
+        mDropDown = std::make_unique<Menu>(mFocus);
         mAction.setMenu(mDropDown.get());
     }
     return *mDropDown;
 }
 
 // Qt turns the check mark over before it tells; what is checked is the program's to say.
-void QtMenuItem::Choose() {
+void MenuItem::Choose() {
     SetChecked(mIsChecked);
     const FocusEvents::Command command(mFocus, FocusEvents::Keyboard::IsTaken);
     if (!mDropDown && onClick) {
@@ -48,23 +48,23 @@ void QtMenuItem::Choose() {
     }
 }
 
-MenuItem& QtMenus::Add(MenuItem* parent, std::string_view name) {
+tessaly::MenuItem& Menus::Add(tessaly::MenuItem* parent, std::string_view name) {
     if (std::any_of(mItems.begin(), mItems.end(), [name](const auto& item) { return item->Name() == name; })) {
         throw std::invalid_argument("the menu name is taken");
     }
-    mItems.push_back(std::make_unique<QtMenuItem>(mFocus, name));
-    QtMenuItem& item = *mItems.back();
+    mItems.push_back(std::make_unique<MenuItem>(mFocus, name));
+    MenuItem& item = *mItems.back();
     if (parent == nullptr) {
         item.DropDown();
         mBar.addAction(&item.Action());
     } else {
-        static_cast<QtMenuItem*>(parent)->DropDown().addAction(&item.Action());
+        static_cast<MenuItem*>(parent)->DropDown().addAction(&item.Action());
     }
     return item;
 }
 
-void QtMenus::AddSeparator(MenuItem& parent) {
-    static_cast<QtMenuItem&>(parent).DropDown().addSeparator();
+void Menus::AddSeparator(tessaly::MenuItem& parent) {
+    static_cast<MenuItem&>(parent).DropDown().addSeparator();
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -13,12 +13,12 @@
 #include <string_view>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 // A drop-down, which is closed before it tells what was chosen: all that it does for a key or a click is one command.
-class QtMenu final : public QMenu {
+class Menu final : public QMenu {
 public:
-    explicit QtMenu(FocusEvents& focus) : mFocus(focus) {}
+    explicit Menu(FocusEvents& focus) : mFocus(focus) {}
 
 protected:
     bool event(QEvent* event) override;
@@ -27,9 +27,9 @@ private:
     FocusEvents& mFocus;
 };
 
-class QtMenuItem final : public MenuItem {
+class MenuItem final : public tessaly::MenuItem {
 public:
-    QtMenuItem(FocusEvents& focus, std::string_view name);
+    MenuItem(FocusEvents& focus, std::string_view name);
 
     std::string Name() const override { return mName; }
     std::string Caption() const override { return mCaption; }
@@ -50,22 +50,22 @@ private:
     std::string mCaption;
     bool mIsChecked = false;
     QAction mAction;
-    std::unique_ptr<QtMenu> mDropDown;
+    std::unique_ptr<Menu> mDropDown;
 };
 
 // All menus of a window.
-class QtMenus {
+class Menus {
 public:
-    QtMenus(QMenuBar& bar, FocusEvents& focus) : mBar(bar), mFocus(focus) {}
+    Menus(QMenuBar& bar, FocusEvents& focus) : mBar(bar), mFocus(focus) {}
 
     // As Desktop::AddMenu and Desktop::AddMenuSeparator.
-    MenuItem& Add(MenuItem* parent, std::string_view name);
-    void AddSeparator(MenuItem& parent);
+    tessaly::MenuItem& Add(tessaly::MenuItem* parent, std::string_view name);
+    void AddSeparator(tessaly::MenuItem& parent);
 
 private:
     QMenuBar& mBar;
     FocusEvents& mFocus;
-    std::vector<std::unique_ptr<QtMenuItem>> mItems;
+    std::vector<std::unique_ptr<MenuItem>> mItems;
 };
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -12,7 +12,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 namespace {
 
@@ -42,13 +42,13 @@ void Enlarge(QWidget& widget, double factor) {
 
 } // namespace
 
-QtDialog::QtDialog(QWidget& owner)
+Dialog::Dialog(QWidget& owner)
     : QDialog(&owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint) {
     setWindowModality(Qt::WindowModal); // the help stays usable
 }
 
 // Qt's own middle would be that of the owner and its frame without the frame of the dialog.
-void QtDialog::Run() {
+void Dialog::Run() {
     adjustSize();
     const QWidget& owner = *parentWidget();
     const QRect screen = owner.screen()->availableGeometry();
@@ -62,17 +62,17 @@ void QtDialog::Run() {
     exec();
 }
 
-void QtDialog::reject() {
+void Dialog::reject() {
     Raise(onEscape);
 }
 
-void QtDialog::closeEvent(QCloseEvent* event) {
+void Dialog::closeEvent(QCloseEvent* event) {
     Raise(onClose);
     event->accept();
     hide();
 }
 
-void QtDialog::keyPressEvent(QKeyEvent* event) {
+void Dialog::keyPressEvent(QKeyEvent* event) {
     if (!onPress) {
         QDialog::keyPressEvent(event);
     } else if (!event->isAutoRepeat() && !IsModifierKey(VirtualKey(*event))) {
@@ -83,7 +83,7 @@ void QtDialog::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-QtNameWindow::QtNameWindow(QWidget& owner, std::function<void()> onHelp) : mDialog(owner) {
+NameWindow::NameWindow(QWidget& owner, std::function<void()> onHelp) : mDialog(owner) {
     mDialog.onHelp = std::move(onHelp);
     mLabel.SetBuddy(mName);
     mLabel.Widget().setWordWrap(true);
@@ -104,16 +104,16 @@ QtNameWindow::QtNameWindow(QWidget& owner, std::function<void()> onHelp) : mDial
     mDialog.onClose = [this] { Raise(onCancel); };
 }
 
-void QtNameWindow::SetCancelCaption(std::string_view caption) {
+void NameWindow::SetCancelCaption(std::string_view caption) {
     mButtons.button(QDialogButtonBox::Cancel)->setText(ToQt(caption));
 }
 
-void QtNameWindow::ShowModal() {
+void NameWindow::ShowModal() {
     mName.setFocus(Qt::OtherFocusReason);
     mDialog.Run();
 }
 
-QtSplashWindow::QtSplashWindow(QWidget& owner, std::function<void()> onHelp) : mDialog(owner) {
+SplashWindow::SplashWindow(QWidget& owner, std::function<void()> onHelp) : mDialog(owner) {
     mDialog.onHelp = std::move(onHelp);
     mFrame.setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
     mDialogLayout.addWidget(&mFrame);
@@ -121,7 +121,7 @@ QtSplashWindow::QtSplashWindow(QWidget& owner, std::function<void()> onHelp) : m
     mLogo.setPixmap(Logo().pixmap(QSize(LogoSize, LogoSize), owner.devicePixelRatioF()));
     mLayout.addWidget(&mLogo, 0, Qt::AlignHCenter);
     Enlarge(mProductName.Widget(), 1.5);
-    for (QtLabel* const label : {&mCompanyProduct, &mProductName, &mVersion, &mPlatform, &mCompany, &mCopyright}) {
+    for (Label* const label : {&mCompanyProduct, &mProductName, &mVersion, &mPlatform, &mCompany, &mCopyright}) {
         mLayout.addWidget(&label->Widget(), 0, Qt::AlignHCenter);
     }
     mDialogLayout.setSizeConstraint(QLayout::SetFixedSize);
@@ -129,18 +129,18 @@ QtSplashWindow::QtSplashWindow(QWidget& owner, std::function<void()> onHelp) : m
     mDialog.onPress = [this] { Raise(onKeyPress); };
 }
 
-void QtSplashWindow::ShowModal() {
+void SplashWindow::ShowModal() {
     mDialog.Run();
 }
 
-void QtSplashWindow::Frame::mousePressEvent(QMouseEvent* event) {
+void SplashWindow::Frame::mousePressEvent(QMouseEvent* event) {
     mIsPressed = event->button() == Qt::LeftButton;
 }
 
-void QtSplashWindow::Frame::mouseReleaseEvent(QMouseEvent* event) {
+void SplashWindow::Frame::mouseReleaseEvent(QMouseEvent* event) {
     if (std::exchange(mIsPressed, false) && event->button() == Qt::LeftButton && rect().contains(event->pos())) {
         Raise(onClick);
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -11,12 +11,12 @@
 #include <QVBoxLayout>
 #include <functional>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 // A dialog whose ways out are told to somebody, who decides.
-class QtDialog final : public QDialog {
+class Dialog final : public QDialog {
 public:
-    explicit QtDialog(QWidget& owner);
+    explicit Dialog(QWidget& owner);
 
     // An empty one is a blank: the name of the program would stand in its place.
     void SetCaption(std::string_view caption) { setWindowTitle(caption.empty() ? QStringLiteral(" ") : ToQt(caption)); }
@@ -36,38 +36,38 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 };
 
-class QtNameWindow final : public NameWindow {
+class NameWindow final : public tessaly::NameWindow {
 public:
-    QtNameWindow(QWidget& owner, std::function<void()> onHelp);
+    NameWindow(QWidget& owner, std::function<void()> onHelp);
 
     void SetCaption(std::string_view caption) override { mDialog.SetCaption(caption); }
     void ShowModal() override;
     void Hide() override { mDialog.hide(); }
-    Label& NameLabel() override { return mLabel; }
+    tessaly::Label& NameLabel() override { return mLabel; }
     void SetCancelCaption(std::string_view caption) override;
     std::string FuncVarName() const override { return FromQt(mName.text()); }
 
 private:
-    QtDialog mDialog;
+    Dialog mDialog;
     QVBoxLayout mLayout{&mDialog};
-    QtLabel mLabel{&mDialog};
+    Label mLabel{&mDialog};
     QLineEdit mName{&mDialog};
     QDialogButtonBox mButtons{QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &mDialog};
 };
 
-class QtSplashWindow final : public SplashWindow {
+class SplashWindow final : public tessaly::SplashWindow {
 public:
-    QtSplashWindow(QWidget& owner, std::function<void()> onHelp);
+    SplashWindow(QWidget& owner, std::function<void()> onHelp);
 
     void SetCaption(std::string_view caption) override { mDialog.SetCaption(caption); }
     void ShowModal() override;
     void Hide() override { mDialog.hide(); }
-    Label& LblVersion() override { return mVersion; }
-    Label& LblPlatform() override { return mPlatform; }
-    Label& LblCompany() override { return mCompany; }
-    Label& LblCopyright() override { return mCopyright; }
-    Label& LblCompanyProduct() override { return mCompanyProduct; }
-    Label& LblProductName() override { return mProductName; }
+    tessaly::Label& LblVersion() override { return mVersion; }
+    tessaly::Label& LblPlatform() override { return mPlatform; }
+    tessaly::Label& LblCompany() override { return mCompany; }
+    tessaly::Label& LblCopyright() override { return mCopyright; }
+    tessaly::Label& LblCompanyProduct() override { return mCompanyProduct; }
+    tessaly::Label& LblProductName() override { return mProductName; }
 
 private:
     // Tells of clicks on itself and on the labels in it.
@@ -84,17 +84,17 @@ private:
         bool mIsPressed = false;
     };
 
-    QtDialog mDialog;
+    Dialog mDialog;
     QVBoxLayout mDialogLayout{&mDialog};
     Frame mFrame{&mDialog};
     QVBoxLayout mLayout{&mFrame};
     QLabel mLogo{&mFrame};
-    QtLabel mCompanyProduct{&mFrame};
-    QtLabel mProductName{&mFrame};
-    QtLabel mVersion{&mFrame};
-    QtLabel mPlatform{&mFrame};
-    QtLabel mCompany{&mFrame};
-    QtLabel mCopyright{&mFrame};
+    Label mCompanyProduct{&mFrame};
+    Label mProductName{&mFrame};
+    Label mVersion{&mFrame};
+    Label mPlatform{&mFrame};
+    Label mCompany{&mFrame};
+    Label mCopyright{&mFrame};
 };
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -11,7 +11,7 @@
 #include <algorithm>
 #include <memory>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 namespace {
 
@@ -80,7 +80,7 @@ void Widen(QMessageBox& box) {
 
 } // namespace
 
-MsgResult QtMsgBox::Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) {
+MsgResult MsgBox::Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) {
     if (mIsSilent) {
         return AnswerOfNobody(buttons);
     }
@@ -103,4 +103,4 @@ MsgResult QtMsgBox::Show(std::string_view text, std::string_view caption, MsgBut
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -5,12 +5,12 @@
 
 class QWidget;
 
-namespace tessaly {
+namespace tessaly::qt {
 
-class QtMsgBox final : public MsgBox {
+class MsgBox final : public tessaly::MsgBox {
 public:
     // A box stands over `window` where no other window is on top of that.
-    explicit QtMsgBox(QWidget& window) : mWindow(window) {}
+    explicit MsgBox(QWidget& window) : mWindow(window) {}
 
     MsgResult Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) override;
 
@@ -22,4 +22,4 @@ private:
     bool mIsSilent = false;
 };
 
-} // namespace tessaly
+} // namespace tessaly::qt

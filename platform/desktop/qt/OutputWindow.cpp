@@ -8,7 +8,7 @@
 #include <QScrollBar>
 #include <algorithm>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 namespace {
 
@@ -19,7 +19,7 @@ constexpr qint64 MostBytes = qint64{1024} * 1024;
 
 } // namespace
 
-QtOutputWindow::QtOutputWindow(QWidget& owner) : mText(&owner) {
+OutputWindow::OutputWindow(QWidget& owner) : mText(&owner) {
     mText.setWindowFlags(Qt::Window);
     mText.setAttribute(Qt::WA_ShowWithoutActivating);
     mText.setReadOnly(true);
@@ -29,7 +29,7 @@ QtOutputWindow::QtOutputWindow(QWidget& owner) : mText(&owner) {
     QObject::connect(&mWatcher, &QFileSystemWatcher::fileChanged, &mText, [this] { Read(); });
 }
 
-void QtOutputWindow::Follow(const std::string& path) {
+void OutputWindow::Follow(const std::string& path) {
     if (!mPath.isEmpty()) {
         mWatcher.removePath(mPath);
     }
@@ -41,7 +41,7 @@ void QtOutputWindow::Follow(const std::string& path) {
     Read();
 }
 
-void QtOutputWindow::Read() {
+void OutputWindow::Read() {
     QFile file(mPath);
     if (!file.open(QIODevice::ReadOnly)) {
         return;
@@ -55,4 +55,4 @@ void QtOutputWindow::Read() {
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

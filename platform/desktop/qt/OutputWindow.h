@@ -7,11 +7,11 @@
 #include <QPlainTextEdit>
 #include <string>
 
-namespace tessaly {
+namespace tessaly::qt {
 
-class QtOutputWindow {
+class OutputWindow {
 public:
-    explicit QtOutputWindow(QWidget& owner);
+    explicit OutputWindow(QWidget& owner);
 
     // Shows the file `path` from now on, in place of the one before. The window of the one before goes.
     void Follow(const std::string& path);
@@ -26,4 +26,4 @@ private:
     QString mPath;
 };
 
-} // namespace tessaly
+} // namespace tessaly::qt

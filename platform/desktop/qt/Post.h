@@ -4,7 +4,7 @@
 #include <QObject>
 #include <functional>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 // Has `action` done when the event loop comes to it, unless `object` is gone by then.
 inline void Post([[maybe_unused]] QObject& object, [[maybe_unused]] const std::function<void()>& action) {
@@ -13,4 +13,4 @@ inline void Post([[maybe_unused]] QObject& object, [[maybe_unused]] const std::f
 #endif
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

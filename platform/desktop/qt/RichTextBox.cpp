@@ -14,7 +14,7 @@
 #include <memory>
 #include <utility>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 namespace {
 
@@ -81,17 +81,17 @@ QString FromClipboard(const QString& text) {
 
 } // namespace
 
-QtPlainTextEdit::QtPlainTextEdit(QWidget* parent) : QPlainTextEdit(parent) {
+PlainTextEdit::PlainTextEdit(QWidget* parent) : QPlainTextEdit(parent) {
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setLineWrapMode(QPlainTextEdit::NoWrap);
     UpdateColours();
 }
 
-QString QtPlainTextEdit::ExactText() const {
+QString PlainTextEdit::ExactText() const {
     return FromDocument(document()->toRawText());
 }
 
-void QtPlainTextEdit::SetGrey(bool grey) {
+void PlainTextEdit::SetGrey(bool grey) {
     mIsGrey = grey;
     QPalette colours;
     if (grey) {
@@ -101,7 +101,7 @@ void QtPlainTextEdit::SetGrey(bool grey) {
 }
 
 // Shift and Enter would put in a line separator, which is no line break in a file.
-void QtPlainTextEdit::keyPressEvent(QKeyEvent* event) {
+void PlainTextEdit::keyPressEvent(QKeyEvent* event) {
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && event->modifiers() == Qt::ShiftModifier) {
         QKeyEvent plain(event->type(), event->key(), Qt::NoModifier, event->text(), event->isAutoRepeat());
         QPlainTextEdit::keyPressEvent(&plain);
@@ -112,7 +112,7 @@ void QtPlainTextEdit::keyPressEvent(QKeyEvent* event) {
 }
 
 // Only what is about to be seen is coloured, so a large text costs no more than a small one.
-void QtPlainTextEdit::paintEvent(QPaintEvent* event) {
+void PlainTextEdit::paintEvent(QPaintEvent* event) {
     QTextBlock last = firstVisibleBlock();
     const int lines = viewport()->height() / std::max(fontMetrics().lineSpacing(), 1) + 1;
     for (int line = 0; line < lines && last.next().isValid(); ++line) {
@@ -122,7 +122,7 @@ void QtPlainTextEdit::paintEvent(QPaintEvent* event) {
     QPlainTextEdit::paintEvent(event);
 }
 
-void QtPlainTextEdit::changeEvent(QEvent* event) {
+void PlainTextEdit::changeEvent(QEvent* event) {
     QPlainTextEdit::changeEvent(event);
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange) {
         UpdateColours();
@@ -130,11 +130,11 @@ void QtPlainTextEdit::changeEvent(QEvent* event) {
 }
 
 // A file that is dragged here is for the window.
-bool QtPlainTextEdit::canInsertFromMimeData(const QMimeData* source) const {
+bool PlainTextEdit::canInsertFromMimeData(const QMimeData* source) const {
     return source->hasText() && !source->hasUrls();
 }
 
-void QtPlainTextEdit::insertFromMimeData(const QMimeData* source) {
+void PlainTextEdit::insertFromMimeData(const QMimeData* source) {
     if (!isReadOnly() && source->hasText()) {
         setFocus(Qt::OtherFocusReason); // text can be dropped here while the focus is elsewhere
         textCursor().insertText(FromClipboard(source->text()));
@@ -142,30 +142,28 @@ void QtPlainTextEdit::insertFromMimeData(const QMimeData* source) {
     }
 }
 
-QMimeData* QtPlainTextEdit::createMimeDataFromSelection() const {
+QMimeData* PlainTextEdit::createMimeDataFromSelection() const {
     auto mime = std::make_unique<QMimeData>();
     mime->setText(FromDocument(textCursor().selectedText()));
     return mime.release(); // the clipboard's own from here on
 }
 
-void QtPlainTextEdit::UpdateColours() {
+void PlainTextEdit::UpdateColours() {
     mColouring.SetDark(palette().color(QPalette::Base).lightness() < 128);
     viewport()->update();
 }
 
-QtRichTextBox::QtRichTextBox(QWidget* parent, QtFocus& focus)
-    : QtControl(&focus, mEdit, QtKeyboard::Used),
-      mEdit(parent) {
+RichTextBox::RichTextBox(QWidget* parent, Focus& focus) : Control(&focus, mEdit, Keyboard::Used), mEdit(parent) {
     QObject::connect(mEdit.document(), &QTextDocument::contentsChange, &mEdit,
                      [this](int position, int removed, int added) { FollowChange(position, removed, added); });
     QObject::connect(mEdit.document(), &QTextDocument::contentsChanged, &mEdit, [this] { TellChange(); });
 }
 
-std::string QtRichTextBox::Text() const {
+std::string RichTextBox::Text() const {
     return mBreaks.Apply(FromQt(mEdit.ExactText()));
 }
 
-void QtRichTextBox::SetText(std::string_view text) {
+void RichTextBox::SetText(std::string_view text) {
     BreakList breaks;
     const QString shown = ToDocument(ToQt(breaks.Set(text)));
     CheckMemory(shown);
@@ -179,7 +177,7 @@ void QtRichTextBox::SetText(std::string_view text) {
     }
 }
 
-void QtRichTextBox::SetFuncBodyAvailable(bool available) {
+void RichTextBox::SetFuncBodyAvailable(bool available) {
     if (mFuncBodyAvailable == available) {
         return;
     }
@@ -189,12 +187,12 @@ void QtRichTextBox::SetFuncBodyAvailable(bool available) {
     UpdateFocusPolicy();
 }
 
-float QtRichTextBox::CharacterWidth() const {
+float RichTextBox::CharacterWidth() const {
     return static_cast<float>(QFontMetricsF(mEdit.font()).horizontalAdvance(u'0')) * TwipsInPixel;
 }
 
 // Behind the last stop they go on as far apart as the last two are.
-void QtRichTextBox::SetTabStops(const std::vector<float>& stops) {
+void RichTextBox::SetTabStops(const std::vector<float>& stops) {
     QTextOption option = mEdit.document()->defaultTextOption();
     QList<QTextOption::Tab> tabs;
     for (const float stop : stops) {
@@ -209,20 +207,20 @@ void QtRichTextBox::SetTabStops(const std::vector<float>& stops) {
     mEdit.document()->setDefaultTextOption(option);
 }
 
-void QtRichTextBox::LoseFocus() {
+void RichTextBox::LoseFocus() {
     if (onLostFocus) {
         onLostFocus();
     }
 }
 
-void QtRichTextBox::GainFocus() {
+void RichTextBox::GainFocus() {
     if (onGotFocus) {
         onGotFocus();
     }
 }
 
 // Where only breaks went in or out beside others, the last of the row are taken for those that came or went.
-void QtRichTextBox::FollowChange(int position, int removed, int added) {
+void RichTextBox::FollowChange(int position, int removed, int added) {
     if (mIsSetting) {
         return;
     }
@@ -244,14 +242,14 @@ void QtRichTextBox::FollowChange(int position, int removed, int added) {
     mIsChanged = true;
 }
 
-void QtRichTextBox::TellChange() {
+void RichTextBox::TellChange() {
     if (!std::exchange(mIsChanged, false)) {
         return;
     }
-    Focus().UpdateInUse();
+    WindowFocus().UpdateInUse();
     if (onChange) {
         onChange();
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

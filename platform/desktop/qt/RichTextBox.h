@@ -11,13 +11,13 @@
 #include <string_view>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 // An editor for plain text of which every character counts: those that Qt takes for line breaks of its own, and those
 // that it changes on the way to the clipboard.
-class QtPlainTextEdit final : public QPlainTextEdit {
+class PlainTextEdit final : public QPlainTextEdit {
 public:
-    explicit QtPlainTextEdit(QWidget* parent);
+    explicit PlainTextEdit(QWidget* parent);
 
     // The text, with LF as its only line break.
     QString ExactText() const;
@@ -35,13 +35,13 @@ protected:
 private:
     void UpdateColours();
 
-    QtColouring mColouring{*document()};
+    Colouring mColouring{*document()};
     bool mIsGrey = false;
 };
 
-class QtRichTextBox final : public QtControl<RichTextBox> {
+class RichTextBox final : public Control<tessaly::RichTextBox> {
 public:
-    QtRichTextBox(QWidget* parent, QtFocus& focus);
+    RichTextBox(QWidget* parent, Focus& focus);
 
     std::string Text() const override;
     void SetText(std::string_view text) override;
@@ -54,14 +54,14 @@ public:
     void LoseFocus() override;
     void GainFocus() override;
 
-    QtPlainTextEdit& Widget() { return mEdit; }
-    const QtPlainTextEdit& Widget() const { return mEdit; }
+    PlainTextEdit& Widget() { return mEdit; }
+    const PlainTextEdit& Widget() const { return mEdit; }
 
 private:
     void FollowChange(int position, int removed, int added);
     void TellChange();
 
-    QtPlainTextEdit mEdit;
+    PlainTextEdit mEdit;
     BreakList mBreaks;
     int mBlockCount = 1;
     bool mIsSetting = false; // the program is putting in a text
@@ -69,4 +69,4 @@ private:
     bool mFuncBodyAvailable = true;
 };
 
-} // namespace tessaly
+} // namespace tessaly::qt

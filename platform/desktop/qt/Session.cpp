@@ -3,16 +3,16 @@
 #include <QApplication>
 #include <QSessionManager>
 
-namespace tessaly {
+namespace tessaly::qt {
 
-QtSession::QtSession(QtDesktop& desktop) : mDesktop(desktop) {
+Session::Session(Desktop& desktop) : mDesktop(desktop) {
     qApp->installEventFilter(this);
     QObject::connect(
         qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& manager) { Commit(manager); },
         Qt::DirectConnection);
 }
 
-bool QtSession::eventFilter(QObject* object, QEvent* event) {
+bool Session::eventFilter(QObject* object, QEvent* event) {
     if (object != qApp || event->type() != QEvent::Quit) {
         return QObject::eventFilter(object, event);
     }
@@ -23,7 +23,7 @@ bool QtSession::eventFilter(QObject* object, QEvent* event) {
 
 // Without leave to ask, nothing is done here: the session may still go on, and with it the program. A question that is
 // open already is to be answered first.
-void QtSession::Commit(QSessionManager& manager) {
+void Session::Commit(QSessionManager& manager) {
     manager.setRestartHint(QSessionManager::RestartNever);
     if (!manager.allowsInteraction()) {
         return;
@@ -36,4 +36,4 @@ void QtSession::Commit(QSessionManager& manager) {
     manager.release();
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -8,11 +8,11 @@
 
 class QSessionManager;
 
-namespace tessaly {
+namespace tessaly::qt {
 
-class QtSession final : public QObject {
+class Session final : public QObject {
 public:
-    explicit QtSession(QtDesktop& desktop);
+    explicit Session(Desktop& desktop);
 
     // Sees the word to end, which Qt would take for a click on the close button.
     bool eventFilter(QObject* object, QEvent* event) override;
@@ -20,7 +20,7 @@ public:
 private:
     void Commit(QSessionManager& manager);
 
-    QtDesktop& mDesktop;
+    Desktop& mDesktop;
 };
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -7,7 +7,7 @@
 #include <QStyleOption>
 #include <algorithm>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 namespace {
 
@@ -16,7 +16,7 @@ constexpr int Margin = 8;
 
 } // namespace
 
-void QtPanel::paintEvent(QPaintEvent*) {
+void Panel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const QRect place = rect().adjusted(Margin, 0, 0, 0);
     painter.setPen(palette().color(QPalette::WindowText));
@@ -24,12 +24,12 @@ void QtPanel::paintEvent(QPaintEvent*) {
                      fontMetrics().elidedText(text(), Qt::ElideMiddle, place.width()));
 }
 
-void QtBar::paintEvent(QPaintEvent*) {
+void Bar::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(0, 0, width(), 1, Between(palette(), QPalette::Window, QPalette::WindowText));
 }
 
-QtStatusBar::QtStatusBar(QWidget* parent, QtFocus& focus) : QtControl(&focus, mBar, QtKeyboard::Unused), mBar(parent) {
+StatusBar::StatusBar(QWidget* parent, Focus& focus) : Control(&focus, mBar, Keyboard::Unused), mBar(parent) {
     mBar.setSizeGripEnabled(false);
     mBar.setAutoFillBackground(true);
     mBar.addWidget(&mRow, 1);
@@ -37,8 +37,8 @@ QtStatusBar::QtStatusBar(QWidget* parent, QtFocus& focus) : QtControl(&focus, mB
     mLayout.setSpacing(0);
 }
 
-void QtStatusBar::AddPanel() {
-    auto label = std::make_unique<QtPanel>();
+void StatusBar::AddPanel() {
+    auto label = std::make_unique<Panel>();
     label->setTextFormat(Qt::PlainText);
     label->setFixedWidth(FixedWidth);
     mLayout.addWidget(label.get(), 0);
@@ -46,20 +46,20 @@ void QtStatusBar::AddPanel() {
     mPanels.push_back({{}, std::move(label)});
 }
 
-float QtStatusBar::PreferredHeight() const {
+float StatusBar::PreferredHeight() const {
     return ToTwips(std::max(mBar.sizeHint().height(), mBar.fontMetrics().height() + Margin));
 }
 
-void QtStatusBar::SetPanelSpring(std::int32_t number) {
-    QtPanel& label = *Panel(number).label;
+void StatusBar::SetPanelSpring(std::int32_t number) {
+    Panel& label = *At(number).label;
     label.setMinimumWidth(0);
     label.setMaximumWidth(QWIDGETSIZE_MAX);
     label.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     mLayout.setStretchFactor(&label, 1);
 }
 
-void QtStatusBar::SetPanelText(std::int32_t number, std::string_view text) {
-    const OnePanel& panel = Panel(number);
+void StatusBar::SetPanelText(std::int32_t number, std::string_view text) {
+    const OnePanel& panel = At(number);
     mPanels[static_cast<std::size_t>(number) - 1].text = text;
     panel.label->setText(ToQt(text));
     const QString markup = QStringLiteral("<p style='white-space:pre'>%1</p>").arg(ToQt(text).toHtmlEscaped());
@@ -67,8 +67,8 @@ void QtStatusBar::SetPanelText(std::int32_t number, std::string_view text) {
 }
 
 // A number below 1 becomes one far behind the end.
-const QtStatusBar::OnePanel& QtStatusBar::Panel(std::int32_t number) const {
+const StatusBar::OnePanel& StatusBar::At(std::int32_t number) const {
     return mPanels.at(static_cast<std::size_t>(number) - 1);
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

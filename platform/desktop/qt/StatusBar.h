@@ -12,10 +12,10 @@
 #include <string_view>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 // A label that leaves out the middle of a text that is too long for it.
-class QtPanel final : public QLabel {
+class Panel final : public QLabel {
 public:
     using QLabel::QLabel;
 
@@ -24,7 +24,7 @@ protected:
 };
 
 // Qt's bar, with a line above it.
-class QtBar final : public QStatusBar {
+class Bar final : public QStatusBar {
 public:
     using QStatusBar::QStatusBar;
 
@@ -32,34 +32,34 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 };
 
-class QtStatusBar final : public QtControl<StatusBar> {
+class StatusBar final : public Control<tessaly::StatusBar> {
 public:
-    QtStatusBar(QWidget* parent, QtFocus& focus);
+    StatusBar(QWidget* parent, Focus& focus);
 
     void AddPanel() override;
     std::int32_t PanelCount() const override { return static_cast<std::int32_t>(mPanels.size()); }
     float PreferredHeight() const override;
     void SetPanelSpring(std::int32_t number) override;
-    std::string PanelText(std::int32_t number) const override { return Panel(number).text; }
+    std::string PanelText(std::int32_t number) const override { return At(number).text; }
     void SetPanelText(std::int32_t number, std::string_view text) override;
 
     QWidget& Widget() { return mBar; }
 
     // What Qt shows for a panel. Throws std::out_of_range when there is none.
-    const QWidget& PanelWidget(std::int32_t number) const { return *Panel(number).label; }
+    const QWidget& PanelWidget(std::int32_t number) const { return *At(number).label; }
 
 private:
     struct OnePanel {
         std::string text;
-        std::unique_ptr<QtPanel> label;
+        std::unique_ptr<Panel> label;
     };
 
-    const OnePanel& Panel(std::int32_t number) const;
+    const OnePanel& At(std::int32_t number) const;
 
-    QtBar mBar;
+    Bar mBar;
     QWidget mRow; // of panels
     QHBoxLayout mLayout{&mRow};
     std::vector<OnePanel> mPanels;
 };
 
-} // namespace tessaly
+} // namespace tessaly::qt

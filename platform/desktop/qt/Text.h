@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 inline constexpr float TwipsInPixel = 15;
 
@@ -27,4 +27,4 @@ inline float ToTwips(int pixels) {
     return static_cast<float>(pixels) * TwipsInPixel;
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

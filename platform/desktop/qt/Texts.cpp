@@ -5,7 +5,7 @@
 #include <iterator>
 #include <string_view>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 namespace {
 
@@ -120,10 +120,10 @@ constexpr Entry Entries[] = {
 
 } // namespace
 
-QString QtTexts::translate(const char*, const char* text, const char*, int) const {
+QString Texts::translate(const char*, const char* text, const char*, int) const {
     const auto* const entry = std::find_if(std::begin(Entries), std::end(Entries),
                                            [text](const Entry& each) { return each.english == text; });
     return entry != std::end(Entries) && mIsGerman() ? QString::fromUtf8(entry->german) : QString();
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -5,12 +5,12 @@
 #include <functional>
 #include <utility>
 
-namespace tessaly {
+namespace tessaly::qt {
 
-class QtTexts final : public QTranslator {
+class Texts final : public QTranslator {
 public:
     // `isGerman` tells the language of the moment; without German it is English, as Qt has it.
-    explicit QtTexts(std::function<bool()> isGerman) : mIsGerman(std::move(isGerman)) {}
+    explicit Texts(std::function<bool()> isGerman) : mIsGerman(std::move(isGerman)) {}
 
     bool isEmpty() const override { return false; }
     QString translate(const char* context, const char* text, const char* comment, int number) const override;
@@ -19,4 +19,4 @@ private:
     std::function<bool()> mIsGerman;
 };
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <utility>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 namespace {
 
@@ -27,11 +27,11 @@ const Picture& PictureAt(std::int32_t number) {
 
 } // namespace
 
-std::string QtImageList::Tag(std::int32_t number) const {
+std::string ImageList::Tag(std::int32_t number) const {
     return std::string(PictureAt(number).tag);
 }
 
-QtToolBar::QtToolBar(QWidget* parent, QtFocus& focus) : QtControl(&focus, mBar, QtKeyboard::Used), mBar(parent) {
+ToolBar::ToolBar(QWidget* parent, Focus& focus) : Control(&focus, mBar, Keyboard::Used), mBar(parent) {
     mBar.setIconSize(QSize(PictureSize, PictureSize));
     mBar.setFocusPolicy(Qt::NoFocus);
     QAction button{QIcon(), QString()}; // measured with one
@@ -39,11 +39,11 @@ QtToolBar::QtToolBar(QWidget* parent, QtFocus& focus) : QtControl(&focus, mBar, 
     mHeight = ToTwips(mBar.sizeHint().height());
 }
 
-void QtToolBar::Clear() {
+void ToolBar::Clear() {
     mButtons.clear(); // an action that goes takes its button along
 }
 
-void QtToolBar::AddButton(std::int32_t image, std::string_view tag) {
+void ToolBar::AddButton(std::int32_t image, std::string_view tag) {
     const Picture& picture = PictureAt(image);
     QIcon icon;
     for (const int size : {PictureSize, 2 * PictureSize}) {
@@ -56,7 +56,7 @@ void QtToolBar::AddButton(std::int32_t image, std::string_view tag) {
     QObject::connect(
         action.get(), &QAction::triggered, &mBar,
         [this, number] {
-            const FocusEvents::Command command(Focus().events, FocusEvents::Keyboard::IsTaken);
+            const FocusEvents::Command command(WindowFocus().events, FocusEvents::Keyboard::IsTaken);
             if (onButtonClick && number <= ButtonCount()) {
                 onButtonClick(number);
             }
@@ -66,31 +66,31 @@ void QtToolBar::AddButton(std::int32_t image, std::string_view tag) {
     UpdateFocusPolicy();
 }
 
-void QtToolBar::SetButtonTip(std::int32_t number, std::string_view tip) {
+void ToolBar::SetButtonTip(std::int32_t number, std::string_view tip) {
     At(number).action->setText(ToQt(tip));
 }
 
-std::string QtToolBar::ButtonTag(std::int32_t number) const {
+std::string ToolBar::ButtonTag(std::int32_t number) const {
     return At(number).tag;
 }
 
-void QtToolBar::TakeFocus() {
+void ToolBar::TakeFocus() {
     ButtonWidget(1).setFocus(Qt::OtherFocusReason);
 }
 
-QWidget& QtToolBar::ButtonWidget(std::int32_t number) const {
+QWidget& ToolBar::ButtonWidget(std::int32_t number) const {
     return *mBar.widgetForAction(At(number).action.get());
 }
 
-void QtToolBar::UpdateFocusPolicy() {
+void ToolBar::UpdateFocusPolicy() {
     for (const Button& button : mButtons) {
         mBar.widgetForAction(button.action.get())->setFocusPolicy(IsTabStop() ? Qt::TabFocus : Qt::NoFocus);
     }
 }
 
 // A number below 1 becomes one far behind the end.
-const QtToolBar::Button& QtToolBar::At(std::int32_t number) const {
+const ToolBar::Button& ToolBar::At(std::int32_t number) const {
     return mButtons.at(static_cast<std::size_t>(number) - 1);
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -11,16 +11,16 @@
 #include <string_view>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::qt {
 
-class QtImageList final : public ImageList {
+class ImageList final : public tessaly::ImageList {
 public:
     std::string Tag(std::int32_t number) const override;
 };
 
-class QtToolBar final : public QtControl<ToolBar> {
+class ToolBar final : public Control<tessaly::ToolBar> {
 public:
-    QtToolBar(QWidget* parent, QtFocus& focus);
+    ToolBar(QWidget* parent, Focus& focus);
 
     void Clear() override;
     void AddButton(std::int32_t image, std::string_view tag) override;
@@ -54,4 +54,4 @@ private:
     std::vector<Button> mButtons;
 };
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 namespace {
 
@@ -21,7 +21,7 @@ constexpr int ItemRole = Qt::UserRole;
 } // namespace
 
 // What is collapsed is selected in place of what it hides, which Qt would leave selected.
-QtTreeWidget::QtTreeWidget(QWidget* parent) : QTreeWidget(parent) {
+TreeWidget::TreeWidget(QWidget* parent) : QTreeWidget(parent) {
     connect(this, &QTreeWidget::itemCollapsed, this, [this](QTreeWidgetItem* collapsed) {
         const QTreeWidgetItem* above = Selected();
         while (above != nullptr && above != collapsed) {
@@ -34,18 +34,18 @@ QtTreeWidget::QtTreeWidget(QWidget* parent) : QTreeWidget(parent) {
     });
 }
 
-QTreeWidgetItem* QtTreeWidget::Selected() const {
+QTreeWidgetItem* TreeWidget::Selected() const {
     QTreeWidgetItem* const current = currentItem();
     return current != nullptr && current->isSelected() ? current : nullptr;
 }
 
-void QtTreeWidget::SelectNothing() {
+void TreeWidget::SelectNothing() {
     setCurrentItem(nullptr);
     clearSelection();
 }
 
 // A press on an item is told whether it was selected before or not; one on the arrow beside it is none.
-void QtTreeWidget::mousePressEvent(QMouseEvent* event) {
+void TreeWidget::mousePressEvent(QMouseEvent* event) {
     QTreeWidgetItem* pressed = nullptr;
     const QMetaObject::Connection connection =
         connect(this, &QTreeWidget::itemPressed, this, [&pressed](QTreeWidgetItem* item) { pressed = item; });
@@ -57,30 +57,30 @@ void QtTreeWidget::mousePressEvent(QMouseEvent* event) {
     TellCollapse();
 }
 
-void QtTreeWidget::mouseReleaseEvent(QMouseEvent* event) {
+void TreeWidget::mouseReleaseEvent(QMouseEvent* event) {
     QTreeWidget::mouseReleaseEvent(event);
     TellCollapse();
 }
 
-void QtTreeWidget::mouseDoubleClickEvent(QMouseEvent* event) {
+void TreeWidget::mouseDoubleClickEvent(QMouseEvent* event) {
     QTreeWidget::mouseDoubleClickEvent(event);
     TellCollapse();
 }
 
-void QtTreeWidget::mouseMoveEvent(QMouseEvent* event) {
+void TreeWidget::mouseMoveEvent(QMouseEvent* event) {
     const QTreeWidgetItem* const before = Selected();
     QTreeWidget::mouseMoveEvent(event);
     TellIfChanged(before);
 }
 
-void QtTreeWidget::keyPressEvent(QKeyEvent* event) {
+void TreeWidget::keyPressEvent(QKeyEvent* event) {
     const QTreeWidgetItem* const before = Selected();
     QTreeWidget::keyPressEvent(event);
     TellIfChanged(before);
 }
 
 // A tree without a selection makes its first item the current one here, and the next arrow key would pass it over.
-void QtTreeWidget::focusInEvent(QFocusEvent* event) {
+void TreeWidget::focusInEvent(QFocusEvent* event) {
     const bool hadCurrent = currentItem() != nullptr;
     QTreeWidget::focusInEvent(event);
     if (!hadCurrent) {
@@ -89,7 +89,7 @@ void QtTreeWidget::focusInEvent(QFocusEvent* event) {
 }
 
 // Without the focus the selected item is set apart faintly, also where the style would not tell.
-void QtTreeWidget::initViewItemOption(QStyleOptionViewItem* option) const {
+void TreeWidget::initViewItemOption(QStyleOptionViewItem* option) const {
     QTreeWidget::initViewItemOption(option);
     option->palette.setColor(QPalette::Inactive, QPalette::Highlight,
                              Between(palette(), QPalette::Base, QPalette::Text));
@@ -97,26 +97,25 @@ void QtTreeWidget::initViewItemOption(QStyleOptionViewItem* option) const {
 }
 
 // Ctrl and a click take no selection away.
-QItemSelectionModel::SelectionFlags QtTreeWidget::selectionCommand(const QModelIndex& index,
-                                                                   const QEvent* event) const {
+QItemSelectionModel::SelectionFlags TreeWidget::selectionCommand(const QModelIndex& index, const QEvent* event) const {
     const QItemSelectionModel::SelectionFlags command = QTreeWidget::selectionCommand(index, event);
     return command.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::NoUpdate : command;
 }
 
-void QtTreeWidget::TellCollapse() {
+void TreeWidget::TellCollapse() {
     if (std::exchange(mIsCollapseToTell, false) && onUserSelect) {
         onUserSelect(Selected());
     }
 }
 
-void QtTreeWidget::TellIfChanged(const QTreeWidgetItem* before) {
+void TreeWidget::TellIfChanged(const QTreeWidgetItem* before) {
     QTreeWidgetItem* const now = Selected();
     if (now != before && now != nullptr && onUserSelect) {
         onUserSelect(now);
     }
 }
 
-QtTreeView::QtTreeView(QWidget* parent, QtFocus& focus) : QtControl(&focus, mTree, QtKeyboard::Used), mTree(parent) {
+TreeView::TreeView(QWidget* parent, Focus& focus) : Control(&focus, mTree, Keyboard::Used), mTree(parent) {
     mTree.setHeaderHidden(true);
     mTree.setHeaderLabel({});         // a screen reader would say a number
     mTree.setUniformRowHeights(true); // or a large tree would be measured item by item
@@ -125,14 +124,14 @@ QtTreeView::QtTreeView(QWidget* parent, QtFocus& focus) : QtControl(&focus, mTre
     mTree.onUserSelect = [this](const QTreeWidgetItem* node) { RaiseClick(node); };
 }
 
-void QtTreeView::Clear() {
+void TreeView::Clear() {
     mTree.SelectNothing();
     mTree.clear();
     mItems.clear();
     mKeys.clear();
 }
 
-TreeItem QtTreeView::Add(TreeItem parent, std::string_view key, std::string_view text) {
+TreeItem TreeView::Add(TreeItem parent, std::string_view key, std::string_view text) {
     if (mKeys.contains(key)) {
         throw std::invalid_argument("the key is taken");
     }
@@ -150,7 +149,7 @@ TreeItem QtTreeView::Add(TreeItem parent, std::string_view key, std::string_view
     return mLastItem;
 }
 
-void QtTreeView::Remove(std::int32_t index) {
+void TreeView::Remove(std::int32_t index) {
     std::vector<TreeItem> removed = {Position(index)->first};
     for (const auto& [item, content] : mItems) {
         if (std::find(removed.begin(), removed.end(), content.parent) != removed.end()) {
@@ -168,7 +167,7 @@ void QtTreeView::Remove(std::int32_t index) {
     }
 }
 
-TreeItem QtTreeView::Find(std::string_view key) const {
+TreeItem TreeView::Find(std::string_view key) const {
     const auto found = mKeys.find(key);
     if (found == mKeys.end()) {
         throw std::out_of_range("no item has this key");
@@ -176,17 +175,17 @@ TreeItem QtTreeView::Find(std::string_view key) const {
     return found->second;
 }
 
-TreeItem QtTreeView::At(std::int32_t index) const {
+TreeItem TreeView::At(std::int32_t index) const {
     return Position(index)->first;
 }
 
-void QtTreeView::SetText(TreeItem item, std::string_view text) {
+void TreeView::SetText(TreeItem item, std::string_view text) {
     Item& content = mItems.at(item);
     content.text = text;
     content.node->setText(0, ToQt(text));
 }
 
-std::int32_t QtTreeView::Index(TreeItem item) const {
+std::int32_t TreeView::Index(TreeItem item) const {
     const auto position = mItems.find(item);
     if (position == mItems.end()) {
         throw std::out_of_range("the item is not in the tree");
@@ -194,24 +193,24 @@ std::int32_t QtTreeView::Index(TreeItem item) const {
     return static_cast<std::int32_t>(std::distance(mItems.begin(), position)) + 1;
 }
 
-QtTreeView::Items::const_iterator QtTreeView::Position(std::int32_t index) const {
+TreeView::Items::const_iterator TreeView::Position(std::int32_t index) const {
     if (index < 1 || static_cast<std::size_t>(index) > mItems.size()) {
         throw std::out_of_range("no item has this index");
     }
     return std::next(mItems.begin(), index - 1);
 }
 
-TreeItem QtTreeView::ItemOf(const QTreeWidgetItem* node) {
+TreeItem TreeView::ItemOf(const QTreeWidgetItem* node) {
     return node == nullptr ? TreeItem::None : static_cast<TreeItem>(node->data(0, ItemRole).toUInt());
 }
 
-void QtTreeView::RaiseClick(const QTreeWidgetItem* node) {
+void TreeView::RaiseClick(const QTreeWidgetItem* node) {
     const TreeItem item = ItemOf(node);
-    Focus().UpdateInUse();
-    const FocusEvents::Command command(Focus().events, FocusEvents::Keyboard::Stays);
+    WindowFocus().UpdateInUse();
+    const FocusEvents::Command command(WindowFocus().events, FocusEvents::Keyboard::Stays);
     if (onNodeClick) {
         onNodeClick(item);
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -10,12 +10,12 @@
 #include <string>
 #include <string_view>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 // Tells of what the user selects, and of nothing else.
-class QtTreeWidget final : public QTreeWidget {
+class TreeWidget final : public QTreeWidget {
 public:
-    explicit QtTreeWidget(QWidget* parent);
+    explicit TreeWidget(QWidget* parent);
 
     std::function<void(QTreeWidgetItem* item)> onUserSelect;
 
@@ -40,9 +40,9 @@ private:
     bool mIsCollapseToTell = false; // which has moved the selection
 };
 
-class QtTreeView final : public QtControl<TreeView> {
+class TreeView final : public Control<tessaly::TreeView> {
 public:
-    QtTreeView(QWidget* parent, QtFocus& focus);
+    TreeView(QWidget* parent, Focus& focus);
 
     void Clear() override;
     TreeItem Add(TreeItem parent, std::string_view key, std::string_view text) override;
@@ -62,7 +62,7 @@ public:
     void Select(TreeItem item) override { mTree.setCurrentItem(mItems.at(item).node); }
     TreeItem Selected() const override { return ItemOf(mTree.Selected()); }
 
-    QtTreeWidget& Widget() { return mTree; }
+    TreeWidget& Widget() { return mTree; }
 
     // What Qt shows for an item. Throws std::out_of_range when there is no such item.
     QTreeWidgetItem& NodeOf(TreeItem item) const { return *mItems.at(item).node; }
@@ -81,10 +81,10 @@ private:
     static TreeItem ItemOf(const QTreeWidgetItem* node);
     void RaiseClick(const QTreeWidgetItem* node);
 
-    QtTreeWidget mTree;
+    TreeWidget mTree;
     Items mItems;
     std::map<std::string, TreeItem, std::less<>> mKeys;
     TreeItem mLastItem = TreeItem::None;
 };
 
-} // namespace tessaly
+} // namespace tessaly::qt

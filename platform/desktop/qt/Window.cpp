@@ -21,7 +21,7 @@
 #include <stdexcept>
 #include <utility>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 namespace {
 
@@ -48,7 +48,7 @@ bool HasFiles(const QMimeData& data) {
 
 } // namespace
 
-QtFrame::QtFrame() {
+Frame::Frame() {
     setCentralWidget(std::make_unique<QWidget>().release()); // the window's own from here on
     centralWidget()->installEventFilter(this);
     setAcceptDrops(true);
@@ -62,18 +62,18 @@ QtFrame::QtFrame() {
 }
 
 // The focus goes from control to control while they are destroyed.
-QtFrame::~QtFrame() {
+Frame::~Frame() {
     disconnect(qApp, nullptr, this, nullptr);
 }
 
-void QtFrame::ShowFocus(QWidget* focus) {
+void Frame::ShowFocus(QWidget* focus) {
     while (focus != nullptr && focus->parentWidget() != centralWidget()) {
         focus = focus->parentWidget();
     }
     mFocusFrame.setWidget(dynamic_cast<QAbstractScrollArea*>(focus)); // buttons show it themselves
 }
 
-bool QtFrame::eventFilter(QObject* object, QEvent* event) {
+bool Frame::eventFilter(QObject* object, QEvent* event) {
     if (object == centralWidget() && event->type() == QEvent::Resize && onClientSize) {
         onClientSize();
     }
@@ -89,28 +89,28 @@ bool QtFrame::eventFilter(QObject* object, QEvent* event) {
     return QMainWindow::eventFilter(object, event);
 }
 
-void QtFrame::closeEvent(QCloseEvent* event) {
+void Frame::closeEvent(QCloseEvent* event) {
     event->accept();
     if (onCloseRequest) {
         onCloseRequest();
     }
 }
 
-void QtFrame::resizeEvent(QResizeEvent* event) {
+void Frame::resizeEvent(QResizeEvent* event) {
     QMainWindow::resizeEvent(event);
     if (onSize) {
         onSize();
     }
 }
 
-void QtFrame::dragEnterEvent(QDragEnterEvent* event) {
+void Frame::dragEnterEvent(QDragEnterEvent* event) {
     if (HasFiles(*event->mimeData())) {
         event->acceptProposedAction();
     }
 }
 
 // The program that the files come from waits for the end of the drop, so what they mean comes behind it.
-void QtFrame::dropEvent(QDropEvent* event) {
+void Frame::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
     Post(*this, [this, urls = event->mimeData()->urls()] {
         for (const QUrl& url : urls) {
@@ -121,7 +121,7 @@ void QtFrame::dropEvent(QDropEvent* event) {
     });
 }
 
-QtWindow::QtWindow(QtFrame& frame, QtFocus& focus, std::function<void()> onF1)
+Window::Window(Frame& frame, Focus& focus, std::function<void()> onF1)
     : mFrame(frame),
       mFocus(focus),
       mOnF1(std::move(onF1)),
@@ -138,7 +138,7 @@ QtWindow::QtWindow(QtFrame& frame, QtFocus& focus, std::function<void()> onF1)
     mFrame.onBlocked = [this] { mFocus.Update(); };
 }
 
-void QtWindow::Show() {
+void Window::Show() {
     if (!std::exchange(mIsLoaded, true) && onLoad) {
         onLoad();
     }
@@ -149,7 +149,7 @@ void QtWindow::Show() {
 }
 
 // The window is gone before the event, so that closing it again in there raises nothing.
-void QtWindow::Unload() {
+void Window::Unload() {
     if (std::exchange(mIsClosed, true)) {
         return;
     }
@@ -165,32 +165,32 @@ void QtWindow::Unload() {
     }
 }
 
-float QtWindow::Width() const {
+float Window::Width() const {
     return ToTwips(mFrame.width());
 }
 
-float QtWindow::Height() const {
+float Window::Height() const {
     return ToTwips(mFrame.height() + FrameHeight);
 }
 
-float QtWindow::ClientWidth() const {
+float Window::ClientWidth() const {
     return ToTwips(mFrame.width());
 }
 
-float QtWindow::ClientHeight() const {
+float Window::ClientHeight() const {
     return ToTwips(mFrame.height() - mFrame.menuBar()->heightForWidth(mFrame.width()));
 }
 
-void QtWindow::SetMinimumSize(float width, float height) {
+void Window::SetMinimumSize(float width, float height) {
     mFrame.setMinimumSize(ToPixels(width), ToPixels(height) - FrameHeight);
 }
 
-void QtWindow::SetFooter(float height) {
+void Window::SetFooter(float height) {
     mFooter = height;
     mFrame.onClientSize();
 }
 
-void QtWindow::SetIcon(const std::string& path) {
+void Window::SetIcon(const std::string& path) {
     QImageReader reader;
     reader.setFileName(ToQt(path));
     reader.setDecideFormatFromContent(true);
@@ -201,7 +201,7 @@ void QtWindow::SetIcon(const std::string& path) {
     mFrame.setWindowIcon(QIcon(picture));
 }
 
-void QtWindow::SendKey(int key) {
+void Window::SendKey(int key) {
     Post(mFrame, [&frame = mFrame, key] {
         for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
             QKeyEvent event(type, key, Qt::NoModifier);
@@ -210,7 +210,7 @@ void QtWindow::SendKey(int key) {
     });
 }
 
-void QtWindow::Resized() {
+void Window::Resized() {
     if (mIsClosed || mFrame.size() == mLastSize) {
         return;
     }
@@ -220,7 +220,7 @@ void QtWindow::Resized() {
     }
 }
 
-void QtWindow::KeyPressed(int keyCode, int shift) {
+void Window::KeyPressed(int keyCode, int shift) {
     if (mIsClosed) {
         return;
     }
@@ -234,4 +234,4 @@ void QtWindow::KeyPressed(int keyCode, int shift) {
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::qt

@@ -13,15 +13,15 @@
 #include <string>
 #include <string_view>
 
-namespace tessaly {
+namespace tessaly::qt {
 
 // Qt's window, which passes on what happens to it.
-class QtFrame final : public QMainWindow {
+class Frame final : public QMainWindow {
 public:
-    QtFrame();
-    QtFrame(const QtFrame&) = delete;
-    QtFrame& operator=(const QtFrame&) = delete;
-    ~QtFrame() override;
+    Frame();
+    Frame(const Frame&) = delete;
+    Frame& operator=(const Frame&) = delete;
+    ~Frame() override;
 
     QWidget& Client() { return *centralWidget(); }
 
@@ -44,13 +44,13 @@ protected:
 private:
     void ShowFocus(QWidget* focus);
 
-    QtFocusFrame mFocusFrame{this};
+    FocusFrame mFocusFrame{this};
 };
 
-class QtWindow final : public Window {
+class Window final : public tessaly::Window {
 public:
     // `onF1` is what the key F1 does behind the program's own handler.
-    QtWindow(QtFrame& frame, QtFocus& focus, std::function<void()> onF1);
+    Window(Frame& frame, Focus& focus, std::function<void()> onF1);
 
     void Show() override;
     void Unload() override;
@@ -79,8 +79,8 @@ private:
     void Resized();
     void KeyPressed(int keyCode, int shift);
 
-    QtFrame& mFrame;
-    QtFocus& mFocus;
+    Frame& mFrame;
+    Focus& mFocus;
     std::function<void()> mOnF1;
     QSize mLastSize;
     float mFooter = 0;
@@ -88,4 +88,4 @@ private:
     bool mIsClosed = false;
 };
 
-} // namespace tessaly
+} // namespace tessaly::qt

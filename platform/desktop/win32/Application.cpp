@@ -2,26 +2,26 @@
 
 #include "platform/system/win32/Process.h"
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-std::int32_t Win32Application::Major() const {
+std::int32_t Application::Major() const {
     return TESSALY_MAJOR;
 }
 
-std::int32_t Win32Application::Minor() const {
+std::int32_t Application::Minor() const {
     return TESSALY_MINOR;
 }
 
-std::int32_t Win32Application::Revision() const {
+std::int32_t Application::Revision() const {
     return TESSALY_REVISION;
 }
 
-std::string Win32Application::Title() const {
+std::string Application::Title() const {
     return "Tessaly";
 }
 
 // To this program alone, and not as input of the system: that would go to whatever program is in front.
-void Win32Application::SendF1() {
+void Application::SendF1() {
     HWND focus = GetFocus();
     HWND target = focus != nullptr && IsChild(mWindow, focus) != 0 ? focus : mWindow;
     constexpr LPARAM released = (static_cast<LPARAM>(3) << 30) | 1;
@@ -29,14 +29,14 @@ void Win32Application::SendF1() {
     PostMessageW(target, WM_KEYUP, VK_F1, static_cast<LPARAM>(static_cast<LONG>(released)));
 }
 
-void Win32Application::StartProcess(const std::string& commandLine, std::int32_t windowStyle) {
-    tessaly::StartProcess(commandLine, windowStyle);
+void Application::StartProcess(const std::string& commandLine, std::int32_t windowStyle) {
+    win32::StartProcess(commandLine, windowStyle);
 }
 
-void Win32Application::OpenHelp() {
+void Application::OpenHelp() {
     if (!mHelpFile.empty()) {
         mSettings.openHelp(mWindow, mHelpFile);
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -8,9 +8,9 @@
 #include <string>
 #include <utility>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-class Win32Application final : public Application {
+class Application final : public tessaly::Application {
 public:
     // What a test may put in place of the system's own.
     struct Settings {
@@ -18,7 +18,7 @@ public:
         std::function<void(HWND, const std::string&)> openHelp; // opens a help file
     };
 
-    explicit Win32Application(Settings settings) : mSettings(std::move(settings)) {}
+    explicit Application(Settings settings) : mSettings(std::move(settings)) {}
 
     // Where the keys that are sent go, and what help is opened for.
     void SetWindow(HWND window) { mWindow = window; }
@@ -41,4 +41,4 @@ private:
     std::string mHelpFile;
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

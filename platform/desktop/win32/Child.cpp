@@ -6,9 +6,9 @@
 #include <stdexcept>
 #include <string>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-Win32Child::Win32Child(Win32Parent& parent, const Kind& kind) : mParent(parent) {
+Child::Child(Parent& parent, const Kind& kind) : mParent(parent) {
     const std::wstring text(kind.text);
     mHandle = CreateWindowExW(kind.extendedStyle, kind.windowClass, text.c_str(), WS_CHILD | WS_VISIBLE | kind.style, 0,
                               0, 0, 0, parent.Handle(), std::bit_cast<HMENU>(static_cast<INT_PTR>(kind.id)),
@@ -22,7 +22,7 @@ Win32Child::Win32Child(Win32Parent& parent, const Kind& kind) : mParent(parent) 
     mParent.Add(*this);
 }
 
-Win32Child::~Win32Child() {
+Child::~Child() {
     mParent.Remove(*this);
     mParent.focus.End(); // controls go with their window
     if (mHandle != nullptr) {
@@ -31,7 +31,7 @@ Win32Child::~Win32Child() {
     }
 }
 
-Extent Win32Child::Place() const {
+Extent Child::Place() const {
     if (mExtent) {
         return *mExtent;
     }
@@ -43,13 +43,13 @@ Extent Win32Child::Place() const {
             ToTwips(rect.bottom - rect.top, dpi)};
 }
 
-void Win32Child::SetPlace(const Extent& extent) {
+void Child::SetPlace(const Extent& extent) {
     mExtent = extent;
     Move();
 }
 
 // Each edge is rounded for itself, so that controls that touch in twips touch on the screen.
-void Win32Child::Move() {
+void Child::Move() {
     if (!mExtent) {
         return;
     }
@@ -62,7 +62,7 @@ void Win32Child::Move() {
     SetWindowPos(mHandle, nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
 }
 
-void Win32Child::TakeFocus() {
+void Child::TakeFocus() {
     if (!CanHaveFocus()) {
         throw std::runtime_error("the control cannot have the focus");
     }
@@ -70,21 +70,21 @@ void Win32Child::TakeFocus() {
     mParent.focus.MovedByProgram(*this);
 }
 
-void Win32Child::Rescale() {
+void Child::Rescale() {
     Send(WM_SETFONT, reinterpret_cast<WPARAM>(mParent.Font()), TRUE);
     Move();
 }
 
-LRESULT Win32Child::Message(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT Child::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     return Default(message, wParam, lParam);
 }
 
-LRESULT Win32Child::Default(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT Child::Default(UINT message, WPARAM wParam, LPARAM lParam) {
     return CallWindowProcW(mBase, mHandle, message, wParam, lParam);
 }
 
 // The edge of a control that has the keyboard has the colour of selections.
-void Win32Child::ShowFocus(UINT message) {
+void Child::ShowFocus(UINT message) {
     if ((GetWindowLongW(mHandle, GWL_EXSTYLE) & WS_EX_CLIENTEDGE) == 0) {
         return;
     }
@@ -104,8 +104,8 @@ void Win32Child::ShowFocus(UINT message) {
     }
 }
 
-LRESULT CALLBACK Win32Child::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    Win32Child& self = *std::bit_cast<Win32Child*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+LRESULT CALLBACK Child::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    Child& self = *std::bit_cast<Child*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (message == WM_NCDESTROY) {
         SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(self.mBase));
         self.mHandle = nullptr;
@@ -121,4 +121,4 @@ LRESULT CALLBACK Win32Child::Procedure(HWND window, UINT message, WPARAM wParam,
     return result;
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -11,14 +11,14 @@
 #include <optional>
 #include <string_view>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-class Win32Child;
+class Child;
 
 // The window that controls stand in.
-class Win32Parent {
+class Parent {
 public:
-    virtual ~Win32Parent() = default;
+    virtual ~Parent() = default;
 
     virtual HWND Handle() const = 0;
     virtual int Dpi() const = 0;
@@ -28,17 +28,17 @@ public:
     virtual float FooterTop() const { return std::numeric_limits<float>::max(); }
 
     // A control comes; it is told of the messages about it from now on. They stand in the order of the Tab key.
-    virtual void Add(Win32Child& child) = 0;
-    virtual void Remove(Win32Child& child) = 0;
+    virtual void Add(Child& child) = 0;
+    virtual void Remove(Child& child) = 0;
 
-    // See Win32EventLoop.
+    // See EventLoop.
     virtual void Later(std::function<void()> action) = 0;
 
     // Where the keyboard is among the controls, and which commands run.
     FocusEvents focus;
 };
 
-class Win32Child : public FocusTarget {
+class Child : public FocusTarget {
 public:
     struct Kind {
         const wchar_t* windowClass = nullptr;
@@ -48,10 +48,10 @@ public:
         std::wstring_view text = {};
     };
 
-    Win32Child(Win32Parent& parent, const Kind& kind);
-    Win32Child(const Win32Child&) = delete;
-    Win32Child& operator=(const Win32Child&) = delete;
-    ~Win32Child() override;
+    Child(Parent& parent, const Kind& kind);
+    Child(const Child&) = delete;
+    Child& operator=(const Child&) = delete;
+    ~Child() override;
 
     // Null when the window around it is gone.
     HWND Handle() const { return mHandle; }
@@ -82,7 +82,7 @@ public:
     virtual void ColoursChanged() {}
 
 protected:
-    Win32Parent& Parent() const { return mParent; }
+    Parent& ParentWindow() const { return mParent; }
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
         return SendMessageW(mHandle, message, wParam, lParam);
     }
@@ -97,7 +97,7 @@ private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void ShowFocus(UINT message);
 
-    Win32Parent& mParent;
+    Parent& mParent;
     HWND mHandle = nullptr;
     WNDPROC mBase = nullptr; // of the control itself
     std::optional<Extent> mExtent;
@@ -105,4 +105,4 @@ private:
     bool mHasKeyboard = false;
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 namespace {
 
@@ -13,7 +13,7 @@ std::u16string_view Units(std::wstring_view text) {
 
 } // namespace
 
-Win32CodeLines::Win32CodeLines(std::wstring_view text) {
+CodeLines::CodeLines(std::wstring_view text) {
     const auto add = [this](std::size_t start) {
         mLines.emplace_back();
         mLines.back().start = start;
@@ -25,7 +25,7 @@ Win32CodeLines::Win32CodeLines(std::wstring_view text) {
     SetAllFresh();
 }
 
-void Win32CodeLines::Edit(std::wstring_view text, std::size_t start, std::size_t end, std::size_t breaksBefore) {
+void CodeLines::Edit(std::wstring_view text, std::size_t start, std::size_t end, std::size_t breaksBefore) {
     const std::size_t first = LineAt(start);
     std::vector<Line> added;
     for (std::size_t place = start; place < end; ++place) {
@@ -58,30 +58,30 @@ void Win32CodeLines::Edit(std::wstring_view text, std::size_t start, std::size_t
     }
 }
 
-std::wstring_view Win32CodeLines::TextOf(std::wstring_view text, std::size_t line) const {
+std::wstring_view CodeLines::TextOf(std::wstring_view text, std::size_t line) const {
     const std::size_t start = mLines[line].start;
     const std::size_t end = line + 1 < mLines.size() ? mLines[line + 1].start - 1 : text.size();
     return text.substr(start, end - start);
 }
 
-void Win32CodeLines::Tokens(std::wstring_view text, std::size_t line, std::vector<CToken>& tokens) {
+void CodeLines::Tokens(std::wstring_view text, std::size_t line, std::vector<CToken>& tokens) {
     ScanTo(text, line + 1);
     ScanCLine(Units(TextOf(text, line)), mLines[line].before, tokens);
 }
 
-void Win32CodeLines::ScanTo(std::wstring_view text, std::size_t end) {
+void CodeLines::ScanTo(std::wstring_view text, std::size_t end) {
     for (; mScanned < std::min(end, mLines.size()); ++mScanned) {
         mLines[mScanned].before = StateBehind(text, mScanned - 1);
     }
 }
 
-void Win32CodeLines::SetFormatted(std::size_t line) {
+void CodeLines::SetFormatted(std::size_t line) {
     mLines[line].isFormatted = true;
     mLines[line].hasTabStops = true;
     mLines[line].isFresh = false;
 }
 
-void Win32CodeLines::SetNoneFormatted() {
+void CodeLines::SetNoneFormatted() {
     for (Line& line : mLines) {
         line.isFresh = line.isFresh && !line.isFormatted;
         line.isFormatted = false;
@@ -89,7 +89,7 @@ void Win32CodeLines::SetNoneFormatted() {
     }
 }
 
-void Win32CodeLines::SetAllFresh() {
+void CodeLines::SetAllFresh() {
     for (Line& line : mLines) {
         line.isFresh = true;
         line.isFormatted = false;
@@ -97,14 +97,14 @@ void Win32CodeLines::SetAllFresh() {
     }
 }
 
-std::size_t Win32CodeLines::LineAt(std::size_t place) const {
+std::size_t CodeLines::LineAt(std::size_t place) const {
     const auto behind = std::upper_bound(mLines.begin(), mLines.end(), place,
                                          [](std::size_t wanted, const Line& line) { return wanted < line.start; });
     return static_cast<std::size_t>(behind - mLines.begin()) - 1;
 }
 
 // The lines from `first` on have all moved by the same.
-void Win32CodeLines::MoveStarts(std::wstring_view text, std::size_t first) {
+void CodeLines::MoveStarts(std::wstring_view text, std::size_t first) {
     if (first >= mLines.size()) {
         return;
     }
@@ -115,8 +115,8 @@ void Win32CodeLines::MoveStarts(std::wstring_view text, std::size_t first) {
     }
 }
 
-CLineState Win32CodeLines::StateBehind(std::wstring_view text, std::size_t line) {
+CLineState CodeLines::StateBehind(std::wstring_view text, std::size_t line) {
     return ScanCLine(Units(TextOf(text, line)), mLines[line].before, mTokens);
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

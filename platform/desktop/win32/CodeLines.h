@@ -8,13 +8,13 @@
 #include <string_view>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 // Line breaks are single CRs.
-class Win32CodeLines {
+class CodeLines {
 public:
     // A text that is new.
-    explicit Win32CodeLines(std::wstring_view text);
+    explicit CodeLines(std::wstring_view text);
 
     // In `text` the stretch from `start` to `end` took the place of one with `breaksBefore` line breaks. The line that
     // it is in, the new ones, and those that now go on with something else are not shown as they should be any more.
@@ -61,4 +61,4 @@ private:
     std::vector<CToken> mTokens;
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

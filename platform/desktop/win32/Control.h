@@ -5,12 +5,12 @@
 
 #include <stdexcept>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 template <class Interface>
-class Win32Control : public Interface, public Win32Child {
+class Control : public Interface, public Child {
 public:
-    using Win32Child::Win32Child;
+    using Child::Child;
 
     Extent GetExtent() const override { return Place(); }
     void SetExtent(const Extent& extent) override { SetPlace(extent); }
@@ -27,4 +27,4 @@ public:
     void SetFocus() override { TakeFocus(); }
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -1,7 +1,7 @@
 // The identifiers of controls and commands, by which a test finds them from outside: never change one.
 #pragma once
 
-namespace tessaly::ControlId {
+namespace tessaly::win32::ControlId {
 
 // The main window, of the class VornMainFrm.
 inline constexpr int CodeTree = 101;
@@ -28,4 +28,4 @@ inline constexpr int LblProductName = 307;
 inline constexpr int FirstButton = 501;
 inline constexpr int FirstMenu = 1000;
 
-} // namespace tessaly::ControlId
+} // namespace tessaly::win32::ControlId

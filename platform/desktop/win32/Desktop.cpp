@@ -9,11 +9,11 @@
 
 #include <utility>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-Win32Desktop::Win32Desktop() : Win32Desktop({Win32CommandLine(), OpenHelpFile}) {}
+Desktop::Desktop() : Desktop({CommandLine(), OpenHelpFile}) {}
 
-Win32Desktop::Win32Desktop(Win32Application::Settings settings)
+Desktop::Desktop(Application::Settings settings)
     : mApplication(std::move(settings)),
       mCodePage(MakeSystemCodePage()),
       mWindow(mLoop),
@@ -39,12 +39,12 @@ Win32Desktop::Win32Desktop(Win32Application::Settings settings)
     };
 }
 
-std::unique_ptr<NameWindow> Win32Desktop::NewNameWindow() {
-    return std::make_unique<Win32NameWindow>(mLoop, mWindow.Handle());
+std::unique_ptr<tessaly::NameWindow> Desktop::NewNameWindow() {
+    return std::make_unique<NameWindow>(mLoop, mWindow.Handle());
 }
 
-std::unique_ptr<SplashWindow> Win32Desktop::NewSplashWindow() {
-    return std::make_unique<Win32SplashWindow>(mLoop, mWindow.Handle());
+std::unique_ptr<tessaly::SplashWindow> Desktop::NewSplashWindow() {
+    return std::make_unique<SplashWindow>(mLoop, mWindow.Handle());
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -16,64 +16,66 @@
 #include "platform/system/win32/Registry.h"
 #include "platform/system/win32/SequentialFiles.h"
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-class Win32Desktop final : public Desktop {
+class Desktop final : public tessaly::Desktop {
 public:
     // Of this process as it was started.
-    Win32Desktop();
+    Desktop();
 
-    explicit Win32Desktop(Win32Application::Settings settings);
+    explicit Desktop(Application::Settings settings);
 
     // Runs the program until its window is gone; returns the exit code.
     int Run() { return mLoop.Run(); }
 
-    Window& MainWindow() override { return mWindow; }
-    TreeView& CodeTree() override { return mCodeTree; }
-    Label& LblcodeTreeViewer() override { return mTreeLabel; }
-    Label& FuncLabel() override { return mFuncLabel; }
-    RichTextBox& FuncBody() override { return mFuncBody; }
-    ToolBar& VornToolBar() override { return mToolBar; }
-    ImageList& QuorvaneImages() override { return mImages; }
-    StatusBar& StatusBar1() override { return mStatusBar; }
-    FileDialog& CommonDialog1() override { return mFileDialog; }
-    MenuItem& AddMenu(MenuItem* parent, std::string_view name) override { return mMenus.Add(parent, name); }
-    void AddMenuSeparator(MenuItem& parent) override { Win32Menus::AddSeparator(parent); }
-    std::unique_ptr<NameWindow> NewNameWindow() override;
-    std::unique_ptr<SplashWindow> NewSplashWindow() override;
-    MsgBox& MessageBoxes() override { return mMsgBox; }
-    Application& App() override { return mApplication; }
-    Registry& Settings() override { return mRegistry; }
-    SequentialFiles& Files() override { return mFiles; }
+    tessaly::Window& MainWindow() override { return mWindow; }
+    tessaly::TreeView& CodeTree() override { return mCodeTree; }
+    tessaly::Label& LblcodeTreeViewer() override { return mTreeLabel; }
+    tessaly::Label& FuncLabel() override { return mFuncLabel; }
+    tessaly::RichTextBox& FuncBody() override { return mFuncBody; }
+    tessaly::ToolBar& VornToolBar() override { return mToolBar; }
+    tessaly::ImageList& QuorvaneImages() override { return mImages; }
+    tessaly::StatusBar& StatusBar1() override { return mStatusBar; }
+    tessaly::FileDialog& CommonDialog1() override { return mFileDialog; }
+    tessaly::MenuItem& AddMenu(tessaly::MenuItem* parent, std::string_view name) override {
+        return mMenus.Add(parent, name);
+    }
+    void AddMenuSeparator(tessaly::MenuItem& parent) override { Menus::AddSeparator(parent); }
+    std::unique_ptr<tessaly::NameWindow> NewNameWindow() override;
+    std::unique_ptr<tessaly::SplashWindow> NewSplashWindow() override;
+    tessaly::MsgBox& MessageBoxes() override { return mMsgBox; }
+    tessaly::Application& App() override { return mApplication; }
+    tessaly::Registry& Settings() override { return mRegistry; }
+    tessaly::SequentialFiles& Files() override { return mFiles; }
     const CodePage& AnsiCodePage() override { return *mCodePage; }
 
     // For tests
-    Win32EventLoop& Loop() { return mLoop; }
-    Win32Window& Frame() { return mWindow; }
-    Win32TreeView& Tree() { return mCodeTree; }
-    const Win32Menus& Menus() const { return mMenus; }
+    EventLoop& Loop() { return mLoop; }
+    Window& Frame() { return mWindow; }
+    TreeView& Tree() { return mCodeTree; }
+    const Menus& MenuBar() const { return mMenus; }
 
 private:
-    Win32EventLoop mLoop;
-    Win32Application mApplication;
+    EventLoop mLoop;
+    Application mApplication;
     std::unique_ptr<CodePage> mCodePage;
-    Win32Registry mRegistry;
-    Win32Files mFiles;
+    Registry mRegistry;
+    SequentialFiles mFiles;
 
-    Win32Window mWindow;
+    Window mWindow;
 
     // Each label stands in front of what it names: that is how Windows knows the names of controls.
-    Win32Menus mMenus;
-    Win32ImageList mImages;
-    Win32Label mTreeLabel;
-    Win32TreeView mCodeTree;
-    Win32Label mFuncLabel;
-    Win32RichTextBox mFuncBody;
-    Win32ToolBar mToolBar;
-    Win32StatusBar mStatusBar;
+    Menus mMenus;
+    ImageList mImages;
+    Label mTreeLabel;
+    TreeView mCodeTree;
+    Label mFuncLabel;
+    RichTextBox mFuncBody;
+    ToolBar mToolBar;
+    StatusBar mStatusBar;
 
-    Win32FileDialog mFileDialog;
-    Win32MsgBox mMsgBox;
+    FileDialog mFileDialog;
+    MsgBox mMsgBox;
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -4,9 +4,9 @@
 
 #include <utility>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-int Win32EventLoop::Run() {
+int EventLoop::Run() {
     MSG message = {};
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
         Handle(message, mainFilter);
@@ -14,7 +14,7 @@ int Win32EventLoop::Run() {
     return static_cast<int>(message.wParam);
 }
 
-void Win32EventLoop::RunWhile(const std::function<bool()>& goesOn, const Filter& filter) {
+void EventLoop::RunWhile(const std::function<bool()>& goesOn, const Filter& filter) {
     MSG message = {};
     while (goesOn()) {
         if (GetMessageW(&message, nullptr, 0, 0) <= 0) {
@@ -25,7 +25,7 @@ void Win32EventLoop::RunWhile(const std::function<bool()>& goesOn, const Filter&
     }
 }
 
-bool Win32EventLoop::RunWaiting() {
+bool EventLoop::RunWaiting() {
     MSG message = {};
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
         if (message.message == WM_QUIT) {
@@ -36,13 +36,13 @@ bool Win32EventLoop::RunWaiting() {
     return true;
 }
 
-void Win32EventLoop::Later(HWND window, std::function<void()> action) {
+void EventLoop::Later(HWND window, std::function<void()> action) {
     mLater.push_back(std::move(action));
     // Where the message came from another program nothing else would wake the loop.
     PostMessageW(window, WM_NULL, 0, 0);
 }
 
-void Win32EventLoop::Handle(MSG& message, const Filter& filter) {
+void EventLoop::Handle(MSG& message, const Filter& filter) {
     if (!filter || !filter(message)) {
         TranslateMessage(&message);
         DispatchMessageW(&message);
@@ -50,7 +50,7 @@ void Win32EventLoop::Handle(MSG& message, const Filter& filter) {
     DoLater();
 }
 
-void Win32EventLoop::DoLater() {
+void EventLoop::DoLater() {
     while (!mLater.empty()) {
         const std::function<void()> action = std::move(mLater.front());
         mLater.pop_front();
@@ -58,4 +58,4 @@ void Win32EventLoop::DoLater() {
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -6,9 +6,9 @@
 #include <deque>
 #include <functional>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-class Win32EventLoop {
+class EventLoop {
 public:
     // Looks at a message before it goes its way, and may change where it goes. True when that was all.
     using Filter = std::function<bool(MSG& message)>;
@@ -39,4 +39,4 @@ private:
     std::deque<std::function<void()>> mLater;
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <string>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 namespace {
 
@@ -46,16 +46,16 @@ DWORD FilterCount(std::string_view filter) {
 
 } // namespace
 
-std::string Win32FileDialog::ShowOpen(const FileDialogSettings& settings) {
+std::string FileDialog::ShowOpen(const FileDialogSettings& settings) {
     return Show(settings, LibraryFunction<Dialog>(Library, "GetOpenFileNameW"));
 }
 
-std::string Win32FileDialog::ShowSave(const FileDialogSettings& settings) {
+std::string FileDialog::ShowSave(const FileDialogSettings& settings) {
     return Show(settings, LibraryFunction<Dialog>(Library, "GetSaveFileNameW"));
 }
 
 // Without a flag that asks for it no dialog questions what is chosen, and without a default extension none is added.
-std::string Win32FileDialog::Show(const FileDialogSettings& settings, Dialog dialog) {
+std::string FileDialog::Show(const FileDialogSettings& settings, Dialog dialog) {
     const WorkingDirectory kept;
     const std::wstring filter = DialogFilter(settings.filter);
     const auto wanted = static_cast<DWORD>(std::max(settings.filterIndex, 1));
@@ -90,4 +90,4 @@ std::string Win32FileDialog::Show(const FileDialogSettings& settings, Dialog dia
     return "";
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

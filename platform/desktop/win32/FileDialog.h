@@ -4,11 +4,11 @@
 #include "platform/desktop/FileDialog.h"
 #include "platform/desktop/win32/Headers.h"
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-class Win32FileDialog final : public FileDialog {
+class FileDialog final : public tessaly::FileDialog {
 public:
-    explicit Win32FileDialog(HWND mainWindow) : mMainWindow(mainWindow) {}
+    explicit FileDialog(HWND mainWindow) : mMainWindow(mainWindow) {}
 
     std::string ShowOpen(const FileDialogSettings& settings) override;
     std::string ShowSave(const FileDialogSettings& settings) override;
@@ -20,4 +20,4 @@ private:
     HWND mMainWindow;
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -5,14 +5,14 @@
 
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-class Win32Focus {
+class Focus {
 public:
-    explicit Win32Focus(const FocusEvents& events) : mEvents(events) {}
+    explicit Focus(const FocusEvents& events) : mEvents(events) {}
 
-    void Add(Win32Child& child) { mOrder.push_back(&child); }
-    void Remove(Win32Child& child) { std::erase(mOrder, &child); }
+    void Add(Child& child) { mOrder.push_back(&child); }
+    void Remove(Child& child) { std::erase(mOrder, &child); }
 
     // The window is active again: the control that had the focus gets it, or the first one that can have it. Returns
     // false where there is none.
@@ -23,10 +23,10 @@ public:
 
 private:
     // All targets are Win32Children: nobody else is reported here.
-    Win32Child* Owner() const { return static_cast<Win32Child*>(mEvents.Owner()); }
+    Child* Owner() const { return static_cast<Child*>(mEvents.Owner()); }
 
     const FocusEvents& mEvents;
-    std::vector<Win32Child*> mOrder;
+    std::vector<Child*> mOrder;
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -6,10 +6,10 @@
 #include <memory>
 #include <type_traits>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 template <auto Free>
-struct Win32Deleter {
+struct Deleter {
     template <class Handle>
     void operator()(Handle* handle) const {
         Free(handle);
@@ -17,16 +17,16 @@ struct Win32Deleter {
 };
 
 template <class Handle, auto Free>
-using Win32Owner = std::unique_ptr<std::remove_pointer_t<Handle>, Win32Deleter<Free>>;
+using Owner = std::unique_ptr<std::remove_pointer_t<Handle>, Deleter<Free>>;
 
-using Win32Font = Win32Owner<HFONT, &DeleteObject>;
-using Win32Bitmap = Win32Owner<HBITMAP, &DeleteObject>;
-using Win32Region = Win32Owner<HRGN, &DeleteObject>;
-using Win32Icon = Win32Owner<HICON, &DestroyIcon>;
-using Win32ImageListOwner = Win32Owner<HIMAGELIST, &ImageList_Destroy>;
+using FontOwner = Owner<HFONT, &DeleteObject>;
+using BitmapOwner = Owner<HBITMAP, &DeleteObject>;
+using RegionOwner = Owner<HRGN, &DeleteObject>;
+using IconOwner = Owner<HICON, &DestroyIcon>;
+using ImageListOwner = Owner<HIMAGELIST, &ImageList_Destroy>;
 
 // For a COM object: releases it.
-struct Win32Release {
+struct Release {
     template <class Interface>
     void operator()(Interface* object) const {
         object->Release();
@@ -34,6 +34,6 @@ struct Win32Release {
 };
 
 template <class Interface>
-using Win32Com = std::unique_ptr<Interface, Win32Release>;
+using Com = std::unique_ptr<Interface, Release>;
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <string_view>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 namespace {
 
@@ -46,4 +46,4 @@ void OpenHelpFile(HWND window, const std::string& path) {
     open(window, nullptr, widePath.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -2,13 +2,12 @@
 
 #include "platform/system/win32/Text.h"
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 // An ampersand in it is one: a label has no access key here.
-Win32Label::Win32Label(Win32Parent& parent, int id)
-    : Win32Control(parent, {WC_STATICW, SS_LEFT | SS_NOPREFIX, 0, id}) {}
+Label::Label(Parent& parent, int id) : Control(parent, {WC_STATICW, SS_LEFT | SS_NOPREFIX, 0, id}) {}
 
-void Win32Label::SetCaption(std::string_view caption) {
+void Label::SetCaption(std::string_view caption) {
     mCaption = caption;
     for (HWND named : {Handle(), mNamed}) {
         if (named != nullptr) {
@@ -17,8 +16,8 @@ void Win32Label::SetCaption(std::string_view caption) {
     }
 }
 
-float Win32Label::PreferredHeight() const {
-    return ToTwips(MeasureFont(Parent().Font()).tmHeight, Parent().Dpi());
+float Label::PreferredHeight() const {
+    return ToTwips(MeasureFont(ParentWindow().Font()).tmHeight, ParentWindow().Dpi());
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -6,11 +6,11 @@
 
 #include <string>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-class Win32Label final : public Win32Control<Label> {
+class Label final : public Control<tessaly::Label> {
 public:
-    Win32Label(Win32Parent& parent, int id);
+    Label(Parent& parent, int id);
 
     std::string Caption() const override { return mCaption; }
     void SetCaption(std::string_view caption) override;
@@ -27,4 +27,4 @@ private:
     HWND mNamed = nullptr;
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

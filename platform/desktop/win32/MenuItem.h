@@ -8,12 +8,12 @@
 #include <string>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-class Win32MenuItem final : public MenuItem {
+class MenuItem final : public tessaly::MenuItem {
 public:
     // Stands at the end of `menu`.
-    Win32MenuItem(HWND window, HMENU menu, int id, std::string_view name);
+    MenuItem(HWND window, HMENU menu, int id, std::string_view name);
 
     std::string Name() const override { return mName; }
     std::string Caption() const override { return mCaption; }
@@ -41,31 +41,31 @@ private:
     std::string mCaption;
 };
 
-class Win32Menus {
+class Menus {
 public:
     // Makes the menu bar of `window`, which gets it when it is shown.
-    explicit Win32Menus(HWND window);
-    Win32Menus(const Win32Menus&) = delete;
-    Win32Menus& operator=(const Win32Menus&) = delete;
-    ~Win32Menus();
+    explicit Menus(HWND window);
+    Menus(const Menus&) = delete;
+    Menus& operator=(const Menus&) = delete;
+    ~Menus();
 
     // The window owns the bar from now on.
     void Attach();
 
-    MenuItem& Add(MenuItem* parent, std::string_view name);
-    static void AddSeparator(MenuItem& parent);
+    tessaly::MenuItem& Add(tessaly::MenuItem* parent, std::string_view name);
+    static void AddSeparator(tessaly::MenuItem& parent);
 
     // The user has chosen the item with this id.
     void Choose(int id) const;
 
     // The items in the bar (null) or a drop-down, from top to bottom; null for a line.
-    std::vector<const Win32MenuItem*> Items(const MenuItem* menu) const;
+    std::vector<const MenuItem*> Items(const tessaly::MenuItem* menu) const;
 
 private:
     HWND mWindow;
     HMENU mBar;
     bool mIsAttached = false;
-    std::vector<std::unique_ptr<Win32MenuItem>> mItems;
+    std::vector<std::unique_ptr<MenuItem>> mItems;
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <bit>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 namespace {
 
@@ -18,8 +18,7 @@ constexpr DWORD ExtendedStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
 
 } // namespace
 
-Win32ModalWindow::Win32ModalWindow(Win32EventLoop& loop, HWND owner, const wchar_t* className, float clientWidth,
-                                   float clientHeight)
+ModalWindow::ModalWindow(EventLoop& loop, HWND owner, const wchar_t* className, float clientWidth, float clientHeight)
     : mLoop(loop),
       mOwner(owner),
       mClientWidth(clientWidth),
@@ -33,18 +32,18 @@ Win32ModalWindow::Win32ModalWindow(Win32EventLoop& loop, HWND owner, const wchar
     mFont = MakeMessageFont(mDpi);
 }
 
-Win32ModalWindow::~Win32ModalWindow() {
+ModalWindow::~ModalWindow() {
     if (mHandle != nullptr) {
         SetWindowLongPtrW(mHandle, GWLP_USERDATA, 0);
         DestroyWindow(mHandle);
     }
 }
 
-void Win32ModalWindow::SetTitle(std::string_view caption) {
+void ModalWindow::SetTitle(std::string_view caption) {
     SetWindowTextW(mHandle, ToWide(caption).c_str());
 }
 
-void Win32ModalWindow::Run() {
+void ModalWindow::Run() {
     Resize(WindowDpi(mOwner));
     PutInTheMiddle();
     mIsShown = true;
@@ -60,7 +59,7 @@ void Win32ModalWindow::Run() {
     SetActiveWindow(mOwner);
 }
 
-bool Win32ModalWindow::Take(MSG& message) {
+bool ModalWindow::Take(MSG& message) {
     const bool isTaken = TakeMessage(message);
     if (message.message == WM_KEYDOWN && message.wParam == VK_F1) {
         Raise(mLoop.onHelp);
@@ -68,18 +67,18 @@ bool Win32ModalWindow::Take(MSG& message) {
     return isTaken || (mHandle != nullptr && IsDialogMessageW(mHandle, &message) != 0);
 }
 
-void Win32ModalWindow::End() {
+void ModalWindow::End() {
     mIsShown = false;
     PostMessageW(mHandle, WM_NULL, 0, 0); // the loop looks again
 }
 
-void Win32ModalWindow::Resize(int dpi) {
+void ModalWindow::Resize(int dpi) {
     const bool isOther = dpi != mDpi;
     mDpi = dpi;
     if (isOther) {
-        Win32Font font = MakeMessageFont(dpi);
+        FontOwner font = MakeMessageFont(dpi);
         std::swap(mFont, font); // the controls use the old one until they are told
-        for (Win32Child* const child : mChildren) {
+        for (Child* const child : mChildren) {
             child->Rescale();
         }
         Rescaled();
@@ -89,7 +88,7 @@ void Win32ModalWindow::Resize(int dpi) {
     SetWindowPos(mHandle, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void Win32ModalWindow::PutInTheMiddle() {
+void ModalWindow::PutInTheMiddle() {
     RECT owner = {};
     GetWindowRect(mOwner, &owner);
     RECT own = {};
@@ -107,17 +106,17 @@ void Win32ModalWindow::PutInTheMiddle() {
     SetWindowPos(mHandle, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-LRESULT CALLBACK Win32ModalWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+LRESULT CALLBACK ModalWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     if (message == WM_NCCREATE) {
         const auto* const create = std::bit_cast<const CREATESTRUCTW*>(lParam);
-        static_cast<Win32ModalWindow*>(create->lpCreateParams)->mHandle = window;
+        static_cast<ModalWindow*>(create->lpCreateParams)->mHandle = window;
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(create->lpCreateParams));
     }
-    auto* const self = std::bit_cast<Win32ModalWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    auto* const self = std::bit_cast<ModalWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     return self != nullptr ? self->Message(message, wParam, lParam) : DefWindowProcW(window, message, wParam, lParam);
 }
 
-LRESULT Win32ModalWindow::Message(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT ModalWindow::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_CLOSE:
         Closed();
@@ -130,7 +129,7 @@ LRESULT Win32ModalWindow::Message(UINT message, WPARAM wParam, LPARAM lParam) {
         return MAKELRESULT(IDOK, DC_HASDEFID);
     case WM_SETFOCUS: // also when the window becomes active again
         if (focus.Owner() != nullptr) {
-            SetFocus(static_cast<const Win32Child*>(focus.Owner())->Handle());
+            SetFocus(static_cast<const Child*>(focus.Owner())->Handle());
         }
         return 0;
     case WM_DPICHANGED:
@@ -148,4 +147,4 @@ LRESULT Win32ModalWindow::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

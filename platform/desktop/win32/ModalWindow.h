@@ -10,15 +10,15 @@
 #include <utility>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-class Win32ModalWindow : public Win32Parent {
+class ModalWindow : public Parent {
 public:
     // `clientWidth` and `clientHeight` in twips.
-    Win32ModalWindow(Win32EventLoop& loop, HWND owner, const wchar_t* className, float clientWidth, float clientHeight);
-    Win32ModalWindow(const Win32ModalWindow&) = delete;
-    Win32ModalWindow& operator=(const Win32ModalWindow&) = delete;
-    ~Win32ModalWindow() override;
+    ModalWindow(EventLoop& loop, HWND owner, const wchar_t* className, float clientWidth, float clientHeight);
+    ModalWindow(const ModalWindow&) = delete;
+    ModalWindow& operator=(const ModalWindow&) = delete;
+    ~ModalWindow() override;
 
     void SetTitle(std::string_view caption);
 
@@ -26,12 +26,12 @@ public:
     void Run();
     void End();
 
-    // Win32Parent
+    // Parent
     HWND Handle() const override { return mHandle; }
     int Dpi() const override { return mDpi; }
     HFONT Font() const override { return mFont.get(); }
-    void Add(Win32Child& child) override { mChildren.push_back(&child); }
-    void Remove(Win32Child& child) override { std::erase(mChildren, &child); }
+    void Add(Child& child) override { mChildren.push_back(&child); }
+    void Remove(Child& child) override { std::erase(mChildren, &child); }
     void Later(std::function<void()> action) override { mLoop.Later(mHandle, std::move(action)); }
 
 protected:
@@ -50,15 +50,15 @@ private:
     void Resize(int dpi);
     void PutInTheMiddle();
 
-    Win32EventLoop& mLoop;
+    EventLoop& mLoop;
     HWND mOwner;
     HWND mHandle = nullptr;
     float mClientWidth;
     float mClientHeight;
     int mDpi = 96;
-    Win32Font mFont;
-    std::vector<Win32Child*> mChildren;
+    FontOwner mFont;
+    std::vector<Child*> mChildren;
     bool mIsShown = false;
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -4,21 +4,21 @@
 #include "platform/desktop/win32/WideBox.h"
 #include "platform/system/win32/Text.h"
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 HWND OwnerOfDialogs(HWND mainWindow) {
     HWND top = GetLastActivePopup(mainWindow);
     return IsWindowVisible(top) != 0 ? top : nullptr;
 }
 
-MsgResult Win32MsgBox::Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) {
+MsgResult MsgBox::Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) {
     if (mIsSilent) {
         return AnswerOfNobody(buttons);
     }
     const UINT style = static_cast<UINT>(buttons) | static_cast<UINT>(icon) | MB_DEFBUTTON1;
     HWND owner = OwnerOfDialogs(mMainWindow);
     const UINT modality = owner != nullptr ? MB_APPLMODAL : MB_TASKMODAL;
-    const Win32WideBox wide;
+    const WideBox wide;
     int result = 0;
     do { // some systems let a box be closed that has no button for that
         result = MessageBoxW(owner, ToWide(text).c_str(), ToWide(caption).c_str(), style | modality);
@@ -27,4 +27,4 @@ MsgResult Win32MsgBox::Show(std::string_view text, std::string_view caption, Msg
     return isPressed ? static_cast<MsgResult>(result) : AnswerOfNobody(buttons);
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -4,11 +4,11 @@
 #include "platform/desktop/MsgBox.h"
 #include "platform/desktop/win32/Headers.h"
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-class Win32MsgBox final : public MsgBox {
+class MsgBox final : public tessaly::MsgBox {
 public:
-    explicit Win32MsgBox(HWND mainWindow) : mMainWindow(mainWindow) {}
+    explicit MsgBox(HWND mainWindow) : mMainWindow(mainWindow) {}
 
     MsgResult Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) override;
 
@@ -23,4 +23,4 @@ private:
 // What a box or dialog stands in front of: the window of the program that is on top, if any can be seen.
 HWND OwnerOfDialogs(HWND mainWindow);
 
-} // namespace tessaly
+} // namespace tessaly::win32

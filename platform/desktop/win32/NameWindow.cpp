@@ -6,7 +6,7 @@
 
 #include <array>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 namespace {
 
@@ -29,8 +29,8 @@ std::wstring SystemText(UINT number, const wchar_t* otherwise) {
 
 } // namespace
 
-Win32NameWindow::Win32NameWindow(Win32EventLoop& loop, HWND owner)
-    : Win32ModalWindow(loop, owner, L"UserFuncVarFrm", ClientWidth, ClientHeight),
+NameWindow::NameWindow(EventLoop& loop, HWND owner)
+    : win32::ModalWindow(loop, owner, L"UserFuncVarFrm", ClientWidth, ClientHeight),
       mLabel(*this, ControlId::NameLabel),
       mBox(*this, {WC_EDITW, ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, ControlId::FuncVarName}),
       mOk(*this, {WC_BUTTONW, BS_DEFPUSHBUTTON | WS_TABSTOP, 0, IDOK, SystemText(OkText, L"OK")}),
@@ -41,21 +41,21 @@ Win32NameWindow::Win32NameWindow(Win32EventLoop& loop, HWND owner)
     mCancel.SetPlace(CancelPlace);
 }
 
-void Win32NameWindow::SetCancelCaption(std::string_view caption) {
+void NameWindow::SetCancelCaption(std::string_view caption) {
     SetWindowTextW(mCancel.Handle(), ToWide(caption).c_str());
 }
 
-std::string Win32NameWindow::FuncVarName() const {
+std::string NameWindow::FuncVarName() const {
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(mBox.Handle())) + 1, L'\0');
     text.resize(static_cast<std::size_t>(GetWindowTextW(mBox.Handle(), text.data(), static_cast<int>(text.size()))));
     return ToUtf8(text);
 }
 
-void Win32NameWindow::Closed() {
+void NameWindow::Closed() {
     Raise(onCancel);
 }
 
-void Win32NameWindow::Commanded(int id) {
+void NameWindow::Commanded(int id) {
     if (id == IDOK) {
         Raise(onOk);
     } else if (id == IDCANCEL) {
@@ -63,4 +63,4 @@ void Win32NameWindow::Commanded(int id) {
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

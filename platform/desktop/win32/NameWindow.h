@@ -6,16 +6,16 @@
 #include "platform/desktop/win32/ModalWindow.h"
 #include "platform/desktop/win32/Part.h"
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-class Win32NameWindow final : public NameWindow, private Win32ModalWindow {
+class NameWindow final : public tessaly::NameWindow, private ModalWindow {
 public:
-    Win32NameWindow(Win32EventLoop& loop, HWND owner);
+    NameWindow(EventLoop& loop, HWND owner);
 
     void SetCaption(std::string_view caption) override { SetTitle(caption); }
     void ShowModal() override { Run(); }
     void Hide() override { End(); }
-    Label& NameLabel() override { return mLabel; }
+    tessaly::Label& NameLabel() override { return mLabel; }
     void SetCancelCaption(std::string_view caption) override;
     std::string FuncVarName() const override;
 
@@ -24,10 +24,10 @@ private:
     void Commanded(int id) override;
     HWND FirstFocus() const override { return mBox.Handle(); }
 
-    Win32Label mLabel;
-    Win32Part mBox;
-    Win32Part mOk;
-    Win32Part mCancel;
+    Label mLabel;
+    Part mBox;
+    Part mOk;
+    Part mCancel;
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

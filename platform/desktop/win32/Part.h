@@ -3,13 +3,13 @@
 
 #include "platform/desktop/win32/Child.h"
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-class Win32Part final : public Win32Child {
+class Part final : public Child {
 public:
-    using Win32Child::Win32Child;
+    using Child::Child;
 
     bool CanHaveFocus() const override { return true; }
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -2,13 +2,13 @@
 
 #include "platform/system/win32/Text.h"
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 namespace {
 
 // All of the bitmap is seen: the mask that would hide some of it is empty.
-Win32Icon IconOfBitmap(HBITMAP bitmap, int size) {
-    const Win32Bitmap mask(CreateBitmap(size, size, 1, 1, nullptr));
+IconOwner IconOfBitmap(HBITMAP bitmap, int size) {
+    const BitmapOwner mask(CreateBitmap(size, size, 1, 1, nullptr));
     HDC drawing = CreateCompatibleDC(nullptr);
     HGDIOBJ before = SelectObject(drawing, mask.get());
     PatBlt(drawing, 0, 0, size, size, BLACKNESS);
@@ -18,12 +18,12 @@ Win32Icon IconOfBitmap(HBITMAP bitmap, int size) {
     icon.fIcon = TRUE;
     icon.hbmMask = mask.get();
     icon.hbmColor = bitmap;
-    return Win32Icon(CreateIconIndirect(&icon));
+    return IconOwner(CreateIconIndirect(&icon));
 }
 
 } // namespace
 
-Win32Icon LoadIconFile(const std::string& path, int size) {
+IconOwner LoadIconFile(const std::string& path, int size) {
     if (path.empty()) {
         return nullptr;
     }
@@ -31,15 +31,15 @@ Win32Icon LoadIconFile(const std::string& path, int size) {
     const auto load = [&](UINT type) {
         return LoadImageW(nullptr, widePath.c_str(), type, size, size, LR_LOADFROMFILE);
     };
-    if (Win32Icon icon(static_cast<HICON>(load(IMAGE_ICON))); icon) {
+    if (IconOwner icon(static_cast<HICON>(load(IMAGE_ICON))); icon) {
         return icon;
     }
-    const Win32Bitmap bitmap(static_cast<HBITMAP>(load(IMAGE_BITMAP)));
+    const BitmapOwner bitmap(static_cast<HBITMAP>(load(IMAGE_BITMAP)));
     return bitmap ? IconOfBitmap(bitmap.get(), size) : nullptr;
 }
 
-Win32Bitmap LoadPictureResource(const std::wstring& name) {
-    return Win32Bitmap(static_cast<HBITMAP>(
+BitmapOwner LoadPictureResource(const std::wstring& name) {
+    return BitmapOwner(static_cast<HBITMAP>(
         LoadImageW(GetModuleHandleW(nullptr), name.c_str(), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
 }
 
@@ -55,4 +55,4 @@ void DrawPicture(HDC target, HBITMAP picture, const RECT& place) {
     DeleteDC(source);
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

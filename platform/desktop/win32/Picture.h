@@ -5,18 +5,18 @@
 
 #include <string>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 // The number of the program's own icon among its resources.
 inline constexpr int ProgramIcon = 1;
 
 // The icon in an icon file, or one made of a bitmap file, in this size; null when there is none.
-Win32Icon LoadIconFile(const std::string& path, int size);
+IconOwner LoadIconFile(const std::string& path, int size);
 
 // A bitmap resource; its colours are premultiplied with their alpha. Null when there is none of this name.
-Win32Bitmap LoadPictureResource(const std::wstring& name);
+BitmapOwner LoadPictureResource(const std::wstring& name);
 
 // Draws such a bitmap in this rectangle.
 void DrawPicture(HDC target, HBITMAP picture, const RECT& place);
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -7,7 +7,7 @@
 #include <functional>
 #include <type_traits>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 // Raises an event if somebody listens. Whatever a user is to know of a failure the handler shows itself; what it
 // throws in spite of that ends here.
@@ -24,4 +24,4 @@ void Raise(const std::function<void(Arguments...)>& event, const std::type_ident
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -16,7 +16,7 @@
 #include <string_view>
 #include <utility>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 namespace {
 
@@ -118,11 +118,11 @@ bool IsUndoKey(WPARAM key) {
 
 } // namespace
 
-Win32RichTextBox::Win32RichTextBox(Win32Parent& parent)
-    : Win32Control(parent, {RichEditClass(),
-                            ES_MULTILINE | ES_AUTOVSCROLL | ES_AUTOHSCROLL | ES_NOHIDESEL | ES_WANTRETURN |
-                                ES_NOOLEDRAGDROP | ES_DISABLENOSCROLL | WS_VSCROLL | WS_HSCROLL,
-                            WS_EX_CLIENTEDGE, ControlId::FuncBody}),
+RichTextBox::RichTextBox(Parent& parent)
+    : Control(parent, {RichEditClass(),
+                       ES_MULTILINE | ES_AUTOVSCROLL | ES_AUTOHSCROLL | ES_NOHIDESEL | ES_WANTRETURN |
+                           ES_NOOLEDRAGDROP | ES_DISABLENOSCROLL | WS_VSCROLL | WS_HSCROLL,
+                       WS_EX_CLIENTEDGE, ControlId::FuncBody}),
       mFormat(Handle()) {
     SetUpControl();
     ApplyFont();
@@ -130,7 +130,7 @@ Win32RichTextBox::Win32RichTextBox(Win32Parent& parent)
     Send(EM_SETEVENTMASK, 0, ENM_CHANGE);
 }
 
-void Win32RichTextBox::SetUpControl() {
+void RichTextBox::SetUpControl() {
     constexpr LPARAM noWordWrap = 1;
     constexpr LPARAM noLimit = 0x7FFFFFFE;
     Send(EM_SETTARGETDEVICE, 0, noWordWrap);
@@ -142,21 +142,21 @@ void Win32RichTextBox::SetUpControl() {
 }
 
 // The control measures in twips of the resolution that Windows was started with, whatever its window's is.
-void Win32RichTextBox::ApplyFont() {
-    const float scale = static_cast<float>(Parent().Dpi()) / static_cast<float>(SystemDpi());
+void RichTextBox::ApplyFont() {
+    const float scale = static_cast<float>(ParentWindow().Dpi()) / static_cast<float>(SystemDpi());
     mFormat.SetFont(CodeFontName(), std::lround(FontHeight * scale));
 }
 
-float Win32RichTextBox::CharacterWidth() const {
+float RichTextBox::CharacterWidth() const {
     LOGFONTW font = {};
-    font.lfHeight = -ToPixels(FontHeight, Parent().Dpi());
+    font.lfHeight = -ToPixels(FontHeight, ParentWindow().Dpi());
     CodeFontName().copy(font.lfFaceName, LF_FACESIZE - 1);
-    const Win32Font made(CreateFontIndirectW(&font));
-    return ToTwips(MeasureFont(made.get()).tmAveCharWidth, Parent().Dpi());
+    const FontOwner made(CreateFontIndirectW(&font));
+    return ToTwips(MeasureFont(made.get()).tmAveCharWidth, ParentWindow().Dpi());
 }
 
-void Win32RichTextBox::ShowTabStops() {
-    const float scale = static_cast<float>(Parent().Dpi()) / static_cast<float>(SystemDpi());
+void RichTextBox::ShowTabStops() {
+    const float scale = static_cast<float>(ParentWindow().Dpi()) / static_cast<float>(SystemDpi());
     std::vector<LONG> stops;
     for (const float stop : mTabStops) {
         if (stop > 0) { // at the edge itself there can be none
@@ -166,16 +166,16 @@ void Win32RichTextBox::ShowTabStops() {
     mFormat.SetTabStops(stops);
 }
 
-void Win32RichTextBox::ShowBackground() {
+void RichTextBox::ShowBackground() {
     Send(EM_SETBKGNDCOLOR, mFuncBodyAvailable ? 1 : 0, static_cast<LPARAM>(GetSysColor(COLOR_BTNFACE)));
 }
 
-std::string Win32RichTextBox::Text() const {
+std::string RichTextBox::Text() const {
     return mBreaks.Apply(
         PlainText(mFuncBodyAvailable && Handle() != nullptr && mIsEdited ? ShownText() : mText, mHasPictures));
 }
 
-void Win32RichTextBox::SetText(std::string_view text) {
+void RichTextBox::SetText(std::string_view text) {
     BreakList breaks;
     std::wstring wide = ToWide(breaks.Set(text));
     const bool hasPictures = ShowControlCharacters(wide);
@@ -192,7 +192,7 @@ void Win32RichTextBox::SetText(std::string_view text) {
 }
 
 // The text of an unavailable pane is kept, but not shown.
-void Win32RichTextBox::SetFuncBodyAvailable(bool available) {
+void RichTextBox::SetFuncBodyAvailable(bool available) {
     if (mFuncBodyAvailable == available) {
         return;
     }
@@ -212,7 +212,7 @@ void Win32RichTextBox::SetFuncBodyAvailable(bool available) {
 
 // Both are there as long as text can be seen: where one comes while something is typed, all of the text is laid out
 // again. Without text they take long to draw at the start, for nothing.
-void Win32RichTextBox::ShowScrollBars() {
+void RichTextBox::ShowScrollBars() {
     if (!mFuncBodyAvailable) {
         ShowScrollBar(Handle(), SB_BOTH, FALSE); // both in one step
     }
@@ -226,8 +226,8 @@ void Win32RichTextBox::ShowScrollBars() {
 
 // A control that has not taken all of a text gets the old one back. If it does not take that one either, nobody may
 // edit what it shows.
-void Win32RichTextBox::Show(std::wstring_view text) {
-    Win32CodeLines lines(text);
+void RichTextBox::Show(std::wstring_view text) {
+    CodeLines lines(text);
     CHARRANGE selection = {};
     Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
     if (PutIn(text)) {
@@ -243,7 +243,7 @@ void Win32RichTextBox::Show(std::wstring_view text) {
 }
 
 // By a stream: the messages that take a whole text can be slow beyond measure. Returns whether all of it is there.
-bool Win32RichTextBox::PutIn(std::wstring_view text) {
+bool RichTextBox::PutIn(std::wstring_view text) {
     if (text.empty() && ShownLength() == 0) {
         Send(EM_EMPTYUNDOBUFFER);
         return true;
@@ -263,37 +263,37 @@ bool Win32RichTextBox::PutIn(std::wstring_view text) {
     return stream.dwError == 0 && static_cast<std::size_t>(ShownLength()) == text.size();
 }
 
-void Win32RichTextBox::SetTabStops(const std::vector<float>& stops) {
+void RichTextBox::SetTabStops(const std::vector<float>& stops) {
     mTabStops = stops;
     ShowTabStops();
 }
 
-void Win32RichTextBox::GainFocus() {
+void RichTextBox::GainFocus() {
     Raise(onGotFocus);
 }
 
-void Win32RichTextBox::LoseFocus() {
+void RichTextBox::LoseFocus() {
     Raise(onLostFocus);
 }
 
-void Win32RichTextBox::Command(int /*id*/, int code) {
+void RichTextBox::Command(int /*id*/, int code) {
     if (code == EN_CHANGE) {
         Changed();
     }
 }
 
-void Win32RichTextBox::Rescale() {
+void RichTextBox::Rescale() {
     Move();
     ApplyFont();
     ShowTabStops();
 }
 
-void Win32RichTextBox::ColoursChanged() {
+void RichTextBox::ColoursChanged() {
     ShowBackground();
     mFormat.ReadColours();
 }
 
-LRESULT Win32RichTextBox::Message(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT RichTextBox::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_KEYDOWN:
     case WM_SYSKEYDOWN:
@@ -320,7 +320,7 @@ LRESULT Win32RichTextBox::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-LRESULT Win32RichTextBox::Key(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT RichTextBox::Key(UINT message, WPARAM wParam, LPARAM lParam) {
     const bool isChar = message == WM_CHAR;
     if (!isChar && IsPasteKey(wParam)) {
         return Paste();
@@ -339,13 +339,13 @@ LRESULT Win32RichTextBox::Key(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 // Plain text, whatever else the clipboard holds.
-LRESULT Win32RichTextBox::Paste() {
+LRESULT RichTextBox::Paste() {
     return mFuncBodyAvailable ? DefaultOfEdit(EM_PASTESPECIAL, CF_UNICODETEXT, 0, EditPlace::AtSelection) : 0;
 }
 
 // While the control is at work with an edit it would paint what has not been read and coloured yet, too much of it, and
 // then nothing any more when it has been.
-LRESULT Win32RichTextBox::DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam, EditPlace place) {
+LRESULT RichTextBox::DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam, EditPlace place) {
     if (mEdit) {
         return Default(message, wParam, lParam);
     }
@@ -356,12 +356,12 @@ LRESULT Win32RichTextBox::DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lPar
         mEdit->start = before.selection.cpMin;
     }
     const LRESULT result = Default(message, wParam, lParam);
-    const Win32Region toPaint = std::move(mEdit->toPaint);
+    const RegionOwner toPaint = std::move(mEdit->toPaint);
     mEdit.reset();
     if (toPaint) {
         if (isAllPainted && place == EditPlace::AtSelection && IsInOneLine(before, WhatIsSeen())) {
             const RECT line = mFormat.LineRect(static_cast<std::size_t>(before.selection.cpMin));
-            const Win32Region lineRegion(CreateRectRgnIndirect(&line));
+            const RegionOwner lineRegion(CreateRectRgnIndirect(&line));
             CombineRgn(toPaint.get(), toPaint.get(), lineRegion.get(), RGN_AND);
         }
         InvalidateRgn(Handle(), toPaint.get(), TRUE);
@@ -370,7 +370,7 @@ LRESULT Win32RichTextBox::DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lPar
 }
 
 // Windows has a window painted when nothing else is to be done: what is left over waits for that, and no key for it.
-LRESULT Win32RichTextBox::Paint(WPARAM wParam, LPARAM lParam) {
+LRESULT RichTextBox::Paint(WPARAM wParam, LPARAM lParam) {
     if (mEdit) {
         HoldPaintingBack();
         return 0;
@@ -383,8 +383,8 @@ LRESULT Win32RichTextBox::Paint(WPARAM wParam, LPARAM lParam) {
     return result;
 }
 
-void Win32RichTextBox::HoldPaintingBack() {
-    Win32Region asked(CreateRectRgn(0, 0, 0, 0));
+void RichTextBox::HoldPaintingBack() {
+    RegionOwner asked(CreateRectRgn(0, 0, 0, 0));
     GetUpdateRgn(Handle(), asked.get(), FALSE);
     ValidateRect(Handle(), nullptr);
     if (mEdit->toPaint) {
@@ -393,7 +393,7 @@ void Win32RichTextBox::HoldPaintingBack() {
     mEdit->toPaint = std::move(asked);
 }
 
-Win32RichTextBox::Sight Win32RichTextBox::WhatIsSeen() const {
+RichTextBox::Sight RichTextBox::WhatIsSeen() const {
     Sight sight;
     sight.lines = mFormat.LineCount();
     Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&sight.selection));
@@ -401,14 +401,14 @@ Win32RichTextBox::Sight Win32RichTextBox::WhatIsSeen() const {
     return sight;
 }
 
-bool Win32RichTextBox::IsInOneLine(const Sight& before, const Sight& now) {
+bool RichTextBox::IsInOneLine(const Sight& before, const Sight& now) {
     const auto isCaret = [](const CHARRANGE& selection) { return selection.cpMin == selection.cpMax; };
     return before.lines == now.lines && isCaret(before.selection) && isCaret(now.selection) &&
            before.text.x == now.text.x && before.text.y == now.text.y;
 }
 
 // Reads what has changed. Where the edit tells its place that costs no more in a long text than in a short one.
-void Win32RichTextBox::Changed() {
+void RichTextBox::Changed() {
     mIsEdited = true;
     const LONG before = static_cast<LONG>(mText.size());
     const LONG now = ShownLength();
@@ -430,7 +430,7 @@ void Win32RichTextBox::Changed() {
 }
 
 // `sameInFront` and `sameBehind` are how much is known to be as before.
-void Win32RichTextBox::TakeOver(std::wstring now, std::size_t sameInFront, std::size_t sameBehind) {
+void RichTextBox::TakeOver(std::wstring now, std::size_t sameInFront, std::size_t sameBehind) {
     const std::size_t shorter = std::min(mText.size(), now.size());
     std::size_t front = std::min(sameInFront, shorter);
     while (front < shorter && mText[front] == now[front]) {
@@ -449,7 +449,7 @@ void Win32RichTextBox::TakeOver(std::wstring now, std::size_t sameInFront, std::
     mFormat.Edit(mText, front, end, removed);
 }
 
-std::wstring Win32RichTextBox::ShownText() const {
+std::wstring RichTextBox::ShownText() const {
     std::wstring text(static_cast<std::size_t>(ShownLength()) + 1, L'\0');
     GETTEXTEX request = {};
     request.cb = static_cast<DWORD>(text.size() * sizeof(wchar_t));
@@ -460,7 +460,7 @@ std::wstring Win32RichTextBox::ShownText() const {
     return text;
 }
 
-std::wstring Win32RichTextBox::ShownText(LONG start, LONG end) const {
+std::wstring RichTextBox::ShownText(LONG start, LONG end) const {
     std::wstring text(static_cast<std::size_t>(end - start) + 1, L'\0');
     TEXTRANGEW request = {{start, end}, text.data()};
     text.resize(
@@ -468,15 +468,15 @@ std::wstring Win32RichTextBox::ShownText(LONG start, LONG end) const {
     return text;
 }
 
-LONG Win32RichTextBox::ShownLength() const {
+LONG RichTextBox::ShownLength() const {
     GETTEXTLENGTHEX request = {GTL_NUMCHARS | GTL_PRECISE, 1200};
     return static_cast<LONG>(Send(EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&request)));
 }
 
-LONG Win32RichTextBox::Caret() const {
+LONG RichTextBox::Caret() const {
     CHARRANGE selection = {};
     Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
     return selection.cpMax;
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -11,11 +11,11 @@
 #include <string>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-class Win32RichTextBox final : public Win32Control<RichTextBox> {
+class RichTextBox final : public Control<tessaly::RichTextBox> {
 public:
-    explicit Win32RichTextBox(Win32Parent& parent);
+    explicit RichTextBox(Parent& parent);
 
     std::string Text() const override;
     void SetText(std::string_view text) override;
@@ -51,7 +51,7 @@ private:
     // An edit that the control is at work with.
     struct Edit {
         std::optional<LONG> start; // where it is known
-        Win32Region toPaint;       // what the control wanted to paint; null for nothing
+        RegionOwner toPaint;       // what the control wanted to paint; null for nothing
     };
 
     // What decides where the text stands in the view, and what of it.
@@ -79,11 +79,11 @@ private:
     std::wstring mText;        // as the control shows it, every line break a single CR
     bool mHasPictures = false; // of control characters
     bool mIsEdited = false;    // by the user, since it was put in
-    Win32ViewFormat mFormat;
+    ViewFormat mFormat;
     std::vector<float> mTabStops;
     bool mFuncBodyAvailable = true;
     CHARRANGE mHiddenSelection = {}; // while it is not
     std::optional<Edit> mEdit;
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

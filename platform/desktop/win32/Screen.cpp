@@ -7,7 +7,7 @@
 #include <cmath>
 #include <type_traits>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 namespace {
 
@@ -41,7 +41,7 @@ std::wstring AnyFixedPitchFont() {
     LOGFONTW wanted = {};
     wanted.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
     wanted.lfCharSet = DEFAULT_CHARSET;
-    const Win32Font font(CreateFontIndirectW(&wanted));
+    const FontOwner font(CreateFontIndirectW(&wanted));
     HDC screen = GetDC(nullptr);
     HGDIOBJ before = SelectObject(screen, font.get());
     std::array<wchar_t, LF_FACESIZE> name = {};
@@ -59,10 +59,10 @@ NONCLIENTMETRICSW WindowMetrics() {
 }
 
 // A font of Windows, whose height is for the system's resolution.
-Win32Font MakeFont(LOGFONTW font, int dpi, float times) {
+FontOwner MakeFont(LOGFONTW font, int dpi, float times) {
     const float scale = times * static_cast<float>(dpi) / static_cast<float>(SystemDpi());
     font.lfHeight = static_cast<LONG>(std::lround(static_cast<float>(font.lfHeight) * scale));
-    return Win32Font(CreateFontIndirectW(&font));
+    return FontOwner(CreateFontIndirectW(&font));
 }
 
 } // namespace
@@ -105,7 +105,7 @@ SIZE FrameSize(SIZE client, DWORD style, DWORD extendedStyle, bool hasMenu, int 
     return {rect.right - rect.left, rect.bottom - rect.top};
 }
 
-Win32Font MakeMessageFont(int dpi, float times) {
+FontOwner MakeMessageFont(int dpi, float times) {
     LOGFONTW font = WindowMetrics().lfMessageFont;
     if (times > 1) {
         font.lfWeight = FW_SEMIBOLD;
@@ -113,7 +113,7 @@ Win32Font MakeMessageFont(int dpi, float times) {
     return MakeFont(font, dpi, times);
 }
 
-Win32Font MakeCaptionFont(int dpi) {
+FontOwner MakeCaptionFont(int dpi) {
     return MakeFont(WindowMetrics().lfCaptionFont, dpi, 1);
 }
 
@@ -136,4 +136,4 @@ std::wstring CodeFontName() {
     return AnyFixedPitchFont();
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

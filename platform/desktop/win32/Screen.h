@@ -5,7 +5,7 @@
 
 #include <string>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 // Of the monitor that the window is on, or the system's where Windows has only one.
 int WindowDpi(HWND window);
@@ -20,14 +20,14 @@ float ToTwips(int pixels, int dpi);
 SIZE FrameSize(SIZE client, DWORD style, DWORD extendedStyle, bool hasMenu, int dpi);
 
 // The font of message boxes, which labels and trees use too. `times` makes it larger.
-Win32Font MakeMessageFont(int dpi, float times = 1);
+FontOwner MakeMessageFont(int dpi, float times = 1);
 
 // The font of a window's caption.
-Win32Font MakeCaptionFont(int dpi);
+FontOwner MakeCaptionFont(int dpi);
 
 TEXTMETRICW MeasureFont(HFONT font);
 
 // The name of a fixed-pitch font that is installed.
 std::wstring CodeFontName();
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 namespace {
 
@@ -41,8 +41,8 @@ RECT Pixels(const Extent& extent, int dpi) {
 
 } // namespace
 
-Win32SplashWindow::Win32SplashWindow(Win32EventLoop& loop, HWND owner)
-    : Win32ModalWindow(loop, owner, L"frmSplash", ClientWidth, ClientHeight),
+SplashWindow::SplashWindow(EventLoop& loop, HWND owner)
+    : win32::ModalWindow(loop, owner, L"frmSplash", ClientWidth, ClientHeight),
       mFrame(*this, {WC_BUTTONW, BS_GROUPBOX, 0, ControlId::Frame1}),
       mCompanyProduct(*this, ControlId::LblCompanyProduct),
       mProductName(*this, ControlId::LblProductName),
@@ -60,15 +60,15 @@ Win32SplashWindow::Win32SplashWindow(Win32EventLoop& loop, HWND owner)
     Rescaled();
 }
 
-void Win32SplashWindow::Rescaled() {
-    Win32Font font = MakeMessageFont(Dpi(), LargeFont);
+void SplashWindow::Rescaled() {
+    FontOwner font = MakeMessageFont(Dpi(), LargeFont);
     SendMessageW(mProductName.Handle(), WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
     mLargeFont = std::move(font);
     mLogo = LoadPictureResource(LogoResource(Dpi()));
 }
 
 // A key that is still down from the menu is none.
-bool Win32SplashWindow::TakeMessage(MSG& message) {
+bool SplashWindow::TakeMessage(MSG& message) {
     const bool isKey = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
     if (!isKey || IsModifierKey(static_cast<int>(message.wParam))) {
         return false;
@@ -80,7 +80,7 @@ bool Win32SplashWindow::TakeMessage(MSG& message) {
 }
 
 // Labels and the frame leave clicks to the window behind them.
-bool Win32SplashWindow::OwnMessage(UINT message, LPARAM lParam) {
+bool SplashWindow::OwnMessage(UINT message, LPARAM lParam) {
     if (message == WM_PAINT) {
         Paint();
         return true;
@@ -98,7 +98,7 @@ bool Win32SplashWindow::OwnMessage(UINT message, LPARAM lParam) {
     return true;
 }
 
-void Win32SplashWindow::Paint() {
+void SplashWindow::Paint() {
     PAINTSTRUCT paint = {};
     HDC target = BeginPaint(Handle(), &paint);
     if (mLogo) {
@@ -107,4 +107,4 @@ void Win32SplashWindow::Paint() {
     EndPaint(Handle(), &paint);
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

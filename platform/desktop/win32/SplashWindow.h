@@ -6,21 +6,21 @@
 #include "platform/desktop/win32/ModalWindow.h"
 #include "platform/desktop/win32/Part.h"
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-class Win32SplashWindow final : public SplashWindow, private Win32ModalWindow {
+class SplashWindow final : public tessaly::SplashWindow, private ModalWindow {
 public:
-    Win32SplashWindow(Win32EventLoop& loop, HWND owner);
+    SplashWindow(EventLoop& loop, HWND owner);
 
     void SetCaption(std::string_view caption) override { SetTitle(caption); }
     void ShowModal() override { Run(); }
     void Hide() override { End(); }
-    Label& LblVersion() override { return mVersion; }
-    Label& LblPlatform() override { return mPlatform; }
-    Label& LblCompany() override { return mCompany; }
-    Label& LblCopyright() override { return mCopyright; }
-    Label& LblCompanyProduct() override { return mCompanyProduct; }
-    Label& LblProductName() override { return mProductName; }
+    tessaly::Label& LblVersion() override { return mVersion; }
+    tessaly::Label& LblPlatform() override { return mPlatform; }
+    tessaly::Label& LblCompany() override { return mCompany; }
+    tessaly::Label& LblCopyright() override { return mCopyright; }
+    tessaly::Label& LblCompanyProduct() override { return mCompanyProduct; }
+    tessaly::Label& LblProductName() override { return mProductName; }
 
 private:
     bool TakeMessage(MSG& message) override;
@@ -29,15 +29,15 @@ private:
     void Paint();
 
     bool mIsPressed = false; // the left button, in the frame
-    Win32Font mLargeFont;
-    Win32Bitmap mLogo;
-    Win32Part mFrame;
-    Win32Label mCompanyProduct;
-    Win32Label mProductName;
-    Win32Label mVersion;
-    Win32Label mPlatform;
-    Win32Label mCompany;
-    Win32Label mCopyright;
+    FontOwner mLargeFont;
+    BitmapOwner mLogo;
+    Part mFrame;
+    Label mCompanyProduct;
+    Label mProductName;
+    Label mVersion;
+    Label mPlatform;
+    Label mCompany;
+    Label mCopyright;
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

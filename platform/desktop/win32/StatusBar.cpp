@@ -7,7 +7,7 @@
 #include <bit>
 #include <utility>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 namespace {
 
@@ -15,27 +15,26 @@ constexpr float FixedWidth = 1440; // of a panel that does not spring, in twips
 
 } // namespace
 
-Win32StatusBar::Win32StatusBar(Win32Parent& parent)
-    : Win32Control(parent, {STATUSCLASSNAMEW, SBARS_SIZEGRIP, 0, ControlId::StatusBar1}) {
+StatusBar::StatusBar(Parent& parent) : Control(parent, {STATUSCLASSNAMEW, SBARS_SIZEGRIP, 0, ControlId::StatusBar1}) {
     LayOut();
 }
 
-void Win32StatusBar::AddPanel() {
+void StatusBar::AddPanel() {
     mPanels.emplace_back();
     LayOut();
 }
 
-float Win32StatusBar::PreferredHeight() const {
+float StatusBar::PreferredHeight() const {
     Send(WM_SIZE);
     return Place().height;
 }
 
-void Win32StatusBar::SetPanelSpring(std::int32_t number) {
+void StatusBar::SetPanelSpring(std::int32_t number) {
     Panel(number).isSpring = true;
     LayOut();
 }
 
-void Win32StatusBar::SetPanelText(std::int32_t number, std::string_view text) {
+void StatusBar::SetPanelText(std::int32_t number, std::string_view text) {
     OnePanel& panel = Panel(number);
     if (panel.text == text) {
         return;
@@ -44,18 +43,18 @@ void Win32StatusBar::SetPanelText(std::int32_t number, std::string_view text) {
     ShowText(static_cast<std::size_t>(number) - 1);
 }
 
-void Win32StatusBar::Dock() {
+void StatusBar::Dock() {
     if (!IsPlaced()) {
         Send(WM_SIZE);
     }
 }
 
-void Win32StatusBar::Rescale() {
-    Win32Child::Rescale();
+void StatusBar::Rescale() {
+    Child::Rescale();
     LayOut();
 }
 
-LRESULT Win32StatusBar::Message(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT StatusBar::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     // Asked for its size it moves to the bottom by itself, which is right only without a place.
     if (message == WM_SIZE && IsPlaced()) {
         LayOut();
@@ -79,14 +78,14 @@ LRESULT Win32StatusBar::Message(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 // A tool tip for each panel tells all of a text that may be cut off.
-void Win32StatusBar::MakeToolTips() {
+void StatusBar::MakeToolTips() {
     mToolTips = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX, 0, 0, 0, 0, Handle(),
                                 nullptr, GetModuleHandleW(nullptr), nullptr);
     SendToolTips(TTM_ADDTOOLW);
 }
 
 // TTM_ADDTOOLW or TTM_NEWTOOLRECTW for each panel.
-void Win32StatusBar::SendToolTips(UINT message) const {
+void StatusBar::SendToolTips(UINT message) const {
     for (std::size_t place = 0; mToolTips != nullptr && place < mPanels.size(); ++place) {
         TTTOOLINFOW tool = {};
         tool.cbSize = TTTOOLINFOW_V2_SIZE;
@@ -100,18 +99,18 @@ void Win32StatusBar::SendToolTips(UINT message) const {
 }
 
 // A number below 1 becomes one far behind the end.
-const Win32StatusBar::OnePanel& Win32StatusBar::Panel(std::int32_t number) const {
+const StatusBar::OnePanel& StatusBar::Panel(std::int32_t number) const {
     return mPanels.at(static_cast<std::size_t>(number) - 1);
 }
 
-Win32StatusBar::OnePanel& Win32StatusBar::Panel(std::int32_t number) {
+StatusBar::OnePanel& StatusBar::Panel(std::int32_t number) {
     return mPanels.at(static_cast<std::size_t>(number) - 1);
 }
 
-void Win32StatusBar::LayOut() {
+void StatusBar::LayOut() {
     RECT rect = {};
     GetClientRect(Handle(), &rect);
-    const int fixedWidth = ToPixels(FixedWidth, Parent().Dpi());
+    const int fixedWidth = ToPixels(FixedWidth, ParentWindow().Dpi());
     const auto springs = static_cast<int>(
         std::count_if(mPanels.begin(), mPanels.end(), [](const OnePanel& panel) { return panel.isSpring; }));
     const int taken = fixedWidth * (static_cast<int>(mPanels.size()) - springs);
@@ -139,10 +138,10 @@ void Win32StatusBar::LayOut() {
 }
 
 // A tab would move what follows to the middle or the right of the panel.
-void Win32StatusBar::ShowText(std::size_t place) {
+void StatusBar::ShowText(std::size_t place) {
     std::wstring text = ToWide(mPanels[place].text);
     std::replace(text.begin(), text.end(), L'\t', L' ');
     Send(SB_SETTEXTW, place, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-class Win32StatusBar final : public Win32Control<StatusBar> {
+class StatusBar final : public Control<tessaly::StatusBar> {
 public:
-    explicit Win32StatusBar(Win32Parent& parent);
+    explicit StatusBar(Parent& parent);
 
     void AddPanel() override;
     std::int32_t PanelCount() const override { return static_cast<std::int32_t>(mPanels.size()); }
@@ -49,4 +49,4 @@ private:
     std::vector<int> mEdges; // of the panels on the right, as the control knows them
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

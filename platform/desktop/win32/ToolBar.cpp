@@ -10,7 +10,7 @@
 #include <array>
 #include <stdexcept>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 namespace {
 
@@ -33,20 +33,20 @@ int PictureSize(int dpi) {
 
 } // namespace
 
-std::string Win32ImageList::Tag(std::int32_t number) const {
+std::string ImageList::Tag(std::int32_t number) const {
     return std::string(Pictures.at(static_cast<std::size_t>(number) - 1).tag);
 }
 
-std::int32_t Win32ImageList::Count() const {
+std::int32_t ImageList::Count() const {
     return static_cast<std::int32_t>(Pictures.size());
 }
 
-void Win32ImageList::Rescale(int dpi) {
+void ImageList::Rescale(int dpi) {
     mSize = PictureSize(dpi);
     mImages.reset();
 }
 
-HIMAGELIST Win32ImageList::Images() {
+HIMAGELIST ImageList::Images() {
     if (!mImages) {
         mImages.reset(ImageList_Create(mSize, mSize, ILC_COLOR32, Count(), 0));
         for (const Picture& picture : Pictures) {
@@ -56,9 +56,9 @@ HIMAGELIST Win32ImageList::Images() {
     return mImages.get();
 }
 
-Win32ToolBar::Win32ToolBar(Win32Parent& parent, Win32ImageList& images)
-    : Win32Control(parent, {TOOLBARCLASSNAMEW, TBSTYLE_FLAT | TBSTYLE_TOOLTIPS | CCS_TOP | CCS_NODIVIDER, 0,
-                            ControlId::VornToolBar}),
+ToolBar::ToolBar(Parent& parent, ImageList& images)
+    : Control(parent, {TOOLBARCLASSNAMEW, TBSTYLE_FLAT | TBSTYLE_TOOLTIPS | CCS_TOP | CCS_NODIVIDER, 0,
+                       ControlId::VornToolBar}),
       mImages(images) {
     Send(TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON));
     // Texts that are not shown beside the pictures become their tool tips and names.
@@ -66,13 +66,13 @@ Win32ToolBar::Win32ToolBar(Win32Parent& parent, Win32ImageList& images)
     SizeButtons();
 }
 
-void Win32ToolBar::Clear() {
+void ToolBar::Clear() {
     while (Send(TB_DELETEBUTTON, 0) != 0) {
     }
     mTags.clear();
 }
 
-void Win32ToolBar::AddButton(std::int32_t image, std::string_view tag) {
+void ToolBar::AddButton(std::int32_t image, std::string_view tag) {
     if (image < 1 || image > mImages.Count()) {
         throw std::out_of_range("there is no such image");
     }
@@ -90,7 +90,7 @@ void Win32ToolBar::AddButton(std::int32_t image, std::string_view tag) {
     Dock();
 }
 
-void Win32ToolBar::SetButtonTip(std::int32_t number, std::string_view tip) {
+void ToolBar::SetButtonTip(std::int32_t number, std::string_view tip) {
     if (number < 1 || number > ButtonCount()) {
         throw std::out_of_range("there is no such button");
     }
@@ -103,40 +103,40 @@ void Win32ToolBar::SetButtonTip(std::int32_t number, std::string_view tip) {
          reinterpret_cast<LPARAM>(&changed));
 }
 
-std::string Win32ToolBar::ButtonTag(std::int32_t number) const {
+std::string ToolBar::ButtonTag(std::int32_t number) const {
     return mTags.at(static_cast<std::size_t>(number) - 1);
 }
 
-float Win32ToolBar::PreferredHeight() const {
+float ToolBar::PreferredHeight() const {
     Send(TB_AUTOSIZE);
     return Place().height;
 }
 
 // The bar is still at work with the button, which the handler may remove.
-void Win32ToolBar::Command(int id, int /*code*/) {
+void ToolBar::Command(int id, int /*code*/) {
     const std::int32_t number = id - ControlId::FirstButton + 1;
     if (number >= 1 && number <= ButtonCount()) {
-        Parent().Later([this, number] {
-            const FocusEvents::Command command(Parent().focus, FocusEvents::Keyboard::IsTaken);
+        ParentWindow().Later([this, number] {
+            const FocusEvents::Command command(ParentWindow().focus, FocusEvents::Keyboard::IsTaken);
             Raise(onButtonClick, number);
         });
     }
 }
 
-void Win32ToolBar::Rescale() {
-    Win32Child::Rescale();
-    mImages.Rescale(Parent().Dpi());
+void ToolBar::Rescale() {
+    Child::Rescale();
+    mImages.Rescale(ParentWindow().Dpi());
     Send(TB_SETIMAGELIST, 0, ButtonCount() > 0 ? reinterpret_cast<LPARAM>(mImages.Images()) : 0);
     SizeButtons();
     Dock();
 }
 
-void Win32ToolBar::SizeButtons() {
-    const int size = mImages.Size() + ToPixels(120, Parent().Dpi());
+void ToolBar::SizeButtons() {
+    const int size = mImages.Size() + ToPixels(120, ParentWindow().Dpi());
     Send(TB_SETBUTTONSIZE, 0, MAKELPARAM(size, size));
 }
 
-void Win32ToolBar::Dock() {
+void ToolBar::Dock() {
     if (!IsPlaced()) {
         Send(TB_AUTOSIZE);
     } else {
@@ -144,4 +144,4 @@ void Win32ToolBar::Dock() {
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

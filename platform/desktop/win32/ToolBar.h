@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-class Win32ImageList final : public ImageList {
+class ImageList final : public tessaly::ImageList {
 public:
-    explicit Win32ImageList(int dpi) { Rescale(dpi); }
+    explicit ImageList(int dpi) { Rescale(dpi); }
 
     std::string Tag(std::int32_t number) const override;
 
@@ -27,12 +27,12 @@ public:
 
 private:
     int mSize = 0;
-    Win32ImageListOwner mImages;
+    ImageListOwner mImages;
 };
 
-class Win32ToolBar final : public Win32Control<ToolBar> {
+class ToolBar final : public Control<tessaly::ToolBar> {
 public:
-    Win32ToolBar(Win32Parent& parent, Win32ImageList& images);
+    ToolBar(Parent& parent, ImageList& images);
 
     void Clear() override;
     void AddButton(std::int32_t image, std::string_view tag) override;
@@ -51,8 +51,8 @@ public:
 private:
     void SizeButtons();
 
-    Win32ImageList& mImages;
+    ImageList& mImages;
     std::vector<std::string> mTags;
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

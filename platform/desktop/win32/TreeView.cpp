@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 namespace {
 
@@ -34,15 +34,15 @@ TreeItem ItemOf(LPARAM parameter) {
 
 } // namespace
 
-Win32TreeView::Win32TreeView(Win32Parent& parent)
-    : Win32Control(parent, {WC_TREEVIEWW,
-                            TVS_HASLINES | TVS_LINESATROOT | TVS_HASBUTTONS | TVS_SHOWSELALWAYS | TVS_NOTOOLTIPS |
-                                TVS_DISABLEDRAGDROP,
-                            WS_EX_CLIENTEDGE, ControlId::CodeTree}) {
+TreeView::TreeView(win32::Parent& parent)
+    : Control(parent, {WC_TREEVIEWW,
+                       TVS_HASLINES | TVS_LINESATROOT | TVS_HASBUTTONS | TVS_SHOWSELALWAYS | TVS_NOTOOLTIPS |
+                           TVS_DISABLEDRAGDROP,
+                       WS_EX_CLIENTEDGE, ControlId::CodeTree}) {
     Send(TVM_SETEXTENDEDSTYLE, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
 }
 
-void Win32TreeView::Clear() {
+void TreeView::Clear() {
     const Flagged atWork(mIsProgramAtWork);
     ShowAdded();
     SelectShown(nullptr);
@@ -54,7 +54,7 @@ void Win32TreeView::Clear() {
     mSelected = TreeItem::None;
 }
 
-TreeItem Win32TreeView::Add(TreeItem parent, std::string_view key, std::string_view text) {
+TreeItem TreeView::Add(TreeItem parent, std::string_view key, std::string_view text) {
     if (mKeys.contains(key)) {
         throw std::invalid_argument("the key is taken");
     }
@@ -75,20 +75,20 @@ TreeItem Win32TreeView::Add(TreeItem parent, std::string_view key, std::string_v
 }
 
 // Of many items in a row the control would lay out and invalidate all that stands below each one.
-void Win32TreeView::HoldDrawing() {
+void TreeView::HoldDrawing() {
     if (!std::exchange(mIsDrawingHeld, true)) {
         Send(WM_SETREDRAW, FALSE);
-        Win32Child::Parent().Later([this] { ShowAdded(); });
+        ParentWindow().Later([this] { ShowAdded(); });
     }
 }
 
-void Win32TreeView::ShowAdded() {
+void TreeView::ShowAdded() {
     if (std::exchange(mIsDrawingHeld, false)) {
         Send(WM_SETREDRAW, TRUE);
     }
 }
 
-HTREEITEM Win32TreeView::Insert(TreeItem parent, TreeItem item, std::string_view text) {
+HTREEITEM TreeView::Insert(TreeItem parent, TreeItem item, std::string_view text) {
     std::wstring wide = ToWide(text);
     TVINSERTSTRUCTW insert = {};
     insert.hParent = parent == TreeItem::None ? TVI_ROOT : mItems.at(parent).shown;
@@ -99,7 +99,7 @@ HTREEITEM Win32TreeView::Insert(TreeItem parent, TreeItem item, std::string_view
     return std::bit_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
 }
 
-void Win32TreeView::Remove(std::int32_t index) {
+void TreeView::Remove(std::int32_t index) {
     ShowAdded();
     const TreeItem first = Position(index)->first;
     std::map<TreeItem, bool> removed = {{first, true}};
@@ -120,7 +120,7 @@ void Win32TreeView::Remove(std::int32_t index) {
     }
 }
 
-TreeItem Win32TreeView::Find(std::string_view key) const {
+TreeItem TreeView::Find(std::string_view key) const {
     const auto found = mKeys.find(key);
     if (found == mKeys.end()) {
         throw std::out_of_range("no item has this key");
@@ -128,7 +128,7 @@ TreeItem Win32TreeView::Find(std::string_view key) const {
     return found->second;
 }
 
-void Win32TreeView::SetText(TreeItem item, std::string_view text) {
+void TreeView::SetText(TreeItem item, std::string_view text) {
     Item& changed = mItems.at(item);
     if (changed.text == text) {
         return;
@@ -142,12 +142,12 @@ void Win32TreeView::SetText(TreeItem item, std::string_view text) {
     Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&shown));
 }
 
-std::int32_t Win32TreeView::Index(TreeItem item) const {
+std::int32_t TreeView::Index(TreeItem item) const {
     mItems.at(item);
     return static_cast<std::int32_t>(std::distance(mItems.begin(), mItems.find(item))) + 1;
 }
 
-void Win32TreeView::Expand(TreeItem item) {
+void TreeView::Expand(TreeItem item) {
     const Flagged atWork(mIsProgramAtWork);
     ShowAdded();
     mItems.at(item).isExpanded = true;
@@ -155,7 +155,7 @@ void Win32TreeView::Expand(TreeItem item) {
 }
 
 // An item without children waits for the first one: expanded before, it would not show it.
-void Win32TreeView::ExpandShown(HTREEITEM item) {
+void TreeView::ExpandShown(HTREEITEM item) {
     const bool hasChildren = Send(TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(item)) != 0;
     TVITEMW state = {};
     state.mask = TVIF_HANDLE | TVIF_STATE;
@@ -167,18 +167,18 @@ void Win32TreeView::ExpandShown(HTREEITEM item) {
     }
 }
 
-void Win32TreeView::Select(TreeItem item) {
+void TreeView::Select(TreeItem item) {
     const Flagged atWork(mIsProgramAtWork);
     ShowAdded();
     SelectShown(mItems.at(item).shown);
     mSelected = item;
 }
 
-void Win32TreeView::SelectShown(HTREEITEM item) {
+void TreeView::SelectShown(HTREEITEM item) {
     Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item));
 }
 
-LRESULT Win32TreeView::Notify(NMHDR& header) {
+LRESULT TreeView::Notify(NMHDR& header) {
     if (header.code == TVN_ITEMEXPANDEDW) {
         const auto& change = reinterpret_cast<const NMTREEVIEWW&>(header);
         const auto item = mItems.find(ItemOf(change.itemNew.lParam));
@@ -186,7 +186,7 @@ LRESULT Win32TreeView::Notify(NMHDR& header) {
             item->second.isExpanded = change.action == TVE_EXPAND;
         }
         if (change.action == TVE_COLLAPSE && !mIsProgramAtWork) {
-            Win32Child::Parent().Later([this] { FollowSelection(); });
+            ParentWindow().Later([this] { FollowSelection(); });
         }
     } else if (header.code == TVN_SELCHANGEDW && !mIsProgramAtWork) {
         mSelected = ItemOf(reinterpret_cast<const NMTREEVIEWW&>(header).itemNew.lParam);
@@ -200,7 +200,7 @@ LRESULT Win32TreeView::Notify(NMHDR& header) {
 }
 
 // Without the focus the control would set the selected item apart so faintly that nobody sees it.
-LRESULT Win32TreeView::Draw(NMTVCUSTOMDRAW& drawing) const {
+LRESULT TreeView::Draw(NMTVCUSTOMDRAW& drawing) const {
     if (drawing.nmcd.dwDrawStage == CDDS_PREPAINT) {
         return CDRF_NOTIFYITEMDRAW;
     }
@@ -217,7 +217,7 @@ LRESULT Win32TreeView::Draw(NMTVCUSTOMDRAW& drawing) const {
 }
 
 // Not every system tells that it has selected what was collapsed in place of what that hides.
-void Win32TreeView::FollowSelection() {
+void TreeView::FollowSelection() {
     const auto shown = std::bit_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_CARET));
     const auto item =
         std::find_if(mItems.begin(), mItems.end(), [shown](const auto& each) { return each.second.shown == shown; });
@@ -228,7 +228,7 @@ void Win32TreeView::FollowSelection() {
 }
 
 // A click on the item that is selected changes no selection, so nothing else tells of it.
-void Win32TreeView::Clicked() {
+void TreeView::Clicked() {
     TVHITTESTINFO hit = {};
     hit.pt = mClick;
     Send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
@@ -239,16 +239,16 @@ void Win32TreeView::Clicked() {
 }
 
 // The control is still at work with the item, which the handler may remove.
-void Win32TreeView::RaiseClick(TreeItem item) {
-    Win32Child::Parent().Later([this, item] {
+void TreeView::RaiseClick(TreeItem item) {
+    ParentWindow().Later([this, item] {
         if (mItems.contains(item)) {
-            const FocusEvents::Command command(Win32Child::Parent().focus, FocusEvents::Keyboard::Stays);
+            const FocusEvents::Command command(ParentWindow().focus, FocusEvents::Keyboard::Stays);
             Raise(onNodeClick, item);
         }
     });
 }
 
-LRESULT Win32TreeView::Message(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT TreeView::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_LBUTTONDOWN) {
         mClick = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
     } else if (message == WM_MOUSEMOVE && !std::exchange(mHasToolTips, true)) {
@@ -267,11 +267,11 @@ LRESULT Win32TreeView::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     return result;
 }
 
-Win32TreeView::Items::const_iterator Win32TreeView::Position(std::int32_t index) const {
+TreeView::Items::const_iterator TreeView::Position(std::int32_t index) const {
     if (index < 1 || static_cast<std::size_t>(index) > mItems.size()) {
         throw std::out_of_range("no item has this index");
     }
     return std::next(mItems.begin(), index - 1);
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -8,11 +8,11 @@
 #include <map>
 #include <string>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-class Win32TreeView final : public Win32Control<TreeView> {
+class TreeView final : public Control<tessaly::TreeView> {
 public:
-    explicit Win32TreeView(Win32Parent& parent);
+    explicit TreeView(win32::Parent& parent);
 
     void Clear() override;
     TreeItem Add(TreeItem parent, std::string_view key, std::string_view text) override;
@@ -73,4 +73,4 @@ private:
     bool mIsProgramAtWork = false; // what the control tells meanwhile is not the user's doing
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

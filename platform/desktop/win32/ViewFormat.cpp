@@ -9,7 +9,7 @@
 #include <cwchar>
 #include <utility>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 namespace {
 
@@ -33,15 +33,15 @@ bool IsDark(COLORREF colour) {
     return GetRValue(colour) * 3 + GetGValue(colour) * 6 + GetBValue(colour) < 1280;
 }
 
-Win32Com<ITextDocument> TextDocumentOf(HWND control) {
+Com<ITextDocument> TextDocumentOf(HWND control) {
     IUnknown* ole = nullptr;
     SendMessageW(control, EM_GETOLEINTERFACE, 0, reinterpret_cast<LPARAM>(&ole));
-    const Win32Com<IUnknown> owner(ole);
+    const Com<IUnknown> owner(ole);
     void* document = nullptr;
     if (!owner || FAILED(owner->QueryInterface(TextDocumentId, &document))) {
         return nullptr;
     }
-    return Win32Com<ITextDocument>(static_cast<ITextDocument*>(document));
+    return Com<ITextDocument>(static_cast<ITextDocument*>(document));
 }
 
 // Where the character at `index` stands, in pixels of the client area; far outside where it is out of sight.
@@ -109,7 +109,7 @@ private:
 
     HWND mControl;
     ITextDocument* mDocument;
-    Win32Region mToPaint{CreateRectRgn(0, 0, 0, 0)};
+    RegionOwner mToPaint{CreateRectRgn(0, 0, 0, 0)};
     LRESULT mEvents = 0;
     CHARRANGE mSelection = {};
     POINT mScroll = {};
@@ -118,14 +118,14 @@ private:
 
 } // namespace
 
-Win32ViewFormat::Win32ViewFormat(HWND control) : mControl(control), mDocument(TextDocumentOf(control)) {
+ViewFormat::ViewFormat(HWND control) : mControl(control), mDocument(TextDocumentOf(control)) {
     mParagraph.cbSize = sizeof mParagraph;
     mParagraph.dwMask = PFM_TABSTOPS;
     ReadColours();
 }
 
 // Without the means to keep it out of the undo list there is no colouring.
-void Win32ViewFormat::ReadColours() {
+void ViewFormat::ReadColours() {
     mHasColours = mDocument && !IsHighContrast();
     mColours = IsDark(GetSysColor(COLOR_WINDOW)) ? OnDark : OnLight;
     mLines.SetNoneFormatted();
@@ -134,7 +134,7 @@ void Win32ViewFormat::ReadColours() {
 }
 
 // An empty text still has its end: what is typed there has that one's font, not the default one.
-void Win32ViewFormat::SetFont(const std::wstring& name, LONG height) {
+void ViewFormat::SetFont(const std::wstring& name, LONG height) {
     CHARFORMAT2W format = {};
     format.cbSize = sizeof format;
     format.dwMask = CFM_FACE | CFM_SIZE | CFM_CHARSET;
@@ -148,26 +148,26 @@ void Win32ViewFormat::SetFont(const std::wstring& name, LONG height) {
     InvalidateRect(mControl, nullptr, TRUE);
 }
 
-void Win32ViewFormat::SetTabStops(const std::vector<LONG>& stops) {
+void ViewFormat::SetTabStops(const std::vector<LONG>& stops) {
     mParagraph.cTabCount = static_cast<SHORT>(std::min<std::size_t>(stops.size(), MAX_TAB_STOPS));
     std::copy_n(stops.begin(), mParagraph.cTabCount, mParagraph.rgxTabs);
     mLines.SetNoneFormatted();
     InvalidateRect(mControl, nullptr, FALSE);
 }
 
-void Win32ViewFormat::Reset(Win32CodeLines lines) {
+void ViewFormat::Reset(CodeLines lines) {
     mLines = std::move(lines);
     ForgetFormats();
 }
 
-void Win32ViewFormat::ForgetFormats() {
+void ViewFormat::ForgetFormats() {
     mIsTyping = false;
     mLines.SetAllFresh();
     mLastLine.reset();
     InvalidateRect(mControl, nullptr, FALSE);
 }
 
-void Win32ViewFormat::Edit(std::wstring_view text, std::size_t start, std::size_t end, std::size_t breaksBefore) {
+void ViewFormat::Edit(std::wstring_view text, std::size_t start, std::size_t end, std::size_t breaksBefore) {
     mIsTyping = true;
     const std::size_t linesBefore = mLines.Count();
     mLines.Edit(text, start, end, breaksBefore);
@@ -176,7 +176,7 @@ void Win32ViewFormat::Edit(std::wstring_view text, std::size_t start, std::size_
     }
 }
 
-std::optional<RECT> Win32ViewFormat::FormatView(std::wstring_view text) {
+std::optional<RECT> ViewFormat::FormatView(std::wstring_view text) {
     std::size_t first = std::min(FirstInView(), mLines.Count() - 1);
     std::size_t end = std::min(first + LinesInView(first), mLines.Count());
     mLines.ScanTo(text, end);
@@ -203,16 +203,16 @@ std::optional<RECT> Win32ViewFormat::FormatView(std::wstring_view text) {
     return mIsTyping ? std::optional<RECT>(LinesRect(end, end + 1)) : std::nullopt;
 }
 
-POINTL Win32ViewFormat::TextPlace() const {
+POINTL ViewFormat::TextPlace() const {
     return PlaceOf(mControl, 0);
 }
 
-RECT Win32ViewFormat::LineRect(std::size_t place) const {
+RECT ViewFormat::LineRect(std::size_t place) const {
     const std::size_t line = mLines.LineAt(place);
     return LinesRect(line, line + 1);
 }
 
-RECT Win32ViewFormat::LinesRect(std::size_t first, std::size_t end) const {
+RECT ViewFormat::LinesRect(std::size_t first, std::size_t end) const {
     RECT rect = {};
     GetClientRect(mControl, &rect);
     rect.top = TopOf(first);
@@ -222,11 +222,11 @@ RECT Win32ViewFormat::LinesRect(std::size_t first, std::size_t end) const {
     return rect;
 }
 
-LONG Win32ViewFormat::TopOf(std::size_t line) const {
+LONG ViewFormat::TopOf(std::size_t line) const {
     return PlaceOf(mControl, mLines.Start(line)).y;
 }
 
-void Win32ViewFormat::FormatLines(std::wstring_view text, std::size_t first, std::size_t end) {
+void ViewFormat::FormatLines(std::wstring_view text, std::size_t first, std::size_t end) {
     std::size_t withStops = first;
     while (withStops < end && mLines.HasTabStops(withStops)) {
         ++withStops;
@@ -245,7 +245,7 @@ void Win32ViewFormat::FormatLines(std::wstring_view text, std::size_t first, std
 
 // Each stretch that has not the colour that it should have; or all of it in one go and then what stands out of it,
 // where that takes fewer steps.
-void Win32ViewFormat::ColourLines(std::wstring_view text, std::size_t first, std::size_t end) {
+void ViewFormat::ColourLines(std::wstring_view text, std::size_t first, std::size_t end) {
     Colours wanted;
     Colours shown;
     for (std::size_t line = first; line < end; ++line) {
@@ -274,7 +274,7 @@ void Win32ViewFormat::ColourLines(std::wstring_view text, std::size_t first, std
 }
 
 // As few as possible: one goes on over what has its colour already, or may have any.
-std::vector<Win32ViewFormat::Stretch> Win32ViewFormat::Differences(const Colours& wanted, const Colours& shown) {
+std::vector<ViewFormat::Stretch> ViewFormat::Differences(const Colours& wanted, const Colours& shown) {
     std::vector<Stretch> stretches;
     signed char current = Unknown; // what the last stretch can go on with
     for (std::size_t place = 0; place < wanted.size(); ++place) {
@@ -295,7 +295,7 @@ std::vector<Win32ViewFormat::Stretch> Win32ViewFormat::Differences(const Colours
     return stretches;
 }
 
-Win32ViewFormat::Colours Win32ViewFormat::WantedColours(std::wstring_view text, std::size_t line) {
+ViewFormat::Colours ViewFormat::WantedColours(std::wstring_view text, std::size_t line) {
     const std::wstring_view lineText = mLines.TextOf(text, line);
     Colours colours(lineText.size(), NoColour);
     if (mHasColours) {
@@ -314,7 +314,7 @@ Win32ViewFormat::Colours Win32ViewFormat::WantedColours(std::wstring_view text, 
 }
 
 // What is in front of an edit and behind it keeps its colours; what a new character has is the control's secret.
-Win32ViewFormat::Colours Win32ViewFormat::ShownColours(std::wstring_view lineText, std::size_t line) const {
+ViewFormat::Colours ViewFormat::ShownColours(std::wstring_view lineText, std::size_t line) const {
     if (mLastLine != line) {
         return Colours(lineText.size(), mLines.IsFresh(line) ? NoColour : Unknown);
     }
@@ -334,7 +334,7 @@ Win32ViewFormat::Colours Win32ViewFormat::ShownColours(std::wstring_view lineTex
     return colours;
 }
 
-void Win32ViewFormat::SetColour(std::size_t start, std::size_t end, signed char colour) const {
+void ViewFormat::SetColour(std::size_t start, std::size_t end, signed char colour) const {
     CHARFORMAT2W format = {};
     format.cbSize = sizeof format;
     format.dwMask = CFM_COLOR;
@@ -344,17 +344,17 @@ void Win32ViewFormat::SetColour(std::size_t start, std::size_t end, signed char 
     SendMessageW(mControl, EM_SETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
 }
 
-void Win32ViewFormat::Select(std::size_t start, std::size_t end) const {
+void ViewFormat::Select(std::size_t start, std::size_t end) const {
     CHARRANGE range = {static_cast<LONG>(start), static_cast<LONG>(end)};
     SendMessageW(mControl, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
 }
 
-std::size_t Win32ViewFormat::FirstInView() const {
+std::size_t ViewFormat::FirstInView() const {
     return static_cast<std::size_t>(SendMessageW(mControl, EM_GETFIRSTVISIBLELINE, 0, 0));
 }
 
 // Rather a few more than one too few.
-std::size_t Win32ViewFormat::LinesInView(std::size_t first) const {
+std::size_t ViewFormat::LinesInView(std::size_t first) const {
     constexpr int smallestHeight = 8; // of a line, in pixels
     RECT client = {};
     GetClientRect(mControl, &client);
@@ -365,4 +365,4 @@ std::size_t Win32ViewFormat::LinesInView(std::size_t first) const {
     return static_cast<std::size_t>(client.bottom / std::max(height, smallestHeight)) + 2;
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -14,13 +14,13 @@
 #include <string_view>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 // Line breaks are single CRs in all texts.
-class Win32ViewFormat {
+class ViewFormat {
 public:
     // `control` is a rich edit control that outlives this.
-    explicit Win32ViewFormat(HWND control);
+    explicit ViewFormat(HWND control);
 
     // The user has chosen other colours.
     void ReadColours();
@@ -30,7 +30,7 @@ public:
     void SetTabStops(const std::vector<LONG>& stops);
 
     // The control shows a new text with these lines.
-    void Reset(Win32CodeLines lines);
+    void Reset(CodeLines lines);
 
     // The control shows the text as if it were new.
     void ForgetFormats();
@@ -79,11 +79,11 @@ private:
     std::size_t LinesInView(std::size_t first) const;
 
     HWND mControl;
-    Win32Com<ITextDocument> mDocument;
+    Com<ITextDocument> mDocument;
     bool mHasColours = false;
     std::array<COLORREF, 6> mColours = {}; // by CTokenKind
     PARAFORMAT2 mParagraph = {};
-    Win32CodeLines mLines{L""};
+    CodeLines mLines{L""};
     bool mIsTyping = false; // not all is formatted yet since an edit
     std::vector<CToken> mTokens;
 
@@ -93,4 +93,4 @@ private:
     Colours mLastColours;
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 namespace {
 
@@ -164,13 +164,13 @@ LRESULT CALLBACK AfterMessage(int code, WPARAM isOwn, LPARAM sent) noexcept {
 
 } // namespace
 
-Win32WideBox::Win32WideBox() noexcept
+WideBox::WideBox() noexcept
     : mHook(SetWindowsHookExW(WH_CALLWNDPROCRET, AfterMessage, nullptr, GetCurrentThreadId())) {}
 
-Win32WideBox::~Win32WideBox() {
+WideBox::~WideBox() {
     if (mHook != nullptr) {
         UnhookWindowsHookEx(mHook);
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

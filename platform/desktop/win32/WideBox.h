@@ -3,19 +3,19 @@
 
 #include "platform/desktop/win32/Headers.h"
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 // While it lives, a message box that this thread shows is made wider where it is too narrow for that: before it is
 // seen, up to four fifths of the work area. All others stay as Windows made them.
-class Win32WideBox {
+class WideBox {
 public:
-    Win32WideBox() noexcept;
-    Win32WideBox(const Win32WideBox&) = delete;
-    Win32WideBox& operator=(const Win32WideBox&) = delete;
-    ~Win32WideBox();
+    WideBox() noexcept;
+    WideBox(const WideBox&) = delete;
+    WideBox& operator=(const WideBox&) = delete;
+    ~WideBox();
 
 private:
     HHOOK mHook;
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

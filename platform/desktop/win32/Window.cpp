@@ -13,7 +13,7 @@
 #include <cmath>
 #include <stdexcept>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 namespace {
 
@@ -52,7 +52,7 @@ std::vector<std::string> DroppedFiles(HDROP drop) {
 
 } // namespace
 
-Win32Window::Win32Window(Win32EventLoop& loop) : mLoop(loop) {
+Window::Window(EventLoop& loop) : mLoop(loop) {
     RegisterWindowClass(ClassName, Procedure);
     RECT screen = {};
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &screen, 0);
@@ -69,7 +69,7 @@ Win32Window::Win32Window(Win32EventLoop& loop) : mLoop(loop) {
     mLoop.mainFilter = [this](MSG& message) { return TakeKey(message); };
 }
 
-Win32Window::~Win32Window() {
+Window::~Window() {
     mIsClosed = true;
     mLoop.mainFilter = nullptr;
     if (mHandle != nullptr) {
@@ -78,7 +78,7 @@ Win32Window::~Win32Window() {
 }
 
 // As a rule it has come to `expected`, the area that its size was made for, and stands well there.
-void Win32Window::PutOnScreen(const RECT& expected) {
+void Window::PutOnScreen(const RECT& expected) {
     RECT rect = {};
     GetWindowRect(mHandle, &rect);
     RECT seen = {};
@@ -95,7 +95,7 @@ void Win32Window::PutOnScreen(const RECT& expected) {
     SizeChanged(SIZE_RESTORED);
 }
 
-void Win32Window::Show() {
+void Window::Show() {
     if (!std::exchange(mIsLoaded, true)) {
         Raise(onLoad);
     }
@@ -107,49 +107,49 @@ void Win32Window::Show() {
     ShowWindow(mHandle, SW_SHOWDEFAULT);
 }
 
-void Win32Window::Unload() {
+void Window::Unload() {
     Close();
 }
 
-void Win32Window::SetCaption(std::string_view caption) {
+void Window::SetCaption(std::string_view caption) {
     mCaption = caption;
     SetWindowTextW(mHandle, ToWide(caption).c_str());
 }
 
-float Win32Window::ClientWidth() const {
+float Window::ClientWidth() const {
     return mWidth - ToTwips(FrameSize({}, Style, ExtendedStyle, true, mDpi).cx, mDpi);
 }
 
-float Win32Window::ClientHeight() const {
+float Window::ClientHeight() const {
     return mHeight - ToTwips(FrameSize({}, Style, ExtendedStyle, true, mDpi).cy, mDpi);
 }
 
-void Win32Window::SetMinimumSize(float width, float height) {
+void Window::SetMinimumSize(float width, float height) {
     mMinimumWidth = width;
     mMinimumHeight = height;
 }
 
-void Win32Window::SetFooter(float height) {
+void Window::SetFooter(float height) {
     mFooter = height;
     LayOut();
 }
 
-void Win32Window::LayOut() {
+void Window::LayOut() {
     Raise(onLayOut);
-    for (Win32Child* const child : mChildren) {
+    for (win32::Child* const child : mChildren) {
         child->Move();
     }
 }
 
-void Win32Window::LimitSize(MINMAXINFO& limits) const {
+void Window::LimitSize(MINMAXINFO& limits) const {
     POINT& least = limits.ptMinTrackSize;
     least = {std::max<LONG>(least.x, ToPixels(mMinimumWidth, mDpi)),
              std::max<LONG>(least.y, ToPixels(mMinimumHeight, mDpi))};
 }
 
-void Win32Window::SetIcon(const std::string& path) {
-    Win32Icon large = LoadIconFile(path, GetSystemMetrics(SM_CXICON) * mDpi / SystemDpi());
-    Win32Icon small = LoadIconFile(path, GetSystemMetrics(SM_CXSMICON) * mDpi / SystemDpi());
+void Window::SetIcon(const std::string& path) {
+    IconOwner large = LoadIconFile(path, GetSystemMetrics(SM_CXICON) * mDpi / SystemDpi());
+    IconOwner small = LoadIconFile(path, GetSystemMetrics(SM_CXSMICON) * mDpi / SystemDpi());
     if (!large || !small) {
         throw std::runtime_error("the icon cannot be loaded");
     }
@@ -159,24 +159,24 @@ void Win32Window::SetIcon(const std::string& path) {
     mSmallIcon = std::move(small);
 }
 
-void Win32Window::Add(Win32Child& child) {
+void Window::Add(win32::Child& child) {
     mChildren.push_back(&child);
     mFocus.Add(child);
 }
 
-void Win32Window::Remove(Win32Child& child) {
+void Window::Remove(win32::Child& child) {
     std::erase(mChildren, &child);
     mFocus.Remove(child);
 }
 
-Win32Child* Win32Window::Child(HWND window) const {
+win32::Child* Window::Child(HWND window) const {
     const auto found = std::find_if(mChildren.begin(), mChildren.end(),
-                                    [window](const Win32Child* child) { return child->Handle() == window; });
+                                    [window](const win32::Child* child) { return child->Handle() == window; });
     return found != mChildren.end() ? *found : nullptr;
 }
 
 // Every key in the window is told before the control gets it, and goes to the control that has the focus then.
-bool Win32Window::TakeKey(MSG& message) {
+bool Window::TakeKey(MSG& message) {
     const bool isKey = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
     if (!isKey || (message.hwnd != mHandle && IsChild(mHandle, message.hwnd) == 0)) {
         return false;
@@ -196,7 +196,7 @@ bool Win32Window::TakeKey(MSG& message) {
     if (target != nullptr && (target == mHandle || IsChild(mHandle, target) != 0)) {
         message.hwnd = target;
     }
-    const Win32Child* const child = Child(message.hwnd);
+    const win32::Child* const child = Child(message.hwnd);
     const bool isTab = key == VK_TAB && message.message == WM_KEYDOWN && GetKeyState(VK_CONTROL) >= 0;
     if (!isTab || (child != nullptr && child->TakesTabKey())) {
         return false;
@@ -205,13 +205,13 @@ bool Win32Window::TakeKey(MSG& message) {
     return true;
 }
 
-LRESULT CALLBACK Win32Window::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     if (message == WM_NCCREATE) {
         const auto* const create = std::bit_cast<const CREATESTRUCTW*>(lParam);
-        static_cast<Win32Window*>(create->lpCreateParams)->mHandle = window;
+        static_cast<Window*>(create->lpCreateParams)->mHandle = window;
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(create->lpCreateParams));
     }
-    auto* const self = std::bit_cast<Win32Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    auto* const self = std::bit_cast<Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (self == nullptr) {
         return DefWindowProcW(window, message, wParam, lParam);
     }
@@ -223,14 +223,14 @@ LRESULT CALLBACK Win32Window::Procedure(HWND window, UINT message, WPARAM wParam
     return self->Message(message, wParam, lParam);
 }
 
-LRESULT Win32Window::Message(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT Window::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_NOTIFY) {
         NMHDR& header = *std::bit_cast<NMHDR*>(lParam);
-        Win32Child* const child = Child(header.hwndFrom);
+        win32::Child* const child = Child(header.hwndFrom);
         return child != nullptr ? child->Notify(header) : 0;
     }
     if (message == WM_COMMAND) {
-        Win32Child* const child = lParam != 0 ? Child(std::bit_cast<HWND>(lParam)) : nullptr;
+        win32::Child* const child = lParam != 0 ? Child(std::bit_cast<HWND>(lParam)) : nullptr;
         if (child != nullptr) {
             child->Command(LOWORD(wParam), HIWORD(wParam));
         } else if (lParam == 0) {
@@ -250,7 +250,7 @@ LRESULT Win32Window::Message(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 // False for what Windows is to do by itself.
-bool Win32Window::FrameMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+bool Window::FrameMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_SIZE:
         SizeChanged(wParam);
@@ -302,7 +302,7 @@ bool Win32Window::FrameMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 // A window that is being minimised keeps its size, and so does one whose resolution alone has changed.
-void Win32Window::SizeChanged(WPARAM kind) {
+void Window::SizeChanged(WPARAM kind) {
     if (kind == SIZE_MINIMIZED) {
         return;
     }
@@ -327,11 +327,11 @@ void Win32Window::SizeChanged(WPARAM kind) {
     }
 }
 
-void Win32Window::DpiChanged(int dpi, const RECT& suggested) {
+void Window::DpiChanged(int dpi, const RECT& suggested) {
     mDpi = dpi;
-    Win32Font font = MakeMessageFont(dpi);
+    FontOwner font = MakeMessageFont(dpi);
     std::swap(mFont, font); // the controls use the old one until they are told
-    for (Win32Child* const child : mChildren) {
+    for (win32::Child* const child : mChildren) {
         child->Rescale();
     }
     mIsRescaling = true;
@@ -341,25 +341,25 @@ void Win32Window::DpiChanged(int dpi, const RECT& suggested) {
     LayOut();
 }
 
-void Win32Window::ColoursChanged() {
-    for (Win32Child* const child : mChildren) {
+void Window::ColoursChanged() {
+    for (win32::Child* const child : mChildren) {
         child->ColoursChanged();
     }
 }
 
 // Unless the next menu is open already, or another window is in front.
-void Win32Window::KeyboardIsBack() {
+void Window::KeyboardIsBack() {
     GUITHREADINFO info = {};
     info.cbSize = sizeof info;
     GetGUIThreadInfo(GetCurrentThreadId(), &info);
-    Win32Child* const child = Child(info.hwndFocus);
+    win32::Child* const child = Child(info.hwndFocus);
     if ((info.flags & GUI_INMENUMODE) == 0 && child != nullptr) {
         focus.MovedTo(*child);
     }
 }
 
 // Told when the drop is over: the program that the files come from waits until then.
-void Win32Window::Dropped(HDROP drop) {
+void Window::Dropped(HDROP drop) {
     for (const std::string& path : DroppedFiles(drop)) {
         Later([this, path] {
             if (IsWindowEnabled(mHandle) != 0) {
@@ -370,7 +370,7 @@ void Win32Window::Dropped(HDROP drop) {
     }
 }
 
-void Win32Window::Close() {
+void Window::Close() {
     if (!mIsClosed) {
         Leave();
         DestroyWindow(mHandle);
@@ -378,11 +378,11 @@ void Win32Window::Close() {
 }
 
 // The window is closed before the event, so that closing it again in there raises nothing.
-void Win32Window::Leave() {
+void Window::Leave() {
     if (!std::exchange(mIsClosed, true)) {
         focus.End();
         Raise(onUnload);
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

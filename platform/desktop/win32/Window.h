@@ -12,15 +12,15 @@
 #include <utility>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-class Win32Window final : public Window, public Win32Parent {
+class Window final : public tessaly::Window, public Parent {
 public:
     // Makes the window, which is not shown yet, in a size that suits the screen.
-    explicit Win32Window(Win32EventLoop& loop);
-    Win32Window(const Win32Window&) = delete;
-    Win32Window& operator=(const Win32Window&) = delete;
-    ~Win32Window() override;
+    explicit Window(EventLoop& loop);
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+    ~Window() override;
 
     // Window
     void Show() override;
@@ -35,13 +35,13 @@ public:
     void SetFooter(float height) override;
     void SetIcon(const std::string& path) override;
 
-    // Win32Parent
+    // Parent
     HWND Handle() const override { return mHandle; }
     int Dpi() const override { return mDpi; }
     HFONT Font() const override { return mFont.get(); }
     float FooterTop() const override { return ToTwips(mClient.bottom, mDpi) - mFooter; }
-    void Add(Win32Child& child) override;
-    void Remove(Win32Child& child) override;
+    void Add(win32::Child& child) override;
+    void Remove(win32::Child& child) override;
     void Later(std::function<void()> action) override { mLoop.Later(mHandle, std::move(action)); }
 
     bool IsShown() const { return mIsShown && !mIsClosed; }
@@ -68,16 +68,16 @@ private:
     void KeyboardIsBack();
     void Close();
     void Leave();
-    Win32Child* Child(HWND window) const;
+    win32::Child* Child(HWND window) const;
 
-    Win32EventLoop& mLoop;
+    EventLoop& mLoop;
     HWND mHandle = nullptr;
     int mDpi = 96;
-    Win32Font mFont;
-    Win32Icon mLargeIcon;
-    Win32Icon mSmallIcon;
-    std::vector<Win32Child*> mChildren;
-    Win32Focus mFocus{focus};
+    FontOwner mFont;
+    IconOwner mLargeIcon;
+    IconOwner mSmallIcon;
+    std::vector<win32::Child*> mChildren;
+    Focus mFocus{focus};
     std::string mCaption;
     RECT mClient = {}; // as the controls in it were told last
     float mWidth = 0;
@@ -91,4 +91,4 @@ private:
     bool mIsRescaling = false;
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

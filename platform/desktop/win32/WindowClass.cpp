@@ -4,7 +4,7 @@
 
 #include <bit>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 void RegisterWindowClass(const wchar_t* name, WNDPROC procedure) {
     WNDCLASSEXW windowClass = {};
@@ -18,4 +18,4 @@ void RegisterWindowClass(const wchar_t* name, WNDPROC procedure) {
     RegisterClassExW(&windowClass);
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

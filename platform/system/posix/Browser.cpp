@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::posix {
 
 namespace {
 
@@ -48,4 +48,4 @@ bool HtmlOpensInBrowser(const Environment& environment) {
                        [&opener](const std::string& folder) { return IsBrowser(folder + "/applications/" + opener); });
 }
 
-} // namespace tessaly
+} // namespace tessaly::posix

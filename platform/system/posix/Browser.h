@@ -3,10 +3,10 @@
 
 #include "platform/system/Environment.h"
 
-namespace tessaly {
+namespace tessaly::posix {
 
 // Whether the system opens HTML files with a program that calls itself a browser. Asks xdg-mime, and looks up its
 // answer in the folders for applications; false where there is no answer.
 bool HtmlOpensInBrowser(const Environment& environment);
 
-} // namespace tessaly
+} // namespace tessaly::posix

@@ -16,7 +16,7 @@
 #include <system_error>
 #include <unistd.h>
 
-namespace tessaly {
+namespace tessaly::posix {
 
 namespace {
 
@@ -155,4 +155,4 @@ void StartDetached(const std::vector<std::string>& arguments, const std::string&
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::posix

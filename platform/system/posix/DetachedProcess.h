@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::posix {
 
 // Starts `arguments[0]` with these arguments in the current folder and returns at once. A name without "/" is looked up
 // in $PATH. The process belongs to nobody here: it goes on when this program ends, it never becomes a zombie, it gets
@@ -15,4 +15,4 @@ namespace tessaly {
 // NUL in it: EINVAL; a script without its "#!" line: ENOEXEC).
 void StartDetached(const std::vector<std::string>& arguments, const std::string& outputPath);
 
-} // namespace tessaly
+} // namespace tessaly::posix

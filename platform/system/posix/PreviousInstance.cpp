@@ -10,14 +10,14 @@
 #include <system_error>
 #include <unistd.h>
 
-namespace tessaly {
+namespace tessaly::posix {
 
 std::string InstanceLockPath(const Environment& environment) {
     const std::string folder = environment("XDG_RUNTIME_DIR").value_or("");
     return (folder.starts_with('/') ? folder : StateFolder(environment)) + "/tessaly.lock";
 }
 
-InstanceLock::InstanceLock(const std::string& path) {
+PreviousInstanceTest::PreviousInstanceTest(const std::string& path) {
     std::error_code ignored; // opening fails then, too
     std::filesystem::create_directories(std::filesystem::path(path).parent_path(), ignored);
     constexpr mode_t ownerOnly = 0600;
@@ -32,10 +32,10 @@ InstanceLock::InstanceLock(const std::string& path) {
     mIsTaken = result != 0 && errno == EWOULDBLOCK;
 }
 
-InstanceLock::~InstanceLock() {
+PreviousInstanceTest::~PreviousInstanceTest() {
     if (mDescriptor >= 0) {
         ::close(mDescriptor);
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::posix

@@ -6,19 +6,19 @@
 
 #include <string>
 
-namespace tessaly {
+namespace tessaly::posix {
 
 // Where the lock of this user lies: tessaly.lock in $XDG_RUNTIME_DIR, or, where that is not set, in the folder for the
 // user's state, $XDG_STATE_HOME/tessaly, in $HOME/.local/state when that is not set.
 std::string InstanceLockPath(const Environment& environment);
 
-class InstanceLock final : public PreviousInstanceTest {
+class PreviousInstanceTest final : public tessaly::PreviousInstanceTest {
 public:
     // Makes the file at `path`, and the folders above it, and locks it unless somebody else has.
-    explicit InstanceLock(const std::string& path);
-    InstanceLock(const InstanceLock&) = delete;
-    InstanceLock& operator=(const InstanceLock&) = delete;
-    ~InstanceLock() override;
+    explicit PreviousInstanceTest(const std::string& path);
+    PreviousInstanceTest(const PreviousInstanceTest&) = delete;
+    PreviousInstanceTest& operator=(const PreviousInstanceTest&) = delete;
+    ~PreviousInstanceTest() override;
 
     // Whether another one holds the lock. False when no file could be made: then nobody can know.
     bool PreviousInstance() const override { return mIsTaken; }
@@ -28,4 +28,4 @@ private:
     bool mIsTaken = false;
 };
 
-} // namespace tessaly
+} // namespace tessaly::posix

@@ -18,7 +18,7 @@
 #include <unistd.h>
 #include <utility>
 
-namespace tessaly {
+namespace tessaly::posix {
 
 namespace {
 
@@ -272,4 +272,4 @@ ProcessResult RunProcess(const std::vector<std::string>& arguments,
     return {0, Follow(child, readEnd.Number(), onOutput)};
 }
 
-} // namespace tessaly
+} // namespace tessaly::posix

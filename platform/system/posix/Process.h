@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::posix {
 
 // The arguments in `line`, the program first. Blanks and tabs separate; double quotes group and are removed, also in
 // the middle of an argument ("" is an empty argument); a quote without its partner reaches to the end of the line.
@@ -42,4 +42,4 @@ struct ProcessResult {
 ProcessResult RunProcess(const std::vector<std::string>& arguments,
                          const std::function<void(std::string_view)>& onOutput);
 
-} // namespace tessaly
+} // namespace tessaly::posix

@@ -9,7 +9,7 @@
 #include <unistd.h>
 #include <utility>
 
-namespace tessaly {
+namespace tessaly::posix {
 
 namespace {
 
@@ -56,9 +56,9 @@ private:
     int mNumber;
 };
 
-class PosixInputFile final : public InputFile {
+class InputFile final : public tessaly::InputFile {
 public:
-    explicit PosixInputFile(int descriptor) : mDescriptor(descriptor) {}
+    explicit InputFile(int descriptor) : mDescriptor(descriptor) {}
 
     std::size_t Read(char* buffer, std::size_t size) override {
         ssize_t count = -1;
@@ -77,9 +77,9 @@ private:
     Descriptor mDescriptor;
 };
 
-class PosixOutputFile final : public OutputFile {
+class OutputFile final : public tessaly::OutputFile {
 public:
-    explicit PosixOutputFile(int descriptor) : mDescriptor(descriptor) {}
+    explicit OutputFile(int descriptor) : mDescriptor(descriptor) {}
 
     void Write(std::string_view bytes) override {
         while (!bytes.empty()) {
@@ -99,21 +99,21 @@ private:
 
 } // namespace
 
-std::unique_ptr<InputFile> PosixFiles::OpenForInput(const std::string& path) {
-    return std::make_unique<PosixInputFile>(OpenDescriptor(path, O_RDONLY));
+std::unique_ptr<tessaly::InputFile> SequentialFiles::OpenForInput(const std::string& path) {
+    return std::make_unique<InputFile>(OpenDescriptor(path, O_RDONLY));
 }
 
-std::unique_ptr<OutputFile> PosixFiles::OpenForOutput(const std::string& path) {
-    return std::make_unique<PosixOutputFile>(OpenDescriptor(path, O_WRONLY | O_CREAT | O_TRUNC));
+std::unique_ptr<tessaly::OutputFile> SequentialFiles::OpenForOutput(const std::string& path) {
+    return std::make_unique<OutputFile>(OpenDescriptor(path, O_WRONLY | O_CREAT | O_TRUNC));
 }
 
 void ReportFileSizeLimit() {
     std::signal(SIGXFSZ, SIG_IGN);
 }
 
-bool PosixFiles::FileExists(const std::string& path) const {
+bool SequentialFiles::FileExists(const std::string& path) const {
     struct stat found = {};
     return path.find('\0') == std::string::npos && ::stat(path.c_str(), &found) == 0 && !S_ISDIR(found.st_mode);
 }
 
-} // namespace tessaly
+} // namespace tessaly::posix

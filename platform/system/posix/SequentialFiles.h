@@ -3,12 +3,12 @@
 
 #include "platform/system/SequentialFiles.h"
 
-namespace tessaly {
+namespace tessaly::posix {
 
-class PosixFiles final : public SequentialFiles {
+class SequentialFiles final : public tessaly::SequentialFiles {
 public:
-    std::unique_ptr<InputFile> OpenForInput(const std::string& path) override;
-    std::unique_ptr<OutputFile> OpenForOutput(const std::string& path) override;
+    std::unique_ptr<tessaly::InputFile> OpenForInput(const std::string& path) override;
+    std::unique_ptr<tessaly::OutputFile> OpenForOutput(const std::string& path) override;
     bool FileExists(const std::string& path) const override;
 };
 
@@ -16,4 +16,4 @@ public:
 // main(), in front of everything that writes. Programs that it starts have the signal again.
 void ReportFileSizeLimit();
 
-} // namespace tessaly
+} // namespace tessaly::posix

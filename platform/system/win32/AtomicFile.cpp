@@ -23,13 +23,13 @@ constexpr DWORD KeptAttributes = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM |
 
 // Whether `path` is there and nothing that could be replaced, such as NUL.
 bool IsDevice(const std::wstring& path) {
-    const Win32Handle file(CreateFileW(path.c_str(), GENERIC_WRITE, ShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
+    const win32::Handle file(CreateFileW(path.c_str(), GENERIC_WRITE, ShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
     return file && GetFileType(file.Get()) != FILE_TYPE_DISK;
 }
 
 // The file that the link `path` leads to; no value when it leads nowhere.
 std::optional<std::wstring> Target(const std::wstring& path) {
-    const Win32Handle file(CreateFileW(path.c_str(), 0, ShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
+    const win32::Handle file(CreateFileW(path.c_str(), 0, ShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
     const DWORD room = file ? GetFinalPathNameByHandleW(file.Get(), nullptr, 0, FILE_NAME_NORMALIZED) : 0;
     std::wstring target(room, L'\0');
     const DWORD length =
@@ -50,9 +50,9 @@ public:
         std::uint64_t number = GetTickCount64() * mostNames + GetCurrentProcessId();
         for (int i = 0; i < mostNames; ++i) {
             mPath = folder + L".psf-" + std::to_wstring(number++) + L".tmp";
-            const Win32Handle file(
+            const win32::Handle file(
                 CreateFileW(mPath.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
-            mError = file ? std::error_code() : LastError();
+            mError = file ? std::error_code() : win32::LastError();
             if (mError != std::errc::file_exists) {
                 return;
             }
@@ -70,8 +70,8 @@ public:
     const std::wstring& Path() const { return mPath; }
 
     std::error_code Flush() const {
-        Win32Handle file(CreateFileW(mPath.c_str(), GENERIC_WRITE, ShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
-        return file && FlushFileBuffers(file.Get()) != 0 && file.Close() ? std::error_code() : LastError();
+        win32::Handle file(CreateFileW(mPath.c_str(), GENERIC_WRITE, ShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
+        return file && FlushFileBuffers(file.Get()) != 0 && file.Close() ? std::error_code() : win32::LastError();
     }
 
     std::error_code MoveTo(const std::wstring& target, Existing existing) {
@@ -79,7 +79,7 @@ public:
         std::error_code error;
         for (int i = 0; i < MostMoves; ++i) {
             mMoved = MoveFileExW(mPath.c_str(), target.c_str(), flags) != 0;
-            error = mMoved ? std::error_code() : LastError();
+            error = mMoved ? std::error_code() : win32::LastError();
             if (error.value() != ERROR_ACCESS_DENIED && error.value() != ERROR_SHARING_VIOLATION) {
                 break;
             }
@@ -111,7 +111,7 @@ std::error_code Replace(const std::wstring& target, Existing existing,
     if (temporary.Error()) {
         return temporary.Error();
     }
-    if (!write(ToUtf8(temporary.Path()))) {
+    if (!write(win32::ToUtf8(temporary.Path()))) {
         return std::make_error_code(std::errc::operation_canceled);
     }
     if (const std::error_code error = temporary.Flush()) {
@@ -128,7 +128,7 @@ std::error_code Replace(const std::wstring& target, Existing existing,
 std::error_code ReplaceWhole(const std::string& path, Existing existing,
                              const std::function<bool(const std::string&)>& write) {
     try {
-        const std::wstring wide = WidePath(path);
+        const std::wstring wide = win32::WidePath(path);
         if (existing == Existing::Replace && IsDevice(wide)) {
             return write(path) ? std::error_code() : std::make_error_code(std::errc::operation_canceled);
         }

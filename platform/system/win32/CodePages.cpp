@@ -76,7 +76,7 @@ public:
             bytes.remove_prefix(ascii);
             const std::string_view run = bytes.substr(0, RunLength(bytes));
             if (const std::optional<std::wstring> wide = Decode(mNumber, run); wide || run.empty()) {
-                text += wide ? ToUtf8(*wide) : "";
+                text += wide ? win32::ToUtf8(*wide) : "";
             } else {
                 AppendOneByOne(run, text);
             }
@@ -146,7 +146,7 @@ private:
             if (length == 0) {
                 AppendUtf8(ReplacementCharacter, text);
             } else {
-                text += ToUtf8(Decode(mNumber, bytes.substr(0, length)).value());
+                text += win32::ToUtf8(Decode(mNumber, bytes.substr(0, length)).value());
             }
             bytes.remove_prefix(std::max<std::size_t>(length, 1));
         }
@@ -157,7 +157,7 @@ private:
         if (run.empty()) {
             return to;
         }
-        const std::wstring wide = ToWide(run);
+        const std::wstring wide = win32::ToWide(run);
         const int room = static_cast<int>(MostEncoded(run.size()));
         return to + WideCharToMultiByte(mNumber, WC_NO_BEST_FIT_CHARS, wide.data(), static_cast<int>(wide.size()), to,
                                         room, QuestionMark.data(), nullptr);

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <windows.h>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 namespace {
 
@@ -25,8 +25,8 @@ std::wstring_view WithoutProgramName(std::wstring_view commandLine) {
     return commandLine;
 }
 
-std::string Win32CommandLine() {
+std::string CommandLine() {
     return ToUtf8(WithoutProgramName(GetCommandLineW()));
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -8,7 +8,7 @@
 namespace tessaly {
 
 std::optional<std::string> ProcessEnvironment(const std::string& name) {
-    const std::wstring wideName = ToWide(name);
+    const std::wstring wideName = win32::ToWide(name);
     DWORD room = GetEnvironmentVariableW(wideName.c_str(), nullptr, 0);
     if (room == 0) {
         return GetLastError() == ERROR_ENVVAR_NOT_FOUND ? std::nullopt : std::optional<std::string>("");
@@ -16,7 +16,7 @@ std::optional<std::string> ProcessEnvironment(const std::string& name) {
     std::wstring value(room, L'\0');
     room = GetEnvironmentVariableW(wideName.c_str(), value.data(), room);
     value.resize(room);
-    return ToUtf8(value);
+    return win32::ToUtf8(value);
 }
 
 } // namespace tessaly

@@ -5,7 +5,7 @@
 #include <utility>
 #include <windows.h>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 // The error of the last call of Windows.
 inline std::error_code LastError() {
@@ -17,18 +17,18 @@ inline std::error_code LastError() {
 }
 
 // Null and INVALID_HANDLE_VALUE are both no handle: Windows' calls do not agree on one.
-class Win32Handle {
+class Handle {
 public:
-    Win32Handle() = default;
-    explicit Win32Handle(HANDLE handle) : mHandle(handle) {}
-    Win32Handle(Win32Handle&& other) noexcept : mHandle(std::exchange(other.mHandle, nullptr)) {}
-    Win32Handle& operator=(Win32Handle&& other) noexcept {
+    Handle() = default;
+    explicit Handle(HANDLE handle) : mHandle(handle) {}
+    Handle(Handle&& other) noexcept : mHandle(std::exchange(other.mHandle, nullptr)) {}
+    Handle& operator=(Handle&& other) noexcept {
         std::swap(mHandle, other.mHandle);
         return *this;
     }
-    Win32Handle(const Win32Handle&) = delete;
-    Win32Handle& operator=(const Win32Handle&) = delete;
-    ~Win32Handle() { Close(); }
+    Handle(const Handle&) = delete;
+    Handle& operator=(const Handle&) = delete;
+    ~Handle() { Close(); }
 
     explicit operator bool() const { return mHandle != nullptr && mHandle != INVALID_HANDLE_VALUE; }
     HANDLE Get() const { return mHandle; }
@@ -43,4 +43,4 @@ private:
     HANDLE mHandle = nullptr;
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

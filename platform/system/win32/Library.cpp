@@ -1,6 +1,6 @@
 #include "platform/system/win32/Library.h"
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 void KeepToSystemLibraries() noexcept {
     SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
@@ -10,4 +10,4 @@ HMODULE LoadSystemLibrary(const wchar_t* name) noexcept {
     return LoadLibraryExW(name, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -5,7 +5,7 @@
 
 #include "platform/system/win32/Handle.h"
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 // The first thing that a program does: from then on Windows, too, takes what it loads by name from the system's folder.
 void KeepToSystemLibraries() noexcept;
@@ -24,4 +24,4 @@ Function LibraryFunction(const wchar_t* library, const char* name) {
     return reinterpret_cast<Function>(reinterpret_cast<void*>(function));
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -3,11 +3,11 @@
 
 #include "platform/system/win32/Text.h"
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-Win32PreviousInstance::Win32PreviousInstance(const std::string& name) {
+PreviousInstanceTest::PreviousInstanceTest(const std::string& name) {
     const std::wstring path = L"Local\\" + ToWide(name) + L".Running";
-    mMutex = Win32Handle(CreateMutexW(nullptr, FALSE, path.c_str()));
+    mMutex = Handle(CreateMutexW(nullptr, FALSE, path.c_str()));
     const DWORD error = GetLastError(); // said also when all went well
     // A copy that runs with more rights than this one may not be touched, but it is there.
     mFound = error == ERROR_ALREADY_EXISTS || (!mMutex && error == ERROR_ACCESS_DENIED);
@@ -16,4 +16,4 @@ Win32PreviousInstance::Win32PreviousInstance(const std::string& name) {
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -7,20 +7,20 @@
 
 #include <string>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-class Win32PreviousInstance final : public PreviousInstanceTest {
+class PreviousInstanceTest final : public tessaly::PreviousInstanceTest {
 public:
     // `name` is the program's: letters and digits. Copies of other users in other sessions do not count. Throws
     // std::system_error when the mutex cannot be had.
-    explicit Win32PreviousInstance(const std::string& name);
+    explicit PreviousInstanceTest(const std::string& name);
 
     // Whether another copy held the mutex when this was made.
     bool PreviousInstance() const override { return mFound; }
 
 private:
-    Win32Handle mMutex;
+    Handle mMutex;
     bool mFound = false;
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

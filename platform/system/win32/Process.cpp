@@ -11,7 +11,7 @@
 #include <memory>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 namespace {
 
@@ -22,7 +22,7 @@ constexpr DWORD SilenceInMilliseconds = 10;
 constexpr UINT KilledStatus = 1;
 
 struct StartedProcess {
-    Win32Handle process;
+    Handle process;
     std::error_code error;
 };
 
@@ -37,7 +37,7 @@ StartedProcess Start(const std::string& commandLine, bool inherit, DWORD flags, 
         return {{}, LastError()};
     }
     CloseHandle(started.hThread);
-    return {Win32Handle(started.hProcess), {}};
+    return {Handle(started.hProcess), {}};
 }
 
 // The list of the only handles that a new process inherits. `handles` must outlive it.
@@ -70,8 +70,8 @@ private:
 // Starts a process with both outputs in `output` and nothing to read.
 StartedProcess StartWithOutput(const std::string& commandLine, HANDLE output) {
     SECURITY_ATTRIBUTES inheritable = {sizeof inheritable, nullptr, TRUE};
-    const Win32Handle nothing(CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, &inheritable,
-                                          OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const Handle nothing(CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, &inheritable,
+                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!nothing) {
         return {{}, LastError()};
     }
@@ -149,8 +149,8 @@ ProcessResult RunProcess(const std::string& commandLine, const std::function<voi
     if (CreatePipe(&ends[0], &ends[1], &inheritable, 0) == 0) {
         return {LastError(), 0};
     }
-    const Win32Handle readEnd(ends[0]);
-    Win32Handle writeEnd(ends[1]);
+    const Handle readEnd(ends[0]);
+    Handle writeEnd(ends[1]);
     const StartedProcess started = StartWithOutput(commandLine, writeEnd.Get());
     if (started.error) {
         return {started.error, 0};
@@ -164,4 +164,4 @@ ProcessResult RunProcess(const std::string& commandLine, const std::function<voi
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <system_error>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 // Starts a process that inherits nothing and shows its first window in `windowStyle`, and does not wait for it. Throws
 // std::system_error when it cannot be started.
@@ -32,4 +32,4 @@ struct ProcessResult {
 // What `onOutput` throws is passed on, and the process killed. Throws std::system_error when its output cannot be read.
 ProcessResult RunProcess(const std::string& commandLine, const std::function<void(std::string_view)>& onOutput);
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -6,15 +6,16 @@
 #include <algorithm>
 #include <windows.h>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 namespace {
 
-static_assert(Registry::Success == ERROR_SUCCESS && Registry::NotFound == ERROR_FILE_NOT_FOUND);
-static_assert(Registry::AccessDenied == ERROR_ACCESS_DENIED && Registry::BadHandle == ERROR_INVALID_HANDLE);
-static_assert(Registry::MoreData == ERROR_MORE_DATA);
-static_assert(Registry::StringType == REG_SZ && Registry::BinaryType == REG_BINARY);
-static_assert(Registry::QueryAccess == KEY_QUERY_VALUE && Registry::SetAccess == KEY_SET_VALUE);
+static_assert(tessaly::Registry::Success == ERROR_SUCCESS && tessaly::Registry::NotFound == ERROR_FILE_NOT_FOUND);
+static_assert(tessaly::Registry::AccessDenied == ERROR_ACCESS_DENIED &&
+              tessaly::Registry::BadHandle == ERROR_INVALID_HANDLE);
+static_assert(tessaly::Registry::MoreData == ERROR_MORE_DATA);
+static_assert(tessaly::Registry::StringType == REG_SZ && tessaly::Registry::BinaryType == REG_BINARY);
+static_assert(tessaly::Registry::QueryAccess == KEY_QUERY_VALUE && tessaly::Registry::SetAccess == KEY_SET_VALUE);
 
 // In 64 bits the roots are sign-extended, as the Windows headers write them.
 HKEY Root(std::uint32_t root) {
@@ -22,7 +23,7 @@ HKEY Root(std::uint32_t root) {
     return reinterpret_cast<HKEY>(static_cast<std::intptr_t>(static_cast<std::int32_t>(root)));
 }
 
-HKEY Key(Registry::Handle key) {
+HKEY Key(tessaly::Registry::Handle key) {
     return reinterpret_cast<HKEY>(key); // NOLINT(performance-no-int-to-ptr): it was one before
 }
 
@@ -46,15 +47,15 @@ LSTATUS ReadWhole(HKEY key, const std::string& name, DWORD& type, std::string& b
 
 } // namespace
 
-Win32Registry::Win32Registry() : mCodePage(MakeSystemCodePage()) {}
+Registry::Registry() : mCodePage(MakeSystemCodePage()) {}
 
-std::string Win32Registry::Ansi(std::string_view text) const {
+std::string Registry::Ansi(std::string_view text) const {
     std::string bytes;
     mCodePage->AppendEncoded(text, bytes);
     return bytes;
 }
 
-std::int32_t Win32Registry::OpenKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access, Handle& key) {
+std::int32_t Registry::OpenKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access, Handle& key) {
     HKEY opened = nullptr;
     const LSTATUS error = RegOpenKeyExA(Root(root), Ansi(keyPath).c_str(), 0, access, &opened);
     if (error == ERROR_SUCCESS) {
@@ -63,8 +64,8 @@ std::int32_t Win32Registry::OpenKey(std::uint32_t root, std::string_view keyPath
     return error;
 }
 
-std::int32_t Win32Registry::QueryValue(Handle key, std::string_view valueName, std::uint32_t& type, char* data,
-                                       std::uint32_t& size) {
+std::int32_t Registry::QueryValue(Handle key, std::string_view valueName, std::uint32_t& type, char* data,
+                                  std::uint32_t& size) {
     DWORD storedType = REG_NONE;
     std::string bytes;
     const LSTATUS error = ReadWhole(Key(key), Ansi(valueName), storedType, bytes);
@@ -89,7 +90,7 @@ std::int32_t Win32Registry::QueryValue(Handle key, std::string_view valueName, s
     return Success;
 }
 
-std::int32_t Win32Registry::CreateKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access, Handle& key) {
+std::int32_t Registry::CreateKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access, Handle& key) {
     HKEY opened = nullptr;
     DWORD disposition = 0;
     const LSTATUS error =
@@ -100,8 +101,7 @@ std::int32_t Win32Registry::CreateKey(std::uint32_t root, std::string_view keyPa
     return error;
 }
 
-std::int32_t Win32Registry::SetValue(Handle key, std::string_view valueName, std::uint32_t type,
-                                     std::string_view bytes) {
+std::int32_t Registry::SetValue(Handle key, std::string_view valueName, std::uint32_t type, std::string_view bytes) {
     std::string stored = IsText(type) ? Ansi(bytes) : std::string(bytes);
     const auto size = static_cast<DWORD>(stored.size());
     stored += '.'; // Windows takes a NUL that stands behind a text for one that somebody forgot to count
@@ -109,8 +109,8 @@ std::int32_t Win32Registry::SetValue(Handle key, std::string_view valueName, std
                           size);
 }
 
-std::int32_t Win32Registry::CloseKey(Handle key) noexcept {
+std::int32_t Registry::CloseKey(Handle key) noexcept {
     return RegCloseKey(Key(key));
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

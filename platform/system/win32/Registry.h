@@ -8,11 +8,11 @@
 #include <memory>
 #include <string>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-class Win32Registry final : public Registry {
+class Registry final : public tessaly::Registry {
 public:
-    Win32Registry();
+    Registry();
 
     std::int32_t OpenKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access, Handle& key) override;
 
@@ -29,4 +29,4 @@ private:
     std::unique_ptr<const CodePage> mCodePage;
 };
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cstdint>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 namespace {
 
@@ -27,9 +27,9 @@ bool IsFolder(const std::wstring& path) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-Win32Handle Open(const std::string& path, DWORD access, DWORD share, DWORD disposition) {
+Handle Open(const std::string& path, DWORD access, DWORD share, DWORD disposition) {
     const std::wstring wide = WidePath(path);
-    Win32Handle file(CreateFileW(wide.c_str(), access, share, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+    Handle file(CreateFileW(wide.c_str(), access, share, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file) {
         const std::error_code error = LastError();
         throw std::system_error(IsFolder(wide) ? std::make_error_code(std::errc::is_a_directory) : error, "open");
@@ -37,15 +37,15 @@ Win32Handle Open(const std::string& path, DWORD access, DWORD share, DWORD dispo
     return file;
 }
 
-void Close(Win32Handle& file) {
+void Close(Handle& file) {
     if (!file.Close()) {
         ThrowLastError("close");
     }
 }
 
-class Win32InputFile final : public InputFile {
+class InputFile final : public tessaly::InputFile {
 public:
-    explicit Win32InputFile(Win32Handle file) : mFile(std::move(file)) {}
+    explicit InputFile(Handle file) : mFile(std::move(file)) {}
 
     std::size_t Read(char* buffer, std::size_t size) override {
         DWORD count = 0;
@@ -58,15 +58,15 @@ public:
         return count;
     }
 
-    void Close() override { tessaly::Close(mFile); }
+    void Close() override { win32::Close(mFile); }
 
 private:
-    Win32Handle mFile;
+    Handle mFile;
 };
 
-class Win32OutputFile final : public OutputFile {
+class OutputFile final : public tessaly::OutputFile {
 public:
-    explicit Win32OutputFile(Win32Handle file) : mFile(std::move(file)) {}
+    explicit OutputFile(Handle file) : mFile(std::move(file)) {}
 
     void Write(std::string_view bytes) override {
         while (!bytes.empty()) {
@@ -81,10 +81,10 @@ public:
         }
     }
 
-    void Close() override { tessaly::Close(mFile); }
+    void Close() override { win32::Close(mFile); }
 
 private:
-    Win32Handle mFile;
+    Handle mFile;
 };
 
 } // namespace
@@ -107,21 +107,21 @@ std::wstring WidePath(const std::string& path) {
     return full.starts_with(L"\\\\") ? L"\\\\?\\UNC\\" + full.substr(2) : L"\\\\?\\" + full;
 }
 
-std::unique_ptr<InputFile> Win32Files::OpenForInput(const std::string& path) {
+std::unique_ptr<tessaly::InputFile> SequentialFiles::OpenForInput(const std::string& path) {
     constexpr DWORD everything = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    return std::make_unique<Win32InputFile>(Open(path, GENERIC_READ, everything, OPEN_EXISTING));
+    return std::make_unique<InputFile>(Open(path, GENERIC_READ, everything, OPEN_EXISTING));
 }
 
 // Emptied by hand: CREATE_ALWAYS refuses hidden files.
-std::unique_ptr<OutputFile> Win32Files::OpenForOutput(const std::string& path) {
-    Win32Handle file = Open(path, GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS);
+std::unique_ptr<tessaly::OutputFile> SequentialFiles::OpenForOutput(const std::string& path) {
+    Handle file = Open(path, GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS);
     if (GetFileType(file.Get()) == FILE_TYPE_DISK && SetEndOfFile(file.Get()) == 0) {
         ThrowLastError("open");
     }
-    return std::make_unique<Win32OutputFile>(std::move(file));
+    return std::make_unique<OutputFile>(std::move(file));
 }
 
-bool Win32Files::FileExists(const std::string& path) const {
+bool SequentialFiles::FileExists(const std::string& path) const {
     if (path.find('\0') != std::string::npos) {
         return false;
     }
@@ -129,4 +129,4 @@ bool Win32Files::FileExists(const std::string& path) const {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

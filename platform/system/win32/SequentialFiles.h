@@ -6,13 +6,13 @@
 
 #include <string>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-class Win32Files final : public SequentialFiles {
+class SequentialFiles final : public tessaly::SequentialFiles {
 public:
     // Errors are those of Windows, in the system category, but for a folder, which is errc::is_a_directory.
-    std::unique_ptr<InputFile> OpenForInput(const std::string& path) override;
-    std::unique_ptr<OutputFile> OpenForOutput(const std::string& path) override;
+    std::unique_ptr<tessaly::InputFile> OpenForInput(const std::string& path) override;
+    std::unique_ptr<tessaly::OutputFile> OpenForOutput(const std::string& path) override;
     bool FileExists(const std::string& path) const override;
 };
 
@@ -20,4 +20,4 @@ public:
 // std::system_error for a path with a NUL in it, which would name another file.
 std::wstring WidePath(const std::string& path);
 
-} // namespace tessaly
+} // namespace tessaly::win32

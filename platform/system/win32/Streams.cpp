@@ -9,23 +9,23 @@
 #include <io.h>
 #include <shellapi.h>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
-Win32Streams::Win32Streams() : mConsoleCodePage(GetConsoleOutputCP()) {
+Streams::Streams() : mConsoleCodePage(GetConsoleOutputCP()) {
     for (std::FILE* stream : {stdin, stdout, stderr}) {
         _setmode(_fileno(stream), _O_BINARY);
     }
     SetConsoleOutputCP(CP_UTF8);
 }
 
-Win32Streams::~Win32Streams() {
+Streams::~Streams() {
     if (mConsoleCodePage != 0) {
         std::fflush(stdout);
         SetConsoleOutputCP(mConsoleCodePage);
     }
 }
 
-std::vector<std::string> Win32Arguments() {
+std::vector<std::string> Arguments() {
     int count = 0;
     wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
     if (wide == nullptr) {
@@ -39,4 +39,4 @@ std::vector<std::string> Win32Arguments() {
     return arguments;
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

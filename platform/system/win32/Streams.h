@@ -4,21 +4,21 @@
 #include <string>
 #include <vector>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 // While it lives standard streams are not translated, and a console that they write to shows UTF-8.
-class Win32Streams {
+class Streams {
 public:
-    Win32Streams();
-    Win32Streams(const Win32Streams&) = delete;
-    Win32Streams& operator=(const Win32Streams&) = delete;
-    ~Win32Streams();
+    Streams();
+    Streams(const Streams&) = delete;
+    Streams& operator=(const Streams&) = delete;
+    ~Streams();
 
 private:
     unsigned mConsoleCodePage; // what the console had before; 0 without one
 };
 
 // This program's name and arguments. Wildcards are not expanded.
-std::vector<std::string> Win32Arguments();
+std::vector<std::string> Arguments();
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 namespace {
 
@@ -70,4 +70,4 @@ std::string ToUtf8(std::wstring_view wide) {
     return text;
 }
 
-} // namespace tessaly
+} // namespace tessaly::win32

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace tessaly {
+namespace tessaly::win32 {
 
 // `text` as UTF-16; U+FFFD for each byte that is not UTF-8.
 std::wstring ToWide(std::string_view text);
@@ -12,4 +12,4 @@ std::wstring ToWide(std::string_view text);
 // `wide` as UTF-8; U+FFFD for each surrogate without a partner.
 std::string ToUtf8(std::wstring_view wide);
 
-} // namespace tessaly
+} // namespace tessaly::win32
