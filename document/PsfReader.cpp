@@ -150,13 +150,12 @@ void PsfReader::ReadReferences() {
 
 void PsfReader::ReadFunctionList() {
     while (NextLine() && !IsTag(FuncCodeTag)) {
-        const bool isCount = ContainsKey(mLine, NumFuncsKey);
-        if (isCount) {
+        // No line is both: with the other key behind it a count is no number.
+        if (ContainsKey(mLine, NumFuncsKey)) {
             ReadCount();
-        }
-        if (ContainsKey(mLine, FuncNamesKey)) {
+        } else if (ContainsKey(mLine, FuncNamesKey)) {
             ReadNames();
-        } else if (!isCount) {
+        } else {
             mObserver.Ignored(Line());
         }
     }
