@@ -42,6 +42,11 @@ constexpr const CatalogueRow& Row(Text text) {
     return CatalogueRows[static_cast<std::size_t>(text)];
 }
 
+// How folders and texts of others call a language: "de" for German, "en" for any other.
+constexpr std::string_view LanguageTag(std::uint8_t language) {
+    return language == GermanLanguage ? "de" : "en";
+}
+
 // Sets `output` to the text of `identifier` (its case counts) in `language`, in UTF-8 with LF between lines. An
 // identifier that is not in the catalogue gives a text, too, that says so. In a language that is neither English nor
 // German `output` is left as it is, whatever the identifier.

@@ -266,5 +266,11 @@ TEST(CatalogueTest, TheNamesInTheCodeLeadToTheMembers) {
     EXPECT_THROW(window.Words(Text::MenuFile), std::out_of_range);
 }
 
+TEST(CatalogueTest, AllButGermanHasTheTagOfEnglish) {
+    EXPECT_EQ(LanguageTag(EnglishLanguage), "en");
+    EXPECT_EQ(LanguageTag(GermanLanguage), "de");
+    EXPECT_EQ(LanguageTag(7), "en");
+}
+
 } // namespace
 } // namespace tessaly

@@ -113,7 +113,7 @@ TEST_F(QtDesktopTest, AHelpFolderIsOpenedInTheLanguageOfTheProgramOrAsItIs) {
     std::ofstream(folder + "/de/index.html") << "";
     user.Qt().app.SetHelpFile(folder);
     std::string language = "de";
-    user.Qt().app.helpLanguage = [&language] { return language; };
+    user.Qt().app.helpLanguage = [&language]() -> std::string_view { return language; };
     user.Qt().app.OpenHelp();
     language = "fr";
     user.Qt().app.OpenHelp();

@@ -70,12 +70,12 @@ bool HasWord(const QString& text) {
 }
 
 TEST(QtTextsTest, QtSpeaksTheLanguageOfTheProgram) {
-    bool isGerman = false;
-    qt::Texts texts([&isGerman] { return isGerman; });
+    std::string_view language = "en";
+    qt::Texts texts([&language] { return language; });
     const QStringList withoutIt = TextsOfDialogs();
     QCoreApplication::installTranslator(&texts);
     const QStringList english = TextsOfDialogs();
-    isGerman = true;
+    language = "de";
     const QStringList german = TextsOfDialogs();
     EXPECT_EQ(english, withoutIt);
     ASSERT_EQ(german.size(), english.size());

@@ -44,7 +44,7 @@ void Application::OpenHelp() {
     fs::path path(mHelpFile);
     std::error_code ignored; // what cannot be looked at is opened as it stands
     if (fs::is_directory(path, ignored)) {
-        const fs::path inLanguage = path / (helpLanguage ? helpLanguage() : std::string()) / "index.html";
+        const fs::path inLanguage = path / (helpLanguage ? helpLanguage() : std::string_view()) / "index.html";
         path = fs::exists(inLanguage, ignored) ? inLanguage : path / "index.html";
     }
     const bool isHtml = path.extension() == ".html" || path.extension() == ".htm";

@@ -34,7 +34,7 @@ public:
     // build.log in the folder for the user's state.
     std::string OutputPath() const;
 
-    std::function<std::string()> helpLanguage; // "" or the name of a folder
+    std::function<std::string_view()> helpLanguage; // "" or the name of a folder
     std::function<void()> onSendF1;
     std::function<void(const std::string& path)> onShowHelp;
     std::function<void(const std::string& path)> onOutput; // what a process writes goes to this file from now on

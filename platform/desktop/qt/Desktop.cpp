@@ -4,12 +4,30 @@
 #include "platform/desktop/qt/ModalWindows.h"
 #include "platform/system/CodePages.h"
 
+#include <QApplication>
+#include <QIcon>
+
 namespace tessaly::qt {
+
+namespace {
+
+// The program's own icon: for the window until the settings name another one.
+QIcon OwnIcon() {
+    QIcon icon;
+    for (const char* const size : {"16x16", "48x48", "64x64", "128x128"}) {
+        icon.addFile(QString(":/hicolor/") + size + "/apps/tessaly.png");
+    }
+    return icon;
+}
+
+} // namespace
 
 Desktop::Desktop(const std::string& commandLine, const Environment& environment, Registry& settings)
     : app(commandLine, environment),
       mSettings(settings),
       mCodePage(MakeSystemCodePage()) {
+    frame.setWindowIcon(OwnIcon());
+    window.onEnded = [] { QCoreApplication::exit(0); };
     treeLabel.SetBuddy(tree.Widget());
     paneLabel.SetBuddy(pane.Widget());
     app.onSendF1 = [this] { window.SendKey(Qt::Key_F1); };
@@ -40,6 +58,10 @@ std::unique_ptr<tessaly::NameWindow> Desktop::NewNameWindow() {
 
 std::unique_ptr<tessaly::SplashWindow> Desktop::NewSplashWindow() {
     return std::make_unique<SplashWindow>(frame, [this] { app.OpenHelp(); });
+}
+
+int Desktop::Run() {
+    return window.HasEnded() ? 0 : QApplication::exec();
 }
 
 void Desktop::EndSession(bool mayAsk) {

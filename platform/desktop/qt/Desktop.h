@@ -50,6 +50,9 @@ public:
     SequentialFiles& Files() override { return mFiles; }
     const CodePage& AnsiCodePage() override { return *mCodePage; }
 
+    // Runs the program until its window is gone; returns the exit code.
+    int Run();
+
     // Closes the window because the session ends. Unless it `mayAsk`, no message box is shown any more.
     void EndSession(bool mayAsk);
 

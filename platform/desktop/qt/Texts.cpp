@@ -123,7 +123,7 @@ constexpr Entry Entries[] = {
 QString Texts::translate(const char*, const char* text, const char*, int) const {
     const auto* const entry = std::find_if(std::begin(Entries), std::end(Entries),
                                            [text](const Entry& each) { return each.english == text; });
-    return entry != std::end(Entries) && mIsGerman() ? QString::fromUtf8(entry->german) : QString();
+    return entry != std::end(Entries) && mLanguage() == "de" ? QString::fromUtf8(entry->german) : QString();
 }
 
 } // namespace tessaly::qt

@@ -3,20 +3,21 @@
 
 #include <QTranslator>
 #include <functional>
+#include <string_view>
 #include <utility>
 
 namespace tessaly::qt {
 
 class Texts final : public QTranslator {
 public:
-    // `isGerman` tells the language of the moment; without German it is English, as Qt has it.
-    explicit Texts(std::function<bool()> isGerman) : mIsGerman(std::move(isGerman)) {}
+    // `language` tells the tag of the language of the moment. All but "de" are English, as Qt has it.
+    explicit Texts(std::function<std::string_view()> language) : mLanguage(std::move(language)) {}
 
     bool isEmpty() const override { return false; }
     QString translate(const char* context, const char* text, const char* comment, int number) const override;
 
 private:
-    std::function<bool()> mIsGerman;
+    std::function<std::string_view()> mLanguage;
 };
 
 } // namespace tessaly::qt
