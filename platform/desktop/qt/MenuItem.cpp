@@ -1,4 +1,5 @@
-// All items are QtMenuItems: nobody else makes any for this desktop. A QAction's object name is the item's name.
+// All items are MenuItems of this desktop: nobody else makes any for this desktop. A QAction's object name is the
+// item's name.
 #include "platform/desktop/qt/MenuItem.h"
 
 #include "platform/desktop/qt/Text.h"

@@ -22,7 +22,7 @@ public:
     void MoveToNextStop(bool backwards);
 
 private:
-    // All targets are Win32Children: nobody else is reported here.
+    // All targets are win32::Child: nobody else is reported here.
     Child* Owner() const { return static_cast<Child*>(mEvents.Owner()); }
 
     const FocusEvents& mEvents;
