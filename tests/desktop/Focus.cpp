@@ -1,4 +1,4 @@
-// All targets are FocusTargets of this desktop: nobody else reports any here.
+// All targets are memory::FocusTarget: nobody else reports any here.
 #include "tests/desktop/Focus.h"
 
 #include "tests/desktop/TestFailure.h"

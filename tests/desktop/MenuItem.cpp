@@ -1,4 +1,4 @@
-// All items are MenuItems of this desktop: nobody else makes any for this desktop.
+// All items are memory::MenuItem: nobody else makes any for this desktop.
 #include "tests/desktop/MenuItem.h"
 
 #include "tests/desktop/TestFailure.h"

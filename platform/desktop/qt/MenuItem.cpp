@@ -1,5 +1,4 @@
-// All items are MenuItems of this desktop: nobody else makes any for this desktop. A QAction's object name is the
-// item's name.
+// All items are qt::MenuItem: nobody else makes any for this desktop. A QAction's object name is the item's name.
 #include "platform/desktop/qt/MenuItem.h"
 
 #include "platform/desktop/qt/Text.h"
