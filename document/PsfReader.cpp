@@ -38,32 +38,26 @@ struct Expected {
 // last name for ever: Take then gives the same object again and again.
 class NameList {
 public:
-    void Set(std::string_view names) {
-        mNames = names;
-        mPosition = 0;
-        mLast = nullptr;
-    }
+    explicit NameList(std::string_view names) : mNames(names) {}
 
     std::shared_ptr<Expected> Take() {
         if (mLast) {
             return mLast;
         }
-        const std::size_t comma = mNames.find(',', mPosition);
-        const bool last = comma == std::string::npos;
+        const std::size_t comma = mNames.find(',');
         auto function = std::make_shared<Expected>();
-        function->name = mNames.substr(mPosition, last ? comma : comma - mPosition);
+        function->name = mNames.substr(0, comma);
         function->header = "[" + function->name + "]";
-        if (last) {
+        if (comma == std::string_view::npos) {
             mLast = function;
         } else {
-            mPosition = comma + 1;
+            mNames.remove_prefix(comma + 1);
         }
         return function;
     }
 
 private:
-    std::string mNames;
-    std::size_t mPosition = 0;
+    std::string_view mNames; // not taken yet
     std::shared_ptr<Expected> mLast;
 };
 
@@ -109,7 +103,7 @@ private:
     std::string_view mLine;
 
     std::int32_t mExpectedCount = 0;
-    NameList mNames;
+    std::string mNames;
     TextCollector mCurProtoType;
     TextCollector mCurFuncBody;
     bool mBodyGoesOn = false;                   // past the end of its function
@@ -170,7 +164,7 @@ void PsfReader::ReadCount() {
     }
     mExpectedCount = *count;
     if (mExpectedCount > 0) {
-        mNames.Set(""); // that many names, all empty
+        mNames.clear(); // that many names, all empty
     }
 }
 
@@ -178,7 +172,7 @@ void PsfReader::ReadNames() {
     const std::string_view value = ValueOf(mLine, FuncNamesKey);
     mObserver.Names({value, mLines.LineOffset()});
     if (mExpectedCount > 0) {
-        mNames.Set(value);
+        mNames = value;
     }
 }
 
@@ -187,11 +181,12 @@ void PsfReader::ReadFunctions() {
         Find([this] { return IsTag(EventCodeTag); });
         return;
     }
-    std::shared_ptr<Expected> function = mNames.Take();
+    NameList names(mNames);
+    std::shared_ptr<Expected> function = names.Take();
     for (std::int32_t i = 0; i < mExpectedCount; ++i) {
         // Behind the last function its own header ends it: kept on purpose.
         const bool last = i == mExpectedCount - 1;
-        const std::shared_ptr<Expected> next = last ? function : mNames.Take();
+        const std::shared_ptr<Expected> next = last ? function : names.Take();
         if (!ReadFunction(i, *function, *next)) {
             mObserver.Function(PsfStep::Lost, i, {{}, mLines.LineOffset()});
             return;

@@ -51,6 +51,16 @@ TEST_F(FileFaultTest, WhatWasReadBeforeAFailureStaysInTheDocument) {
     EXPECT_EQ(EventCode(1), EventTable[1].defaultText);
 }
 
+TEST_F(FileFaultTest, FunctionsThatWereReadBeforeAFailureAmongThemStay) {
+    files.readSize = 1;
+    const std::string bytes = Psf(" 2", "One,Two", PsfFunction("One", "x") + PsfFunction("Two", "y"));
+    files.FailAt(Call::Read, bytes.find("[EventCode]"));
+    EXPECT_EQ(Load(bytes), Status::LoadFailed);
+    ASSERT_EQ(document.GetFunctionCount(), 1);
+    EXPECT_EQ(Name(0), "One");
+    EXPECT_EQ(EventCode(0), EventTable[0].defaultText);
+}
+
 TEST_F(FileFaultTest, AReadThatFailsAtOnceLeavesTheDefaultDocument) {
     document.UpdateVarCode("old");
     files.FailAt(Call::Read, 1);
