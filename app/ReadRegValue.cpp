@@ -64,11 +64,7 @@ std::string ReadNumber(const OpenedKey& key, std::string_view valueName) {
     if (key.Query(valueName, type, bytes.data(), room) != Registry::Success) {
         return "";
     }
-    std::uint32_t number = 0;
-    for (std::size_t i = bytes.size(); i > 0; --i) {
-        number = number << 8U | static_cast<unsigned char>(bytes[i - 1]);
-    }
-    return std::to_string(static_cast<std::int32_t>(number));
+    return std::to_string(static_cast<std::int32_t>(Registry::DwordNumber({bytes.data(), bytes.size()})));
 }
 
 std::string ReadValue(const OpenedKey& key, std::string_view valueName) {

@@ -11,16 +11,6 @@ namespace {
 constexpr std::string_view Written = "0";
 constexpr std::string_view NotWritten = "-1";
 
-std::string DwordBytes(std::int32_t number) {
-    auto rest = static_cast<std::uint32_t>(number);
-    std::string bytes;
-    for (int i = 0; i < 4; ++i) {
-        bytes += static_cast<char>(rest & 0xFFU);
-        rest >>= 8U;
-    }
-    return bytes;
-}
-
 } // namespace
 
 std::string WriteRegValue(Registry& registry, std::uint32_t root, std::string_view keyPath, std::string_view typeName,
@@ -39,7 +29,8 @@ std::string WriteRegValue(Registry& registry, std::uint32_t root, std::string_vi
         result = registry.SetValue(key, valueName, Registry::StringType, valueText);
     } else if (typeName == "Number") {
         const std::int32_t number = RoundToInteger(LenientValue(valueText));
-        result = registry.SetValue(key, valueName, Registry::DwordType, DwordBytes(number));
+        result = registry.SetValue(key, valueName, Registry::DwordType,
+                                   Registry::DwordBytes(static_cast<std::uint32_t>(number)));
     }
     if (result != Registry::Success) {
         return std::string(NotWritten); // and the key stays open: kept on purpose

@@ -1,7 +1,8 @@
 // Keys stand in one sorted map, so those below a key are one run of it, however deep they lie.
 #include "platform/settings/RegistryStore.h"
 
-#include <algorithm>
+#include "platform/text/Ascii.h"
+
 #include <limits>
 #include <stdexcept>
 #include <utility>
@@ -14,13 +15,6 @@ constexpr char Backslash = '\\';
 
 // The character behind the backslash: a path that ends in it is behind all paths with the backslash instead.
 constexpr char BehindBackslash = Backslash + 1;
-
-std::string FoldAscii(std::string_view text) {
-    std::string folded(text);
-    std::transform(folded.begin(), folded.end(), folded.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; });
-    return folded;
-}
 
 } // namespace
 
@@ -39,7 +33,7 @@ std::int32_t RegistryStore::QueryValue(Handle key, std::string_view valueName, s
     if (const std::int32_t error = Find(key, QueryAccess, values); error != Success) {
         return error;
     }
-    const auto value = values->find(FoldAscii(valueName));
+    const auto value = values->find(SmallLetters(valueName));
     if (value == values->end()) {
         return NotFound;
     }
@@ -53,6 +47,15 @@ std::int32_t RegistryStore::QueryValue(Handle key, std::string_view valueName, s
         bytes.copy(data, bytes.size());
     }
     return Success;
+}
+
+bool RegistryStore::Holds(Handle key, std::string_view valueName, std::uint32_t type, std::string_view bytes) const {
+    Values* values = nullptr;
+    if (Find(key, QueryAccess, values) != Success) {
+        return false;
+    }
+    const auto value = values->find(SmallLetters(valueName));
+    return value != values->end() && value->second.type == type && value->second.bytes == bytes;
 }
 
 std::int32_t RegistryStore::CreateKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access, Handle& key) {
@@ -69,7 +72,7 @@ std::int32_t RegistryStore::SetValue(Handle key, std::string_view valueName, std
     if (const std::int32_t error = Find(key, SetAccess, values); error != Success) {
         return error;
     }
-    (*values)[FoldAscii(valueName)] = {type, std::string(bytes)};
+    (*values)[SmallLetters(valueName)] = {type, std::string(bytes)};
     return Success;
 }
 
@@ -93,7 +96,7 @@ std::int32_t RegistryStore::DeleteValue(Handle key, std::string_view valueName) 
     if (const std::int32_t error = Find(key, SetAccess, values); error != Success) {
         return error;
     }
-    return values->erase(FoldAscii(valueName)) == 1 ? Success : NotFound;
+    return values->erase(SmallLetters(valueName)) == 1 ? Success : NotFound;
 }
 
 void RegistryStore::ChangeStrings(const std::function<void(std::string& bytes)>& change) {
@@ -108,7 +111,7 @@ void RegistryStore::ChangeStrings(const std::function<void(std::string& bytes)>&
 
 RegistryStore::Place RegistryStore::MakePlace(std::uint32_t root, std::string_view keyPath) {
     keyPath.remove_suffix(keyPath.ends_with(Backslash) ? 1 : 0);
-    return {root, FoldAscii(keyPath)};
+    return {root, SmallLetters(keyPath)};
 }
 
 // Whether `place` is a root or a key was made below it.

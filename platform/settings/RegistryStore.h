@@ -40,6 +40,9 @@ public:
     // Deletes a value. Success, NotFound or BadHandle; AccessDenied without SetAccess where that counts.
     std::int32_t DeleteValue(Handle key, std::string_view valueName);
 
+    // Whether an open key has that value, of that type and with those bytes.
+    bool Holds(Handle key, std::string_view valueName, std::uint32_t type, std::string_view bytes) const;
+
     // Calls `change` with the bytes of every string value, its terminating NUL included.
     void ChangeStrings(const std::function<void(std::string& bytes)>& change);
 

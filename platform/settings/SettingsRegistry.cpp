@@ -64,7 +64,7 @@ std::int32_t SettingsRegistry::SetValue(Handle key, std::string_view valueName, 
     if (open == mOpen.end()) {
         return BadHandle;
     }
-    if (Holds(key, valueName, type, bytes)) {
+    if (mStore.Holds(key, valueName, type, bytes)) {
         return Success;
     }
     return WriteBack(open->second, valueName, type, bytes) ? mStore.SetValue(key, valueName, type, bytes)
@@ -74,14 +74,6 @@ std::int32_t SettingsRegistry::SetValue(Handle key, std::string_view valueName, 
 std::int32_t SettingsRegistry::CloseKey(Handle key) noexcept {
     mOpen.erase(key);
     return mStore.CloseKey(key);
-}
-
-bool SettingsRegistry::Holds(Handle key, std::string_view valueName, std::uint32_t type, std::string_view bytes) {
-    std::uint32_t foundType = 0;
-    auto size = static_cast<std::uint32_t>(bytes.size());
-    std::string found(bytes.size(), '\0');
-    return mStore.QueryValue(key, valueName, foundType, found.data(), size) == Success && foundType == type &&
-           size == bytes.size() && found == bytes;
 }
 
 bool SettingsRegistry::WriteBack(const Place& place, std::string_view valueName, std::uint32_t type,

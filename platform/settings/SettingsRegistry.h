@@ -33,7 +33,6 @@ private:
         std::string path;
     };
 
-    bool Holds(Handle key, std::string_view valueName, std::uint32_t type, std::string_view bytes);
     bool WriteBack(const Place& place, std::string_view valueName, std::uint32_t type, std::string_view bytes);
 
     SequentialFiles& mFiles;

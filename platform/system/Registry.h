@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace tessaly {
@@ -37,6 +38,22 @@ public:
     static constexpr std::uint32_t NoAccess = 0;
     static constexpr std::uint32_t QueryAccess = 1; // KEY_QUERY_VALUE
     static constexpr std::uint32_t SetAccess = 2;   // KEY_SET_VALUE
+
+    // The bytes of a DwordType value, and back.
+    static std::string DwordBytes(std::uint32_t number) {
+        std::string bytes;
+        for (unsigned shift = 0; shift < 32; shift += 8) {
+            bytes += static_cast<char>(number >> shift & 0xFFU);
+        }
+        return bytes;
+    }
+    static std::uint32_t DwordNumber(std::string_view bytes) {
+        std::uint32_t number = 0;
+        for (unsigned i = 0; i < 4; ++i) {
+            number |= static_cast<std::uint32_t>(static_cast<unsigned char>(bytes[i])) << 8U * i;
+        }
+        return number;
+    }
 
     virtual ~Registry() = default;
 

@@ -15,12 +15,9 @@ char32_t CodeUnit(std::string_view bytes, std::size_t position) {
     return static_cast<char32_t>(high << 8U | low);
 }
 
-bool IsHighSurrogate(char32_t unit) {
-    return unit >= 0xD800 && unit < 0xDC00;
-}
-
-bool IsLowSurrogate(char32_t unit) {
-    return unit >= 0xDC00 && unit < 0xE000;
+void AppendUnit(char32_t unit, std::string& bytes) {
+    bytes += static_cast<char>(unit & 0xFFU);
+    bytes += static_cast<char>(unit >> 8U);
 }
 
 } // namespace
@@ -32,7 +29,7 @@ std::string DecodeUtf16(std::string_view bytes) {
         const char32_t unit = CodeUnit(bytes, position);
         const char32_t next = position + 3 < bytes.size() ? CodeUnit(bytes, position + 2) : 0;
         if (IsHighSurrogate(unit) && IsLowSurrogate(next)) {
-            AppendUtf8(0x10000 + ((unit - 0xD800) << 10U) + (next - 0xDC00), text);
+            AppendUtf8(JoinSurrogates(unit, next), text);
             position += 2;
         } else if (IsHighSurrogate(unit) || IsLowSurrogate(unit)) {
             text += BrokenCharacter;
@@ -44,6 +41,21 @@ std::string DecodeUtf16(std::string_view bytes) {
         text += BrokenCharacter;
     }
     return text;
+}
+
+std::string EncodeUtf16(std::string_view text) {
+    std::string bytes;
+    for (std::size_t position = 0; position < text.size();) {
+        const char32_t read = ReadUtf8(text, position);
+        const char32_t character = read == NotACharacter ? ReplacementCharacter : read;
+        if (character < FirstOfTwoUnits) {
+            AppendUnit(character, bytes);
+        } else {
+            AppendUnit(HighSurrogate(character), bytes);
+            AppendUnit(LowSurrogate(character), bytes);
+        }
+    }
+    return bytes;
 }
 
 } // namespace tessaly

@@ -1,0 +1,53 @@
+// Letters, digits and prefixes in ASCII, whatever the locale. Bytes above it are never touched.
+#pragma once
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+namespace tessaly {
+
+constexpr bool IsDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+// A capital letter's small one; every other character is returned as it is.
+constexpr char SmallLetter(char character) {
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A')) : character;
+}
+
+inline std::string SmallLetters(std::string_view text) {
+    std::string small(text);
+    std::transform(small.begin(), small.end(), small.begin(), SmallLetter);
+    return small;
+}
+
+inline bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return SmallLetter(x) == SmallLetter(y); });
+}
+
+// Takes `prefix` off the front of `text`. False when it is not there.
+constexpr bool Take(std::string_view& text, std::string_view prefix) {
+    const bool found = text.starts_with(prefix);
+    text.remove_prefix(found ? prefix.size() : 0);
+    return found;
+}
+
+// Takes a sign, if there is one. True for a minus.
+constexpr bool TakeMinus(std::string_view& text) {
+    const bool minus = Take(text, "-");
+    if (!minus) {
+        Take(text, "+");
+    }
+    return minus;
+}
+
+// Takes the digits at the front off `text` and returns them.
+constexpr std::string_view TakeDigits(std::string_view& text) {
+    const std::string_view digits = text.substr(0, std::min(text.find_first_not_of("0123456789"), text.size()));
+    text.remove_prefix(digits.size());
+    return digits;
+}
+
+} // namespace tessaly
