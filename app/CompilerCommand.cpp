@@ -1,6 +1,8 @@
 // The search for the extension takes the first match, not the last.
 #include "app/CompilerCommand.h"
 
+#include "platform/text/Ascii.h"
+
 #include <algorithm>
 
 namespace tessaly {
@@ -9,15 +11,11 @@ namespace {
 
 constexpr std::string_view PsfExtension = ".psf";
 
-bool EqualsIgnoringCase(char character, char small) {
-    return character == small || (character >= 'A' && character <= 'Z' && character + ('a' - 'A') == small);
-}
-
 } // namespace
 
 std::string OutputName(std::string_view psfPath) {
-    const auto found =
-        std::search(psfPath.begin(), psfPath.end(), PsfExtension.begin(), PsfExtension.end(), EqualsIgnoringCase);
+    const auto found = std::search(psfPath.begin(), psfPath.end(), PsfExtension.begin(), PsfExtension.end(),
+                                   [](char character, char small) { return SmallLetter(character) == small; });
     return std::string(psfPath.begin(), found == psfPath.end() ? psfPath.begin() : found) + ".out";
 }
 

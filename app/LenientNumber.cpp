@@ -2,6 +2,7 @@
 #include "app/LenientNumber.h"
 
 #include "document/NumberText.h"
+#include "platform/text/Ascii.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,7 +18,6 @@ namespace tessaly {
 namespace {
 
 constexpr std::string_view Skipped = " \t\n";
-constexpr std::string_view Digits = "0123456789";
 constexpr std::string_view HexadecimalDigits = "0123456789abcdef";
 
 // `text` without what is skipped, in small letters.
@@ -25,33 +25,10 @@ std::string Condense(std::string_view text) {
     std::string condensed;
     for (const char character : text) {
         if (Skipped.find(character) == std::string_view::npos) {
-            const bool capital = character >= 'A' && character <= 'Z';
-            condensed += capital ? static_cast<char>(character + ('a' - 'A')) : character;
+            condensed += SmallLetter(character);
         }
     }
     return condensed;
-}
-
-// Takes `prefix` off the front of `text`, if it is there.
-bool Take(std::string_view& text, std::string_view prefix) {
-    const bool found = text.starts_with(prefix);
-    text.remove_prefix(found ? prefix.size() : 0);
-    return found;
-}
-
-// Takes a sign, if there is one.
-bool TakeMinus(std::string_view& text) {
-    const bool minus = Take(text, "-");
-    if (!minus) {
-        Take(text, "+");
-    }
-    return minus;
-}
-
-std::string_view TakeDigits(std::string_view& text) {
-    const std::string_view digits = text.substr(0, std::min(text.find_first_not_of(Digits), text.size()));
-    text.remove_prefix(digits.size());
-    return digits;
 }
 
 // The number of `base` at the front of `text`; `base` is at most 16.

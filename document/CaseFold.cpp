@@ -1,6 +1,7 @@
 // Case folding over a table of runs of case pairs.
 #include "document/CaseFold.h"
 
+#include "platform/text/Ascii.h"
 #include "platform/text/Utf8.h"
 
 #include <algorithm>
@@ -22,10 +23,6 @@ constexpr CaseRun CaseRuns[] = {
 #include "document/CasePairs.inc"
 };
 
-char FoldAscii(char character) {
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A')) : character;
-}
-
 char32_t FoldCharacter(char32_t character) {
     const auto* run =
         std::lower_bound(std::begin(CaseRuns), std::end(CaseRuns), character,
@@ -33,11 +30,6 @@ char32_t FoldCharacter(char32_t character) {
     const bool capital =
         run != std::end(CaseRuns) && character >= run->firstCapital && (character - run->firstCapital) % run->step == 0;
     return capital ? static_cast<char32_t>(static_cast<std::int64_t>(character) + run->distance) : character;
-}
-
-bool EqualsKey(std::string_view text, std::string_view key) {
-    return std::equal(key.begin(), key.end(), text.begin(),
-                      [](char a, char b) { return FoldAscii(a) == FoldAscii(b); });
 }
 
 } // namespace
@@ -49,7 +41,7 @@ std::string FoldCase(std::string_view text) {
         const std::size_t start = position;
         const char32_t character = ReadUtf8(text, position);
         if (character < 0x80) {
-            folded += FoldAscii(static_cast<char>(character));
+            folded += SmallLetter(static_cast<char>(character));
         } else if (character == NotACharacter) {
             folded += text[start];
         } else {
@@ -62,7 +54,7 @@ std::string FoldCase(std::string_view text) {
 bool ContainsKey(std::string_view text, std::string_view key) {
     // Keys end in "=", which is rare in a line and quickly found.
     for (std::size_t end = text.find(key.back()); end != std::string_view::npos; end = text.find(key.back(), end + 1)) {
-        if (end + 1 >= key.size() && EqualsKey(text.substr(end + 1 - key.size()), key)) {
+        if (end + 1 >= key.size() && EqualsIgnoringCase(text.substr(end + 1 - key.size(), key.size()), key)) {
             return true;
         }
     }

@@ -1,13 +1,11 @@
 // Names are checked byte by byte: no byte of a character outside ASCII is a letter here.
 #include "document/NewFunction.h"
 
+#include "platform/text/Ascii.h"
+
 namespace tessaly {
 
 namespace {
-
-bool IsDigit(char character) {
-    return character >= '0' && character <= '9';
-}
 
 bool IsLetter(char character) {
     return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');

@@ -1,6 +1,8 @@
 // Exact decimal rounding: the digits are never turned into a floating-point number.
 #include "document/NumberText.h"
 
+#include "platform/text/Ascii.h"
+
 #include <algorithm>
 #include <limits>
 #include <string>
@@ -9,33 +11,10 @@ namespace tessaly {
 
 namespace {
 
-constexpr std::string_view Digits = "0123456789";
 constexpr std::string_view Blanks = " \t";
 
 // No 32-bit number has more digits than this before its decimal point.
 constexpr std::int64_t MostDigits = 10;
-
-// Takes the digits at the front off `text`.
-std::string_view TakeDigits(std::string_view& text) {
-    const std::string_view digits = text.substr(0, std::min(text.find_first_not_of(Digits), text.size()));
-    text.remove_prefix(digits.size());
-    return digits;
-}
-
-// Takes `character` off the front of `text`, if it is there.
-bool Take(std::string_view& text, char character) {
-    const bool found = text.starts_with(character);
-    text.remove_prefix(found ? 1 : 0);
-    return found;
-}
-
-bool TakeMinus(std::string_view& text) {
-    const bool minus = Take(text, '-');
-    if (!minus) {
-        Take(text, '+');
-    }
-    return minus;
-}
 
 std::string_view Trim(std::string_view text) {
     const std::size_t first = std::min(text.find_first_not_of(Blanks), text.size());
@@ -45,7 +24,7 @@ std::string_view Trim(std::string_view text) {
 
 // The exponent behind "e"; a larger one than any text has digits stands for all that are larger.
 std::optional<std::int64_t> TakeExponent(std::string_view& text) {
-    if (!Take(text, 'e') && !Take(text, 'E')) {
+    if (!Take(text, "e") && !Take(text, "E")) {
         return 0;
     }
     const bool minus = TakeMinus(text);
@@ -90,7 +69,7 @@ std::optional<std::int32_t> ToInteger(std::string_view text) {
     const bool minus = TakeMinus(text);
     std::string digits(TakeDigits(text));
     auto point = static_cast<std::int64_t>(digits.size());
-    if (Take(text, '.')) {
+    if (Take(text, ".")) {
         digits += TakeDigits(text);
     }
     const bool hasDigits = !digits.empty();

@@ -2,6 +2,8 @@
 #include "document/CaseFold.h"
 #include "document/NewFunction.h"
 #include "document/NumberText.h"
+#include "platform/text/Ascii.h"
+#include "platform/text/Utf16.h"
 #include "platform/text/Utf8.h"
 
 #include <gtest/gtest.h>
@@ -195,6 +197,32 @@ TEST(NewFunctionTest, AnyOtherCharacterIsBad) {
 
 TEST(NewFunctionTest, ANewFunctionHasOneEmptyLineBetweenItsBraces) {
     EXPECT_EQ(NewFunctionText("Blink"), "void Blink(void)\n{\n\n}");
+}
+
+TEST(AsciiTest, OnlyLettersChangeTheirCase) {
+    EXPECT_EQ(SmallLetters("AZ az @[`{ 09 \xC3\x84"), "az az @[`{ 09 \xC3\x84");
+    EXPECT_EQ(CapitalLetters("AZ az @[`{ 09 \xC3\xA4"), "AZ AZ @[`{ 09 \xC3\xA4");
+    EXPECT_TRUE(EqualsIgnoringCase("aBc", "AbC"));
+    EXPECT_FALSE(EqualsIgnoringCase("ab", "abc"));
+    EXPECT_FALSE(EqualsIgnoringCase("@", "`"));
+}
+
+TEST(AsciiTest, WhatIsThereIsTakenOffTheFront) {
+    std::string_view text = "-+012x";
+    EXPECT_FALSE(Take(text, "+"));
+    EXPECT_TRUE(TakeMinus(text));
+    EXPECT_FALSE(TakeMinus(text));
+    EXPECT_EQ(TakeDigits(text), "012");
+    EXPECT_EQ(TakeDigits(text), "");
+    EXPECT_EQ(text, "x");
+}
+
+TEST(Utf16Test, WhatIsEncodedIsDecodedAgain) {
+    const std::string text = "a\xC3\xA4\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF";
+    const std::string bytes("a\0\xE4\0\xFF\xFF\0\xD8\0\xDC\xFF\xDB\xFF\xDF", 14);
+    EXPECT_EQ(EncodeUtf16(text), bytes);
+    EXPECT_EQ(DecodeUtf16(bytes), text);
+    EXPECT_EQ(EncodeUtf16("\xFFx\xC3"), std::string("\xFD\xFFx\0\xFD\xFF", 6)) << "two bytes for each that is broken";
 }
 
 } // namespace

@@ -16,10 +16,21 @@ constexpr char SmallLetter(char character) {
     return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A')) : character;
 }
 
+// A small letter's capital; every other character is returned as it is.
+constexpr char CapitalLetter(char character) {
+    return character >= 'a' && character <= 'z' ? static_cast<char>(character - ('a' - 'A')) : character;
+}
+
 inline std::string SmallLetters(std::string_view text) {
     std::string small(text);
     std::transform(small.begin(), small.end(), small.begin(), SmallLetter);
     return small;
+}
+
+inline std::string CapitalLetters(std::string_view text) {
+    std::string capitals(text);
+    std::transform(capitals.begin(), capitals.end(), capitals.begin(), CapitalLetter);
+    return capitals;
 }
 
 inline bool EqualsIgnoringCase(std::string_view a, std::string_view b) {

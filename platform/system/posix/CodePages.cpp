@@ -1,11 +1,11 @@
 // Code pages from iconv. A single-byte one is read out once into a table; only multi-byte ones convert by iconv.
 #include "platform/system/CodePages.h"
 
+#include "platform/text/Ascii.h"
 #include "platform/text/SingleByteCodePage.h"
 #include "platform/text/Utf8.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cerrno>
 #include <iconv.h>
 #include <optional>
@@ -156,13 +156,12 @@ bool IsMultiByte(const std::string& name) {
 }
 
 // "1252", "cp1252" and "Windows-1252" all become "CP1252"; other names stay as they are, in capitals.
-std::string CanonicalName(std::string name) {
-    std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) { return std::toupper(c); });
+std::string CanonicalName(std::string_view given) {
+    std::string name = CapitalLetters(given);
     if (name.starts_with("WINDOWS-")) {
         name.erase(0, 8);
     }
-    const bool number =
-        !name.empty() && std::all_of(name.begin(), name.end(), [](unsigned char c) { return std::isdigit(c); });
+    const bool number = !name.empty() && std::all_of(name.begin(), name.end(), IsDigit);
     return number ? "CP" + name : name;
 }
 

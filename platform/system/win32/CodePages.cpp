@@ -2,6 +2,7 @@
 #include "platform/system/CodePages.h"
 
 #include "platform/system/win32/Text.h"
+#include "platform/text/Ascii.h"
 #include "platform/text/SingleByteCodePage.h"
 #include "platform/text/Utf8.h"
 
@@ -248,9 +249,8 @@ std::unique_ptr<CodePage> MakeNumberedCodePage(UINT number) {
 }
 
 // The number that `name` stands for, 0 for none.
-UINT CodePageNumber(std::string name) {
-    std::transform(name.begin(), name.end(), name.begin(),
-                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c; });
+UINT CodePageNumber(std::string_view given) {
+    std::string name = CapitalLetters(given);
     for (const NamedCodePage& named : NamedCodePages) {
         if (named.name == name) {
             return named.number == CP_ACP ? GetACP() : named.number;
@@ -263,8 +263,7 @@ UINT CodePageNumber(std::string name) {
         }
     }
     constexpr std::size_t mostDigits = 5;
-    const bool number = !name.empty() && name.size() <= mostDigits &&
-                        std::all_of(name.begin(), name.end(), [](char c) { return c >= '0' && c <= '9'; });
+    const bool number = !name.empty() && name.size() <= mostDigits && std::all_of(name.begin(), name.end(), IsDigit);
     return number ? static_cast<UINT>(std::stoul(name)) : 0;
 }
 

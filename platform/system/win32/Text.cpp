@@ -1,6 +1,7 @@
 // Done by hand, because MultiByteToWideChar neither takes texts of 2 GB nor treats broken ones alike on every Windows.
 #include "platform/system/win32/Text.h"
 
+#include "platform/text/Utf16.h"
 #include "platform/text/Utf8.h"
 
 #include <algorithm>
@@ -12,22 +13,11 @@ namespace {
 
 static_assert(sizeof(wchar_t) == 2, "UTF-16 is what Windows takes");
 
-constexpr char32_t FirstOfTwoUnits = 0x10000;
-
-bool IsHighSurrogate(wchar_t unit) {
-    return unit >= 0xD800 && unit < 0xDC00;
-}
-
-bool IsLowSurrogate(wchar_t unit) {
-    return unit >= 0xDC00 && unit < 0xE000;
-}
-
 // Reads the character at `position` and moves `position` behind it.
 char32_t ReadUtf16(std::wstring_view wide, std::size_t& position) {
     const wchar_t unit = wide[position++];
     if (IsHighSurrogate(unit) && position < wide.size() && IsLowSurrogate(wide[position])) {
-        const wchar_t low = wide[position++];
-        return FirstOfTwoUnits + ((unit - 0xD800U) << 10U) + (low - 0xDC00U);
+        return JoinSurrogates(unit, wide[position++]);
     }
     return IsHighSurrogate(unit) || IsLowSurrogate(unit) ? ReplacementCharacter : static_cast<char32_t>(unit);
 }
@@ -49,8 +39,8 @@ std::wstring ToWide(std::string_view text) {
         if (character < FirstOfTwoUnits) {
             *to++ = static_cast<wchar_t>(character);
         } else {
-            *to++ = static_cast<wchar_t>(0xD800U + ((character - FirstOfTwoUnits) >> 10U));
-            *to++ = static_cast<wchar_t>(0xDC00U + ((character - FirstOfTwoUnits) & 0x3FFU));
+            *to++ = static_cast<wchar_t>(HighSurrogate(character));
+            *to++ = static_cast<wchar_t>(LowSurrogate(character));
         }
     }
     wide.resize(static_cast<std::size_t>(to - wide.data()));
