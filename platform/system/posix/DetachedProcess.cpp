@@ -2,6 +2,7 @@
 // wrong behind the forks comes back through a pipe that a successful start closes.
 #include "platform/system/posix/DetachedProcess.h"
 
+#include "platform/system/posix/Descriptor.h"
 #include "platform/system/posix/Process.h"
 
 #include <algorithm>
@@ -24,29 +25,12 @@ namespace {
     throw std::system_error(error, std::generic_category(), what);
 }
 
-class Descriptor {
-public:
-    explicit Descriptor(int number) : mNumber(number) {
-        if (number < 0) {
-            Throw(errno, "open");
-        }
+int Opened(int number) {
+    if (number < 0) {
+        Throw(errno, "open");
     }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() { Close(); }
-
-    int Number() const { return mNumber; }
-
-    void Close() {
-        if (mNumber >= 0) {
-            ::close(mNumber);
-            mNumber = -1;
-        }
-    }
-
-private:
-    int mNumber;
-};
+    return number;
+}
 
 int OpenOutput(const std::string& path) {
     if (path.empty()) {
@@ -122,8 +106,8 @@ void StartDetached(const std::vector<std::string>& arguments, const std::string&
         Throw(EINVAL, "start");
     }
     const std::string program = FindProgram(arguments.front());
-    const Descriptor input(::open("/dev/null", O_RDONLY | O_CLOEXEC));
-    const Descriptor output(OpenOutput(outputPath));
+    const Descriptor input(Opened(::open("/dev/null", O_RDONLY | O_CLOEXEC)));
+    const Descriptor output(Opened(OpenOutput(outputPath)));
     std::array<int, 2> ends = {-1, -1};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
         Throw(errno, "pipe");

@@ -8,34 +8,31 @@
 #include <filesystem>
 #include <sys/file.h>
 #include <system_error>
-#include <unistd.h>
 
 namespace tessaly::posix {
+
+namespace {
+
+int OpenLock(const std::string& path) {
+    std::error_code ignored; // opening fails then, too
+    std::filesystem::create_directories(std::filesystem::path(path).parent_path(), ignored);
+    constexpr mode_t ownerOnly = 0600;
+    return ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, ownerOnly);
+}
+
+} // namespace
 
 std::string InstanceLockPath(const Environment& environment) {
     const std::string folder = environment("XDG_RUNTIME_DIR").value_or("");
     return (folder.starts_with('/') ? folder : StateFolder(environment)) + "/tessaly.lock";
 }
 
-PreviousInstanceTest::PreviousInstanceTest(const std::string& path) {
-    std::error_code ignored; // opening fails then, too
-    std::filesystem::create_directories(std::filesystem::path(path).parent_path(), ignored);
-    constexpr mode_t ownerOnly = 0600;
-    mDescriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, ownerOnly);
-    if (mDescriptor < 0) {
-        return;
-    }
+PreviousInstanceTest::PreviousInstanceTest(const std::string& path) : mDescriptor(OpenLock(path)) {
     int result = 0;
     do {
-        result = ::flock(mDescriptor, LOCK_EX | LOCK_NB);
+        result = ::flock(mDescriptor.Number(), LOCK_EX | LOCK_NB);
     } while (result != 0 && errno == EINTR);
     mIsTaken = result != 0 && errno == EWOULDBLOCK;
-}
-
-PreviousInstanceTest::~PreviousInstanceTest() {
-    if (mDescriptor >= 0) {
-        ::close(mDescriptor);
-    }
 }
 
 } // namespace tessaly::posix

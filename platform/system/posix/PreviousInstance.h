@@ -3,6 +3,7 @@
 
 #include "platform/system/Environment.h"
 #include "platform/system/PreviousInstance.h"
+#include "platform/system/posix/Descriptor.h"
 
 #include <string>
 
@@ -16,15 +17,12 @@ class PreviousInstanceTest final : public tessaly::PreviousInstanceTest {
 public:
     // Makes the file at `path`, and the folders above it, and locks it unless somebody else has.
     explicit PreviousInstanceTest(const std::string& path);
-    PreviousInstanceTest(const PreviousInstanceTest&) = delete;
-    PreviousInstanceTest& operator=(const PreviousInstanceTest&) = delete;
-    ~PreviousInstanceTest() override;
 
     // Whether another one holds the lock. False when no file could be made: then nobody can know.
     bool PreviousInstance() const override { return mIsTaken; }
 
 private:
-    int mDescriptor = -1;
+    Descriptor mDescriptor;
     bool mIsTaken = false;
 };
 

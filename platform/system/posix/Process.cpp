@@ -2,6 +2,8 @@
 // both are watched.
 #include "platform/system/posix/Process.h"
 
+#include "platform/system/posix/Descriptor.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -30,25 +32,6 @@ constexpr int SilenceInMilliseconds = 50;
 [[noreturn]] void ThrowSystemError(const char* what) {
     throw std::system_error(errno, std::generic_category(), what);
 }
-
-class Descriptor {
-public:
-    explicit Descriptor(int number) : mNumber(number) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() { Close(); }
-
-    int Number() const { return mNumber; }
-
-    void Close() {
-        if (mNumber >= 0) {
-            ::close(std::exchange(mNumber, -1));
-        }
-    }
-
-private:
-    int mNumber;
-};
 
 // What a child does between its birth and its program.
 class SpawnPlan {

@@ -1,13 +1,14 @@
 // POSIX file descriptors behind the file interface; an interrupted call is made again.
 #include "platform/system/posix/SequentialFiles.h"
 
+#include "platform/system/posix/Descriptor.h"
+
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
-#include <utility>
 
 namespace tessaly::posix {
 
@@ -32,29 +33,11 @@ int OpenDescriptor(const std::string& path, int flags) {
     return descriptor;
 }
 
-class Descriptor {
-public:
-    explicit Descriptor(int number) : mNumber(number) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (mNumber >= 0) {
-            ::close(mNumber);
-        }
+void CloseDescriptor(Descriptor& descriptor) {
+    if (const int error = descriptor.Close(); error != 0) {
+        throw std::system_error(error, std::generic_category(), "close");
     }
-
-    int Number() const { return mNumber; }
-
-    // The descriptor is gone whatever close says, so it is never closed twice.
-    void Close() {
-        if (::close(std::exchange(mNumber, -1)) != 0 && errno != EINTR) {
-            ThrowSystemError("close");
-        }
-    }
-
-private:
-    int mNumber;
-};
+}
 
 class InputFile final : public tessaly::InputFile {
 public:
@@ -71,7 +54,7 @@ public:
         return static_cast<std::size_t>(count);
     }
 
-    void Close() override { mDescriptor.Close(); }
+    void Close() override { CloseDescriptor(mDescriptor); }
 
 private:
     Descriptor mDescriptor;
@@ -91,7 +74,7 @@ public:
         }
     }
 
-    void Close() override { mDescriptor.Close(); }
+    void Close() override { CloseDescriptor(mDescriptor); }
 
 private:
     Descriptor mDescriptor;

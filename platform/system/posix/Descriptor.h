@@ -1,0 +1,30 @@
+// A file descriptor that is closed once, and at the latest when its owner goes.
+#pragma once
+
+#include <cerrno>
+#include <unistd.h>
+#include <utility>
+
+namespace tessaly::posix {
+
+class Descriptor {
+public:
+    // Takes over `number`; a negative one stands for none.
+    explicit Descriptor(int number = -1) : mNumber(number) {}
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor() { Close(); }
+
+    int Number() const { return mNumber; }
+
+    // Returns 0 or errno. The descriptor is gone whatever close says, so it is never closed twice.
+    int Close() {
+        const int number = std::exchange(mNumber, -1);
+        return number < 0 || ::close(number) == 0 || errno == EINTR ? 0 : errno;
+    }
+
+private:
+    int mNumber;
+};
+
+} // namespace tessaly::posix
