@@ -3,7 +3,7 @@
 #include "bench/TestData.h"
 
 #include "bench/Measure.h"
-#include "tests/PsfBuilder.h"
+#include "tests/unit/document/PsfBuilder.h"
 
 #include <array>
 #include <fcntl.h>

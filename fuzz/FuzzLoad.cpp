@@ -2,7 +2,7 @@
 // code page and the size of the pieces in which the file arrives.
 #include "platform/system/CodePages.h"
 #include "platform/text/SingleByteCodePage.h"
-#include "tests/Agreement.h"
+#include "tests/unit/document/Agreement.h"
 
 #include <cstdint>
 #include <cstdio>

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "app/Settings.h"
-#include "tests/PsfBuilder.h"
 #include "tests/contract/DesktopContract.h"
 #include "tests/scenarios/MenuKeeper.h"
+#include "tests/unit/document/PsfBuilder.h"
 #include "ui/VornMainFrm.h"
 
 #include <gtest/gtest.h>

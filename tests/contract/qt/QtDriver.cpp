@@ -1,0 +1,337 @@
+// What a user does goes in as the window system would bring it, through the window and not to a control directly.
+#include "tests/contract/qt/QtDriver.h"
+
+#include <QAbstractEventDispatcher>
+#include <QAccessible>
+#include <QApplication>
+#include <QClipboard>
+#include <QDropEvent>
+#include <QImage>
+#include <QLayout>
+#include <QMimeData>
+#include <QTest>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QUrl>
+#include <array>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+namespace tessaly {
+
+namespace {
+
+struct KeyPair {
+    int virtualKey;
+    Qt::Key key;
+    const char* text;
+};
+
+constexpr KeyPair SpecialKeys[] = {{8, Qt::Key_Backspace, "\b"}, {9, Qt::Key_Tab, "\t"}, {13, Qt::Key_Return, "\r"},
+                                   {32, Qt::Key_Space, " "},     {38, Qt::Key_Up, ""},   {40, Qt::Key_Down, ""}};
+
+Qt::KeyboardModifiers Modifiers(int shift) {
+    Qt::KeyboardModifiers modifiers = Qt::NoModifier;
+    modifiers.setFlag(Qt::ShiftModifier, (shift & 1) != 0);
+    modifiers.setFlag(Qt::ControlModifier, (shift & 2) != 0);
+    modifiers.setFlag(Qt::AltModifier, (shift & 4) != 0);
+    return modifiers;
+}
+
+} // namespace
+
+QtDriver::QtDriver(const Launch& launch) : mPath(qgetenv("PATH")) {
+    MakeProgram(FilePath("bin/xdg-open"));
+    MakeProgram(FilePath("a program"));
+    qputenv("PATH", QByteArray::fromStdString(FilePath("bin")) + ":" + mPath);
+    const Environment environment = [this](const std::string& name) { return Variable(name); };
+    mSettings.emplace(mFiles, environment);
+    mDesktop = std::make_unique<qt::Desktop>(launch.commandLine, environment, *mSettings);
+    PlaceControls();
+    mDesktop->window.onEnded = [this] { mHasEnded = true; };
+    mDesktop->app.onHelpOpened = [this](const std::string& path) { mHelpOpened.push_back(path); };
+    mDesktop->app.onStarted = [this](const std::string& commandLine, std::int32_t windowStyle) {
+        mStarts.push_back({commandLine, windowStyle});
+    };
+}
+
+QtDriver::~QtDriver() {
+    EXPECT_EQ(mDialogs.AnswersLeft(), 0U);
+    mDesktop.reset();
+    qputenv("PATH", mPath);
+}
+
+// As a program would, so that the user can reach everything.
+void QtDriver::PlaceControls() {
+    mDesktop->tree.SetExtent({0, 1000, 4000, 5000});
+    mDesktop->pane.SetExtent({4500, 1000, 8000, 5000});
+}
+
+// This platform has no window manager, which would give the keyboard back when a dialog goes.
+void QtDriver::Settle() {
+    if (IsShown() && TakesInput() && !mOtherWindow && !mDesktop->frame.isActiveWindow()) {
+        mDesktop->frame.activateWindow();
+    }
+    for (int round = 0; round < 5; ++round) { // what is done may send something again
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents();
+    }
+}
+
+void QtDriver::PressKey(int keyCode, int shift) {
+    const auto special = std::find_if(std::begin(SpecialKeys), std::end(SpecialKeys),
+                                      [keyCode](const KeyPair& pair) { return pair.virtualKey == keyCode; });
+    if (special != std::end(SpecialKeys)) {
+        Key(special->key, Modifiers(shift), QString::fromUtf8(special->text));
+    } else if (keyCode >= KeyF1) {
+        Key(static_cast<Qt::Key>(Qt::Key_F1 + (keyCode - KeyF1)), Modifiers(shift));
+    } else {
+        const QString capital = QChar(keyCode);
+        Key(static_cast<Qt::Key>(keyCode), Modifiers(shift), (shift & 1) != 0 ? capital : capital.toLower());
+    }
+}
+
+void QtDriver::Resize(float width, float height) {
+    QWidget& frame = mDesktop->frame;
+    frame.resize(frame.width() + qt::ToPixels(width - mDesktop->window.Width()),
+                 frame.height() + qt::ToPixels(height - mDesktop->window.Height()));
+    Settle();
+}
+
+void QtDriver::CloseByUser() {
+    mDesktop->frame.close();
+    Settle();
+}
+
+// Qt's platform for tests has no X server, so its event is made here.
+void QtDriver::DestroyFromOutside() {
+    const auto window = static_cast<quint32>(mDesktop->frame.winId());
+    std::array<quint32, 8> event = {17, window, window}; // DestroyNotify
+    qintptr result = 0;
+    QCoreApplication::eventDispatcher()->filterNativeEvent("xcb_generic_event_t", event.data(), &result);
+    Settle();
+}
+
+void QtDriver::GoToAnotherWindow() {
+    mOtherWindow = std::make_unique<QWidget>();
+    mOtherWindow->show();
+    mOtherWindow->activateWindow();
+    Settle();
+}
+
+void QtDriver::ComeBack() {
+    mOtherWindow.reset();
+    Settle();
+}
+
+void QtDriver::DropFile(const std::string& path) {
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(qt::ToQt(path))});
+    QWidget& frame = mDesktop->frame;
+    const QPoint place = frame.rect().center();
+    QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&frame, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&frame, &drop);
+    Settle();
+}
+
+bool QtDriver::TakesInput() const {
+    return QApplication::activeModalWidget() == nullptr;
+}
+
+std::string QtDriver::Icon() const {
+    return std::to_string(mDesktop->frame.windowIcon().cacheKey());
+}
+
+Extent QtDriver::Shown(Control& control) const {
+    const QRect place = WidgetOf(control).geometry();
+    return {qt::ToTwips(place.x()), qt::ToTwips(place.y()), qt::ToTwips(place.width()), qt::ToTwips(place.height())};
+}
+
+QWidget& QtDriver::WidgetOf(Control& control) const {
+    qt::Desktop& desktop = *mDesktop;
+    const std::pair<Control*, QWidget*> widgets[] = {
+        {&desktop.treeLabel, &desktop.treeLabel.Widget()}, {&desktop.tree, &desktop.tree.Widget()},
+        {&desktop.paneLabel, &desktop.paneLabel.Widget()}, {&desktop.pane, &desktop.pane.Widget()},
+        {&desktop.toolBar, &desktop.toolBar.Widget()},     {&desktop.status, &desktop.status.Widget()}};
+    return *std::find_if(std::begin(widgets), std::end(widgets), [&control](const auto& pair) {
+                return pair.first == &control;
+            })->second;
+}
+
+void QtDriver::ClickItem(TreeItem item) {
+    qt::TreeWidget& tree = mDesktop->tree.Widget();
+    QTreeWidgetItem& node = mDesktop->tree.NodeOf(item);
+    tree.scrollToItem(&node);
+    const QRect place = tree.visualItemRect(&node);
+    ASSERT_TRUE(place.isValid()) << "a click on a tree item that cannot be seen";
+    Click(*tree.viewport(), place.center());
+}
+
+void QtDriver::MoveSelectionDown() {
+    Key(Qt::Key_Down);
+}
+
+// The arrow stands in front of the item.
+void QtDriver::CollapseItem(TreeItem item) {
+    const qt::TreeWidget& tree = mDesktop->tree.Widget();
+    const QRect place = tree.visualItemRect(&mDesktop->tree.NodeOf(item));
+    Click(*tree.viewport(), {place.left() - tree.indentation() / 2, place.center().y()});
+    EXPECT_FALSE(mDesktop->tree.IsExpanded(item));
+}
+
+void QtDriver::ClickPane() {
+    const QWidget& text = *mDesktop->pane.Widget().viewport();
+    Click(text, text.rect().center());
+}
+
+void QtDriver::SetCaret(std::size_t position) {
+    QTextCursor cursor = mDesktop->pane.Widget().textCursor();
+    cursor.setPosition(static_cast<int>(qt::ToQt(std::string_view(PaneShown()).substr(0, position)).size()));
+    mDesktop->pane.Widget().setTextCursor(cursor);
+}
+
+void QtDriver::SelectAll() {
+    Key(Qt::Key_A, Qt::ControlModifier);
+}
+
+void QtDriver::Type(std::string_view text) {
+    const QString characters = qt::ToQt(text);
+    for (qsizetype i = 0; i < characters.size(); ++i) {
+        const qsizetype length = characters[i].isHighSurrogate() ? 2 : 1;
+        Key(Qt::Key_unknown, Qt::NoModifier, characters.mid(i, length));
+        i += length - 1;
+    }
+}
+
+void QtDriver::PressEnter() {
+    Key(Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"));
+}
+
+void QtDriver::Backspace() {
+    Key(Qt::Key_Backspace, Qt::NoModifier, QStringLiteral("\b"));
+}
+
+void QtDriver::Paste(std::string_view text) {
+    QGuiApplication::clipboard()->setText(qt::ToQt(text));
+    Key(Qt::Key_V, Qt::ControlModifier);
+}
+
+void QtDriver::Undo() {
+    Key(Qt::Key_Z, Qt::ControlModifier);
+}
+
+std::string QtDriver::PaneShown() const {
+    return qt::FromQt(mDesktop->pane.Widget().ExactText());
+}
+
+float QtDriver::PanelWidth(std::int32_t number) const {
+    QCoreApplication::sendPostedEvents(); // lays the panels out
+    return qt::ToTwips(mDesktop->status.PanelWidget(number).width());
+}
+
+// As it is shown: what looks like markup is none.
+std::string QtDriver::PanelToolTip(std::int32_t number) const {
+    QTextDocument shown;
+    const QString tip = mDesktop->status.PanelWidget(number).toolTip();
+    Qt::mightBeRichText(tip) ? shown.setHtml(tip) : shown.setPlainText(tip);
+    return qt::FromQt(shown.toPlainText());
+}
+
+std::string QtDriver::ButtonTip(std::int32_t number) const {
+    QWidget& button = mDesktop->toolBar.ButtonWidget(number);
+    const QString name = QAccessible::queryAccessibleInterface(&button)->text(QAccessible::Name);
+    EXPECT_EQ(button.toolTip(), name);
+    return qt::FromQt(name);
+}
+
+void QtDriver::PressButton(std::int32_t number) {
+    Settle(); // a new button has no place before that
+    const QWidget& button = mDesktop->toolBar.ButtonWidget(number);
+    Click(button, button.rect().center());
+    Settle();
+}
+
+void QtDriver::ChooseMenu(MenuItem& item) {
+    auto& chosen = static_cast<qt::MenuItem&>(item);
+    QAction& action = chosen.Action();
+    auto* const menu = qobject_cast<QMenu*>(action.associatedObjects().constFirst());
+    if (menu == nullptr || !IsShown()) {
+        action.trigger();
+    } else {
+        Open(*menu->menuAction());
+        menu->setActiveAction(&action);
+        QTest::keyClick(menu, Qt::Key_Return);
+    }
+    Settle();
+}
+
+void QtDriver::OpenMenuAndLeave(MenuItem& menu) {
+    Open(static_cast<qt::MenuItem&>(menu).Action());
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    if (mDesktop->frame.menuBar()->hasFocus()) {
+        Key(Qt::Key_Escape);
+    }
+    Settle();
+}
+
+void QtDriver::Open(QAction& menu) {
+    const QMenuBar& bar = *mDesktop->frame.menuBar();
+    Click(bar, bar.actionGeometry(&menu).center());
+    EXPECT_NE(QApplication::activePopupWidget(), nullptr);
+}
+
+std::vector<std::string> QtDriver::MenuNames(MenuItem* menu) const {
+    const QList<QAction*> actions =
+        menu == nullptr ? mDesktop->frame.menuBar()->actions() : static_cast<qt::MenuItem*>(menu)->DropDown().actions();
+    std::vector<std::string> names;
+    for (const QAction* const action : actions) {
+        names.push_back(action->isSeparator() ? "-" : qt::FromQt(action->objectName()));
+    }
+    return names;
+}
+
+std::string QtDriver::FilePath(std::string_view name) const {
+    return FolderPath() + "/" + std::string(name);
+}
+
+std::string QtDriver::PicturePath() {
+    QImage picture(16, 16, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    EXPECT_TRUE(picture.save(qt::ToQt(FilePath("icon.png"))));
+    return FilePath("icon.png");
+}
+
+std::string QtDriver::StartableCommand() const {
+    return "\"" + FilePath("a program") + "\"  with  arguments ";
+}
+
+// The user's folders are all in the temporary one.
+std::optional<std::string> QtDriver::Variable(const std::string& name) const {
+    if (name == "TESSALY_SETTINGS") {
+        return FilePath("settings.reg");
+    }
+    if (name == "HOME" || name == "XDG_RUNTIME_DIR") {
+        return FolderPath();
+    }
+    return std::nullopt;
+}
+
+void QtDriver::MakeProgram(const std::string& path) const {
+    QDir(mFolder.path()).mkpath(QStringLiteral("bin"));
+    std::ofstream(path) << "#!/bin/sh\nexit 0\n";
+    EXPECT_EQ(::chmod(path.c_str(), 0700), 0);
+}
+
+void QtDriver::Click(const QWidget& widget, const QPoint& place) {
+    QTest::mouseClick(MainHandle(), Qt::LeftButton, Qt::NoModifier, widget.mapTo(&mDesktop->frame, place));
+}
+
+void QtDriver::Key(Qt::Key key, Qt::KeyboardModifiers modifiers, const QString& text) {
+    QTest::sendKeyEvent(QTest::Click, MainHandle(), key, text, modifiers);
+}
+
+} // namespace tessaly

@@ -1,0 +1,105 @@
+// The user of the Qt desktop: real windows on Qt's offscreen platform, real key and mouse events, real dialogs.
+#pragma once
+
+#include "platform/desktop/qt/Desktop.h"
+#include "platform/settings/SettingsRegistry.h"
+#include "tests/contract/DesktopDriver.h"
+#include "tests/contract/qt/QtDialogUser.h"
+
+#include <QTemporaryDir>
+#include <QWindow>
+#include <memory>
+
+namespace tessaly {
+
+class QtDriver final : public DesktopDriver {
+public:
+    explicit QtDriver(const Launch& launch);
+    ~QtDriver() override;
+
+    Desktop& TheDesktop() override { return *mDesktop; }
+    void Settle() override;
+
+    void PressKey(int keyCode, int shift) override;
+    void Resize(float width, float height) override;
+    void CloseByUser() override;
+    void DestroyFromOutside() override;
+    void EndSession(bool mayAsk) override { mDesktop->EndSession(mayAsk); }
+    void GoToAnotherWindow() override;
+    void ComeBack() override;
+    void DropFile(const std::string& path) override;
+    bool IsShown() const override { return mDesktop->frame.isVisible(); }
+    bool HasEnded() const override { return mHasEnded; }
+    bool TakesInput() const override;
+    std::string Icon() const override;
+
+    Extent Shown(Control& control) const override;
+
+    void ClickItem(TreeItem item) override;
+    void MoveSelectionDown() override;
+    void CollapseItem(TreeItem item) override;
+
+    void ClickPane() override;
+    void SetCaret(std::size_t position) override;
+    void SelectAll() override;
+    void Type(std::string_view text) override;
+    void PressEnter() override;
+    void Backspace() override;
+    void Paste(std::string_view text) override;
+    void Undo() override;
+    std::string PaneShown() const override;
+
+    float PanelWidth(std::int32_t number) const override;
+    std::string PanelToolTip(std::int32_t number) const override;
+    std::string ButtonTip(std::int32_t number) const override;
+    void PressButton(std::int32_t number) override;
+    void ChooseMenu(MenuItem& item) override;
+    void OpenMenuAndLeave(MenuItem& menu) override;
+    std::vector<std::string> MenuNames(MenuItem* menu) const override;
+
+    void WillPress(MsgResult button) override { mDialogs.WillPress(button); }
+    void WillCloseMessageBox() override { mDialogs.WillCloseMessageBox(); }
+    void WillChooseFile(std::string path) override { mDialogs.WillChooseFile(std::move(path)); }
+    void WillCancelFileDialog() override { mDialogs.WillCancelFileDialog(); }
+    void WillUseName(std::function<void(NameWindowUser&)> script) override { mDialogs.WillUseName(std::move(script)); }
+    void WillUseSplash(std::function<void(SplashWindowUser&)> script) override {
+        mDialogs.WillUseSplash(std::move(script));
+    }
+    std::vector<SeenMessageBox> MessageBoxes() const override { return mDialogs.MessageBoxes(); }
+    std::vector<SeenFileDialog> FileDialogs() const override { return mDialogs.FileDialogs(); }
+
+    std::string FilePath(std::string_view name) const override;
+    std::string FolderPath() const override { return qt::FromQt(mFolder.path()); }
+    std::string PicturePath() override;
+    RegistryPlace WritablePlace() const override { return {Registry::CurrentUser, "SOFTWARE\\Tessaly contract"}; }
+    std::vector<std::string> HelpOpened() const override { return mHelpOpened; }
+    std::string StartableCommand() const override;
+    std::string UnstartableCommand() override { return FilePath("no-program"); }
+    std::vector<SeenProcessStart> Starts() const override { return mStarts; }
+
+    // The desktop itself, for what only this one has.
+    qt::Desktop& Qt() { return *mDesktop; }
+
+private:
+    std::optional<std::string> Variable(const std::string& name) const;
+    void PlaceControls();
+    QWidget& WidgetOf(Control& control) const;
+    void Open(QAction& menu); // one in the menu bar
+    void MakeProgram(const std::string& path) const;
+    QWindow* MainHandle() const { return mDesktop->frame.windowHandle(); }
+    void Click(const QWidget& widget, const QPoint& place);
+    void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, const QString& text = {});
+
+    QTemporaryDir mFolder;
+    QByteArray mPath; // of this process, as it was
+    posix::SequentialFiles mFiles;
+    std::optional<SettingsRegistry> mSettings;
+    std::unique_ptr<qt::Desktop> mDesktop;
+    QtDialogUser mDialogs;
+    std::unique_ptr<QWidget> mOtherWindow;
+    std::vector<std::string> mHelpOpened;
+    std::vector<SeenProcessStart> mStarts;
+    bool mHasEnded = false;
+};
+
+} // namespace tessaly

@@ -1,0 +1,105 @@
+// The user of the Windows desktop: presses keys and clicks by the messages that Windows sends for them, and answers
+// dialogs in their own windows.
+#pragma once
+
+#include "platform/desktop/win32/Desktop.h"
+#include "tests/contract/DesktopDriver.h"
+#include "tests/contract/win32/DialogUser.h"
+#include "tests/unit/platform/system/win32/TestFolder.h"
+
+#include <memory>
+
+namespace tessaly {
+
+class Win32Driver final : public DesktopDriver {
+public:
+    explicit Win32Driver(const Launch& launch);
+    Win32Driver(const Win32Driver&) = delete;
+    Win32Driver& operator=(const Win32Driver&) = delete;
+    ~Win32Driver() override;
+
+    Desktop& TheDesktop() override { return *mDesktop; }
+    void Settle() override;
+
+    void PressKey(int keyCode, int shift) override;
+    void Resize(float width, float height) override;
+    void CloseByUser() override;
+    void DestroyFromOutside() override;
+    void EndSession(bool mayAsk) override;
+    void GoToAnotherWindow() override;
+    void ComeBack() override;
+    void DropFile(const std::string& path) override;
+    bool IsShown() const override;
+    bool HasEnded() const override;
+    bool TakesInput() const override;
+    std::string Icon() const override;
+
+    Extent Shown(tessaly::Control& control) const override;
+
+    void ClickItem(TreeItem item) override;
+    void MoveSelectionDown() override { PressKey(VK_DOWN, 0); }
+    void CollapseItem(TreeItem item) override;
+
+    void ClickPane() override;
+    void SetCaret(std::size_t position) override;
+    void SelectAll() override { PressKey('A', 2); }
+    void Type(std::string_view text) override;
+    void PressEnter() override { PressKey(VK_RETURN, 0); }
+    void Backspace() override { PressKey(VK_BACK, 0); }
+    void Paste(std::string_view text) override;
+    void Undo() override { PressKey('Z', 2); }
+    std::string PaneShown() const override;
+
+    float PanelWidth(std::int32_t number) const override;
+    std::string PanelToolTip(std::int32_t number) const override;
+    std::string ButtonTip(std::int32_t number) const override;
+    void PressButton(std::int32_t number) override;
+    void ChooseMenu(MenuItem& item) override;
+    void OpenMenuAndLeave(MenuItem& menu) override;
+    std::vector<std::string> MenuNames(MenuItem* menu) const override;
+
+    void WillPress(MsgResult button) override { mDialogs.WillPress(button); }
+    void WillCloseMessageBox() override { mDialogs.WillCloseMessageBox(); }
+    void WillChooseFile(std::string path) override { mDialogs.WillChooseFile(path); }
+    void WillCancelFileDialog() override { mDialogs.WillCancelFileDialog(); }
+    void WillUseName(std::function<void(NameWindowUser&)> script) override { mDialogs.WillUseName(std::move(script)); }
+    void WillUseSplash(std::function<void(SplashWindowUser&)> script) override {
+        mDialogs.WillUseSplash(std::move(script));
+    }
+    std::vector<SeenMessageBox> MessageBoxes() const override { return mDialogs.MessageBoxes(); }
+    std::vector<SeenFileDialog> FileDialogs() const override { return mDialogs.FileDialogs(); }
+
+    std::string FilePath(std::string_view name) const override;
+    std::string FolderPath() const override;
+    std::string PicturePath() override;
+    RegistryPlace WritablePlace() const override;
+    std::vector<std::string> HelpOpened() const override { return mHelpOpened; }
+    std::string StartableCommand() const override;
+    std::string UnstartableCommand() override;
+    std::vector<SeenProcessStart> Starts() const override;
+
+    // A window of the desktop, or one of its controls.
+    HWND Frame() const { return mFrame; }
+    HWND Control(int id) const { return GetDlgItem(mFrame, id); }
+
+private:
+    void Post(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
+    void Click(HWND window, POINT point);
+    RECT PlaceOfItem(TreeItem item);
+    void PostOpening(std::ptrdiff_t menu);
+    void PostMenuKey(WPARAM key, std::ptrdiff_t times = 1);
+    std::wstring Shown() const;
+
+    TestFolder mFolder;
+    std::vector<std::string> mHelpOpened;
+    std::unique_ptr<win32::Desktop> mDesktop;
+    HWND mFrame = nullptr;
+    HWND mOtherWindow = nullptr;
+    bool mIsStartExpected = true;
+    DialogUser mDialogs;
+};
+
+// Puts a text into the clipboard.
+void SetClipboard(std::string_view text);
+
+} // namespace tessaly

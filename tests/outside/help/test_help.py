@@ -1,0 +1,225 @@
+"""The users' help as it was built, in $HELP: complete, consistent, and true to the program's tables."""
+
+import html
+import os
+import re
+import subprocess
+import sys
+from html.parser import HTMLParser
+from pathlib import Path
+
+import pytest
+
+ROOT = Path(__file__).resolve().parents[3]
+sys.path.insert(0, str(ROOT / "help"))
+
+import catalogue  # noqa: E402
+
+HELP = Path(os.environ["HELP"])
+LANGUAGES = ["en", "de"]
+TOPICS = (ROOT / "help/order.txt").read_text(encoding="utf-8").split()
+EVENTS = ["OnError", "OnFrame", "OnKey", "OnStart", "OnStop", "OnTimer", "OnTrigger", "OnSerial", "OnMsg"]
+SETTINGS = ["Language", "FCompBat", "FCompFileName", "FHelp", "FProgBlkIcon"]
+
+# Texts that the program keeps but shows nowhere: grep for them in ui/ finds nothing.
+NOT_SHOWN = {f"vornMainFrmPrmpt{n}" for n in (4, 9, 14, 19, 21, 22, 26, 28, 29, 35)}
+
+
+class Page(HTMLParser):
+    """What a browser makes of a page: its text, its anchors, its links, and whether its elements match.
+    The text is that of <main> where there is one."""
+
+    VOID = {"meta", "link", "br", "hr", "img"}
+
+    def __init__(self, source):
+        super().__init__()
+        self.text, self.ids, self.links, self.open, self.tags = "", [], [], [], []
+        self.main_text, self.attributes = None, {}
+        self.feed(source)
+        assert self.open == []
+        self.text = squeezed(self.main_text if self.main_text is not None else self.text)
+
+    def handle_starttag(self, tag, attrs):
+        found = dict(attrs)
+        self.tags.append(tag)
+        if tag in ("body", "main"):
+            self.text = ""
+        self.attributes.setdefault(tag, []).append(found)
+        if "id" in found:
+            self.ids.append(found["id"])
+        if tag in ("a", "link"):
+            self.links.append(found["href"])
+        if tag == "br":
+            self.text += " "
+        if tag not in self.VOID:
+            self.open.append(tag)
+
+    def handle_endtag(self, tag):
+        assert self.open.pop() == tag
+        if tag == "main":
+            self.main_text = self.text
+        self.text += " " if tag in ("p", "td", "th", "li", "h1", "h2", "pre", "dt", "dd") else ""
+
+    def handle_data(self, data):
+        self.text += data
+
+
+def page(language, name):
+    return Page((HELP / "html" / language / f"{name}.html").read_text(encoding="utf-8"))
+
+
+def all_text(language):
+    return " ".join(page(language, name).text for name in TOPICS)
+
+
+def squeezed(text):
+    return " ".join(text.split())
+
+
+@pytest.mark.parametrize("language", LANGUAGES)
+def test_every_topic_is_a_page(language):
+    pages = {path.stem for path in (HELP / "html" / language).glob("*.html")}
+    assert pages == {*TOPICS, "keywords"}
+
+
+def test_both_languages_have_the_same_parts_and_links():
+    for name in TOPICS:
+        english, german = page("en", name), page("de", name)
+        assert english.ids == german.ids, name
+        inner = [[link for link in each.links if "#" in link] for each in (english, german)]
+        assert sorted(inner[0]) == sorted(inner[1]), name
+        for tag in ("h2", "table", "tr", "pre", "blockquote"):
+            assert english.tags.count(tag) == german.tags.count(tag), (name, tag)
+
+
+@pytest.mark.parametrize("language", LANGUAGES)
+def test_every_link_leads_to_a_page_and_an_anchor_that_exist(language):
+    folder = HELP / "html" / language
+    for path in folder.glob("*.html"):
+        for link in page(language, path.stem).links:
+            file, _, anchor = link.partition("#")
+            target = (folder / file).resolve() if file else path
+            assert target.is_file(), f"{path.name}: {link}"
+            if anchor:
+                assert anchor in Page(target.read_text(encoding="utf-8")).ids, f"{path.name}: {link}"
+
+
+@pytest.mark.parametrize("language", LANGUAGES)
+def test_the_index_page_leads_to_every_topic(language):
+    assert {f"{name}.html" for name in TOPICS} <= set(page(language, "index").links)
+
+
+@pytest.mark.parametrize("language", LANGUAGES)
+def test_every_menu_command_is_described_under_its_own_text(language):
+    menus = page(language, "menus").text
+    assert len(catalogue.menu_parents()) == 15
+    for identifier in catalogue.menu_parents():
+        assert catalogue.menu_text(identifier, language) in menus, identifier
+
+
+@pytest.mark.parametrize("language", LANGUAGES)
+def test_every_text_that_the_program_shows_is_quoted(language):
+    shown = all_text(language)
+    for identifier in catalogue.catalogue():
+        text = squeezed(catalogue.menu_text(identifier, language) if identifier.startswith("mnu")
+                        else catalogue.text(identifier, language))
+        if identifier in NOT_SHOWN or identifier == "vornMainFrmPrmpt8":  # the file dialogs' filter
+            continue
+        assert text in shown, identifier
+
+
+def test_texts_that_are_said_to_be_shown_nowhere_are_not_used_by_the_window():
+    sources = "".join(path.read_text(encoding="utf-8") for path in (ROOT / "ui").glob("*.cpp"))
+    for identifier in NOT_SHOWN:
+        assert not re.search(rf"\b({identifier}|Text::{catalogue.names()[identifier]})\b", sources), identifier
+
+
+@pytest.mark.parametrize("language", LANGUAGES)
+def test_the_keys_are_described_as_the_window_obeys_them(language):
+    keys = (HELP / "html" / language / "keys.html").read_text(encoding="utf-8")
+    rows = dict(re.findall(r"<tr>\s*<td><kbd>(F\d+)</kbd></td>\s*<td>(.*?)</td>", keys, re.S))
+    assert list(rows) == ["F1", "F2", "F3", "F4", "F5", "F10"]
+    source = (ROOT / "ui/KeysAndToolBar.cpp").read_text(encoding="utf-8")
+    obeyed = dict(re.findall(r"case Key(F\d+):\s*(?:if \(.*\{\s*)?([\w.]+)\(", source))
+    assert (obeyed["F4"], obeyed["F5"]) == ("Form_DeleteFunction", "Form_AddFunction")
+    assert ("Deletes" if language == "en" else "Löscht") in rows["F4"]
+    assert ("Adds" if language == "en" else "Fügt") in rows["F5"]
+
+
+@pytest.mark.parametrize("language", LANGUAGES)
+def test_all_settings_and_events_are_described(language):
+    settings, events = page(language, "settings"), page(language, "events")
+    declared = re.findall(r'Setting = "(\w+)"', (ROOT / "app/Settings.h").read_text())
+    assert sorted(declared) == sorted(SETTINGS)
+    for name in SETTINGS:
+        assert name in settings.text
+    table = (ROOT / "document/EventTable.h").read_text()
+    handlers = re.findall(r'"\[\w+\]", "(.*?)(?:\\n|\{)', table)
+    assert len(handlers) == len(EVENTS)
+    for name, handler in zip(EVENTS, handlers):
+        assert name in events.ids
+        assert handler in events.text
+
+
+@pytest.mark.parametrize("language", LANGUAGES)
+def test_pages_tell_their_language_and_have_landmarks_and_one_heading(language):
+    for name in [*TOPICS, "keywords"]:
+        found = page(language, name)
+        assert found.attributes["html"] == [{"lang": language}]
+        assert found.tags.count("main") == 1 and found.tags.count("h1") == 1
+        assert all("aria-label" in each for each in found.attributes["nav"])
+        assert all("scope" in each for each in found.attributes.get("th", []))
+        assert "script" not in found.tags
+        assert len(found.ids) == len(set(found.ids)), name
+
+
+@pytest.mark.parametrize("language", LANGUAGES)
+def test_nothing_is_left_to_be_put_in(language):
+    assert not re.search(r"@[A-Z]+@|\{(menu|text|keys|contents)\b", all_text(language))
+
+
+def chm_files(language):
+    command = ["chmls", "-n", "list", str(HELP / f"Tessaly-{language}.chm")]
+    done = subprocess.run(command, capture_output=True, text=True, check=True)
+    return {line.strip().lstrip("/") for line in done.stdout.splitlines()}
+
+
+def extracted(language, name, folder):
+    target = folder / name.replace("/", "_")
+    subprocess.run(["chmls", "extract", str(HELP / f"Tessaly-{language}.chm"), f"/{name}", str(target)],
+                   capture_output=True, check=True)
+    return target.read_bytes()
+
+
+@pytest.mark.parametrize("language", LANGUAGES)
+def test_the_chm_file_holds_every_page_with_contents_index_and_full_text_search(language):
+    files = chm_files(language)
+    wanted = {*(f"{name}.html" for name in TOPICS), "style.css", "contents.hhc", "index.hhk", "#SYSTEM", "$FIftiMain"}
+    assert wanted <= files
+
+
+@pytest.mark.parametrize("language", LANGUAGES)
+def test_the_pages_of_the_chm_file_are_those_of_the_web_pages(language, tmp_path):
+    for name in TOPICS:
+        from_chm = Page(extracted(language, f"{name}.html", tmp_path).decode("cp1252"))
+        assert from_chm.text == page(language, name).text, name
+
+
+@pytest.mark.parametrize("language", LANGUAGES)
+def test_contents_and_index_of_the_chm_file_lead_somewhere_and_keep_their_umlauts(language, tmp_path):
+    for name in ("contents.hhc", "index.hhk"):
+        source = extracted(language, name, tmp_path).decode("cp1252")
+        entries = re.findall(r'name="Name" value="([^"]*)">.*?name="Local" value="([^"]*)"', source)
+        assert len(entries) >= len(TOPICS)
+        for title, target in entries:
+            file, _, anchor = target.partition("#")
+            assert not anchor or anchor in page(language, Path(file).stem).ids, target
+            assert Path(file).stem in TOPICS and title and "?" not in html.unescape(title)
+    if language == "de":
+        assert "Menüs" in source and "Öffnen" in source
+
+
+def test_the_chm_file_tells_its_language(tmp_path):
+    for language, code in (("en", b"\x09\x04\x00\x00"), ("de", b"\x07\x04\x00\x00")):
+        system = extracted(language, "#SYSTEM", tmp_path)
+        assert b"\x04\x00\x24\x00" + code in system

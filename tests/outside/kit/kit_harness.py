@@ -1,0 +1,97 @@
+"""What the tests of the host compile kit share: a C file as the editor writes it, and a way to build and run it.
+
+The C file is put together by hand, so that the kit is tested without the editor.
+"""
+import os
+import pathlib
+import shutil
+import subprocess
+
+ROOT = pathlib.Path(__file__).resolve().parents[3]
+COMPILE = ROOT / "kit" / "compile.sh"
+
+HANDLERS = {
+    "OnError": "void OnError(uchar channel, uchar error_type)",
+    "OnFrame": "void OnFrame(DataFrame *frame, uchar channel)",
+    "OnKey": "void OnKey(char character)",
+    "OnStart": "void OnStart(long time)",
+    "OnStop": "void OnStop(long time)",
+    "OnTimer": "void OnTimer(uint timerid)",
+    "OnTrigger": "void OnTrigger(long time)",
+    "OnSerial": "void OnSerial(const void * data, unsigned short datacount)",
+    "OnMsg": "void OnMsg(char * string)",
+}
+
+HEAD = (
+    '\r\n#include <stdlib.h>\r\n#include "vexlib.h"\r\n#include "tornem.h"\r\n#include <stdio.h>\r\n'
+    "void OnShutdown(){} /* this function is inserted here for compilation purposes"
+    " it is not used by this version of the client */\n\r\n"
+    "/* Global Variables */\r\n"
+)
+TAIL = "int main(int argc, char *argv[]) \r\n{\r\ninitialize(argc,argv);\r\nEventLoop();\r\nreturn 0;\r\n}\r\n"
+
+# Shows every call of a handler. The unknown bytes of a text are what Print makes of them.
+ECHO = {
+    "OnError": 'Print("error %d %d\\n", channel, error_type);',
+    "OnFrame": "SendFrame(frame, channel);",
+    "OnKey": 'Print("key %c %02x\\n", character, (uchar)character);',
+    "OnStart": 'Print("start %ld\\n", time);',
+    "OnStop": 'Print("stop %ld\\n", time);',
+    "OnTimer": 'Print("timer %u\\n", timerid);',
+    "OnTrigger": 'Print("trigger %ld\\n", time);',
+    "OnSerial": "SerialWrite(data, datacount);",
+    "OnMsg": 'Print("msg [%s] %u\\n", string, (uint)strlen(string));',
+}
+
+
+def generated(handlers, global_text=""):
+    """A complete C file; handlers maps names to the statements in them."""
+    text = HEAD + "#include <string.h>\r\n" + global_text + "\r\n"
+    text += "/* Global Function Prototypes */\r\nvoid Bump(int n)\r;\r\n"
+    text += "/* Global Functions */\r\nvoid Bump(int n)\r\n{\r\n}\r\n\r\n/* Event Code */\r\n"
+    for name, head in HANDLERS.items():
+        text += f"{head}\r\n{{\r\n{handlers.get(name, '')}\r\n}}\r\n\r\n"
+    return (text + TAIL).encode("cp1252")
+
+
+def settings_text(source):
+    quoted = str(source).replace("\\", "\\\\").replace('"', '\\"')
+    return (
+        "Windows Registry Editor Version 5.00\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Ostrel\\OstrelCompiler]\r\n"
+        f'"FCompFileName"="{quoted}"\r\n'
+    )
+
+
+def compile_with(settings, *arguments, **options):
+    """Runs compile.sh; environment holds what to add to the environment, or None for what to leave out."""
+    environment = dict(os.environ, TESSALY_SETTINGS=str(settings)) if settings else dict(os.environ)
+    environment.pop("CC", None)
+    for name, value in options.pop("environment", {}).items():
+        environment.pop(name, None)
+        if value is not None:
+            environment[name] = str(value)
+    return subprocess.run(
+        [str(options.pop("script", COMPILE)), *map(str, arguments)],
+        env=environment, capture_output=True, text=True, timeout=60, **options,
+    )
+
+
+def build(folder, source, compiler="cc"):
+    """Builds the C file in the folder and returns the program. A warning is a failure."""
+    (folder / "block.c").write_bytes(source)
+    (folder / "settings.reg").write_text(settings_text(folder / "block.c"), newline="")
+    result = compile_with(folder / "settings.reg", folder / "block.out", environment={"CC": compiler})
+    assert (result.returncode, result.stdout, result.stderr) == (0, "", "")
+    return folder / "block.out"
+
+
+def play(program, script, *arguments):
+    """Plays a script from the standard input and returns the outputs as text."""
+    data = script if isinstance(script, bytes) else script.encode()
+    result = subprocess.run([str(program), *arguments], input=data, capture_output=True, timeout=60)
+    assert result.returncode == 0, result
+    return result.stdout.decode(), result.stderr.decode()
+
+
+def compilers():
+    return [name for name in ("gcc", "clang") if shutil.which(name)]

@@ -1,0 +1,153 @@
+"""The Debian package in a fresh Debian: installed by apt, used, removed. script/test-packages linux names it."""
+import os
+import pathlib
+import re
+import shlex
+import subprocess
+import time
+
+import pytest
+
+HERE = pathlib.Path(__file__).resolve().parent
+ROOT = HERE.parents[3]
+DEB = pathlib.Path(os.environ["TESSALY_DEB"])
+EXAMPLES = {"blink": "Blink", "filter": "Filter", "gateway": "Gateway", "serial": "Echo"}
+
+
+class Debian:
+    """A Debian of its own, in another mount namespace; thrown away at the end."""
+
+    def __init__(self, *files):
+        self.process = subprocess.Popen(
+            [HERE / "fresh-debian", *files], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True
+        )
+        self.root = self.process.stdout.readline().strip()
+        assert self.root, "no fresh Debian"
+
+    def enter(self, command, user="root"):
+        inside = ["runuser", "-u", user, "--"] if user != "root" else []
+        return [
+            "nsenter", "--mount", "--target", str(self.process.pid), "chroot", self.root, *inside,
+            "env", "-i", "PATH=/usr/sbin:/usr/bin:/sbin:/bin", f"HOME={'/root' if user == 'root' else '/home/' + user}",
+            "LC_ALL=C.UTF-8", "DEBIAN_FRONTEND=noninteractive", "sh", "-c", command,
+        ]
+
+    def run(self, command, user="root", **options):
+        """Runs a shell command to its end and returns what it wrote; it must succeed."""
+        result = subprocess.run(self.enter(command, user), capture_output=True, text=True, timeout=600, **options)
+        assert result.returncode == 0, f"{command}\n{result.stdout}{result.stderr}"
+        return result.stdout
+
+    def files(self):
+        everything = self.run("find /etc /usr /opt /srv /var/lib /boot ! -type d | sort")
+        return everything.splitlines()
+
+    def close(self):
+        self.process.stdin.close()
+        self.process.wait(timeout=60)
+
+
+@pytest.fixture(scope="module")
+def debian():
+    system = Debian(DEB)
+    try:
+        system.run("apt-get update -qq")
+        # What a desktop has anyway, and what these tests look with.
+        system.run("apt-get install -y -qq libglib2.0-bin shared-mime-info desktop-file-utils xdg-utils procps")
+        # First what it needs, so that the difference afterwards is the package's own.
+        needs = system.run(f"dpkg-deb -f /root/{DEB.name} Depends Recommends")
+        names = [re.split(r"[ (|]", entry.strip())[0] for line in needs.splitlines()
+                 for entry in line.split(":", 1)[1].split(",")]
+        system.run("apt-get install -y -qq --no-install-recommends " + " ".join(names))
+        system.run("useradd -m tester && useradd -m other")
+        system.files_before = system.files()
+        system.run(f"apt-get install -y -qq --no-install-recommends /root/{DEB.name}")
+        yield system
+    finally:
+        system.close()
+
+
+def copy_examples(debian):
+    debian.run("cp -r /usr/share/doc/tessaly/examples ~/", user="tester")
+
+
+@pytest.mark.parametrize("name", EXAMPLES)
+def test_an_example_is_built_without_any_set_up_and_prints_what_it_must(debian, name):
+    copy_examples(debian)
+    block = f"~/examples/{name}/{EXAMPLES[name]}"
+    assert debian.run(f"psf build {block}.PSF", user="tester") == ""
+    expected = debian.run(f"cat {block}.expected", user="tester")
+    assert debian.run(f"{block}.out {block}.events", user="tester") == expected
+
+
+def test_each_user_has_a_c_file_of_his_own(debian):
+    debian.run("cp -r /usr/share/doc/tessaly/examples ~/ && psf build ~/examples/blink/Blink.PSF", user="other")
+    assert debian.run("stat -c %U ~/.cache/tessaly/program.c", user="other") == "other\n"
+
+
+@pytest.mark.parametrize("name", ["Block.PSF", "block.psf", "Block.Psf"])
+def test_a_program_source_file_is_known_by_its_type(debian, name):
+    debian.run(f"cp /usr/share/doc/tessaly/examples/blink/Blink.PSF ~/{name}", user="tester")
+    kind = debian.run(f"XDG_CURRENT_DESKTOP=GNOME xdg-mime query filetype ~/{name}", user="tester")
+    assert kind == "text/x-tessaly-psf\n"
+
+
+def test_a_program_source_file_is_known_by_its_first_line(debian):
+    debian.run("cp /usr/share/doc/tessaly/examples/blink/Blink.PSF ~/block", user="tester")
+    assert debian.run("XDG_CURRENT_DESKTOP=GNOME xdg-mime query filetype ~/block", user="tester") == "text/x-tessaly-psf\n"
+
+
+def test_tessaly_opens_program_source_files_by_default(debian):
+    assert debian.run("xdg-mime query default text/x-tessaly-psf", user="tester") == "tessaly.desktop\n"
+
+
+def test_the_help_and_every_file_that_the_settings_name_are_there(debian):
+    settings = debian.run("cat /etc/xdg/tessaly/settings.reg")
+    for name, path in re.findall(r'^"(\w+)"="(/.*)"$', settings, re.MULTILINE):
+        debian.run(f"test -e {path}")
+    for language in ("en", "de"):
+        debian.run(f"test -s /usr/share/tessaly/help/{language}/index.html")
+
+
+def window_of(environment, process, deadline):
+    """The program's main window, as xdotool names it."""
+    while True:
+        found = subprocess.run(
+            ["xdotool", "search", "--onlyvisible", "--class", "tessaly"], env=environment, capture_output=True, text=True
+        ).stdout.split()
+        if found:
+            return found[-1]
+        assert process.poll() is None, "tessaly ended"
+        assert time.monotonic() < deadline, "no window"
+        time.sleep(0.1)
+
+
+def test_the_window_opens_an_example_and_f10_builds_it(debian):
+    copy_examples(debian)
+    block = "~/examples/filter/Filter"
+    debian.run(f"rm -f {block}.out", user="tester")
+    display = os.environ["DISPLAY"]
+    command = debian.enter(f"exec env DISPLAY={shlex.quote(display)} tessaly {block}.PSF", user="tester")
+    deadline = time.monotonic() + 60
+    with subprocess.Popen(command, stderr=subprocess.PIPE, text=True) as process:
+        try:
+            window = window_of(os.environ, process, deadline)
+            while subprocess.run(debian.enter(f"test -x {block}.out", "tester")).returncode != 0:
+                assert time.monotonic() < deadline, "not built"
+                subprocess.run(["xdotool", "windowfocus", "--sync", window, "key", "F10"], check=True, timeout=20)
+                time.sleep(0.5)
+            expected = debian.run(f"cat {block}.expected", user="tester")
+            assert debian.run(f"{block}.out {block}.events", user="tester") == expected
+            assert debian.run("cat ~/.local/state/tessaly/build.log", user="tester") == ""
+        finally:
+            process.terminate()
+            process.wait(timeout=20)
+
+
+def test_removing_leaves_the_settings_and_purging_leaves_nothing(debian):
+    debian.run("apt-get remove -y -qq tessaly")
+    debian.run("test -f /etc/xdg/tessaly/settings.reg && ! test -e /usr/bin/tessaly && ! test -e /usr/share/tessaly")
+    debian.run("apt-get purge -y -qq tessaly")
+    assert set(debian.files()) ^ set(debian.files_before) == set()
+    debian.run("! test -e /etc/xdg/tessaly && ! test -e /usr/share/tessaly && ! test -e /usr/share/doc/tessaly")
+    debian.run("test -f ~/examples/blink/Blink.PSF", user="tester")

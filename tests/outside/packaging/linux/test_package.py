@@ -1,0 +1,104 @@
+"""The Debian package looked at from outside, by Debian's own checkers. script/test-packages linux names it."""
+import os
+import pathlib
+import platform
+import re
+import subprocess
+
+import pytest
+
+ROOT = pathlib.Path(__file__).resolve().parents[4]
+DEB = os.environ["TESSALY_DEB"]
+
+
+@pytest.fixture(scope="module")
+def files(tmp_path_factory):
+    """The package, unpacked."""
+    folder = tmp_path_factory.mktemp("package")
+    subprocess.run(["dpkg-deb", "-x", DEB, folder], check=True)
+    return folder
+
+
+def complaints(*command):
+    result = subprocess.run([str(part) for part in command], capture_output=True, text=True, timeout=300)
+    return result.returncode, result.stdout + result.stderr
+
+
+def test_lintian_finds_nothing():
+    status, text = complaints("lintian", "--pedantic", "--fail-on", "error,warning,info,pedantic", DEB)
+    assert status == 0, text
+    assert not re.search(r"^[EWIPO]:", text, re.MULTILINE), text
+
+
+def test_lintian_has_no_note_on_hardening():
+    """The other notes are on the help, which is not below /usr/share/doc, since the program shows it."""
+    status, text = complaints("lintian", "--display-info", DEB)
+    assert status == 0, text
+    assert "hardening" not in text
+
+
+def read_elf(option, program):
+    return subprocess.run(["readelf", "-W", option, program], capture_output=True, text=True, check=True).stdout
+
+
+@pytest.mark.parametrize("name", ["psf", "tessaly"])
+def test_a_program_is_hardened(files, name):
+    program = files / "usr/bin" / name
+    assert "Position-Independent Executable" in read_elf("-h", program)
+    segments = read_elf("-l", program)
+    assert "GNU_RELRO" in segments
+    assert re.search(r"GNU_STACK .* RW +0x", segments), segments
+    assert re.search(r"\(FLAGS\) .*BIND_NOW", read_elf("-d", program))
+    assert "__stack_chk_fail" in read_elf("--dyn-syms", program)
+
+
+def test_buffers_are_checked_where_their_size_is_known(files):
+    assert re.search(r" __\w+_chk@", read_elf("--dyn-syms", files / "usr/bin/psf"))
+
+
+@pytest.mark.skipif(platform.machine() != "x86_64", reason="about the x86-64")
+@pytest.mark.parametrize("name", ["psf", "tessaly"])
+def test_every_function_that_is_called_by_a_pointer_is_marked_as_such(files, name):
+    program = files / "usr/bin" / name
+    start, offset, size = (
+        int(number, 16) for number in re.search(r" \.text +PROGBITS +(\w+) (\w+) (\w+)", read_elf("-S", program)).groups())
+    pointers = (int(number, 16) for number in re.findall(r"R_X86_64_RELATIVE +(\w+)", read_elf("-r", program)))
+    code = program.read_bytes()[offset:offset + size]
+    functions = [pointer - start for pointer in pointers if start <= pointer < start + size]
+    assert len(functions) > 100
+    assert [hex(at + start) for at in functions if code[at:at + 4] != b"\xf3\x0f\x1e\xfa"] == []  # endbr64
+
+
+def test_the_desktop_file_is_valid(files):
+    assert complaints("desktop-file-validate", files / "usr/share/applications/tessaly.desktop") == (0, "")
+
+
+def test_the_metainfo_is_valid(files):
+    metainfo = files / "usr/share/metainfo/com.ostrel.tessaly.metainfo.xml"
+    status, text = complaints("appstreamcli", "validate", "--no-net", "--pedantic", metainfo)
+    assert status == 0, text
+    assert "Validation was successful" in text, text
+
+
+def test_the_metainfo_fits_the_installed_files(files):
+    status, text = complaints("appstreamcli", "validate-tree", "--no-net", files)
+    assert status == 0, text
+
+
+def test_the_man_page_is_well_formed():
+    page = ROOT / "packaging" / "linux" / "tessaly.1"
+    assert complaints("mandoc", "-T", "lint", "-W", "warning", page) == (0, "")
+
+
+def test_the_changelog_is_of_this_version():
+    version = re.search(r"project\(Tessaly VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text()).group(1)
+    assert (ROOT / "packaging" / "linux" / "changelog").read_text().startswith(f"tessaly ({version}) ")
+    assert subprocess.run(
+        ["dpkg-deb", "-f", DEB, "Version"], capture_output=True, text=True, check=True
+    ).stdout == version + "\n"
+
+
+@pytest.mark.parametrize("name", ["psf", "tessaly"])
+def test_a_program_has_a_man_page(files, name):
+    assert (files / "usr/bin" / name).exists()
+    assert (files / f"usr/share/man/man1/{name}.1.gz").exists()

@@ -1,0 +1,69 @@
+"""Runs psf, whose path is in $PSF, on files in a fresh folder. A psf.exe runs under the Wine of $PSF_WINE bits, and is given
+the paths of this machine, as Wine knows them on its current drive."""
+
+import json
+import os
+import subprocess
+
+import pytest
+
+PSF = os.environ["PSF"]
+WINE = os.environ.get("PSF_WINE")
+ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)))))
+EVENTS = ["OnError", "OnFrame", "OnKey", "OnStart", "OnStop", "OnTimer", "OnTrigger", "OnSerial", "OnMsg"]
+
+
+COMMAND = [f"{ROOT}/script/wine", WINE, PSF] if WINE else [PSF]
+
+
+def not_on_windows(reason):
+    """For a test of something that Windows does not have."""
+    return pytest.mark.skipif(WINE is not None, reason=reason)
+
+
+only_on_windows = pytest.mark.skipif(WINE is None, reason="about psf.exe")
+
+
+class Result:
+    def __init__(self, done):
+        self.status = done.returncode
+        self.out = done.stdout
+        self.err = done.stderr.decode()
+
+    def __repr__(self):
+        return f"status {self.status}\nout {self.out!r}\nerr {self.err!r}"
+
+
+def psf(*arguments, stdin=b"", env=None, cwd=None, check_errors=True):
+    """What psf answered. Whatever it complains about must be lines that begin with its name."""
+    clean = {k: v for k, v in os.environ.items() if not k.startswith(("TESSALY_", "XDG_")) or k.startswith("TESSALY_WINE_")}
+    clean.update(env or {})
+    done = subprocess.run([*COMMAND, *map(str, arguments)], input=stdin, capture_output=True, env=clean, cwd=cwd, timeout=120)
+    result = Result(done)
+    if check_errors:
+        assert all(line.startswith("psf: ") for line in result.err.splitlines()), result
+        assert result.err == "" or result.err.endswith("\n"), result
+    return result
+
+
+def shown(file, **options):
+    return json.loads(psf("show", "--json", file, **options).out)
+
+
+def lines(*texts):
+    return b"".join(text.encode("cp1252") + b"\r\n" for text in texts)
+
+
+def source(functions=(), references="int x;", count=None, names=None, events=EVENTS, end="[EndPSF]", extra=b""):
+    """The bytes of a PSF; functions are (name, body) or (name, prototype, body)."""
+    functions = [f if len(f) == 3 else (f[0], "", f[1]) for f in functions]
+    count = f" {len(functions)}" if count is None else count
+    names = ",".join(f[0] for f in functions) if names is None else names
+    text = lines("[BeginPSF]", "Comment= c", "FileName=", "[GVars]", references, "[GFuncs]", f"NumFuncs={count}",
+                 f"FuncNames={names}", "[FuncCode]")
+    for name, prototype, body in functions:
+        text += lines(f"[{name}]", f"ProtoType={prototype}", f"FuncBody={body}")
+    text += lines("[EventCode]")
+    for event in events:
+        text += lines(f"[{event}]", f"FuncBody=void {event}()", "{", "}")
+    return text + (lines(end) if end else b"") + extra

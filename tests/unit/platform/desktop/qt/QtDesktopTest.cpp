@@ -1,0 +1,298 @@
+// What only the Linux desktop has: keys as Qt brings them, the language of the help, the output of what is started.
+#include "platform/desktop/qt/Keys.h"
+#include "tests/contract/qt/QtDriver.h"
+
+#include <QAccessible>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QDropEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QTest>
+#include <QTimer>
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+namespace tessaly {
+namespace {
+
+class QtDesktopTest : public testing::Test {
+protected:
+    QtDriver user{Launch{}};
+};
+
+int Virtual(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    return qt::VirtualKey(QKeyEvent(QEvent::KeyPress, key, modifiers));
+}
+
+TEST(QtKeysTest, KeysHaveTheNumbersOfWindows) {
+    EXPECT_EQ(Virtual(Qt::Key_F1), 112);
+    EXPECT_EQ(Virtual(Qt::Key_F10), 121);
+    EXPECT_EQ(Virtual(Qt::Key_F24), 135);
+    EXPECT_EQ(Virtual(Qt::Key_A), 'A');
+    EXPECT_EQ(Virtual(Qt::Key_9), '9');
+    EXPECT_EQ(Virtual(Qt::Key_9, Qt::KeypadModifier), 105);
+    EXPECT_EQ(Virtual(Qt::Key_Backtab, Qt::ShiftModifier), 9);
+    EXPECT_EQ(Virtual(Qt::Key_Enter), 13);
+    EXPECT_EQ(Virtual(Qt::Key_Delete), 46);
+    EXPECT_EQ(Virtual(Qt::Key_Udiaeresis), 255);
+    EXPECT_EQ(qt::ShiftState(Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier), 7);
+}
+
+TEST_F(QtDesktopTest, F10IsAKeyLikeAnyOther) {
+    user.Qt().AddMenu(nullptr, "mnuFile");
+    user.Qt().window.Show();
+    std::vector<int> keys;
+    user.Qt().window.onKeyDown = [&keys](int key, int) { keys.push_back(key); };
+    user.PressKey(KeyF10, 0);
+    user.PressKey(KeyF10, 1);
+    EXPECT_EQ(std::count(keys.begin(), keys.end(), KeyF10), 2);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
+TEST_F(QtDesktopTest, KeysInAnOpenMenuAreTheMenus) {
+    MenuItem& file = user.Qt().AddMenu(nullptr, "mnuFile");
+    user.Qt().AddMenu(&file, "mnuOpen");
+    user.Qt().window.Show();
+    int keys = 0;
+    user.Qt().window.onKeyDown = [&keys](int, int) { ++keys; };
+    QMenu& menu = static_cast<qt::MenuItem&>(file).DropDown();
+    menu.popup(user.Qt().frame.pos());
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+    user.PressKey(KeyF5, 0);
+    EXPECT_EQ(keys, 0);
+    menu.close();
+    user.PressKey(KeyF5, 0);
+    EXPECT_EQ(keys, 1);
+}
+
+TEST_F(QtDesktopTest, AMenuOfThePaneIsAPartOfIt) {
+    user.Qt().window.Show();
+    user.ClickPane();
+    std::vector<std::string> events;
+    user.Qt().pane.onGotFocus = [&events] { events.emplace_back("got focus"); };
+    user.Qt().pane.onLostFocus = [&events] { events.emplace_back("lost focus"); };
+    user.Qt().pane.onChange = [&events] { events.emplace_back("change"); };
+    QGuiApplication::clipboard()->setText("pasted");
+    QWidget& text = *user.Qt().pane.Widget().viewport();
+    QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(5, 5), text.mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(&text, &event);
+    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    menu->setActiveAction(menu->findChild<QAction*>("edit-paste"));
+    QTest::keyClick(menu, Qt::Key_Return);
+    EXPECT_EQ(user.PaneShown(), "pasted");
+    EXPECT_EQ(events, std::vector<std::string>{"change"});
+}
+
+TEST_F(QtDesktopTest, TextDroppedIntoThePaneIsAnEditThere) {
+    user.Qt().window.Show();
+    user.Qt().tree.SetFocus();
+    user.Settle();
+    std::vector<std::string> events;
+    user.Qt().pane.onGotFocus = [&events] { events.emplace_back("got focus"); };
+    user.Qt().pane.onChange = [&events] { events.emplace_back("change"); };
+    QMimeData data;
+    data.setText("dropped");
+    QWidget& text = *user.Qt().pane.Widget().viewport();
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&text, &enter);
+    QDropEvent drop(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&text, &drop);
+    EXPECT_EQ(user.PaneShown(), "dropped");
+    EXPECT_EQ(events, (std::vector<std::string>{"got focus", "change"}));
+}
+
+TEST_F(QtDesktopTest, AHelpFolderIsOpenedInTheLanguageOfTheProgramOrAsItIs) {
+    const std::string folder = user.FilePath("help");
+    std::filesystem::create_directories(folder + "/de");
+    std::ofstream(folder + "/de/index.html") << "";
+    user.Qt().app.SetHelpFile(folder);
+    std::string language = "de";
+    user.Qt().app.helpLanguage = [&language]() -> std::string_view { return language; };
+    user.Qt().app.OpenHelp();
+    language = "fr";
+    user.Qt().app.OpenHelp();
+    user.Qt().app.SetHelpFile(folder + "/de/index.html");
+    user.Qt().app.OpenHelp();
+    EXPECT_EQ(user.HelpOpened(),
+              (std::vector<std::string>{folder + "/de/index.html", folder + "/index.html", folder + "/de/index.html"}));
+}
+
+TEST_F(QtDesktopTest, OnlyHtmlThatABrowserTakesIsLeftToTheSystem) {
+    const std::string asked = user.FilePath("bin/xdg-mime");
+    const std::string applications = user.FilePath(".local/share/applications");
+    const std::string page = user.FilePath("page.html");
+    std::ofstream(page) << "<title>A page</title><p>text";
+    std::ofstream(asked) << "#!/bin/sh\ncat \"" << user.FilePath("opener") << "\"\n";
+    ASSERT_EQ(::chmod(asked.c_str(), 0700), 0);
+    std::filesystem::create_directories(applications);
+    std::ofstream(applications + "/editor.desktop") << "[Desktop Entry]\nCategories=Utility;TextEditor;\n";
+    std::ofstream(applications + "/browser.desktop") << "[Desktop Entry]\nCategories=Network;WebBrowser;\n";
+    user.Qt().app.SetHelpFile(page);
+    const auto isShownBy = [&](const std::string& opener) {
+        std::ofstream(user.FilePath("opener")) << opener;
+        user.Qt().help.reset();
+        user.Qt().app.OpenHelp();
+        return user.Qt().help != nullptr && user.Qt().help->Widget().isVisible();
+    };
+    EXPECT_FALSE(isShownBy("browser.desktop\n"));
+    for (const char* const other : {"editor.desktop\n", "missing.desktop\n", ""}) {
+        EXPECT_TRUE(isShownBy(other)) << other;
+        EXPECT_EQ(user.Qt().help->Widget().windowTitle(), "A page");
+    }
+    user.Qt().app.SetHelpFile(user.FilePath("page.pdf"));
+    EXPECT_FALSE(isShownBy("editor.desktop\n"));
+}
+
+TEST_F(QtDesktopTest, WhatAProcessWritesComesUpInAWindowWithoutTakingTheFocus) {
+    user.Qt().window.Show();
+    const std::string program = user.FilePath("writes");
+    std::ofstream(program) << "#!/bin/sh\necho \"for $1\"\necho mistake >&2\n";
+    ASSERT_EQ(::chmod(program.c_str(), 0700), 0);
+    user.Qt().app.StartProcess(program + " \"a b\"", MaximizedWithFocus);
+    ASSERT_NE(user.Qt().output, nullptr);
+    QPlainTextEdit& output = user.Qt().output->Widget();
+    EXPECT_TRUE(QTest::qWaitFor([&output] { return output.toPlainText() == "for a b\nmistake\n"; }, 20000));
+    EXPECT_TRUE(output.isVisible());
+    EXPECT_TRUE(output.testAttribute(Qt::WA_ShowWithoutActivating));
+    user.Qt().app.StartProcess(user.StartableCommand(), MaximizedWithFocus);
+    EXPECT_FALSE(output.isVisible()) << "nothing was written this time";
+    EXPECT_EQ(output.toPlainText(), "");
+}
+
+TEST_F(QtDesktopTest, ATitleOfADialogIsNeverTheNameOfTheProgram) {
+    const std::unique_ptr<SplashWindow> splash = user.Qt().NewSplashWindow();
+    splash->SetCaption("");
+    splash->onKeyPress = [&splash] { splash->Hide(); };
+    QString title;
+    user.WillUseSplash([&title](SplashWindowUser& window) {
+        title = QApplication::activeModalWidget()->windowTitle();
+        window.PressKey('A');
+    });
+    user.Qt().window.Show();
+    splash->ShowModal();
+    EXPECT_EQ(title, " ");
+}
+
+TEST_F(QtDesktopTest, AFrameTellsWhichControlHasTheKeyboard) {
+    user.Qt().window.Show();
+    QWidget& tree = user.Qt().tree.Widget();
+    QWidget& pane = user.Qt().pane.Widget();
+    tree.move(20, 80);
+    pane.move(320, 80);
+    const QColor framed = tree.palette().color(QPalette::Highlight);
+    const auto edge = [this](const QWidget& control) {
+        user.Settle();
+        const QImage seen = user.Qt().frame.grab().toImage();
+        return seen.pixelColor(control.mapTo(&user.Qt().frame, QPoint(-1, control.height() / 2)));
+    };
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&user.Qt().frame));
+    user.Qt().tree.SetFocus();
+    EXPECT_EQ(edge(tree), framed);
+    EXPECT_NE(edge(pane), framed);
+    user.Qt().pane.SetFocus();
+    EXPECT_NE(edge(tree), framed);
+    EXPECT_EQ(edge(pane), framed);
+}
+
+TEST_F(QtDesktopTest, TheSelectedItemIsSeenAlsoWithoutTheFocus) {
+    user.Qt().window.Show();
+    TreeView& tree = user.Qt().tree;
+    tree.Select(tree.Add(TreeItem::None, "a", "."));
+    tree.Add(TreeItem::None, "b", ".");
+    qt::TreeWidget& widget = user.Qt().tree.Widget();
+    const auto colour = [&](const char* key) {
+        user.Settle();
+        const QRect place = widget.visualItemRect(&user.Qt().tree.NodeOf(tree.Find(key)));
+        return widget.viewport()->grab().toImage().pixelColor(place.right() - 3, place.center().y());
+    };
+    QPalette unaware = widget.palette(); // some styles make no difference
+    unaware.setColor(QPalette::Inactive, QPalette::Highlight, unaware.color(QPalette::Active, QPalette::Highlight));
+    widget.setPalette(unaware);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&user.Qt().frame));
+    user.Qt().pane.SetFocus();
+    EXPECT_NE(colour("a"), unaware.color(QPalette::Active, QPalette::Highlight));
+    EXPECT_GT(std::abs(colour("a").lightness() - colour("b").lightness()), 30);
+}
+
+// What a message box looks like while it is shown.
+struct BoxShown {
+    int width = 0;
+    bool isWrapped = false;
+};
+
+BoxShown ShowBox(QtDriver& user, std::string_view text, std::string_view caption) {
+    BoxShown shown;
+    QTimer::singleShot(0, [&shown] {
+        const QWidget& box = *QApplication::activeModalWidget();
+        const auto& label = *box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+        const auto lines = static_cast<int>(label.text().count(u'\n')) + 1;
+        shown.width = box.width();
+        shown.isWrapped =
+            label.heightForWidth(label.width()) > (lines + 1) * label.fontMetrics().lineSpacing() ||
+            (label.wordWrap() && label.width() < label.fontMetrics().size(Qt::TextExpandTabs, label.text()).width());
+    });
+    user.WillPress(MsgResult::Ok);
+    user.Qt().MessageBoxes().Show(text, caption, MsgButtons::Ok, MsgIcon::Information);
+    return shown;
+}
+
+TEST_F(QtDesktopTest, AMessageBoxIsWideEnoughForItsCaption) {
+    user.Qt().window.Show();
+    const std::string caption = "L\xC3\xB6schen function, and a good deal more of it";
+    const int narrow = ShowBox(user, "X ?", "X").width;
+    const int wide = ShowBox(user, "X ?", caption).width;
+    EXPECT_GT(wide, narrow);
+    EXPECT_GT(wide, QFontMetrics(QApplication::font()).horizontalAdvance(qt::ToQt(caption)) + 100);
+}
+
+TEST_F(QtDesktopTest, AListWithColumnsIsNotWrapped) {
+    user.Qt().window.Show();
+    const std::string line =
+        "<F3>\tGlobale Referenzen ausw\xC3\xA4hlen, Funktionscode, Ereigniscode und noch vieles mehr";
+    EXPECT_FALSE(ShowBox(user, "<F2>\tCode\n" + line + "\n\n<F4>\tmore", "Hot-Keys").isWrapped);
+}
+
+std::string SpokenName(QWidget& widget) {
+    return qt::FromQt(QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Name));
+}
+
+TEST_F(QtDesktopTest, AScreenReaderSaysTheLabelOfAControl) {
+    user.Qt().window.Show();
+    user.Qt().treeLabel.SetCaption("Code & Viewer");
+    user.Qt().paneLabel.SetCaption("Funktionen");
+    EXPECT_EQ(SpokenName(user.Qt().tree.Widget()), "Code & Viewer");
+    EXPECT_EQ(SpokenName(user.Qt().pane.Widget()), "Funktionen");
+    user.Qt().paneLabel.SetCaption("Ereignisse");
+    EXPECT_EQ(SpokenName(user.Qt().pane.Widget()), "Ereignisse");
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&user.Qt().status.Widget())->role(), QAccessible::StatusBar);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&user.Qt().toolBar.Widget())->role(), QAccessible::ToolBar);
+}
+
+TEST_F(QtDesktopTest, AScreenReaderSaysTheRequestForTheNameBox) {
+    const std::unique_ptr<NameWindow> dialog = user.Qt().NewNameWindow();
+    dialog->NameLabel().SetCaption("Please type in the name");
+    dialog->onCancel = [&dialog] { dialog->Hide(); };
+    std::string name;
+    user.WillUseName([&name](NameWindowUser& window) {
+        name = SpokenName(*QApplication::activeModalWidget()->findChild<QLineEdit*>());
+        window.PressCancel();
+    });
+    user.Qt().window.Show();
+    dialog->ShowModal();
+    EXPECT_EQ(name, "Please type in the name");
+}
+
+TEST_F(QtDesktopTest, TheWindowIsNeverLargerThanTheScreen) {
+    const QSize screen = user.Qt().frame.screen()->availableSize();
+    EXPECT_LE(user.Qt().frame.width(), screen.width());
+    EXPECT_LE(user.Qt().frame.height(), screen.height());
+}
+
+} // namespace
+} // namespace tessaly

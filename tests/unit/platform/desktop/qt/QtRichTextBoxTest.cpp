@@ -1,0 +1,238 @@
+// What Qt's editor would do to a text if it were left to.
+#include "platform/text/Utf8.h"
+#include "tests/contract/ShortOfMemory.h"
+#include "tests/contract/qt/QtDriver.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
+#include <QTextBlock>
+#include <QTextLayout>
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <memory>
+#include <new>
+
+namespace tessaly {
+namespace {
+
+class QtRichTextBoxTest : public testing::Test {
+protected:
+    RichTextBox& Pane() { return user.Qt().pane; }
+    qt::PlainTextEdit& Editor() { return user.Qt().pane.Widget(); }
+
+    void Edit(std::string_view text, std::size_t caret) {
+        user.Qt().window.Show();
+        Pane().SetText(text);
+        user.ClickPane();
+        user.SetCaret(caret);
+    }
+
+    // The colours of a line, as "start+length" in the order of the line.
+    std::string Colours(int line) {
+        Editor().grab(); // draws it
+        std::string text;
+        for (const QTextLayout::FormatRange& range : Editor().document()->findBlockByNumber(line).layout()->formats()) {
+            text += std::to_string(range.start) + "+" + std::to_string(range.length) + " ";
+        }
+        return text;
+    }
+
+    QColor FirstColour(int line) {
+        Editor().grab();
+        const auto formats = Editor().document()->findBlockByNumber(line).layout()->formats();
+        return formats.isEmpty() ? QColor() : formats.constFirst().format.foreground().color();
+    }
+
+    QtDriver user{Launch{}};
+};
+
+TEST_F(QtRichTextBoxTest, EveryCharacterComesBack) {
+    std::string text;
+    for (char32_t character = 0; character <= 0x10FFFF; ++character) {
+        const bool isSurrogate = character >= 0xD800 && character <= 0xDFFF;
+        if (!isSurrogate && character != '\r' && character != '\n') {
+            AppendUtf8(character, text);
+            text += character % 64 == 0 ? "\r" : "";
+        }
+    }
+    Pane().SetText(text);
+    const std::string back = Pane().Text();
+    const auto difference = std::mismatch(text.begin(), text.end(), back.begin(), back.end());
+    EXPECT_EQ(difference.first - text.begin(), static_cast<std::ptrdiff_t>(text.size())) << "the first that does not";
+    EXPECT_EQ(back.size(), text.size());
+}
+
+TEST_F(QtRichTextBoxTest, CharactersThatQtTakesForParagraphsSurviveAnEdit) {
+    const std::string odd =
+        "\xE2\x80\xA8\xE2\x80\xA9\xEF\xB7\x90\xEF\xB7\x91\xEF\xB7\x92\xF0\x9F\x98\x80\xC2\xA0\x0C\x0B\x7F";
+    Edit("a\n" + odd + "\rb", 0);
+    user.Type("x");
+    EXPECT_EQ(Pane().Text(), "xa\n" + odd + "\rb");
+    user.Undo();
+    EXPECT_EQ(Pane().Text(), "a\n" + odd + "\rb");
+}
+
+TEST_F(QtRichTextBoxTest, ShiftAndEnterMakeALineBreak) {
+    Edit("ab", 1);
+    user.PressKey(13, 1);
+    EXPECT_EQ(Pane().Text(), "a\r\nb");
+}
+
+TEST_F(QtRichTextBoxTest, WhatIsCopiedIsWhatStandsThere) {
+    Edit("a\xC2\xA0\tb\rc", 0);
+    user.SelectAll();
+    Editor().copy();
+    EXPECT_EQ(qt::FromQt(QGuiApplication::clipboard()->text()), "a\xC2\xA0\tb\nc");
+    EXPECT_FALSE(QGuiApplication::clipboard()->mimeData()->hasHtml());
+}
+
+TEST_F(QtRichTextBoxTest, OnlyThePlainTextOfWhatIsPastedCounts) {
+    Edit("", 0);
+    auto data = std::make_unique<QMimeData>();
+    data->setHtml("<b>bold</b><br>x");
+    data->setText(QString::fromUtf8("p\xE2\x80\xA9q\xE2\x80\xA8r\xC2\xA0s") + QChar(0xD800));
+    QGuiApplication::clipboard()->setMimeData(data.release()); // the clipboard's own now
+    user.PressKey('V', 2);
+    EXPECT_EQ(Pane().Text(), "p\r\nq\r\nr\xC2\xA0s?");
+}
+
+TEST_F(QtRichTextBoxTest, EveryEditCanBeUndoneAndDoneAgain) {
+    Edit("one\ntwo\nthree", 4);
+    user.SelectAll();
+    user.Paste("new\ntext");
+    user.PressEnter();
+    user.Type("end");
+    const std::string after = Pane().Text();
+    for (int step = 0; step < 10; ++step) {
+        user.Undo();
+    }
+    EXPECT_EQ(user.PaneShown(), "one\ntwo\nthree");
+    for (int step = 0; step < 10; ++step) {
+        user.PressKey('Z', 3);
+    }
+    EXPECT_EQ(Pane().Text(), after);
+}
+
+TEST_F(QtRichTextBoxTest, ANewBreakAmongOthersIsTheLastOfThem) {
+    Edit("a\n\r\rb", 1);
+    user.PressEnter();
+    EXPECT_EQ(Pane().Text(), "a\n\r\r\r\nb");
+    user.SetCaret(2);
+    user.Backspace();
+    EXPECT_EQ(Pane().Text(), "a\n\r\rb");
+}
+
+TEST_F(QtRichTextBoxTest, WhatIsReplacedByTheSameTextHasNewBreaks) {
+    Edit("a\nb\rc", 0);
+    user.SelectAll();
+    user.Paste("a\nb\nc");
+    EXPECT_EQ(Pane().Text(), "a\r\nb\r\nc");
+}
+
+TEST_F(QtRichTextBoxTest, CodeIsColouredWhereItIsSeen) {
+    Edit("int x = 1; /* a\nb */ y\n\"s\"", 0);
+    EXPECT_EQ(Colours(0), "0+3 8+1 11+4 ");
+    EXPECT_EQ(Colours(1), "0+4 ");
+    EXPECT_EQ(Colours(2), "0+3 ");
+}
+
+TEST_F(QtRichTextBoxTest, AnOpenCommentColoursTheLinesBelowAndAClosedOneNoMore) {
+    Edit("x\nint a;\nint b;", 0);
+    EXPECT_EQ(Colours(2), "0+3 ");
+    user.Type("/*");
+    EXPECT_EQ(Colours(2), "0+6 ");
+    user.Undo();
+    EXPECT_EQ(Colours(2), "0+3 ");
+}
+
+TEST_F(QtRichTextBoxTest, ColouringTellsOfNoChangeAndTakesNoUndoAway) {
+    Edit("a", 1);
+    user.Type(" int");
+    int changes = 0;
+    Pane().onChange = [&changes] { ++changes; };
+    Colours(0);
+    user.Settle();
+    EXPECT_EQ(changes, 0);
+    user.Undo();
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(Pane().Text(), "a");
+}
+
+TEST_F(QtRichTextBoxTest, ADarkThemeHasLightColours) {
+    Edit("int", 0);
+    const QColor onLight = FirstColour(0);
+    const QPalette before = QGuiApplication::palette();
+    QPalette dark = before;
+    dark.setColor(QPalette::Base, Qt::black);
+    dark.setColor(QPalette::Text, Qt::white);
+    Editor().setPalette(dark);
+    const QColor onDark = FirstColour(0);
+    EXPECT_LT(onLight.lightness(), 128);
+    EXPECT_GT(onDark.lightness(), 128);
+}
+
+TEST_F(QtRichTextBoxTest, AnUnavailablePaneIsGrey) {
+    Edit("", 0);
+    const QColor usual = Editor().viewport()->palette().color(QPalette::Base);
+    Pane().SetFuncBodyAvailable(false);
+    EXPECT_NE(Editor().viewport()->palette().color(QPalette::Base), usual);
+    Pane().SetFuncBodyAvailable(true);
+    EXPECT_EQ(Editor().viewport()->palette().color(QPalette::Base), usual);
+}
+
+TEST_F(QtRichTextBoxTest, EveryCharacterIsAsWideAsThePaneSays) {
+    Edit("iiiiWWWWx", 0);
+    Editor().grab();
+    const QTextLine line = Editor().document()->firstBlock().layout()->lineAt(0);
+    EXPECT_NEAR((line.cursorToX(8) - line.cursorToX(0)) * qt::TwipsInPixel, 8 * Pane().CharacterWidth(), 1);
+}
+
+TEST_F(QtRichTextBoxTest, TheTabKeyGoesToTheStopsThatWereSet) {
+    Edit("\t\t\tx", 0);
+    Pane().SetTabStops({0, 600, 1200});
+    Editor().grab();
+    const QTextLine line = Editor().document()->firstBlock().layout()->lineAt(0);
+    const double start = line.cursorToX(0);
+    EXPECT_DOUBLE_EQ(line.cursorToX(1) - start, 40);
+    EXPECT_DOUBLE_EQ(line.cursorToX(2) - start, 80);
+    EXPECT_DOUBLE_EQ(line.cursorToX(3) - start, 120) << "on as before behind the last stop";
+}
+
+// Qt cannot be asked for the memory that is left, and ends the program where it runs out of it.
+TEST_F(QtRichTextBoxTest, HoweverMuchMemoryIsLeftATextIsShownWholeOrNotAtAll) {
+    if (!ShortOfMemory::IsPossible) {
+        GTEST_SKIP();
+    }
+    std::string shortLines;
+    while (shortLines.size() < 1U << 19U) {
+        shortLines += "a;\n";
+    }
+    const std::string longLine(1U << 20U, 'x');
+    for (const std::string& text : {shortLines, longLine}) {
+        bool isRefused = false;
+        bool isShown = false;
+        for (std::size_t room = 1U << 20U; room <= 1U << 30U; room += room / 2) {
+            Edit("a\rb", 1);
+            user.Type("x");
+            const ShortOfMemory rest(room);
+            try {
+                Pane().SetText(text);
+                Editor().grab();
+                isShown = Pane().Text() == text;
+                EXPECT_TRUE(isShown) << room;
+            } catch (const std::bad_alloc&) {
+                isRefused = true;
+                EXPECT_EQ(Pane().Text(), "ax\rb") << room;
+            }
+            if (isShown) {
+                break;
+            }
+        }
+        EXPECT_TRUE(isRefused);
+        EXPECT_TRUE(isShown);
+    }
+}
+
+} // namespace
+} // namespace tessaly
