@@ -3,8 +3,10 @@
 
 #include "platform/settings/RegistryScan.h"
 #include "platform/settings/RegistryStore.h"
+#include "platform/system/SequentialFiles.h"
 #include "platform/text/Utf16.h"
 
+#include <system_error>
 #include <utility>
 
 namespace tessaly {
@@ -74,6 +76,19 @@ std::vector<RegistryTextError> ReadRegistryText(std::string_view bytes, Registry
         reader.Take(entry);
     }
     return errors;
+}
+
+std::vector<RegistryTextError> ReadSettingsFile(SequentialFiles& files, const std::string& path, RegistryStore& store) {
+    std::string bytes;
+    try {
+        bytes = ReadWhole(files, path, LargestSettingsFile);
+    } catch (const std::system_error& error) {
+        if (error.code() == std::errc::no_such_file_or_directory) {
+            return {};
+        }
+        return {{0, "the settings file cannot be read: " + error.code().message()}};
+    }
+    return ReadRegistryText(bytes, store);
 }
 
 } // namespace tessaly

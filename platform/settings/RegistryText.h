@@ -10,6 +10,7 @@
 namespace tessaly {
 
 class RegistryStore;
+class SequentialFiles;
 
 // What is wrong with a file, and in which line, counted from 1; 0 for the file as a whole.
 struct RegistryTextError {
@@ -39,5 +40,12 @@ std::string ErrorText(const std::string& path, const RegistryTextError& error);
 //   -                      deletes the value
 // Of several values with one name the last counts. Values below a wrong or deleted key are left out.
 std::vector<RegistryTextError> ReadRegistryText(std::string_view bytes, RegistryStore& store);
+
+// No settings need more, and a device file would never end.
+inline constexpr std::size_t LargestSettingsFile = std::size_t{16} * 1024 * 1024;
+
+// The same with the file `path`. A missing file is an empty registry and not wrong. A file that cannot be read, or is
+// larger than LargestSettingsFile, is one error and leaves `store` as it is.
+std::vector<RegistryTextError> ReadSettingsFile(SequentialFiles& files, const std::string& path, RegistryStore& store);
 
 } // namespace tessaly

@@ -2,7 +2,7 @@
 // users. They are looked for anew whenever somebody asks.
 #pragma once
 
-#include "platform/settings/ReadSettingsFile.h"
+#include "platform/settings/RegistryText.h"
 #include "platform/system/Environment.h"
 
 #include <string>

@@ -18,7 +18,7 @@ namespace {
 // replaced.
 std::string ReadIfThere(SequentialFiles& files, const std::string& path) {
     try {
-        return ReadWholeFile(files, path);
+        return ReadWhole(files, path, LargestSettingsFile);
     } catch (const std::system_error& error) {
         if (error.code() == std::errc::no_such_file_or_directory) {
             return {};

@@ -51,4 +51,7 @@ public:
     virtual bool FileExists(const std::string& path) const = 0;
 };
 
+// The bytes of a file. Throws std::system_error when it cannot be read, or has more than `largest` bytes.
+std::string ReadWhole(SequentialFiles& files, const std::string& path, std::size_t largest = std::string::npos);
+
 } // namespace tessaly

@@ -11,16 +11,6 @@ namespace tessaly::psf {
 
 namespace {
 
-std::string ReadAll(SequentialFiles& files, const std::string& file) {
-    std::string bytes;
-    const auto input = files.OpenForInput(file);
-    char piece[65536];
-    while (const std::size_t count = input->Read(piece, sizeof piece)) {
-        bytes.append(piece, count);
-    }
-    return bytes;
-}
-
 // Counts lines as a text editor does: LF, CR LF and CR each end one.
 class LineCounter {
 public:
@@ -47,7 +37,7 @@ private:
 int Check(Session& session, const std::string& file) {
     std::string bytes;
     try {
-        bytes = ReadAll(*session.files, file);
+        bytes = ReadWhole(*session.files, file);
     } catch (const std::system_error& error) {
         PrintError(file + ": " + Reason(error.code()));
         return ExitStatus(Status::LoadFailed);

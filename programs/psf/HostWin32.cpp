@@ -1,6 +1,6 @@
 // Windows: arguments in UTF-16, the real registry, text of compilers in the system's code page.
-#include "platform/settings/ReadSettingsFile.h"
 #include "platform/settings/RegistryStore.h"
+#include "platform/settings/RegistryText.h"
 #include "platform/system/CodePages.h"
 #include "platform/system/Environment.h"
 #include "platform/system/win32/Library.h"
