@@ -40,7 +40,7 @@ void VornMainFrm::mnuGerman_Click() {
     ShowLanguage();
 }
 
-// A control that fails keeps its text; the others get theirs all the same.
+// The first control that fails ends it, as in every command; those behind it keep their texts.
 void VornMainFrm::ShowLanguage() {
     ApplyLanguage(*this, mLanguage);
     const auto lookup = [this](std::string_view identifier) {
@@ -48,21 +48,21 @@ void VornMainFrm::ShowLanguage() {
         LookupPrompt(identifier, mLanguage, text);
         return text;
     };
-    Attempt([&] { mWindow.SetCaption(Words(Text::Title)); });
-    Attempt([&] { mDesktop.StatusBar1().SetPanelText(2, StatusPanel2.empty() ? "" : lookup(StatusPanel2)); });
-    Attempt([&] { mDesktop.FuncLabel().SetCaption(FuncLabelText()); });
-    Attempt([&] { mDesktop.LblcodeTreeViewer().SetCaption(lookup(Row(Text::TreeLabel).identifier)); });
-    Attempt([&] { ShowFileName(mLastOpenedFile); });
+    mWindow.SetCaption(Words(Text::Title));
+    mDesktop.StatusBar1().SetPanelText(2, StatusPanel2.empty() ? "" : lookup(StatusPanel2));
+    mDesktop.FuncLabel().SetCaption(FuncLabelText());
+    mDesktop.LblcodeTreeViewer().SetCaption(lookup(Row(Text::TreeLabel).identifier));
+    ShowFileName(mLastOpenedFile);
     for (MenuItem* const menu : mMenus) {
-        Attempt([&] { menu->SetCaption(lookup(menu->Name())); });
+        menu->SetCaption(lookup(menu->Name()));
     }
     for (const Group& group : Groups) {
-        Attempt([&] { mCodeTree.SetText(mCodeTree.Find(group.key), lookup(Row(group.name).identifier)); });
+        mCodeTree.SetText(mCodeTree.Find(group.key), lookup(Row(group.name).identifier));
     }
     // Whatever is not English counts as German here: kept on purpose.
-    Attempt([&] { Menu("mnuGerman").SetChecked(mLanguage != EnglishLanguage); });
-    Attempt([&] { Menu("mnuEnglish").SetChecked(mLanguage == EnglishLanguage); });
-    Attempt([&] { ShowButtonTips(); });
+    Menu("mnuGerman").SetChecked(mLanguage != EnglishLanguage);
+    Menu("mnuEnglish").SetChecked(mLanguage == EnglishLanguage);
+    ShowButtonTips();
 }
 
 std::string VornMainFrm::FuncLabelText() const {
