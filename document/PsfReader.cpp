@@ -163,17 +163,13 @@ void PsfReader::ReadCount() {
         throw std::invalid_argument("NumFuncs= is not a number");
     }
     mExpectedCount = *count;
-    if (mExpectedCount > 0) {
-        mNames.clear(); // that many names, all empty
-    }
+    mNames.clear(); // that many names, all empty
 }
 
 void PsfReader::ReadNames() {
     const std::string_view value = ValueOf(mLine, FuncNamesKey);
     mObserver.Names({value, mLines.LineOffset()});
-    if (mExpectedCount > 0) {
-        mNames = value;
-    }
+    mNames = value; // without a count nobody asks for them, and a later count empties them
 }
 
 void PsfReader::ReadFunctions() {
