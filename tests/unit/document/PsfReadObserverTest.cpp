@@ -30,7 +30,7 @@ private:
     }
 
     void Add(const std::string& what, PsfLine line) {
-        const std::string before = mBytes.substr(0, line.offset);
+        const std::string before = mBytes.substr(0, static_cast<std::size_t>(line.offset));
         EXPECT_TRUE(before.ends_with("\r\n")) << "not where a line begins: " << line.text;
         std::size_t number = 1;
         for (std::size_t end = 0; (end = before.find("\r\n", end)) != std::string::npos; end += 2) {
