@@ -1,5 +1,4 @@
 // The language of the window: the two commands that choose it, and all that shows it.
-#include "ui/Command.h"
 #include "ui/VornMainFrm.h"
 
 #include <algorithm>
