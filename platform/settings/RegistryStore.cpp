@@ -23,7 +23,7 @@ std::int32_t RegistryStore::OpenKey(std::uint32_t root, std::string_view keyPath
     if (!mKeys.contains(place) && !IsAbove(place)) {
         return NotFound;
     }
-    key = Open(place, access);
+    key = Open(root, keyPath, access);
     return Success;
 }
 
@@ -59,7 +59,7 @@ bool RegistryStore::Holds(Handle key, std::string_view valueName, std::uint32_t 
 }
 
 std::int32_t RegistryStore::CreateKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access, Handle& key) {
-    key = Open(MakePlace(root, keyPath), access);
+    key = Open(root, keyPath, access);
     return Success;
 }
 
@@ -109,6 +109,11 @@ void RegistryStore::ChangeStrings(const std::function<void(std::string& bytes)>&
     }
 }
 
+const RegistryStore::KeyName* RegistryStore::NameOf(Handle key) const {
+    const auto open = mOpen.find(key);
+    return open != mOpen.end() ? &open->second.name : nullptr;
+}
+
 RegistryStore::Place RegistryStore::MakePlace(std::uint32_t root, std::string_view keyPath) {
     keyPath.remove_suffix(keyPath.ends_with(Backslash) ? 1 : 0);
     return {root, SmallLetters(keyPath)};
@@ -124,13 +129,13 @@ bool RegistryStore::IsAbove(const Place& place) const {
     return next != mKeys.end() && next->first.root == place.root && next->first.path.starts_with(below);
 }
 
-// Opens the key at `place`, which is made unless it is there.
-Registry::Handle RegistryStore::Open(const Place& place, std::uint32_t access) {
-    std::shared_ptr<Values>& values = mKeys[place];
+// Opens the key, which is made unless it is there.
+Registry::Handle RegistryStore::Open(std::uint32_t root, std::string_view keyPath, std::uint32_t access) {
+    std::shared_ptr<Values>& values = mKeys[MakePlace(root, keyPath)];
     if (!values) {
         values = std::make_shared<Values>();
     }
-    mOpen.emplace(mLastHandle + 1, OpenedKey{values, access});
+    mOpen.emplace(mLastHandle + 1, OpenedKey{values, access, {root, std::string(keyPath)}});
     return ++mLastHandle;
 }
 

@@ -13,7 +13,7 @@
 
 namespace tessaly {
 
-class RegistryStore final : public Registry {
+class RegistryStore : public Registry {
 public:
     // Whether the rights that a key was opened with count.
     enum class AccessRights {
@@ -49,6 +49,16 @@ public:
     // How many keys are open.
     std::size_t OpenCount() const { return mOpen.size(); }
 
+protected:
+    // A key as whoever opened it called it.
+    struct KeyName {
+        std::uint32_t root = 0;
+        std::string path;
+    };
+
+    // The name of an open key; null for a handle that is not open.
+    const KeyName* NameOf(Handle key) const;
+
 private:
     struct Value {
         std::uint32_t type = 0;
@@ -64,11 +74,12 @@ private:
     struct OpenedKey {
         std::shared_ptr<Values> values;
         std::uint32_t access = NoAccess;
+        KeyName name;
     };
 
     static Place MakePlace(std::uint32_t root, std::string_view keyPath);
     bool IsAbove(const Place& place) const;
-    Handle Open(const Place& place, std::uint32_t access);
+    Handle Open(std::uint32_t root, std::string_view keyPath, std::uint32_t access);
     std::int32_t Find(Handle key, std::uint32_t right, Values*& values) const;
 
     std::map<Place, std::shared_ptr<Values>> mKeys;

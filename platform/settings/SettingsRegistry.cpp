@@ -27,61 +27,37 @@ std::string ReadIfThere(SequentialFiles& files, const std::string& path) {
     }
 }
 
+RegistryStore ReadStore(SequentialFiles& files, const Environment& environment) {
+    RegistryStore store;
+    ReadSettings(files, environment, store);
+    return store;
+}
+
 } // namespace
 
 SettingsRegistry::SettingsRegistry(SequentialFiles& files, Environment environment)
-    : mFiles(files),
-      mEnvironment(std::move(environment)) {
-    ReadSettings(mFiles, mEnvironment, mStore);
-}
-
-std::int32_t SettingsRegistry::OpenKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access,
-                                       Handle& key) {
-    const std::int32_t error = mStore.OpenKey(root, keyPath, access, key);
-    if (error == Success) {
-        mOpen[key] = {root, std::string(keyPath)};
-    }
-    return error;
-}
-
-std::int32_t SettingsRegistry::QueryValue(Handle key, std::string_view valueName, std::uint32_t& type, char* data,
-                                          std::uint32_t& size) {
-    return mStore.QueryValue(key, valueName, type, data, size);
-}
-
-std::int32_t SettingsRegistry::CreateKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access,
-                                         Handle& key) {
-    const std::int32_t error = mStore.CreateKey(root, keyPath, access, key);
-    if (error == Success) {
-        mOpen[key] = {root, std::string(keyPath)};
-    }
-    return error;
-}
+    : RegistryStore(ReadStore(files, environment)),
+      mFiles(files),
+      mEnvironment(std::move(environment)) {}
 
 std::int32_t SettingsRegistry::SetValue(Handle key, std::string_view valueName, std::uint32_t type,
                                         std::string_view bytes) {
-    const auto open = mOpen.find(key);
-    if (open == mOpen.end()) {
+    const KeyName* const name = NameOf(key);
+    if (name == nullptr) {
         return BadHandle;
     }
-    if (mStore.Holds(key, valueName, type, bytes)) {
+    if (Holds(key, valueName, type, bytes)) {
         return Success;
     }
-    return WriteBack(open->second, valueName, type, bytes) ? mStore.SetValue(key, valueName, type, bytes)
-                                                           : AccessDenied;
+    return WriteBack(*name, valueName, type, bytes) ? RegistryStore::SetValue(key, valueName, type, bytes)
+                                                    : AccessDenied;
 }
 
-std::int32_t SettingsRegistry::CloseKey(Handle key) noexcept {
-    mOpen.erase(key);
-    return mStore.CloseKey(key);
-}
-
-bool SettingsRegistry::WriteBack(const Place& place, std::string_view valueName, std::uint32_t type,
+bool SettingsRegistry::WriteBack(const KeyName& key, std::string_view valueName, std::uint32_t type,
                                  std::string_view bytes) {
     const std::string path = UserSettingsFile(mEnvironment);
     try {
-        const auto changed =
-            SetInRegistryText(ReadIfThere(mFiles, path), place.root, place.path, valueName, type, bytes);
+        const auto changed = SetInRegistryText(ReadIfThere(mFiles, path), key.root, key.path, valueName, type, bytes);
         if (!changed) {
             return false;
         }
