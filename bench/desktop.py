@@ -76,7 +76,7 @@ def spread(values, digits=0):
 
 
 def keystroke_rows(output, most, verdict):
-    """Rows of the targets table from what a `keystroke` program printed: "one" or "all" and milliseconds, a key a line."""
+    """Rows of the targets table from what `keystroke` printed: "one" or "all" and milliseconds, a key a line."""
     texts = {"one": "Keystroke in 10,000 lines, ms", "all": "The same where all in view changes its colour, ms"}
     keys = [line.split() for line in output.splitlines()]
     rows = []

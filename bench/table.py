@@ -109,7 +109,8 @@ def table(head, rows):
     """The lines of a Markdown table, padded so that its source reads well, too."""
     widths = [max(len(row[i]) for row in [head, *rows]) for i in range(len(head))]
     rule = ["-" * width for width in widths]
-    return ["| " + " | ".join(cell.ljust(width) for cell, width in zip(row, widths)) + " |" for row in [head, rule, *rows]]
+    return ["| " + " | ".join(cell.ljust(width) for cell, width in zip(row, widths)) + " |"
+            for row in [head, rule, *rows]]
 
 
 def load_rows(cases, verdict):

@@ -34,7 +34,7 @@ def bitmap(png: Path) -> bytes:
     if len(rgba) != width * height * 4:
         raise ValueError(f"{png} gave {len(rgba)} bytes for {width} x {height} pixels")
     pixels = premultiplied(rgba)
-    rows = [pixels[row * width * 4 : (row + 1) * width * 4] for row in range(height)]
+    rows = [pixels[row * width * 4:(row + 1) * width * 4] for row in range(height)]
     start = FILE_HEADER_SIZE + INFO_HEADER_SIZE
     file_header = struct.pack("<2sIHHI", b"BM", start + len(pixels), 0, 0, start)
     info_header = struct.pack("<IiiHHIIiiII", INFO_HEADER_SIZE, width, height, 1, 32, 0, len(pixels), 0, 0, 0, 0)

@@ -40,7 +40,8 @@ def set_up_home(folder):
     for name in [name for name in os.environ if name.startswith("XDG_")]:
         del os.environ[name]
     os.environ.pop("DBUS_SESSION_BUS_ADDRESS", None)
-    os.environ.update(HOME=folder, XDG_RUNTIME_DIR=folder, TESSALY_SETTINGS=settings, NO_AT_BRIDGE="1", LC_ALL="C.UTF-8")
+    os.environ.update(HOME=folder, XDG_RUNTIME_DIR=folder, TESSALY_SETTINGS=settings, NO_AT_BRIDGE="1",
+                      LC_ALL="C.UTF-8")
 
 
 def measure(binaries, case):
@@ -104,7 +105,8 @@ def main(binaries, readme, runs):
         keystrokes = type_text(binaries)
     verdict = Verdict()
     lines = [f"Measured on {machine()}; load average before the run {before}.",
-             f"Medians of {runs} starts, the fastest and the slowest in brackets; the file has {size / 1e6:.1f} MB.", ""]
+             f"Medians of {runs} starts, the fastest and the slowest in brackets; the file has {size / 1e6:.1f} MB.",
+             ""]
     lines += table(["", "visible, ms", "answers, ms", "usable, ms", "CPU until then, ms", "peak MB", "private MB"],
                    case_rows(samples))
     lines += ["", *table(["", "", "target", ""], target_rows(samples, keystrokes, verdict))]

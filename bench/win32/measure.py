@@ -76,7 +76,8 @@ def process_folder(program):
                 command = file.read().split(b"\0")[0].decode(errors="replace").lower()
         except (FileNotFoundError, ProcessLookupError):
             continue
-        if command.replace("/", "\\").split("\\")[-1] == name and os.environ["TESSALY_WINE_PREFIX"] in prefix_of(folder):
+        is_it = command.replace("/", "\\").split("\\")[-1] == name
+        if is_it and os.environ["TESSALY_WINE_PREFIX"] in prefix_of(folder):
             found.append(folder)
     if len(found) != 1:
         fail(f"{len(found)} processes run {name}, where one was expected")
@@ -123,7 +124,8 @@ def measure(tools, case):
     """(ms until visible, answers, usable, CPU ms until usable, private bytes) of one start."""
     size, program, *arguments = case
     before = now()
-    timer = wine(f"{tools}/start_timer.exe", program, *arguments, stdin=subprocess.PIPE, stdout=subprocess.PIPE, bufsize=0)
+    timer = wine(f"{tools}/start_timer.exe", program, *arguments, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                 bufsize=0)
     line = timer.stdout.readline().split()
     if len(line) != 3:
         timer.communicate()
@@ -202,13 +204,13 @@ def main(tools, exe, readme, runs):
     install(tools)
     samples = sample_in_turns(cases, runs, lambda case: measure(tools, case), rarer=list(cases)[4:], rarity=RARITY)
     verdict = Verdict()
-    targets = target_rows(samples, size, stripped_size(tools, exe), verdict) 
+    targets = target_rows(samples, size, stripped_size(tools, exe), verdict)
     targets += keystroke_rows(type_text(tools), KEYSTROKE_MS, verdict)
     keeper.communicate(b"exit\r\n")
     version = subprocess.run(["script/wine", "32", "--version"], capture_output=True, text=True, check=True)
     lines = [f"Measured on {machine()}, {version.stdout.strip()}, 32 bits; load average before the run {before}.",
-             f"Medians of {runs} starts, {len(samples['notepad, 10 MB'])} with the file of {size / 1e6:.1f} MB, the fastest "
-             "and the slowest in brackets.", ""]
+             f"Medians of {runs} starts, {len(samples['notepad, 10 MB'])} with the file of {size / 1e6:.1f} MB, "
+             "the fastest and the slowest in brackets.", ""]
     lines += table(["", "visible, ms", "answers, ms", "usable, ms", "CPU until then, ms", "private MB"],
                    case_rows(samples))
     lines += ["", *table(["", "", "target", ""], targets)]

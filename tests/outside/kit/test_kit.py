@@ -85,7 +85,8 @@ def test_line(echo, line, output):
     assert play(echo, line.encode("latin-1")) == (output, "")
 
 
-@pytest.mark.parametrize("stamp, milliseconds", [("(11)", 1000), ("(10.5)", 500), ("(10.050000)", 50), ("(10.000999)", 0)])
+@pytest.mark.parametrize("stamp, milliseconds", [
+    ("(11)", 1000), ("(10.5)", 500), ("(10.050000)", 50), ("(10.000999)", 0)])
 def test_a_time_may_have_fewer_than_six_digits(echo, stamp, milliseconds):
     assert play(echo, f"(10) timer 1\n{stamp} trigger\n".encode()) == (f"timer 1\ntrigger {milliseconds}\n", "")
 

@@ -49,7 +49,8 @@ class Program:
             for limit, size in limits.items():
                 resource.setrlimit(limit, (size, size))
 
-        self.process = subprocess.Popen([os.environ["TESSALY"], *map(str, arguments)], env=environment, preexec_fn=set_limits)
+        self.process = subprocess.Popen([os.environ["TESSALY"], *map(str, arguments)], env=environment,
+                                        preexec_fn=set_limits)
 
     def windows(self, title=""):
         return xdotool("search", "--onlyvisible", "--pid", self.process.pid, "--name", title)

@@ -1,7 +1,6 @@
-"""A session manager of one's own: tells the programs of its session to keep what they have and to end, as at a log-off."""
+"""A session manager of one's own: tells the programs of its session to keep what they have and to end."""
 
 import ctypes
-import os
 import select
 
 SAVE_GLOBAL, SAVE_LOCAL = 0, 1  # for others to see, or for the next session
@@ -39,7 +38,7 @@ class Callback(ctypes.Structure):
 
 
 class SessionManager:
-    """For one program. `address` is its $SESSION_MANAGER; `events` is what it has said, the connection's end included."""
+    """For one program. `address` is its $SESSION_MANAGER; `events` is what it has said, and "gone" at its end."""
 
     def __init__(self):
         self.events = []

@@ -16,8 +16,8 @@ READER = pathlib.Path(__file__).parent / "spoken.py"
 def fixture_spoken(home):
     """A session of D-Bus of its own with the accessibility service: its variables, and what is said there."""
     variables = {**os.environ, "HOME": str(home), "XDG_RUNTIME_DIR": str(home / "run")}
-    bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address", f"--address=unix:dir={home}/run"],
-                           env=variables, stdout=subprocess.PIPE, text=True)
+    bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address",
+                            f"--address=unix:dir={home}/run"], env=variables, stdout=subprocess.PIPE, text=True)
     session = {"DBUS_SESSION_BUS_ADDRESS": bus.stdout.readline().strip(), "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
 
     def spoken(*roles):

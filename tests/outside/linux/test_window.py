@@ -10,7 +10,6 @@ import pytest
 from conftest import EXAMPLE, make_opener, until, xdotool
 
 
-
 def open_by_menu(program, path):
     program.key("alt+f", "p")
     program.wait_for("Open Program Source File")

@@ -32,7 +32,7 @@ def icon_entries():
     assert (reserved, kind) == (0, 1)
     for at in range(count):
         width, _, _, _, _, bits, size, offset = struct.unpack_from("<BBBBHHII", data, 6 + 16 * at)
-        yield width or 256, bits, data[offset : offset + size]
+        yield width or 256, bits, data[offset:offset + size]
 
 
 def test_the_icon_has_all_sizes_in_full_colour_and_only_the_largest_as_png():
@@ -51,7 +51,7 @@ def test_the_icon_theme_has_the_icon_in_this_size(size):
     png = PICTURES / f"hicolor/{size}x{size}/apps/tessaly.png"
     assert png_size(png.read_bytes()) == (size, size)
     rgba = pixels(png)
-    colours = {rgba[at : at + 4] for at in range(0, len(rgba), 4)}
+    colours = {rgba[at:at + 4] for at in range(0, len(rgba), 4)}
     for colour in (b"\x1f\x4e\x6e\xff", b"\xff\xff\xff\xff", b"\xff\xb0\x2e\xff"):
         assert colour in colours, "the ground, the braces and the block are all there as pure colours"
 
@@ -71,11 +71,11 @@ def test_each_bitmap_is_its_png_with_premultiplied_alpha(name, size):
     start, = struct.unpack_from("<I", bmp, 10)
     assert struct.unpack_from("<IiiHHI", bmp, 14) == (40, size, size, 1, 32, 0)
     for y in range(size):
-        row = bmp[start + 4 * size * (size - 1 - y) :]
+        row = bmp[start + 4 * size * (size - 1 - y):]
         for x in range(size):
-            red, green, blue, alpha = rgba[4 * (y * size + x) :][:4]
+            red, green, blue, alpha = rgba[4 * (y * size + x):][:4]
             wanted = [round(c * alpha / 255) for c in (blue, green, red)] + [alpha]
-            assert all(abs(a - b) <= 1 for a, b in zip(row[4 * x : 4 * x + 4], wanted)), (x, y)
+            assert all(abs(a - b) <= 1 for a, b in zip(row[4 * x:4 * x + 4], wanted)), (x, y)
 
 
 def luminance(red, green, blue):
@@ -91,7 +91,7 @@ def contrast(one, other):
 @pytest.mark.parametrize("name", ["add", "delete"])
 @pytest.mark.parametrize("bar", [(255, 255, 255), (240, 240, 240), (32, 32, 32)])
 def test_a_tool_bar_picture_stands_out_from_light_and_dark_bars(name, bar):
-    ground = tuple(pixels(PICTURES / f"{name}-16.png")[4 * (2 * 16 + 8) :][:3])
+    ground = tuple(pixels(PICTURES / f"{name}-16.png")[4 * (2 * 16 + 8):][:3])
     assert contrast(ground, bar) >= 3
     assert contrast(ground, (255, 255, 255)) >= 3, "the sign on it is white"
 

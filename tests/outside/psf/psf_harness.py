@@ -1,5 +1,5 @@
-"""Runs psf, whose path is in $PSF, on files in a fresh folder. A psf.exe runs under the Wine of $PSF_WINE bits, and is given
-the paths of this machine, as Wine knows them on its current drive."""
+"""Runs psf, whose path is in $PSF, on files in a fresh folder. A psf.exe runs under the Wine of $PSF_WINE bits, and is
+given the paths of this machine, as Wine knows them on its current drive."""
 
 import json
 import os
@@ -36,9 +36,11 @@ class Result:
 
 def psf(*arguments, stdin=b"", env=None, cwd=None, check_errors=True):
     """What psf answered. Whatever it complains about must be lines that begin with its name."""
-    clean = {k: v for k, v in os.environ.items() if not k.startswith(("TESSALY_", "XDG_")) or k.startswith("TESSALY_WINE_")}
+    clean = {name: value for name, value in os.environ.items()
+             if name.startswith("TESSALY_WINE_") or not name.startswith(("TESSALY_", "XDG_"))}
     clean.update(env or {})
-    done = subprocess.run([*COMMAND, *map(str, arguments)], input=stdin, capture_output=True, env=clean, cwd=cwd, timeout=120)
+    done = subprocess.run([*COMMAND, *map(str, arguments)], input=stdin, capture_output=True, env=clean, cwd=cwd,
+                          timeout=120)
     result = Result(done)
     if check_errors:
         assert all(line.startswith("psf: ") for line in result.err.splitlines()), result

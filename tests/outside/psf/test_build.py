@@ -1,6 +1,5 @@
 """psf build with real compilers: the settings, the command line, the messages, and programs that run."""
 
-import os
 import pathlib
 import shutil
 import subprocess
@@ -30,7 +29,8 @@ class Workplace:
 
     def settings(self, values):
         (self.folder / "settings.reg").write_text(
-            "Windows Registry Editor Version 5.00\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Ostrel\\OstrelCompiler]\r\n" + values, newline="")
+            "Windows Registry Editor Version 5.00\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Ostrel\\OstrelCompiler]\r\n"
+            + values, newline="")
 
     def batch(self, script):
         path = self.folder / "batch.sh"
@@ -164,22 +164,25 @@ def diagnostics(result):
 
 @pytest.mark.parametrize("compiler", COMPILERS)
 def test_every_error_is_led_back_to_the_line_that_the_user_wrote(place, compiler):
-    functions = [(f"Func{i}x", f"void Func{i}x(void)\r\n{{\r\n    int unused = {i};\r\n    (void)unused;\r\n}}") for i in range(20)]
+    functions = [(f"Func{i}x", f"void Func{i}x(void)\r\n{{\r\n    int unused = {i};\r\n    (void)unused;\r\n}}")
+                 for i in range(20)]
     functions[0] = ("Func0x", "void Func0x(void)\r\n{\r\n\r\n    first = 1;\r\n}")
     functions[19] = ("Func19x", "int Func19x(void)\r\n{\r\n    return\r\n        last;\r\n}")
     content = source(functions, references="int ok;\r\nNoType wrong;\r\nint fine;")
-    content = content.replace(b"FuncBody=void OnKey()\r\n{", b"FuncBody=void OnKey(char character)\r\n{\r\n    key = character;")
-    for name, parameters in {"OnError": "uchar channel, uchar error_type", "OnFrame": "DataFrame *frame, uchar channel", "OnStart": "long time",
-                             "OnStop": "long time", "OnTimer": "uint timerid", "OnTrigger": "long time",
-                             "OnSerial": "const void * data, unsigned short datacount", "OnMsg": "char * string"}.items():
+    content = content.replace(b"FuncBody=void OnKey()\r\n{",
+                              b"FuncBody=void OnKey(char character)\r\n{\r\n    key = character;")
+    for name, parameters in {"OnError": "uchar channel, uchar error_type", "OnFrame": "DataFrame *frame, uchar channel",
+                             "OnStart": "long time", "OnStop": "long time", "OnTimer": "uint timerid",
+                             "OnTrigger": "long time", "OnSerial": "const void * data, unsigned short datacount",
+                             "OnMsg": "char * string"}.items():
         content = content.replace(f"void {name}()".encode(), f"void {name}({parameters})".encode())
     place.write("x.PSF", content)
     result = place.build("x.PSF", compiler)
     assert result.status == 1
     errors = [line for line in diagnostics(result) if " error: " in line]
     c_lines = place.c_file.read_bytes().replace(b"\r\n", b"\n").replace(b"\r", b"\n").split(b"\n")
-    expected = {"x.PSF:references:2": "NoType", "x.PSF:functions/Func0x:4": "first", "x.PSF:functions/Func19x:4": "last",
-                "x.PSF:events/OnKey:3": "key"}
+    expected = {"x.PSF:references:2": "NoType", "x.PSF:functions/Func0x:4": "first",
+                "x.PSF:functions/Func19x:4": "last", "x.PSF:events/OnKey:3": "key"}
     assert {line.split(": ")[0]: True for line in errors} == {place: True for place in expected}
     for line in errors:
         name = expected[line.split(": ")[0]]
@@ -200,7 +203,8 @@ def test_a_spoilt_handler_is_reported_at_its_event(place, compiler):
 
 def test_an_undefined_function_is_led_back_from_the_linker(place):
     psf("new", place.folder / "x.PSF")
-    psf("set", place.folder / "x.PSF", "events/OnKey", stdin=b"void nowhere(void);\nvoid OnKey(char character)\n{\n    nowhere();\n}\n")
+    psf("set", place.folder / "x.PSF", "events/OnKey",
+        stdin=b"void nowhere(void);\nvoid OnKey(char character)\n{\n    nowhere();\n}\n")
     result = place.build("x.PSF", "gcc")
     assert result.status == 1
     assert b"x.PSF:events/OnKey:4" in result.out, result

@@ -27,7 +27,8 @@ class Workplace:
         path = self.write(name, f"@echo off\r\n{script}\r\n".encode("cp1252"))
         values = {"FCompBat": dos(path), "FCompFileName": dos(self.c_file)}
         quoted = "".join('"{}"="{}"\r\n'.format(n, v.replace("\\", "\\\\")) for n, v in values.items())
-        self.write("settings.reg", f"Windows Registry Editor Version 5.00\r\n\r\n[HKEY_LOCAL_MACHINE\\{SETTINGS}]\r\n{quoted}".encode())
+        head = "Windows Registry Editor Version 5.00\r\n\r\n"
+        self.write("settings.reg", f"{head}[HKEY_LOCAL_MACHINE\\{SETTINGS}]\r\n{quoted}".encode())
 
     def build(self, file):
         return psf("build", file, env={"TESSALY_SETTINGS": str(self.folder / "settings.reg")}, cwd=self.folder)
@@ -43,7 +44,8 @@ def place(tmp_path):
     return Workplace(tmp_path)
 
 
-@pytest.mark.parametrize("file, output", [("Blink.PSF", "Blink.out"), ("a b/Größe 1.PSF", "a b/Größe 1.out"), ("Blink.txt", ".out")])
+@pytest.mark.parametrize("file, output", [
+    ("Blink.PSF", "Blink.out"), ("a b/Größe 1.PSF", "a b/Größe 1.out"), ("Blink.txt", ".out")])
 def test_the_batch_file_gets_the_quoted_output_name_alone(place, file, output):
     place.write(file, source())
     place.batch('type nul > %1\r\nif "%2"=="" echo alone')
@@ -62,13 +64,14 @@ def test_the_batch_files_exit_status_is_passed_on(place, status):
 
 def test_what_the_compiler_says_is_led_back_to_the_members(place):
     place.write("x.PSF", source([("Blink", "void Blink(void)\r\n{\r\n    first = 1;\r\n}")]))
-    number = next(i for i, line in enumerate(psf("generate", place.folder / "x.PSF").out.replace(b"\r\n", b"\n").replace(b"\r", b"\n").split(b"\n"), 1)
-                  if b"first" in line)
+    text = psf("generate", place.folder / "x.PSF").out.replace(b"\r\n", b"\n").replace(b"\r", b"\n")
+    number = next(i for i, line in enumerate(text.split(b"\n"), 1) if b"first" in line)
     place.write("said.txt", f"{dos(place.c_file)}:{number}:5: error: 'first' is no name\r\n".encode("cp1252"))
     place.batch("type said.txt\r\nexit /b 1")
     result = place.build("x.PSF")
     assert result.status == 1
-    assert result.out.decode() == f"x.PSF:functions/Blink:3: error: 'first' is no name ({dos(place.c_file)}:{number}:5)\r\n"
+    assert result.out.decode() == (
+        f"x.PSF:functions/Blink:3: error: 'first' is no name ({dos(place.c_file)}:{number}:5)\r\n")
 
 
 def test_a_path_that_the_shell_would_change_is_refused(place):
@@ -95,7 +98,8 @@ def test_without_a_settings_file_the_registry_counts(place):
     registry = [*COMMAND[:2], "reg"]
 
     def run(*arguments):
-        subprocess.run([*registry, *arguments], check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, timeout=120)
+        subprocess.run([*registry, *arguments], check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                       timeout=120)
 
     try:
         run("add", f"HKLM\\{SETTINGS}", "/v", "FCompBat", "/d", dos(place.folder / "my compile ä.bat"), "/f")

@@ -121,7 +121,8 @@ def test_function_sections_that_are_skipped(tmp_path):
 
 def test_a_count_that_is_no_number(tmp_path):
     content = source([MAIN], count=" one")
-    only(warnings(tmp_path, content, status=2), line_of(content, b"NumFuncs="), "functions", "not a 32-bit number", " one")
+    found = warnings(tmp_path, content, status=2)
+    only(found, line_of(content, b"NumFuncs="), "functions", "not a 32-bit number", " one")
 
 
 @pytest.mark.parametrize("tag", ["[Two]", "[EventCode]"])
@@ -138,7 +139,8 @@ def test_a_body_ended_early_by_the_end_tag(tmp_path):
 
 
 def test_an_event_text_ended_early_by_the_next_tag(tmp_path):
-    content = source(events=[]).replace(b"[EndPSF]\r\n", b"") + lines("[OnError]", "FuncBody=void OnError()", "{", "[OnFrame]", "}")
+    content = source(events=[]).replace(b"[EndPSF]\r\n", b"")
+    content += lines("[OnError]", "FuncBody=void OnError()", "{", "[OnFrame]", "}")
     content += source(events=EVENTS[1:])[source(events=[]).index(b"[EndPSF]"):]
     only(warnings(tmp_path, content), line_of(content, b"[OnFrame]"), "events/OnError", '"[OnFrame]"', "early")
 
@@ -159,7 +161,8 @@ def test_text_after_the_end_tag(tmp_path):
 
 
 def test_characters_outside_the_code_page(tmp_path):
-    content = source([("Main", "void Main()\r\n{\r\n/* X */\r\n}")]).replace(b"X", b"\x81").replace(b"int x;", b"a\n\x9d")
+    content = source([("Main", "void Main()\r\n{\r\n/* X */\r\n}")], references="a\nY")
+    content = content.replace(b"X", b"\x81").replace(b"Y", b"\x9d")
     found = warnings(tmp_path, content)
     assert len(found) == 2
     has(found, 6, "references", "9D", "code page")  # a lone LF is a line to a text editor
@@ -179,10 +182,12 @@ def test_code_that_holds_no_brace(tmp_path):
 
 def test_a_stored_prototype_that_generation_will_not_use(tmp_path):
     content = source([("Main", "int Main(int n);", "void Main(void)\r\n{}")])
-    only(warnings(tmp_path, content), line_of(content, b"ProtoType="), "functions/Main", "int Main(int n)", "void Main(void)")
+    found = warnings(tmp_path, content)
+    only(found, line_of(content, b"ProtoType="), "functions/Main", "int Main(int n)", "void Main(void)")
 
 
-@pytest.mark.parametrize("prototype", ["", "void Main( void )", "void Main(void);", "void\r\nMain(void)", "  void   Main(void) ;"])
+@pytest.mark.parametrize("prototype", [
+    "", "void Main( void )", "void Main(void);", "void\r\nMain(void)", "  void   Main(void) ;"])
 def test_a_stored_prototype_that_differs_in_blanks_only_is_no_warning(tmp_path, prototype):
     code = "void Main( void )\r\n{}" if "( " in prototype else "void Main(void)\r\n{}"
     assert warnings(tmp_path, source([("Main", prototype, code)]), status=0) == []
@@ -202,7 +207,8 @@ def test_a_file_that_breaks_off_in_an_event(tmp_path):
 
 def test_a_file_whose_last_text_is_not_followed_by_the_end_tag(tmp_path):
     content = source(end="[OnMsg]")
-    only(warnings(tmp_path, content, status=2), line_of(content, b"[OnMsg]", content.index(b"FuncBody=void OnMsg")), "events/OnMsg", "[EndPSF]")
+    line = line_of(content, b"[OnMsg]", content.index(b"FuncBody=void OnMsg"))
+    only(warnings(tmp_path, content, status=2), line, "events/OnMsg", "[EndPSF]")
 
 
 def test_a_file_without_its_first_tags(tmp_path):
@@ -239,7 +245,8 @@ def test_several_files_give_the_worst_status_and_all_warnings(tmp_path):
 def test_the_number_of_warnings_is_bounded(tmp_path):
     count = 30000
     sections = b"".join(lines("[a]", "ProtoType=", "FuncBody=a{}") for _ in range(count))
-    content = source(count=f" {count}", names=",".join(["a"] * count)).replace(b"[EventCode]\r\n", sections + b"[EventCode]\r\n")
+    content = source(count=f" {count}", names=",".join(["a"] * count))
+    content = content.replace(b"[EventCode]\r\n", sections + b"[EventCode]\r\n")
     path = tmp_path / "x.PSF"
     path.write_bytes(content)
     result = psf("check", path)

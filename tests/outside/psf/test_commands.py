@@ -7,7 +7,7 @@ import stat
 import subprocess
 
 import pytest
-from psf_harness import COMMAND, EVENTS, lines, not_on_windows, psf, shown, source
+from psf_harness import COMMAND, EVENTS, not_on_windows, psf, shown, source
 
 BODY = "void Main(void)\r\n{\r\n}"
 
@@ -37,8 +37,9 @@ def test_new_writes_the_default_document(tmp_path):
     path = tmp_path / "New.PSF"
     result = psf("new", path)
     assert (result.status, result.out, result.err) == (0, b"", "")
-    assert path.read_bytes().startswith(b"[BeginPSF]\r\nComment= Do not modify this file! Doing so will produce "
-                                        b"unpredictable results!!!\r\nFileName=\r\n[GVars]\r\n/* ... include ... */\n\n")
+    assert path.read_bytes().startswith(
+        b"[BeginPSF]\r\nComment= Do not modify this file! Doing so will produce unpredictable results!!!\r\n"
+        b"FileName=\r\n[GVars]\r\n/* ... include ... */\n\n")
     assert path.read_bytes().endswith(b"[OnMsg]\r\nFuncBody=void OnMsg(char * string){}\r\n[EndPSF]\r\n")
     assert os.listdir(tmp_path) == ["New.PSF"]
 
@@ -70,7 +71,8 @@ def test_new_where_nothing_can_be_written_is_255(tmp_path):
 def test_show_lists_the_members_in_document_order(file):
     result = psf("show", file)
     assert result.status == 0
-    assert result.out.decode().splitlines() == ["references", "functions/Main", "functions/Other"] + [f"events/{e}" for e in EVENTS]
+    assert result.out.decode().splitlines() == [
+        "references", "functions/Main", "functions/Other", *(f"events/{event}" for event in EVENTS)]
     assert result.out.endswith(b"\n")
 
 
@@ -80,7 +82,8 @@ def test_show_prints_a_members_text_exactly_as_held(file):
     assert psf("show", file, "events/OnKey").out == b"void OnKey()\r\n{\r\n}\r\n"
 
 
-@pytest.mark.parametrize("member", ["", "functions/main", "functions/", "events/onkey", "References", "events/OnShutdown", "Main"])
+@pytest.mark.parametrize("member", [
+    "", "functions/main", "functions/", "events/onkey", "References", "events/OnShutdown", "Main"])
 def test_an_unknown_member_is_4(file, member):
     unchanged(file, "show", file, member, status=4)
     unchanged(file, "set", file, member, status=4, stdin=b"x")
@@ -200,7 +203,8 @@ def test_a_file_that_grows_over_the_limit_for_files_is_left_as_it_was(file):
 
 def test_add_appends_a_function_with_the_windows_text(file):
     assert psf("add", file, "Blink2").status == 0
-    assert shown(file)["functions"][2] == {"name": "Blink2", "prototype": "\r\n", "code": "void Blink2(void)\n{\n\n}\r\n"}
+    assert shown(file)["functions"][2] == {
+        "name": "Blink2", "prototype": "\r\n", "code": "void Blink2(void)\n{\n\n}\r\n"}
 
 
 @pytest.mark.parametrize("name", ["1abc", "a_b", "a b", "Größe", "", "a,b", "_", "a]"])
@@ -292,8 +296,9 @@ def test_the_code_page_comes_from_the_option_then_the_environment_then_1252(tmp_
     path = tmp_path / "page.PSF"
     path.write_bytes(source().replace(b"int x;", b"\xc6"))
     assert psf("show", path, "references").out.decode() == "Æ\r\n"
-    assert psf("show", path, "references", env={"TESSALY_CODEPAGE": "1250"}).out.decode() == "Ć\r\n"
-    assert psf("--codepage", "1251", "show", path, "references", env={"TESSALY_CODEPAGE": "1250"}).out.decode() == "Ж\r\n"
+    other = {"TESSALY_CODEPAGE": "1250"}
+    assert psf("show", path, "references", env=other).out.decode() == "Ć\r\n"
+    assert psf("--codepage", "1251", "show", path, "references", env=other).out.decode() == "Ж\r\n"
     assert psf("show", path, "references", "--codepage", "1253").out.decode() == "Ζ\r\n"
 
 
@@ -313,9 +318,10 @@ def test_every_byte_survives_resave_in_windows_1252(tmp_path):
 
 # usage
 
-@pytest.mark.parametrize("arguments", [[], ["nonsense"], ["show"], ["set", "f"], ["add", "f"], ["resave", "f"], ["new"], ["new", "a", "b"],
-                                       ["show", "f", "--nonsense"], ["show", "--json", "f", "references"], ["check"], ["build"],
-                                       ["--codepage"], ["generate", "f", "-o"]])
+@pytest.mark.parametrize("arguments", [
+    [], ["nonsense"], ["show"], ["set", "f"], ["add", "f"], ["resave", "f"], ["new"], ["new", "a", "b"],
+    ["show", "f", "--nonsense"], ["show", "--json", "f", "references"], ["check"], ["build"], ["--codepage"],
+    ["generate", "f", "-o"]])
 def test_wrong_usage_is_64_with_one_line(tmp_path, arguments):
     result = psf(*arguments, cwd=tmp_path)
     assert (result.status, result.out) == (64, b"")
@@ -337,8 +343,8 @@ def test_the_version_is_printed():
 
 
 def test_an_output_that_cannot_be_written_is_said(file):
-    import subprocess
-    done = subprocess.run(["bash", "-c", f'{shlex.join(COMMAND)} show "{file}" >/dev/full'], capture_output=True, timeout=60)
+    script = f'{shlex.join(COMMAND)} show "{file}" >/dev/full'
+    done = subprocess.run(["bash", "-c", script], capture_output=True, timeout=60)
     assert done.returncode == 74
     assert done.stderr == b"psf: standard output cannot be written\n"
 

@@ -27,7 +27,8 @@ def run(shell, script, folder):
 
 def bash(folder, *words):
     quoted = " ".join(f"'{word}'" for word in words)
-    return run("bash", f"source {FOLDER}/psf.bash; COMP_WORDS=({quoted}); COMP_CWORD={len(words) - 1}; _psf; printf '%s\\n' \"${{COMPREPLY[@]}}\"", folder)
+    script = f"source {FOLDER}/psf.bash; COMP_WORDS=({quoted}); COMP_CWORD={len(words) - 1}; _psf"
+    return run("bash", script + "; printf '%s\\n' \"${COMPREPLY[@]}\"", folder)
 
 
 def fish(folder, line):

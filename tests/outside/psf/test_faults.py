@@ -1,7 +1,9 @@
-"""Every call that psf makes of the system fails in turn, once and from then on for ever, and every allocation. Whatever happens:
-a file is the old one or the new one, nothing else lies beside it, and a failure is told, in lines and by a status.
+"""Every call that psf makes of the system fails in turn, once and from then on for ever, and every allocation.
+Whatever happens, a file is the old one or the new one, nothing else lies beside it, and a failure is told, in lines and
+by a status.
 
-$PSF_FAULTS names the library that makes the calls fail. Of many calls a random few are tried; PSF_FAULTS_ALL=1 tries all."""
+$PSF_FAULTS names the library that makes the calls fail. Of many calls a random few are tried, with PSF_FAULTS_ALL=1
+all."""
 
 import os
 import random
@@ -15,8 +17,8 @@ from psf_harness import COMMAND, psf, source
 
 LIBRARY = os.environ.get("PSF_FAULTS")
 ALL = bool(os.environ.get("PSF_FAULTS_ALL"))
-CALLS = ["malloc", "open", "read", "write", "short-write", "close", "fsync", "rename", "chmod", "chown", "stat", "readlink",
-         "pipe", "spawn", "poll", "waitpid", "ioctl"]
+CALLS = ["malloc", "open", "read", "write", "short-write", "close", "fsync", "rename", "chmod", "chown", "stat",
+         "readlink", "pipe", "spawn", "poll", "waitpid", "ioctl"]
 
 pytestmark = pytest.mark.skipif(not LIBRARY, reason="no library to make calls fail")
 

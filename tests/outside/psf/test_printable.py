@@ -30,7 +30,8 @@ def test_a_member_s_text_and_the_c_file_are_exact(tmp_path):
     assert b"\x1b[2J\x7f\x9d" in psf("generate", path).out
 
 
-@pytest.mark.parametrize("character", ["\x01", "\x1b", "\x7f", "\x9b", "\u061c", "\u200e", "\u202e", "\u2028", "\u2066"])
+@pytest.mark.parametrize("character", [
+    "\x01", "\x1b", "\x7f", "\x9b", "\u061c", "\u200e", "\u202e", "\u2028", "\u2066"])
 def test_an_error_shows_what_was_asked_for_without_them(tmp_path, character):
     result = psf("show", file_with(tmp_path), f"functions/a{character}b")
     assert result.status == 4
@@ -58,7 +59,8 @@ def test_a_warning_of_check_stays_one_line(tmp_path):
 
 @not_on_windows("no such file names")
 @pytest.mark.parametrize("name, shown", [
-    ("line\nend\x1b.PSF", b"line?end?.PSF"), (b"bytes\x9b\xff.PSF", b"bytes?\xff.PSF"), ("ä\u202e.PSF", "ä?.PSF".encode()),
+    ("line\nend\x1b.PSF", b"line?end?.PSF"), (b"bytes\x9b\xff.PSF", b"bytes?\xff.PSF"),
+    ("ä\u202e.PSF", "ä?.PSF".encode()),
 ])
 def test_the_names_of_files_are_shown_like_that(tmp_path, name, shown):
     name = name if isinstance(name, bytes) else name.encode()

@@ -4,7 +4,8 @@ import subprocess
 
 import pytest
 
-from windows_harness import CODE_TREE, FUNC_BODY, FUNC_LABEL, FUNC_VAR_NAME, NAME_LABEL, install, wait_until, windows_path, xdotool
+from windows_harness import (CODE_TREE, FUNC_BODY, FUNC_LABEL, FUNC_VAR_NAME, NAME_LABEL, install, wait_until,
+                             windows_path, xdotool)
 
 NEW_FUNCTION = "void {}(void)\r\n{{\r\n\r\n}}"
 
@@ -123,7 +124,7 @@ def test_the_question_before_deleting_is_wide_enough_for_its_caption(launch, fol
     frame = subprocess.run(["xprop", "-id", str(display), "_NET_FRAME_EXTENTS"], check=True, capture_output=True).stdout
     title_height = int(frame.split(b"=")[1].split(b",")[2])
     caption = program.probe.ask("measure", box.window, "caption")[0]
-    assert box.rect[2] - box.rect[0] >= caption + 4 * title_height  # an icon and three buttons, as wide as they are high
+    assert box.rect[2] - box.rect[0] >= caption + 4 * title_height  # an icon and three square buttons
     yes, no = (next(c["rect"] for c in box.controls if c["id"] == number) for number in (6, 7))
     assert abs((yes[0] - box.rect[0]) - (box.rect[2] - no[2])) < yes[2] - yes[0], "the buttons in the middle"
     box.press("No")

@@ -19,7 +19,8 @@ def leave_menus(program):
 
 @pytest.mark.parametrize("language, key", [(0, "alt+f"), (0, "alt+c"), (0, "alt+l"), (0, "alt+h"),
                                            (1, "alt+d"), (1, "alt+c"), (1, "alt+s"), (1, "alt+h")])
-def test_alt_and_a_letter_opens_a_menu_and_esc_gives_the_keyboard_back(launch, folder, installed, example, language, key):
+def test_alt_and_a_letter_opens_a_menu_and_esc_gives_the_keyboard_back(launch, folder, installed, example, language,
+                                                                       key):
     install(folder, **installed, Language=language)
     program = launch(windows_path(example))
     program.click_item("SetLamp")

@@ -1,6 +1,7 @@
 """English and German, and the language that is written back in vain."""
 
-from windows_harness import CODE_TREE, FUNC_LABEL, FUNC_VAR_NAME, NAME_CANCEL, TREE_LABEL, install, registry_value, wait_until, windows_path
+from windows_harness import (CODE_TREE, FUNC_LABEL, FUNC_VAR_NAME, NAME_CANCEL, TREE_LABEL, install, registry_value,
+                             wait_until, windows_path)
 
 
 def test_german_changes_every_text_at_once_and_back(launch, installed, example):

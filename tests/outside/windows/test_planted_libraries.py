@@ -11,8 +11,8 @@ from windows_harness import EXE, ROOT, import_registry, install, wait_until, win
 PLANTED = pathlib.Path(os.environ["WINDOW_PROBE"]).with_name("planted.dll")
 # What the program loads by name, and what Windows does for it. Not what Windows loads before the program begins.
 LIBRARIES = [
-    "msftedit.dll", "riched20.dll", "usp10.dll", "comdlg32.dll", "shell32.dll", "ole32.dll", "oleacc.dll", "propsys.dll",
-    "hhctrl.ocx", "itss.dll", "mshtml.dll", "winspool.drv", "dwmapi.dll", "shcore.dll",
+    "msftedit.dll", "riched20.dll", "usp10.dll", "comdlg32.dll", "shell32.dll", "ole32.dll", "oleacc.dll",
+    "propsys.dll", "hhctrl.ocx", "itss.dll", "mshtml.dll", "winspool.drv", "dwmapi.dll", "shcore.dll",
 ]
 
 
@@ -26,7 +26,8 @@ def planted(folder):
             shutil.copy(PLANTED, place / name)
     shutil.copy(EXE, own / "Planted.exe")
     overrides = "".join(f'"{name.removesuffix(".dll")}"="native,builtin"\r\n' for name in LIBRARIES)
-    import_registry(rf"[HKEY_CURRENT_USER\Software\Wine\AppDefaults\Planted.exe\DllOverrides]" f"\r\n{overrides}", folder)
+    key = r"HKEY_CURRENT_USER\Software\Wine\AppDefaults\Planted.exe\DllOverrides"
+    import_registry(f"[{key}]\r\n{overrides}", folder)
     return {"exe": own / "Planted.exe", "folder": current}
 
 

@@ -106,7 +106,7 @@ def test_on_a_finer_display_everything_is_larger_and_in_its_place(launch, instal
     resolution(96 * percent // 100)
     program = open_blink(launch, example)
     scales = [now * 100 / then for now, then in zip(measures(program), before)]
-    assert all(0.8 * percent <= scale <= 1.1 * percent for scale in scales), scales  # some edges are of one width always
+    assert all(0.8 * percent <= scale <= 1.1 * percent for scale in scales), scales  # some edges are never wider
     window = program.description()["rect"]
     for control in program.controls.values():
         assert is_inside(control["rect"], window), control

@@ -168,7 +168,11 @@ def test_the_controls_keep_their_share_of_the_window(launch, installed):
     window = program.description()["rect"]
     width, height = window[2] - window[0], window[3] - window[1]
     xdotool("getactivewindow", "windowsize", width - 150, height - 100)
-    wait_until("the new size", lambda: program.description()["rect"][2] - program.description()["rect"][0] < width - 100)
+
+    def current_width():
+        left, _, right, _ = program.description()["rect"]
+        return right - left
+    wait_until("the new size", lambda: current_width() < width - 100)
     now = program.description()["rect"]
     ratio = (now[2] - now[0]) / width
     for i, old in before.items():

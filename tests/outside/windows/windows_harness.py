@@ -176,7 +176,7 @@ class Program:
         except LookupError as error:
             if "error 1359" not in str(error):
                 raise
-        # Once in many hundred starts a Wine process is gone before it has got to its program; Windows has no such error.
+        # Once in many hundred starts a Wine process is gone before it got to its program; Windows has no such error.
         print("Wine lost a new process; started once more")
         return self.probe.ask("start", *command)
 
@@ -268,7 +268,7 @@ class Program:
     # Real input
 
     def bring(self, window=None):
-        """Waits until the window has the keyboard: what is typed goes to it. The display gives it later than Wine says."""
+        """Waits until the window has the keyboard: what is typed goes to it. Wine says so too early."""
         window = window or self.main
 
         def has_keyboard():

@@ -94,7 +94,8 @@ def test_a_program_source_file_is_known_by_its_type(debian, name):
 
 def test_a_program_source_file_is_known_by_its_first_line(debian):
     debian.run("cp /usr/share/doc/tessaly/examples/blink/Blink.PSF ~/block", user="tester")
-    assert debian.run("XDG_CURRENT_DESKTOP=GNOME xdg-mime query filetype ~/block", user="tester") == "text/x-tessaly-psf\n"
+    kind = debian.run("XDG_CURRENT_DESKTOP=GNOME xdg-mime query filetype ~/block", user="tester")
+    assert kind == "text/x-tessaly-psf\n"
 
 
 def test_tessaly_opens_program_source_files_by_default(debian):
@@ -113,7 +114,8 @@ def window_of(environment, process, deadline):
     """The program's main window, as xdotool names it."""
     while True:
         found = subprocess.run(
-            ["xdotool", "search", "--onlyvisible", "--class", "tessaly"], env=environment, capture_output=True, text=True
+            ["xdotool", "search", "--onlyvisible", "--class", "tessaly"], env=environment, capture_output=True,
+            text=True
         ).stdout.split()
         if found:
             return found[-1]

@@ -60,8 +60,8 @@ def test_buffers_are_checked_where_their_size_is_known(files):
 @pytest.mark.parametrize("name", ["psf", "tessaly"])
 def test_every_function_that_is_called_by_a_pointer_is_marked_as_such(files, name):
     program = files / "usr/bin" / name
-    start, offset, size = (
-        int(number, 16) for number in re.search(r" \.text +PROGBITS +(\w+) (\w+) (\w+)", read_elf("-S", program)).groups())
+    section = re.search(r" \.text +PROGBITS +(\w+) (\w+) (\w+)", read_elf("-S", program))
+    start, offset, size = (int(number, 16) for number in section.groups())
     pointers = (int(number, 16) for number in re.findall(r"R_X86_64_RELATIVE +(\w+)", read_elf("-r", program)))
     code = program.read_bytes()[offset:offset + size]
     functions = [pointer - start for pointer in pointers if start <= pointer < start + size]

@@ -25,7 +25,7 @@ def generate(name, c_file):
 
 @pytest.fixture
 def folder(tmp_path):
-    """A folder with a C file that the settings name. The blank in its name has every path quoted, as the editor does."""
+    """A folder with a C file that the settings name. The blank in its name has every path quoted, as by the editor."""
     delete_key(SETTINGS)
     place = tmp_path / "program block"
     place.mkdir()
@@ -151,8 +151,8 @@ def test_cc_names_the_compiler(folder):
 
 # Whatever is called by name, here and in what that calls in turn.
 TOOLS = [
-    "reg", "vswhere", "cmd", "where", "find", "findstr", "type", "dir", "gcc", "clang", "cl", "cc1", "as", "ld", "collect2",
-    "link",
+    "reg", "vswhere", "cmd", "where", "find", "findstr", "type", "dir", "gcc", "clang", "cl", "cc1", "as", "ld",
+    "collect2", "link",
 ]
 
 

@@ -1,4 +1,4 @@
-"""The installer under Wine, silently: what it puts where, what of others it leaves alone, and that it all goes again."""
+"""The installer under Wine, silently: what it puts where, what it leaves alone, and that it all goes again."""
 import os
 import pathlib
 import re

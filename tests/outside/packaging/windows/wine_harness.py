@@ -46,8 +46,8 @@ def wine(*arguments, environment=None, **options):
     # Files, not pipes: a process that Windows leaves running would hold the end of a pipe open.
     with tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as errors:
         result = subprocess.run(
-            wine_command(*arguments), env=wine_environment(environment or {}), stdout=output, stderr=errors, timeout=120,
-            **options,
+            wine_command(*arguments), env=wine_environment(environment or {}), stdout=output, stderr=errors,
+            timeout=120, **options,
         )
         for file in (output, errors):
             file.seek(0)
