@@ -1,7 +1,6 @@
 // One value is set in a settings file of any bytes. Read again it is there, and every other value is what it was.
 // The file comes first in the input; what is set, and where, is picked by the bytes at its end.
 #include "fuzz/Check.h"
-#include "platform/settings/RegistryEdit.h"
 #include "platform/settings/RegistryStore.h"
 #include "platform/settings/RegistryText.h"
 #include "platform/system/Registry.h"
@@ -51,9 +50,15 @@ std::set<std::string> Between(const std::string& text, char open, char close) {
     return found;
 }
 
-std::vector<std::string> Strings(RegistryStore& store) {
+std::vector<std::string> Strings(const RegistryStore& store) {
     std::vector<std::string> strings;
-    store.ChangeStrings([&strings](std::string& bytes) { strings.push_back(bytes); });
+    for (const auto& [key, values] : store.keys) {
+        for (const auto& [name, value] : values) {
+            if (value.type == Registry::StringType) {
+                strings.push_back(value.bytes);
+            }
+        }
+    }
     return strings;
 }
 
@@ -85,9 +90,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Value value = PickValue(input);
     const std::string file = input.ConsumeRemainingBytesAsString();
 
-    const std::optional<std::string> changed = SetInRegistryText(file, root, path, name, value.first, value.second);
+    const std::optional<std::string> changed = SetInRegistryText(file, {root, path}, name, {value.first, value.second});
     CHECK(changed.has_value());
-    CHECK(SetInRegistryText(*changed, root, path, name, value.first, value.second) == changed);
+    CHECK(SetInRegistryText(*changed, {root, path}, name, {value.first, value.second}) == changed);
 
     RegistryStore before;
     RegistryStore after;

@@ -20,7 +20,6 @@ const std::array<RegistryRoot, 5> RegistryRoots = {{
 
 namespace {
 
-constexpr std::string_view Utf8Bom = "\xEF\xBB\xBF";
 constexpr std::string_view Blanks = " \t";
 
 struct LineError {
@@ -93,10 +92,6 @@ void ExpectEnd(std::string_view rest) {
 }
 
 } // namespace
-
-std::string_view RegistryBom(std::string_view file) {
-    return file.starts_with(Utf16Bom) ? Utf16Bom : file.starts_with(Utf8Bom) ? Utf8Bom : "";
-}
 
 bool RegistryScanner::Next() {
     mEntry = {};

@@ -20,10 +20,6 @@ struct RegistryRoot {
 
 extern const std::array<RegistryRoot, 5> RegistryRoots;
 
-// The byte order mark at the front of a file, "" without one. The file is UTF-16 with Utf16Bom, else UTF-8.
-inline constexpr std::string_view Utf16Bom = "\xFF\xFE";
-std::string_view RegistryBom(std::string_view file);
-
 // A key or a value, with all lines that it takes, or a line that is neither. Positions are bytes of the text.
 struct RegistryEntry {
     std::string error;      // why it cannot be read; "" when it is right

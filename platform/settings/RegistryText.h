@@ -2,24 +2,21 @@
 // A wrong line costs only itself: everything else in the file counts.
 #pragma once
 
+#include "platform/settings/RegistryStore.h"
+
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tessaly {
 
-class RegistryStore;
-class SequentialFiles;
-
-// What is wrong with a file, and in which line, counted from 1; 0 for the file as a whole.
+// What is wrong with a file, and in which line, counted from 1.
 struct RegistryTextError {
     std::size_t line = 0;
     std::string text; // a sentence without a full stop, of limited length
 };
-
-// "path:line: text", or "path: text" for the file as a whole.
-std::string ErrorText(const std::string& path, const RegistryTextError& error);
 
 // Puts the keys and values of a whole file, given as its bytes, into `store`, and returns what is wrong with it,
 // in the order of its lines; nothing when all is well. Any bytes will do.
@@ -41,11 +38,12 @@ std::string ErrorText(const std::string& path, const RegistryTextError& error);
 // Of several values with one name the last counts. Values below a wrong or deleted key are left out.
 std::vector<RegistryTextError> ReadRegistryText(std::string_view bytes, RegistryStore& store);
 
-// No settings need more, and a device file would never end.
-inline constexpr std::size_t LargestSettingsFile = std::size_t{16} * 1024 * 1024;
-
-// The same with the file `path`. A missing file is an empty registry and not wrong. A file that cannot be read, or is
-// larger than LargestSettingsFile, is one error and leaves `store` as it is.
-std::vector<RegistryTextError> ReadSettingsFile(SequentialFiles& files, const std::string& path, RegistryStore& store);
+// The file `file`, given as its bytes, with the value `name` of `key` set; a file without a byte gets its first line,
+// too. Everything else stays byte for byte as it was: the encoding, line ends, comments, the order, and what is wrong.
+// A value that is there is changed in its place. Else it is added after the key's other values, and where the key is
+// missing, too, with it at the end. No value when the file cannot carry it: a name with a line break or a NUL, a string
+// that is not UTF-8.
+std::optional<std::string> SetInRegistryText(std::string_view file, const RegistryStore::Key& key,
+                                             std::string_view name, const RegistryStore::Value& value);
 
 } // namespace tessaly

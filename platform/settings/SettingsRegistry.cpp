@@ -1,12 +1,13 @@
 // The file is read anew for every change: somebody may have edited it while the program was running.
 #include "platform/settings/SettingsRegistry.h"
 
-#include "platform/settings/RegistryEdit.h"
+#include "platform/settings/RegistryText.h"
 #include "platform/system/AtomicFile.h"
-#include "platform/system/SequentialFiles.h"
+#include "platform/system/UserFolders.h"
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -14,54 +15,113 @@ namespace tessaly {
 
 namespace {
 
-// "" for a file that is not there. One that is there and cannot be read must not be taken for that: it would be
+namespace fs = std::filesystem;
+
+// No settings need more, and a device file would never end.
+constexpr std::size_t LargestSettingsFile = std::size_t{16} * 1024 * 1024;
+
+// No value for a file that is not there. One that is there and cannot be read must not be taken for that: it would be
 // replaced.
-std::string ReadIfThere(SequentialFiles& files, const std::string& path) {
+std::optional<std::string> ReadIfThere(SequentialFiles& files, const std::string& path) {
     try {
         return ReadWhole(files, path, LargestSettingsFile);
     } catch (const std::system_error& error) {
         if (error.code() == std::errc::no_such_file_or_directory) {
-            return {};
+            return std::nullopt;
         }
         throw;
     }
 }
 
-RegistryStore ReadStore(SequentialFiles& files, const Environment& environment) {
-    RegistryStore store;
-    ReadSettings(files, environment, store);
-    return store;
-}
-
 } // namespace
 
-SettingsRegistry::SettingsRegistry(SequentialFiles& files, Environment environment)
-    : RegistryStore(ReadStore(files, environment)),
-      mFiles(files),
-      mEnvironment(std::move(environment)) {}
+std::vector<std::string> SettingsFiles(const Environment& environment) {
+    if (const std::string path = environment("TESSALY_SETTINGS").value_or(""); !path.empty()) {
+        return {path};
+    }
+    std::vector<std::string> files;
+    for (const std::string& folder : ConfigFolders(environment)) {
+        const std::string path = folder + "/tessaly/settings.reg";
+        std::error_code ignored; // then it is no file
+        if (fs::is_regular_file(path, ignored)) {
+            files.insert(files.begin(), path);
+        }
+    }
+    return files;
+}
+
+std::string UserSettingsFile(const Environment& environment) {
+    const std::string path = environment("TESSALY_SETTINGS").value_or("");
+    return !path.empty() ? path : ConfigFolder(environment) + "/settings.reg";
+}
+
+SettingsRegistry::SettingsRegistry(SequentialFiles& files, Environment environment, const OnProblem& onProblem)
+    : mFiles(files),
+      mEnvironment(std::move(environment)) {
+    for (const std::string& path : SettingsFiles(mEnvironment)) {
+        Read(path, onProblem);
+        if (path != UserSettingsFile(mEnvironment)) {
+            ExpandHomes();
+        }
+    }
+}
+
+void SettingsRegistry::Read(const std::string& path, const OnProblem& onProblem) {
+    const auto report = [&](const std::string& problem) {
+        if (onProblem) {
+            onProblem(path + problem);
+        }
+    };
+    try {
+        const std::optional<std::string> bytes = ReadIfThere(mFiles, path);
+        if (!bytes) {
+            return;
+        }
+        for (const RegistryTextError& error : ReadRegistryText(*bytes, *this)) {
+            report(":" + std::to_string(error.line) + ": " + error.text);
+        }
+    } catch (const std::system_error& error) {
+        report(": the settings file cannot be read: " + error.code().message());
+    }
+}
+
+// Puts the user's home folder in place of "~", and makes the folders above the path.
+void SettingsRegistry::ExpandHomes() {
+    const std::string home = mEnvironment("HOME").value_or("");
+    for (auto& [key, values] : keys) {
+        for (auto& [name, value] : values) {
+            if (value.type == StringType && value.bytes.starts_with("~/") && !home.empty()) {
+                value.bytes.replace(0, 1, home);
+                const fs::path path(value.bytes.substr(0, value.bytes.find('\0')));
+                std::error_code ignored; // whoever writes the file will be told
+                fs::create_directories(path.parent_path(), ignored);
+            }
+        }
+    }
+}
 
 std::int32_t SettingsRegistry::SetValue(Handle key, std::string_view valueName, std::uint32_t type,
                                         std::string_view bytes) {
-    const KeyName* const name = NameOf(key);
-    if (name == nullptr) {
+    const Key* const opened = OpenedAs(key);
+    if (opened == nullptr) {
         return BadHandle;
     }
-    if (Holds(key, valueName, type, bytes)) {
+    const Value value = {type, std::string(bytes)};
+    const Value* const old = Find(*opened, valueName);
+    if (old != nullptr && *old == value) {
         return Success;
     }
-    return WriteBack(*name, valueName, type, bytes) ? RegistryStore::SetValue(key, valueName, type, bytes)
-                                                    : AccessDenied;
+    return WriteBack(*opened, valueName, value) ? RegistryStore::SetValue(key, valueName, type, bytes) : AccessDenied;
 }
 
-bool SettingsRegistry::WriteBack(const KeyName& key, std::string_view valueName, std::uint32_t type,
-                                 std::string_view bytes) {
+bool SettingsRegistry::WriteBack(const Key& key, std::string_view valueName, const Value& value) {
     const std::string path = UserSettingsFile(mEnvironment);
     try {
-        const auto changed = SetInRegistryText(ReadIfThere(mFiles, path), key.root, key.path, valueName, type, bytes);
+        const auto changed = SetInRegistryText(ReadIfThere(mFiles, path).value_or(""), key, valueName, value);
         if (!changed) {
             return false;
         }
-        std::filesystem::create_directories(std::filesystem::absolute(path).parent_path());
+        fs::create_directories(fs::absolute(path).parent_path());
         return !ReplaceWhole(path, Existing::Replace, [this, &changed](const std::string& newPath) {
             const std::unique_ptr<OutputFile> file = mFiles.OpenForOutput(newPath);
             file->Write(*changed);

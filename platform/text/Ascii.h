@@ -38,6 +38,15 @@ inline bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
                       [](char x, char y) { return SmallLetter(x) == SmallLetter(y); });
 }
 
+// An order for sorted containers in which capital and small letters are the same.
+struct LessIgnoringCase {
+    using is_transparent = void;
+    bool operator()(std::string_view a, std::string_view b) const {
+        return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
+                                            [](char x, char y) { return SmallLetter(x) < SmallLetter(y); });
+    }
+};
+
 // Takes `prefix` off the front of `text`. False when it is not there.
 constexpr bool Take(std::string_view& text, std::string_view prefix) {
     const bool found = text.starts_with(prefix);

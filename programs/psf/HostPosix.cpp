@@ -1,6 +1,5 @@
 // Linux and its kin: plain bytes everywhere, a file for the registry, no shell between psf and the compiler.
-#include "platform/settings/RegistryStore.h"
-#include "platform/settings/SettingsFile.h"
+#include "platform/settings/SettingsRegistry.h"
 #include "platform/system/posix/Process.h"
 #include "platform/system/posix/SequentialFiles.h"
 #include "programs/psf/Host.h"
@@ -24,11 +23,7 @@ std::string_view HostCodePageName() {
 
 std::unique_ptr<Registry> OpenSettings(SequentialFiles& files,
                                        const std::function<void(const std::string&)>& onProblem) {
-    auto settings = std::make_unique<RegistryStore>();
-    for (const std::string& problem : ReadSettings(files, ProcessEnvironment, *settings)) {
-        onProblem(problem);
-    }
-    return settings;
+    return std::make_unique<SettingsRegistry>(files, ProcessEnvironment, onProblem);
 }
 
 bool CarriesArgument(const std::string& commandLine, const std::string& argument) {

@@ -1,8 +1,6 @@
 // Windows: arguments in UTF-16, the real registry, text of compilers in the system's code page.
-#include "platform/settings/RegistryStore.h"
-#include "platform/settings/RegistryText.h"
+#include "platform/settings/SettingsRegistry.h"
 #include "platform/system/CodePages.h"
-#include "platform/system/Environment.h"
 #include "platform/system/win32/Library.h"
 #include "platform/system/win32/Process.h"
 #include "platform/system/win32/Registry.h"
@@ -31,15 +29,10 @@ std::string_view HostCodePageName() {
 
 std::unique_ptr<Registry> OpenSettings(SequentialFiles& files,
                                        const std::function<void(const std::string&)>& onProblem) {
-    const std::string path = ProcessEnvironment("TESSALY_SETTINGS").value_or("");
-    if (path.empty()) {
+    if (ProcessEnvironment("TESSALY_SETTINGS").value_or("").empty()) {
         return std::make_unique<win32::Registry>();
     }
-    auto settings = std::make_unique<RegistryStore>();
-    for (const RegistryTextError& error : ReadSettingsFile(files, path, *settings)) {
-        onProblem(ErrorText(path, error));
-    }
-    return settings;
+    return std::make_unique<SettingsRegistry>(files, ProcessEnvironment, onProblem);
 }
 
 // The shell of a batch file puts the value of a variable in place of its name between two percent signs.

@@ -26,9 +26,6 @@ namespace tessaly::memory {
 
 class Desktop final : public tessaly::Desktop {
 public:
-    // With `rights` = Enforced the registry is as strict as that of Windows.
-    explicit Desktop(RegistryStore::AccessRights rights = RegistryStore::AccessRights::Ignored) : registry(rights) {}
-
     // The calls of Desktop itself do not count among `faults`, but for those that make menus and windows.
     tessaly::Window& MainWindow() override { return window; }
     tessaly::TreeView& CodeTree() override { return tree; }

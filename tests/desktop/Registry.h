@@ -1,10 +1,12 @@
-// A registry in memory, for tests: it records the calls made to it and any of them can be made to fail.
+// A registry in memory, for tests: it records the calls made to it, any of them can be made to fail, and it can be as
+// strict with access rights as that of Windows.
 // Values are kept as raw bytes of any type; a string has a terminating NUL only if the test gives it one.
 #pragma once
 
 #include "platform/settings/RegistryStore.h"
 
 #include <cstddef>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -31,7 +33,13 @@ public:
         std::uint32_t size = 0;
     };
 
-    explicit Registry(RegistryStore::AccessRights rights = RegistryStore::AccessRights::Ignored) : store(rights) {}
+    // Whether the rights that a key was opened with count.
+    enum class AccessRights {
+        Ignored,
+        Enforced, // as on Windows: reading wants QueryAccess, writing SetAccess, and neither comes by itself
+    };
+
+    explicit Registry(AccessRights rights = AccessRights::Ignored) : mRights(rights) {}
 
     std::int32_t OpenKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access, Handle& key) override;
     std::int32_t QueryValue(Handle key, std::string_view valueName, std::uint32_t& type, char* data,
@@ -50,7 +58,10 @@ public:
     // The same for any call but CloseKey, but it throws std::bad_alloc.
     void ThrowAt(Call call, std::size_t number);
 
-    // Where the values are.
+    // How many keys are open.
+    std::size_t OpenCount() const { return mOpen.size(); }
+
+    // Where the values are. Calls made to it are neither recorded nor refused.
     RegistryStore store;
 
     // All calls made so far.
@@ -67,8 +78,12 @@ private:
     };
 
     Fault TakeFault(Call call);
+    std::int32_t Opened(std::int32_t result, const Handle& key, std::uint32_t access);
+    bool MayUse(Handle key, std::uint32_t right) const;
 
     std::vector<Fault> mFaults;
+    std::map<Handle, std::uint32_t> mOpen; // with the rights they were opened with
+    AccessRights mRights;
 };
 
 } // namespace tessaly::memory

@@ -28,7 +28,7 @@ protected:
 
     std::string Read(std::string_view name) {
         const std::string value = ReadRegValue(mRegistry, Registry::LocalMachine, SettingsKey, name);
-        EXPECT_EQ(mRegistry.store.OpenCount(), 0U) << "a key was left open";
+        EXPECT_EQ(mRegistry.OpenCount(), 0U) << "a key was left open";
         return value;
     }
 

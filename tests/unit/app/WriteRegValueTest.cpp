@@ -42,7 +42,7 @@ TEST_F(WriteRegValueTest, AStringIsStoredWithItsNul) {
     EXPECT_EQ(Write("String", "C:\\a.bat"), "0");
     EXPECT_EQ(Stored(), "1:433a5c612e62617400");
     EXPECT_EQ(Calls(), "NSC");
-    EXPECT_EQ(mRegistry.store.OpenCount(), 0U);
+    EXPECT_EQ(mRegistry.OpenCount(), 0U);
 }
 
 TEST_F(WriteRegValueTest, TheNulIsAppendedToTheCallersText) {
@@ -70,7 +70,7 @@ TEST_F(WriteRegValueTest, ANumberIsStoredInFourBytes) {
         EXPECT_EQ(Stored(), number.stored) << number.text;
         EXPECT_EQ(mText, number.text) << "only a string's text is changed";
     }
-    EXPECT_EQ(mRegistry.store.OpenCount(), 0U);
+    EXPECT_EQ(mRegistry.OpenCount(), 0U);
 }
 
 TEST_F(WriteRegValueTest, ANumberIsReadLenientlyAndRounded) {
@@ -88,7 +88,7 @@ TEST_F(WriteRegValueTest, ANumberIsReadLenientlyAndRounded) {
 TEST_F(WriteRegValueTest, ANumberOutside32BitsThrowsAndLeavesTheKeyOpen) {
     EXPECT_THROW(Write("Number", "2147483648"), std::range_error);
     EXPECT_EQ(Calls(), "N");
-    EXPECT_EQ(mRegistry.store.OpenCount(), 1U);
+    EXPECT_EQ(mRegistry.OpenCount(), 1U);
     EXPECT_EQ(Stored(), "missing");
 }
 
@@ -109,7 +109,7 @@ TEST_F(WriteRegValueTest, AnUnknownTypeNameWritesNothingAndSucceeds) {
         EXPECT_EQ(mText, "12") << typeName;
     }
     EXPECT_EQ(Stored(), "missing") << "the key is made all the same";
-    EXPECT_EQ(mRegistry.store.OpenCount(), 0U);
+    EXPECT_EQ(mRegistry.OpenCount(), 0U);
 }
 
 TEST_F(WriteRegValueTest, TheKeyIsMadeWithoutRights) {
@@ -137,11 +137,11 @@ TEST_F(WriteRegValueTest, AKeyThatCannotBeMadeIsAFailureWithNothingToClose) {
 TEST_F(WriteRegValueTest, AWriteThatFailsLeavesTheKeyOpen) {
     for (const char* typeName : {"String", "Number"}) {
         mRegistry.calls.clear();
-        const std::size_t open = mRegistry.store.OpenCount();
+        const std::size_t open = mRegistry.OpenCount();
         mRegistry.FailAt(Call::SetValue, 1, 1450);
         EXPECT_EQ(Write(typeName, "12"), "-1") << typeName;
         EXPECT_EQ(Calls(), "NS") << typeName;
-        EXPECT_EQ(mRegistry.store.OpenCount(), open + 1) << typeName;
+        EXPECT_EQ(mRegistry.OpenCount(), open + 1) << typeName;
     }
     EXPECT_EQ(Stored(), "missing");
 }
@@ -160,7 +160,7 @@ TEST_F(WriteRegValueTest, AnExceptionOfTheRegistryReachesTheCaller) {
 }
 
 TEST(WriteRegValueOnTodaysWindowsTest, EveryWriteIsRefused) {
-    memory::Registry registry(RegistryStore::AccessRights::Enforced);
+    memory::Registry registry(memory::Registry::AccessRights::Enforced);
     std::string number = "1";
     std::string text = "ab";
     EXPECT_EQ(WriteRegValue(registry, Registry::LocalMachine, SettingsKey, "Number", "n", number), "-1");
@@ -168,11 +168,31 @@ TEST(WriteRegValueOnTodaysWindowsTest, EveryWriteIsRefused) {
     EXPECT_EQ(text, "ab\0"s);
     EXPECT_EQ(ValueIn(registry.store, Registry::LocalMachine, SettingsKey, "n"), "missing");
     EXPECT_EQ(ValueIn(registry.store, Registry::LocalMachine, SettingsKey, "s"), "missing");
-    EXPECT_EQ(registry.store.OpenCount(), 2U);
+    EXPECT_EQ(registry.OpenCount(), 2U);
+}
+
+TEST(WriteRegValueOnTodaysWindowsTest, AKeyLetsThroughWhatItsRightsName) {
+    struct Case {
+        std::uint32_t access;
+        std::int32_t set;
+        std::int32_t query;
+    };
+    for (const Case& rights : {Case{Registry::NoAccess, 5, 5}, Case{Registry::QueryAccess, 5, 0},
+                               Case{Registry::SetAccess, 0, 5}, Case{0xF003F, 0, 0}}) {
+        memory::Registry registry(memory::Registry::AccessRights::Enforced);
+        registry.store.keys[{Registry::LocalMachine, "A"}]["a"] = {Registry::StringType, "old"};
+        std::uint32_t type = 0;
+        std::uint32_t size = 0;
+        Registry::Handle key = 0;
+        ASSERT_EQ(registry.OpenKey(Registry::LocalMachine, "A", rights.access, key), Registry::Success);
+        EXPECT_EQ(registry.QueryValue(key, "a", type, nullptr, size), rights.query) << rights.access;
+        EXPECT_EQ(registry.SetValue(key, "a", Registry::StringType, "new"), rights.set) << rights.access;
+        EXPECT_EQ(registry.store.Find({Registry::LocalMachine, "A"}, "a")->bytes, rights.set == 0 ? "new" : "old");
+    }
 }
 
 TEST(WriteRegValueOnTodaysWindowsTest, AValueCanStillBeRead) {
-    memory::Registry registry(RegistryStore::AccessRights::Enforced);
+    memory::Registry registry(memory::Registry::AccessRights::Enforced);
     Registry::Handle key = 0;
     ASSERT_EQ(registry.store.CreateKey(Registry::LocalMachine, SettingsKey, Registry::SetAccess, key), 0);
     ASSERT_EQ(registry.store.SetValue(key, LanguageSetting, Registry::DwordType, "\1\0\0\0"s), 0);

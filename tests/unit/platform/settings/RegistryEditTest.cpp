@@ -1,6 +1,3 @@
-#include "platform/settings/RegistryEdit.h"
-
-#include "platform/settings/RegistryStore.h"
 #include "platform/settings/RegistryText.h"
 #include "platform/system/Registry.h"
 #include "tests/unit/platform/settings/RegistryValue.h"
@@ -16,7 +13,8 @@ constexpr std::string_view First = "Windows Registry Editor Version 5.00\n";
 
 // The file with the number 7 as the value "n" of HKLM\K.
 std::string WithSeven(std::string_view file) {
-    return SetInRegistryText(file, Registry::LocalMachine, "K", "n", Registry::DwordType, "\7\0\0\0"s).value_or("none");
+    return SetInRegistryText(file, {Registry::LocalMachine, "K"}, "n", {Registry::DwordType, "\7\0\0\0"s})
+        .value_or("none");
 }
 
 std::string Wide(std::string_view text) {
@@ -91,7 +89,7 @@ TEST(RegistryEditTest, EveryTypeIsReadBackAsItWasSet) {
          {""s, Wide("Windows Registry Editor Version 5.00\r\n"), "\xEF\xBB\xBF"s + First.data()}) {
         for (const auto& [type, bytes] : values) {
             for (const std::string name : {"", "name", "a \"quoted\\\" n\xC3\xA4me"}) {
-                const auto changed = SetInRegistryText(file, Registry::CurrentUser, "K\\L\\", name, type, bytes);
+                const auto changed = SetInRegistryText(file, {Registry::CurrentUser, "K\\L\\"}, name, {type, bytes});
                 ASSERT_TRUE(changed.has_value());
                 RegistryStore read;
                 RegistryStore expected;
@@ -107,9 +105,9 @@ TEST(RegistryEditTest, EveryTypeIsReadBackAsItWasSet) {
 }
 
 TEST(RegistryEditTest, WhatAFileCannotCarryIsRefused) {
-    EXPECT_FALSE(SetInRegistryText("", Registry::LocalMachine, "K", "a\nb", Registry::DwordType, "\1\0\0\0"s));
-    EXPECT_FALSE(SetInRegistryText("", Registry::LocalMachine, "K", "n", Registry::StringType, "\xFF\0"s));
-    EXPECT_FALSE(SetInRegistryText("", 5, "K", "n", Registry::DwordType, "\1\0\0\0"s));
+    EXPECT_FALSE(SetInRegistryText("", {Registry::LocalMachine, "K"}, "a\nb", {Registry::DwordType, "\1\0\0\0"s}));
+    EXPECT_FALSE(SetInRegistryText("", {Registry::LocalMachine, "K"}, "n", {Registry::StringType, "\xFF\0"s}));
+    EXPECT_FALSE(SetInRegistryText("", {5, "K"}, "n", {Registry::DwordType, "\1\0\0\0"s}));
 }
 
 } // namespace

@@ -1,6 +1,4 @@
-#include "platform/settings/SettingsFile.h"
-
-#include "platform/settings/RegistryStore.h"
+#include "platform/settings/SettingsRegistry.h"
 #include "platform/system/posix/SequentialFiles.h"
 #include "tests/desktop/SequentialFiles.h"
 #include "tests/unit/platform/settings/RegistryValue.h"
@@ -130,8 +128,9 @@ TEST_F(SettingsFilesTest, TheUsersValuesStandOverThoseForAllUsers) {
     Write(Make("config"), "\"b\"=\"own\"\n");
     mVariables = {{"XDG_CONFIG_HOME", Path("config")}, {"XDG_CONFIG_DIRS", Path("system")}};
     posix::SequentialFiles files;
-    RegistryStore store;
-    EXPECT_EQ(ReadSettings(files, Variables(), store).size(), 1U);
+    std::vector<std::string> problems;
+    SettingsRegistry store(files, Variables(), [&](const std::string& problem) { problems.push_back(problem); });
+    EXPECT_EQ(problems.size(), 1U);
     EXPECT_EQ(ValueIn(store, Registry::LocalMachine, "K", "a"), "1:73797374656d00");
     EXPECT_EQ(ValueIn(store, Registry::LocalMachine, "K", "b"), "1:6f776e00");
 }
@@ -141,13 +140,13 @@ TEST_F(SettingsFilesTest, ATildeForAllUsersIsEachUsersHomeWithTheFoldersInIt) {
     Write(Make("config"), "\"c\"=\"~/own\"\n");
     mVariables = {{"HOME", Path("home")}, {"XDG_CONFIG_HOME", Path("config")}, {"XDG_CONFIG_DIRS", Path("system")}};
     posix::SequentialFiles files;
-    RegistryStore store;
-    EXPECT_TRUE(ReadSettings(files, Variables(), store).empty());
-    std::map<std::string, std::string> texts;
-    store.ChangeStrings([&texts](std::string& bytes) { texts[bytes] = bytes; });
-    EXPECT_TRUE(texts.contains(Path("home") + "/new/folder/a.c" + std::string(1, '\0')));
-    EXPECT_TRUE(texts.contains(std::string("x~/") + '\0'));
-    EXPECT_TRUE(texts.contains(std::string("~/own") + '\0')) << "as it always was in the user's own file";
+    const SettingsRegistry store(files, Variables(), [](const std::string& problem) { ADD_FAILURE() << problem; });
+    const auto text = [&store](std::string_view name) {
+        return std::string(store.Find({Registry::LocalMachine, "K"}, name)->bytes.c_str());
+    };
+    EXPECT_EQ(text("a"), Path("home") + "/new/folder/a.c");
+    EXPECT_EQ(text("b"), "x~/");
+    EXPECT_EQ(text("c"), "~/own") << "as it always was in the user's own file";
     EXPECT_TRUE(std::filesystem::is_directory(mFolder / "home/new/folder"));
 }
 
@@ -156,47 +155,51 @@ TEST(ProcessEnvironmentTest, AVariableHasAValueOrNone) {
     EXPECT_EQ(ProcessEnvironment("NO_SUCH_VARIABLE_ANYWHERE"), std::nullopt);
 }
 
-TEST(ReadSettingsFileTest, TheFileIsReadIntoTheStore) {
-    memory::SequentialFiles files;
-    files.contents["s.reg"] = std::string(First) + "[HKLM\\K]\n\"a\"=\"x\"\nwrong\n";
-    files.readSize = 7;
-    RegistryStore store;
-    const std::vector<RegistryTextError> errors = ReadSettingsFile(files, "s.reg", store);
-    ASSERT_EQ(errors.size(), 1U);
-    EXPECT_EQ(errors[0].line, 4U);
+// One file that $TESSALY_SETTINGS names.
+class OneSettingsFileTest : public testing::Test {
+protected:
+    SettingsRegistry Read(SequentialFiles& files, const std::string& path) {
+        const auto environment = [path](const std::string& name) {
+            return name == "TESSALY_SETTINGS" ? std::optional(path) : std::nullopt;
+        };
+        return {files, environment, [this](const std::string& problem) { mProblems += problem + "\n"; }};
+    }
+
+    posix::SequentialFiles mFiles;
+    memory::SequentialFiles mMemory;
+    std::string mProblems;
+};
+
+TEST_F(OneSettingsFileTest, AllOfItIsReadButTheWrongLines) {
+    mMemory.contents["s.reg"] = std::string(First) + "[HKLM\\K]\n\"a\"=\"x\"\nwrong\n";
+    mMemory.readSize = 7;
+    SettingsRegistry store = Read(mMemory, "s.reg");
+    EXPECT_EQ(mProblems, "s.reg:4: the line is neither a key in brackets nor a value that begins with a quote\n");
     EXPECT_EQ(ValueIn(store, Registry::LocalMachine, "K", "a"), "1:7800");
-    EXPECT_EQ(files.OpenCount(), 0U);
+    EXPECT_EQ(mMemory.OpenCount(), 0U);
 }
 
-TEST(ReadSettingsFileTest, AMissingFileIsAnEmptyRegistry) {
-    posix::SequentialFiles files;
-    RegistryStore store;
-    EXPECT_TRUE(ReadSettingsFile(files, "/no/such/settings.reg", store).empty());
-    EXPECT_EQ(ValueIn(store, Registry::LocalMachine, "K", "a"), "no key");
+TEST_F(OneSettingsFileTest, AMissingFileIsAnEmptyRegistry) {
+    EXPECT_TRUE(Read(mFiles, "/no/such/settings.reg").keys.empty());
+    EXPECT_EQ(mProblems, "");
 }
 
-TEST(ReadSettingsFileTest, AFileThatCannotBeReadIsAnError) {
-    posix::SequentialFiles files;
-    RegistryStore store;
-    const std::vector<RegistryTextError> errors = ReadSettingsFile(files, "/etc", store);
-    ASSERT_EQ(errors.size(), 1U);
-    EXPECT_EQ(ErrorText("/etc", errors[0]), "/etc: the settings file cannot be read: Is a directory");
+TEST_F(OneSettingsFileTest, AFileThatCannotBeReadIsAnError) {
+    Read(mFiles, "/etc");
+    EXPECT_EQ(mProblems, "/etc: the settings file cannot be read: Is a directory\n");
 }
 
-TEST(ReadSettingsFileTest, AFileThatFailsHalfwayLeavesNothingInTheStore) {
-    memory::SequentialFiles files;
-    files.contents["s.reg"] = std::string(First) + "[HKLM\\K]\n";
-    files.readSize = 10;
-    files.FailAt(memory::SequentialFiles::Call::Read, 3);
-    RegistryStore store;
-    EXPECT_EQ(ReadSettingsFile(files, "s.reg", store).size(), 1U);
-    EXPECT_EQ(ValueIn(store, Registry::LocalMachine, "K", "a"), "no key");
+TEST_F(OneSettingsFileTest, AFileThatFailsHalfwayLeavesNothingInTheStore) {
+    mMemory.contents["s.reg"] = std::string(First) + "[HKLM\\K]\n";
+    mMemory.readSize = 10;
+    mMemory.FailAt(memory::SequentialFiles::Call::Read, 3);
+    EXPECT_TRUE(Read(mMemory, "s.reg").keys.empty());
+    EXPECT_NE(mProblems, "");
 }
 
-TEST(ReadSettingsFileTest, AnEndlessFileIsAnError) {
-    posix::SequentialFiles files;
-    RegistryStore store;
-    EXPECT_EQ(ReadSettingsFile(files, "/dev/zero", store).size(), 1U);
+TEST_F(OneSettingsFileTest, AnEndlessFileIsAnError) {
+    Read(mFiles, "/dev/zero");
+    EXPECT_NE(mProblems, "");
 }
 
 } // namespace

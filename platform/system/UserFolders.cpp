@@ -1,3 +1,4 @@
+// Work on texts alone: no folder is looked at.
 #include "platform/system/UserFolders.h"
 
 #include <sstream>
