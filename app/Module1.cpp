@@ -2,11 +2,10 @@
 
 namespace tessaly {
 
-void StartUp(const PreviousInstanceTest& previous, const std::function<void()>& showMainWindow) {
-    if (previous.PreviousInstance()) {
-        return;
+void StartUp(bool previousInstance, const std::function<void()>& showMainWindow) {
+    if (!previousInstance) {
+        showMainWindow();
     }
-    showMainWindow();
 }
 
 } // namespace tessaly

@@ -3,7 +3,7 @@
 
 #include "bench/Measure.h"
 #include "document/VornSrcObj.h"
-#include "platform/system/posix/SequentialFiles.h"
+#include "platform/system/SequentialFiles.h"
 #include "platform/text/SingleByteCodePage.h"
 
 #include <string>
@@ -22,7 +22,7 @@ public:
     VornSrcObj* operator->() { return &mDocument; }
 
 private:
-    posix::SequentialFiles mFiles;
+    SystemFiles mFiles;
     SingleByteCodePage mCodePage;
     VornSrcObj mDocument;
 };

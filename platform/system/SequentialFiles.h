@@ -51,6 +51,16 @@ public:
     virtual bool FileExists(const std::string& path) const = 0;
 };
 
+// The files of this machine, written on each system in its own way. Errors of Windows are in the system category, but
+// for a folder, which is errc::is_a_directory. There what is being read may be written, renamed and deleted by others
+// meanwhile, and what is being written may only be read.
+class SystemFiles final : public SequentialFiles {
+public:
+    std::unique_ptr<InputFile> OpenForInput(const std::string& path) override;
+    std::unique_ptr<OutputFile> OpenForOutput(const std::string& path) override;
+    bool FileExists(const std::string& path) const override;
+};
+
 // The bytes of a file. Throws std::system_error when it cannot be read, or has more than `largest` bytes.
 std::string ReadWhole(SequentialFiles& files, const std::string& path, std::size_t largest = std::string::npos);
 

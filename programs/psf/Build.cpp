@@ -5,6 +5,7 @@
 #include "app/CompilerCommand.h"
 #include "app/ReadRegValue.h"
 #include "app/Settings.h"
+#include "platform/system/Process.h"
 #include "programs/psf/DiagnosticMap.h"
 #include "programs/psf/Printable.h"
 
@@ -30,7 +31,7 @@ int Build(Session& session, const std::string& file) {
     if (const Status status = Load(document, file); status != Status::Done) {
         return ExitStatus(status);
     }
-    const CompilerSettings settings = ReadCompilerSettings(*session.files);
+    const CompilerSettings settings = ReadCompilerSettings(session.files);
     if (settings.batchFile.empty() || settings.cFile.empty()) {
         PrintError(std::string(Row(Text::CompilerMissing).english) +
                    " (the settings FCompBat and FCompFileName must both be set)");
@@ -47,9 +48,9 @@ int Build(Session& session, const std::string& file) {
         return ExitStatus(status);
     }
     std::string output;
-    const CompilerResult result = RunCompiler(commandLine, output);
-    Print(PrintableLines(DiagnosticMap(document, file, settings.cFile).Rewrite(output)));
-    if (result.startError) {
+    const ProcessResult result = RunProcess(commandLine, [&output](std::string_view piece) { output += piece; });
+    Print(PrintableLines(DiagnosticMap(document, file, settings.cFile).Rewrite(CompilerText(output))));
+    if (!result.Started()) {
         PrintError(settings.batchFile + ": the compiler cannot be started: " + Reason(result.startError));
         return CompilerMissing;
     }

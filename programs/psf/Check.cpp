@@ -37,7 +37,7 @@ private:
 int Check(Session& session, const std::string& file) {
     std::string bytes;
     try {
-        bytes = ReadWhole(*session.files, file);
+        bytes = ReadWhole(session.files, file);
     } catch (const std::system_error& error) {
         PrintError(file + ": " + Reason(error.code()));
         return ExitStatus(Status::LoadFailed);

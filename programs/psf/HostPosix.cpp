@@ -1,7 +1,5 @@
-// Linux and its kin: plain bytes everywhere, a file for the registry, no shell between psf and the compiler.
+// Linux and its kin: plain bytes everywhere, a file for the registry.
 #include "platform/settings/SettingsRegistry.h"
-#include "platform/system/posix/Process.h"
-#include "platform/system/posix/SequentialFiles.h"
 #include "programs/psf/Host.h"
 
 #include <csignal>
@@ -9,12 +7,9 @@
 namespace tessaly::psf {
 
 int RunWithArguments(int argc, char** argv, const std::function<int(const std::vector<std::string>&)>& run) {
-    posix::ReportFileSizeLimit();
+    std::signal(SIGXFSZ, SIG_IGN); // a write beyond the limit for the size of files fails like any other
+    std::signal(SIGCHLD, SIG_DFL); // a parent that ignored it would leave no compiler to wait for
     return run({argv, argv + argc});
-}
-
-std::unique_ptr<SequentialFiles> MakeFiles() {
-    return std::make_unique<posix::SequentialFiles>();
 }
 
 std::string_view HostCodePageName() {
@@ -26,20 +21,8 @@ std::unique_ptr<Registry> OpenSettings(SequentialFiles& files,
     return std::make_unique<SettingsRegistry>(files, ProcessEnvironment, onProblem);
 }
 
-bool CarriesArgument(const std::string& commandLine, const std::string& argument) {
-    const auto arguments = posix::SplitCommandLine(commandLine, posix::IsRegularFile);
-    return arguments.size() > 1 && arguments.back() == argument;
-}
-
-std::string_view UncarriedCharacters() {
-    return "a double quote";
-}
-
-CompilerResult RunCompiler(const std::string& commandLine, std::string& output) {
-    std::signal(SIGCHLD, SIG_DFL); // a parent that ignored it would leave us nothing to wait for
-    const posix::ProcessResult result = posix::RunProcess(posix::SplitCommandLine(commandLine, posix::IsRegularFile),
-                                                          [&output](std::string_view piece) { output += piece; });
-    return {{result.startError, std::generic_category()}, result.exitStatus};
+std::string CompilerText(const std::string& bytes) {
+    return bytes;
 }
 
 } // namespace tessaly::psf

@@ -15,7 +15,7 @@ namespace {
 std::string ReadProblem(const std::string& file) {
     try {
         char byte = 0;
-        MakeFiles()->OpenForInput(file)->Read(&byte, 1);
+        SystemFiles().OpenForInput(file)->Read(&byte, 1);
         return "";
     } catch (const std::system_error& error) {
         return Reason(error.code());

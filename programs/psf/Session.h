@@ -22,10 +22,10 @@ inline constexpr int OutputFailed = 74;     // standard output cannot be written
 inline constexpr int CompilerMissing = 127; // as a shell has it for a command that it cannot find
 
 struct Session {
-    std::unique_ptr<SequentialFiles> files = MakeFiles();
+    SystemFiles files;
     std::unique_ptr<CodePage> codePage;
 
-    VornSrcObj NewDocument() { return VornSrcObj(*files, *codePage); }
+    VornSrcObj NewDocument() { return VornSrcObj(files, *codePage); }
 };
 
 // A status code as exit status: what does not fit into 8 bits is cut, so 65535 shows as 255.

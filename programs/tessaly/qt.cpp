@@ -5,14 +5,14 @@
 #include "platform/desktop/qt/Session.h"
 #include "platform/desktop/qt/Texts.h"
 #include "platform/settings/SettingsRegistry.h"
+#include "platform/system/PreviousInstance.h"
 #include "platform/system/posix/CommandLine.h"
-#include "platform/system/posix/PreviousInstance.h"
-#include "platform/system/posix/SequentialFiles.h"
 #include "ui/VornMainFrm.h"
 
 #include <QApplication>
 #include <QMessageBox>
 #include <array>
+#include <csignal>
 #include <exception>
 #include <functional>
 #include <iostream>
@@ -23,8 +23,8 @@ namespace {
 // Returns the exit code of the program. `makeApplication` gets the display, which everything of Qt needs.
 int Run(int argumentCount, char** arguments, const std::function<void()>& makeApplication) {
     using tessaly::ProcessEnvironment;
-    const tessaly::posix::PreviousInstanceTest previous(tessaly::posix::InstanceLockPath(ProcessEnvironment));
-    tessaly::posix::SequentialFiles files;
+    const tessaly::PreviousInstanceTest previous(tessaly::InstanceName(ProcessEnvironment));
+    tessaly::SystemFiles files;
     std::optional<tessaly::SettingsRegistry> settings;
     std::optional<tessaly::qt::Desktop> desktop;
     std::optional<tessaly::qt::Session> session;
@@ -33,7 +33,7 @@ int Run(int argumentCount, char** arguments, const std::function<void()>& makeAp
         return tessaly::LanguageTag(window ? window->mLanguage : tessaly::EnglishLanguage);
     };
     tessaly::qt::Texts texts(language);
-    tessaly::StartUp(previous, [&] {
+    tessaly::StartUp(previous.PreviousInstance(), [&] {
         makeApplication();
         QCoreApplication::installTranslator(&texts);
         settings.emplace(files, ProcessEnvironment);
@@ -48,7 +48,7 @@ int Run(int argumentCount, char** arguments, const std::function<void()>& makeAp
 } // namespace
 
 int main(int argumentCount, char** arguments) {
-    tessaly::posix::ReportFileSizeLimit();
+    std::signal(SIGXFSZ, SIG_IGN); // a write beyond the limit for the size of files fails like any other
     // None of the arguments is Qt's: what looks like an option may be the name of a file.
     int ownCount = 1;
     std::array<char*, 2> own = {arguments[0], nullptr};

@@ -1,8 +1,8 @@
 // The program on Windows. A second copy ends here without a word.
 #include "app/Module1.h"
 #include "platform/desktop/win32/Desktop.h"
+#include "platform/system/PreviousInstance.h"
 #include "platform/system/win32/Library.h"
-#include "platform/system/win32/PreviousInstance.h"
 #include "ui/VornMainFrm.h"
 
 #include <exception>
@@ -13,10 +13,10 @@ namespace {
 
 // Returns the exit code of the program.
 int Run() {
-    const tessaly::win32::PreviousInstanceTest previous("Tessaly");
+    const tessaly::PreviousInstanceTest previous(tessaly::InstanceName(tessaly::ProcessEnvironment));
     std::optional<tessaly::win32::Desktop> desktop;
     std::optional<tessaly::VornMainFrm> window;
-    tessaly::StartUp(previous, [&] { window.emplace(desktop.emplace()).Show(); });
+    tessaly::StartUp(previous.PreviousInstance(), [&] { window.emplace(desktop.emplace()).Show(); });
     return window ? desktop->Run() : 0;
 }
 

@@ -3,7 +3,6 @@
 
 #include "platform/system/UserFolders.h"
 #include "platform/system/posix/Browser.h"
-#include "platform/system/posix/DetachedProcess.h"
 #include "platform/system/posix/Process.h"
 
 #include <filesystem>
@@ -27,8 +26,7 @@ void Application::SendF1() {
 void Application::StartProcess(const std::string& commandLine, std::int32_t windowStyle) {
     std::error_code noFolder;
     fs::create_directories(fs::path(OutputPath()).parent_path(), noFolder);
-    posix::StartDetached(posix::SplitCommandLine(commandLine, posix::IsRegularFile),
-                         noFolder ? std::string() : OutputPath());
+    tessaly::StartProcess(commandLine, windowStyle, noFolder ? std::string() : OutputPath());
     if (onOutput && !noFolder) {
         onOutput(OutputPath());
     }

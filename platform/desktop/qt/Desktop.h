@@ -16,7 +16,7 @@
 #include "platform/desktop/qt/ToolBar.h"
 #include "platform/desktop/qt/TreeView.h"
 #include "platform/desktop/qt/Window.h"
-#include "platform/system/posix/SequentialFiles.h"
+#include "platform/system/SequentialFiles.h"
 
 namespace tessaly::qt {
 
@@ -78,7 +78,7 @@ public:
 private:
     void LayOut();
 
-    posix::SequentialFiles mFiles;
+    SystemFiles mFiles;
     Registry& mSettings;
     std::unique_ptr<CodePage> mCodePage;
     ImageList mImages;

@@ -1,6 +1,6 @@
 #include "platform/desktop/win32/Application.h"
 
-#include "platform/system/win32/Process.h"
+#include "platform/system/Process.h"
 
 namespace tessaly::win32 {
 
@@ -30,7 +30,7 @@ void Application::SendF1() {
 }
 
 void Application::StartProcess(const std::string& commandLine, std::int32_t windowStyle) {
-    win32::StartProcess(commandLine, windowStyle);
+    tessaly::StartProcess(commandLine, windowStyle);
 }
 
 void Application::OpenHelp() {

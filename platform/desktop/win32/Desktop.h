@@ -13,8 +13,8 @@
 #include "platform/desktop/win32/ToolBar.h"
 #include "platform/desktop/win32/TreeView.h"
 #include "platform/desktop/win32/Window.h"
+#include "platform/system/SequentialFiles.h"
 #include "platform/system/win32/Registry.h"
-#include "platform/system/win32/SequentialFiles.h"
 
 namespace tessaly::win32 {
 
@@ -60,7 +60,7 @@ private:
     Application mApplication;
     std::unique_ptr<CodePage> mCodePage;
     Registry mRegistry;
-    SequentialFiles mFiles;
+    SystemFiles mFiles;
 
     Window mWindow;
 

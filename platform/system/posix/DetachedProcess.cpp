@@ -1,7 +1,5 @@
 // Two forks: the process in the middle is waited for at once, and whoever adopts the other one collects it. What goes
 // wrong behind the forks comes back through a pipe that a successful start closes.
-#include "platform/system/posix/DetachedProcess.h"
-
 #include "platform/system/posix/Descriptor.h"
 #include "platform/system/posix/Process.h"
 
@@ -140,3 +138,8 @@ void StartDetached(const std::vector<std::string>& arguments, const std::string&
 }
 
 } // namespace tessaly::posix
+
+void tessaly::StartProcess(const std::string& commandLine, std::int32_t /*windowStyle*/,
+                           const std::string& outputPath) {
+    posix::StartDetached(posix::SplitCommandLine(commandLine, posix::IsRegularFile), outputPath);
+}

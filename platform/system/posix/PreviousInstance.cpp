@@ -1,7 +1,8 @@
 // flock, not a process number in a file: a number may belong to another process by now.
-#include "platform/system/posix/PreviousInstance.h"
+#include "platform/system/PreviousInstance.h"
 
 #include "platform/system/UserFolders.h"
+#include "platform/system/posix/Descriptor.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -9,7 +10,7 @@
 #include <sys/file.h>
 #include <system_error>
 
-namespace tessaly::posix {
+namespace tessaly {
 
 namespace {
 
@@ -22,17 +23,19 @@ int OpenLock(const std::string& path) {
 
 } // namespace
 
-std::string InstanceLockPath(const Environment& environment) {
+std::string InstanceName(const Environment& environment) {
     const std::string folder = environment("XDG_RUNTIME_DIR").value_or("");
     return (folder.starts_with('/') ? folder : StateFolder(environment)) + "/tessaly.lock";
 }
 
-PreviousInstanceTest::PreviousInstanceTest(const std::string& path) : mDescriptor(OpenLock(path)) {
+PreviousInstanceTest::PreviousInstanceTest(const std::string& name) {
+    const auto lock = std::make_shared<posix::Descriptor>(OpenLock(name));
     int result = 0;
     do {
-        result = ::flock(mDescriptor.Number(), LOCK_EX | LOCK_NB);
+        result = ::flock(lock->Number(), LOCK_EX | LOCK_NB);
     } while (result != 0 && errno == EINTR);
-    mIsTaken = result != 0 && errno == EWOULDBLOCK;
+    mFound = result != 0 && errno == EWOULDBLOCK;
+    mHeld = lock;
 }
 
-} // namespace tessaly::posix
+} // namespace tessaly

@@ -20,7 +20,9 @@
 #include <unistd.h>
 #include <utility>
 
-namespace tessaly::posix {
+namespace tessaly {
+
+namespace posix {
 
 namespace {
 
@@ -29,8 +31,12 @@ constexpr std::string_view Blanks = " \t";
 // How long the pipe may be silent before the process is asked whether it still lives.
 constexpr int SilenceInMilliseconds = 50;
 
+std::error_code Error(int number) {
+    return {number, std::generic_category()};
+}
+
 [[noreturn]] void ThrowSystemError(const char* what) {
-    throw std::system_error(errno, std::generic_category(), what);
+    throw std::system_error(Error(errno), what);
 }
 
 // What a child does between its birth and its program.
@@ -237,22 +243,37 @@ bool IsRegularFile(const std::string& path) {
 ProcessResult RunProcess(const std::vector<std::string>& arguments,
                          const std::function<void(std::string_view)>& onOutput) {
     if (!CanStart(arguments)) {
-        return {EINVAL, 0};
+        return {Error(EINVAL), 0};
     }
     std::array<int, 2> ends = {-1, -1};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
-        return {errno, 0};
+        return {Error(errno), 0};
     }
     const Descriptor readEnd(ends[0]);
     Descriptor writeEnd(ends[1]);
     pid_t process = 0;
     const int error = SpawnPlan(writeEnd.Number()).Start(arguments, process);
     if (error != 0) {
-        return {error, 0};
+        return {Error(error), 0};
     }
     Child child(process);
     writeEnd.Close();
-    return {0, Follow(child, readEnd.Number(), onOutput)};
+    return {{}, Follow(child, readEnd.Number(), onOutput)};
 }
 
-} // namespace tessaly::posix
+} // namespace posix
+
+ProcessResult RunProcess(const std::string& commandLine, const std::function<void(std::string_view)>& onOutput) {
+    return posix::RunProcess(posix::SplitCommandLine(commandLine, posix::IsRegularFile), onOutput);
+}
+
+bool CarriesArgument(const std::string& commandLine, const std::string& argument) {
+    const auto arguments = posix::SplitCommandLine(commandLine, posix::IsRegularFile);
+    return arguments.size() > 1 && arguments.back() == argument;
+}
+
+std::string_view UncarriedCharacters() {
+    return "a double quote";
+}
+
+} // namespace tessaly

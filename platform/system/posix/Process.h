@@ -1,10 +1,9 @@
-// Starts the compiler's command line as a process, without a shell: nothing in it but blanks and double quotes
-// has a meaning.
+// Processes by their arguments, for who has no command line.
 #pragma once
 
-#include <functional>
+#include "platform/system/Process.h"
+
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace tessaly::posix {
@@ -21,25 +20,13 @@ std::vector<std::string> SplitCommandLine(std::string_view line, const std::func
 // True when `path` names a regular file, through links as well.
 bool IsRegularFile(const std::string& path);
 
-// How a process ended.
-struct ProcessResult {
-    int startError = 0; // errno when the process could not be started, else 0
-    int exitStatus = 0; // its exit status, or 128 + the number of the signal that killed it
-
-    bool Started() const { return startError == 0; }
-};
-
-// Runs `arguments[0]` with these arguments and waits until it ends. A name without "/" is looked up in $PATH. Its
-// standard input is empty; what it writes to standard output and standard error goes to `onOutput`, in the order
-// written and piece by piece as it arrives; a piece ends anywhere, also inside a line or a character.
-//
-// Only the process itself is waited for. One that it leaves behind, and that still holds its output open, loses
-// what it writes later, and gets SIGPIPE for it.
-//
-// No arguments, or one with a NUL in it, give the start error EINVAL; a script needs its "#!" line (ENOEXEC).
-// What `onOutput` throws is passed on, and the process killed. Throws std::system_error when the process cannot be
-// waited for, which happens only if this process ignores SIGCHLD.
+// tessaly::RunProcess with the program and its arguments. A name without "/" is looked up in $PATH. No arguments, or
+// one with a NUL in it, give the start error EINVAL; a script needs its "#!" line (ENOEXEC).
 ProcessResult RunProcess(const std::vector<std::string>& arguments,
                          const std::function<void(std::string_view)>& onOutput);
+
+// tessaly::StartProcess in the same way. The process belongs to nobody here: it never becomes a zombie, it gets no open
+// file of this program, and no key pressed in this program's terminal reaches it. Its standard input is empty.
+void StartDetached(const std::vector<std::string>& arguments, const std::string& outputPath);
 
 } // namespace tessaly::posix

@@ -1,16 +1,15 @@
 // POSIX file descriptors behind the file interface; an interrupted call is made again.
-#include "platform/system/posix/SequentialFiles.h"
+#include "platform/system/SequentialFiles.h"
 
 #include "platform/system/posix/Descriptor.h"
 
 #include <cerrno>
-#include <csignal>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 
-namespace tessaly::posix {
+namespace tessaly {
 
 namespace {
 
@@ -33,15 +32,15 @@ int OpenDescriptor(const std::string& path, int flags) {
     return descriptor;
 }
 
-void CloseDescriptor(Descriptor& descriptor) {
+void CloseDescriptor(posix::Descriptor& descriptor) {
     if (const int error = descriptor.Close(); error != 0) {
         throw std::system_error(error, std::generic_category(), "close");
     }
 }
 
-class InputFile final : public tessaly::InputFile {
+class ByteInput final : public InputFile {
 public:
-    explicit InputFile(int descriptor) : mDescriptor(descriptor) {}
+    explicit ByteInput(int descriptor) : mDescriptor(descriptor) {}
 
     std::size_t Read(char* buffer, std::size_t size) override {
         ssize_t count = -1;
@@ -57,12 +56,12 @@ public:
     void Close() override { CloseDescriptor(mDescriptor); }
 
 private:
-    Descriptor mDescriptor;
+    posix::Descriptor mDescriptor;
 };
 
-class OutputFile final : public tessaly::OutputFile {
+class ByteOutput final : public OutputFile {
 public:
-    explicit OutputFile(int descriptor) : mDescriptor(descriptor) {}
+    explicit ByteOutput(int descriptor) : mDescriptor(descriptor) {}
 
     void Write(std::string_view bytes) override {
         while (!bytes.empty()) {
@@ -77,26 +76,22 @@ public:
     void Close() override { CloseDescriptor(mDescriptor); }
 
 private:
-    Descriptor mDescriptor;
+    posix::Descriptor mDescriptor;
 };
 
 } // namespace
 
-std::unique_ptr<tessaly::InputFile> SequentialFiles::OpenForInput(const std::string& path) {
-    return std::make_unique<InputFile>(OpenDescriptor(path, O_RDONLY));
+std::unique_ptr<InputFile> SystemFiles::OpenForInput(const std::string& path) {
+    return std::make_unique<ByteInput>(OpenDescriptor(path, O_RDONLY));
 }
 
-std::unique_ptr<tessaly::OutputFile> SequentialFiles::OpenForOutput(const std::string& path) {
-    return std::make_unique<OutputFile>(OpenDescriptor(path, O_WRONLY | O_CREAT | O_TRUNC));
+std::unique_ptr<OutputFile> SystemFiles::OpenForOutput(const std::string& path) {
+    return std::make_unique<ByteOutput>(OpenDescriptor(path, O_WRONLY | O_CREAT | O_TRUNC));
 }
 
-void ReportFileSizeLimit() {
-    std::signal(SIGXFSZ, SIG_IGN);
-}
-
-bool SequentialFiles::FileExists(const std::string& path) const {
+bool SystemFiles::FileExists(const std::string& path) const {
     struct stat found = {};
     return path.find('\0') == std::string::npos && ::stat(path.c_str(), &found) == 0 && !S_ISDIR(found.st_mode);
 }
 
-} // namespace tessaly::posix
+} // namespace tessaly

@@ -2,7 +2,6 @@
 #include "platform/system/AtomicFile.h"
 
 #include "platform/system/win32/Handle.h"
-#include "platform/system/win32/SequentialFiles.h"
 #include "platform/system/win32/Text.h"
 
 #include <cstdint>

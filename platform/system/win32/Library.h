@@ -8,10 +8,14 @@
 namespace tessaly::win32 {
 
 // The first thing that a program does: from then on Windows, too, takes what it loads by name from the system's folder.
-void KeepToSystemLibraries() noexcept;
+inline void KeepToSystemLibraries() noexcept {
+    SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
+}
 
 // Loads the library `name`, which stays loaded. Null, with the last error set, when there is none.
-HMODULE LoadSystemLibrary(const wchar_t* name) noexcept;
+inline HMODULE LoadSystemLibrary(const wchar_t* name) noexcept {
+    return LoadLibraryExW(name, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+}
 
 // The function `name` of `library`, which stays loaded. Throws std::system_error.
 template <class Function>

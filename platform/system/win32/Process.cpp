@@ -1,6 +1,6 @@
 // The pipe's end is no sign of the process's end, nor the other way round, and Windows cannot wait for both: the pipe
 // is looked into again and again.
-#include "platform/system/win32/Process.h"
+#include "platform/system/Process.h"
 
 #include "platform/system/win32/Handle.h"
 #include "platform/system/win32/Text.h"
@@ -11,7 +11,11 @@
 #include <memory>
 #include <vector>
 
-namespace tessaly::win32 {
+namespace tessaly {
+
+using win32::Handle;
+using win32::LastError;
+using win32::ThrowLastError;
 
 namespace {
 
@@ -30,7 +34,7 @@ StartedProcess Start(const std::string& commandLine, bool inherit, DWORD flags, 
     if (commandLine.find('\0') != std::string::npos) {
         return {{}, {ERROR_INVALID_PARAMETER, std::system_category()}};
     }
-    std::wstring line = ToWide(commandLine); // CreateProcessW may write there
+    std::wstring line = win32::ToWide(commandLine); // CreateProcessW may write there
     PROCESS_INFORMATION started = {};
     if (CreateProcessW(nullptr, line.data(), nullptr, nullptr, inherit ? TRUE : FALSE, flags, nullptr, nullptr,
                        &startup, &started) == 0) {
@@ -133,7 +137,7 @@ int Follow(HANDLE process, HANDLE pipe, const std::function<void(std::string_vie
 
 } // namespace
 
-void StartProcess(const std::string& commandLine, std::int32_t windowStyle) {
+void StartProcess(const std::string& commandLine, std::int32_t windowStyle, const std::string& /*outputPath*/) {
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESHOWWINDOW;
@@ -164,4 +168,13 @@ ProcessResult RunProcess(const std::string& commandLine, const std::function<voi
     }
 }
 
-} // namespace tessaly::win32
+// The shell of a batch file puts the value of a variable in place of its name between two percent signs.
+bool CarriesArgument(const std::string& /*commandLine*/, const std::string& argument) {
+    return argument.find_first_of("\"%") == std::string::npos;
+}
+
+std::string_view UncarriedCharacters() {
+    return "a double quote or a percent sign";
+}
+
+} // namespace tessaly

@@ -92,7 +92,7 @@ private:
 
     QTemporaryDir mFolder;
     QByteArray mPath; // of this process, as it was
-    posix::SequentialFiles mFiles;
+    SystemFiles mFiles;
     std::optional<SettingsRegistry> mSettings;
     std::unique_ptr<qt::Desktop> mDesktop;
     QtDialogUser mDialogs;

@@ -1,5 +1,5 @@
 #include "platform/settings/SettingsRegistry.h"
-#include "platform/system/posix/SequentialFiles.h"
+#include "platform/system/SequentialFiles.h"
 #include "tests/desktop/SequentialFiles.h"
 #include "tests/unit/platform/settings/RegistryValue.h"
 
@@ -127,7 +127,7 @@ TEST_F(SettingsFilesTest, TheUsersValuesStandOverThoseForAllUsers) {
     Write(Make("system"), "\"a\"=\"system\"\n\"b\"=\"system\"\nwrong\n");
     Write(Make("config"), "\"b\"=\"own\"\n");
     mVariables = {{"XDG_CONFIG_HOME", Path("config")}, {"XDG_CONFIG_DIRS", Path("system")}};
-    posix::SequentialFiles files;
+    SystemFiles files;
     std::vector<std::string> problems;
     SettingsRegistry store(files, Variables(), [&](const std::string& problem) { problems.push_back(problem); });
     EXPECT_EQ(problems.size(), 1U);
@@ -139,7 +139,7 @@ TEST_F(SettingsFilesTest, ATildeForAllUsersIsEachUsersHomeWithTheFoldersInIt) {
     Write(Make("system"), "\"a\"=\"~/new/folder/a.c\"\n\"b\"=\"x~/\"\n");
     Write(Make("config"), "\"c\"=\"~/own\"\n");
     mVariables = {{"HOME", Path("home")}, {"XDG_CONFIG_HOME", Path("config")}, {"XDG_CONFIG_DIRS", Path("system")}};
-    posix::SequentialFiles files;
+    SystemFiles files;
     const SettingsRegistry store(files, Variables(), [](const std::string& problem) { ADD_FAILURE() << problem; });
     const auto text = [&store](std::string_view name) {
         return std::string(store.Find({Registry::LocalMachine, "K"}, name)->bytes.c_str());
@@ -165,7 +165,7 @@ protected:
         return {files, environment, [this](const std::string& problem) { mProblems += problem + "\n"; }};
     }
 
-    posix::SequentialFiles mFiles;
+    SystemFiles mFiles;
     memory::SequentialFiles mMemory;
     std::string mProblems;
 };

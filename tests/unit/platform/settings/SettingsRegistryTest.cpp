@@ -1,6 +1,6 @@
 #include "platform/settings/SettingsRegistry.h"
 
-#include "platform/system/posix/SequentialFiles.h"
+#include "platform/system/SequentialFiles.h"
 
 #include <filesystem>
 #include <fstream>
@@ -69,7 +69,7 @@ protected:
         return error == Registry::Success ? bytes.substr(0, size) : "none";
     }
 
-    posix::SequentialFiles mFiles;
+    SystemFiles mFiles;
     std::filesystem::path mFolder;
 };
 

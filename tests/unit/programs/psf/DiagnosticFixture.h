@@ -129,9 +129,9 @@ protected:
     }
 
     std::filesystem::path mFolder;
-    std::unique_ptr<SequentialFiles> mFiles = MakeFiles();
+    SystemFiles mFiles;
     SingleByteCodePage mCodePage{Windows1252HighHalf()};
-    VornSrcObj mDocument{*mFiles, mCodePage};
+    VornSrcObj mDocument{mFiles, mCodePage};
 };
 
 } // namespace tessaly::psf

@@ -223,9 +223,9 @@ TEST_F(DiagnosticMapCountingTest, ALineWithSeveralLinesOfATextGivesTheFirst) {
 }
 
 TEST(CFileLinesTest, LinesOutsideTheFileHoldNothing) {
-    const std::unique_ptr<SequentialFiles> files = MakeFiles();
+    SystemFiles files;
     const SingleByteCodePage codePage(Windows1252HighHalf());
-    const VornSrcObj document(*files, codePage);
+    const VornSrcObj document(files, codePage);
     const CFileLines lines(document);
     for (const LineCounting counting : {LineCounting::LoneCrEndsLine, LineCounting::LoneCrIsBlank}) {
         EXPECT_FALSE(lines.Find(0, counting));

@@ -1,4 +1,4 @@
-#include "platform/system/posix/DetachedProcess.h"
+#include "platform/system/posix/Process.h"
 
 #include <chrono>
 #include <csignal>

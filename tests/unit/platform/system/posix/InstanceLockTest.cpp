@@ -1,4 +1,4 @@
-#include "platform/system/posix/PreviousInstance.h"
+#include "platform/system/PreviousInstance.h"
 
 #include <array>
 #include <csignal>
@@ -23,15 +23,15 @@ protected:
 };
 
 TEST_F(InstanceLockTest, TheFirstOneHasItAndTheSecondFindsItTaken) {
-    const posix::PreviousInstanceTest first(mPath);
+    const PreviousInstanceTest first(mPath);
     EXPECT_FALSE(first.PreviousInstance());
-    EXPECT_TRUE(posix::PreviousInstanceTest(mPath).PreviousInstance());
-    EXPECT_TRUE(posix::PreviousInstanceTest(mPath).PreviousInstance()) << "asking takes nothing away";
+    EXPECT_TRUE(PreviousInstanceTest(mPath).PreviousInstance());
+    EXPECT_TRUE(PreviousInstanceTest(mPath).PreviousInstance()) << "asking takes nothing away";
 }
 
 TEST_F(InstanceLockTest, ItIsFreeWhenTheFirstOneHasGone) {
-    { const posix::PreviousInstanceTest first(mPath); }
-    EXPECT_FALSE(posix::PreviousInstanceTest(mPath).PreviousInstance());
+    { const PreviousInstanceTest first(mPath); }
+    EXPECT_FALSE(PreviousInstanceTest(mPath).PreviousInstance());
 }
 
 TEST_F(InstanceLockTest, AnotherProcessHoldsItUntilItIsKilled) {
@@ -39,7 +39,7 @@ TEST_F(InstanceLockTest, AnotherProcessHoldsItUntilItIsKilled) {
     ASSERT_EQ(::pipe(pipe.data()), 0);
     const pid_t child = ::fork();
     if (child == 0) {
-        const posix::PreviousInstanceTest held(mPath);
+        const PreviousInstanceTest held(mPath);
         const char answer = held.PreviousInstance() ? 't' : 'h';
         [[maybe_unused]] const ssize_t written = ::write(pipe[1], &answer, 1);
         while (true) {
@@ -49,16 +49,16 @@ TEST_F(InstanceLockTest, AnotherProcessHoldsItUntilItIsKilled) {
     char answer = 0;
     ASSERT_EQ(::read(pipe[0], &answer, 1), 1);
     EXPECT_EQ(answer, 'h');
-    EXPECT_TRUE(posix::PreviousInstanceTest(mPath).PreviousInstance());
+    EXPECT_TRUE(PreviousInstanceTest(mPath).PreviousInstance());
     ::kill(child, SIGKILL);
     ASSERT_EQ(::waitpid(child, nullptr, 0), child);
-    EXPECT_FALSE(posix::PreviousInstanceTest(mPath).PreviousInstance());
+    EXPECT_FALSE(PreviousInstanceTest(mPath).PreviousInstance());
     ::close(pipe[0]);
     ::close(pipe[1]);
 }
 
 TEST_F(InstanceLockTest, WhereNoFileCanBeMadeNobodyIsThought) {
-    EXPECT_FALSE(posix::PreviousInstanceTest("/proc/no/such/tessaly.lock").PreviousInstance());
+    EXPECT_FALSE(PreviousInstanceTest("/proc/no/such/tessaly.lock").PreviousInstance());
 }
 
 TEST(InstanceLockPathTest, EachUserHasHisOwn) {
@@ -67,13 +67,13 @@ TEST(InstanceLockPathTest, EachUserHasHisOwn) {
         const auto found = variables.find(name);
         return found != variables.end() ? std::optional(found->second) : std::nullopt;
     };
-    EXPECT_EQ(posix::InstanceLockPath(environment), "/h/.local/state/tessaly/tessaly.lock");
+    EXPECT_EQ(InstanceName(environment), "/h/.local/state/tessaly/tessaly.lock");
     variables["XDG_STATE_HOME"] = "/s";
-    EXPECT_EQ(posix::InstanceLockPath(environment), "/s/tessaly/tessaly.lock");
+    EXPECT_EQ(InstanceName(environment), "/s/tessaly/tessaly.lock");
     variables["XDG_RUNTIME_DIR"] = "/run/user/7";
-    EXPECT_EQ(posix::InstanceLockPath(environment), "/run/user/7/tessaly.lock");
+    EXPECT_EQ(InstanceName(environment), "/run/user/7/tessaly.lock");
     variables["XDG_RUNTIME_DIR"] = "relative";
-    EXPECT_EQ(posix::InstanceLockPath(environment), "/s/tessaly/tessaly.lock");
+    EXPECT_EQ(InstanceName(environment), "/s/tessaly/tessaly.lock");
 }
 
 } // namespace

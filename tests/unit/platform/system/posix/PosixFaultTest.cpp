@@ -2,10 +2,9 @@
 // from then on for ever. What is there afterwards is the old or the new, and no failure is reported as a success.
 #include "platform/settings/SettingsRegistry.h"
 #include "platform/system/AtomicFile.h"
-#include "platform/system/posix/DetachedProcess.h"
-#include "platform/system/posix/PreviousInstance.h"
+#include "platform/system/PreviousInstance.h"
+#include "platform/system/SequentialFiles.h"
 #include "platform/system/posix/Process.h"
-#include "platform/system/posix/SequentialFiles.h"
 #include "tests/unit/platform/system/posix/FailingCalls.h"
 
 #include <cerrno>
@@ -68,7 +67,7 @@ protected:
     static std::size_t OpenFiles() { return Count("/proc/self/fd"); }
 
     fs::path mFolder;
-    posix::SequentialFiles mFiles;
+    SystemFiles mFiles;
 };
 
 TEST_F(PosixFaultTest, AFileThatIsReplacedIsTheOldOneOrTheNewOne) {
@@ -170,7 +169,7 @@ TEST_F(PosixFaultTest, ASettingIsWrittenOrTheFileIsAsItWas) {
 
 TEST_F(PosixFaultTest, AProcessEndsWithAllItsOutputOrItsFailureIsTold) {
     std::string output;
-    std::optional<posix::ProcessResult> result;
+    std::optional<ProcessResult> result;
     const std::size_t openFiles = OpenFiles();
     ForEachFailure(
         {"open", "read", "close", "pipe", "spawn", "poll", "waitpid", "ioctl"},
@@ -224,7 +223,7 @@ TEST_F(PosixFaultTest, ALockThatCannotBeMadeIsNotTakenBySomebodyElse) {
     const std::size_t openFiles = OpenFiles();
     ForEachFailure(
         {"open", "flock", "mkdir", "stat"}, [] {},
-        [&] { isTaken = posix::PreviousInstanceTest(mFolder / "new/lock").PreviousInstance(); },
+        [&] { isTaken = PreviousInstanceTest(mFolder / "new/lock").PreviousInstance(); },
         [&] {
             EXPECT_FALSE(isTaken);
             EXPECT_EQ(OpenFiles(), openFiles);

@@ -1,6 +1,6 @@
 // The document over the real file system.
 #include "document/VornSrcObj.h"
-#include "platform/system/posix/SequentialFiles.h"
+#include "platform/system/SequentialFiles.h"
 #include "platform/text/SingleByteCodePage.h"
 
 #include <filesystem>
@@ -30,7 +30,7 @@ protected:
     std::string Path(const std::string& name) const { return (folder / name).string(); }
 
     fs::path folder;
-    posix::SequentialFiles files;
+    SystemFiles files;
     SingleByteCodePage codePage{Windows1252HighHalf()};
     VornSrcObj document{files, codePage};
 };

@@ -111,14 +111,14 @@ TEST(IsRegularFileTest, OnlyAFileIsOne) {
 
 class RunProcessTest : public testing::Test {
 protected:
-    posix::ProcessResult Run(const Arguments& arguments) {
+    ProcessResult Run(const Arguments& arguments) {
         return posix::RunProcess(arguments, [this](std::string_view piece) {
             EXPECT_FALSE(piece.empty());
             mOutput += piece;
         });
     }
 
-    posix::ProcessResult RunShell(const std::string& script) { return Run({"/bin/sh", "-c", script}); }
+    ProcessResult RunShell(const std::string& script) { return Run({"/bin/sh", "-c", script}); }
 
     std::string mOutput;
 };
@@ -173,27 +173,27 @@ TEST_F(RunProcessTest, StandardInputIsEmpty) {
 }
 
 TEST_F(RunProcessTest, AProgramThatDoesNotExistIsNotStarted) {
-    const posix::ProcessResult result = Run({"/no/such/program"});
+    const ProcessResult result = Run({"/no/such/program"});
     EXPECT_FALSE(result.Started());
-    EXPECT_EQ(result.startError, ENOENT);
-    EXPECT_EQ(Run({"no-such-program-anywhere"}).startError, ENOENT);
-    EXPECT_EQ(Run({""}).startError, ENOENT);
+    EXPECT_EQ(result.startError.value(), ENOENT);
+    EXPECT_EQ(Run({"no-such-program-anywhere"}).startError.value(), ENOENT);
+    EXPECT_EQ(Run({""}).startError.value(), ENOENT);
 }
 
 TEST_F(RunProcessTest, AFolderOrAPlainFileIsNotStarted) {
-    EXPECT_EQ(Run({"/"}).startError, EACCES);
-    EXPECT_EQ(Run({"/etc/passwd"}).startError, EACCES);
+    EXPECT_EQ(Run({"/"}).startError.value(), EACCES);
+    EXPECT_EQ(Run({"/etc/passwd"}).startError.value(), EACCES);
 }
 
 TEST_F(RunProcessTest, AnExitStatusOf127IsNoStartError) {
-    const posix::ProcessResult result = RunShell("exit 127");
+    const ProcessResult result = RunShell("exit 127");
     EXPECT_TRUE(result.Started());
     EXPECT_EQ(result.exitStatus, 127);
 }
 
 TEST_F(RunProcessTest, ArgumentsThatCannotBePassedAreRefused) {
-    EXPECT_EQ(Run({}).startError, EINVAL);
-    EXPECT_EQ(Run({"/bin/sh", std::string("a\0b", 3)}).startError, EINVAL);
+    EXPECT_EQ(Run({}).startError.value(), EINVAL);
+    EXPECT_EQ(Run({"/bin/sh", std::string("a\0b", 3)}).startError.value(), EINVAL);
 }
 
 TEST_F(RunProcessTest, ALotOfOutputArrivesWhole) {
@@ -301,8 +301,8 @@ TEST_F(RunProcessTest, ItWorksWithTheStandardDescriptorsClosed) {
         ::close(1);
         ::close(2);
         std::string output;
-        const posix::ProcessResult result = posix::RunProcess({"/bin/sh", "-c", "cat; echo a; echo b >&2; exit 5"},
-                                                              [&output](std::string_view piece) { output += piece; });
+        const ProcessResult result = posix::RunProcess({"/bin/sh", "-c", "cat; echo a; echo b >&2; exit 5"},
+                                                       [&output](std::string_view piece) { output += piece; });
         ::_exit(output == "a\nb\n" && result.exitStatus == 5 ? 0 : 1);
     }
     int status = -1;

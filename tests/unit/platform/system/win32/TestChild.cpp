@@ -6,8 +6,8 @@
 //                      until it is killed
 //   talk FILE COUNT    writes COUNT numbered lines to standard output and error, what it can read, and ends with 7
 //   leave FILE         starts a copy of itself that stays and has the same output, says so, and ends with 0
+#include "platform/system/PreviousInstance.h"
 #include "platform/system/win32/CommandLine.h"
-#include "platform/system/win32/PreviousInstance.h"
 #include "platform/system/win32/Streams.h"
 #include "platform/system/win32/Text.h"
 
@@ -16,6 +16,7 @@
 #include <fstream>
 #include <string>
 #include <vector>
+#include <windows.h>
 
 namespace {
 
@@ -81,7 +82,7 @@ int main() {
     } else if (command == "start") {
         Answer(answer, WindowStyle() + "\n" + win32::ToUtf8(GetCommandLineW()));
     } else if (command == "hold") {
-        const win32::PreviousInstanceTest instance(arguments.at(3));
+        const PreviousInstanceTest instance(arguments.at(3));
         Answer(answer, (instance.PreviousInstance() ? "found " : "first ") + std::to_string(GetCurrentProcessId()));
         Sleep(INFINITE);
     } else if (command == "talk") {

@@ -1,6 +1,6 @@
 // The command line as it stands, cut and in a process of its own.
+#include "platform/system/Process.h"
 #include "platform/system/win32/CommandLine.h"
-#include "platform/system/win32/Process.h"
 #include "tests/unit/platform/system/win32/TestFolder.h"
 
 #include <gtest/gtest.h>
@@ -29,7 +29,7 @@ TEST(Win32CommandLineTest, WithoutArgumentsNothingIsLeft) {
 TEST(Win32CommandLineTest, AProcessSeesItsOwnAsItWasWritten) {
     const TestFolder folder;
     const std::string line = "line \"" + folder.Path("answer") + "\"  \"Größe 1.PSF\" \\\" x\t日本";
-    win32::StartProcess("\"" + ProgramBeside("TestChild.exe") + "\"   " + line, 1);
+    StartProcess("\"" + ProgramBeside("TestChild.exe") + "\"   " + line, 1);
     ASSERT_TRUE(WaitUntil([&] { return folder.Has("answer"); }));
     EXPECT_EQ(folder.Read("answer"), line);
 }

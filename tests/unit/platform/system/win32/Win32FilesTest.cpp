@@ -1,7 +1,7 @@
 // The document over the files of Windows.
 #include "document/VornSrcObj.h"
+#include "platform/system/SequentialFiles.h"
 #include "platform/system/win32/Handle.h"
-#include "platform/system/win32/SequentialFiles.h"
 #include "platform/system/win32/Text.h"
 #include "platform/text/SingleByteCodePage.h"
 #include "tests/unit/platform/system/win32/TestFolder.h"
@@ -50,7 +50,7 @@ protected:
     }
 
     TestFolder folder;
-    win32::SequentialFiles files;
+    SystemFiles files;
     SingleByteCodePage codePage{Windows1252HighHalf()};
     VornSrcObj document{files, codePage};
 };

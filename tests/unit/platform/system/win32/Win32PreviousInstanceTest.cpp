@@ -1,5 +1,6 @@
 // Copies in other processes, which come and go and are killed.
-#include "platform/system/win32/PreviousInstance.h"
+#include "platform/system/PreviousInstance.h"
+#include "platform/system/win32/Handle.h"
 #include "platform/system/win32/Text.h"
 #include "tests/unit/platform/system/win32/TestFolder.h"
 
@@ -51,29 +52,29 @@ TEST_F(Win32PreviousInstanceTest, TheFirstCopyFindsNoneAndTheSecondFindsTheFirst
     const OtherCopy second(folder, "second", name);
     EXPECT_TRUE(folder.Read("first").starts_with("first "));
     EXPECT_TRUE(folder.Read("second").starts_with("found "));
-    EXPECT_TRUE(win32::PreviousInstanceTest(name).PreviousInstance());
+    EXPECT_TRUE(PreviousInstanceTest(name).PreviousInstance());
 }
 
 TEST_F(Win32PreviousInstanceTest, AnotherProgramsCopyDoesNotCount) {
     const OtherCopy other(folder, "other", name + "Other");
-    EXPECT_FALSE(win32::PreviousInstanceTest(name).PreviousInstance());
+    EXPECT_FALSE(PreviousInstanceTest(name).PreviousInstance());
 }
 
 TEST_F(Win32PreviousInstanceTest, ACopyThatWasKilledIsGone) {
     OtherCopy first(folder, "first", name);
-    ASSERT_TRUE(win32::PreviousInstanceTest(name).PreviousInstance());
+    ASSERT_TRUE(PreviousInstanceTest(name).PreviousInstance());
     first.Kill();
-    EXPECT_TRUE(WaitUntil([&] { return !win32::PreviousInstanceTest(name).PreviousInstance(); }));
+    EXPECT_TRUE(WaitUntil([&] { return !PreviousInstanceTest(name).PreviousInstance(); }));
 }
 
 TEST_F(Win32PreviousInstanceTest, ACopyCountsAsLongAsItsTestLives) {
     {
-        const win32::PreviousInstanceTest first(name);
+        const PreviousInstanceTest first(name);
         EXPECT_FALSE(first.PreviousInstance());
         const OtherCopy second(folder, "second", name);
         EXPECT_TRUE(folder.Read("second").starts_with("found "));
     }
-    EXPECT_TRUE(WaitUntil([&] { return !win32::PreviousInstanceTest(name).PreviousInstance(); }));
+    EXPECT_TRUE(WaitUntil([&] { return !PreviousInstanceTest(name).PreviousInstance(); }));
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // Real programs and real batch files, started as the Build command starts them, and as psf does.
+#include "platform/system/Process.h"
 #include "platform/system/ProcessStart.h"
 #include "platform/system/win32/Handle.h"
-#include "platform/system/win32/Process.h"
 #include "platform/system/win32/Text.h"
 #include "tests/unit/platform/system/win32/TestFolder.h"
 
@@ -39,8 +39,8 @@ protected:
 
     std::string InFolder(const std::string& name) const { return "\"" + folder.Path(name) + "\""; }
 
-    win32::ProcessResult Run(const std::string& commandLine) {
-        return win32::RunProcess(commandLine, [this](std::string_view piece) { output += piece; });
+    ProcessResult Run(const std::string& commandLine) {
+        return RunProcess(commandLine, [this](std::string_view piece) { output += piece; });
     }
 
     const TestFolder folder;
@@ -50,24 +50,24 @@ protected:
 
 TEST_F(Win32ProcessTest, ABatchFileGetsItsQuotedArgument) {
     MakeBatch("compile.bat");
-    win32::StartProcess(InFolder("compile.bat") + " \"C:\\Gerät 1\\Größe.out\"", MaximizedWithFocus);
+    StartProcess(InFolder("compile.bat") + " \"C:\\Gerät 1\\Größe.out\"", MaximizedWithFocus);
     EXPECT_TRUE(Answer().ends_with("answer\" \"C:\\Gerät 1\\Größe.out\"")) << Answer();
 }
 
 TEST_F(Win32ProcessTest, ABatchFileWithBlanksInItsPathNeedsNoQuotes) {
     MakeBatch("my compile.bat");
-    win32::StartProcess(folder.Path("my compile.bat") + " \"x 1.out\"", MaximizedWithFocus);
+    StartProcess(folder.Path("my compile.bat") + " \"x 1.out\"", MaximizedWithFocus);
     EXPECT_TRUE(Answer().ends_with("answer\" \"x 1.out\"")) << Answer();
 }
 
 TEST_F(Win32ProcessTest, ACmdFileIsABatchFileToo) {
     MakeBatch("compile.cmd");
-    win32::StartProcess(folder.Path("compile.cmd") + " \".out\"", MaximizedWithFocus);
+    StartProcess(folder.Path("compile.cmd") + " \".out\"", MaximizedWithFocus);
     EXPECT_TRUE(Answer().ends_with("answer\" \".out\"")) << Answer();
 }
 
 TEST_F(Win32ProcessTest, AProcessIsToldItsWindowStyle) {
-    win32::StartProcess(Child("style " + InFolder("answer")), MaximizedWithFocus);
+    StartProcess(Child("style " + InFolder("answer")), MaximizedWithFocus);
     EXPECT_EQ(Answer(), "3");
 }
 
@@ -77,7 +77,7 @@ TEST_F(Win32ProcessTest, AProcessInheritsNothing) {
                                    CREATE_ALWAYS, 0, nullptr));
     ASSERT_TRUE(file);
     const std::string name = "TessalyTestInherit" + std::to_string(GetCurrentProcessId());
-    win32::StartProcess(Child("hold " + InFolder("answer") + " " + name), 1);
+    StartProcess(Child("hold " + InFolder("answer") + " " + name), 1);
     const std::string answer = Answer(); // it runs, and goes on running
     file.Close();
     EXPECT_TRUE(DeleteFileW(win32::ToWide(folder.Path("kept")).c_str())) << "the process holds the file";
@@ -86,12 +86,12 @@ TEST_F(Win32ProcessTest, AProcessInheritsNothing) {
 
 TEST_F(Win32ProcessTest, WhatCannotBeStartedThrows) {
     for (const std::string& line : {InFolder("missing.bat") + " \"x\"", ""s, Child("line\0x"s)}) {
-        EXPECT_THROW(win32::StartProcess(line, MaximizedWithFocus), std::system_error) << line;
+        EXPECT_THROW(StartProcess(line, MaximizedWithFocus), std::system_error) << line;
     }
 }
 
 TEST_F(Win32ProcessTest, TheOutputComesInItsOrderAndTheExitStatusWithIt) {
-    const win32::ProcessResult result = Run(Child("talk x 6"));
+    const ProcessResult result = Run(Child("talk x 6"));
     EXPECT_TRUE(result.Started());
     EXPECT_EQ(result.exitStatus, 7);
     EXPECT_EQ(output, "line 0\nline 1\nline 2\nline 3\nline 4\nline 5\nread 0");
@@ -105,7 +105,7 @@ TEST_F(Win32ProcessTest, MuchOutputIsReadWhileTheProcessRuns) {
 
 TEST_F(Win32ProcessTest, ABatchFilesOutputAndStatusAreTakenToo) {
     folder.Write("my compile.bat", "@echo off\r\necho compiling %1\r\nexit /b 3\r\n");
-    const win32::ProcessResult result = Run(folder.Path("my compile.bat") + " \"x 1.out\"");
+    const ProcessResult result = Run(folder.Path("my compile.bat") + " \"x 1.out\"");
     EXPECT_EQ(result.exitStatus, 3);
     EXPECT_EQ(output, "compiling \"x 1.out\"\r\n");
 }
@@ -119,7 +119,7 @@ TEST_F(Win32ProcessTest, AProcessThatIsLeftBehindIsNotWaitedFor) {
 TEST_F(Win32ProcessTest, WhatIsThrownAtOutputGetsThroughAndTheProcessIsKilled) {
     const std::string name = "TessalyTestThrow" + std::to_string(GetCurrentProcessId());
     folder.Write("loop.bat", "@echo off\r\n:again\r\necho x\r\ngoto again\r\n");
-    EXPECT_THROW(win32::RunProcess(InFolder("loop.bat"), [](std::string_view) { throw std::runtime_error("enough"); }),
+    EXPECT_THROW(RunProcess(InFolder("loop.bat"), [](std::string_view) { throw std::runtime_error("enough"); }),
                  std::runtime_error);
 }
 
