@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -164,5 +165,10 @@ struct DesktopUnderTest {
     std::string name;
     std::function<std::unique_ptr<DesktopDriver>(const Launch&)> start;
 };
+
+// What the lists of tests show.
+inline void PrintTo(const DesktopUnderTest& desktop, std::ostream* stream) {
+    *stream << desktop.name;
+}
 
 } // namespace tessaly

@@ -13,6 +13,10 @@ struct Compiler {
     std::string command;
 };
 
+void PrintTo(const Compiler& compiler, std::ostream* stream) {
+    *stream << compiler.command;
+}
+
 class DiagnosticMapWithCompiler : public DiagnosticMapTest {
 protected:
     // What a compiler, started in the folder, has to say.
