@@ -9,8 +9,8 @@ from html.parser import HTMLParser
 from pathlib import Path
 
 import pytest
+from harness import EVENTS, ROOT
 
-ROOT = Path(__file__).resolve().parents[3]
 sys.path.insert(0, str(ROOT / "help"))
 
 import catalogue  # noqa: E402
@@ -18,7 +18,6 @@ import catalogue  # noqa: E402
 HELP = Path(os.environ["HELP"])
 LANGUAGES = ["en", "de"]
 TOPICS = (ROOT / "help/order.txt").read_text(encoding="utf-8").split()
-EVENTS = ["OnError", "OnFrame", "OnKey", "OnStart", "OnStop", "OnTimer", "OnTrigger", "OnSerial", "OnMsg"]
 SETTINGS = ["Language", "FCompBat", "FCompFileName", "FHelp", "FProgBlkIcon"]
 
 # Texts that the program keeps but shows nowhere: grep for them in ui/ finds nothing.

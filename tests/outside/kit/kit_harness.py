@@ -2,12 +2,10 @@
 
 The C file is put together by hand, so that the kit is tested without the editor.
 """
-import os
-import pathlib
 import shutil
-import subprocess
 
-ROOT = pathlib.Path(__file__).resolve().parents[3]
+from harness import ROOT, run, write_settings
+
 COMPILE = ROOT / "kit" / "compile.sh"
 
 HANDLERS = {
@@ -54,33 +52,16 @@ def generated(handlers, global_text=""):
     return (text + TAIL).encode("cp1252")
 
 
-def settings_text(source):
-    quoted = str(source).replace("\\", "\\\\").replace('"', '\\"')
-    return (
-        "Windows Registry Editor Version 5.00\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Ostrel\\OstrelCompiler]\r\n"
-        f'"FCompFileName"="{quoted}"\r\n'
-    )
-
-
-def compile_with(settings, *arguments, **options):
-    """Runs compile.sh; environment holds what to add to the environment, or None for what to leave out."""
-    environment = dict(os.environ, TESSALY_SETTINGS=str(settings)) if settings else dict(os.environ)
-    environment.pop("CC", None)
-    for name, value in options.pop("environment", {}).items():
-        environment.pop(name, None)
-        if value is not None:
-            environment[name] = str(value)
-    return subprocess.run(
-        [str(options.pop("script", COMPILE)), *map(str, arguments)],
-        env=environment, capture_output=True, text=True, timeout=60, **options,
-    )
+def compile_with(settings, *arguments, script=COMPILE, env=None, **options):
+    """Runs compile.sh; `env` has changes of the variables, None for what to leave out."""
+    return run(script, *arguments, env={"TESSALY_SETTINGS": settings, "CC": None, **(env or {})}, text=True, **options)
 
 
 def build(folder, source, compiler="cc"):
     """Builds the C file in the folder and returns the program. A warning is a failure."""
     (folder / "block.c").write_bytes(source)
-    (folder / "settings.reg").write_text(settings_text(folder / "block.c"), newline="")
-    result = compile_with(folder / "settings.reg", folder / "block.out", environment={"CC": compiler})
+    write_settings(folder / "settings.reg", FCompFileName=folder / "block.c")
+    result = compile_with(folder / "settings.reg", folder / "block.out", env={"CC": compiler})
     assert (result.returncode, result.stdout, result.stderr) == (0, "", "")
     return folder / "block.out"
 
@@ -88,7 +69,7 @@ def build(folder, source, compiler="cc"):
 def play(program, script, *arguments):
     """Plays a script from the standard input and returns the outputs as text."""
     data = script if isinstance(script, bytes) else script.encode()
-    result = subprocess.run([str(program), *arguments], input=data, capture_output=True, timeout=60)
+    result = run(program, *arguments, input=data)
     assert result.returncode == 0, result
     return result.stdout.decode(), result.stderr.decode()
 

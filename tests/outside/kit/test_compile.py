@@ -3,8 +3,10 @@ import shutil
 
 import pytest
 
-from kit_harness import COMPILE, ECHO, compile_with, compilers, generated, play, settings_text
+from harness import KEY, settings_text, write_settings
+from kit_harness import COMPILE, ECHO, compile_with, compilers, generated, play
 
+HEAD = f"[{KEY}]\n"
 TOOLS = ["sh", "awk", "cat", "dirname", "env", "iconv", "od", "readlink", "rm", "tr"]
 
 
@@ -12,7 +14,7 @@ TOOLS = ["sh", "awk", "cat", "dirname", "env", "iconv", "od", "readlink", "rm", 
 def block(tmp_path):
     """A folder with a C file and its settings."""
     (tmp_path / "block.c").write_bytes(generated(ECHO))
-    (tmp_path / "settings.reg").write_text(settings_text(tmp_path / "block.c"), newline="")
+    write_settings(tmp_path / "settings.reg", FCompFileName=tmp_path / "block.c")
     return tmp_path
 
 
@@ -40,7 +42,7 @@ def test_output_that_must_not_be_overwritten(block, name):
 def test_output_that_is_the_c_file(tmp_path):
     source = tmp_path / "program"
     source.write_bytes(generated({}))
-    (tmp_path / "settings.reg").write_text(settings_text(source))
+    write_settings(tmp_path / "settings.reg", FCompFileName=source)
     assert compile_with(tmp_path / "settings.reg", source).returncode == 64
     assert source.exists()
 
@@ -48,7 +50,7 @@ def test_output_that_is_the_c_file(tmp_path):
 def test_no_settings(block):
     (block / "old.out").write_text("old")
     nowhere = {"TESSALY_SETTINGS": None, "XDG_CONFIG_HOME": block / "none", "XDG_CONFIG_DIRS": block / "neither"}
-    result = compile_with(None, block / "old.out", environment=nowhere)
+    result = compile_with(None, block / "old.out", env=nowhere)
     assert result.returncode == 1
     assert "no settings file" in result.stderr
     assert not (block / "old.out").exists()
@@ -59,70 +61,70 @@ def test_no_settings(block):
 
 def test_settings_in_the_configuration_folders(block):
     home, system = block / "home dir", block / "system"
-    for folder, text in ((home, settings_text(block / "block.c")), (system, settings_text(block / "wrong.c"))):
+    for folder, name in ((home, "block.c"), (system, "wrong.c")):
         (folder / "tessaly").mkdir(parents=True)
-        (folder / "tessaly" / "settings.reg").write_text(text)
+        write_settings(folder / "tessaly" / "settings.reg", FCompFileName=block / name)
     places = {"TESSALY_SETTINGS": None, "XDG_CONFIG_HOME": home, "XDG_CONFIG_DIRS": f"{block}/none:{system}"}
-    check_built(compile_with(None, block / "a.out", environment=places), block / "a.out")
+    check_built(compile_with(None, block / "a.out", env=places), block / "a.out")
     (home / "tessaly" / "settings.reg").unlink()
-    result = compile_with(None, block / "a.out", environment=places)
+    result = compile_with(None, block / "a.out", env=places)
     assert result.returncode == 1
     assert f"the C file does not exist: {block}/wrong.c" in result.stderr
     places = {"TESSALY_SETTINGS": "", "XDG_CONFIG_HOME": None, "HOME": block / "user", "XDG_CONFIG_DIRS": system}
     shutil.copytree(home, block / "user" / ".config")
-    (block / "user" / ".config" / "tessaly" / "settings.reg").write_text(settings_text(block / "block.c"))
-    check_built(compile_with(None, block / "a.out", environment=places), block / "a.out")
+    write_settings(block / "user" / ".config" / "tessaly" / "settings.reg", FCompFileName=block / "block.c")
+    check_built(compile_with(None, block / "a.out", env=places), block / "a.out")
 
 
 def test_the_users_own_settings_count_before_those_for_all_users(block):
     home, system = block / "home", block / "system"
     for folder in (home, system):
         (folder / "tessaly").mkdir(parents=True)
-    (system / "tessaly" / "settings.reg").write_text(settings_text(block / "block.c"))
+    write_settings(system / "tessaly" / "settings.reg", FCompFileName=block / "block.c")
     own = home / "tessaly" / "settings.reg"
     places = {"TESSALY_SETTINGS": None, "XDG_CONFIG_HOME": home, "XDG_CONFIG_DIRS": system}
 
-    own.write_text(KEY + '"Language"=dword:00000001\n')
-    check_built(compile_with(None, block / "a.out", environment=places), block / "a.out")
-    own.write_text(settings_text(block / "gone.c"))
-    result = compile_with(None, block / "a.out", environment=places)
+    own.write_text(HEAD + '"Language"=dword:00000001\n')
+    check_built(compile_with(None, block / "a.out", env=places), block / "a.out")
+    write_settings(own, FCompFileName=block / "gone.c")
+    result = compile_with(None, block / "a.out", env=places)
     assert f"the C file does not exist: {block}/gone.c (setting FCompFileName in {own})" in result.stderr
-    own.write_text(KEY + '"FCompFileName"=-\n')
-    result = compile_with(None, block / "a.out", environment=places)
+    own.write_text(HEAD + '"FCompFileName"=-\n')
+    result = compile_with(None, block / "a.out", env=places)
     assert f"the path of the C file, is missing in {own}" in result.stderr
 
 
 def test_in_settings_for_all_users_the_tilde_is_the_home_of_each(block):
     (block / "system" / "tessaly").mkdir(parents=True)
-    (block / "system" / "tessaly" / "settings.reg").write_text(settings_text("~/block.c"))
+    write_settings(block / "system" / "tessaly" / "settings.reg", FCompFileName="~/block.c")
     places = {"TESSALY_SETTINGS": None, "XDG_CONFIG_HOME": None, "HOME": block, "XDG_CONFIG_DIRS": block / "system"}
-    check_built(compile_with(None, block / "a.out", environment=places), block / "a.out")
+    check_built(compile_with(None, block / "a.out", env=places), block / "a.out")
     (block / ".config" / "tessaly").mkdir(parents=True)
-    (block / ".config" / "tessaly" / "settings.reg").write_text(settings_text("~/block.c"))
-    result = compile_with(None, block / "a.out", environment=places)
+    write_settings(block / ".config" / "tessaly" / "settings.reg", FCompFileName="~/block.c")
+    result = compile_with(None, block / "a.out", env=places)
     assert "the C file does not exist: ~/block.c" in result.stderr
 
 
-KEY = "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Ostrel\\OstrelCompiler]\n"
+NO_C_FILE = {
+    "nothing": "",
+    "another key": HEAD.replace("\\OstrelCompiler", "") + "\"FCompFileName\"=\"/x.c\"\n",
+    "open key": HEAD.replace("]", "") + "\"FCompFileName\"=\"/x.c\"\n",
+    "comment": HEAD + ";\"FCompFileName\"=\"/x.c\"\n",
+    "empty": HEAD + "\"FCompFileName\"=\"\"\n",
+    "open quote": HEAD + "\"FCompFileName\"=\"/x.c\n",
+    "backslash at the end": HEAD + "\"FCompFileName\"=\"/x.c\\\n",
+    "more behind": HEAD + "\"FCompFileName\"=\"/x.c\" x\n",
+    "wrong escape": HEAD + "\"FCompFileName\"=\"C:\\x.c\"\n",
+    "no equals sign": HEAD + "\"FCompFileName\" \"/x.c\"\n",
+    "removed": HEAD + "\"FCompFileName\"=\"/x.c\"\n\"FCompFileName\"=-\n",
+    "removed above": HEAD + "\"FCompFileName\"=\"/x.c\"\n[-HKLM\\Software\\Ostrel]\n",
+    "removed key": HEAD.replace("[", "[-") + "\"FCompFileName\"=\"/x.c\"\n",
+}
 
 
-@pytest.mark.parametrize("text", [
-    "",
-    "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Ostrel]\n\"FCompFileName\"=\"/x.c\"\n",
-    "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Ostrel\\OstrelCompiler\n\"FCompFileName\"=\"/x.c\"\n",
-    KEY + ";\"FCompFileName\"=\"/x.c\"\n",
-    KEY + "\"FCompFileName\"=\"\"\n",
-    KEY + "\"FCompFileName\"=\"/x.c\n",
-    KEY + "\"FCompFileName\"=\"/x.c\\\n",
-    KEY + "\"FCompFileName\"=\"/x.c\" x\n",
-    KEY + "\"FCompFileName\"=\"C:\\x.c\"\n",
-    KEY + "\"FCompFileName\" \"/x.c\"\n",
-    KEY + "\"FCompFileName\"=\"/x.c\"\n\"FCompFileName\"=-\n",
-    KEY + "\"FCompFileName\"=\"/x.c\"\n[-HKLM\\Software\\Ostrel]\n",
-    KEY.replace("[", "[-") + "\"FCompFileName\"=\"/x.c\"\n",
-])
-def test_no_c_file_in_the_settings(block, text):
-    (block / "settings.reg").write_text(text)
+@pytest.mark.parametrize("kind", NO_C_FILE)
+def test_no_c_file_in_the_settings(block, kind):
+    (block / "settings.reg").write_text(NO_C_FILE[kind])
     result = compile_with(block / "settings.reg", block / "a.out")
     assert result.returncode == 1
     assert "FCompFileName" in result.stderr
@@ -147,7 +149,7 @@ def test_forms_of_the_settings(block, kind):
     folder = block / "Größe \\ \"a\""
     folder.mkdir()
     shutil.move(block / "block.c", folder / "Übung 1.C")
-    (block / "settings.reg").write_bytes(ENCODED[kind](settings_text(folder / "Übung 1.C")))
+    (block / "settings.reg").write_bytes(ENCODED[kind](settings_text(FCompFileName=folder / "Übung 1.C")))
     check_built(compile_with(block / "settings.reg", block / "a.out"), block / "a.out")
 
 
@@ -159,10 +161,10 @@ def test_blanks_and_umlauts_in_every_path(tmp_path):
     (folder / "links" / "first").symlink_to(folder / "links" / "second")
     (folder / "über setzer").symlink_to(shutil.which("cc"))
     (folder / "Blöck 1.c").write_bytes(generated(ECHO))
-    (folder / "set tings.reg").write_text(settings_text("Blöck 1.c"))
+    write_settings(folder / "set tings.reg", FCompFileName="Blöck 1.c")
     result = compile_with(
         "set tings.reg", "Blöck 1.out", script=folder / "links" / "first", cwd=folder,
-        environment={"CC": folder / "über setzer"},
+        env={"CC": folder / "über setzer"},
     )
     check_built(result, folder / "Blöck 1.out")
 
@@ -170,7 +172,7 @@ def test_blanks_and_umlauts_in_every_path(tmp_path):
 def test_names_that_look_like_options(block):
     for name in ("-x.c", "@x.c"):
         shutil.copy(block / "block.c", block / name)
-        (block / "settings.reg").write_text(settings_text(name))
+        write_settings(block / "settings.reg", FCompFileName=name)
         output = name.replace(".c", ".out")
         check_built(compile_with(block / "settings.reg", output, cwd=block), block / output)
 
@@ -186,11 +188,11 @@ def tools_only(folder):
 def test_missing_compiler(block):
     path = tools_only(block)
     (block / "a.out").write_text("old")
-    result = compile_with(block / "settings.reg", block / "a.out", environment={"PATH": path})
+    result = compile_with(block / "settings.reg", block / "a.out", env={"PATH": path})
     assert result.returncode == 127
     assert "Install gcc or clang, or set CC" in result.stderr
     assert not (block / "a.out").exists()
-    result = compile_with(block / "settings.reg", block / "a.out", environment={"CC": "no-such-cc -g"})
+    result = compile_with(block / "settings.reg", block / "a.out", env={"CC": "no-such-cc -g"})
     assert result.returncode == 127
     assert "no-such-cc" in result.stderr
 
@@ -200,19 +202,19 @@ def test_first_compiler_is_taken(block):
     for name in ("clang", "gcc"):
         (path / name).write_text(f"#!/bin/sh\necho {name} >&2\nexit 7\n")
         (path / name).chmod(0o755)
-    result = compile_with(block / "settings.reg", block / "a.out", environment={"PATH": path})
+    result = compile_with(block / "settings.reg", block / "a.out", env={"PATH": path})
     assert (result.returncode, result.stderr) == (7, "gcc\n")
-    result = compile_with(block / "settings.reg", block / "a.out", environment={"PATH": path, "CC": "clang -O2"})
+    result = compile_with(block / "settings.reg", block / "a.out", env={"PATH": path, "CC": "clang -O2"})
     assert (result.returncode, result.stderr) == (7, "clang\n")
 
 
 @pytest.mark.parametrize("compiler", compilers())
 def test_failed_compile(block, compiler):
     source = block / "Größe 1.c"
-    (block / "settings.reg").write_text(settings_text(source))
+    write_settings(block / "settings.reg", FCompFileName=source)
     source.write_bytes(generated({"OnKey": "nonsense;"}))
     (block / "a.out").write_text("old")
-    result = compile_with(block / "settings.reg", block / "a.out", environment={"CC": compiler})
+    result = compile_with(block / "settings.reg", block / "a.out", env={"CC": compiler})
     assert result.returncode == 1
     assert f"{source}:" in result.stderr
     assert "nonsense" in result.stderr
@@ -232,6 +234,6 @@ def test_umlauts_and_own_types_compile_without_a_warning(block, compiler):
     text = "#include <sys/types.h>\r\n#include <math.h>\r\ntypedef unsigned int uint;\r\ndouble width = 2.0;\r\n"
     handlers = {"OnKey": "if (character == 'ö') Print(\"Größe %.1f\\n\", sqrt(width * 8));"}
     (block / "block.c").write_bytes(generated(handlers, text))
-    result = compile_with(block / "settings.reg", block / "a.out", environment={"CC": compiler})
+    result = compile_with(block / "settings.reg", block / "a.out", env={"CC": compiler})
     assert (result.returncode, result.stderr) == (0, "")
     assert play(block / "a.out", "key ö\n") == ("Größe 4.0\n", "")

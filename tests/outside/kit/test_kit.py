@@ -8,7 +8,8 @@ import time
 
 import pytest
 
-from kit_harness import ECHO, ROOT, build, compilers, generated, play
+from harness import ROOT, run
+from kit_harness import ECHO, build, compilers, generated, play
 
 
 @pytest.fixture(scope="module", params=compilers())
@@ -112,7 +113,7 @@ MALFORMED = [
 def test_malformed_lines_are_reported_and_skipped(echo, tmp_path):
     script = tmp_path / "Prüf script.events"
     script.write_bytes(b"timer 1\r\n" + b"".join(line + b"\r\n" for line in MALFORMED) + b"timer 2")
-    result = subprocess.run([echo, script], capture_output=True, timeout=60)
+    result = run(echo, script)
     assert (result.returncode, result.stdout) == (0, b"timer 1\ntimer 2\n")
     reports = result.stderr.decode().splitlines()
     for number, (line, report) in enumerate(zip(MALFORMED, reports), 2):
@@ -250,21 +251,21 @@ def test_bad_input_to_the_calls(tmp_path):
 
 
 def test_command_line(echo, tmp_path):
-    def run(*arguments):
-        result = subprocess.run([echo, *arguments], input="", capture_output=True, text=True, timeout=60)
+    def answer(*arguments):
+        result = run(echo, *arguments, text=True)
         return result.returncode, result.stdout, result.stderr
 
     usage = f"usage: {echo} [--realtime] [SCRIPT]\n"
-    assert run("--help")[::2] == (0, "")
-    assert run("--help")[1].startswith(usage)
+    assert answer("--help")[::2] == (0, "")
+    assert answer("--help")[1].startswith(usage)
     for arguments in (["--nonsense"], ["-r"], ["a", "b"]):
-        assert run(*arguments) == (64, "", usage)
+        assert answer(*arguments) == (64, "", usage)
     for path in (tmp_path / "gone.events", tmp_path):
-        status, output, errors = run(path)
+        status, output, errors = answer(path)
         assert (status, output) == (1, "")
         assert str(path) in errors
     (tmp_path / "--help").write_text("start\n")
-    assert run("--", tmp_path / "--help") == (0, "start 0\n", "")
+    assert answer("--", tmp_path / "--help") == (0, "start 0\n", "")
 
 
 def test_output_that_cannot_be_written(echo):

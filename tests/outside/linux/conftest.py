@@ -1,70 +1,42 @@
-"""The real program on a real X display, worked with real keys. Run by script/test-linux-desktop, which gives $DISPLAY,
-$TESSALY (the program), $KIT, $EXAMPLES and $SCREENSHOTS
-(folders)."""
+"""The real program on a real X display, worked with real keys. Run by script/test-linux-desktop, which gives $DISPLAY
+and $TESSALY (the program)."""
 
+import functools
 import os
-import pathlib
 import resource
 import subprocess
-import time
 
 import pytest
-
-DEADLINE = 30
-EXAMPLE = pathlib.Path(os.environ["EXAMPLES"]) / "blink"
-
-
-def until(condition, what):
-    """Waits until condition() gives something true, and returns that."""
-    end = time.monotonic() + DEADLINE
-    while time.monotonic() < end:
-        result = condition()
-        if result:
-            return result
-        time.sleep(0.02)
-    raise AssertionError(f"not within {DEADLINE} s: {what}")
-
-
-def xdotool(*arguments):
-    done = subprocess.run(["xdotool", *map(str, arguments)], capture_output=True, text=True, check=False)
-    return done.stdout.split()
+from harness import PATIENCE, ROOT, environment, identify, screenshot, wait_until, write_settings, xdotool
 
 
 class Program:
     """A running copy of the program. `limits` are those of the system, as {resource.RLIMIT_AS: bytes}."""
 
     def __init__(self, home, arguments, limits, variables):
-        unwanted = ("TESSALY_SETTINGS", "XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME")
-        environment = {
-            **{name: value for name, value in os.environ.items() if name not in unwanted},
-            "HOME": str(home),
-            "XDG_RUNTIME_DIR": str(home / "run"),
-            "XDG_CONFIG_DIRS": str(home / "system"),
-            "PATH": f"{home}/bin:{os.environ['PATH']}",
-            "QT_QPA_PLATFORM": "xcb",
-            **variables,
-        }
+        own = {name: None for name in ("TESSALY_SETTINGS", "XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME")}
+        own |= {"HOME": home, "XDG_RUNTIME_DIR": home / "run", "XDG_CONFIG_DIRS": home / "system",
+                "PATH": f"{home}/bin:{os.environ['PATH']}", "QT_QPA_PLATFORM": "xcb"}
 
         def set_limits():
             for limit, size in limits.items():
                 resource.setrlimit(limit, (size, size))
 
-        self.process = subprocess.Popen([os.environ["TESSALY"], *map(str, arguments)], env=environment,
-                                        preexec_fn=set_limits)
+        self.process = subprocess.Popen([os.environ["TESSALY"], *map(str, arguments)],
+                                        env=environment({**own, **variables}), preexec_fn=set_limits)
 
     def windows(self, title=""):
-        return xdotool("search", "--onlyvisible", "--pid", self.process.pid, "--name", title)
+        return xdotool("search", "--onlyvisible", "--pid", self.process.pid, "--name", title, check=False)
 
     def wait_for(self, title):
         """Waits for a window with this title that has the keyboard, and returns its number."""
 
         def active():
-            found = xdotool("getactivewindow")
-            names = subprocess.run(["xdotool", "getactivewindow", "getwindowname"], capture_output=True, text=True,
-                                   check=False).stdout.strip()
-            return found and names == title and xdotool("getwindowfocus") == found and found[0]
+            found = xdotool("getactivewindow", check=False)
+            names = xdotool("getactivewindow", "getwindowname", check=False)
+            return names == title.split() and xdotool("getwindowfocus", check=False) == found and found[0]
 
-        return until(active, f"a window “{title}” with the keyboard")
+        return wait_until(f"a window “{title}” with the keyboard", active)
 
     def key(self, *keys):
         for key in keys:
@@ -74,7 +46,7 @@ class Program:
         xdotool("type", "--clearmodifiers", "--delay", "15", text)
 
     def wait_for_end(self):
-        return self.process.wait(DEADLINE)
+        return self.process.wait(PATIENCE)
 
     def kill(self):
         if self.process.poll() is None:
@@ -106,13 +78,14 @@ def fixture_home(tmp_path):
         (tmp_path / "help" / language / "index.html").write_text("help")
     settings = tmp_path / "system/tessaly/settings.reg"
     settings.parent.mkdir(parents=True)
-    settings.write_text(
-        "Windows Registry Editor Version 5.00\n\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Ostrel\\OstrelCompiler]\n"
-        f'"FCompBat"="{os.environ["KIT"]}/compile.sh"\n'
-        '"FCompFileName"="~/.cache/tessaly/program.c"\n'
-        f'"FHelp"="{tmp_path}/help"\n'
-    )
+    write_settings(settings, FCompBat=ROOT / "kit/compile.sh", FCompFileName="~/.cache/tessaly/program.c",
+                   FHelp=tmp_path / "help")
     return tmp_path
+
+
+@pytest.fixture(name="opener")
+def fixture_opener(home):
+    return functools.partial(make_opener, home)
 
 
 @pytest.fixture(name="start")
@@ -133,18 +106,15 @@ def fixture_picture():
     """Takes a picture of the whole screen once it stands still."""
 
     def picture(name):
-        folder = pathlib.Path(os.environ["SCREENSHOTS"])
-        folder.mkdir(parents=True, exist_ok=True)
-        path = folder / f"linux-{name}.png"
+        path = ROOT / f"build/screenshots/linux-{name}.png"
         earlier = []
 
         def still():
-            subprocess.run(["import", "-window", "root", path], check=True)
-            earlier.append(subprocess.run(["identify", "-format", "%#", path], capture_output=True, text=True,
-                                          check=True).stdout)
+            screenshot(path)
+            earlier.append(identify(path, "%#"))
             return len(earlier) > 1 and earlier[-1] == earlier[-2]
 
-        until(still, "a screen that stands still")
+        wait_until("a screen that stands still", still)
         return path
 
     return picture

@@ -5,8 +5,7 @@ import pathlib
 import subprocess
 
 import pytest
-
-from conftest import EXAMPLE, until
+from harness import example_file, wait_until
 
 
 READER = pathlib.Path(__file__).parent / "spoken.py"
@@ -33,19 +32,19 @@ def fixture_spoken(home):
 
 
 def test_every_control_has_a_name(start, spoken):
-    program = start(EXAMPLE / "Blink.PSF", **spoken.session)
+    program = start(example_file("blink", ".PSF"), **spoken.session)
     program.wait_for("Tessaly")
     program.key("F2", "Up", "Up")
 
     def says(line, role):
-        until(lambda: line in spoken(role), f"“{line}” to be said")
+        wait_until(f"“{line}” to be said", lambda: line in spoken(role))
 
     says("tree: Code Viewer", "tree")
     says("text: Event Code", "text")
     says("push button: Add Function", "push button")
     says("push button: Delete", "push button")
     says("status bar: ", "status bar")
-    assert f"label: File={EXAMPLE}/Blink.PSF" in spoken("label")
+    assert f"label: File={example_file('blink', '.PSF')}" in spoken("label")
     program.key("alt+l", "g")
     says("tree: Ereignistypauswahl", "tree")
     says("push button: Funktion hinzufügen", "push button")

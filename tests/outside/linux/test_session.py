@@ -3,8 +3,7 @@
 import shutil
 
 import pytest
-
-from conftest import EXAMPLE, until
+from harness import example_file, wait_until
 from session_manager import ANY_INTERACTION, NO_INTERACTION, SessionManager
 
 
@@ -15,7 +14,7 @@ def fixture_manager():
 
 @pytest.fixture(name="block")
 def fixture_block(home):
-    return shutil.copy(EXAMPLE / "Blink.PSF", home / "edit.PSF")
+    return shutil.copy(example_file("blink", ".PSF"), home / "edit.PSF")
 
 
 @pytest.fixture(name="edited")
@@ -23,7 +22,7 @@ def fixture_edited(start, manager, block):
     """The program with an edit that is not saved, known to the session manager."""
     manager.events.clear()
     program = start(block, SESSION_MANAGER=manager.address)
-    until(lambda: "saved" in manager.run(), "the program at the session manager")
+    wait_until("the program at the session manager", lambda: "saved" in manager.run())
     program.wait_for("Tessaly")
     program.key("F2", "Home", "F3", "ctrl+Home")
     program.type("int kept;")
@@ -36,11 +35,11 @@ def is_kept(block):
 
 def test_with_leave_it_asks_before_it_says_done_and_ends(edited, manager, block):
     manager.end_session(ANY_INTERACTION)
-    until(lambda: "interact" in manager.run() and edited.windows("Save Dialog"), "the question")
+    wait_until("the question", lambda: "interact" in manager.run() and edited.windows("Save Dialog"))
     edited.wait_for("Save Dialog")
     assert "saved" not in manager.run()
     edited.key("Return")
-    until(lambda: {"saved", "close"} <= set(manager.run()), "its word that it is done, and its end")
+    wait_until("its word that it is done, and its end", lambda: {"saved", "close"} <= set(manager.run()))
     assert edited.wait_for_end() == 0
     assert is_kept(block)
 
@@ -48,7 +47,7 @@ def test_with_leave_it_asks_before_it_says_done_and_ends(edited, manager, block)
 def test_without_leave_nobody_is_asked_when_the_session_ends(home, edited, manager, block):
     edited.key("alt+l", "g")
     manager.end_session(NO_INTERACTION)
-    until(lambda: "saved" in manager.run(), "its word that it is done")
+    wait_until("its word that it is done", lambda: "saved" in manager.run())
     assert edited.process.poll() is None
     manager.die()
     assert edited.wait_for_end() == 0
@@ -58,7 +57,7 @@ def test_without_leave_nobody_is_asked_when_the_session_ends(home, edited, manag
 
 def test_a_session_that_goes_on_leaves_what_nobody_was_asked_about(edited, manager, block):
     manager.end_session(NO_INTERACTION)
-    until(lambda: "saved" in manager.run(), "its word that it is done")
+    wait_until("its word that it is done", lambda: "saved" in manager.run())
     manager.cancel()
     edited.key("alt+F4")
     edited.wait_for("Save Dialog")

@@ -4,14 +4,13 @@ import shutil
 import subprocess
 
 import pytest
-
-from conftest import EXAMPLE, until, xdotool
+from harness import click, example_file, wait_until, xdotool
 
 
 @pytest.fixture(name="block")
 def fixture_block(home):
     path = home / "typed.PSF"
-    shutil.copy(EXAMPLE / "Blink.PSF", path)
+    shutil.copy(example_file("blink", ".PSF"), path)
     return path
 
 
@@ -31,7 +30,7 @@ def text(block):
 
 def save(program, block):
     program.key("alt+f", "s")
-    until(lambda: "int first;" in text(block), "the saved text")
+    wait_until("the saved text", lambda: "int first;" in text(block))
     program.wait_for("Tessaly")
 
 
@@ -45,16 +44,16 @@ def type_on_and_close(program, block):
     assert "int first;int later;" in text(block)
 
 
-def click(program, across, down):
+def click_into(program, across, down):
     """Clicks into the window, so many pixels from its corner."""
-    xdotool("mousemove", "--window", program.wait_for("Tessaly"), across, down, "click", 1)
+    click(across, down, window=program.wait_for("Tessaly"))
 
 
 def open_menu(program, how):
     """Opens a menu and waits for its window; returns what windows were there before."""
     before = program.windows()
     how()
-    until(lambda: len(program.windows()) > len(before), "the open menu")
+    wait_until("the open menu", lambda: len(program.windows()) > len(before))
     return before
 
 
@@ -64,9 +63,9 @@ def test_after_a_save_by_keys(program, block):
 
 
 def test_after_a_save_by_the_mouse(program, block):
-    open_menu(program, lambda: click(program, 20, 12))
+    open_menu(program, lambda: click_into(program, 20, 12))
     program.key("s")
-    until(lambda: "int first;" in text(block), "the saved text")
+    wait_until("the saved text", lambda: "int first;" in text(block))
     type_on_and_close(program, block)
 
 
@@ -76,7 +75,7 @@ def test_after_a_save_under_another_name(program, block, home):
     other = home / "other.PSF"
     program.type(str(other))
     program.key("Return")
-    until(other.exists, "the other file")
+    wait_until("the other file", other.exists)
     program.wait_for("Tessaly")
     type_on_and_close(program, other)
 
@@ -85,7 +84,7 @@ def test_after_a_build_with_its_question_and_its_window(program, block, home):
     program.key("F10")
     program.wait_for("Save As")
     program.key("Return")
-    until((home / "typed.out").exists, "the program block")
+    wait_until("the program block", (home / "typed.out").exists)
     program.wait_for("Tessaly")
     type_on_and_close(program, block)
 
@@ -103,7 +102,7 @@ def test_after_menus_that_were_only_looked_at(program, block):
     save(program, block)
     before = open_menu(program, lambda: program.key("alt+f"))
     program.key("Escape", "Escape")
-    until(lambda: program.windows() == before, "the closed menu")
+    wait_until("the closed menu", lambda: program.windows() == before)
     program.key("Alt_L", "Alt_L")
     type_on_and_close(program, block)
 
@@ -126,7 +125,8 @@ def test_after_another_window_and_minimising(program, block):
     save(program, block)
     main = program.windows("^Tessaly$")[0]
     with subprocess.Popen(["xmessage", "another program"]) as other:
-        window = until(lambda: xdotool("search", "--onlyvisible", "--name", "^xmessage$"), "another window")[-1]
+        window = wait_until("another window", lambda: xdotool("search", "--onlyvisible", "--name", "^xmessage$",
+                                                              check=False))[-1]
         xdotool("windowactivate", "--sync", window)
         xdotool("windowactivate", "--sync", main)
         other.kill()

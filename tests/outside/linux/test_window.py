@@ -4,10 +4,9 @@ import os
 import resource
 import shutil
 import signal
-import subprocess
 
 import pytest
-from conftest import EXAMPLE, make_opener, until, xdotool
+from harness import click, example_file, run, wait_until, xdotool
 
 
 def open_by_menu(program, path):
@@ -20,7 +19,7 @@ def open_by_menu(program, path):
 
 def test_a_block_is_opened_edited_built_and_run(home, start, picture):
     block = home / "a b.PSF"
-    shutil.copy(EXAMPLE / "Blink.PSF", block)
+    shutil.copy(example_file("blink", ".PSF"), block)
     program = start()
     program.wait_for("Tessaly")
     open_by_menu(program, block)
@@ -50,13 +49,13 @@ def test_a_block_is_opened_edited_built_and_run(home, start, picture):
     picture("save-question")
     program.key("Return")
     built = home / "a b.out"
-    until(built.exists, "the program block")
+    wait_until("the program block", built.exists)
     text = block.read_text("cp1252")
     assert "int typed;" in text and "void Added(void)" in text
     assert "int typed;" in (home / ".cache/tessaly/program.c").read_text("cp1252")
-    until(lambda: os.access(built, os.X_OK), "a program block that can be run")
-    done = subprocess.run([built, EXAMPLE / "Blink.events"], capture_output=True, text=True, timeout=30, check=False)
-    assert done.stdout == (EXAMPLE / "Blink.expected").read_text()
+    wait_until("a program block that can be run", lambda: os.access(built, os.X_OK))
+    done = run(built, example_file("blink", ".events"), text=True)
+    assert done.stdout == example_file("blink", ".expected").read_text()
 
     program.wait_for("Tessaly")
     program.key("alt+F4")
@@ -65,13 +64,13 @@ def test_a_block_is_opened_edited_built_and_run(home, start, picture):
 
 def test_a_mistake_comes_up_in_a_window_and_stands_in_the_log(home, start, picture):
     block = home / "wrong.PSF"
-    block.write_bytes((EXAMPLE / "Blink.PSF").read_bytes().replace(b"[GVars]\r\n", b"[GVars]\r\nint = 1;\r\n"))
+    block.write_bytes((example_file("blink", ".PSF")).read_bytes().replace(b"[GVars]\r\n", b"[GVars]\r\nint = 1;\r\n"))
     program = start(block)
     program.wait_for("Tessaly")
     program.key("F10")
     log = home / ".local/state/tessaly/build.log"
-    until(lambda: program.windows("build.log$"), "the window with the compiler's output")
-    until(lambda: "error" in log.read_text(), "the mistake in the log")
+    wait_until("the window with the compiler's output", lambda: program.windows("build.log$"))
+    wait_until("the mistake in the log", lambda: "error" in log.read_text())
     program.wait_for("Tessaly")  # it still has the keyboard
     picture("mistake")
 
@@ -102,7 +101,7 @@ def test_a_window_that_is_destroyed_from_outside_ends_the_program(start):
 
 def test_edits_are_asked_for_when_the_window_is_destroyed_from_outside(home, start):
     block = home / "edit.PSF"
-    shutil.copy(EXAMPLE / "Blink.PSF", block)
+    shutil.copy(example_file("blink", ".PSF"), block)
     program = start(block)
     window = program.wait_for("Tessaly")
     program.key("F2", "Home", "F3", "ctrl+Home")
@@ -134,8 +133,8 @@ def open_about(program, main):
     """Returns its window, which has the keyboard."""
     program.wait_for("Tessaly")
     program.key("alt+h", "Up", "Return")
-    return until(lambda: next((w for w in program.windows() if w != main and xdotool("getwindowfocus") == [w]), None),
-                 "the About box with the keyboard")
+    return wait_until("the About box with the keyboard", lambda: next((
+        w for w in program.windows() if w != main and xdotool("getwindowfocus", check=False) == [w]), None))
 
 
 def test_about_stands_in_the_middle_and_goes_at_a_key_and_a_left_click(start):
@@ -144,21 +143,21 @@ def test_about_stands_in_the_middle_and_goes_at_a_key_and_a_left_click(start):
     xdotool("windowsize", "--sync", main, 700, 500, "windowmove", "--sync", main, 540, 270)
     about = open_about(program, main)
     owner = middle(main)
-    until(lambda: all(abs(a - b) <= 2 for a, b in zip(middle(about), owner)), f"{middle(about)} to be {owner}")
+    wait_until(f"{middle(about)} to be {owner}", lambda: all(abs(a - b) <= 2 for a, b in zip(middle(about), owner)))
     program.key("shift", "ctrl", "ISO_Level3_Shift", "Caps_Lock", "Caps_Lock")
-    xdotool("mousemove", *owner, "click", 3)
+    click(*owner, button=3)
     assert program.windows() and about in program.windows()
     program.key("alt")
     program.key("Tab")
-    until(lambda: about not in program.windows(), "the end of the About box at a key")
+    wait_until("the end of the About box at a key", lambda: about not in program.windows())
     about = open_about(program, main)
-    xdotool("mousemove", *owner, "click", 1)
-    until(lambda: about not in program.windows(), "the end of the About box at a click")
+    click(*owner)
+    wait_until("the end of the About box at a click", lambda: about not in program.windows())
     program.wait_for("Tessaly")
 
 
-def test_without_a_browser_the_help_has_a_window_of_its_own(home, start, picture):
-    make_opener(home, "Development;TextEditor;")
+def test_without_a_browser_the_help_has_a_window_of_its_own(home, opener, start, picture):
+    opener("Development;TextEditor;")
     for language in ("en", "de"):
         (home / "help" / language / "index.html").write_text(
             f"<title>{language} first</title><h1>First</h1><p><a href='next.html'>next</a>")
@@ -193,8 +192,8 @@ def test_f1_in_the_name_dialog_opens_the_help_in_the_browser(home, start):
     program.wait_for("Add Function")
     program.key("F1")
     opened = home / "opened"
-    until(opened.exists, "the help")
-    until(lambda: opened.read_text().endswith("\n"), "the path of the help")
+    wait_until("the help", opened.exists)
+    wait_until("the path of the help", lambda: opened.read_text().endswith("\n"))
     assert opened.read_text() == f"{home}/help/en/index.html\n"
 
 
@@ -203,13 +202,13 @@ def test_the_language_is_kept_for_the_next_start_and_so_is_the_file(home, start,
     own.parent.mkdir(parents=True)
     before = "Windows Registry Editor Version 5.00\r\n; mine\r\n[HKCU\\Else]\r\n\"a\"=\"b\"\r\n"
     own.write_bytes(before.encode())
-    program = start(EXAMPLE / "Blink.PSF")
+    program = start(example_file("blink", ".PSF"))
     program.wait_for("Tessaly")
     program.key("alt+l", "g")
     program.key("F1")
     opened = home / "opened"
-    until(opened.exists, "the help")
-    until(lambda: opened.read_text().endswith("\n"), "the path of the help")
+    wait_until("the help", opened.exists)
+    wait_until("the path of the help", lambda: opened.read_text().endswith("\n"))
     assert opened.read_text() == f"{home}/help/de/index.html\n"
     picture("german")
     program.key("alt+d", "Up")
@@ -222,8 +221,8 @@ def test_the_language_is_kept_for_the_next_start_and_so_is_the_file(home, start,
     program = start()
     program.wait_for("Tessaly")
     program.key("F1")
-    until(opened.exists, "the help")
-    assert "/help/de/" in until(opened.read_text, "the path of the help")
+    wait_until("the help", opened.exists)
+    assert "/help/de/" in wait_until("the path of the help", opened.read_text)
 
 
 def test_without_any_settings_the_message_comes_and_the_program_goes_on(home, start, picture):
@@ -239,7 +238,7 @@ def test_without_any_settings_the_message_comes_and_the_program_goes_on(home, st
 
 def test_closing_by_the_frame_with_edits_asks_and_saves(home, start):
     block = home / "edit.PSF"
-    shutil.copy(EXAMPLE / "Blink.PSF", block)
+    shutil.copy(example_file("blink", ".PSF"), block)
     program = start(block)
     program.wait_for("Tessaly")
     program.key("F2", "Home", "F3", "ctrl+Home")
@@ -253,7 +252,7 @@ def test_closing_by_the_frame_with_edits_asks_and_saves(home, start):
 
 def with_references(path, text):
     """A block with many lines of references."""
-    path.write_bytes((EXAMPLE / "Blink.PSF").read_bytes().replace(b"[GVars]\r\n", b"[GVars]\r\n" + text))
+    path.write_bytes((example_file("blink", ".PSF")).read_bytes().replace(b"[GVars]\r\n", b"[GVars]\r\n" + text))
     return path
 
 
@@ -302,12 +301,12 @@ def test_pictures_of_a_dark_theme_and_of_200_percent(home, start, picture):
                  "KDE_SESSION_VERSION": "5"},
         "200": {"QT_SCALE_FACTOR": "2"},
     }.items():
-        program = start(EXAMPLE / "Blink.PSF", **variables)
+        program = start(example_file("blink", ".PSF"), **variables)
         program.wait_for("Tessaly")
         program.key("F2", "Up", "Up")
         picture(name)
         program.key("alt+h", "Up", "Return")
-        until(lambda p=program: len(p.windows()) > 1, "the About box")
+        wait_until("the About box", lambda p=program: len(p.windows()) > 1)
         picture(f"{name}-about")
         program.key("space")
         program.wait_for("Tessaly")

@@ -7,8 +7,8 @@ import subprocess
 from pathlib import Path
 
 import pytest
+from harness import ROOT
 
-ROOT = Path(__file__).resolve().parents[3]
 PICTURES = Path(os.environ["PICTURES"])
 ICON_SIZES = [16, 20, 24, 32, 40, 48, 64, 256]
 SMALL = [(f"{name}-{size}", size) for name in ("add", "delete") for size in (16, 20, 24, 32, 48)]

@@ -1,27 +1,24 @@
-"""Runs psf, whose path is in $PSF, on files in a fresh folder. A psf.exe runs under the Wine of $PSF_WINE bits, and is
-given the paths of this machine, as Wine knows them on its current drive."""
+"""Runs psf, whose path is in $PSF, on files in a fresh folder. A psf.exe runs under Wine, and is given the
+paths of this machine, as Wine knows them on its current drive."""
 
 import json
 import os
 import subprocess
 
 import pytest
+from harness import EVENTS, wine_command
 
 PSF = os.environ["PSF"]
-WINE = os.environ.get("PSF_WINE")
-ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)))))
-EVENTS = ["OnError", "OnFrame", "OnKey", "OnStart", "OnStop", "OnTimer", "OnTrigger", "OnSerial", "OnMsg"]
-
-
-COMMAND = [f"{ROOT}/script/wine", WINE, PSF] if WINE else [PSF]
+IS_EXE = PSF.endswith(".exe")
+COMMAND = wine_command(PSF) if IS_EXE else [PSF]
 
 
 def not_on_windows(reason):
     """For a test of something that Windows does not have."""
-    return pytest.mark.skipif(WINE is not None, reason=reason)
+    return pytest.mark.skipif(IS_EXE, reason=reason)
 
 
-only_on_windows = pytest.mark.skipif(WINE is None, reason="about psf.exe")
+only_on_windows = pytest.mark.skipif(not IS_EXE, reason="about psf.exe")
 
 
 class Result:

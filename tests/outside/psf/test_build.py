@@ -1,15 +1,14 @@
 """psf build with real compilers: the settings, the command line, the messages, and programs that run."""
 
-import pathlib
 import shutil
 import subprocess
 
 import pytest
-from psf_harness import ROOT, not_on_windows, psf, source
+from harness import EXAMPLES, ROOT, example_file, write_settings
+from psf_harness import not_on_windows, psf, source
 
 pytestmark = not_on_windows("its compilers and batch files are those of Linux; test_build_windows.py has the others")
-KIT = pathlib.Path(ROOT) / "kit"
-EXAMPLES = ["blink/Blink", "filter/Filter", "serial/Echo", "gateway/Gateway"]
+KIT = ROOT / "kit"
 COMPILERS = ["gcc", "clang"]
 
 
@@ -23,14 +22,10 @@ class Workplace:
         self.use(KIT / "compile.sh")
 
     def use(self, batch, **values):
-        values = {"FCompBat": str(batch), "FCompFileName": str(self.c_file), **values}
-        quoted = {name: value.replace("\\", "\\\\").replace('"', '\\"') for name, value in values.items()}
-        self.settings("".join(f'"{name}"="{value}"\r\n' for name, value in quoted.items()))
+        self.settings(**{"FCompBat": batch, "FCompFileName": self.c_file, **values})
 
-    def settings(self, values):
-        (self.folder / "settings.reg").write_text(
-            "Windows Registry Editor Version 5.00\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Ostrel\\OstrelCompiler]\r\n"
-            + values, newline="")
+    def settings(self, **values):
+        write_settings(self.folder / "settings.reg", **values)
 
     def batch(self, script):
         path = self.folder / "batch.sh"
@@ -59,13 +54,12 @@ def place(tmp_path):
 @pytest.mark.parametrize("compiler", COMPILERS)
 @pytest.mark.parametrize("name", EXAMPLES)
 def test_an_example_is_built_without_a_word_and_does_what_is_expected(place, name, compiler):
-    example = pathlib.Path(ROOT) / "examples" / f"{name}.PSF"
-    file = place.write(example.name, example.read_bytes())
+    file = place.write("Example.PSF", example_file(name, ".PSF").read_bytes())
     result = place.build(file, compiler)
     assert (result.status, result.out, result.err) == (0, b"", "")
-    done = subprocess.run([file.with_suffix(".out"), example.with_suffix(".events")], capture_output=True, timeout=60)
+    done = subprocess.run([file.with_suffix(".out"), example_file(name, ".events")], capture_output=True, timeout=60)
     assert done.returncode == 0
-    assert done.stdout.decode() == example.with_suffix(".expected").read_text()
+    assert done.stdout.decode() == example_file(name, ".expected").read_text()
     assert done.stderr == b""
 
 
@@ -235,11 +229,13 @@ def test_a_c_file_that_cannot_be_written_is_6(place):
     assert str(place.c_file) in result.err
 
 
-@pytest.mark.parametrize("values", ["", '"FCompBat"="/bin/true"\r\n', '"FCompFileName"="/tmp/x.c"\r\n',
-                                    '"FCompBat"=""\r\n"FCompFileName"="/tmp/x.c"\r\n'])
+@pytest.mark.parametrize("values", [
+    pytest.param({}, id="neither"), pytest.param({"FCompBat": "/bin/true"}, id="no C file"),
+    pytest.param({"FCompFileName": "/tmp/x.c"}, id="no batch file"),
+    pytest.param({"FCompBat": "", "FCompFileName": "/tmp/x.c"}, id="empty batch file")])
 def test_without_a_compiler_in_the_settings_it_says_so(place, values):
     place.write("x.PSF", source())
-    place.settings(values)
+    place.settings(**values)
     result = place.build("x.PSF")
     assert (result.status, result.out) == (127, b"")
     assert "The compiler could not be found!  Please reinstall the software!" in result.err

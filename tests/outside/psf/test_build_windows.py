@@ -1,13 +1,11 @@
 """psf.exe build with batch files of Windows: the settings, the command line, what comes back. test_build.py has
 the rest: it is the same code."""
 
-import subprocess
-
 import pytest
-from psf_harness import COMMAND, only_on_windows, psf, source
+from harness import KEY, reg, windows_path, write_settings
+from psf_harness import only_on_windows, psf, source
 
 pytestmark = only_on_windows
-SETTINGS = "SOFTWARE\\Ostrel\\OstrelCompiler"
 
 
 class Workplace:
@@ -25,18 +23,11 @@ class Workplace:
 
     def batch(self, script, name="my compile ä.bat"):
         path = self.write(name, f"@echo off\r\n{script}\r\n".encode("cp1252"))
-        values = {"FCompBat": dos(path), "FCompFileName": dos(self.c_file)}
-        quoted = "".join('"{}"="{}"\r\n'.format(n, v.replace("\\", "\\\\")) for n, v in values.items())
-        head = "Windows Registry Editor Version 5.00\r\n\r\n"
-        self.write("settings.reg", f"{head}[HKEY_LOCAL_MACHINE\\{SETTINGS}]\r\n{quoted}".encode())
+        write_settings(self.folder / "settings.reg", FCompBat=windows_path(path),
+                       FCompFileName=windows_path(self.c_file))
 
     def build(self, file):
         return psf("build", file, env={"TESSALY_SETTINGS": str(self.folder / "settings.reg")}, cwd=self.folder)
-
-
-def dos(path):
-    """A path of this machine as Windows writes it."""
-    return "Z:" + str(path).replace("/", "\\")
 
 
 @pytest.fixture
@@ -66,12 +57,12 @@ def test_what_the_compiler_says_is_led_back_to_the_members(place):
     place.write("x.PSF", source([("Blink", "void Blink(void)\r\n{\r\n    first = 1;\r\n}")]))
     text = psf("generate", place.folder / "x.PSF").out.replace(b"\r\n", b"\n").replace(b"\r", b"\n")
     number = next(i for i, line in enumerate(text.split(b"\n"), 1) if b"first" in line)
-    place.write("said.txt", f"{dos(place.c_file)}:{number}:5: error: 'first' is no name\r\n".encode("cp1252"))
+    place.write("said.txt", f"{windows_path(place.c_file)}:{number}:5: error: 'first' is no name\r\n".encode("cp1252"))
     place.batch("type said.txt\r\nexit /b 1")
     result = place.build("x.PSF")
     assert result.status == 1
     assert result.out.decode() == (
-        f"x.PSF:functions/Blink:3: error: 'first' is no name ({dos(place.c_file)}:{number}:5)\r\n")
+        f"x.PSF:functions/Blink:3: error: 'first' is no name ({windows_path(place.c_file)}:{number}:5)\r\n")
 
 
 def test_a_path_that_the_shell_would_change_is_refused(place):
@@ -95,17 +86,11 @@ def test_a_batch_file_that_is_not_there_is_127(place):
 def test_without_a_settings_file_the_registry_counts(place):
     place.write("x.PSF", source())
     place.batch("echo built %1")
-    registry = [*COMMAND[:2], "reg"]
-
-    def run(*arguments):
-        subprocess.run([*registry, *arguments], check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                       timeout=120)
-
     try:
-        run("add", f"HKLM\\{SETTINGS}", "/v", "FCompBat", "/d", dos(place.folder / "my compile ä.bat"), "/f")
-        run("add", f"HKLM\\{SETTINGS}", "/v", "FCompFileName", "/d", dos(place.c_file), "/f")
+        reg("add", KEY, "/v", "FCompBat", "/d", windows_path(place.folder / "my compile ä.bat"), "/f")
+        reg("add", KEY, "/v", "FCompFileName", "/d", windows_path(place.c_file), "/f")
         result = psf("build", "x.PSF", cwd=place.folder)
         assert (result.status, result.out, result.err) == (0, b'built "x.out"\r\n', "")
     finally:
-        run("delete", f"HKLM\\{SETTINGS}", "/f")
+        reg("delete", KEY, "/f")
     assert psf("build", "x.PSF", cwd=place.folder).status == 127

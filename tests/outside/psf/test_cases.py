@@ -2,12 +2,12 @@
 out.c and status. A mismatch leaves the new output beside the expected one, as NAME.new, to be read and promoted."""
 
 import json
-import pathlib
 
 import pytest
-from psf_harness import ROOT, psf
+from harness import ROOT
+from psf_harness import psf
 
-CASES = pathlib.Path(ROOT) / "tests" / "cases"
+CASES = ROOT / "tests" / "cases"
 NAMES = sorted(path.name for path in CASES.iterdir() if path.is_dir())
 
 

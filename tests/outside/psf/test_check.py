@@ -1,7 +1,8 @@
 """psf check: each silent loss that a load can bring has its warning, at its line, and a good file has none."""
 
 import pytest
-from psf_harness import EVENTS, ROOT, lines, psf, source
+from harness import EVENTS, EXAMPLES, example_file
+from psf_harness import lines, psf, source
 
 MAIN = ("Main", "void Main()\r\n{\r\n}")
 
@@ -255,7 +256,7 @@ def test_the_number_of_warnings_is_bounded(tmp_path):
     assert b"more warnings" in result.out
 
 
-@pytest.mark.parametrize("name", ["blink/Blink", "filter/Filter", "serial/Echo", "gateway/Gateway"])
+@pytest.mark.parametrize("name", EXAMPLES)
 def test_the_examples_have_no_warnings(name):
-    result = psf("check", f"{ROOT}/examples/{name}.PSF")
+    result = psf("check", example_file(name, ".PSF"))
     assert (result.status, result.out) == (0, b"")

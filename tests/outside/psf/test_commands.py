@@ -7,7 +7,8 @@ import stat
 import subprocess
 
 import pytest
-from psf_harness import COMMAND, EVENTS, not_on_windows, psf, shown, source
+from harness import EVENTS
+from psf_harness import COMMAND, not_on_windows, psf, shown, source
 
 BODY = "void Main(void)\r\n{\r\n}"
 

@@ -4,7 +4,8 @@ import os
 import subprocess
 
 import pytest
-from psf_harness import PSF, ROOT, not_on_windows, source
+from harness import ROOT
+from psf_harness import PSF, not_on_windows, source
 
 pytestmark = not_on_windows("the shells that complete are not there")
 FOLDER = f"{ROOT}/programs/psf/completions"

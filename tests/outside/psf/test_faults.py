@@ -13,6 +13,7 @@ import stat
 import subprocess
 
 import pytest
+from harness import write_settings
 from psf_harness import COMMAND, psf, source
 
 LIBRARY = os.environ.get("PSF_FAULTS")
@@ -58,9 +59,7 @@ class Place:
         # More than a pipe holds: it cannot end before it is read.
         (self.path / "compile").write_bytes(b'#!/bin/sh\necho "C.c:1:1: error: x"\nprintf "%070000d\\n" 0\n')
         (self.path / "compile").chmod(0o755)
-        (self.path / "settings.reg").write_bytes(
-            b"Windows Registry Editor Version 5.00\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Ostrel\\OstrelCompiler]\r\n"
-            b'"FCompBat"="./compile"\r\n"FCompFileName"="C.c"\r\n')
+        write_settings(self.path / "settings.reg", FCompBat="./compile", FCompFileName="C.c")
 
     def files(self):
         return {p.name: (p.read_bytes(), stat.S_IMODE(p.stat().st_mode)) for p in self.path.iterdir()}

@@ -4,15 +4,14 @@ import shutil
 import subprocess
 
 import pytest
+from harness import example_file, windows_path
+from windows_harness import Program, install, probe
 
-from windows_harness import ROOT, Probe, Program, install, windows_path
 
-
-@pytest.fixture(scope="session")
-def probe():
-    running = Probe()
-    yield running
-    running.end()
+@pytest.fixture(scope="session", name="probe")
+def fixture_probe():
+    yield probe()
+    probe().end()
 
 
 @pytest.fixture
@@ -23,7 +22,7 @@ def folder(tmp_path):
 @pytest.fixture
 def example(folder):
     """A copy of an example that may be changed."""
-    return shutil.copy(f"{ROOT}/examples/blink/Blink.PSF", folder / "Blink.PSF")
+    return shutil.copy(example_file("blink", ".PSF"), folder)
 
 
 @pytest.fixture
@@ -58,7 +57,7 @@ def launch(probe):
     started = []
 
     def start(command_line="", wait=True, **place):
-        program = Program(probe, command_line, **place)
+        program = Program(command_line, **place)
         started.append(program)
         return program.wait_main() if wait else program
 

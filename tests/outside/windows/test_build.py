@@ -3,7 +3,8 @@
 import os
 import shutil
 
-from windows_harness import ROOT, install, psf, wait_until, wine, windows_path
+from harness import ROOT, example_file, wait_until, wine, windows_path
+from windows_harness import install, psf
 
 SAVE_FIRST = ("Save As", "Program source code must be saved to a file before compiling\nDo you wish to do this now?",
               ["Yes", "No"])
@@ -121,8 +122,7 @@ def test_the_kits_batch_file_makes_a_program_that_runs(launch, folder, installed
     program = launch(windows_path(example))
     program.press_key("F10")
     wait_complete(program)
-    with open(f"{ROOT}/examples/blink/Blink.expected", "rb") as file:
-        expected = file.read()
+    expected = example_file("blink", ".expected").read_bytes()
     wait_until(lambda: f"the program's output in {printed(folder)}", lambda: printed(folder) == expected)
 
 
@@ -131,5 +131,5 @@ def printed(folder):
     if not (folder / "Blink.out").exists():
         return b""
     shutil.copy(folder / "Blink.out", folder / "Blink.exe")
-    done = wine(str(folder / "Blink.exe"), windows_path(f"{ROOT}/examples/blink/Blink.events"))
+    done = wine(str(folder / "Blink.exe"), windows_path(example_file("blink", ".events")))
     return done.stdout.replace(b"\r\n", b"\n")

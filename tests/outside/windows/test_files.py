@@ -3,8 +3,8 @@
 import shutil
 
 import pytest
-
-from windows_harness import psf, wait_until, windows_path, xdotool
+from harness import wait_until, windows_path, xdotool
+from windows_harness import psf
 
 SAVE_QUESTION = ("Save Dialog", "Do you wish to save data?", ["Yes", "No", "Cancel"])
 

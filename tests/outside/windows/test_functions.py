@@ -3,9 +3,8 @@
 import subprocess
 
 import pytest
-
-from windows_harness import (CODE_TREE, FUNC_BODY, FUNC_LABEL, FUNC_VAR_NAME, NAME_LABEL, install, wait_until,
-                             windows_path, xdotool)
+from harness import wait_until, windows_path, xdotool
+from windows_harness import CODE_TREE, FUNC_BODY, FUNC_LABEL, FUNC_VAR_NAME, NAME_LABEL, install
 
 NEW_FUNCTION = "void {}(void)\r\n{{\r\n\r\n}}"
 

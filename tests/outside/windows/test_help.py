@@ -3,8 +3,8 @@
 import re
 
 import pytest
-
-from windows_harness import ROOT, import_registry, install, wait_until, windows_path
+from harness import ROOT, wait_until, windows_path
+from windows_harness import import_registry, install
 
 HOT_KEYS = ("<F2>\tSelect Code Viewer\n<F3>\tSelect Global References, Function Code, Event Code\n<F4>\tAdd Function\n"
             "<F5>\tDelete Current Function\n<F10>\tBuild Exe\n\n<CTRL-C>\tCopy Text\n<CTRL-V>\tPaste Text\n"

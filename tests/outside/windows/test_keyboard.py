@@ -1,8 +1,8 @@
 """Access keys, and the keys that Windows has a use for beside the program's."""
 
 import pytest
-
-from windows_harness import FUNC_BODY, install, wait_until, windows_path
+from harness import wait_until, windows_path
+from windows_harness import FUNC_BODY, install
 
 
 def in_menu(program):

@@ -1,7 +1,7 @@
 """English and German, and the language that is written back in vain."""
 
-from windows_harness import (CODE_TREE, FUNC_LABEL, FUNC_VAR_NAME, NAME_CANCEL, TREE_LABEL, install, registry_value,
-                             wait_until, windows_path)
+from harness import KEY, registry_value, wait_until, windows_path
+from windows_harness import CODE_TREE, FUNC_LABEL, FUNC_VAR_NAME, NAME_CANCEL, TREE_LABEL, install
 
 
 def test_german_changes_every_text_at_once_and_back(launch, installed, example):
@@ -64,7 +64,7 @@ def test_the_language_is_written_without_access_rights_and_so_stays_as_it_was(la
     wait_until("German", lambda: program.text(TREE_LABEL) == "Ereignistypauswahl")
     program.close()
     assert program.wait_end() == 0
-    assert registry_value("Language") == ("REG_DWORD", "0x0")
+    assert registry_value(KEY, "Language") == ("REG_DWORD", "0x0")
     assert launch().text(TREE_LABEL) == "Code Viewer"
 
 

@@ -5,8 +5,8 @@ import pathlib
 import shutil
 
 import pytest
-
-from windows_harness import EXE, ROOT, import_registry, install, wait_until, windows_path
+from harness import ROOT, wait_until, windows_path
+from windows_harness import EXE, import_registry, install
 
 PLANTED = pathlib.Path(os.environ["WINDOW_PROBE"]).with_name("planted.dll")
 # What the program loads by name, and what Windows does for it. Not what Windows loads before the program begins.

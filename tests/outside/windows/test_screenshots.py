@@ -1,26 +1,22 @@
 """Pictures of the windows in both languages, for people to look at: build/screenshots/windows-LANGUAGE-WHAT.png."""
 
-import os
 import shutil
-import subprocess
 
 import pytest
-
-from windows_harness import BITS, CODE_TREE, FUNC_BODY, ROOT, STATUS_BAR, import_registry, install, wait_until
+from harness import BITS, ROOT, drive_c, identify, screenshot, wait_until
+from windows_harness import CODE_TREE, FUNC_BODY, STATUS_BAR, import_registry, install
 
 MENUS = {"en": [("File", "Save Program Source File As"), ("Help", "About"), ("Help", "Hot Keys")],
          "de": [("Datei", "Programmquelldatei speichern unter..."), ("Hilfe", "Info..."), ("Hilfe", "Hot Keys")]}
-FOLDER = f"{ROOT}/build/screenshots" if BITS == "32" else f"{ROOT}/build/screenshots/64"
+FOLDER = ROOT / ("build/screenshots" if BITS == "32" else "build/screenshots/64")
 
 
 def picture(program, name):
     """The main window with whatever lies over it, with its frame. The answer: how many colours it has."""
     wait_until("the display to be painted", lambda: program.probe.ask("send", program.main, 0, 0, 0) == 0)
-    file = f"{FOLDER}/windows-{name}.png"
-    os.makedirs(FOLDER, exist_ok=True)
-    subprocess.run(["import", "-window", "root", "-trim", "+repage", file], check=True, timeout=60)
-    done = subprocess.run(["identify", "-format", "%k", file], check=True, timeout=60, capture_output=True)
-    return int(done.stdout)
+    file = FOLDER / f"windows-{name}.png"
+    screenshot(file, "-trim", "+repage")
+    return int(identify(file, "%k"))
 
 
 def shown(program, name, least):
@@ -30,8 +26,8 @@ def shown(program, name, least):
 
 def open_blink(launch, example):
     """The program with a file whose path people can read, and a function of it in the pane."""
-    shown_folder = f"{os.environ['TESSALY_WINE_PREFIX']}/drive_c/Blocks"
-    os.makedirs(shown_folder, exist_ok=True)
+    shown_folder = drive_c() / "Blocks"
+    shown_folder.mkdir(exist_ok=True)
     shutil.copy(example, shown_folder)
     program = launch("C:\\Blocks\\Blink.PSF")
     program.idle()

@@ -1,13 +1,10 @@
 """Starting and ending the program."""
 
-import os
 import shutil
-import subprocess
 
 import pytest
-
-from windows_harness import (BITS, CODE_TREE, EXE, FUNC_BODY, FUNC_LABEL, PATIENCE, ROOT, TREE_LABEL, install,
-                             registry_value, wait_until, windows_path, xdotool)
+from harness import KEY, registry_value, wait_until, windows_path, wine, xdotool
+from windows_harness import CODE_TREE, EXE, FUNC_BODY, FUNC_LABEL, TREE_LABEL, install
 
 CORRUPTED = "This installation has been corrupted.  Please reinstall the software."
 EMPTY_TREE = ["References", "Functions", "Events", "  OnError()", "  OnFrame()", "  OnKey()", "  OnStart()",
@@ -102,8 +99,7 @@ def test_a_second_copy_ends_silently(launch, installed, example):
 def test_a_second_copy_makes_no_window_at_all(launch, installed):
     first = launch()
     # Wine tells of every window that the program makes, also of those that are never shown.
-    done = subprocess.run([f"{ROOT}/script/wine", BITS, EXE], env={**os.environ, "WINEDEBUG": "-all,+win"},
-                          stderr=subprocess.PIPE, timeout=PATIENCE, check=False)
+    done = wine(EXE, env={"WINEDEBUG": "-all,+win"})
     assert done.returncode == 0
     assert b"CreateWindow" not in done.stderr
     assert first.status() is None
@@ -126,8 +122,8 @@ def test_closing_the_window_ends_the_program_and_leaves_the_settings(launch, ins
     program = launch()
     program.close()
     assert program.wait_end() == 0
-    assert registry_value("Language") is None
-    assert registry_value("FCompBat") == ("REG_SZ", installed["FCompBat"])
+    assert registry_value(KEY, "Language") is None
+    assert registry_value(KEY, "FCompBat") == ("REG_SZ", installed["FCompBat"])
 
 
 def test_the_end_of_the_session_asks_for_unsaved_edits_and_closes(launch, probe, installed, example):

@@ -1,8 +1,8 @@
 """Whatever takes the keyboard from the pane gives it back: what is typed then is asked about when the window closes."""
 
 import pytest
-
-from windows_harness import TOOL_BAR, wait_until, windows_path, xdotool
+from harness import click, wait_until, windows_path, xdotool
+from windows_harness import TOOL_BAR
 
 
 @pytest.fixture(name="program")
@@ -53,7 +53,7 @@ def test_after_a_save_by_keys(program, example):
 
 def test_after_a_save_by_the_mouse(program, example):
     left, top, _, _ = program.controls[TOOL_BAR]["rect"]
-    xdotool("mousemove", left + 20, top - 8, "click", 1)  # the first menu
+    click(left + 20, top - 8)  # the first menu
     wait_until("the menu to drop down", program.has_open_menu)
     program.keys("s")
     saved(program)

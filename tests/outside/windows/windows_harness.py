@@ -3,17 +3,14 @@
 The environment comes from script/test-windows: TESSALY_WINE_BITS, TESSALY_EXE, WINDOW_PROBE, PSF, WINEPATH and DISPLAY.
 """
 
+import functools
 import json
 import os
 import subprocess
-import time
 
-ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)))))
-BITS = os.environ["TESSALY_WINE_BITS"]
+from harness import KEY, PATIENCE, click, run, settings_text, wait_until, windows_path, wine_command, xdotool
+
 EXE = os.environ["TESSALY_EXE"]
-PSF = os.environ["PSF"]
-KEY = r"HKEY_LOCAL_MACHINE\SOFTWARE\Ostrel\OstrelCompiler"
-PATIENCE = int(os.environ.get("TESSALY_PATIENCE", "60"))
 
 # The controls' ids.
 CODE_TREE, TREE_LABEL, FUNC_LABEL, FUNC_BODY, TOOL_BAR, STATUS_BAR = range(101, 107)
@@ -22,71 +19,25 @@ FILE_NAME = (0x480, 0x47C)  # the box for the name in a file dialog, plain or wi
 WM_CLOSE, WM_COMMAND = 0x10, 0x111
 
 
-def wait_until(what, test, seconds=PATIENCE):
-    """The first true answer of test(); what is what the test waits for."""
-    deadline = time.monotonic() + seconds
-    while True:
-        answer = test()
-        if answer:
-            return answer
-        assert time.monotonic() < deadline, f"waited {seconds} s in vain for {what() if callable(what) else what}"
-        time.sleep(0.02)
-
-
-def wine(program, *arguments):
-    """Runs one of Wine's own tools. Very rarely Wine hangs before a program has begun, so it is tried twice."""
-    command = [f"{ROOT}/script/wine", BITS, program, *arguments]
-    try:
-        done = subprocess.run(command, capture_output=True, timeout=PATIENCE, check=False)
-        if b"Application could not be started" not in done.stdout:  # what Wine says when it has lost the new process
-            return done
-    except subprocess.TimeoutExpired:
-        pass
-    return subprocess.run(command, capture_output=True, timeout=PATIENCE, check=False)
-
-
-def windows_path(path):
-    return "Z:" + str(path).replace("/", "\\")
-
-
 def psf(*arguments, stdin=b""):
-    done = subprocess.run([PSF, *map(str, arguments)], input=stdin, capture_output=True, timeout=60, check=False)
+    done = run(os.environ["PSF"], *arguments, input=stdin)
     assert done.returncode == 0, done
     return done.stdout
 
 
-def xdotool(*arguments):
-    return subprocess.run(["xdotool", *map(str, arguments)], check=True, timeout=60, stdout=subprocess.PIPE).stdout
-
-
 def import_registry(text, folder):
+    """Imports keys and values, written as in a registry export. Wine's own start of reg.exe is the quickest."""
     file = folder / "import.reg"
     file.write_bytes(("Windows Registry Editor Version 5.00\r\n\r\n" + text).encode("utf-16"))
-    done = wine("reg", "import", windows_path(file))
-    assert done.returncode == 0, done
+    process = probe().start(f"reg import {windows_path(file)}")
+    wait_until("the import", lambda: probe().ask("status", process) is not None)
+    assert probe().ask("status", process) == 0
 
 
 def install(folder, **settings):
-    """Leaves exactly these settings in the registry: texts as REG_SZ, numbers as REG_DWORD. None: not even the key."""
-    values = ""
-    for name, value in settings.items():
-        if isinstance(value, int):
-            values += f'"{name}"=dword:{value:08x}\r\n'
-        else:
-            escaped = str(value).replace("\\", "\\\\").replace('"', '\\"')
-            values += f'"{name}"="{escaped}"\r\n'
-    import_registry(f"[-{KEY}]\r\n\r\n" + (f"[{KEY}]\r\n{values}" if settings else ""), folder)
-
-
-def registry_value(name):
-    """What reg.exe shows of a value: (type, text), or None."""
-    done = wine("reg", "query", KEY, "/v", name)
-    for line in done.stdout.decode("cp437").splitlines():
-        words = line.split(None, 2)
-        if words and words[0] == name:
-            return words[1], words[2] if len(words) > 2 else ""
-    assert done.returncode != 0, done
-    return None
+    """Leaves exactly these settings in the registry; without any not even the key."""
+    values = settings_text(**settings).split("\r\n", 2)[2] if settings else ""
+    import_registry(f"[-{KEY}]\r\n\r\n{values}", folder)
 
 
 class Probe:
@@ -94,7 +45,7 @@ class Probe:
 
     def __init__(self):
         self.process = subprocess.Popen(
-            [f"{ROOT}/script/wine", BITS, os.environ["WINDOW_PROBE"]], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+            wine_command(os.environ["WINDOW_PROBE"]), stdin=subprocess.PIPE, stdout=subprocess.PIPE)
         self.ask("windows", 0)
 
     def ask(self, *words):
@@ -107,9 +58,26 @@ class Probe:
             raise LookupError(f"{words}: {answer['error']}")
         return answer["answer"]
 
+    def start(self, *command):
+        """Starts a command line, in a folder; returns the process."""
+        try:
+            return self.ask("start", *command)
+        except LookupError as error:
+            if "error 1359" not in str(error):
+                raise
+        # Once in many hundred starts a Wine process is gone before it got to its program; Windows has no such error.
+        print("Wine lost a new process; started once more")
+        return self.ask("start", *command)
+
     def end(self):
         self.process.stdin.close()
         self.process.wait(timeout=PATIENCE)
+
+
+@functools.cache
+def probe():
+    """The one of this run."""
+    return Probe()
 
 
 class Dialog:
@@ -164,21 +132,11 @@ class Dialog:
 class Program:
     """One run of Tessaly.exe, or of a copy of it, in a folder. The command line is passed as it stands."""
 
-    def __init__(self, probe, command_line="", exe=EXE, folder=None):
-        self.probe = probe
+    def __init__(self, command_line="", exe=EXE, folder=None):
+        self.probe = probe()
         command = f"{windows_path(exe)} {command_line}".strip()
-        self.process = self.start(command, *([windows_path(folder)] if folder else []))
+        self.process = self.probe.start(command, *([windows_path(folder)] if folder else []))
         self.main = None
-
-    def start(self, *command):
-        try:
-            return self.probe.ask("start", *command)
-        except LookupError as error:
-            if "error 1359" not in str(error):
-                raise
-        # Once in many hundred starts a Wine process is gone before it got to its program; Windows has no such error.
-        print("Wine lost a new process; started once more")
-        return self.probe.ask("start", *command)
 
     # Its end
 
@@ -273,14 +231,14 @@ class Program:
 
         def has_keyboard():
             state = self.probe.ask("focus", window)
-            return state["front"] == window and int(xdotool("getwindowfocus", "-f")) == state["display"]
+            return state["front"] == window and int(xdotool("getwindowfocus", "-f")[0]) == state["display"]
         wait_until("the window to have the keyboard", has_keyboard)
 
     def keys(self, *names):
         xdotool("key", "--delay", "10", *names)
 
     def click(self, rect):
-        xdotool("mousemove", (rect[0] + rect[2]) // 2, (rect[1] + rect[3]) // 2, "click", 1)
+        click((rect[0] + rect[2]) // 2, (rect[1] + rect[3]) // 2)
 
     def point_at(self, rect):
         """Moves the mouse there, in two steps: the first may be where it was."""

@@ -4,14 +4,12 @@ import pathlib
 import re
 import shlex
 import subprocess
-import time
 
 import pytest
+from harness import EXAMPLES, run, wait_until, xdotool
 
 HERE = pathlib.Path(__file__).resolve().parent
-ROOT = HERE.parents[3]
 DEB = pathlib.Path(os.environ["TESSALY_DEB"])
-EXAMPLES = {"blink": "Blink", "filter": "Filter", "gateway": "Gateway", "serial": "Echo"}
 
 
 class Debian:
@@ -110,34 +108,21 @@ def test_the_help_and_every_file_that_the_settings_name_are_there(debian):
         debian.run(f"test -s /usr/share/tessaly/help/{language}/index.html")
 
 
-def window_of(environment, process, deadline):
-    """The program's main window, as xdotool names it."""
-    while True:
-        found = subprocess.run(
-            ["xdotool", "search", "--onlyvisible", "--class", "tessaly"], env=environment, capture_output=True,
-            text=True
-        ).stdout.split()
-        if found:
-            return found[-1]
-        assert process.poll() is None, "tessaly ended"
-        assert time.monotonic() < deadline, "no window"
-        time.sleep(0.1)
-
-
 def test_the_window_opens_an_example_and_f10_builds_it(debian):
     copy_examples(debian)
     block = "~/examples/filter/Filter"
     debian.run(f"rm -f {block}.out", user="tester")
     display = os.environ["DISPLAY"]
     command = debian.enter(f"exec env DISPLAY={shlex.quote(display)} tessaly {block}.PSF", user="tester")
-    deadline = time.monotonic() + 60
-    with subprocess.Popen(command, stderr=subprocess.PIPE, text=True) as process:
+    with subprocess.Popen(command) as process:
         try:
-            window = window_of(os.environ, process, deadline)
-            while subprocess.run(debian.enter(f"test -x {block}.out", "tester")).returncode != 0:
-                assert time.monotonic() < deadline, "not built"
-                subprocess.run(["xdotool", "windowfocus", "--sync", window, "key", "F10"], check=True, timeout=20)
-                time.sleep(0.5)
+            wait_until("the window", lambda: xdotool("search", "--onlyvisible", "--class", "tessaly", check=False))
+            wait_until("the keyboard in it",
+                       lambda: xdotool("getactivewindow", "getwindowname", check=False) == ["Tessaly"] and
+                       xdotool("getwindowfocus", check=False) == xdotool("getactivewindow", check=False))
+            xdotool("key", "F10")
+            is_built = debian.enter(f"test -x {block}.out", "tester")
+            wait_until("the built program", lambda: run(*is_built).returncode == 0)
             expected = debian.run(f"cat {block}.expected", user="tester")
             assert debian.run(f"{block}.out {block}.events", user="tester") == expected
             assert debian.run("cat ~/.local/state/tessaly/build.log", user="tester") == ""

@@ -1,13 +1,12 @@
 """The Debian package looked at from outside, by Debian's own checkers. script/test-packages linux names it."""
 import os
-import pathlib
 import platform
 import re
 import subprocess
 
 import pytest
+from harness import ROOT
 
-ROOT = pathlib.Path(__file__).resolve().parents[4]
 DEB = os.environ["TESSALY_DEB"]
 
 

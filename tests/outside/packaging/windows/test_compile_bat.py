@@ -1,45 +1,52 @@
 """compile.bat under Wine with a real compiler: where it finds the C file and the compiler, and what it says else."""
+import os
 import pathlib
 import shutil
 import subprocess
 
 import pytest
+from harness import (BITS, EXAMPLES, KEY, ROOT, drive_c, environment, example_file, plays_as_expected, reg,
+                     windows_path, wine, wine_command, write_settings)
 
-from wine_harness import (
-    BITS, DRIVE_C, EXAMPLES, GCC, PSF, ROOT, SETTINGS, check_plays_as_expected, delete_key, wine, wine_command,
-    wine_environment, windows_path, write_value,
-)
-
+GCC = pathlib.Path(os.environ["WINE_GCC"])
+DRIVE_C = drive_c()
 COMPILE = windows_path(ROOT / "kit" / "compile.bat")
 COMPILER = {"TESSALY_NO_PAUSE": "1", "TESSALY_SETTINGS": None, "CC": None, "WINEPATH": windows_path(GCC.parent)}
 
 
-def compile_to(*arguments, cwd=None, **environment):
-    result = wine(COMPILE, *arguments, environment={**COMPILER, **environment}, cwd=cwd)
+def compile_to(*arguments, cwd=None, **changes):
+    result = wine(COMPILE, *arguments, env={**COMPILER, **changes}, cwd=cwd)
     return result.returncode, (result.stdout + result.stderr).decode("cp1252").replace("\r\n", "\n")
 
 
 def generate(name, c_file):
-    subprocess.run([PSF, "generate", ROOT / "examples" / name / f"{EXAMPLES[name]}.PSF", "-o", c_file], check=True)
+    subprocess.run([os.environ["PSF"], "generate", example_file(name, ".PSF"), "-o", c_file], check=True)
+
+
+def set_c_file(path):
+    """What the registry has for the C file; None is no setting at all."""
+    reg("delete", KEY, "/f")
+    if path:
+        assert reg("add", KEY, "/v", "FCompFileName", "/d", path).returncode == 0
 
 
 @pytest.fixture
 def folder(tmp_path):
     """A folder with a C file that the settings name. The blank in its name has every path quoted, as by the editor."""
-    delete_key(SETTINGS)
+    set_c_file(None)
     place = tmp_path / "program block"
     place.mkdir()
     generate("filter", place / "program.c")
-    write_value(SETTINGS, "FCompFileName", windows_path(place / "program.c"))
+    set_c_file(windows_path(place / "program.c"))
     yield place
-    delete_key(SETTINGS)
+    set_c_file(None)
 
 
 @pytest.mark.parametrize("name", EXAMPLES)
 def test_an_example_is_compiled_and_prints_what_it_must(folder, name):
     generate(name, folder / "program.c")
     assert compile_to(windows_path(folder / "block.out")) == (0, "")
-    check_plays_as_expected(folder / "block.out", name)
+    plays_as_expected(folder / "block.out", name)
 
 
 def test_the_program_takes_its_script_from_the_standard_input_and_passes_every_byte(folder):
@@ -57,23 +64,23 @@ def test_paths_may_hold_what_the_shell_knows_as_special(folder, name):
     place = folder / name
     place.mkdir()
     shutil.copy(folder / "program.c", place / f"{name}.c")
-    write_value(SETTINGS, "FCompFileName", windows_path(place / f"{name}.c"))
+    set_c_file(windows_path(place / f"{name}.c"))
     assert compile_to(windows_path(place / f"{name}.out")) == (0, "")
-    check_plays_as_expected(place / f"{name}.out", "filter")
+    plays_as_expected(place / f"{name}.out", "filter")
 
 
 # Not the C file's path: Wine's cmd reads what reg.exe writes in another code page than reg.exe writes it in.
 def test_the_output_name_may_have_umlauts(folder):
     assert compile_to(windows_path(folder / "größe.out")) == (0, "")
-    check_plays_as_expected(folder / "größe.out", "filter")
+    plays_as_expected(folder / "größe.out", "filter")
 
 
 def test_the_kit_itself_may_lie_in_such_a_folder(folder):
     shutil.copytree(ROOT / "kit", folder / "R&D (new) ^größe!" / "kit")
     batch = windows_path(folder / "R&D (new) ^größe!" / "kit" / "compile.bat")
-    result = wine(batch, windows_path(folder / "block.out"), environment=COMPILER)
+    result = wine(batch, windows_path(folder / "block.out"), env=COMPILER)
     assert (result.returncode, result.stdout, result.stderr) == (0, b"", b"")
-    check_plays_as_expected(folder / "block.out", "filter")
+    plays_as_expected(folder / "block.out", "filter")
 
 
 @pytest.mark.parametrize("arguments", [[], [""], ["a.out", "b.out"]])
@@ -101,13 +108,13 @@ def test_a_folder_is_never_taken_for_the_output(folder):
 
 def test_the_c_file_is_never_taken_for_the_output(folder):
     (folder / "program.c").rename(folder / "program")
-    write_value(SETTINGS, "FCompFileName", windows_path(folder / "program"))
+    set_c_file(windows_path(folder / "program"))
     assert compile_to(windows_path(folder / "program"))[0] == 64
     assert (folder / "program").exists()
 
 
 def test_a_missing_setting_is_said_and_the_old_program_removed(folder):
-    delete_key(SETTINGS)
+    set_c_file(None)
     (folder / "block.out").write_text("old")
     status, text = compile_to(windows_path(folder / "block.out"))
     assert status == 1
@@ -191,7 +198,7 @@ def test_nothing_runs_out_of_the_folder_where_the_build_was_started(folder, plan
         assert status == 127, text
     else:
         assert (status, text) == (0, "")
-        check_plays_as_expected(folder / "block.out", "filter")
+        plays_as_expected(folder / "block.out", "filter")
 
 
 def test_the_finder_of_visual_studio_is_that_of_the_system(folder, planted):
@@ -199,7 +206,7 @@ def test_the_finder_of_visual_studio_is_that_of_the_system(folder, planted):
     plant(planted, folder / "Programs (x86)" / "Microsoft Visual Studio" / "Installer", ["vswhere"])
     programs = windows_path(folder / "Programs (x86)")
     (folder / "start.bat").write_text(f'@set "ProgramFiles(x86)={programs}"\n@call {COMPILE} block.out\n')
-    result = wine("start.bat", environment={**COMPILER, "WINEPATH": None}, cwd=folder)
+    result = wine("start.bat", env={**COMPILER, "WINEPATH": None}, cwd=folder)
     assert b"there is no C compiler" in result.stderr
     assert [str(path.parent.name) for path in folder.rglob("*.ran")] == ["Installer"]
 
@@ -239,29 +246,21 @@ def test_the_compiler_is_started_in_the_folder_of_the_system(folder, planted):
 
 
 def test_relative_paths_begin_at_the_folder_where_the_build_was_started(folder):
-    write_value(SETTINGS, "FCompFileName", "program.c")
+    set_c_file("program.c")
     assert compile_to("block.out", cwd=folder) == (0, "")
-    check_plays_as_expected(folder / "block.out", "filter")
-    write_settings_file(folder / "settings.reg", "program.c")
+    plays_as_expected(folder / "block.out", "filter")
+    write_settings(folder / "settings.reg", FCompFileName="program.c")
     (folder / "block.out").unlink()
     assert compile_to("block.out", cwd=folder, TESSALY_SETTINGS="settings.reg") == (0, "")
-    check_plays_as_expected(folder / "block.out", "filter")
-
-
-def write_settings_file(path, c_file):
-    c_file = c_file.replace("\\", "\\\\")
-    path.write_bytes(
-        b"Windows Registry Editor Version 5.00\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Ostrel\\OstrelCompiler]\r\n"
-        + f'"FCompFileName"="{c_file}"\r\n'.encode("cp1252")
-    )
+    plays_as_expected(folder / "block.out", "filter")
 
 
 def test_a_settings_file_is_read_in_place_of_the_registry(folder):
     generate("blink", folder / "other.c")
-    write_settings_file(folder / "settings.reg", windows_path(folder / "other.c"))
+    write_settings(folder / "settings.reg", FCompFileName=windows_path(folder / "other.c"))
     settings = {"TESSALY_SETTINGS": windows_path(folder / "settings.reg")}
     assert compile_to(windows_path(folder / "block.out"), **settings) == (0, "")
-    check_plays_as_expected(folder / "block.out", "blink")
+    plays_as_expected(folder / "block.out", "blink")
     settings = {"TESSALY_SETTINGS": r"C:\gone.reg"}
     status, text = compile_to(windows_path(folder / "block.out"), **settings)
     assert status == 1
@@ -271,16 +270,15 @@ def test_a_settings_file_is_read_in_place_of_the_registry(folder):
 @pytest.mark.skipif(BITS == "32", reason="a 32-bit Windows has a single view of the registry")
 def test_the_settings_of_32_bit_programs_count(folder):
     view = ["/v", "FCompFileName", "/t", "REG_SZ", "/f", "/d"]
-    assert wine("reg", "add", SETTINGS, *view, windows_path(folder / "program.c"), "/reg:32").returncode == 0
-    assert wine("reg", "add", SETTINGS, *view, r"C:\gone.c", "/reg:64").returncode == 0
+    assert reg("add", KEY, *view, windows_path(folder / "program.c"), "/reg:32").returncode == 0
+    assert reg("add", KEY, *view, r"C:\gone.c", "/reg:64").returncode == 0
     assert compile_to(windows_path(folder / "block.out")) == (0, "")
-    assert wine("reg", "delete", SETTINGS, "/f", "/reg:32").returncode == 0
+    assert reg("delete", KEY, "/f", "/reg:32").returncode == 0
 
 
 def test_the_window_waits_for_a_key_after_an_error(folder):
-    environment = wine_environment({**COMPILER, "TESSALY_NO_PAUSE": None})
     with subprocess.Popen(
-        wine_command(COMPILE, "block.c"), env=environment, cwd=folder,
+        wine_command(COMPILE, "block.c"), env=environment({**COMPILER, "TESSALY_NO_PAUSE": None}), cwd=folder,
         stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
     ) as process:
         try:

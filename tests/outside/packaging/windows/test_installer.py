@@ -7,12 +7,10 @@ import struct
 import subprocess
 
 import pytest
+from harness import (EXAMPLES, KEY, drive_c, example_file, plays_as_expected, reg, registry_value, wait_until,
+                     windows_path, wine, wine_command, xdotool)
 
-from wine_harness import (
-    DRIVE_C, EXAMPLES, GCC, SETTINGS, check_plays_as_expected, copy_example, delete_key, is_running,
-    read_value, wait_until, wine, wine_command, windows_path, write_value,
-)
-
+DRIVE_C = drive_c()
 SETUP = pathlib.Path(os.environ["TESSALY_SETUP"])
 VERSION = re.search(r"-([0-9.]+)-setup", SETUP.name).group(1)
 FOLDER = DRIVE_C / "Program Files" / "Ostrel" / "Tessaly"
@@ -22,7 +20,35 @@ C_FILE = DRIVE_C / "ProgramData" / "Ostrel" / "Tessaly" / "program.c"
 UNINSTALL = r"HKLM\SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall\Tessaly"
 CLASSES = r"HKLM\SOFTWARE\Classes"
 PROGID = "Ostrel.Tessaly.PSF"
-COMPILER = {"WINEPATH": windows_path(GCC.parent), "TESSALY_SETTINGS": None, "CC": None}
+COMPILER = {"WINEPATH": windows_path(pathlib.Path(os.environ["WINE_GCC"]).parent), "TESSALY_SETTINGS": None, "CC": None}
+
+
+def read_value(key, name=None):
+    """The text of a value, or None."""
+    found = registry_value(key, name)
+    return found and found[1]
+
+
+def write_value(key, name, value):
+    assert reg("add", key, *(["/v", name] if name else ["/ve"]), "/d", value, "/f").returncode == 0
+
+
+def is_running(program):
+    """Whether a Windows program of that name runs, as the machine's list of processes has it."""
+    for process in pathlib.Path("/proc").glob("[0-9]*"):
+        try:
+            words = (process / "cmdline").read_bytes().split(b"\0")
+        except OSError:
+            continue
+        if words[0].replace(b"\\", b"/").endswith(b"/" + program.encode()):
+            return True
+    return False
+
+
+def copy_example(name, folder):
+    """Copies an example and returns its PSF file."""
+    folder.mkdir(parents=True, exist_ok=True)
+    return pathlib.Path(shutil.copy(example_file(name, ".PSF"), folder))
 
 
 def install(*options):
@@ -36,10 +62,10 @@ def uninstall():
     program, options = re.fullmatch(r'"([^"]+)" (/S)', command).groups()
     folder = unix_path(program).parent
     assert wine(program, options).returncode == 0
-    wait_until(lambda: not (folder / "uninstall.exe").exists() and read_value(UNINSTALL, "DisplayName") is None,
-               "uninstalled")
+    wait_until("the removal", lambda: not (folder / "uninstall.exe").exists() and
+               read_value(UNINSTALL, "DisplayName") is None)
     # Its copy still runs for a moment, in a folder of its own.
-    wait_until(lambda: not is_running("Un.exe"), "the uninstaller has ended")
+    wait_until("the uninstaller's end", lambda: not is_running("Un.exe"))
 
 
 def unix_path(path):
@@ -55,7 +81,7 @@ def files():
 def registry(folder):
     """The machine's part of the registry, as text."""
     exported = folder / "software.reg"
-    result = wine("reg", "export", r"HKLM\SOFTWARE", windows_path(exported), "/y")
+    result = reg("export", r"HKLM\SOFTWARE", windows_path(exported), "/y")
     assert result.returncode == 0, result
     return exported.read_bytes().decode("utf-16").split("\r\n")
 
@@ -68,8 +94,8 @@ def windows_without_tessaly():
         wine("taskkill", "/f", "/im", "Tessaly.exe")
     if read_value(UNINSTALL, "DisplayName") is not None:
         uninstall()
-    for key in (SETTINGS, CLASSES + r"\.psf", CLASSES + r"\Other.Psf"):
-        delete_key(key)
+    for key in (KEY, CLASSES + r"\.psf", CLASSES + r"\Other.Psf"):
+        reg("delete", key, "/f")
     for folder in (FOLDER, EXAMPLES_FOLDER, C_FILE.parent):
         shutil.rmtree(folder, ignore_errors=True)
 
@@ -80,14 +106,14 @@ pytestmark = pytest.mark.usefixtures("windows_without_tessaly")
 @pytest.mark.parametrize("language, number", [("en", "0x0"), ("de", "0x1")])
 def test_the_five_settings_are_written(language, number):
     install(f"/LANG={language}")
-    values = {name: read_value(SETTINGS, name) for name in ("FCompBat", "FCompFileName", "FHelp", "FProgBlkIcon")}
+    values = {name: read_value(KEY, name) for name in ("FCompBat", "FCompFileName", "FHelp", "FProgBlkIcon")}
     assert values == {
         "FCompBat": f'"{windows_path(FOLDER)}\\kit\\compile.bat"',
         "FCompFileName": windows_path(C_FILE),
         "FHelp": f"{windows_path(FOLDER)}\\help\\Tessaly-{language}.chm",
         "FProgBlkIcon": f"{windows_path(FOLDER)}\\Tessaly.ico",
     }
-    assert read_value(SETTINGS, "Language") == number
+    assert read_value(KEY, "Language") == number
     for value in values.values():
         assert unix_path(value.strip('"')).parent.is_dir()
         assert unix_path(value.strip('"')).is_file() or value == windows_path(C_FILE)
@@ -185,18 +211,18 @@ def test_a_file_type_that_another_program_takes_later_stays_with_it():
 
 
 def test_the_settings_of_another_compiler_are_neither_replaced_nor_removed():
-    write_value(SETTINGS, "FCompBat", r"C:\target\compile.bat")
+    write_value(KEY, "FCompBat", r"C:\target\compile.bat")
     install()
-    assert read_value(SETTINGS, "FCompBat") == r"C:\target\compile.bat"
-    assert read_value(SETTINGS, "FCompFileName") == windows_path(C_FILE)
-    write_value(SETTINGS, "FCompFileName", r"C:\target\program.c")
+    assert read_value(KEY, "FCompBat") == r"C:\target\compile.bat"
+    assert read_value(KEY, "FCompFileName") == windows_path(C_FILE)
+    write_value(KEY, "FCompFileName", r"C:\target\program.c")
     install()
-    assert read_value(SETTINGS, "FCompFileName") == r"C:\target\program.c"
+    assert read_value(KEY, "FCompFileName") == r"C:\target\program.c"
     uninstall()
-    assert read_value(SETTINGS, "FCompBat") == r"C:\target\compile.bat"
-    assert read_value(SETTINGS, "FCompFileName") == r"C:\target\program.c"
-    assert read_value(SETTINGS, "FHelp") is None
-    assert read_value(SETTINGS, "Language") is None
+    assert read_value(KEY, "FCompBat") == r"C:\target\compile.bat"
+    assert read_value(KEY, "FCompFileName") == r"C:\target\program.c"
+    assert read_value(KEY, "FHelp") is None
+    assert read_value(KEY, "Language") is None
 
 
 def test_an_update_follows_the_program_and_its_language():
@@ -204,11 +230,11 @@ def test_an_update_follows_the_program_and_its_language():
     assert (DRIVE_C / "Tools" / "Tessaly" / "psf.exe").is_file()
     install()
     assert not FOLDER.exists()
-    assert read_value(SETTINGS, "Language") == "0x1"
-    assert read_value(SETTINGS, "FHelp") == r"C:\Tools\Tessaly\help\Tessaly-de.chm"
+    assert read_value(KEY, "Language") == "0x1"
+    assert read_value(KEY, "FHelp") == r"C:\Tools\Tessaly\help\Tessaly-de.chm"
     install("/LANG=en")
-    assert read_value(SETTINGS, "Language") == "0x0"
-    assert read_value(SETTINGS, "FHelp") == r"C:\Tools\Tessaly\help\Tessaly-en.chm"
+    assert read_value(KEY, "Language") == "0x0"
+    assert read_value(KEY, "FHelp") == r"C:\Tools\Tessaly\help\Tessaly-en.chm"
     uninstall()
     assert not (DRIVE_C / "Tools" / "Tessaly").exists()
     (DRIVE_C / "Tools").rmdir()
@@ -253,9 +279,9 @@ def test_files_of_the_user_stay():
 def test_the_installed_psf_builds_an_example_by_the_installed_batch_file(name):
     install()
     psf_file = EXAMPLES_FOLDER / name / f"{EXAMPLES[name]}.PSF"
-    result = wine(windows_path(FOLDER / "psf.exe"), "build", windows_path(psf_file), environment=COMPILER)
+    result = wine(windows_path(FOLDER / "psf.exe"), "build", windows_path(psf_file), env=COMPILER)
     assert (result.returncode, result.stdout, result.stderr) == (0, b"", b"")
-    check_plays_as_expected(psf_file.with_suffix(".out"), name)
+    plays_as_expected(psf_file.with_suffix(".out"), name)
     psf_file.with_suffix(".out").unlink()
 
 
@@ -266,16 +292,11 @@ def test_a_mistake_is_shown_where_it_was_made(tmp_path):
     text = b"void OnKey(char character)\r\n{\r\n    int broken = ;\r\n}\r\n"
     wrong = wine(program, "set", windows_path(psf_file), "events/OnKey", input=text)
     assert wrong.returncode == 0, wrong
-    result = wine(program, "build", windows_path(psf_file), environment=COMPILER)
+    result = wine(program, "build", windows_path(psf_file), env=COMPILER)
     assert result.returncode == 1
     assert b"error: expected expression before" in result.stdout
     assert b"Press any key" not in result.stdout
     assert not psf_file.with_suffix(".out").exists()
-
-
-def windows_named(name):
-    found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", name], capture_output=True, text=True)
-    return found.stdout.split()
 
 
 def test_a_double_clicked_file_opens_and_f10_builds_it_by_the_installed_batch_file(tmp_path):
@@ -283,19 +304,18 @@ def test_a_double_clicked_file_opens_and_f10_builds_it_by_the_installed_batch_fi
     psf_file = copy_example("filter", tmp_path / "a b")
     program = psf_file.with_suffix(".out")
     # What the Explorer does with a double click.
-    assert wine("start", windows_path(psf_file), environment={**COMPILER, "TESSALY_NO_PAUSE": "1"}).returncode == 0
-    wait_until(lambda: windows_named("^Tessaly$"), "the window is there")
-    window = windows_named("^Tessaly$")[-1]
+    assert wine("start", windows_path(psf_file), env={**COMPILER, "TESSALY_NO_PAUSE": "1"}).returncode == 0
+    windows = ["search", "--onlyvisible", "--name", "^Tessaly$"]
+    window = wait_until("the window", lambda: xdotool(*windows, check=False))[-1]
 
     def has_begun():
-        subprocess.run(["xdotool", "windowfocus", window, "key", "F10"], check=True, timeout=20)
+        xdotool("windowfocus", window, "key", "F10")
         return C_FILE.exists()
-
-    wait_until(has_begun, "a build has begun")
-    wait_until(lambda: program.exists() and not is_running("gcc.exe"), "the compiler has ended")
-    check_plays_as_expected(program, "filter")
+    wait_until("the begin of a build", has_begun)
+    wait_until("the compiler's end", lambda: program.exists() and not is_running("gcc.exe"))
+    plays_as_expected(program, "filter")
     assert wine("taskkill", "/im", "Tessaly.exe").returncode == 0
-    wait_until(lambda: not is_running("Tessaly.exe"), "the program has ended")
+    wait_until("the program's end", lambda: not is_running("Tessaly.exe"))
 
 
 def test_nothing_is_replaced_or_removed_while_the_program_runs(tmp_path):
@@ -307,7 +327,7 @@ def test_nothing_is_replaced_or_removed_while_the_program_runs(tmp_path):
     command = wine_command(windows_path(running), "set", windows_path(psf_file), "references")
     with subprocess.Popen(command, stdin=subprocess.PIPE) as process:
         try:
-            wait_until(lambda: is_running("Tessaly.exe"), "the program runs")
+            wait_until("the program's start", lambda: is_running("Tessaly.exe"))
             (FOLDER / "psf.exe").write_bytes(b"old")
             assert wine(windows_path(SETUP), "/S").returncode == 2
             assert (FOLDER / "psf.exe").read_bytes() == b"old"
