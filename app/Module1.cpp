@@ -1,3 +1,4 @@
+// The decision is all that is here: each main brings the test and the window.
 #include "app/Module1.h"
 
 namespace tessaly {

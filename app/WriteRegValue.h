@@ -12,8 +12,8 @@ class Registry;
 // Stores `valueText` as the value `valueName` of the key `keyPath` below `root`; the key is made if it is missing.
 // "0" when that worked, "-1" when it did not, also for an empty `valueText`, with which nothing is opened.
 // `typeName` is one of these, to the letter:
-// - "String": a string with its terminating NUL. The NUL is appended to `valueText` itself, which the caller gets back
-//   one character longer, whether the write works or not.
+// - "String": a string with its terminating NUL. The NUL is appended to `valueText` itself: the caller gets it back one
+//   character longer, even if the write fails.
 // - "Number": the number that LenientValue finds in `valueText`, rounded half to even, in 32 bits. Throws
 //   std::range_error when it has no place there; the key then stays open.
 // - Any other name: "0", and nothing is written.

@@ -1,6 +1,6 @@
 // Documents of ten times and a hundred times as many functions, and a tiny file that announces more than any
-// memory holds. A measurement handles as many functions in all, whatever the size of its documents, and keeps all of
-// them: else a small document would be measured in memory and caches that the one before it has warmed.
+// memory holds. Every measurement handles the same number of functions in all, and keeps them. Else a small document
+// would profit from memory and caches that the one before it has warmed.
 #include "bench/Cases.h"
 #include "bench/Document.h"
 #include "bench/Measure.h"

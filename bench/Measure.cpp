@@ -1,5 +1,4 @@
-// fork, a pipe and getrusage. ru_maxrss of a forked child begins with what the fork left it, not with zero, so
-// only its growth counts.
+// fork, a pipe and getrusage. ru_maxrss of a forked child does not begin with zero, so only its growth counts.
 #include "bench/Measure.h"
 
 #include <benchmark/benchmark.h>

@@ -1,5 +1,5 @@
-// Measurements in processes of their own. A process that has just been forked has no memory from an earlier
-// measurement to use again, so every case pays for its page faults.
+// Measurements in processes of their own. A process fresh from fork has no memory of an earlier measurement to use
+// again. So every case pays for its page faults.
 #pragma once
 
 #include <chrono>

@@ -10,8 +10,7 @@ namespace tessaly {
 class EncodedOutput;
 class VornSrcObj;
 
-// Where a piece of the generated file comes from: the frame, or the text of a member of the document,
-// always from the text's first character on.
+// The origin of a piece of the generated file: the frame, or a member's text, always from its first character on.
 struct CCodeOrigin {
     enum class Kind { Frame, References, Function, Event };
     Kind kind = Kind::Frame;
@@ -35,9 +34,9 @@ private:
     EncodedOutput& mOutput;
 };
 
-// The prototype that the C file declares for a function: its code up to the character before the one in front
-// of the first "{", all of it when there is no "{". With the brace on a line of its own a CR stays at the end.
-// False when the code begins with "{", which no prototype can be cut from.
+// The prototype that the C file declares for a function: its code up to the first "{", without the last character
+// before that. Without a "{" it is all of the code. With the brace on a line of its own a CR stays at the end. False
+// when the code begins with "{", which no prototype can be cut from.
 bool CutPrototype(std::string_view code, std::string_view& prototype);
 
 // Generates the whole file into `sink`. False, at the point where it happens, when a prototype cannot be cut.

@@ -20,8 +20,8 @@ public:
     // Writes `text` as it stands. Throws std::system_error.
     void Write(std::string_view text);
 
-    // Writes `text`, which must be ASCII and so is the same in every code page: by Write a save of small functions
-    // takes 1.1 times as long. Throws std::system_error.
+    // Writes `text`, which must be ASCII: that is the same in every code page. With Write instead, a save of small
+    // functions takes 1.1 times as long. Throws std::system_error.
     void WriteAscii(std::string_view text);
 
     // Writes `text` and CR LF. Throws std::system_error.

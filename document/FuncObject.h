@@ -27,9 +27,9 @@ public:
     Status GetFunctionName(std::int32_t index, std::string& name) const;
 
     // Appends a function; its texts are stored as they are.
-    // NameCollision, and nothing changed, when an existing name begins with `name` without regard to case:
-    // with "OnTick" present "ontick" and "On" collide and "OnTickSlow" does not, and an empty name collides
-    // with any. An empty table accepts every name. UnexpectedError, and nothing changed, on any other error.
+    // NameCollision, and nothing changed, when an existing name begins with `name` without regard to case. Beside
+    // "OnTick", "ontick" and "On" collide and "OnTickSlow" does not. An empty name collides with any. An empty table
+    // accepts every name. UnexpectedError, and nothing changed, on any other error.
     Status AddFunction(std::string_view name, std::string_view prototype, std::string_view code);
 
     // Fills an empty table with `functions` in one go, as AddFunction would add one after the other: what

@@ -59,7 +59,7 @@ void LineReader::AppendPlainLines(std::string& text) {
         if (mBuffer[mPosition] == '[') {
             return;
         }
-        // What is left is a line whose end is not in the buffer yet, or one that was just filled in.
+        // The rest is a line without its end in the buffer yet, or one that was just filled in.
         std::string_view line;
         Next(line);
         AppendLine(text, line);

@@ -1,4 +1,4 @@
-// A PSF file: what it holds, and how that is read and written. The writer is not the exact mirror of the reader: every
+// A PSF file: what it holds, and how that is read and written. The writer is not the exact mirror of the reader: a
 // value that is saved and loaded again has gained a CR LF, kept on purpose.
 #pragma once
 

@@ -1,4 +1,4 @@
-// What the PSF reader meets on its way, for those who want to tell the user what a load does silently.
+// Reports from the PSF reader. A load drops and changes things silently; an observer can tell the user.
 #pragma once
 
 #include <cstdint>

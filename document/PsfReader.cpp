@@ -1,5 +1,5 @@
-// The phases of a load, one function each. At the end of the file a phase ends and the next finds the end
-// at once, so a phase seldom asks why its loop is over.
+// The phases of a load, one function each. At the end of the file each phase ends at once. So a phase seldom asks why
+// its loop is over.
 #include "document/CaseFold.h"
 #include "document/LineReader.h"
 #include "document/NumberText.h"
@@ -61,8 +61,7 @@ private:
     std::shared_ptr<Expected> mLast;
 };
 
-// Finds sections by exact tag lines and keys by a search without regard to case, and lets a body run until the next
-// tag that it expects.
+// Finds sections by exact tag lines, and keys without regard to case. A body runs until the next expected tag.
 class PsfReader {
 public:
     PsfReader(InputFile& file, const CodePage& codePage, PsfContent& content, PsfReadObserver& observer)
@@ -244,8 +243,8 @@ bool PsfReader::EndsBody(std::int32_t index, Expected& function, const Expected&
     return false;
 }
 
-// A name that was read once stands in the table or collides with one there, so a second function of the same name
-// need not be kept: a last name that is repeated a million times costs nothing.
+// A name that was read once is in the table or collides with one there. So a second function of that name is not kept,
+// and a name repeated a million times costs nothing.
 void PsfReader::TakeFunction(std::int32_t index, Expected& function) {
     mObserver.Function(PsfStep::Ended, index, Line());
     if (!function.wasRead) {

@@ -22,8 +22,8 @@ private:
     std::size_t mSize = 0;
 };
 
-// Collects a text piece by piece. What has been shared can still be continued, without copying it each time: a
-// thousand texts of which each is the front of the next take the memory of a few.
+// Collects a text piece by piece. A shared text can still be continued without a copy each time. A thousand texts, each
+// the front of the next, take the memory of a few.
 class TextCollector {
 public:
     // Starts a new text.

@@ -1,4 +1,4 @@
-// Any value as its text: what an operation takes that accepts a text or a number.
+// A text or a number, as its text: the argument of operations that take both.
 #pragma once
 
 #include <concepts>

@@ -1,5 +1,5 @@
-// Any bytes through every kind of code page, and through UTF-16: what comes out is text, goes back where each byte is a
-// character, and no block is left. The first byte picks the code page.
+// Any bytes go through every kind of code page, and through UTF-16. The result is text, it goes back to the same bytes
+// where each byte is a character, and nothing leaks. The first byte picks the code page.
 #include "fuzz/Check.h"
 #include "platform/system/CodePages.h"
 #include "platform/text/CodePage.h"

@@ -1,5 +1,5 @@
-// Any line of an event script, in a block of exactly its own size. What is read can be written as a line again, and
-// that one is read as the same event.
+// Any line of an event script, in a block of exactly its own size. An event that was read is written as a line and read
+// again: it is the same event.
 extern "C" {
 #include "kit/runtime/frame.h"
 #include "kit/runtime/script.h"

@@ -1,5 +1,5 @@
 // Any output of a compiler, for a program block with uneven line ends. A line without a position in the C file stays as
-// it is; one that is led back says where it was, and names a line that the C file has there.
+// it is; one that is led back keeps its old position, and names a line that the C file has there.
 #include "document/CCodeGenerator.h"
 #include "document/VornSrcObj.h"
 #include "fuzz/Check.h"

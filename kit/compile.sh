@@ -100,8 +100,8 @@ compile() {
     # clang would warn about every letter of the ANSI code page in a text; gcc takes the bytes as they are.
     case $("$@" --version 2>/dev/null) in
     *clang*) set -- "$@" -Wno-invalid-source-encoding ;;
-    # gcc counts the lone CR behind a prototype as a line end, but not where it quotes the source: its excerpts would
-    # show other lines than it means.
+    # gcc counts the lone CR behind a prototype as a line end, but not when it quotes the source. Its excerpts would
+    # show the wrong lines.
     *"Free Software Foundation"*) set -- "$@" -fno-diagnostics-show-caret ;;
     esac
     # A name like -x.c or @x would be taken for an option.

@@ -1,5 +1,5 @@
-// What stands where in a line of C, for colouring it. One line at a time, so that an editor looks again only at the
-// lines that a keystroke touches: as long as the state behind a line differs from the one before the change.
+// What stands where in a line of C, for colouring it. An editor scans one line at a time. After a keystroke it goes on
+// only while the state after a line differs from the one before the change.
 #pragma once
 
 #include <cstddef>
@@ -36,9 +36,9 @@ enum class CLineState : std::uint8_t {
 
 // Puts the tokens of one line, which holds no line break, into `tokens` (emptied first), in order and without overlap.
 // `before` is what the line in front of it returned, `Code` for the first line. Returns the state behind the line.
-// Takes any text: what is no C has tokens, too, but never none that ends beyond the line.
-// Keywords are those of C11 (ISO/IEC 9899:2011, 6.4.1); those that name a type, and the types of <stddef.h> and
-// <stdint.h>, are of the kind Type.
+// Takes any text, also if it is not C. No token ends beyond the line.
+// Keywords are those of C11 (ISO/IEC 9899:2011, 6.4.1). Names of types, also those of <stddef.h> and <stdint.h>, are of
+// the kind Type.
 CLineState ScanCLine(std::u16string_view line, CLineState before, std::vector<CToken>& tokens);
 
 } // namespace tessaly

@@ -1,6 +1,6 @@
-// Types into the pane with a text of 10,000 lines, in a real window, and prints for each keystroke how many lines it
-// gives other colours, "one" or "all" that are seen, and how many milliseconds pass until the pane is drawn. A comment
-// is opened in front of all that is seen and closed again: no keystroke changes more colours.
+// Types into a pane with 10,000 lines in a real window. Prints for each keystroke how many lines change their colours,
+// "one" or "all" in view, and the milliseconds until the pane is drawn. A comment is opened in front of all that is
+// seen and closed again: no keystroke changes more colours.
 #include "platform/desktop/qt/RichTextBox.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
-// Types into the pane with a text of 10,000 lines, in a real window, and prints for each keystroke how many lines it
-// gives other colours, "one" or "all" that are seen, and how many milliseconds pass until the pane is drawn. A comment
-// is opened in front of all that is seen and closed again: no keystroke changes more colours.
+// Types into a pane with 10,000 lines in a real window. Prints for each keystroke how many lines change their colours,
+// "one" or "all" in view, and the milliseconds until the pane is drawn. A comment is opened in front of all that is
+// seen and closed again: no keystroke changes more colours.
 #include "platform/desktop/win32/Desktop.h"
 
 #include <array>
@@ -76,8 +76,7 @@ void TypeAll(HWND pane, tessaly::win32::Desktop& desktop) {
     }
 }
 
-// Puts the caret into the middle of the text and into the first line in view, so that all that is seen stands behind
-// it.
+// Puts the caret into the middle of the text and into the first line in view. So all lines in view follow it.
 void PutCaret(HWND pane) {
     const auto select = [pane](LRESULT line) {
         const LRESULT place = SendMessageW(pane, EM_LINEINDEX, static_cast<WPARAM>(line), 0);

@@ -1,6 +1,6 @@
-// Times the start of one program: start_timer.exe COMMAND-LINE, which is taken as it stands. Prints, as soon as it has
-// them, when the program was started, when a window of it was visible that no other window owns, and when that window
-// answered a message: milliseconds of QueryPerformanceCounter. Then, for each line on standard input, waits until the
+// Times the start of one program: start_timer.exe COMMAND-LINE, which is taken as it stands. Prints three times of a
+// program, in milliseconds of QueryPerformanceCounter and as soon as it has them: its start, its first visible window
+// without an owner, and that window's first answer to a message. Then, for each line on standard input, waits until the
 // window answers again and prints when that was. Ends the program when the input ends.
 #include <cstdio>
 #include <string>

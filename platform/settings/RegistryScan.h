@@ -1,4 +1,4 @@
-// One look at the lines of a registry export file, for who reads it and for who changes it.
+// Scans a registry export file line by line. Reading and changing the file both use it.
 #pragma once
 
 #include <array>

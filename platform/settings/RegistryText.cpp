@@ -1,5 +1,5 @@
-// Reading puts what stands in the file straight into the store. Changing replaces the bytes where the scanner found the
-// value, and reads the new file as every reader does to see whether that worked.
+// Reading puts what stands in the file straight into the store. Changing replaces the bytes of the value. Then the new
+// file is read as by every reader, to see whether that worked.
 #include "platform/settings/RegistryText.h"
 
 #include "platform/settings/RegistryScan.h"
@@ -101,7 +101,7 @@ bool IsSame(const RegistryStore::Key& a, const RegistryStore::Key& b) {
     return !(a < b) && !(b < a);
 }
 
-// The last value of that name, and where the last key of that path ends, 0 when there is none.
+// The last value of that name, and the end of the last key of that path, 0 when there is none.
 struct Found {
     std::optional<std::pair<std::size_t, std::size_t>> value; // from and to
     std::size_t keyEnd = 0;

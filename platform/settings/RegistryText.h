@@ -18,8 +18,8 @@ struct RegistryTextError {
     std::string text; // a sentence without a full stop, of limited length
 };
 
-// Puts the keys and values of a whole file, given as its bytes, into `store`, and returns what is wrong with it,
-// in the order of its lines; nothing when all is well. Any bytes will do.
+// Puts the keys and values of a whole file, given as its bytes, into `store`. Returns the faults of the file in the
+// order of its lines. Any bytes will do.
 //
 // The file is UTF-8, with or without a BOM, or UTF-16LE with one. LF and CR LF end a line. Blanks around lines
 // and "=" do not count; blank lines and lines that begin with ";" are left out, and so is a ";" with what follows

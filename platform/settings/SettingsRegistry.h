@@ -35,9 +35,9 @@ public:
     // Missing folders above a path with "~/" are made, for whoever gets it wants to write a file there.
     SettingsRegistry(SequentialFiles& files, Environment environment, const OnProblem& onProblem = {});
 
-    // A key alone changes no file. Puts the value into the user's own file, too, which is replaced as a whole or not at
-    // all and keeps everything else as it was; it is made where there is none. A value that is as it was already is not
-    // written. AccessDenied when the file cannot be written or cannot carry the value.
+    // A key alone changes no file. Puts the value into the user's own file, too, and makes that if there is none. The
+    // file is replaced as a whole or not at all, and keeps everything else. An unchanged value is not written.
+    // AccessDenied when the file cannot be written or cannot carry the value.
     std::int32_t SetValue(Handle key, std::string_view valueName, std::uint32_t type, std::string_view bytes) override;
 
 private:

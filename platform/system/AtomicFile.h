@@ -7,7 +7,7 @@
 
 namespace tessaly {
 
-// What becomes of a file that is there already when another one is to take its name.
+// The fate of an existing file when another one is to take its name.
 enum class Existing { Replace, Keep };
 
 // Has `write` make a new file beside `path` under a name of its own, puts it on the disk and then gives it the name
@@ -15,7 +15,7 @@ enum class Existing { Replace, Keep };
 // in place. `write` gets the path to write to and returns whether that went well. With Existing::Keep a file that is
 // there is left alone.
 //
-// Unix: the new file gets the mode of the old one, and its owner where that is allowed.
+// Unix: the new file gets the mode of the old one, and its owner if that is allowed.
 // Windows: the new file gets the attributes of the old one (hidden, system, not indexed); a read-only file is not
 // replaced. It is tried a while when another program, such as a virus scanner, holds one of the two.
 //

@@ -12,9 +12,8 @@
 namespace tessaly {
 
 // Starts a process and does not wait for it; it goes on when this program ends and inherits nothing. On Windows it
-// shows its first window in `windowStyle`. On Unix it has no window: what it writes goes to the file `outputPath`,
-// which is made anew, or nowhere when that is "". Throws std::system_error when it cannot be started or the file not be
-// made.
+// shows its first window in `windowStyle`. On Unix it has no window: its output goes to the file `outputPath`, which is
+// made anew, or nowhere with "". Throws std::system_error when it cannot be started or the file cannot be made.
 void StartProcess(const std::string& commandLine, std::int32_t windowStyle, const std::string& outputPath = "");
 
 // How a process ended.
@@ -33,7 +32,7 @@ struct ProcessResult {
 // writes later; on Unix it gets SIGPIPE for it.
 //
 // What `onOutput` throws is passed on, and the process killed. Throws std::system_error when its output cannot be read,
-// or when it cannot be waited for, which on Unix happens only if this process ignores SIGCHLD.
+// or on Unix when this process ignores SIGCHLD and so cannot wait.
 ProcessResult RunProcess(const std::string& commandLine, const std::function<void(std::string_view)>& onOutput);
 
 // Whether `commandLine` hands `argument`, which it ends with in double quotes, to its program as it stands.

@@ -62,9 +62,9 @@ public:
     // nothing to close.
     virtual std::int32_t OpenKey(std::uint32_t root, std::string_view keyPath, std::uint32_t access, Handle& key) = 0;
 
-    // Reads the value `valueName` ("" for the default value) of an open key. `size` goes in as the size of
-    // `data` in bytes, which does not count when `data` is null, and comes out as the size of the value in bytes.
-    // A string's size counts its terminating NUL if it is stored with one; nobody adds one.
+    // Reads the value `valueName` ("" for the default value) of an open key. `size` goes in as the size of `data` in
+    // bytes, unless `data` is null, and comes out as the size of the value in bytes. A string's size counts its
+    // terminating NUL if it is stored with one; nobody adds one.
     // Success: `type` and `size` are set, and the value is in `data` unless that is null.
     // MoreData: `data` is too small; `type` and `size` are set, what `data` holds is not promised.
     // NotFound, BadHandle, AccessDenied or another error: what the arguments hold is not promised.

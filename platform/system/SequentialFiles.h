@@ -52,8 +52,8 @@ public:
 };
 
 // The files of this machine, written on each system in its own way. Errors of Windows are in the system category, but
-// for a folder, which is errc::is_a_directory. There what is being read may be written, renamed and deleted by others
-// meanwhile, and what is being written may only be read.
+// for a folder, which is errc::is_a_directory. On Windows others may write, rename and delete a file while it is read
+// here, but only read it while it is written.
 class SystemFiles final : public SequentialFiles {
 public:
     std::unique_ptr<InputFile> OpenForInput(const std::string& path) override;

@@ -12,9 +12,9 @@ class CodePage {
 public:
     virtual ~CodePage() = default;
 
-    // Appends the text that `bytes` stand for. Never fails: a byte that stands for no character becomes a
-    // control or private-use character that encodes to the same byte again, or U+FFFD in a multi-byte code
-    // page. `bytes` must not begin or end inside a character.
+    // Appends the text that `bytes` stand for. Never fails. A byte without a character becomes a control or private-use
+    // character, which encodes to the same byte again. In a multi-byte code page it becomes U+FFFD. `bytes` must not
+    // begin or end inside a character.
     virtual void AppendDecoded(std::string_view bytes, std::string& text) const = 0;
 
     // Puts the bytes for `text` to `to`, where there must be room for MostEncoded(text.size()), and returns the place
@@ -22,8 +22,8 @@ public:
     // becomes "?", and so does each byte of `text` that is not UTF-8.
     virtual char* Encode(std::string_view text, char* to) const = 0;
 
-    // How many bytes a text of `size` bytes has at most in any code page: no character takes more than twice the
-    // bytes that it has in UTF-8.
+    // The most bytes that a text of `size` bytes has in any code page. No character takes more than twice its bytes in
+    // UTF-8.
     static constexpr std::size_t MostEncoded(std::size_t size) { return size * 2; }
 
     // Appends the bytes for `text`.

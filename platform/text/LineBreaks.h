@@ -39,9 +39,8 @@ public:
     const std::string& Shown() const { return mShown; }
 
     // Tells that the control now shows `shown`, with breaks as single LFs. To be called after every change by the
-    // user. What stands at the front and at the end as before keeps its breaks; every break between is CR LF. Where a
-    // break is added or removed right beside another one the texts do not tell which of the two it was, and the one in
-    // front counts as the old one.
+    // user. What stands at the front and at the end as before keeps its breaks; every break between is CR LF. The texts
+    // do not tell which of two neighbouring breaks was added or removed. The first counts as the old one.
     void Edit(std::string_view shown);
 
     // The text with its breaks: exactly what was set, if nothing was edited.

@@ -10,8 +10,8 @@ namespace tessaly {
 
 namespace {
 
-// What an unassigned byte is in memory: the C1 control of the same number, as Windows does it, and above
-// that a private-use character, so that the byte is not lost when the file is saved.
+// In memory an unassigned byte is the C1 control of the same number, as on Windows. Above those it is a private-use
+// character. So the byte is there again when the file is saved.
 char32_t StandIn(unsigned byte) {
     return byte < 0xA0 ? static_cast<char32_t>(byte) : static_cast<char32_t>(0xF700 + byte);
 }

@@ -6,7 +6,7 @@
 
 namespace tessaly {
 
-// Stands in decoded text for what is no character: a byte that UTF-8 does not have, so that IsUtf8 finds it.
+// Stands in decoded text for a unit that is no character. UTF-8 does not have this byte, so IsUtf8 finds it.
 inline constexpr char BrokenCharacter = '\xFF';
 
 // Characters from here on take two units, a high surrogate and a low one.

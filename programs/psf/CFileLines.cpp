@@ -1,5 +1,5 @@
-// Records the pieces of the file. Lines are counted in the whole text, so a CR at the end of one piece and a LF at
-// the front of the next are one line end.
+// Records the pieces of the file. Lines are counted across pieces: a CR at the end of one and a LF at the front of the
+// next are one line end.
 #include "programs/psf/CFileLines.h"
 
 #include "document/VornSrcObj.h"

@@ -15,8 +15,7 @@ namespace tessaly::psf {
 // Which characters end a line: LF and CR LF always do.
 enum class LineCounting { LoneCrEndsLine, LoneCrIsBlank };
 
-// A line of the text of a member of the document, counted from 1 as a text editor counts, to which LF, CR LF and
-// CR each end a line.
+// A line of a member's text, counted from 1 as a text editor counts: LF, CR LF and CR each end a line.
 struct MemberLine {
     CCodeOrigin origin; // never the frame
     std::size_t line = 0;

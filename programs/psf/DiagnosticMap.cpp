@@ -60,8 +60,8 @@ bool IsLinkerPrefix(std::string_view prefix) {
            (severity.empty() || severity == "error: " || severity == "warning: ");
 }
 
-// Whether a position between `prefix` and `rest`, not at the front of a line, is one that the tools give and not
-// one in the source that they quote.
+// Whether the tools themselves give the position between `prefix` and `rest`. It is not at the front of a line, and
+// might stand in the source that they quote.
 bool IsInsidePosition(std::string_view prefix, std::string_view rest) {
     const std::string_view words = TrimFront(prefix);
     if (words == "In file included from " || words == "from ") {
@@ -254,8 +254,8 @@ std::optional<DiagnosticMap::Position> DiagnosticMap::FindPosition(std::string_v
     return std::nullopt;
 }
 
-// Which counting puts more of the names that `message` quotes into line `line`: positive for a lone CR as a line
-// end, negative for one as a blank, 0 for a tie.
+// Which counting puts more of the names in `message` into line `line`. Positive: a lone CR is a line end. Negative: it
+// is a blank. 0: a tie.
 int DiagnosticMap::Vote(std::string_view message, std::size_t line) const {
     const std::string_view ended = mLines.Text(line, LineCounting::LoneCrEndsLine);
     const std::string_view blank = mLines.Text(line, LineCounting::LoneCrIsBlank);

@@ -42,10 +42,9 @@ public:
     // How the lines are counted is decided once for the whole output: see Counting.
     std::string Rewrite(std::string_view output) const;
 
-    // How the compiler that wrote `output` counts lines. With a lone CR as a line end, as gcc and clang do: always
-    // when a position has a column behind a colon, which is their way, and unless the names that messages quote
-    // stand more often in their lines when a lone CR is a blank. The excerpts of the source are no help: gcc
-    // prints the line that has the number when a lone CR is a blank, which is not the one that it means.
+    // How the compiler that wrote `output` counts lines. gcc and clang take a lone CR for a line end. A column after a
+    // colon is their mark and decides. Without one, messages are tried both ways: the quoted names must stand in the
+    // lines named. A tie is a line end. The excerpts of the source are no help: gcc itself prints the wrong line there.
     LineCounting Counting(std::string_view output) const;
 
 private:

@@ -12,16 +12,16 @@ namespace tessaly::psf {
 
 class FileSpellings {
 public:
-    // A relative `path` is one of the current folder. A path that begins with a drive letter, ":" and a slash or
-    // backslash, or with two backslashes, is one of Windows, where both separate. An empty path is spelled in no way.
+    // A relative `path` is one of the current folder. A path of Windows begins with a drive letter, ":" and a slash or
+    // backslash, or with two backslashes. In it both separate. An empty path is spelled in no way.
     explicit FileSpellings(const std::string& path);
 
     // What all spellings end with.
     const std::string& BaseName() const { return mBaseName; }
 
-    // Where the longest spelling begins that ends at `end` in `line`; no value when there is none. A spelling is
-    // the path as given, its normal form, a relative path that this ends with, or a path whose normal form is one
-    // of these; in front of it stands the line's beginning, a blank, a colon or an opening parenthesis.
+    // Where the longest spelling begins that ends at `end` in `line`; no value when there is none. A spelling is the
+    // path as given, its normal form, a relative end of that, or a path with one of these as its normal form; in front
+    // of it stands the line's beginning, a blank, a colon or an opening parenthesis.
     std::optional<std::size_t> FindBegin(std::string_view line, std::size_t end) const;
 
 private:

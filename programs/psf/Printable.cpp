@@ -1,3 +1,4 @@
+// Only characters that could change what the terminal does are taken out.
 #include "programs/psf/Printable.h"
 
 #include "platform/text/Utf8.h"

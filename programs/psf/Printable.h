@@ -7,8 +7,8 @@
 
 namespace tessaly::psf {
 
-// The character of `text` at `position`, which moves behind it: its bytes, or "?" for a control character and for one
-// that turns round the direction of what follows. Bytes that are no UTF-8 count as characters of an 8-bit terminal.
+// The bytes of the character of `text` at `position`, which moves behind it. "?" stands for a control character, and
+// for one that changes the direction of the text. Bytes that are no UTF-8 count as characters of an 8-bit terminal.
 std::string_view NextPrintable(std::string_view text, std::size_t& position);
 
 // `text` with all its characters like that.

@@ -45,7 +45,7 @@ std::string_view LoadProblem(const VornSrcObj& document);
 // Loads `file`; on failure says so, and why as far as that can be told.
 Status Load(VornSrcObj& document, const std::string& file);
 
-// What an error is called: in English and the same on every system, where it is a common one.
+// The name of an error. A common one has the same English name on every system.
 std::string Reason(std::error_code error);
 
 // ReplaceWhole, with its result; says so when it fails.

@@ -153,7 +153,7 @@ int RunAndFlush(const std::vector<std::string>& arguments) {
     return ExitStatus(tessaly::Status::UnexpectedError);
 }
 
-// Where no catch reaches: before main(), in a destructor, and where there is no memory for the exception itself.
+// For exceptions beyond every catch: before main(), in a destructor, and without memory for the exception itself.
 [[noreturn]] void Terminate() {
     std::string_view message = OutOfMemory;
     if (std::current_exception()) {

@@ -1,5 +1,5 @@
-// The user of a desktop, for the contract tests: does what a user can do and sees what a user can see. Each desktop
-// has its own; everything else the tests do through the interfaces.
+// The user of a desktop, for the contract tests. It acts by keys and mouse and looks at the screen, and can do nothing
+// else. Each desktop has its own; everything else the tests do through the interfaces.
 #pragma once
 
 #include "platform/desktop/Desktop.h"
@@ -116,7 +116,7 @@ public:
     virtual void MoveSelectionDown() = 0;         // with the key
     virtual void CollapseItem(TreeItem item) = 0; // with the mouse; it is expanded
 
-    // The pane. Positions count bytes of what is shown, where every line break is one LF. Typing goes where the
+    // The pane. Positions count bytes of the shown text, in which every line break is one LF. Typing goes where the
     // focus is, if at all.
     virtual void ClickPane() = 0;
     virtual void SetCaret(std::size_t position) = 0;

@@ -1,4 +1,4 @@
-// The pane. Texts are edited at places where it is plain which line break the user touched.
+// The pane. The texts are edited only where the touched line break is unmistakable.
 #include "tests/contract/DesktopContract.h"
 #include "tests/contract/ShortOfMemory.h"
 

@@ -1,4 +1,4 @@
-// The running program in memory: what it was told at its start, and a record of what it asked the system for.
+// The running program in memory: its command line and version, and a record of its wishes to the system.
 #pragma once
 
 #include "platform/desktop/Application.h"

@@ -19,7 +19,7 @@ namespace tessaly::memory {
 class NameWindow;
 class SplashWindow;
 
-// What the user does with the windows that are shown: one script for each showing, in order. A script must leave its
+// The user's actions in the windows that are shown: one script for each showing, in order. A script must leave its
 // window hidden.
 class ModalScripts {
 public:

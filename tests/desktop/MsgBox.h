@@ -36,7 +36,7 @@ public:
     void WillPress(MsgResult button) { mAnswers.emplace_back(button); }
     void WillClose() { mAnswers.emplace_back(std::nullopt); }
 
-    // What the user does with a box for which nothing was prepared, where this is set.
+    // If set, the user's answer to a box for which none was prepared.
     std::function<MsgResult(const Record&)> decide;
 
     // How many prepared answers were not used.

@@ -1,5 +1,5 @@
-// A registry in memory, for tests: it records the calls made to it, any of them can be made to fail, and it can be as
-// strict with access rights as that of Windows.
+// A registry in memory, for tests. It records all calls, any of them can be made to fail, and it can enforce access
+// rights as Windows does.
 // Values are kept as raw bytes of any type; a string has a terminating NUL only if the test gives it one.
 #pragma once
 

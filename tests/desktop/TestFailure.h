@@ -22,7 +22,7 @@ public:
     using TestFailure::TestFailure;
 };
 
-// The test does what no user could do, such as pressing a button that is not there.
+// The test did something impossible for a user, such as pressing a button that is not there.
 class ImpossibleAction final : public TestFailure {
 public:
     using TestFailure::TestFailure;

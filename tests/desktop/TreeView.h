@@ -38,8 +38,8 @@ public:
     void Click(TreeItem item);
     void Click(std::string_view key);
 
-    // The user collapses an item by the mouse: the focus moves to the tree, and where what was selected is hidden now,
-    // the item is selected as by a click. Throws ImpossibleAction when the item is not there, hidden or not expanded.
+    // The user collapses an item by the mouse. The focus moves to the tree. If the selected item is hidden now, this
+    // one is selected as by a click. Throws ImpossibleAction when the item is not there, hidden or not expanded.
     void Collapse(TreeItem item);
 
     // The user presses the arrow keys: the selection moves over the items that can be seen. False, and nothing

@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Where `path` leads: the file that a symbolic link points to, whether that exists or not.
+// The end of the symbolic links at `path`, whether there is a file or not.
 fs::path Target(const std::string& path) {
     fs::path target(path);
     constexpr int mostLinks = 40; // as many as Linux follows

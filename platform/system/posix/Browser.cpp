@@ -1,3 +1,4 @@
+// xdg-mime knows only the name of a desktop file; its categories say whether that is a browser.
 #include "platform/system/posix/Browser.h"
 
 #include "platform/system/UserFolders.h"

@@ -1,5 +1,5 @@
-// Two forks: the process in the middle is waited for at once, and whoever adopts the other one collects it. What goes
-// wrong behind the forks comes back through a pipe that a successful start closes.
+// Two forks: the process in the middle is waited for at once, and whoever adopts the other one collects it. Failures
+// behind the forks come back through a pipe, which a successful start closes.
 #include "platform/system/posix/Descriptor.h"
 #include "platform/system/posix/Process.h"
 

@@ -12,9 +12,9 @@ namespace tessaly::posix {
 // the middle of an argument ("" is an empty argument); a quote without its partner reaches to the end of the line.
 // Every other character stands for itself. A blank line has no arguments.
 //
-// A program in front of the first quote may contain blanks, as with CreateProcess on Windows: of the pieces of the
-// line that begin with its first character and end in front of a blank or the first quote, the program is the
-// shortest that `isFile` says yes to. If there is none the line is split as it stands.
+// A program without quotes may contain blanks, as with CreateProcess on Windows. Each beginning of the line that ends
+// before a blank or the first quote may be it. The shortest that `isFile` accepts is the program; if there is none, the
+// line is split as it stands.
 std::vector<std::string> SplitCommandLine(std::string_view line, const std::function<bool(const std::string&)>& isFile);
 
 // True when `path` names a regular file, through links as well.
@@ -25,8 +25,8 @@ bool IsRegularFile(const std::string& path);
 ProcessResult RunProcess(const std::vector<std::string>& arguments,
                          const std::function<void(std::string_view)>& onOutput);
 
-// tessaly::StartProcess in the same way. The process belongs to nobody here: it never becomes a zombie, it gets no open
-// file of this program, and no key pressed in this program's terminal reaches it. Its standard input is empty.
+// tessaly::StartProcess in the same way. The process never becomes a zombie, gets no open file of this program and no
+// key from its terminal. Its standard input is empty.
 void StartDetached(const std::vector<std::string>& arguments, const std::string& outputPath);
 
 } // namespace tessaly::posix

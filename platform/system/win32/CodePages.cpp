@@ -50,7 +50,7 @@ std::optional<std::wstring> Decode(UINT codePage, std::string_view bytes) {
     return wide;
 }
 
-// What Windows makes of a byte that the code page leaves open: a C1 control or a private-use character.
+// Windows makes a C1 control or a private-use character of a byte that the code page leaves open.
 bool IsStandIn(wchar_t character) {
     return (character >= 0x80 && character < 0xA0) || (character >= 0xE000 && character < 0xF900);
 }

@@ -6,8 +6,8 @@
 
 namespace tessaly::win32 {
 
-// `commandLine` without the program's name, which ends at a blank or, where it begins with a double quote, at the next
-// one, and without the blanks and tabs behind it. The rest is as it stands: quotes, inner blanks, blanks at the end.
+// `commandLine` without the program's name and the blanks and tabs behind it. The name ends at a blank or, if it begins
+// with a double quote, at the next one. The rest is as it stands: quotes, inner blanks, blanks at the end.
 std::wstring_view WithoutProgramName(std::wstring_view commandLine);
 
 // The same of this process, as UTF-8.

@@ -1,5 +1,5 @@
-// The pipe's end is no sign of the process's end, nor the other way round, and Windows cannot wait for both: the pipe
-// is looked into again and again.
+// The end of the pipe does not mean the end of the process, nor the other way round. Windows cannot wait for both, so
+// the pipe is looked into again and again.
 #include "platform/system/Process.h"
 
 #include "platform/system/win32/Handle.h"

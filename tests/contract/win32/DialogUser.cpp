@@ -1,3 +1,4 @@
+// A dialog runs a loop of its own inside a call. A timer of the user looks at it there, and acts once it is at rest.
 #include "tests/contract/win32/DialogUser.h"
 
 #include "platform/desktop/win32/ControlIds.h"
@@ -138,7 +139,7 @@ public:
         PostMessageW(window, message, wParam, lParam);
     }
 
-    // Waits until what was posted has been handled, or the window has gone with what comes behind.
+    // Waits until all posted messages are handled, or the window is gone.
     void Settle() const {
         const win32::Handle reached(CreateEventW(nullptr, TRUE, FALSE, nullptr));
         HANDLE copy = nullptr; // for the helper, which may come to it late

@@ -1,3 +1,4 @@
+// Nothing is asked of the product but its windows: what is seen is read from the controls.
 #include "tests/contract/win32/Win32Driver.h"
 
 #include "platform/desktop/win32/ControlIds.h"

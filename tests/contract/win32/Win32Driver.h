@@ -1,5 +1,5 @@
-// The user of the Windows desktop: presses keys and clicks by the messages that Windows sends for them, and answers
-// dialogs in their own windows.
+// The user of the Windows desktop. Keys and clicks are the messages that Windows sends for them; dialogs are answered
+// in their own windows.
 #pragma once
 
 #include "platform/desktop/win32/Desktop.h"

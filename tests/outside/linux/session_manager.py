@@ -18,7 +18,7 @@ Accept = ctypes.CFUNCTYPE(Status, ctypes.c_char_p)
 IoError = ctypes.CFUNCTYPE(None, Pointer)
 NewClient = ctypes.CFUNCTYPE(Status, Pointer, Pointer, ctypes.POINTER(ctypes.c_ulong), Pointer, Pointer)
 
-# What a client sends, in the order in which the library wants the answers to it; each begins with the connection.
+# The client's requests, in the order in which the library wants the answers; each begins with the connection.
 CALLBACKS = (
     ("register", ctypes.CFUNCTYPE(Status, Pointer, Pointer, Pointer)),
     ("interact", ctypes.CFUNCTYPE(None, Pointer, Pointer, ctypes.c_int)),

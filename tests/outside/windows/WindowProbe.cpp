@@ -1,5 +1,5 @@
-// Looks at the windows of another program from outside and does to it what the system does: one command a line on
-// standard input, its words divided by tabs, one line of JSON as the answer. Must be of the same bitness as that
+// Looks at the windows of another program from outside and acts on them as the system does. Each line of standard input
+// is one command, its words divided by tabs; the answer is one line of JSON. Must be of the same bitness as that
 // program. With an argument it writes the window style that it was started with into the file of that name.
 #include "tests/contract/win32/ProbeText.h"
 #include "tests/contract/win32/RemoteMemory.h"

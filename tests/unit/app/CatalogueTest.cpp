@@ -1,3 +1,4 @@
+// The texts of the window: which row is found, and that no text is changed by accident.
 #include "app/Catalogue.h"
 
 #include <gtest/gtest.h>

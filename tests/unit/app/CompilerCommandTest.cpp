@@ -1,3 +1,4 @@
+// The compiler's command line, and the name of its output.
 #include "app/CompilerCommand.h"
 
 #include <gtest/gtest.h>

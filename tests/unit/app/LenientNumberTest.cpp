@@ -1,3 +1,4 @@
+// Numbers as the program reads them from texts, and the rounding half to even.
 #include "app/LenientNumber.h"
 
 #include <cfenv>

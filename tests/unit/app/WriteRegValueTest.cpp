@@ -1,3 +1,4 @@
+// Writing a setting, with the bad manners that are kept on purpose.
 #include "app/WriteRegValue.h"
 
 #include "app/ReadRegValue.h"

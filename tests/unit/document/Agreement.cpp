@@ -78,7 +78,7 @@ std::string GenerateLiterally(const LiteralDocument& document, const CodePage& c
     return Encode(text, codePage);
 }
 
-// "" when the document is what the literal reader read, else what differs.
+// "" when the document agrees with the literal reader, else the difference.
 std::string Compare(const VornSrcObj& document, Status status, const LiteralDocument& expected) {
     if (static_cast<int>(status) != expected.status) {
         return "status " + std::to_string(static_cast<int>(status)) + ", not " + std::to_string(expected.status);
@@ -108,8 +108,8 @@ std::string Compare(const VornSrcObj& document, Status status, const LiteralDocu
     return "";
 }
 
-// True when no line of the document can be taken for a tag or a key on reading, no name is cut, and no byte was
-// unreadable, which only a multi-byte code page knows: then every value must come back with one CR LF more.
+// Whether every value must come back, with one CR LF more. No line may look like a tag or a key, no name may be cut,
+// and no byte may be unreadable, as it can be in a multi-byte code page.
 bool IsPlain(const LiteralDocument& document) {
     const auto plain = [](const std::string& text) {
         return text.find_first_of("[=") == std::string::npos && text.find("\uFFFD") == std::string::npos;

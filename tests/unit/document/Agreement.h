@@ -8,8 +8,8 @@
 
 namespace tessaly {
 
-// Loads `bytes`, arriving in pieces of `readSize`, as a PSF, compares the outcome with the literal reader's, generates
-// C, saves, loads again and checks that and the round-trip rules. Returns "" or what does not hold.
+// Loads `bytes` as a PSF that arrives in pieces of `readSize`, and compares the outcome with the literal reader's. Then
+// generates C, saves, loads again and checks the rules for a round trip. Returns "" or what does not hold.
 std::string FindDisagreement(const std::string& bytes, const CodePage& codePage, std::size_t readSize = 4096);
 
 } // namespace tessaly

@@ -1,5 +1,5 @@
-// Random and hostile files: the reader must do what the literal reader does, for every code page and for
-// every size of piece in which a file arrives.
+// Random and hostile files. The reader must agree with the literal reader, for every code page, and however small the
+// pieces are in which a file arrives.
 #include "tests/unit/document/Agreement.h"
 
 #include "platform/system/CodePages.h"

@@ -1,5 +1,5 @@
-// Any single open, read, write or close that fails gives exactly the status that the operation names, leaves
-// no file open, and never takes the document along.
+// A single open, read, write or close fails. The operation returns exactly the status that it promises, leaves no file
+// open and the document as it was.
 #include "document/VornSrcObj.h"
 #include "tests/unit/document/MemoryDocument.h"
 #include "tests/unit/document/PsfBuilder.h"

@@ -1,6 +1,6 @@
-// A second PSF reader for the tests: deliberately literal, slow and simple. It takes the whole file, cuts it
-// into lines and follows the format's state tables row by row, with nothing shared with the real reader but
-// the code page and the case folding of names.
+// A second PSF reader for the tests: deliberately literal, slow and simple. It cuts the whole file into lines and
+// follows the format's state tables row by row. It shares nothing with the real reader but the code page and the case
+// folding of names.
 #pragma once
 
 #include "platform/text/CodePage.h"

@@ -1,6 +1,5 @@
-// Memory as the document uses it: no file, however made, takes more than its size justifies, and an allocation that
-// fails ends an operation with its status and leaks nothing. This program counts every
-// allocation, so it is built on its own.
+// The document's use of memory. No file, however made, takes more than its size justifies. An allocation that fails
+// ends an operation with its status and leaks nothing. This program counts every allocation, so it is built on its own.
 #include "tests/unit/document/CountedAllocations.h"
 #include "tests/unit/document/MemoryDocument.h"
 #include "tests/unit/document/PsfBuilder.h"

@@ -1,3 +1,4 @@
+// When the lost and gained events come, and which of them a command holds back.
 #include "platform/desktop/FocusEvents.h"
 
 #include <gtest/gtest.h>

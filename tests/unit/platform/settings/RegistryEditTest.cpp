@@ -1,3 +1,4 @@
+// A value is changed in a registry file, and every other byte stays.
 #include "platform/settings/RegistryText.h"
 #include "platform/system/Registry.h"
 #include "tests/unit/platform/settings/RegistryValue.h"

@@ -1,3 +1,4 @@
+// The registry in memory, by the calls of Registry.
 #include "platform/settings/RegistryStore.h"
 
 #include "tests/unit/platform/settings/RegistryValue.h"

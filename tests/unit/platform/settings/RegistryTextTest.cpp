@@ -1,3 +1,4 @@
+// Registry files as they are read: right lines, wrong lines, and any bytes at all.
 #include "platform/settings/RegistryText.h"
 
 #include "platform/settings/RegistryStore.h"

@@ -1,3 +1,4 @@
+// Where the settings files are, which value counts, and what is reported of them.
 #include "platform/settings/SettingsRegistry.h"
 #include "platform/system/SequentialFiles.h"
 #include "tests/desktop/SequentialFiles.h"

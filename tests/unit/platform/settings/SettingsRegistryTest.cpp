@@ -1,3 +1,4 @@
+// A setting that the program writes ends up in the user's own file.
 #include "platform/settings/SettingsRegistry.h"
 
 #include "platform/system/SequentialFiles.h"

@@ -1,4 +1,4 @@
-// What only the Linux desktop has: keys as Qt brings them, the language of the help, the output of what is started.
+// Only on Linux: keys as Qt brings them, the language of the help, the output of started programs.
 #include "platform/desktop/qt/Keys.h"
 #include "tests/contract/qt/QtDriver.h"
 

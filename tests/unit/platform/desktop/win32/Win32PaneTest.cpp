@@ -1,5 +1,5 @@
-// The pane beyond what every desktop's does: colours that leave no trace, plain text whatever the clipboard holds,
-// texts of any length.
+// Only the Windows pane: colours leave no trace, a paste is plain text whatever the clipboard holds, and texts have any
+// length.
 #include "platform/desktop/win32/ControlIds.h"
 #include "platform/desktop/win32/Headers.h"
 #include "platform/desktop/win32/Screen.h"

@@ -1,3 +1,4 @@
+// Processes that nobody waits for.
 #include "platform/system/posix/Process.h"
 
 #include <chrono>

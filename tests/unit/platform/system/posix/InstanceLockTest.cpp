@@ -1,3 +1,4 @@
+// The lock that tells of another running copy.
 #include "platform/system/PreviousInstance.h"
 
 #include <array>

@@ -1,5 +1,5 @@
-// Every call that replacing a file, writing a setting and starting a process make of the system fails in turn, once and
-// from then on for ever. What is there afterwards is the old or the new, and no failure is reported as a success.
+// Replacing a file, writing a setting and starting a process call the system. Each of these calls fails in turn, once
+// and for ever. A file is then the old or the new one, and no failure is reported as a success.
 #include "platform/settings/SettingsRegistry.h"
 #include "platform/system/AtomicFile.h"
 #include "platform/system/PreviousInstance.h"

@@ -1,3 +1,4 @@
+// How a command line is split, and processes that are waited for.
 #include "platform/system/posix/Process.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// UTF-8 and UTF-16: what is whole comes back, what is broken becomes U+FFFD.
+// UTF-8 and UTF-16: whole characters come back, broken ones become U+FFFD.
 #include "platform/system/win32/Text.h"
 
 #include "platform/text/Utf8.h"
