@@ -1,7 +1,7 @@
 // A number is first cut out of the text and then converted, so that the conversion never meets anything strange.
 #include "app/LenientNumber.h"
 
-#include "document/NumberText.h"
+#include "document/TextValue.h"
 #include "platform/text/Ascii.h"
 
 #include <algorithm>

@@ -7,6 +7,10 @@ namespace tessaly {
 
 // Calls `showMainWindow`, which shows the window and does not wait for it. With a previous instance it returns without
 // a window or a message, and the process is expected to end. What `showMainWindow` throws is passed on.
-void StartUp(bool previousInstance, const std::function<void()>& showMainWindow);
+inline void StartUp(bool previousInstance, const std::function<void()>& showMainWindow) {
+    if (!previousInstance) {
+        showMainWindow();
+    }
+}
 
 } // namespace tessaly

@@ -1,6 +1,5 @@
 // Two queries for every value: the first learns type and size, the second fetches it.
-#include "app/ReadRegValue.h"
-
+#include "app/Settings.h"
 #include "platform/system/Registry.h"
 #include "platform/text/Utf8.h"
 

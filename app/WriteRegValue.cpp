@@ -1,7 +1,6 @@
 // The ways out differ on purpose in what they leave behind: see the header before making them alike.
-#include "app/WriteRegValue.h"
-
 #include "app/LenientNumber.h"
+#include "app/Settings.h"
 #include "platform/system/Registry.h"
 
 namespace tessaly {

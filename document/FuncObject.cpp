@@ -49,6 +49,16 @@ std::vector<bool> WouldCollide(const std::vector<FuncObject::NewFunction>& funct
     return collisions;
 }
 
+// What `operation` returns, or `failed` when it throws.
+template <class Operation>
+auto Guarded(Status failed, const Operation& operation) -> decltype(operation()) {
+    try {
+        return operation();
+    } catch (const std::exception&) {
+        return failed;
+    }
+}
+
 } // namespace
 
 Status FuncObject::Init() {
@@ -62,16 +72,14 @@ std::int32_t FuncObject::GetCount() const {
 }
 
 Status FuncObject::GetFunctionName(std::int32_t index, std::string& name) const {
-    try {
+    return Guarded(Status::UnexpectedError, [&] {
         name = IsIndex(index) ? NameAt(index) : std::string_view();
         return Status::Done;
-    } catch (const std::exception&) {
-        return Status::UnexpectedError;
-    }
+    });
 }
 
 Status FuncObject::AddFunction(std::string_view name, std::string_view prototype, std::string_view code) {
-    try {
+    return Guarded(Status::UnexpectedError, [&] {
         std::string folded = FoldCase(name);
         Index& index = ByFoldedName();
         const auto place = index.lower_bound(folded);
@@ -86,9 +94,7 @@ Status FuncObject::AddFunction(std::string_view name, std::string_view prototype
         index.emplace_hint(place, std::move(folded), mNextSerial++);
         mFunctions.push_back(std::move(function));
         return Status::Done;
-    } catch (const std::exception&) {
-        return Status::UnexpectedError;
-    }
+    });
 }
 
 void FuncObject::Fill(std::vector<NewFunction> functions) {
@@ -108,7 +114,7 @@ void FuncObject::Fill(std::vector<NewFunction> functions) {
 }
 
 std::optional<Status> FuncObject::GetName(std::int32_t index, std::string& name) const {
-    try {
+    return Guarded(Status::UnexpectedError, [&]() -> std::optional<Status> {
         name.clear();
         if (mFunctions.empty()) {
             return std::nullopt;
@@ -118,13 +124,11 @@ std::optional<Status> FuncObject::GetName(std::int32_t index, std::string& name)
         }
         name = NameAt(index);
         return Status::Done;
-    } catch (const std::exception&) {
-        return Status::UnexpectedError;
-    }
+    });
 }
 
 Status FuncObject::GetFunction(std::string_view name, std::string& prototype, std::string& code) const {
-    try {
+    return Guarded(Status::NotFound, [&] {
         prototype.clear();
         code.clear();
         if (mFunctions.empty()) {
@@ -135,13 +139,11 @@ Status FuncObject::GetFunction(std::string_view name, std::string& prototype, st
             code = mFunctions[*position].code.View();
         }
         return Status::Done;
-    } catch (const std::exception&) {
-        return Status::NotFound;
-    }
+    });
 }
 
 Status FuncObject::GetFunctionByIndex(std::int32_t index, std::string& prototype, std::string& code) const {
-    try {
+    return Guarded(Status::NotFound, [&] {
         prototype.clear();
         code.clear();
         if (!IsIndex(index)) {
@@ -150,13 +152,11 @@ Status FuncObject::GetFunctionByIndex(std::int32_t index, std::string& prototype
         prototype = PrototypeAt(index);
         code = CodeAt(index);
         return Status::Done;
-    } catch (const std::exception&) {
-        return Status::NotFound;
-    }
+    });
 }
 
 Status FuncObject::UpdateFunction(std::string_view name, std::string_view prototype, std::string_view code) {
-    try {
+    return Guarded(Status::NotFound, [&] {
         if (mFunctions.empty()) {
             return Status::NotFound;
         }
@@ -167,13 +167,11 @@ Status FuncObject::UpdateFunction(std::string_view name, std::string_view protot
             mFunctions[*position].code = std::move(newCode);
         }
         return Status::Done;
-    } catch (const std::exception&) {
-        return Status::NotFound;
-    }
+    });
 }
 
 Status FuncObject::DeleteFunction(std::string_view name) {
-    try {
+    return Guarded(Status::UnexpectedError, [&] {
         if (mFunctions.empty()) {
             return Status::UnexpectedError;
         }
@@ -184,9 +182,7 @@ Status FuncObject::DeleteFunction(std::string_view name) {
         ByFoldedName().erase(FoldCase(name));
         mFunctions.erase(mFunctions.begin() + static_cast<std::ptrdiff_t>(*position));
         return Status::Done;
-    } catch (const std::exception&) {
-        return Status::UnexpectedError;
-    }
+    });
 }
 
 std::optional<std::string_view> FuncObject::FindCollision(std::string_view name) const {

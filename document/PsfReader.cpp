@@ -2,10 +2,10 @@
 // its loop is over.
 #include "document/CaseFold.h"
 #include "document/LineReader.h"
-#include "document/NumberText.h"
 #include "document/PsfFile.h"
 #include "document/PsfKeys.h"
 #include "document/PsfReadObserver.h"
+#include "document/TextValue.h"
 #include "platform/system/SequentialFiles.h"
 #include "platform/text/Utf8.h"
 

@@ -1,7 +1,9 @@
-// A text or a number, as its text: the argument of operations that take both.
+// Numbers and texts: the argument of operations that take both, and a number read from a text.
 #pragma once
 
 #include <concepts>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -27,5 +29,10 @@ public:
 private:
     std::string mText;
 };
+
+// `text` as a 32-bit integer, as NumFuncs= wants it: blanks and tabs around it, a sign, digits with a "." and a
+// fraction, and an exponent are taken; a fraction is rounded, half to even. No value for anything else (hexadecimal,
+// grouping, text after the number, nothing at all) and for a number beyond 32 bits.
+std::optional<std::int32_t> ToInteger(std::string_view text);
 
 } // namespace tessaly

@@ -2,9 +2,7 @@
 #include "ui/VornMainFrm.h"
 
 #include "app/LenientNumber.h"
-#include "app/ReadRegValue.h"
 #include "app/Settings.h"
-#include "app/WriteRegValue.h"
 #include "ui/Command.h"
 #include "ui/MenuTable.h"
 #include "ui/frmSplash.h"

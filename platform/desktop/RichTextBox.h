@@ -13,7 +13,7 @@ namespace tessaly {
 // Line breaks: a text comes back exactly as it was put in while the user has not edited it. After an edit every line
 // break that the user did not touch is still the one that was put in, and one that was typed or pasted is CR LF; of two
 // breaks in a row, one of which is new, the first counts as the old one.
-// LineBreaks.h does this: BreakList where the control tells which breaks a change touched, else LineBreaks.
+// BreakList keeps them.
 class RichTextBox : public Control {
 public:
     // Raised after every change of the text, by the user as well as by SetText, even if that puts in what was there.

@@ -20,21 +20,10 @@ const std::array<RegistryRoot, 5> RegistryRoots = {{
 
 namespace {
 
-constexpr std::string_view Blanks = " \t";
-
 struct LineError {
     std::string_view text;
     bool isInList = false; // the lines in which the list goes on would only be wrong again
 };
-
-std::string_view TrimFront(std::string_view text, std::string_view blanks = Blanks) {
-    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
-    return text;
-}
-
-std::string_view TrimBack(std::string_view text, std::string_view blanks = Blanks) {
-    return text.substr(0, text.find_last_not_of(blanks) + 1);
-}
 
 // Takes up to `most` hexadecimal digits off the front of `text`. No value when it begins with none.
 std::optional<std::uint32_t> TakeHex(std::string_view& text, std::size_t most) {
@@ -128,7 +117,7 @@ bool RegistryScanner::NextLine() {
     mLine = mText.substr(mPosition, end - mPosition);
     mLine.remove_suffix(mLine.ends_with('\r') ? 1 : 0);
     mLineEnd = mPosition + mLine.size();
-    mLine = TrimFront(TrimBack(mLine));
+    mLine = Trim(mLine);
     mPosition = std::min(end + 1, mText.size());
     ++mNumber;
     return true;

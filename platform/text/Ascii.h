@@ -38,6 +38,19 @@ inline bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
                       [](char x, char y) { return SmallLetter(x) == SmallLetter(y); });
 }
 
+// `text` without the `blanks` at its front, at its back, at both.
+constexpr std::string_view TrimFront(std::string_view text, std::string_view blanks = " \t") {
+    return text.substr(std::min(text.find_first_not_of(blanks), text.size()));
+}
+
+constexpr std::string_view TrimBack(std::string_view text, std::string_view blanks = " \t") {
+    return text.substr(0, text.find_last_not_of(blanks) + 1);
+}
+
+constexpr std::string_view Trim(std::string_view text, std::string_view blanks = " \t") {
+    return TrimFront(TrimBack(text, blanks), blanks);
+}
+
 // An order for sorted containers in which capital and small letters are the same.
 struct LessIgnoringCase {
     using is_transparent = void;

@@ -1,18 +1,9 @@
-// One kind of break is remembered for each LF shown; an edit replaces those of the stretch that differs.
+// One kind of break is remembered for each LF shown.
 #include "platform/text/LineBreaks.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace tessaly {
-
-namespace {
-
-std::size_t CountBreaks(std::string_view text) {
-    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
-}
-
-} // namespace
 
 std::string BreakList::Set(std::string_view text) {
     std::string shown;
@@ -53,29 +44,6 @@ std::string BreakList::Apply(std::string_view shown) const {
         start = std::min(end + 1, shown.size());
     }
     return text.append(shown, start);
-}
-
-void LineBreaks::Set(std::string_view text) {
-    BreakList breaks;
-    mShown = breaks.Set(text);
-    mBreaks = std::move(breaks);
-}
-
-void LineBreaks::Edit(std::string_view shown) {
-    const std::string_view before = mShown;
-    const std::size_t shorter = std::min(before.size(), shown.size());
-    const auto front = static_cast<std::size_t>(
-        std::mismatch(before.begin(), before.begin() + static_cast<std::ptrdiff_t>(shorter), shown.begin()).first -
-        before.begin());
-    std::size_t back = 0;
-    while (back < shorter - front && before[before.size() - 1 - back] == shown[shown.size() - 1 - back]) {
-        ++back;
-    }
-    const std::size_t kept = CountBreaks(before.substr(0, front));
-    const std::size_t removed = CountBreaks(before.substr(front, before.size() - front - back));
-    const std::size_t added = CountBreaks(shown.substr(front, shown.size() - front - back));
-    mBreaks.Replace(kept, removed, added);
-    mShown = shown;
 }
 
 } // namespace tessaly

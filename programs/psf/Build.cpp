@@ -1,11 +1,9 @@
 // The steps of the window's Build command, in its order.
-#include "programs/psf/Build.h"
-
 #include "app/Catalogue.h"
 #include "app/CompilerCommand.h"
-#include "app/ReadRegValue.h"
 #include "app/Settings.h"
 #include "platform/system/Process.h"
+#include "programs/psf/Commands.h"
 #include "programs/psf/DiagnosticMap.h"
 #include "programs/psf/Printable.h"
 

@@ -1,6 +1,5 @@
 // One load with an observer, and the lines of the file to say where.
-#include "programs/psf/Check.h"
-
+#include "programs/psf/Commands.h"
 #include "programs/psf/Printable.h"
 #include "programs/psf/PsfWarnings.h"
 

@@ -1,4 +1,4 @@
-// The commands of psf but for check and build. Each returns its exit status and has said what went wrong.
+// The commands of psf. Each returns its exit status and has said what went wrong.
 #pragma once
 
 #include "programs/psf/Session.h"
@@ -19,5 +19,16 @@ int Resave(Session& session, const std::string& input, const std::string& output
 
 // Without `output` the C file goes to standard output.
 int Generate(Session& session, const std::string& file, const std::optional<std::string>& output);
+
+// psf check: what a load loses or changes without a word.
+// Prints the warnings for `file`, one a line, as "FILE:LINE: warning: MEMBER: ...", in the order of the lines.
+// Returns Success, WarningsFound, or the load's status.
+int Check(Session& session, const std::string& file);
+
+// psf build: the window's Build command. Unlike the window, it waits for the compiler.
+// Generates the C file of `file` where the settings want it, runs the compiler's batch file and prints its output, with
+// the positions mapped to members. Returns the compiler's exit status, or that of what went wrong before: the load's,
+// the generation's, CompilerMissing, WrongUsage.
+int Build(Session& session, const std::string& file);
 
 } // namespace tessaly::psf

@@ -2,8 +2,8 @@
 #include "programs/psf/FunctionWarnings.h"
 
 #include "document/CCodeGenerator.h"
-#include "document/NumberText.h"
 #include "document/PsfKeys.h"
+#include "document/TextValue.h"
 
 #include <algorithm>
 #include <map>

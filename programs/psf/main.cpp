@@ -1,6 +1,4 @@
 // psf, the command-line companion: the document without a window, for scripts, version control and servers.
-#include "programs/psf/Build.h"
-#include "programs/psf/Check.h"
 #include "programs/psf/Commands.h"
 
 #include <CLI/CLI.hpp>

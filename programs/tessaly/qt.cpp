@@ -6,7 +6,7 @@
 #include "platform/desktop/qt/Texts.h"
 #include "platform/settings/SettingsRegistry.h"
 #include "platform/system/PreviousInstance.h"
-#include "platform/system/posix/CommandLine.h"
+#include "platform/system/posix/Process.h"
 #include "ui/VornMainFrm.h"
 
 #include <QApplication>

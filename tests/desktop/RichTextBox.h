@@ -3,8 +3,8 @@
 #pragma once
 
 #include "platform/desktop/RichTextBox.h"
-#include "platform/text/LineBreaks.h"
 #include "tests/desktop/Control.h"
+#include "tests/desktop/LineBreaks.h"
 
 #include <cstddef>
 #include <string>

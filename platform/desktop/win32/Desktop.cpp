@@ -5,7 +5,7 @@
 #include "platform/desktop/win32/NameWindow.h"
 #include "platform/desktop/win32/SplashWindow.h"
 #include "platform/system/CodePages.h"
-#include "platform/system/win32/CommandLine.h"
+#include "platform/system/win32/Streams.h"
 
 #include <utility>
 

@@ -235,6 +235,14 @@ std::vector<std::string> SplitCommandLine(std::string_view line,
     return arguments;
 }
 
+std::string CommandLine(int count, char** arguments) {
+    std::string line;
+    for (int i = 1; i < count; ++i) {
+        line += (i > 1 ? " " : "") + std::string(arguments[i]);
+    }
+    return line;
+}
+
 bool IsRegularFile(const std::string& path) {
     struct stat status = {};
     return path.find('\0') == std::string::npos && ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);

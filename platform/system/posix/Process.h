@@ -1,4 +1,4 @@
-// Processes by their arguments, for who has no command line.
+// Command lines in parts, and processes for who has only the parts.
 #pragma once
 
 #include "platform/system/Process.h"
@@ -16,6 +16,11 @@ namespace tessaly::posix {
 // before a blank or the first quote may be it. The shortest that `isFile` accepts is the program; if there is none, the
 // line is split as it stands.
 std::vector<std::string> SplitCommandLine(std::string_view line, const std::function<bool(const std::string&)>& isFile);
+
+// What stands behind the program's name on the command line: the arguments of main() but the first, with a blank
+// between two. The shell has split it. A path with blanks is one argument or several: the program takes all for one
+// path.
+std::string CommandLine(int count, char** arguments);
 
 // True when `path` names a regular file, through links as well.
 bool IsRegularFile(const std::string& path);

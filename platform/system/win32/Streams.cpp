@@ -4,6 +4,7 @@
 #include "platform/system/win32/Handle.h"
 #include "platform/system/win32/Text.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <fcntl.h>
 #include <io.h>
@@ -37,6 +38,23 @@ std::vector<std::string> Arguments() {
     }
     LocalFree(wide);
     return arguments;
+}
+
+std::wstring_view WithoutProgramName(std::wstring_view commandLine) {
+    constexpr std::wstring_view blanks = L" \t";
+    const bool quoted = commandLine.starts_with(L'"');
+    const std::size_t end = quoted ? commandLine.find(L'"', 1) : commandLine.find_first_of(blanks);
+    commandLine.remove_prefix(std::min(end, commandLine.size()));
+    if (quoted && !commandLine.empty()) {
+        commandLine.remove_prefix(1);
+    }
+    commandLine.remove_prefix(std::min(commandLine.find_first_not_of(blanks), commandLine.size()));
+    return commandLine;
+}
+
+// Not split and joined again: nobody could tell afterwards how it was written.
+std::string CommandLine() {
+    return ToUtf8(WithoutProgramName(GetCommandLineW()));
 }
 
 } // namespace tessaly::win32

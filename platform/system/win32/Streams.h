@@ -1,7 +1,8 @@
-// A console program's way in and out: its arguments as UTF-8, its standard streams as plain bytes.
+// A program's way in and out: its command line as UTF-8, its standard streams as plain bytes.
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tessaly::win32 {
@@ -20,5 +21,12 @@ private:
 
 // This program's name and arguments. Wildcards are not expanded.
 std::vector<std::string> Arguments();
+
+// `commandLine` without the program's name and the blanks and tabs behind it. The name ends at a blank or, if it begins
+// with a double quote, at the next one. The rest is as it stands: quotes, inner blanks, blanks at the end.
+std::wstring_view WithoutProgramName(std::wstring_view commandLine);
+
+// The same of this process, as UTF-8.
+std::string CommandLine();
 
 } // namespace tessaly::win32

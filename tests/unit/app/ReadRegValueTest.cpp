@@ -1,6 +1,4 @@
 // Reading a setting: it never fails, and every key is closed again.
-#include "app/ReadRegValue.h"
-
 #include "app/Settings.h"
 #include "tests/desktop/Registry.h"
 

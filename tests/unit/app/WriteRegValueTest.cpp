@@ -1,7 +1,4 @@
 // Writing a setting, with the bad manners that are kept on purpose.
-#include "app/WriteRegValue.h"
-
-#include "app/ReadRegValue.h"
 #include "app/Settings.h"
 #include "tests/desktop/Registry.h"
 #include "tests/unit/platform/settings/RegistryValue.h"

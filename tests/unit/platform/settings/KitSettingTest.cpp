@@ -1,5 +1,4 @@
 // The kit's own reader of settings files beside the program's, on files of all kinds: both must find the same C file.
-#include "app/ReadRegValue.h"
 #include "app/Settings.h"
 #include "platform/settings/RegistryStore.h"
 #include "platform/settings/RegistryText.h"

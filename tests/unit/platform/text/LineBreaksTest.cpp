@@ -1,5 +1,5 @@
 // Line breaks of a text that a user edits.
-#include "platform/text/LineBreaks.h"
+#include "tests/desktop/LineBreaks.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -9,6 +9,8 @@
 
 namespace tessaly {
 namespace {
+
+using memory::LineBreaks;
 
 // The text after it was set and then edited.
 std::string Edited(std::string_view text, std::string_view shown) {

@@ -1,5 +1,5 @@
 // The command line where the shell has split it.
-#include "platform/system/posix/CommandLine.h"
+#include "platform/system/posix/Process.h"
 
 #include <array>
 #include <gtest/gtest.h>

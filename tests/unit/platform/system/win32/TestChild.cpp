@@ -7,7 +7,6 @@
 //   talk FILE COUNT    writes COUNT numbered lines to standard output and error, what it can read, and ends with 7
 //   leave FILE         starts a copy of itself that stays and has the same output, says so, and ends with 0
 #include "platform/system/PreviousInstance.h"
-#include "platform/system/win32/CommandLine.h"
 #include "platform/system/win32/Streams.h"
 #include "platform/system/win32/Text.h"
 

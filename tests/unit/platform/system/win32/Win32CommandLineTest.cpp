@@ -1,6 +1,6 @@
 // The command line as it stands, cut and in a process of its own.
 #include "platform/system/Process.h"
-#include "platform/system/win32/CommandLine.h"
+#include "platform/system/win32/Streams.h"
 #include "tests/unit/platform/system/win32/TestFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,6 @@
 // The registry of this machine, in a key of the test's own below the current user's. The system's code page must be
 // Windows-1252.
-#include "app/ReadRegValue.h"
-#include "app/WriteRegValue.h"
+#include "app/Settings.h"
 #include "platform/system/win32/Registry.h"
 #include "platform/system/win32/Text.h"
 
