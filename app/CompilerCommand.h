@@ -6,9 +6,9 @@
 
 namespace tessaly {
 
-// The name of the program made from the PSF file `psfPath`: everything in front of the first ".PSF" in the path,
-// in any case, with ".out". A folder "old.psfs" cuts the path short, and without any ".PSF" the name is ".out":
-// both kept on purpose.
+// The name of the program made from the PSF file `psfPath`: the path up to its first ".PSF", in capital or small
+// letters, and ".out". A folder "old.psfs" cuts the path short, and without any ".PSF" the name is ".out": both kept on
+// purpose.
 std::string OutputName(std::string_view psfPath);
 
 // `compBat`, which is put in as it stands, a blank, and the output name for `psfPath` in double quotes.

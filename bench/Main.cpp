@@ -38,7 +38,7 @@ private:
     std::string mPath;
 };
 
-// What stands behind `option` on the command line, which is taken out of it.
+// Takes `option` and its value off the command line and returns the value.
 std::string TakeOption(std::vector<char*>& arguments, const std::string& option, const std::string& otherwise) {
     for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
         const std::string text = *argument;

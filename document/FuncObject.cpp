@@ -12,8 +12,8 @@ namespace tessaly {
 
 namespace {
 
-// For each function whether adding them one after the other would refuse it: whether the name of an earlier one begins
-// with its name. Earlier ones that are refused count, too: what refused them begins with the same and is earlier still.
+// Tells for each function whether AddFunction would refuse it: the name of an earlier one begins with its name. Earlier
+// ones that are refused count, too: what refused them begins with the same and is earlier still.
 std::vector<bool> WouldCollide(const std::vector<FuncObject::NewFunction>& functions) {
     std::vector<std::string> folded;
     folded.reserve(functions.size());

@@ -1,5 +1,5 @@
-// A PSF file: what it holds, and how that is read and written. The writer is not the exact mirror of the reader: a
-// value that is saved and loaded again has gained a CR LF, kept on purpose.
+// A PSF file: its content, its reader and its writer. The writer is not the exact mirror of the reader: a value that is
+// saved and loaded again has gained a CR LF, kept on purpose.
 #pragma once
 
 #include "document/EventTable.h"

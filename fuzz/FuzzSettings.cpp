@@ -1,5 +1,5 @@
 // One value is set in a settings file of any bytes. Read again it is there, and every other value is what it was.
-// The file comes first in the input; what is set, and where, is picked by the bytes at its end.
+// The file comes first in the input; the bytes at its end pick a value and its place.
 #include "fuzz/Check.h"
 #include "platform/settings/RegistryStore.h"
 #include "platform/settings/RegistryText.h"

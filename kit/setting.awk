@@ -2,7 +2,7 @@
 # "od -An -v -tu1" prints them; exit status 1 when the file does not name it, 3 when it takes the value away.
 # Reads what the editor reads: the last one counts, and a wrong line costs only itself. Run it with LC_ALL=C.
 
-# ---- From bytes to lines. What is no character becomes the byte 377, which makes its line invalid.
+# ---- From bytes to lines. Broken characters become the byte 377, which makes their line invalid.
 
 function take(byte) {
     if (++count <= 2 && byte == (count == 1 ? 255 : 254) && (count == 1 || marked)) {

@@ -1,5 +1,5 @@
-// The least that any Qt program with this window must do: the same controls in a window, and nothing in or behind them.
-// What Tessaly's start takes longer than this one's is its own.
+// A Qt window with the same controls, and nothing in or behind them. That is the least that such a program does. What
+// Tessaly's start takes longer than this one's is its own.
 #include <QApplication>
 #include <QFontDatabase>
 #include <QLabel>

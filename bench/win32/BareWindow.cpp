@@ -1,5 +1,5 @@
-// The least that any program with this window must do: the same controls in a window as large, nothing in or behind
-// them. What Tessaly's start takes longer than this one's is its own.
+// A window of the same size with the same controls, and nothing in or behind them. That is the least that such a
+// program does. What Tessaly's start takes longer than this one's is its own.
 #include <initializer_list>
 
 // In this order:

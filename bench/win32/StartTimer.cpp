@@ -1,6 +1,6 @@
-// Times the start of one program: start_timer.exe COMMAND-LINE, which is taken as it stands. Prints three times of a
-// program, in milliseconds of QueryPerformanceCounter and as soon as it has them: its start, its first visible window
-// without an owner, and that window's first answer to a message. Then, for each line on standard input, waits until the
+// Times the start of one program: start_timer.exe COMMAND-LINE, which is taken as it stands. Prints three times at once
+// when it has them: the start of the program, its first visible window without an owner, and that window's first
+// answer. The unit is a millisecond of QueryPerformanceCounter. Then, for each line on standard input, waits until the
 // window answers again and prints when that was. Ends the program when the input ends.
 #include <cstdio>
 #include <string>

@@ -12,7 +12,7 @@
 
 namespace tessaly {
 
-// What is wrong with a file, and in which line, counted from 1.
+// A fault of a file, and its line, counted from 1.
 struct RegistryTextError {
     std::size_t line = 0;
     std::string text; // a sentence without a full stop, of limited length
@@ -41,8 +41,8 @@ std::vector<RegistryTextError> ReadRegistryText(std::string_view bytes, Registry
 // The file `file`, given as its bytes, with the value `name` of `key` set; a file without a byte gets its first line,
 // too. Everything else stays byte for byte as it was: the encoding, line ends, comments, the order, and what is wrong.
 // A value that is there is changed in its place. Else it is added after the key's other values, and where the key is
-// missing, too, with it at the end. No value when the file cannot carry it: a name with a line break or a NUL, a string
-// that is not UTF-8.
+// missing, too, with it at the end. No value when the file cannot carry it: the name has a line break or a NUL, or the
+// string is not UTF-8.
 std::optional<std::string> SetInRegistryText(std::string_view file, const RegistryStore::Key& key,
                                              std::string_view name, const RegistryStore::Value& value);
 

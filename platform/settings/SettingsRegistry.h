@@ -1,5 +1,5 @@
-// The settings where there is no Windows registry: registry export files, one that the user keeps and others for all
-// users. A changed value is written back to the user's own file.
+// The settings without a Windows registry: registry export files, one of the user's own and others for all users. A
+// changed value is written back to the user's own file.
 #pragma once
 
 #include "platform/settings/RegistryStore.h"

@@ -9,8 +9,8 @@ class CommandLineSource {
 public:
     virtual ~CommandLineSource() = default;
 
-    // All that stands behind the program's name on its command line, as one text: quotes and inner blanks as they are,
-    // without the blanks that separate it from the name.
+    // The command line behind the program's name, as one text. Quotes and inner blanks stay; the blanks in front of it
+    // do not.
     virtual std::string CommandLine() const = 0;
 };
 

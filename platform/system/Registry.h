@@ -71,9 +71,9 @@ public:
     virtual std::int32_t QueryValue(Handle key, std::string_view valueName, std::uint32_t& type, char* data,
                                     std::uint32_t& size) = 0;
 
-    // Opens the key `keyPath` below `root` with the rights `access`, and makes it and the keys above it first where
-    // they are missing: RegCreateKeyExA with reserved 0, no class, options 0 and no security attributes. Whether the
-    // key was made is not told.
+    // Opens the key `keyPath` below `root` with the rights `access`. If it is missing it is made first, with the keys
+    // above it: RegCreateKeyExA with reserved 0, no class, options 0 and no security attributes. Whether the key was
+    // made is not told.
     // Success, and `key` must then be closed; AccessDenied when the user may not make or open it, or another error,
     // and there is nothing to close.
     // With NoAccess a key can be had that neither gives nor takes values where rights are enforced; today's Windows

@@ -18,8 +18,8 @@ public:
     virtual void AppendDecoded(std::string_view bytes, std::string& text) const = 0;
 
     // Puts the bytes for `text` to `to`, where there must be room for MostEncoded(text.size()), and returns the place
-    // behind them; what stands there then is not promised. Never fails: a character without a place in the code page
-    // becomes "?", and so does each byte of `text` that is not UTF-8.
+    // behind them; what stands there then is not promised. Never fails. A character without a place in the code page
+    // becomes "?", and so does each byte that is not UTF-8.
     virtual char* Encode(std::string_view text, char* to) const = 0;
 
     // The most bytes that a text of `size` bytes has in any code page. No character takes more than twice its bytes in

@@ -17,7 +17,7 @@ bool IsAscii(char byte) {
     return static_cast<unsigned char>(byte) < 0x80;
 }
 
-// The loops below work on blocks of 16 bytes: with SSE2 where the processor is known to have it, else in two words.
+// The loops below work on blocks of 16 bytes: with SSE2 if the processor surely has it, else in two words.
 #if defined(__SSE2__)
 
 using Block = __m128i;

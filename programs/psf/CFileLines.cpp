@@ -37,7 +37,7 @@ std::optional<MemberLine> CFileLines::Find(std::size_t line, LineCounting counti
     }
     const std::size_t begin = starts[line - 1];
     const std::size_t end = line < starts.size() ? starts[line] : mText.size();
-    // A text that ends with a line end has an empty last line, in which the frame goes on: it is the text's.
+    // A text may end with a line end. The frame goes on in the empty line behind that, which counts as the text's.
     const auto member = std::lower_bound(mMembers.begin(), mMembers.end(), begin,
                                          [](const Piece& piece, std::size_t position) { return piece.end < position; });
     if (member == mMembers.end() || member->begin >= end) {

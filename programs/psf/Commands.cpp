@@ -26,7 +26,7 @@ std::string ReadStandardInput() {
     return text;
 }
 
-// Loads `file` and returns what `command` makes of its member of that name.
+// Loads `file` and runs `command` on its member of that name. Returns the exit status.
 int WithMember(Session& session, const std::string& file, const std::string& member,
                const std::function<int(VornSrcObj&, CCodeOrigin)>& command) {
     VornSrcObj document = session.NewDocument();

@@ -1,5 +1,5 @@
-// The ways in which a tool may spell the path of one file, and where one of them ends in a line of text.
-// Paths are compared as text: the file need not exist, and links are not followed.
+// The spellings of one file's path that a tool may print, and how they are found in a line of text. Paths are compared
+// as text: the file need not exist, and links are not followed.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
-// What psf needs of the system that it runs on, beside the contracts of platform/system/. HostPosix.cpp and
-// HostWin32.cpp both have all of it.
+// psf's needs of its system, beside the contracts of platform/system/. HostPosix.cpp and HostWin32.cpp both have all of
+// it.
 #pragma once
 
 #include "platform/system/Registry.h"

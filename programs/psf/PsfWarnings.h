@@ -17,8 +17,8 @@ public:
     void Event(PsfStep step, std::int32_t index, PsfLine line) override;
     void Ignored(PsfLine line) override { mFindings.Ignored(line); }
 
-    // All warnings for the file, whose content is `bytes`, and the document that was loaded from it, in the order of
-    // their places. To be called once.
+    // All warnings for the file and the document that was loaded from it, in the order of their places. `bytes` is the
+    // content of the file. To be called once.
     std::vector<PsfWarning> Finish(const VornSrcObj& document, const std::string& bytes, const CodePage& codePage);
 
 private:

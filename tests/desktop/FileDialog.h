@@ -32,7 +32,7 @@ public:
     std::string ShowOpen(const FileDialogSettings& settings) override;
     std::string ShowSave(const FileDialogSettings& settings) override;
 
-    // What the user does with the next dialog for which nothing was prepared yet.
+    // Prepares the user's answer to the next dialog that has none yet.
     void WillChoose(std::string path) { mAnswers.emplace_back(std::move(path)); }
     void WillCancel() { mAnswers.emplace_back(std::nullopt); }
 

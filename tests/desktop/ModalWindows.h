@@ -1,4 +1,4 @@
-// The two small windows in memory. What the user does while one is shown is a script that the test prepares.
+// The two small windows in memory. The test prepares a script of the user's actions for each.
 #pragma once
 
 #include "platform/desktop/ModalWindows.h"

@@ -31,8 +31,8 @@ public:
     // Throws UnexpectedDialog when no answer is left, ImpossibleAction when the box has not the button.
     MsgResult Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) override;
 
-    // What the user does with the next box for which nothing was prepared yet. An attempt to close a Yes/No box comes
-    // to nothing, and the box takes the next answer, too.
+    // Prepares the user's answer to the next box that has none yet. An attempt to close a Yes/No box comes to nothing,
+    // and the box takes the next answer, too.
     void WillPress(MsgResult button) { mAnswers.emplace_back(button); }
     void WillClose() { mAnswers.emplace_back(std::nullopt); }
 

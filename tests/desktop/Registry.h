@@ -27,7 +27,7 @@ public:
         std::string bytes;        // SetValue only
     };
 
-    // What QueryValue may set before it fails, in place of what it was given.
+    // QueryValue may set these before it fails.
     struct Answer {
         std::uint32_t type = 0;
         std::uint32_t size = 0;

@@ -180,7 +180,7 @@ bool RichTextBox::TakesInput() const {
     return HasFocus() && mFuncBodyAvailable;
 }
 
-// Replaces what stands from `start` to before `end`, as the user, who can undo it.
+// Replaces the text from `start` to before `end`, as the user, who can undo it.
 void RichTextBox::Replace(std::size_t start, std::size_t end, std::string_view text) {
     std::string shown = Shown();
     mUndo.push_back({shown, mCaret});

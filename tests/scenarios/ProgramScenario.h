@@ -96,7 +96,7 @@ protected:
         Write("One", "/* first */");
     }
 
-    // Types on where the keyboard is and closes the window, which asks; the answer is Yes.
+    // Types into the focused control and closes the window, which asks; the answer is Yes.
     void TypeOn() {
         user->Type("/* later */");
         EXPECT_NE(user->PaneShown().find("/* first *//* later */"), std::string::npos);

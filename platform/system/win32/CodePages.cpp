@@ -117,8 +117,8 @@ public:
     }
 
 private:
-    // How many bytes at the front of `bytes` are no ASCII, with the second bytes of characters, and no more than are
-    // converted at once.
+    // The number of bytes at the front of `bytes` that are no ASCII, the second bytes of characters included. At most
+    // as many as are converted at once.
     std::size_t RunLength(std::string_view bytes) const {
         std::size_t length = 0;
         while (length < std::min(bytes.size(), LongestRun) && static_cast<unsigned char>(bytes[length]) >= 0x80) {

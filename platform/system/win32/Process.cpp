@@ -22,7 +22,7 @@ namespace {
 // How long a silent process is waited for before its pipe is looked into again.
 constexpr DWORD SilenceInMilliseconds = 10;
 
-// What a process that had to be killed leaves as its exit status.
+// The exit status of a process that had to be killed.
 constexpr UINT KilledStatus = 1;
 
 struct StartedProcess {

@@ -1,4 +1,4 @@
-// Access rights are passed on as they come: a key that was made with none refuses to be written, and that is wanted.
+// Access rights are passed on as they come. A key that was made with none refuses to be written, and so it should.
 #include "platform/system/win32/Registry.h"
 
 #include "platform/system/CodePages.h"

@@ -1,5 +1,4 @@
-// The checks that need no expected output of their own: two readers against each other, and a document
-// against what comes back of it.
+// Checks without expected output: two readers against each other, and a document against itself after a round trip.
 #include "tests/unit/document/Agreement.h"
 
 #include "document/VornSrcObj.h"

@@ -1,5 +1,5 @@
-// Random and hostile files. The reader must agree with the literal reader, for every code page, and however small the
-// pieces are in which a file arrives.
+// Random and hostile files. The reader must agree with the literal reader, for every code page and every size of the
+// pieces in which a file arrives.
 #include "tests/unit/document/Agreement.h"
 
 #include "platform/system/CodePages.h"

@@ -1,4 +1,4 @@
-// What the reader tells of a file on its way: each call as a line of text, with the number of the line in the file.
+// The reader's reports on a file: each call is a line of text, with the number of the line in the file.
 #include "document/PsfReadObserver.h"
 
 #include "tests/unit/document/MemoryDocument.h"

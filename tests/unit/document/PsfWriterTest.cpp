@@ -1,4 +1,4 @@
-// What SaveFile writes to the byte, and what comes back when it is loaded again.
+// SaveFile's output to the byte, and the document after loading it again.
 #include "tests/unit/document/MemoryDocument.h"
 #include "tests/unit/document/PsfBuilder.h"
 

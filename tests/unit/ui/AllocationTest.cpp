@@ -1,4 +1,4 @@
-// Memory may run out in the middle of a command. It ends; the document is what it was or what it was to become.
+// Memory may run out in the middle of a command. It ends; the document is the old one or the new one.
 #include "tests/unit/document/CountedAllocations.h"
 #include "tests/unit/ui/MainWindow.h"
 

@@ -1,5 +1,5 @@
 // Calls of the desktop fail in the middle of every command: one, two, or all from one on. Nothing gets out of the
-// command; document and files are what they were or what they were to become; the window goes on and closes.
+// command; document and files are the old ones or the new ones; the window goes on and closes.
 #include "tests/unit/ui/MainWindow.h"
 
 #include <algorithm>
@@ -365,7 +365,7 @@ protected:
         return mCalls + 1;
     }
 
-    // What the document may be when the call `number` was the first that failed.
+    // The possible documents after the call `number` failed first.
     Documents Allowed(std::size_t number) const {
         Documents allowed = {mStored, mNew};
         if (number < SafeFrom()) {

@@ -52,7 +52,7 @@ def debian():
         system.run("apt-get update -qq")
         # What a desktop has anyway, and what these tests look with.
         system.run("apt-get install -y -qq libglib2.0-bin shared-mime-info desktop-file-utils xdg-utils procps")
-        # First what it needs, so that the difference afterwards is the package's own.
+        # The needed packages come first, so that the difference afterwards is this package's own.
         needs = system.run(f"dpkg-deb -f /root/{DEB.name} Depends Recommends")
         names = [re.split(r"[ (|]", entry.strip())[0] for line in needs.splitlines()
                  for entry in line.split(":", 1)[1].split(",")]

@@ -156,7 +156,7 @@ def test_cc_names_the_compiler(folder):
     assert r'CC is set to "C:\nowhere\gcc.exe", which is not found' in text
 
 
-# Whatever is called by name, here and in what that calls in turn.
+# All programs that are called by name, directly and through each other.
 TOOLS = [
     "reg", "vswhere", "cmd", "where", "find", "findstr", "type", "dir", "gcc", "clang", "cl", "cc1", "as", "ld",
     "collect2", "link",

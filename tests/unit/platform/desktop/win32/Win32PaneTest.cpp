@@ -44,8 +44,8 @@ private:
     Colours mBefore = {};
 };
 
-// What this program reads its settings from: the entry for it in its table of imported functions. Wine always says that
-// there is no high contrast and lets nobody turn it on, so it is said here instead of there.
+// What this program reads its settings from: the entry for it in its table of imported functions. Wine knows no high
+// contrast and cannot turn it on, so this stands in for it.
 extern "C" decltype(&SystemParametersInfoW) importedSystemParametersInfo
 #ifdef _WIN64
     __asm__("__imp_SystemParametersInfoW");
