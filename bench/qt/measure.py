@@ -21,7 +21,6 @@ END = "<!-- end of Linux desktop table -->"
 MINIMAL = 1.15  # at most, times the minimal Qt window's start
 OTHERS = ("SciTE", "Geany")  # not slower than these
 LARGE_MS = 150  # at most, until the large file is open
-KEYSTROKE_MS = 10  # less
 
 SETTINGS = r"""Windows Registry Editor Version 5.00
 
@@ -73,20 +72,12 @@ def target_rows(samples, keystrokes, verdict):
         rows.append([f"Start / {other}'s", f"{ratio:.2f}", "less than 1", verdict(ratio < 1)])
     large = usable["**Tessaly**, 10 MB"]
     rows.append(["Open 10 MB, ms", f"{large:.0f}", f"at most {LARGE_MS}", verdict(large <= LARGE_MS)])
-    return rows + keystroke_rows(keystrokes, KEYSTROKE_MS, verdict)
-
-
-def type_text(binaries):
-    """What the typing program printed."""
-    typist = subprocess.run([f"{binaries}/keystroke"], capture_output=True, text=True)
-    if typist.returncode != 0:
-        print(typist.stderr, file=sys.stderr, end="")
-        sys.exit(2)
-    return typist.stdout
+    return rows + keystrokes
 
 
 def main(binaries, readme, runs):
     before = load_average()
+    verdict = Verdict()
     with tempfile.TemporaryDirectory() as folder:
         set_up_home(folder)
         large = f"{folder}/large.PSF"
@@ -102,8 +93,7 @@ def main(binaries, readme, runs):
             "Geany, 10 MB": ("large.PSF", size, "geany", "-i", large),
         }
         samples = sample_in_turns(cases, runs, lambda case: measure(binaries, case))
-        keystrokes = type_text(binaries)
-    verdict = Verdict()
+        keystrokes = keystroke_rows([f"{binaries}/keystroke"], verdict)
     lines = [f"Measured on {machine()}; load average before the run {before}.",
              f"Medians of {runs} starts, the fastest and the slowest in brackets; the file has {size / 1e6:.1f} MB.",
              ""]

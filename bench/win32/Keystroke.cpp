@@ -1,13 +1,10 @@
-// Types into a pane with 10,000 lines in a real window. Prints for each keystroke how many lines change their colours,
-// "one" or "all" in view, and the milliseconds until the pane is drawn. A comment is opened in front of all that is
-// seen and closed again: no keystroke changes more colours.
+// Keystrokes in the Windows program.
+#include "bench/Keystroke.h"
+
 #include "platform/desktop/win32/Desktop.h"
 
-#include <array>
-#include <chrono>
 #include <cstdio>
-#include <stdexcept>
-#include <string>
+#include <exception>
 
 // In this order:
 // clang-format off
@@ -17,100 +14,47 @@
 
 namespace {
 
-constexpr int Lines = 10000;
-constexpr int Rounds = 30;
-constexpr DWORD Rest = 200; // milliseconds between two keys, as quick typists leave
-
-std::string Program() {
-    std::string text;
-    for (int line = 0; line < Lines; ++line) {
-        text +=
-            "    total += samples[" + std::to_string(line) + "] * 0x1F; // step \"" + std::to_string(line) + "\"\r\n";
-    }
-    return text;
-}
-
-struct Key {
-    UINT message;
-    WPARAM code;
-    const char* changed;
-};
-
-constexpr std::array<Key, 6> Keys = {{
-    {WM_CHAR, L'/', "one"},
-    {WM_CHAR, L'*', "all"},
-    {WM_CHAR, L'a', "one"},
-    {WM_KEYDOWN, VK_BACK, "one"},
-    {WM_KEYDOWN, VK_BACK, "all"},
-    {WM_KEYDOWN, VK_BACK, "one"},
-}};
-
-// The whole way of a key: the text changes, its colours are made anew and it is drawn.
-double Type(HWND pane, const Key& key) {
-    const auto start = std::chrono::steady_clock::now();
-    SendMessageW(pane, key.message, key.code, 1);
-    UpdateWindow(pane);
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
-
-// What a keystroke leaves to be done later is done meanwhile.
-void Wait(tessaly::win32::EventLoop& loop) {
-    const DWORD start = GetTickCount();
-    for (DWORD passed = 0; passed < Rest; passed = GetTickCount() - start) {
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, Rest - passed, QS_ALLINPUT);
-        loop.RunWaiting();
-    }
-}
-
-void TypeAll(HWND pane, tessaly::win32::Desktop& desktop) {
-    int changes = 0;
-    desktop.FuncBody().onChange = [&changes] { ++changes; };
-    for (int round = 0; round < Rounds; ++round) {
-        for (const Key& key : Keys) {
-            std::printf("%s %.3f\n", key.changed, Type(pane, key));
-            Wait(desktop.Loop());
-        }
-    }
-    if (changes != Rounds * static_cast<int>(Keys.size())) {
-        throw std::runtime_error("the keys did not change the text");
-    }
-}
-
-// Puts the caret into the middle of the text and into the first line in view. So all lines in view follow it.
-void PutCaret(HWND pane) {
-    const auto select = [pane](LRESULT line) {
-        const LRESULT place = SendMessageW(pane, EM_LINEINDEX, static_cast<WPARAM>(line), 0);
+bool PutCaret(HWND pane, int line) {
+    const auto select = [pane](LRESULT chosen) {
+        const LRESULT place = SendMessageW(pane, EM_LINEINDEX, static_cast<WPARAM>(chosen), 0);
         SendMessageW(pane, EM_SETSEL, static_cast<WPARAM>(place), place);
+        SendMessageW(pane, EM_SCROLLCARET, 0, 0);
     };
-    select(Lines / 2);
-    SendMessageW(pane, EM_SCROLLCARET, 0, 0);
+    SetFocus(pane);
+    select(line);
     const LRESULT first = SendMessageW(pane, EM_GETFIRSTVISIBLELINE, 0, 0) + 1; // the first that is seen whole
     select(first);
-    SendMessageW(pane, EM_SCROLLCARET, 0, 0);
-    if (first < Lines / 4 || SendMessageW(pane, EM_GETFIRSTVISIBLELINE, 0, 0) != first - 1) {
-        throw std::runtime_error("the caret is not where it should be");
-    }
+    return first > line / 2 && SendMessageW(pane, EM_GETFIRSTVISIBLELINE, 0, 0) == first - 1;
 }
 
-void Run() {
-    tessaly::win32::Desktop desktop;
-    desktop.FuncBody().SetExtent({4000, 900, 9000, 6500});
-    desktop.MainWindow().Show();
-    desktop.FuncBody().SetFuncBodyAvailable(true);
-    desktop.FuncBody().SetText(Program());
-    HWND pane = FindWindowExW(desktop.Frame().Handle(), nullptr, MSFTEDIT_CLASS, nullptr);
-    SetFocus(pane);
-    PutCaret(pane);
-    desktop.Loop().RunWaiting();
+void Type(HWND pane, char character) {
+    if (character == '\b') {
+        SendMessageW(pane, WM_KEYDOWN, VK_BACK, 1);
+    } else {
+        SendMessageW(pane, WM_CHAR, static_cast<WPARAM>(character), 1);
+    }
     UpdateWindow(pane);
-    TypeAll(pane, desktop);
+}
+
+void Wait(tessaly::win32::EventLoop& loop, int milliseconds) {
+    const DWORD start = GetTickCount();
+    const auto rest = static_cast<DWORD>(milliseconds);
+    for (DWORD passed = 0; passed < rest; passed = GetTickCount() - start) {
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, rest - passed, QS_ALLINPUT);
+        loop.RunWaiting();
+    }
 }
 
 } // namespace
 
 int main() {
     try {
-        Run();
+        tessaly::win32::Desktop desktop;
+        HWND pane = FindWindowExW(desktop.Frame().Handle(), nullptr, MSFTEDIT_CLASS, nullptr);
+        const tessaly::bench::Typist typist{[&](int line) { return PutCaret(pane, line); },
+                                            [&](char key) { Type(pane, key); },
+                                            [&](int milliseconds) { Wait(desktop.Loop(), milliseconds); }};
+        TypeKeystrokes(desktop, typist);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "keystroke: %s\n", error.what());
         return 1;

@@ -29,7 +29,6 @@ LARGE = 0.1  # at most, times what notepad takes for the large file
 MEMORY_MB = 12  # at most, private, and MEMORY_FILES times the file
 MEMORY_FILES = 3
 PROGRAM_MB = 2.5  # less, stripped
-KEYSTROKE_MS = 10  # less
 
 REST = 300  # ms in which a program at rest needs less than
 REST_CPU = 3  # ms of CPU time
@@ -172,15 +171,6 @@ def target_rows(samples, size, program_size, verdict):
     return rows
 
 
-def type_text(tools):
-    """What the typing program printed."""
-    typist = wine(f"{tools}/keystroke.exe", stdout=subprocess.PIPE, text=True)
-    output = typist.communicate()[0]
-    if typist.returncode != 0:
-        fail("the keystrokes could not be timed")
-    return output
-
-
 def stripped_size(tools, exe):
     stripped = shutil.copy(exe, f"{tools}/stripped.exe")
     subprocess.run(["i686-w64-mingw32-strip", stripped], check=True)
@@ -205,7 +195,7 @@ def main(tools, exe, readme, runs):
     samples = sample_in_turns(cases, runs, lambda case: measure(tools, case), rarer=list(cases)[4:], rarity=RARITY)
     verdict = Verdict()
     targets = target_rows(samples, size, stripped_size(tools, exe), verdict)
-    targets += keystroke_rows(type_text(tools), KEYSTROKE_MS, verdict)
+    targets += keystroke_rows(["script/wine", "32", f"{tools}/keystroke.exe"], verdict)
     keeper.communicate(b"exit\r\n")
     version = subprocess.run(["script/wine", "32", "--version"], capture_output=True, text=True, check=True)
     lines = [f"Measured on {machine()}, {version.stdout.strip()}, 32 bits; load average before the run {before}.",

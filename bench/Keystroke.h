@@ -1,0 +1,28 @@
+// Types into the pane of the main window, which holds 10,000 lines. Prints for each keystroke how many lines change
+// their colours, "one" or "all" in view, and the milliseconds until the pane is drawn. A comment is opened in front of
+// all that is seen and closed again: no keystroke changes more colours.
+#pragma once
+
+#include "platform/desktop/Desktop.h"
+
+#include <functional>
+
+namespace tessaly::bench {
+
+// What each system has its own way for.
+struct Typist {
+    // Puts the caret to the beginning of this line, counted from 0, and scrolls so that only lines behind it are seen.
+    // False when that did not work.
+    std::function<bool(int line)> putCaret;
+
+    // Presses a key, '\b' for the one that takes back, and returns when the pane is drawn.
+    std::function<void(char key)> type;
+
+    // Lets so many milliseconds pass, in which the program may do what it has left for later.
+    std::function<void(int milliseconds)> rest;
+};
+
+// Fills the pane, types and prints. Throws when the keys did not do what they should.
+void TypeKeystrokes(Desktop& desktop, const Typist& typist);
+
+} // namespace tessaly::bench
