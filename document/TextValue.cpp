@@ -4,7 +4,6 @@
 #include "platform/text/Ascii.h"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 #include <string>
 
@@ -56,12 +55,6 @@ std::optional<std::int64_t> Round(std::string_view digits, std::int64_t point) {
 }
 
 } // namespace
-
-TextValue::TextValue(double number) {
-    char digits[32];
-    const auto result = std::to_chars(digits, digits + sizeof digits, number, std::chars_format::general, 15);
-    mText.assign(digits, result.ptr);
-}
 
 std::optional<std::int32_t> ToInteger(std::string_view text) {
     text = Trim(text);

@@ -1,6 +1,7 @@
 // Numbers and texts: the argument of operations that take both, and a number read from a text.
 #pragma once
 
+#include <charconv>
 #include <concepts>
 #include <cstdint>
 #include <optional>
@@ -21,8 +22,13 @@ public:
     requires(!std::same_as<Number, bool> && !std::same_as<Number, char>) TextValue(Number number)
         : mText(std::to_string(number)) {}
 
-    // A floating-point number: at most 15 significant digits, "." as the decimal point.
-    TextValue(double number);
+    // A floating-point number: at most 15 significant digits, "." as the decimal point. Inline, so that only who calls
+    // it links the tables of std::to_chars, 190 KB.
+    TextValue(double number) {
+        char digits[32];
+        const auto result = std::to_chars(digits, digits + sizeof digits, number, std::chars_format::general, 15);
+        mText.assign(digits, result.ptr);
+    }
 
     const std::string& Text() const { return mText; }
 

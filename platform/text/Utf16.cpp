@@ -46,8 +46,7 @@ std::string DecodeUtf16(std::string_view bytes) {
 std::string EncodeUtf16(std::string_view text) {
     std::string bytes;
     for (std::size_t position = 0; position < text.size();) {
-        const char32_t read = ReadUtf8(text, position);
-        const char32_t character = read == NotACharacter ? ReplacementCharacter : read;
+        const char32_t character = ReadUtf8OrReplacement(text, position);
         if (character < FirstOfTwoUnits) {
             AppendUnit(character, bytes);
         } else {

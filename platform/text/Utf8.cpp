@@ -143,6 +143,11 @@ char32_t ReadUtf8(std::string_view text, std::size_t& position) {
     return character;
 }
 
+char32_t ReadUtf8OrReplacement(std::string_view text, std::size_t& position) {
+    const char32_t character = ReadUtf8(text, position);
+    return character == NotACharacter ? ReplacementCharacter : character;
+}
+
 void AppendUtf8(char32_t character, std::string& text) {
     const auto tail = [character](unsigned shift) { return static_cast<char>(0x80U | ((character >> shift) & 0x3FU)); };
     if (character < 0x80) {

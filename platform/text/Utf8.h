@@ -24,6 +24,9 @@ std::size_t CopyAscii(std::string_view text, char* to);
 // begins no valid character it returns NotACharacter and moves on by one byte.
 char32_t ReadUtf8(std::string_view text, std::size_t& position);
 
+// The same, but what is no valid character is read as a ReplacementCharacter.
+char32_t ReadUtf8OrReplacement(std::string_view text, std::size_t& position);
+
 // Appends one character; `character` must be a Unicode scalar value.
 void AppendUtf8(char32_t character, std::string& text);
 

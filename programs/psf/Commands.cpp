@@ -26,19 +26,24 @@ std::string ReadStandardInput() {
     return text;
 }
 
-// Loads `file` and runs `command` on its member of that name. Returns the exit status.
+// Loads `file` and runs `command` on it. Returns the exit status.
+int WithDocument(Session& session, const std::string& file, const std::function<int(VornSrcObj&)>& command) {
+    VornSrcObj document = session.NewDocument();
+    const Status status = Load(document, file);
+    return status == Status::Done ? command(document) : ExitStatus(status);
+}
+
+// The same with its member of that name.
 int WithMember(Session& session, const std::string& file, const std::string& member,
                const std::function<int(VornSrcObj&, CCodeOrigin)>& command) {
-    VornSrcObj document = session.NewDocument();
-    if (const Status status = Load(document, file); status != Status::Done) {
-        return ExitStatus(status);
-    }
-    const auto found = FindMember(document, member);
-    if (!found) {
-        PrintError(file + ": there is no member \"" + member + "\"");
-        return ExitStatus(Status::NotFound);
-    }
-    return command(document, *found);
+    return WithDocument(session, file, [&](VornSrcObj& document) {
+        const auto found = FindMember(document, member);
+        if (!found) {
+            PrintError(file + ": there is no member \"" + member + "\"");
+            return ExitStatus(Status::NotFound);
+        }
+        return command(document, *found);
+    });
 }
 
 // Takes a generation that is made only to see whether it succeeds.
@@ -69,14 +74,12 @@ int New(Session& session, const std::string& file, bool force) {
 }
 
 int ShowList(Session& session, const std::string& file) {
-    VornSrcObj document = session.NewDocument();
-    const Status status = Load(document, file);
-    if (status == Status::Done) {
+    return WithDocument(session, file, [&](VornSrcObj& document) {
         for (const CCodeOrigin& member : AllMembers(document)) {
             Print(Printable(MemberName(document, member)) + "\n");
         }
-    }
-    return ExitStatus(status);
+        return Success;
+    });
 }
 
 int ShowMember(Session& session, const std::string& file, const std::string& member) {
@@ -140,67 +143,58 @@ int Add(Session& session, const std::string& file, const std::string& name) {
     case NameCheck::Accepted:
         break;
     }
-    VornSrcObj document = session.NewDocument();
-    if (const Status status = Load(document, file); status != Status::Done) {
-        return ExitStatus(status);
-    }
-    const Status status = document.AddFunction(name, "", NewFunctionText(name));
-    if (status == Status::NameCollision) {
-        PrintError(file + ": \"" + name + "\" collides with the function \"" +
-                   std::string(document.Functions().FindCollision(name).value_or("")) +
-                   "\", whose name begins with it");
-        return ExitStatus(status);
-    }
-    if (status != Status::Done) {
-        PrintError(file + ": \"" + name + "\" cannot be added");
-        return ExitStatus(status);
-    }
-    return ExitStatus(Save(document, file));
+    return WithDocument(session, file, [&](VornSrcObj& document) {
+        const Status status = document.AddFunction(name, "", NewFunctionText(name));
+        if (status == Status::NameCollision) {
+            PrintError(file + ": \"" + name + "\" collides with the function \"" +
+                       std::string(document.Functions().FindCollision(name).value_or("")) +
+                       "\", whose name begins with it");
+            return ExitStatus(status);
+        }
+        if (status != Status::Done) {
+            PrintError(file + ": \"" + name + "\" cannot be added");
+            return ExitStatus(status);
+        }
+        return ExitStatus(Save(document, file));
+    });
 }
 
 int Delete(Session& session, const std::string& file, const std::string& name) {
-    VornSrcObj document = session.NewDocument();
-    if (const Status status = Load(document, file); status != Status::Done) {
-        return ExitStatus(status);
-    }
-    const bool empty = document.GetFunctionCount() == 0;
-    if (const Status status = document.DeleteFunction(name); status != Status::Done) {
-        PrintError(file + (empty || status == Status::NotFound ? ": there is no function \"" : ": cannot delete \"") +
-                   name + "\"");
-        return ExitStatus(status);
-    }
-    return ExitStatus(Save(document, file));
+    return WithDocument(session, file, [&](VornSrcObj& document) {
+        const bool empty = document.GetFunctionCount() == 0;
+        if (const Status status = document.DeleteFunction(name); status != Status::Done) {
+            PrintError(file +
+                       (empty || status == Status::NotFound ? ": there is no function \"" : ": cannot delete \"") +
+                       name + "\"");
+            return ExitStatus(status);
+        }
+        return ExitStatus(Save(document, file));
+    });
 }
 
 int Resave(Session& session, const std::string& input, const std::string& output) {
-    VornSrcObj document = session.NewDocument();
-    if (const Status status = Load(document, input); status != Status::Done) {
-        return ExitStatus(status);
-    }
-    return ExitStatus(Save(document, output));
+    return WithDocument(session, input, [&](VornSrcObj& document) { return ExitStatus(Save(document, output)); });
 }
 
 int Generate(Session& session, const std::string& file, const std::optional<std::string>& output) {
-    VornSrcObj document = session.NewDocument();
-    if (const Status status = Load(document, file); status != Status::Done) {
-        return ExitStatus(status);
-    }
-    Discard discard;
-    if (const Status status = document.BuildCCode(discard); status != Status::Done) {
-        PrintError(file + ": C code cannot be generated: the code of a function begins with \"{\"");
-        return ExitStatus(status);
-    }
-    if (!output) {
-        EncodedOutput encoded(std::make_unique<StandardOutput>(), *session.codePage);
-        CCodeFileSink sink(encoded);
-        document.BuildCCode(sink);
-        encoded.Close();
-        return Success;
-    }
-    const std::error_code error = Replace(*output, Existing::Replace, [&](const std::string& path) {
-        return document.BuildCCodeFile(path) == Status::Done;
+    return WithDocument(session, file, [&](VornSrcObj& document) {
+        Discard discard;
+        if (const Status status = document.BuildCCode(discard); status != Status::Done) {
+            PrintError(file + ": C code cannot be generated: the code of a function begins with \"{\"");
+            return ExitStatus(status);
+        }
+        if (!output) {
+            EncodedOutput encoded(std::make_unique<StandardOutput>(), *session.codePage);
+            CCodeFileSink sink(encoded);
+            document.BuildCCode(sink);
+            encoded.Close();
+            return Success;
+        }
+        const std::error_code error = Replace(*output, Existing::Replace, [&](const std::string& path) {
+            return document.BuildCCodeFile(path) == Status::Done;
+        });
+        return error ? ExitStatus(Status::GenerationFailed) : Success;
     });
-    return error ? ExitStatus(Status::GenerationFailed) : Success;
 }
 
 } // namespace tessaly::psf

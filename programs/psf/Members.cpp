@@ -1,8 +1,6 @@
 // Members by name.
 #include "programs/psf/Members.h"
 
-#include <stdexcept>
-
 namespace tessaly::psf {
 
 namespace {
@@ -26,44 +24,35 @@ std::optional<CCodeOrigin> FindMember(const VornSrcObj& document, std::string_vi
 
 std::string MemberName(const VornSrcObj& document, CCodeOrigin member) {
     switch (member.kind) {
-    case Kind::References:
-        return std::string(References);
     case Kind::Function:
         return std::string(FunctionPrefix).append(document.Functions().NameAt(member.index));
     case Kind::Event:
         return std::string(EventPrefix).append(EventTable.at(static_cast<std::size_t>(member.index)).name);
-    case Kind::Frame:
-        break;
+    default:
+        return std::string(References);
     }
-    throw std::invalid_argument("the frame is no member");
 }
 
 std::string_view MemberText(const VornSrcObj& document, CCodeOrigin member) {
     switch (member.kind) {
-    case Kind::References:
-        return document.VarCode();
     case Kind::Function:
         return document.Functions().CodeAt(member.index);
     case Kind::Event:
         return document.EventCodeAt(member.index);
-    case Kind::Frame:
-        break;
+    default:
+        return document.VarCode();
     }
-    throw std::invalid_argument("the frame is no member");
 }
 
 Status UpdateMember(VornSrcObj& document, CCodeOrigin member, std::string_view text) {
     switch (member.kind) {
-    case Kind::References:
-        return document.UpdateVarCode(text);
     case Kind::Function:
         return document.UpdateFunction(document.Functions().NameAt(member.index), "", text);
     case Kind::Event:
         return document.UpdateEventCodeByIndex(member.index, text);
-    case Kind::Frame:
-        break;
+    default:
+        return document.UpdateVarCode(text);
     }
-    throw std::invalid_argument("the frame is no member");
 }
 
 std::vector<CCodeOrigin> AllMembers(const VornSrcObj& document) {

@@ -1,4 +1,5 @@
 // The members of a document by the names that psf gives them: "references", "functions/NAME", "events/OnKey".
+// A CCodeOrigin here is never the frame.
 #pragma once
 
 #include "document/CCodeGenerator.h"

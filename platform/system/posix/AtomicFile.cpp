@@ -2,6 +2,8 @@
 // survives a power cut.
 #include "platform/system/AtomicFile.h"
 
+#include "platform/system/posix/Descriptor.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
@@ -37,11 +39,8 @@ bool IsDevice(const std::string& path) {
 class TemporaryFile {
 public:
     explicit TemporaryFile(const fs::path& folder) : mPath((folder / ".psf-XXXXXX").string()) {
-        const int descriptor = mkostemp(mPath.data(), O_CLOEXEC);
-        mError = descriptor < 0 ? errno : 0;
-        if (descriptor >= 0) {
-            close(descriptor);
-        }
+        const posix::Descriptor file(mkostemp(mPath.data(), O_CLOEXEC));
+        mError = file.Number() < 0 ? errno : 0;
     }
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
@@ -80,13 +79,8 @@ mode_t NewFileMode() {
 }
 
 int Flush(const std::string& path, int flags) {
-    const int descriptor = open(path.c_str(), flags | O_CLOEXEC);
-    if (descriptor < 0) {
-        return errno;
-    }
-    const int error = fsync(descriptor) == 0 ? 0 : errno;
-    close(descriptor);
-    return error;
+    const posix::Descriptor file(open(path.c_str(), flags | O_CLOEXEC));
+    return file.Number() >= 0 && fsync(file.Number()) == 0 ? 0 : errno;
 }
 
 int GiveOwnerAndMode(const std::string& path, const struct stat* old) {

@@ -103,8 +103,7 @@ private:
         std::string converted;
         mToUtf8.Convert(bytes, converted);
         for (std::size_t position = 0; position < converted.size();) {
-            const char32_t character = ReadUtf8(converted, position);
-            AppendUtf8(character == NotACharacter ? ReplacementCharacter : character, text);
+            AppendUtf8(ReadUtf8OrReplacement(converted, position), text);
         }
     }
 

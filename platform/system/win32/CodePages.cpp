@@ -174,13 +174,7 @@ class Utf8CodePage final : public CodePage {
 public:
     void AppendDecoded(std::string_view bytes, std::string& text) const override {
         for (std::size_t position = 0; position < bytes.size();) {
-            const std::size_t start = position;
-            const bool valid = ReadUtf8(bytes, position) != NotACharacter;
-            if (valid) {
-                text.append(bytes.substr(start, position - start));
-            } else {
-                AppendUtf8(ReplacementCharacter, text);
-            }
+            AppendUtf8(ReadUtf8OrReplacement(bytes, position), text);
         }
     }
 

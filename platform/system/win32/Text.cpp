@@ -40,8 +40,7 @@ std::wstring ToWide(std::string_view text) {
         if (position == text.size()) {
             break;
         }
-        const char32_t read = ReadUtf8(text, position);
-        const char32_t character = read == NotACharacter ? ReplacementCharacter : read;
+        const char32_t character = ReadUtf8OrReplacement(text, position);
         if (character < FirstOfTwoUnits) {
             *to++ = static_cast<wchar_t>(character);
         } else {
