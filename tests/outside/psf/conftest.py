@@ -1,14 +1,12 @@
 """Keeps Wine running between the calls of a psf.exe."""
 
 import pytest
-from harness import running_wine
+from harness import wine_shell
 from psf_harness import IS_EXE
 
 
 @pytest.fixture(scope="session", autouse=True)
 def windows():
-    if not IS_EXE:
-        yield
-        return
-    with running_wine():
-        yield
+    yield IS_EXE and wine_shell()
+    if IS_EXE:
+        wine_shell().end()

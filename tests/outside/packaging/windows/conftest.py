@@ -1,10 +1,10 @@
 """One Wine for the whole run: its start costs more than most tests."""
 
 import pytest
-from harness import running_wine
+from harness import wine_shell
 
 
 @pytest.fixture(scope="session", autouse=True)
 def windows():
-    with running_wine():
-        yield
+    yield wine_shell()
+    wine_shell().end()

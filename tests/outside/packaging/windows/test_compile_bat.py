@@ -25,15 +25,15 @@ def generate(name, c_file):
 
 def set_c_file(path):
     """What the registry has for the C file; None is no setting at all."""
-    reg("delete", KEY, "/f")
     if path:
-        assert reg("add", KEY, "/v", "FCompFileName", "/d", path).returncode == 0
+        assert reg("add", KEY, "/v", "FCompFileName", "/d", path, "/f").returncode == 0
+    else:
+        reg("delete", KEY, "/f")
 
 
 @pytest.fixture
 def folder(tmp_path):
     """A folder with a C file that the settings name. The blank in its name has every path quoted, as by the editor."""
-    set_c_file(None)
     place = tmp_path / "program block"
     place.mkdir()
     generate("filter", place / "program.c")
