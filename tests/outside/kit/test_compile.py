@@ -18,6 +18,25 @@ def block(tmp_path):
     return tmp_path
 
 
+COPYING = """#!/bin/sh
+for word; do
+    case $before in -o) output=$word ;; c) source=$word ;; esac
+    before=$word
+done
+kept=$0.$(cksum <"$source" | tr ' ' -)
+if [ -f "$kept" ]; then cp "$kept" "$output"; else cc "$@" && cp "$output" "$kept"; fi
+"""
+
+
+@pytest.fixture(scope="module")
+def copying(tmp_path_factory):
+    """A compiler that really compiles each C file once; for tests of how the file is found."""
+    compiler = tmp_path_factory.mktemp("compiler") / "copying"
+    compiler.write_text(COPYING)
+    compiler.chmod(0o755)
+    return compiler
+
+
 def check_built(result, program):
     assert (result.returncode, result.stdout, result.stderr) == (0, "", "")
     assert play(program, "start\n") == ("start 0\n", "")
@@ -59,13 +78,13 @@ def test_no_settings(block):
     assert str(block / "gone.reg") in result.stderr
 
 
-def test_settings_in_the_configuration_folders(block):
+def test_settings_in_the_configuration_folders(block, copying):
     home, system = block / "home dir", block / "system"
     for folder, name in ((home, "block.c"), (system, "wrong.c")):
         (folder / "tessaly").mkdir(parents=True)
         write_settings(folder / "tessaly" / "settings.reg", FCompFileName=block / name)
     places = {"TESSALY_SETTINGS": None, "XDG_CONFIG_HOME": home, "XDG_CONFIG_DIRS": f"{block}/none:{system}"}
-    check_built(compile_with(None, block / "a.out", env=places), block / "a.out")
+    check_built(compile_with(None, block / "a.out", env={**places, "CC": copying}), block / "a.out")
     (home / "tessaly" / "settings.reg").unlink()
     result = compile_with(None, block / "a.out", env=places)
     assert result.returncode == 1
@@ -73,10 +92,10 @@ def test_settings_in_the_configuration_folders(block):
     places = {"TESSALY_SETTINGS": "", "XDG_CONFIG_HOME": None, "HOME": block / "user", "XDG_CONFIG_DIRS": system}
     shutil.copytree(home, block / "user" / ".config")
     write_settings(block / "user" / ".config" / "tessaly" / "settings.reg", FCompFileName=block / "block.c")
-    check_built(compile_with(None, block / "a.out", env=places), block / "a.out")
+    check_built(compile_with(None, block / "a.out", env={**places, "CC": copying}), block / "a.out")
 
 
-def test_the_users_own_settings_count_before_those_for_all_users(block):
+def test_the_users_own_settings_count_before_those_for_all_users(block, copying):
     home, system = block / "home", block / "system"
     for folder in (home, system):
         (folder / "tessaly").mkdir(parents=True)
@@ -85,7 +104,7 @@ def test_the_users_own_settings_count_before_those_for_all_users(block):
     places = {"TESSALY_SETTINGS": None, "XDG_CONFIG_HOME": home, "XDG_CONFIG_DIRS": system}
 
     own.write_text(HEAD + '"Language"=dword:00000001\n')
-    check_built(compile_with(None, block / "a.out", env=places), block / "a.out")
+    check_built(compile_with(None, block / "a.out", env={**places, "CC": copying}), block / "a.out")
     write_settings(own, FCompFileName=block / "gone.c")
     result = compile_with(None, block / "a.out", env=places)
     assert f"the C file does not exist: {block}/gone.c (setting FCompFileName in {own})" in result.stderr
@@ -94,11 +113,11 @@ def test_the_users_own_settings_count_before_those_for_all_users(block):
     assert f"the path of the C file, is missing in {own}" in result.stderr
 
 
-def test_in_settings_for_all_users_the_tilde_is_the_home_of_each(block):
+def test_in_settings_for_all_users_the_tilde_is_the_home_of_each(block, copying):
     (block / "system" / "tessaly").mkdir(parents=True)
     write_settings(block / "system" / "tessaly" / "settings.reg", FCompFileName="~/block.c")
     places = {"TESSALY_SETTINGS": None, "XDG_CONFIG_HOME": None, "HOME": block, "XDG_CONFIG_DIRS": block / "system"}
-    check_built(compile_with(None, block / "a.out", env=places), block / "a.out")
+    check_built(compile_with(None, block / "a.out", env={**places, "CC": copying}), block / "a.out")
     (block / ".config" / "tessaly").mkdir(parents=True)
     write_settings(block / ".config" / "tessaly" / "settings.reg", FCompFileName="~/block.c")
     result = compile_with(None, block / "a.out", env=places)
@@ -145,12 +164,12 @@ ENCODED = {
 
 
 @pytest.mark.parametrize("kind", ENCODED)
-def test_forms_of_the_settings(block, kind):
+def test_forms_of_the_settings(block, copying, kind):
     folder = block / "Größe \\ \"a\""
     folder.mkdir()
     shutil.move(block / "block.c", folder / "Übung 1.C")
     (block / "settings.reg").write_bytes(ENCODED[kind](settings_text(FCompFileName=folder / "Übung 1.C")))
-    check_built(compile_with(block / "settings.reg", block / "a.out"), block / "a.out")
+    check_built(compile_with(block / "settings.reg", block / "a.out", env={"CC": copying}), block / "a.out")
 
 
 def test_blanks_and_umlauts_in_every_path(tmp_path):
