@@ -1,76 +1,14 @@
 """The installer under Wine, silently: what it puts where, what it leaves alone, and that it all goes again."""
-import os
-import pathlib
-import re
 import shutil
-import struct
 import subprocess
 
 import pytest
-from harness import (EXAMPLES, KEY, drive_c, example_file, plays_as_expected, reg, registry_value, wait_until,
-                     windows_path, wine, wine_command, xdotool)
+from harness import KEY, plays_as_expected, reg, wait_until, windows_path, wine, wine_command, xdotool
+from installation import (CLASSES, COMPILER, C_FILE, DRIVE_C, EXAMPLES_FOLDER, FOLDER, PROGID, SETUP, UNINSTALL,
+                          copy_example, install, is_running, read_value, remove_everything, uninstall, unix_path,
+                          write_value)
 
-DRIVE_C = drive_c()
-SETUP = pathlib.Path(os.environ["TESSALY_SETUP"])
-VERSION = re.search(r"-([0-9.]+)-setup", SETUP.name).group(1)
-FOLDER = DRIVE_C / "Program Files" / "Ostrel" / "Tessaly"
-EXAMPLES_FOLDER = DRIVE_C / "users" / "Public" / "Documents" / "Tessaly Examples"
 START_MENU = DRIVE_C / "ProgramData" / "Microsoft" / "Windows" / "Start Menu" / "Programs" / "Tessaly"
-C_FILE = DRIVE_C / "ProgramData" / "Ostrel" / "Tessaly" / "program.c"
-UNINSTALL = r"HKLM\SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall\Tessaly"
-CLASSES = r"HKLM\SOFTWARE\Classes"
-PROGID = "Ostrel.Tessaly.PSF"
-COMPILER = {"WINEPATH": windows_path(pathlib.Path(os.environ["WINE_GCC"]).parent), "TESSALY_SETTINGS": None, "CC": None}
-
-
-def read_value(key, name=None):
-    """The text of a value, or None."""
-    found = registry_value(key, name)
-    return found and found[1]
-
-
-def write_value(key, name, value):
-    assert reg("add", key, *(["/v", name] if name else ["/ve"]), "/d", value, "/f").returncode == 0
-
-
-def is_running(program):
-    """Whether a Windows program of that name runs, as the machine's list of processes has it."""
-    for process in pathlib.Path("/proc").glob("[0-9]*"):
-        try:
-            words = (process / "cmdline").read_bytes().split(b"\0")
-        except OSError:
-            continue
-        if words[0].replace(b"\\", b"/").endswith(b"/" + program.encode()):
-            return True
-    return False
-
-
-def copy_example(name, folder):
-    """Copies an example and returns its PSF file."""
-    folder.mkdir(parents=True, exist_ok=True)
-    return pathlib.Path(shutil.copy(example_file(name, ".PSF"), folder))
-
-
-def install(*options):
-    result = wine(windows_path(SETUP), "/S", *options)
-    assert result.returncode == 0, result
-
-
-def uninstall():
-    """Runs what the list of installed programs says; the uninstaller works on after it has copied itself away."""
-    command = read_value(UNINSTALL, "QuietUninstallString")
-    program, options = re.fullmatch(r'"([^"]+)" (/S)', command).groups()
-    folder = unix_path(program).parent
-    assert wine(program, options).returncode == 0
-    wait_until("the removal", lambda: not (folder / "uninstall.exe").exists() and
-               read_value(UNINSTALL, "DisplayName") is None)
-    # Its copy still runs for a moment, in a folder of its own.
-    wait_until("the uninstaller's end", lambda: not is_running("Un.exe"))
-
-
-def unix_path(path):
-    assert path.startswith("C:\\")
-    return DRIVE_C / path[3:].replace("\\", "/")
 
 
 def files():
@@ -90,14 +28,7 @@ def registry(folder):
 def windows_without_tessaly():
     """Ends as it began, whatever a test leaves behind."""
     yield
-    if is_running("Tessaly.exe"):
-        wine("taskkill", "/f", "/im", "Tessaly.exe")
-    if read_value(UNINSTALL, "DisplayName") is not None:
-        uninstall()
-    for key in (KEY, CLASSES + r"\.psf", CLASSES + r"\Other.Psf"):
-        reg("delete", key, "/f")
-    for folder in (FOLDER, EXAMPLES_FOLDER, C_FILE.parent):
-        shutil.rmtree(folder, ignore_errors=True)
+    remove_everything()
 
 
 pytestmark = pytest.mark.usefixtures("windows_without_tessaly")
@@ -129,47 +60,6 @@ def test_an_installation_that_is_removed_leaves_files_and_registry_as_they_were(
     assert registry(tmp_path) == registry_before
 
 
-DYNAMIC_BASE, NX_COMPATIBLE, TERMINAL_SERVER_AWARE, LARGE_ADDRESS_AWARE = 0x40, 0x100, 0x8000, 0x20
-
-
-def flags_of_program(path):
-    """The characteristics of a PE file and those for the loader, and the size of its relocations."""
-    data = path.read_bytes()
-    header = struct.unpack_from("<I", data, 0x3C)[0]
-    characteristics, magic = struct.unpack_from("<HH", data, header + 22)
-    directories = header + 24 + {0x10B: 96, 0x20B: 112}[magic]
-    relocations = struct.unpack_from("<I", data, directories + 5 * 8 + 4)[0]
-    return characteristics, struct.unpack_from("<H", data, header + 24 + 70)[0], relocations
-
-
-def test_the_installed_programs_are_hardened():
-    install("/LANG=en")
-    for name in ("Tessaly.exe", "psf.exe"):
-        characteristics, for_loader, relocations = flags_of_program(FOLDER / name)
-        assert characteristics & LARGE_ADDRESS_AWARE, name
-        wanted = DYNAMIC_BASE | NX_COMPATIBLE | TERMINAL_SERVER_AWARE
-        assert for_loader & wanted == wanted, (name, hex(for_loader))
-        assert relocations > 0, name  # without them it cannot be put anywhere else
-        assert b"stack smashing detected" in (FOLDER / name).read_bytes(), name
-    for path in (SETUP, FOLDER / "uninstall.exe"):
-        wanted = DYNAMIC_BASE | NX_COMPATIBLE | TERMINAL_SERVER_AWARE
-        assert flags_of_program(path)[1] & wanted == wanted, path
-
-
-def test_the_list_of_installed_programs_has_a_full_entry():
-    install("/LANG=en")
-    folder = windows_path(FOLDER)
-    names = ("DisplayName", "DisplayVersion", "DisplayIcon", "Publisher", "InstallLocation", "UninstallString",
-             "QuietUninstallString", "NoModify", "NoRepair")
-    assert [read_value(UNINSTALL, name) for name in names] == [
-        "Tessaly", VERSION, f"{folder}\\Tessaly.ico", "Ostrel", folder, f'"{folder}\\uninstall.exe"',
-        f'"{folder}\\uninstall.exe" /S', "0x1", "0x1",
-    ]
-    kilobytes = sum(path.stat().st_size for path in FOLDER.rglob("*") if path.is_file()) / 1024
-    assert abs(int(read_value(UNINSTALL, "EstimatedSize"), 16) - kilobytes) < 10
-    assert re.fullmatch(r"20\d{6}", read_value(UNINSTALL, "InstallDate"))
-
-
 @pytest.mark.parametrize("language, names", [
     ("en", ["Examples.lnk", "Tessaly Help.lnk", "Tessaly.lnk"]),
     ("de", ["Beispiele.lnk", "Tessaly-Hilfe.lnk", "Tessaly.lnk"]),
@@ -178,16 +68,6 @@ def test_the_start_menu_has_the_program_its_help_and_the_examples_in_one_languag
     install("/LANG=de" if language == "en" else "/LANG=en")
     install(f"/LANG={language}")
     assert sorted(path.name for path in START_MENU.iterdir()) == names
-
-
-def test_the_file_type_opens_with_the_bare_path_as_command_line():
-    install("/LANG=de")
-    assert read_value(CLASSES + r"\.PSF") == PROGID
-    assert read_value(f"{CLASSES}\\{PROGID}") == "Programmquelldatei"
-    assert read_value(f"{CLASSES}\\{PROGID}\\shell\\open\\command") == f'"{windows_path(FOLDER)}\\Tessaly.exe" %1'
-    assert read_value(f"{CLASSES}\\{PROGID}\\DefaultIcon") == f"{windows_path(FOLDER)}\\Tessaly.ico"
-    app_path = r"HKLM\SOFTWARE\Microsoft\Windows\CurrentVersion\App Paths\Tessaly.exe"
-    assert read_value(app_path) == f"{windows_path(FOLDER)}\\Tessaly.exe"
 
 
 def test_a_file_type_that_another_program_holds_stays_with_it():
@@ -273,30 +153,6 @@ def test_files_of_the_user_stay():
     assert changed.read_bytes() == content
     assert built.exists()
     assert {path.name for path in EXAMPLES_FOLDER.rglob("*") if path.is_file()} == {"Blink.PSF", "Filter.out"}
-
-
-@pytest.mark.parametrize("name", EXAMPLES)
-def test_the_installed_psf_builds_an_example_by_the_installed_batch_file(name):
-    install()
-    psf_file = EXAMPLES_FOLDER / name / f"{EXAMPLES[name]}.PSF"
-    result = wine(windows_path(FOLDER / "psf.exe"), "build", windows_path(psf_file), env=COMPILER)
-    assert (result.returncode, result.stdout, result.stderr) == (0, b"", b"")
-    plays_as_expected(psf_file.with_suffix(".out"), name)
-    psf_file.with_suffix(".out").unlink()
-
-
-def test_a_mistake_is_shown_where_it_was_made(tmp_path):
-    install()
-    psf_file = copy_example("blink", tmp_path / "a b")
-    program = windows_path(FOLDER / "psf.exe")
-    text = b"void OnKey(char character)\r\n{\r\n    int broken = ;\r\n}\r\n"
-    wrong = wine(program, "set", windows_path(psf_file), "events/OnKey", input=text)
-    assert wrong.returncode == 0, wrong
-    result = wine(program, "build", windows_path(psf_file), env=COMPILER)
-    assert result.returncode == 1
-    assert b"error: expected expression before" in result.stdout
-    assert b"Press any key" not in result.stdout
-    assert not psf_file.with_suffix(".out").exists()
 
 
 def test_a_double_clicked_file_opens_and_f10_builds_it_by_the_installed_batch_file(tmp_path):
