@@ -3,6 +3,7 @@
 
 #include "document/EncodedOutput.h"
 #include "document/VornSrcObj.h"
+#include "platform/text/Utf8.h"
 
 namespace tessaly {
 
@@ -83,7 +84,7 @@ private:
 // Where the last character of `text`, which is not empty, begins.
 std::size_t LastCharacter(std::string_view text) {
     std::size_t position = text.size() - 1;
-    while (position > 0 && (static_cast<unsigned char>(text[position]) & 0xC0U) == 0x80U) {
+    while (position > 0 && IsContinuation(text[position])) {
         --position;
     }
     return position;

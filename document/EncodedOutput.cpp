@@ -3,6 +3,7 @@
 
 #include "platform/system/SequentialFiles.h"
 #include "platform/text/CodePage.h"
+#include "platform/text/Utf8.h"
 
 #include <algorithm>
 #include <cstring>
@@ -21,7 +22,7 @@ std::size_t NextSlice(std::string_view text) {
         return text.size();
     }
     std::size_t size = SliceSize;
-    while (size > SliceSize - 3 && (static_cast<unsigned char>(text[size]) & 0xC0U) == 0x80U) {
+    while (size > SliceSize - 3 && IsContinuation(text[size])) {
         --size;
     }
     return size;

@@ -5,14 +5,6 @@
 
 namespace tessaly {
 
-namespace {
-
-bool IsLetter(char character) {
-    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
-}
-
-} // namespace
-
 NameCheck CheckFunctionName(std::string_view name) {
     if (!name.empty() && IsDigit(name.front())) {
         return NameCheck::BeginsWithDigit;

@@ -11,6 +11,10 @@ constexpr bool IsDigit(char character) {
     return character >= '0' && character <= '9';
 }
 
+constexpr bool IsLetter(char character) {
+    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
+}
+
 // A capital letter's small one; every other character is returned as it is.
 constexpr char SmallLetter(char character) {
     return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A')) : character;

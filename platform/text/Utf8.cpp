@@ -62,10 +62,6 @@ std::size_t AsciiInBlock(const Block& block) {
 
 constexpr std::size_t BlockSize = sizeof(Block);
 
-bool IsContinuation(unsigned char byte) {
-    return (byte & 0xC0U) == 0x80U;
-}
-
 // The length that a lead byte announces, 0 when it can lead nothing.
 std::size_t SequenceLength(unsigned char lead) {
     if (lead >= 0xC2 && lead <= 0xDF) {
@@ -120,8 +116,7 @@ char32_t ReadUtf8(std::string_view text, std::size_t& position) {
     if (lead < 0x80) {
         return lead;
     }
-    if (lead >= 0xC2 && lead <= 0xDF && position < text.size() &&
-        IsContinuation(static_cast<unsigned char>(text[position]))) {
+    if (lead >= 0xC2 && lead <= 0xDF && position < text.size() && IsContinuation(text[position])) {
         return (lead & 0x1FU) << 6 | (static_cast<unsigned char>(text[position++]) & 0x3FU); // most there are
     }
     const std::size_t length = SequenceLength(lead);
@@ -130,11 +125,10 @@ char32_t ReadUtf8(std::string_view text, std::size_t& position) {
     }
     char32_t character = lead & (0x7FU >> length);
     for (std::size_t i = 1; i < length; ++i) {
-        const auto byte = static_cast<unsigned char>(text[start + i]);
-        if (!IsContinuation(byte)) {
+        if (!IsContinuation(text[start + i])) {
             return NotACharacter;
         }
-        character = (character << 6) | (byte & 0x3FU);
+        character = (character << 6) | (static_cast<unsigned char>(text[start + i]) & 0x3FU);
     }
     if (!IsScalarOfLength(character, length)) {
         return NotACharacter;

@@ -13,6 +13,11 @@ inline constexpr char32_t NotACharacter = 0xFFFFFFFF;
 // U+FFFD, which stands for what could not be decoded.
 inline constexpr char32_t ReplacementCharacter = 0xFFFD;
 
+// Whether `byte` belongs to the character before it.
+constexpr bool IsContinuation(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
 // How many bytes at the front of `text` are ASCII.
 std::size_t AsciiPrefix(std::string_view text);
 

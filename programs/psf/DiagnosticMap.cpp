@@ -2,6 +2,7 @@
 // to the left and to the right of it decides.
 #include "programs/psf/DiagnosticMap.h"
 
+#include "platform/text/Ascii.h"
 #include "programs/psf/Members.h"
 
 #include <algorithm>
@@ -27,7 +28,7 @@ std::string_view TrimFront(std::string_view text) {
 std::size_t ReadNumber(std::string_view line, std::size_t& at) {
     std::size_t number = 0;
     const std::size_t limit = std::min(line.size(), at + 9);
-    for (; at < limit && line[at] >= '0' && line[at] <= '9'; ++at) {
+    for (; at < limit && IsDigit(line[at]); ++at) {
         number = number * 10 + static_cast<std::size_t>(line[at] - '0');
     }
     return number;
@@ -72,8 +73,7 @@ bool IsInsidePosition(std::string_view prefix, std::string_view rest) {
 }
 
 bool IsNameCharacter(char character) {
-    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
-           (character >= '0' && character <= '9') || character == '_';
+    return IsLetter(character) || IsDigit(character) || character == '_';
 }
 
 // The last byte of an opening quote and the first of a closing one, the typographic ones in UTF-8 among them.

@@ -1,6 +1,7 @@
 // The pane knows LF only, as controls do; LineBreaks remembers what the breaks were.
 #include "tests/desktop/RichTextBox.h"
 
+#include "platform/text/Utf8.h"
 #include "tests/desktop/Keys.h"
 #include "tests/desktop/TestFailure.h"
 
@@ -11,13 +12,9 @@ namespace tessaly::memory {
 
 namespace {
 
-bool ContinuesCharacter(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
 std::size_t CharacterEnd(std::string_view text, std::size_t start) {
     std::size_t end = start + 1;
-    while (end < text.size() && ContinuesCharacter(text[end])) {
+    while (end < text.size() && IsContinuation(text[end])) {
         ++end;
     }
     return end;
@@ -25,7 +22,7 @@ std::size_t CharacterEnd(std::string_view text, std::size_t start) {
 
 std::size_t CharacterBefore(std::string_view text, std::size_t end) {
     std::size_t start = end - 1;
-    while (start > 0 && ContinuesCharacter(text[start])) {
+    while (start > 0 && IsContinuation(text[start])) {
         --start;
     }
     return start;
@@ -136,7 +133,7 @@ bool RichTextBox::Undo() {
 }
 
 void RichTextBox::SetCaret(std::size_t position) {
-    if (position > Shown().size() || (position < Shown().size() && ContinuesCharacter(Shown()[position]))) {
+    if (position > Shown().size() || (position < Shown().size() && IsContinuation(Shown()[position]))) {
         throw ImpossibleAction("the caret cannot stand at " + std::to_string(position));
     }
     mCaret = position;
