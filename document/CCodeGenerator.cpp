@@ -9,7 +9,7 @@ namespace tessaly {
 
 namespace {
 
-constexpr std::string_view LineEnd = "\r\n";
+constexpr std::string_view CLineEnd = "\r\n";
 
 // A lone LF and a line end: to a compiler two line breaks.
 constexpr std::string_view Separator = "\n\r\n";
@@ -38,7 +38,7 @@ public:
         Frame(Separator);
         Frame("/* Global Variables */\r\n");
         Frame(Separator);
-        Member(mDocument.VarCode(), {CCodeOrigin::Kind::References, 0}, LineEnd);
+        Member(mDocument.VarCode(), {CCodeOrigin::Kind::References, 0}, CLineEnd);
         Frame(Separator);
         Frame("/* Global Function Prototypes */\r\n");
         if (!Prototypes()) {
@@ -46,12 +46,12 @@ public:
         }
         Frame("/* Global Functions */\r\n");
         for (std::int32_t i = 0; i < mDocument.GetFunctionCount(); ++i) {
-            Member(mDocument.Functions().CodeAt(i), {CCodeOrigin::Kind::Function, i}, LineEnd);
+            Member(mDocument.Functions().CodeAt(i), {CCodeOrigin::Kind::Function, i}, CLineEnd);
         }
         Frame(Separator);
         Frame("/* Event Code */\r\n");
         for (std::int32_t i = 0; i < EventCount; ++i) {
-            Member(mDocument.EventCodeAt(i), {CCodeOrigin::Kind::Event, i}, LineEnd);
+            Member(mDocument.EventCodeAt(i), {CCodeOrigin::Kind::Event, i}, CLineEnd);
         }
         Frame(Tail);
         return true;

@@ -35,7 +35,7 @@ void Findings::TextEnded(PsfLine line, const std::string& member) {
 }
 
 void Findings::Ignored(PsfLine line) {
-    if (!mIgnored && line.text.find_first_not_of(Blanks) != std::string_view::npos) {
+    if (!mIgnored && line.text.find_first_not_of(BlanksAndBreaks) != std::string_view::npos) {
         mIgnored = line.offset;
     }
 }

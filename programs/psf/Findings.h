@@ -17,7 +17,7 @@ struct PsfWarning {
     std::string text;     // "MEMBER: ..."
 };
 
-inline constexpr std::string_view Blanks = " \t\r\n";
+inline constexpr std::string_view BlanksAndBreaks = " \t\r\n";
 
 // `text`, cut short when it is endless.
 std::string Shown(std::string_view text);

@@ -16,7 +16,7 @@ namespace {
 std::string Essence(std::string_view prototype) {
     std::string essence;
     for (const char c : prototype) {
-        if (Blanks.find(c) != std::string_view::npos) {
+        if (BlanksAndBreaks.find(c) != std::string_view::npos) {
             essence += essence.empty() || essence.back() == ' ' ? "" : " ";
         } else if (c != ';') {
             essence += c;

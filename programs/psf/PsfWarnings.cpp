@@ -113,7 +113,8 @@ void PsfWarnings::CheckEnd(const std::string& bytes) {
     if (!mEnd) {
         return;
     }
-    const std::size_t rest = bytes.find_first_not_of(Blanks, static_cast<std::size_t>(*mEnd) + EndPsfTag.size());
+    const std::size_t rest =
+        bytes.find_first_not_of(BlanksAndBreaks, static_cast<std::size_t>(*mEnd) + EndPsfTag.size());
     if (rest == std::string::npos) {
         return;
     }

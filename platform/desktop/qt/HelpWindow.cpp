@@ -10,12 +10,12 @@ namespace tessaly::qt {
 
 namespace {
 
-constexpr QSize InitialSize(820, 680);
+constexpr QSize HelpSize(820, 680);
 
 } // namespace
 
 HelpWindow::HelpWindow() {
-    mText.resize(InitialSize);
+    mText.resize(HelpSize);
     mText.setOpenExternalLinks(true);
     const auto* const escape = new QShortcut(QKeySequence(QKeySequence::Cancel), &mText); // the window's own
     QObject::connect(escape, &QShortcut::activated, &mText, &QWidget::close);

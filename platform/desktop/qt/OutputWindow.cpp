@@ -12,7 +12,7 @@ namespace tessaly::qt {
 
 namespace {
 
-constexpr QSize InitialSize(720, 260);
+constexpr QSize OutputSize(720, 260);
 
 // Of a longer output only the end is shown; the file has it all.
 constexpr qint64 MostBytes = qint64{1024} * 1024;
@@ -25,7 +25,7 @@ OutputWindow::OutputWindow(QWidget& owner) : mText(&owner) {
     mText.setReadOnly(true);
     mText.setUndoRedoEnabled(false);
     mText.setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    mText.resize(InitialSize);
+    mText.resize(OutputSize);
     QObject::connect(&mWatcher, &QFileSystemWatcher::fileChanged, &mText, [this] { Read(); });
 }
 

@@ -13,8 +13,8 @@ namespace tessaly::win32 {
 namespace {
 
 // Children are not clipped: a frame around others leaves its inside to the window.
-constexpr DWORD Style = WS_POPUP | WS_CAPTION | WS_SYSMENU;
-constexpr DWORD ExtendedStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
+constexpr DWORD ModalStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU;
+constexpr DWORD ExtendedModalStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
 
 } // namespace
 
@@ -24,7 +24,8 @@ ModalWindow::ModalWindow(EventLoop& loop, HWND owner, const wchar_t* className, 
       mClientWidth(clientWidth),
       mClientHeight(clientHeight) {
     RegisterWindowClass(className, Procedure);
-    CreateWindowExW(ExtendedStyle, className, L"", Style, 0, 0, 0, 0, owner, nullptr, GetModuleHandleW(nullptr), this);
+    CreateWindowExW(ExtendedModalStyle, className, L"", ModalStyle, 0, 0, 0, 0, owner, nullptr,
+                    GetModuleHandleW(nullptr), this);
     if (mHandle == nullptr) {
         ThrowLastError("CreateWindowEx");
     }
@@ -84,7 +85,7 @@ void ModalWindow::Resize(int dpi) {
         Rescaled();
     }
     const SIZE client = {ToPixels(mClientWidth, dpi), ToPixels(mClientHeight, dpi)};
-    const SIZE size = FrameSize(client, Style, ExtendedStyle, false, dpi);
+    const SIZE size = FrameSize(client, ModalStyle, ExtendedModalStyle, false, dpi);
     SetWindowPos(mHandle, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

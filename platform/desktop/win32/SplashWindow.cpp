@@ -13,8 +13,8 @@ namespace tessaly::win32 {
 namespace {
 
 // In twips.
-constexpr float ClientWidth = 6600;
-constexpr float ClientHeight = 3450;
+constexpr float SplashWidth = 6600;
+constexpr float SplashHeight = 3450;
 constexpr Extent FramePlace = {120, 30, 6360, 3300};
 constexpr Extent LogoPlace = {360, 420, 1440, 1440};
 constexpr Extent CompanyProductPlace = {2100, 360, 4200, 270};
@@ -42,7 +42,7 @@ RECT Pixels(const Extent& extent, int dpi) {
 } // namespace
 
 SplashWindow::SplashWindow(EventLoop& loop, HWND owner)
-    : win32::ModalWindow(loop, owner, L"frmSplash", ClientWidth, ClientHeight),
+    : win32::ModalWindow(loop, owner, L"frmSplash", SplashWidth, SplashHeight),
       mFrame(*this, {WC_BUTTONW, BS_GROUPBOX, 0, ControlId::Frame1}),
       mCompanyProduct(*this, ControlId::LblCompanyProduct),
       mProductName(*this, ControlId::LblProductName),

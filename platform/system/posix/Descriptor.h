@@ -1,11 +1,17 @@
-// A file descriptor that is closed once, and at the latest when its owner goes.
+// A file descriptor that is closed once, and at the latest when its owner goes; and what a failed call throws.
 #pragma once
 
 #include <cerrno>
+#include <system_error>
 #include <unistd.h>
 #include <utility>
 
 namespace tessaly::posix {
+
+// Throws what the call `what` has left in errno.
+[[noreturn]] inline void ThrowSystemError(const char* what) {
+    throw std::system_error(errno, std::generic_category(), what);
+}
 
 class Descriptor {
 public:

@@ -35,10 +35,6 @@ std::error_code Error(int number) {
     return {number, std::generic_category()};
 }
 
-[[noreturn]] void ThrowSystemError(const char* what) {
-    throw std::system_error(Error(errno), what);
-}
-
 // What a child does between its birth and its program.
 class SpawnPlan {
 public:

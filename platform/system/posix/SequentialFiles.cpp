@@ -13,10 +13,6 @@ namespace tessaly {
 
 namespace {
 
-[[noreturn]] void ThrowSystemError(const char* what) {
-    throw std::system_error(errno, std::generic_category(), what);
-}
-
 int OpenDescriptor(const std::string& path, int flags) {
     // A NUL would cut the path short and open another file than the one named.
     if (path.find('\0') != std::string::npos) {
@@ -27,7 +23,7 @@ int OpenDescriptor(const std::string& path, int flags) {
         descriptor = ::open(path.c_str(), flags | O_CLOEXEC, 0666);
     } while (descriptor < 0 && errno == EINTR);
     if (descriptor < 0) {
-        ThrowSystemError("open");
+        posix::ThrowSystemError("open");
     }
     return descriptor;
 }
@@ -48,7 +44,7 @@ public:
             count = ::read(mDescriptor.Number(), buffer, size);
         } while (count < 0 && errno == EINTR);
         if (count < 0) {
-            ThrowSystemError("read");
+            posix::ThrowSystemError("read");
         }
         return static_cast<std::size_t>(count);
     }
@@ -67,7 +63,7 @@ public:
         while (!bytes.empty()) {
             const ssize_t count = ::write(mDescriptor.Number(), bytes.data(), bytes.size());
             if (count < 0 && errno != EINTR) {
-                ThrowSystemError("write");
+                posix::ThrowSystemError("write");
             }
             bytes.remove_prefix(count < 0 ? 0 : static_cast<std::size_t>(count));
         }

@@ -9,7 +9,7 @@
 namespace tessaly {
 namespace {
 
-using Call = memory::SequentialFiles::Call;
+using FileCall = memory::SequentialFiles::Call;
 
 class FileFaultTest : public ::testing::Test, public MemoryDocument {
 protected:
@@ -27,7 +27,8 @@ TEST_F(FileFaultTest, EveryFailingCallOfALoadIsALoadFailed) {
     files.readSize = 100;
     const std::string bytes = Psf(" 1", "Main", PsfFunction("Main", "x"));
     const std::size_t reads = bytes.size() / files.readSize + 2; // one more finds the end
-    const std::pair<Call, std::size_t> calls[] = {{Call::Open, 1}, {Call::Read, reads}, {Call::Close, 1}};
+    const std::pair<FileCall, std::size_t> calls[] = {
+        {FileCall::Open, 1}, {FileCall::Read, reads}, {FileCall::Close, 1}};
     for (const auto& [call, count] : calls) {
         for (std::size_t number = 1; number <= count; ++number) {
             files.FailAt(call, number);
@@ -36,14 +37,14 @@ TEST_F(FileFaultTest, EveryFailingCallOfALoadIsALoadFailed) {
             EXPECT_EQ(files.OpenCount(), 0U);
         }
     }
-    files.FailAt(Call::Read, reads + 1);
+    files.FailAt(FileCall::Read, reads + 1);
     EXPECT_EQ(Load(bytes), Status::Done) << "there are no more reads than that";
 }
 
 TEST_F(FileFaultTest, WhatWasReadBeforeAFailureStaysInTheDocument) {
     files.readSize = 1;
     const std::string bytes = Psf(" 1", "Main", PsfFunction("Main", "x"));
-    files.FailAt(Call::Read, bytes.find("[OnFrame]") + 12);
+    files.FailAt(FileCall::Read, bytes.find("[OnFrame]") + 12);
     EXPECT_EQ(Load(bytes), Status::LoadFailed);
     EXPECT_EQ(VarCode(), "int x;\r\n");
     EXPECT_EQ(Name(0), "Main");
@@ -54,7 +55,7 @@ TEST_F(FileFaultTest, WhatWasReadBeforeAFailureStaysInTheDocument) {
 TEST_F(FileFaultTest, FunctionsThatWereReadBeforeAFailureAmongThemStay) {
     files.readSize = 1;
     const std::string bytes = Psf(" 2", "One,Two", PsfFunction("One", "x") + PsfFunction("Two", "y"));
-    files.FailAt(Call::Read, bytes.find("[EventCode]"));
+    files.FailAt(FileCall::Read, bytes.find("[EventCode]"));
     EXPECT_EQ(Load(bytes), Status::LoadFailed);
     ASSERT_EQ(document.GetFunctionCount(), 1);
     EXPECT_EQ(Name(0), "One");
@@ -63,14 +64,14 @@ TEST_F(FileFaultTest, FunctionsThatWereReadBeforeAFailureAmongThemStay) {
 
 TEST_F(FileFaultTest, AReadThatFailsAtOnceLeavesTheDefaultDocument) {
     document.UpdateVarCode("old");
-    files.FailAt(Call::Read, 1);
+    files.FailAt(FileCall::Read, 1);
     EXPECT_EQ(Load(Psf(" 0", "", "")), Status::LoadFailed);
     EXPECT_EQ(VarCode(), "/* ... include ... */\n\n/* ... variables ...*/\n");
 }
 
 TEST_F(FileFaultTest, EveryFailingCallOfASaveIsAnUnexpectedError) {
     FillWithManyFunctions();
-    for (const Call call : {Call::Open, Call::Write, Call::Close}) {
+    for (const FileCall call : {FileCall::Open, FileCall::Write, FileCall::Close}) {
         std::size_t number = 1;
         while (true) {
             files.FailAt(call, number);
@@ -82,14 +83,14 @@ TEST_F(FileFaultTest, EveryFailingCallOfASaveIsAnUnexpectedError) {
             ASSERT_EQ(files.OpenCount(), 0U);
             ++number;
         }
-        EXPECT_GT(number, call == Call::Write ? 3U : 1U);
+        EXPECT_GT(number, call == FileCall::Write ? 3U : 1U);
     }
 }
 
 TEST_F(FileFaultTest, EveryFailingCallOfAGenerationIsAGenerationFailedAndKeepsWhatWasWritten) {
     FillWithManyFunctions();
     const std::string whole = Generated();
-    for (const Call call : {Call::Open, Call::Write, Call::Close}) {
+    for (const FileCall call : {FileCall::Open, FileCall::Write, FileCall::Close}) {
         std::size_t number = 1;
         while (true) {
             files.FailAt(call, number);
@@ -102,14 +103,14 @@ TEST_F(FileFaultTest, EveryFailingCallOfAGenerationIsAGenerationFailedAndKeepsWh
             ASSERT_TRUE(whole.starts_with(files.contents["out.c"]));
             ++number;
         }
-        EXPECT_GT(number, call == Call::Write ? 3U : 1U);
+        EXPECT_GT(number, call == FileCall::Write ? 3U : 1U);
     }
     EXPECT_EQ(Generated(), whole);
 }
 
 TEST_F(FileFaultTest, AFailedSaveLeavesTheDocumentAsItWas) {
     document.AddFunction("Main", "p", "c");
-    files.FailAt(Call::Write, 1);
+    files.FailAt(FileCall::Write, 1);
     EXPECT_EQ(document.SaveFile("out.PSF"), Status::UnexpectedError);
     EXPECT_EQ(Code(0), "c");
     EXPECT_EQ(document.SaveFile("out.PSF"), Status::Done);

@@ -10,6 +10,9 @@
 
 namespace tessaly {
 
+// What the references of a new document hold.
+inline constexpr const char* DefaultReferences = "/* ... include ... */\n\n/* ... variables ...*/\n";
+
 inline void PrintTo(Status status, std::ostream* stream) {
     *stream << "status " << static_cast<std::int32_t>(status);
 }

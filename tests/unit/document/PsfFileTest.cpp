@@ -8,8 +8,6 @@
 namespace tessaly {
 namespace {
 
-constexpr const char* DefaultReferences = "/* ... include ... */\n\n/* ... variables ...*/\n";
-
 class PsfFileTest : public ::testing::Test, public MemoryDocument {
 protected:
     std::vector<std::string> Names() const {

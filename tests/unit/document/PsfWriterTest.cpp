@@ -7,8 +7,6 @@
 namespace tessaly {
 namespace {
 
-constexpr const char* DefaultReferences = "/* ... include ... */\n\n/* ... variables ...*/\n";
-
 class PsfWriterTest : public ::testing::Test, public MemoryDocument {};
 
 TEST_F(PsfWriterTest, TheExampleDocumentIsWrittenLineByLine) {

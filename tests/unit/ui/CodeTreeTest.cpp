@@ -133,7 +133,7 @@ TEST_F(CodeTreeTest, BuildingTheTreeSetsCaptionAndTabStopsOfThePane) {
 
 TEST_F(CodeTreeTest, AddingAFunctionShowsItsTextAndSelectsIt) {
     desktop.tree.Click("_0e2");
-    desktop.modal.WillUseName([this](memory::NameWindow& dialog) {
+    desktop.modal.WillUseName([](memory::NameWindow& dialog) {
         EXPECT_EQ(dialog.ShownCaption(), "Add Function");
         EXPECT_EQ(dialog.label.Caption(), "Please type in the name of the function you wish to add.");
         dialog.Type("Blink");

@@ -292,17 +292,17 @@ std::vector<Command> Commands() {
     return commands;
 }
 
-struct Case {
+struct FaultCase {
     Command command;
     std::string from;
 };
 
-void PrintTo(const Case& each, std::ostream* stream) {
+void PrintTo(const FaultCase& each, std::ostream* stream) {
     *stream << each.command.name << " from " << each.from;
 }
 
-std::vector<Case> Cases() {
-    std::vector<Case> cases;
+std::vector<FaultCase> Cases() {
+    std::vector<FaultCase> cases;
     for (const Command& command : Commands()) {
         for (const std::string& from : command.from) {
             cases.push_back({command, from});
@@ -311,7 +311,7 @@ std::vector<Case> Cases() {
     return cases;
 }
 
-class FaultTest : public ::testing::TestWithParam<Case> {
+class FaultTest : public ::testing::TestWithParam<FaultCase> {
 protected:
     using Documents = std::set<std::string>;
 

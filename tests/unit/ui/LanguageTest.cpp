@@ -11,7 +11,7 @@ namespace {
 
 using Shown = std::vector<std::pair<std::string, std::string>>;
 
-class Program : public MainWindow {
+class ProgramTexts : public MainWindow {
 public:
     // Starts without any text: in a language that the catalogue does not know. Status panel 2 has a message, too.
     void StartEmpty() {
@@ -97,7 +97,7 @@ const Shown German = {{"caption", "Tessaly"},
                       {"mnuEnglish", "not checked"}};
 
 TEST(LanguageTest, AChosenLanguageGoesToEveryText) {
-    Program program;
+    ProgramTexts program;
     program.StartEmpty();
     program.Choose("mnuEnglish");
     EXPECT_EQ(program.All(), English);
@@ -109,7 +109,7 @@ TEST(LanguageTest, AChosenLanguageGoesToEveryText) {
 
 TEST(LanguageTest, AnUnknownLanguageLeavesOnlyThePathAndChecksGerman) {
     for (const std::uint32_t language : {2U, 255U}) {
-        Program program;
+        ProgramTexts program;
         program.Start(language);
         program.Open("a.PSF", GoodPsf());
         for (const auto& [what, text] : program.All()) {
@@ -126,7 +126,7 @@ TEST(LanguageTest, AnUnknownLanguageLeavesOnlyThePathAndChecksGerman) {
 }
 
 TEST(LanguageTest, AnUnknownLanguageLeavesTheGroupsWithoutText) {
-    Program program;
+    ProgramTexts program;
     program.Start(2);
     for (const char* const key : {"_0e", "_0f", "_0v"}) {
         EXPECT_EQ(program.desktop.tree.Text(program.desktop.tree.Find(key)), "") << key;
@@ -134,7 +134,7 @@ TEST(LanguageTest, AnUnknownLanguageLeavesTheGroupsWithoutText) {
 }
 
 TEST(LanguageTest, ThePathOfTheFileStaysBehindThePrefix) {
-    Program program;
+    ProgramTexts program;
     program.Start();
     program.Open("C:\\a.PSF", GoodPsf());
     program.Choose("mnuGerman");
@@ -143,7 +143,7 @@ TEST(LanguageTest, ThePathOfTheFileStaysBehindThePrefix) {
 }
 
 TEST(LanguageTest, WithoutAMessageItsPanelIsCleared) {
-    Program program;
+    ProgramTexts program;
     program.Start();
     program.Open("a.PSF", GoodPsf());
     program.window.SaveCurrentNodeCode(program.window.mCurrentNode);
@@ -153,7 +153,7 @@ TEST(LanguageTest, WithoutAMessageItsPanelIsCleared) {
 }
 
 TEST(LanguageTest, AMessageThatTheCatalogueDoesNotHaveSaysSo) {
-    Program program;
+    ProgramTexts program;
     program.Start();
     program.window.StatusPanel2 = "vornMainFrmPrmpt17";
     program.Choose("mnuGerman");
@@ -179,7 +179,7 @@ TEST(LanguageTest, TheLabelFollowsTheItemThatIsEdited) {
         {"below other", "", ""},
         {{}, "", ""},
     };
-    Program program;
+    ProgramTexts program;
     program.Start();
     program.Open("a.PSF", GoodPsf());
     TreeView& tree = program.desktop.tree;
@@ -196,7 +196,7 @@ TEST(LanguageTest, TheLabelFollowsTheItemThatIsEdited) {
 }
 
 TEST(LanguageTest, TheTipsOfTheToolBarFollow) {
-    Program program;
+    ProgramTexts program;
     program.Start();
     program.desktop.tree.Click("_0f");
     const auto tips = [&] {
@@ -213,7 +213,7 @@ TEST(LanguageTest, AControlThatFailsEndsTheChangeAndThoseBehindItKeepTheirTexts)
     std::set<std::size_t> ends;
     bool isOver = false;
     for (std::size_t number = 1; !isOver; ++number) {
-        Program program;
+        ProgramTexts program;
         program.StartEmpty();
         const Shown before = program.All();
         program.desktop.faults.FailAt(number);

@@ -10,21 +10,10 @@ namespace {
 
 using namespace std::string_literals;
 
-constexpr std::string_view First = "Windows Registry Editor Version 5.00\n";
-
 // The file with the number 7 as the value "n" of HKLM\K.
 std::string WithSeven(std::string_view file) {
     return SetInRegistryText(file, {Registry::LocalMachine, "K"}, "n", {Registry::DwordType, "\7\0\0\0"s})
         .value_or("none");
-}
-
-std::string Wide(std::string_view text) {
-    std::string bytes = "\xFF\xFE";
-    for (const char character : text) {
-        bytes += character;
-        bytes += '\0';
-    }
-    return bytes;
 }
 
 TEST(RegistryEditTest, AValueIsChangedInItsPlaceAndEverythingElseStays) {
@@ -69,10 +58,10 @@ TEST(RegistryEditTest, AKeyThatIsDeletedFurtherDownIsAddedAnew) {
 }
 
 TEST(RegistryEditTest, Utf16StaysUtf16EvenWhereItIsNoText) {
-    const std::string before =
-        Wide("Windows Registry Editor Version 5.00\r\n[HKLM\\K]\r\n\"a\"=\"") + "\x01\xD8"s + Wide("\"\r\n").substr(2);
-    const std::string odd = Wide("\"n\"=dword:1\r\n").substr(2) + "?";
-    EXPECT_EQ(WithSeven(before + odd), before + Wide("\"n\"=dword:00000007\r\n").substr(2) + "?");
+    const std::string before = "\xFF\xFE" + Wide("Windows Registry Editor Version 5.00\r\n[HKLM\\K]\r\n\"a\"=\"") +
+                               "\x01\xD8"s + Wide("\"\r\n");
+    const std::string odd = Wide("\"n\"=dword:1\r\n") + "?";
+    EXPECT_EQ(WithSeven(before + odd), before + Wide("\"n\"=dword:00000007\r\n") + "?");
 }
 
 TEST(RegistryEditTest, EveryTypeIsReadBackAsItWasSet) {
@@ -87,7 +76,7 @@ TEST(RegistryEditTest, EveryTypeIsReadBackAsItWasSet) {
         {0x12345, "\1\2"s},
     };
     for (const std::string& file :
-         {""s, Wide("Windows Registry Editor Version 5.00\r\n"), "\xEF\xBB\xBF"s + First.data()}) {
+         {""s, "\xFF\xFE" + Wide("Windows Registry Editor Version 5.00\r\n"), "\xEF\xBB\xBF"s + First.data()}) {
         for (const auto& [type, bytes] : values) {
             for (const std::string name : {"", "name", "a \"quoted\\\" n\xC3\xA4me"}) {
                 const auto changed = SetInRegistryText(file, {Registry::CurrentUser, "K\\L\\"}, name, {type, bytes});

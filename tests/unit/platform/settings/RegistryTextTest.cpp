@@ -17,18 +17,6 @@ namespace {
 
 using namespace std::string_literals;
 
-constexpr std::string_view First = "Windows Registry Editor Version 5.00\n";
-
-// The UTF-16LE bytes of ASCII text.
-std::string Wide(std::string_view text) {
-    std::string bytes;
-    for (const char character : text) {
-        bytes += character;
-        bytes += '\0';
-    }
-    return bytes;
-}
-
 class RegistryTextTest : public testing::Test {
 protected:
     // The errors, one "line: text" in each line.

@@ -1,4 +1,4 @@
-// Values of a registry in a form that tests can compare.
+// What the tests of the registry share: a file's text, and values in a form that can be compared.
 #pragma once
 
 #include "platform/system/Registry.h"
@@ -8,6 +8,18 @@
 #include <string_view>
 
 namespace tessaly {
+
+inline constexpr std::string_view First = "Windows Registry Editor Version 5.00\n";
+
+// The UTF-16LE bytes of ASCII text.
+inline std::string Wide(std::string_view text) {
+    std::string bytes;
+    for (const char character : text) {
+        bytes += character;
+        bytes += '\0';
+    }
+    return bytes;
+}
 
 // "type:bytes" of a value, the bytes in hexadecimal, or "missing" or "no key".
 inline std::string ValueIn(Registry& registry, std::uint32_t root, std::string_view keyPath, std::string_view name) {

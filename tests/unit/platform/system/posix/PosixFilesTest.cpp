@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::size_t OpenDescriptors() {
+std::size_t CountDescriptors() {
     return static_cast<std::size_t>(std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()));
 }
 
@@ -72,7 +72,7 @@ TEST_F(PosixFilesTest, AFullDiskGivesTheStatusOfItsOperation) {
 }
 
 TEST_F(PosixFilesTest, NoOperationLeavesADescriptorOpen) {
-    const std::size_t before = OpenDescriptors();
+    const std::size_t before = CountDescriptors();
     document.SaveFile(Path("a.PSF"));
     document.LoadFile(Path("a.PSF"));
     document.LoadFile(folder.string());
@@ -80,7 +80,7 @@ TEST_F(PosixFilesTest, NoOperationLeavesADescriptorOpen) {
     document.BuildCCodeFile("/dev/full");
     std::ofstream(Path("bad.PSF")) << "[GVars]\r\n[GFuncs]\r\nNumFuncs=x\r\n";
     EXPECT_EQ(document.LoadFile(Path("bad.PSF")), Status::LoadFailed);
-    EXPECT_EQ(OpenDescriptors(), before);
+    EXPECT_EQ(CountDescriptors(), before);
 }
 
 } // namespace
