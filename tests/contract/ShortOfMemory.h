@@ -18,7 +18,7 @@ namespace tessaly {
 class ShortOfMemory {
 public:
     // Only 32 bits of addresses can be used up on Windows, and the address sanitizer has its addresses from the start.
-#if defined(__SANITIZE_ADDRESS__) || defined(_WIN64)
+#if defined(TESSALY_SANITIZED) || defined(_WIN64)
     static constexpr bool IsPossible = false;
 #else
     static constexpr bool IsPossible = true;
