@@ -196,19 +196,15 @@ void VornMainFrm::SetUpFuncBodyTabs() {
     });
 }
 
-// The Tab key is for the pane alone, where it inserts a tab character. What a control refuses is skipped.
+// The Tab key is for the pane alone, where it inserts a tab character.
 void VornMainFrm::DisableTabKeyForUseOnlyInFuncBody() {
     RunOrTell("Unhandled Error in DisableTabKeyForUseOnlyInFuncBody", MsgIcon::Exclamation, [this] {
         FuncBodyChangeMode = 1;
-        tessaly::Control* const controls[] = {&mDesktop.LblcodeTreeViewer(), &mCodeTree,
-                                              &mDesktop.FuncLabel(),         &mFuncBody,
-                                              &mDesktop.VornToolBar(),       &mDesktop.StatusBar1()};
-        for (tessaly::Control* const control : controls) {
-            Attempt([control] {
-                if (control->HasTabStop()) {
-                    control->SetTabStop(false);
-                }
-            });
+        Control* const controls[] = {&mDesktop.LblcodeTreeViewer(), &mCodeTree,
+                                     &mDesktop.FuncLabel(),         &mFuncBody,
+                                     &mDesktop.VornToolBar(),       &mDesktop.StatusBar1()};
+        for (Control* const control : controls) {
+            Attempt([control] { control->SetTabStop(false); }); // some have none
         }
     });
 }

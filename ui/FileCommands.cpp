@@ -4,13 +4,6 @@
 
 namespace tessaly {
 
-namespace {
-
-// Hides the read-only check box of the file dialog.
-constexpr std::int32_t HideReadOnly = 4;
-
-} // namespace
-
 void VornMainFrm::mnuNewPSF_Click() {
     SaveCurrentNodeCode(mCurrentNode);
     if (MayDropDocument()) {
@@ -152,7 +145,7 @@ bool VornMainFrm::MayDropDocument() {
 // The dialog is called as the menu item that leads to it.
 FileDialogSettings VornMainFrm::DialogSettings(std::string_view menu) const {
     FileDialogSettings settings;
-    settings.title = Menu(menu).Caption();
+    settings.title = mDesktop.Menu(menu).Caption();
     std::erase(settings.title, '&');
     settings.title.resize(settings.title.find_last_not_of('.') + 1);
     settings.fileName = mLastOpenedFile;

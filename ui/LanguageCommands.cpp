@@ -1,4 +1,5 @@
 // The language of the window: the two commands that choose it, and all that shows it.
+#include "ui/MenuTable.h"
 #include "ui/VornMainFrm.h"
 
 #include <algorithm>
@@ -52,15 +53,15 @@ void VornMainFrm::ShowLanguage() {
     mDesktop.FuncLabel().SetCaption(FuncLabelText());
     mDesktop.LblcodeTreeViewer().SetCaption(lookup(Row(Text::TreeLabel).identifier));
     ShowFileName(mLastOpenedFile);
-    for (MenuItem* const menu : mMenus) {
-        menu->SetCaption(lookup(menu->Name()));
+    for (const MenuEntry& menu : MenuTable) {
+        mDesktop.Menu(menu.name).SetCaption(lookup(menu.name));
     }
     for (const Group& group : Groups) {
         mCodeTree.SetText(mCodeTree.Find(group.key), lookup(Row(group.name).identifier));
     }
     // Whatever is not English counts as German here: kept on purpose.
-    Menu("mnuGerman").SetChecked(mLanguage != EnglishLanguage);
-    Menu("mnuEnglish").SetChecked(mLanguage == EnglishLanguage);
+    mDesktop.Menu("mnuGerman").SetChecked(mLanguage != EnglishLanguage);
+    mDesktop.Menu("mnuEnglish").SetChecked(mLanguage == EnglishLanguage);
     ShowButtonTips();
 }
 

@@ -14,7 +14,7 @@ public:
     explicit UserFuncVarFrm(Desktop& desktop);
 
     void SetCaption(std::string_view caption) { mWindow->SetCaption(caption); }
-    void SetNameLabel(std::string_view caption) { mWindow->NameLabel().SetCaption(caption); }
+    void SetNameLabel(std::string_view caption) { mWindow->SetNameLabel(caption); }
 
     void SetCancelCaption(std::string_view caption) { mWindow->SetCancelCaption(caption); }
 

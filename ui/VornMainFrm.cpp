@@ -86,7 +86,7 @@ void VornMainFrm::ReadSettings() {
     mHelpFile = ReadSetting(HelpSetting);
     mProgBlkIcon = ReadSetting(ProgBlkIconSetting);
     if (!mHelpFile.empty() && !mCompBat.empty() && !mCompFileName.empty()) {
-        Attempt([this] { mDesktop.App().SetHelpFile(mHelpFile); });
+        mDesktop.App().helpFile = mHelpFile;
     } else {
         Attempt([this] { Tell(Text::InstallationCorrupted, Text::Error, MsgIcon::Stop); });
     }
@@ -101,8 +101,7 @@ std::string VornMainFrm::ReadSetting(std::string_view name) {
 
 // The whole command line is one file name; neither quotes nor blanks are taken off it.
 void VornMainFrm::OpenCommandLine() {
-    std::string commandLine;
-    Attempt([this, &commandLine] { commandLine = mDesktop.App().CommandLine(); });
+    const std::string& commandLine = mDesktop.App().commandLine;
     if (commandLine.empty()) {
         return;
     }
@@ -208,21 +207,12 @@ void VornMainFrm::PlaceControls() {
 
 void VornMainFrm::MakeMenus() {
     for (const MenuEntry& entry : MenuTable) {
-        MenuItem* const parent = entry.parent.empty() ? nullptr : &Menu(entry.parent);
+        MenuItem* const parent = entry.parent.empty() ? nullptr : &mDesktop.Menu(entry.parent);
         if (parent != nullptr && entry.separatorBefore) {
             mDesktop.AddMenuSeparator(*parent);
         }
-        mMenus.push_back(&mDesktop.AddMenu(parent, entry.name));
+        mDesktop.AddMenu(parent, entry.name);
     }
-}
-
-MenuItem& VornMainFrm::Menu(std::string_view name) const {
-    for (MenuItem* const menu : mMenus) {
-        if (menu->Name() == name) {
-            return *menu;
-        }
-    }
-    throw std::out_of_range("no menu is called " + std::string(name));
 }
 
 void VornMainFrm::Listen() {
@@ -248,7 +238,7 @@ void VornMainFrm::Listen() {
         {"mnuAbout", &VornMainFrm::mnuAbout_Click},
     };
     for (const auto& [name, handler] : commands) {
-        Menu(name).onClick = command(handler);
+        mDesktop.Menu(name).onClick = command(handler);
     }
 }
 

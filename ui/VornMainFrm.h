@@ -110,7 +110,6 @@ private:
     void PlaceControls();
     void MakeMenus();
     void Listen();
-    MenuItem& Menu(std::string_view name) const;
 
     void SetUpStatusBar();
     void ShowButtonTips();
@@ -152,7 +151,6 @@ private:
     TreeView& mCodeTree;
     RichTextBox& mFuncBody;
     TreeItem mShownNode = TreeItem::None; // whose text was put into the pane; the pane is stored for no other item
-    std::vector<MenuItem*> mMenus;        // in the order in which they were made
     std::unique_ptr<frmSplash> mSplash;
     int mTabStopCount = 1; // across the pane
 };

@@ -14,14 +14,19 @@ frmSplash::frmSplash(Desktop& desktop) : mWindow(desktop.NewSplashWindow()) {
     Form_Load(desktop.App());
 }
 
-void frmSplash::Form_Load(Application& app) {
-    mWindow->LblVersion().SetCaption("Version " + std::to_string(app.Major()) + "." + std::to_string(app.Minor()) +
-                                     "." + std::to_string(app.Revision()));
-    mWindow->LblProductName().SetCaption(app.Title());
-    mWindow->LblPlatform().SetCaption("Windows 95/NT tm");
-    mWindow->LblCompany().SetCaption("Ostrel");
-    mWindow->LblCopyright().SetCaption("Copyright (c) 2026 Ostrel");
-    mWindow->LblCompanyProduct().SetCaption("Ostrel");
+void frmSplash::Form_Load(const Application& app) {
+    mLabels.LblVersion = "Version " + std::to_string(app.majorVersion) + "." + std::to_string(app.minorVersion) + "." +
+                         std::to_string(app.revision);
+    mLabels.LblPlatform = "Windows 95/NT tm";
+    mLabels.LblCompany = "Ostrel";
+    mLabels.LblCopyright = "Copyright (c) 2026 Ostrel";
+    mLabels.LblCompanyProduct = "Ostrel";
+    SetProductName(app.title);
+}
+
+void frmSplash::SetProductName(std::string_view name) {
+    mLabels.LblProductName = name;
+    mWindow->SetLabels(mLabels);
 }
 
 } // namespace tessaly

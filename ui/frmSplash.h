@@ -14,14 +14,15 @@ public:
     explicit frmSplash(Desktop& desktop);
 
     void SetCaption(std::string_view caption) { mWindow->SetCaption(caption); }
-    void SetProductName(std::string_view name) { mWindow->LblProductName().SetCaption(name); }
+    void SetProductName(std::string_view name);
 
     // Returns when a key was pressed in it or its frame was clicked.
     void ShowModal() { mWindow->ShowModal(); }
 
 private:
-    void Form_Load(Application& app);
+    void Form_Load(const Application& app);
 
+    SplashLabels mLabels;
     std::unique_ptr<SplashWindow> mWindow;
 };
 

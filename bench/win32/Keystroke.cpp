@@ -41,7 +41,8 @@ void Wait(tessaly::win32::EventLoop& loop, int milliseconds) {
     const auto rest = static_cast<DWORD>(milliseconds);
     for (DWORD passed = 0; passed < rest; passed = GetTickCount() - start) {
         MsgWaitForMultipleObjects(0, nullptr, FALSE, rest - passed, QS_ALLINPUT);
-        loop.RunWaiting();
+        MSG next = {};
+        loop.RunWhile([&next] { return PeekMessageW(&next, nullptr, 0, 0, PM_NOREMOVE) != 0; }, loop.mainFilter);
     }
 }
 
@@ -50,7 +51,7 @@ void Wait(tessaly::win32::EventLoop& loop, int milliseconds) {
 int main() {
     try {
         tessaly::win32::Desktop desktop;
-        HWND pane = FindWindowExW(desktop.Frame().Handle(), nullptr, MSFTEDIT_CLASS, nullptr);
+        HWND pane = FindWindowExW(FindWindowW(L"VornMainFrm", nullptr), nullptr, MSFTEDIT_CLASS, nullptr);
         const tessaly::bench::Typist typist{[&](int line) { return PutCaret(pane, line); },
                                             [&](char key) { Type(pane, key); },
                                             [&](int milliseconds) { Wait(desktop.Loop(), milliseconds); }};

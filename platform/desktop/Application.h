@@ -1,13 +1,48 @@
-// What belongs to the running program as a whole, in one object.
+// What belongs to the running program as a whole.
 #pragma once
 
-#include "platform/desktop/ApplicationVersion.h"
-#include "platform/desktop/HelpFile.h"
-#include "platform/system/CommandLine.h"
-#include "platform/system/ProcessStart.h"
+#include <cstdint>
+#include <string>
 
 namespace tessaly {
 
-class Application : public CommandLineSource, public ApplicationVersion, public HelpFile, public ProcessStart {};
+// Window styles of a process start, as Windows' ShowWindow numbers them.
+inline constexpr std::int32_t MaximizedWithFocus = 3;
+
+class Application {
+public:
+    virtual ~Application() = default;
+
+    // What the program is and which version of it.
+    std::int32_t majorVersion = TESSALY_MAJOR;
+    std::int32_t minorVersion = TESSALY_MINOR;
+    std::int32_t revision = TESSALY_REVISION;
+    std::string title = "Tessaly";
+
+    // All that stands behind the program's name on its command line, as one text: quotes and inner blanks as they are,
+    // without the blanks that separate it from the name.
+    std::string commandLine;
+
+    // The file that F1 opens; "" at first: F1 then does nothing.
+    std::string helpFile;
+
+    // Sends the key F1 to the program as if the user had pressed it, without waiting.
+    virtual void SendF1() = 0;
+
+    // What the key F1 does behind the window's own handler.
+    void OpenHelp() {
+        if (!helpFile.empty()) {
+            ShowHelp();
+        }
+    }
+
+    // Starts a process with this one command line and window style and does not wait for it. Throws std::system_error
+    // when it cannot be started.
+    virtual void StartProcess(const std::string& line, std::int32_t windowStyle) = 0;
+
+protected:
+    // Opens the help file.
+    virtual void ShowHelp() = 0;
+};
 
 } // namespace tessaly

@@ -1,13 +1,15 @@
-// What every visible control of a window has in common.
+// What every visible control of a window has in common, and the controls of a window together.
 #pragma once
 
-#include <string>
+#include "platform/desktop/FocusEvents.h"
+
+#include <optional>
+#include <string_view>
+#include <vector>
 
 namespace tessaly {
 
 // Positions and sizes are in twips (1/1440 inch), as single-precision numbers, relative to the window's client area.
-// They are given back exactly as they were set: an implementation rounds to pixels, and stops at the footer of the
-// window (see Window), on the screen only.
 struct Extent {
     float left = 0;
     float top = 0;
@@ -17,17 +19,61 @@ struct Extent {
     bool operator==(const Extent&) const = default;
 };
 
-class Control {
-public:
-    virtual ~Control() = default;
+struct Size {
+    float width = 0;
+    float height = 0;
 
-    virtual Extent GetExtent() const = 0;
-    virtual void SetExtent(const Extent& extent) = 0;
+    bool operator==(const Size&) const = default;
+};
+
+// Whether the user can work in a control with the keyboard.
+enum class Keyboard { Used, Unused };
+
+class Control;
+
+// The controls of one window, in the order in which they are made: in it the Tab key goes round.
+class Controls {
+public:
+    // Where the keyboard and the commands of the window are told.
+    FocusEvents focus;
+
+    // The client area has this size, and no control is shown in its lowest `footer` twips but what begins there.
+    void LayOut(const Size& client, float footer);
+
+    // The control that has the keyboard or to which it comes back; null when no control ever had it.
+    Control* Owner() const;
+
+    // The owner, even when it could not be given the keyboard any more; else the first that can; null for none.
+    Control* ToReturnTo() const;
+
+    // Where the Tab key goes from the owner, in a circle; null for nowhere.
+    Control* NextStop(bool backwards) const;
+
+private:
+    friend class Control;
+
+    std::vector<Control*> mOrder;
+    Size mClient;
+    std::optional<float> mFooterTop; // from the top of the client area
+};
+
+class Control : public FocusTarget {
+public:
+    // Comes behind the other controls of its window.
+    Control(Controls& controls, Keyboard keyboard);
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+    virtual ~Control();
+
+    // Given back exactly as it was set, {} at first: it is rounded to pixels, and stops at the footer of the window, on
+    // the screen only.
+    Extent GetExtent() const { return mExtent.value_or(Extent{}); }
+    void SetExtent(const Extent& extent);
 
     // Whether the control has this property: whether the Tab key stops here. To set it throws std::logic_error where
     // it has not.
-    virtual bool HasTabStop() const = 0;
-    virtual void SetTabStop(bool stop) = 0;
+    bool HasTabStop() const { return mKeyboard == Keyboard::Used; }
+    void SetTabStop(bool stop);
 
     // Moves the keyboard focus here; the events come at once. Throws std::runtime_error when the control cannot have
     // it.
@@ -36,7 +82,44 @@ public:
     // second, and to a menu, a dialog, another window or another program; a command by a menu, by the tool bar or by a
     // dropped file has it, too, as long as it runs. The control gains it when the keyboard is back and the command
     // that took it has ended. Nothing is raised where the keyboard already is, nor once the window closes.
-    virtual void SetFocus() = 0;
+    void SetFocus();
+
+    // For the desktop:
+
+    bool IsTabStop() const { return HasTabStop() && mIsTabStop; }
+    virtual bool CanHaveFocus() const { return HasTabStop(); }
+
+    // Has the system give the keyboard to this control.
+    virtual void TakeKeyboard() = 0;
+
+    // Shows it where the program wants it, or else where it stands by itself.
+    void Move();
+
+protected:
+    virtual void Show(const Extent& place) = 0;
+
+    // Shows a control that the program gave no place in a client area of this size.
+    virtual void Dock(const Size& /*client*/) {}
+
+    bool IsPlaced() const { return mExtent.has_value(); }
+
+    Controls& mControls; // of its window
+
+private:
+    Keyboard mKeyboard;
+    std::optional<Extent> mExtent;
+    bool mIsTabStop = true;
+};
+
+// A text that the user cannot change. It shows it as it stands: neither markup nor access keys have a meaning.
+class Label : public Control {
+public:
+    explicit Label(Controls& controls) : Control(controls, Keyboard::Unused) {}
+
+    virtual void SetCaption(std::string_view caption) = 0;
+
+    // What one line of text needs in the user's font, in twips.
+    virtual float PreferredHeight() const = 0;
 };
 
 } // namespace tessaly

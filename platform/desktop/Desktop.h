@@ -4,7 +4,6 @@
 
 #include "platform/desktop/Application.h"
 #include "platform/desktop/FileDialog.h"
-#include "platform/desktop/Label.h"
 #include "platform/desktop/MenuItem.h"
 #include "platform/desktop/ModalWindows.h"
 #include "platform/desktop/MsgBox.h"
@@ -24,37 +23,58 @@ namespace tessaly {
 
 class Desktop {
 public:
+    Desktop() = default;
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
     virtual ~Desktop() = default;
 
     // The main window and its controls. A screen reader says the caption of LblcodeTreeViewer for CodeTree and that of
     // FuncLabel for FuncBody.
-    virtual Window& MainWindow() = 0;
-    virtual TreeView& CodeTree() = 0;
-    virtual Label& LblcodeTreeViewer() = 0;
-    virtual Label& FuncLabel() = 0;
-    virtual RichTextBox& FuncBody() = 0;
-    virtual ToolBar& VornToolBar() = 0;
-    virtual ImageList& QuorvaneImages() = 0; // image 1 with the tag "Add", image 2 with the tag "Delete"
-    virtual StatusBar& StatusBar1() = 0;
-    virtual FileDialog& CommonDialog1() = 0;
+    Window& MainWindow() const { return *mParts.window; }
+    Label& LblcodeTreeViewer() const { return *mParts.treeLabel; }
+    TreeView& CodeTree() const { return *mParts.tree; }
+    Label& FuncLabel() const { return *mParts.paneLabel; }
+    RichTextBox& FuncBody() const { return *mParts.pane; }
+    ToolBar& VornToolBar() const { return *mParts.toolBar; }
+    ImageList& QuorvaneImages() const { return mParts.toolBar->images; } // image 1 is "Add", image 2 "Delete"
+    StatusBar& StatusBar1() const { return *mParts.status; }
+    FileDialog& CommonDialog1() const { return *mParts.fileDialog; }
 
-    // Adds a menu to the main window: in its menu bar, or at the end of the drop-down of `parent`. `name` also is the
-    // caption until another one is set. Throws std::invalid_argument when the name is taken.
-    virtual MenuItem& AddMenu(MenuItem* parent, std::string_view name) = 0;
-
-    // Adds a line between the items of a drop-down.
-    virtual void AddMenuSeparator(MenuItem& parent) = 0;
+    // See Menus.
+    MenuItem& AddMenu(MenuItem* parent, std::string_view name) { return mParts.menus->Add(parent, name); }
+    MenuItem& Menu(std::string_view name) const { return (*mParts.menus)[name]; }
+    void AddMenuSeparator(MenuItem& parent) { mParts.menus->AddSeparator(parent); }
 
     // New windows, owned by the main window.
     virtual std::unique_ptr<NameWindow> NewNameWindow() = 0;
     virtual std::unique_ptr<SplashWindow> NewSplashWindow() = 0;
 
     // Services.
-    virtual MsgBox& MessageBoxes() = 0;
-    virtual Application& App() = 0;
-    virtual Registry& Settings() = 0;
-    virtual SequentialFiles& Files() = 0;
-    virtual const CodePage& AnsiCodePage() = 0;
+    MsgBox& MessageBoxes() const { return *mParts.msgBox; }
+    Application& App() const { return *mParts.app; }
+    Registry& Settings() const { return *mParts.settings; }
+    SequentialFiles& Files() const { return *mParts.files; }
+    const CodePage& AnsiCodePage() const { return *mParts.codePage; }
+
+protected:
+    // To be filled by a desktop before it is used.
+    struct Parts {
+        Window* window = nullptr;
+        Label* treeLabel = nullptr;
+        TreeView* tree = nullptr;
+        Label* paneLabel = nullptr;
+        RichTextBox* pane = nullptr;
+        ToolBar* toolBar = nullptr;
+        StatusBar* status = nullptr;
+        Menus* menus = nullptr;
+        FileDialog* fileDialog = nullptr;
+        MsgBox* msgBox = nullptr;
+        Application* app = nullptr;
+        Registry* settings = nullptr;
+        SequentialFiles* files = nullptr;
+        const CodePage* codePage = nullptr;
+    };
+    Parts mParts;
 };
 
 } // namespace tessaly

@@ -2,8 +2,6 @@
 // decided elsewhere; here they are their controls.
 #pragma once
 
-#include "platform/desktop/Label.h"
-
 #include <functional>
 #include <string>
 #include <string_view>
@@ -32,7 +30,7 @@ public:
     std::function<void()> onOk;
     std::function<void()> onCancel;
 
-    virtual Label& NameLabel() = 0;
+    virtual void SetNameLabel(std::string_view caption) = 0;
 
     // The caption of the Cancel button, which has none at first.
     virtual void SetCancelCaption(std::string_view caption) = 0;
@@ -41,17 +39,22 @@ public:
     virtual std::string FuncVarName() const = 0;
 };
 
+// The texts of the labels in the splash window.
+struct SplashLabels {
+    std::string LblVersion;
+    std::string LblPlatform;
+    std::string LblCompany;
+    std::string LblCopyright;
+    std::string LblCompanyProduct;
+    std::string LblProductName;
+};
+
 class SplashWindow : public ModalWindow {
 public:
     std::function<void()> onKeyPress;   // any key but a modifier, and but one that is still held down from before
     std::function<void()> onFrameClick; // a click with the left button on the frame around it all or on what is in it
 
-    virtual Label& LblVersion() = 0;
-    virtual Label& LblPlatform() = 0;
-    virtual Label& LblCompany() = 0;
-    virtual Label& LblCopyright() = 0;
-    virtual Label& LblCompanyProduct() = 0;
-    virtual Label& LblProductName() = 0;
+    virtual void SetLabels(const SplashLabels& labels) = 0;
 };
 
 } // namespace tessaly

@@ -28,7 +28,18 @@ public:
     // a Yes/No box cannot be closed otherwise.
     // A box that is taken away from outside has the AnswerOfNobody.
     // It is wide enough for its caption, and it breaks no line of a text with columns, which has tabs.
-    virtual MsgResult Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) = 0;
+    MsgResult Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) {
+        return mIsSilent ? AnswerOfNobody(buttons) : Ask(text, caption, buttons, icon);
+    }
+
+    // There is nobody to ask: no box is shown any more.
+    void AskNoMore() { mIsSilent = true; }
+
+protected:
+    virtual MsgResult Ask(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) = 0;
+
+private:
+    bool mIsSilent = false;
 };
 
 } // namespace tessaly

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/desktop/Control.h"
+#include "platform/desktop/Raise.h"
 
 #include <functional>
 #include <string>
@@ -16,6 +17,8 @@ namespace tessaly {
 // BreakList keeps them.
 class RichTextBox : public Control {
 public:
+    explicit RichTextBox(Controls& controls) : Control(controls, Keyboard::Used) {}
+
     // Raised after every change of the text, by the user as well as by SetText, even if that puts in what was there.
     std::function<void()> onChange;
 
@@ -31,14 +34,29 @@ public:
     // An unavailable pane takes no input and refuses the focus. It is shown empty and grey, not hidden, so that the
     // window keeps its shape under the user's hand. If it has the focus when it becomes unavailable it keeps it. It is
     // available at first. A pane that cannot show its text stays unavailable, and a std::exception is thrown.
-    virtual bool FuncBodyAvailable() const = 0;
-    virtual void SetFuncBodyAvailable(bool available) = 0;
+    bool FuncBodyAvailable() const { return mFuncBodyAvailable; }
+    void SetFuncBodyAvailable(bool available) {
+        if (available != mFuncBodyAvailable) {
+            ShowAvailable(available);
+            mFuncBodyAvailable = available;
+        }
+    }
 
     // How wide each character is, in twips: the font has a fixed pitch.
     virtual float CharacterWidth() const = 0;
 
     // Where the tab stops are, in twips from the left edge of the text, ascending.
     virtual void SetTabStops(const std::vector<float>& stops) = 0;
+
+    bool CanHaveFocus() const override { return mFuncBodyAvailable; }
+    void GainFocus() override { Raise(onGotFocus); }
+    void LoseFocus() override { Raise(onLostFocus); }
+
+protected:
+    // Sets it as soon as the text is there or gone, if something is painted before this returns.
+    virtual void ShowAvailable(bool available) = 0;
+
+    bool mFuncBodyAvailable = true;
 };
 
 } // namespace tessaly

@@ -7,40 +7,58 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tessaly {
 
-class ImageList {
-public:
-    virtual ~ImageList() = default;
-
+struct ImageList {
     // The tag of image `number`. Throws std::out_of_range when there is none.
-    virtual std::string Tag(std::int32_t number) const = 0;
+    const std::string& Tag(std::int32_t number) const { return tags.at(static_cast<std::size_t>(number) - 1); }
+
+    std::vector<std::string> tags = {"Add", "Delete"};
 };
 
+// It stands at the top of the client area until it is given a place.
 class ToolBar : public Control {
 public:
+    explicit ToolBar(Controls& controls) : Control(controls, Keyboard::Used) {}
+
+    ImageList images;
+
     // Raised when the user presses button `number`.
     std::function<void(std::int32_t number)> onButtonClick;
 
     // Removes all buttons.
-    virtual void Clear() = 0;
+    void Clear();
 
-    // Adds a button at the end, with a picture of the image list that belongs to this bar. Throws std::out_of_range,
-    // and adds nothing, when there is no image `image`.
-    virtual void AddButton(std::int32_t image, std::string_view tag) = 0;
+    // Adds a button at the end, with a picture of the image list. Throws std::out_of_range, and adds nothing, when
+    // there is no image `image`.
+    void AddButton(std::int32_t image, std::string_view tag);
 
-    // What the bar needs for buttons, whether there are any or not, in twips. It stands at the top of the client area.
+    // What the bar needs for buttons, whether there are any or not, in twips.
     virtual float PreferredHeight() const = 0;
 
     // Says what a button does, as its tool tip and to a screen reader: at first its tag. Throws std::out_of_range when
     // there is no such button.
-    virtual void SetButtonTip(std::int32_t number, std::string_view tip) = 0;
+    void SetButtonTip(std::int32_t number, std::string_view tip);
 
-    virtual std::int32_t ButtonCount() const = 0;
+    std::int32_t ButtonCount() const { return static_cast<std::int32_t>(mTags.size()); }
 
     // The tag of a button. Throws std::out_of_range when there is none.
-    virtual std::string ButtonTag(std::int32_t number) const = 0;
+    const std::string& ButtonTag(std::int32_t number) const { return mTags.at(static_cast<std::size_t>(number) - 1); }
+
+protected:
+    virtual void RemoveButtons() = 0;
+    virtual void ShowButton(std::int32_t image, std::string_view tag) = 0; // behind the others
+    virtual void ShowTip(std::int32_t number, std::string_view tip) = 0;
+
+    void Dock(const Size& client) override { Show({0, 0, client.width, PreferredHeight()}); }
+
+    // The user has pressed a button; nothing is told of one that has gone in the meantime.
+    void RaiseClick(std::int32_t number);
+
+private:
+    std::vector<std::string> mTags;
 };
 
 } // namespace tessaly

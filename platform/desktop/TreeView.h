@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -14,46 +15,80 @@ namespace tessaly {
 // Names an item as long as it is in the tree; never given to another item of the same tree again. 0 is no item.
 enum class TreeItem : std::uint32_t { None = 0 };
 
+// The items are kept here; the control of a desktop shows them and tells what the user does.
 class TreeView : public Control {
 public:
+    explicit TreeView(Controls& controls) : Control(controls, Keyboard::Used) {}
+
     // Raised when the user selects an item, by mouse or keyboard, after the item has become the selected one; a click
     // on the item that is selected already raises it, too, and so does an item that the user collapses over the
     // selected one, in whose place it is selected. Never raised by Select.
     std::function<void(TreeItem item)> onNodeClick;
 
     // Removes all items; nothing is selected then.
-    virtual void Clear() = 0;
+    void Clear();
 
     // Adds an item as the last child of `parent` (None = top level), with an empty tag, collapsed, and not selected.
     // Throws std::invalid_argument, and adds nothing, when `key` is taken (keys are compared exactly) or there is no
     // such parent.
-    virtual TreeItem Add(TreeItem parent, std::string_view key, std::string_view text) = 0;
+    TreeItem Add(TreeItem parent, std::string_view key, std::string_view text);
 
     // Removes the item at `index` with all below it; if one of them was selected nothing is selected then.
     // Throws std::out_of_range when there is none.
-    virtual void Remove(std::int32_t index) = 0;
-
-    virtual std::int32_t Count() const = 0;
+    void Remove(std::int32_t index);
 
     // The item with exactly this key. Throws std::out_of_range when there is none.
-    virtual TreeItem Find(std::string_view key) const = 0;
-
-    // The item at `index`, from 1. Throws std::out_of_range when there is none.
-    virtual TreeItem At(std::int32_t index) const = 0;
+    TreeItem Find(std::string_view key) const;
 
     // All of these throw std::out_of_range for an item that is not in the tree.
-    virtual std::string Key(TreeItem item) const = 0;
-    virtual std::string Text(TreeItem item) const = 0;
-    virtual void SetText(TreeItem item, std::string_view text) = 0;
-    virtual std::string Tag(TreeItem item) const = 0;
-    virtual void SetTag(TreeItem item, std::string_view tag) = 0;
-    virtual std::int32_t Index(TreeItem item) const = 0;
-    virtual TreeItem Parent(TreeItem item) const = 0; // None at the top level
-    virtual void Expand(TreeItem item) = 0;
-    virtual bool IsExpanded(TreeItem item) const = 0;
-    virtual void Select(TreeItem item) = 0;
+    const std::string& Key(TreeItem item) const { return mItems.at(item).key; }
+    const std::string& Text(TreeItem item) const { return mItems.at(item).text; }
+    void SetText(TreeItem item, std::string_view text);
+    const std::string& Tag(TreeItem item) const { return mItems.at(item).tag; }
+    void SetTag(TreeItem item, std::string_view tag) { mItems.at(item).tag = tag; }
+    std::int32_t Index(TreeItem item) const;
+    TreeItem Parent(TreeItem item) const { return mItems.at(item).parent; } // None at the top level
+    void Expand(TreeItem item);
+    void Select(TreeItem item);
 
-    virtual TreeItem Selected() const = 0;
+protected:
+    struct Item {
+        TreeItem parent = TreeItem::None;
+        std::string key;
+        std::string text;
+        std::string tag;
+        bool isExpanded = false; // also wished for, before there are children
+        void* node = nullptr;    // what the control knows it by
+    };
+
+    // Items get rising numbers, so that a map keeps them in the order of adding and parents before their children.
+    using Items = std::map<TreeItem, Item>;
+
+    // What a desktop does with its control. `node` is the item's.
+    virtual void* Insert(TreeItem item, TreeItem parent, std::string_view text) = 0; // returns the new node
+    virtual void RemoveNode(void* node, bool isSelected) = 0; // and all below, one of which may be selected
+    virtual void RemoveNodes() = 0;
+    virtual void ShowText(void* node, std::string_view text) = 0;
+    virtual void ExpandNode(void* node) = 0;
+    virtual void SelectNode(void* node) = 0;
+
+    const Items& AllItems() const { return mItems; }
+    void* Node(TreeItem item) const { return mItems.at(item).node; }
+    bool IsExpanded(TreeItem item) const { return mItems.at(item).isExpanded; }
+    void SetExpanded(TreeItem item, bool isExpanded);
+
+    // What is selected, None when nothing is.
+    TreeItem Selected() const { return mSelected; }
+
+    // The user has selected this item; it is to be told by RaiseClick.
+    void SetSelected(TreeItem item) { mSelected = item; }
+    void RaiseClick(TreeItem item);
+
+private:
+    Items mItems;
+    std::map<std::string, TreeItem, std::less<>> mKeys;
+    TreeItem mLastItem = TreeItem::None;
+    TreeItem mSelected = TreeItem::None;
 };
 
 } // namespace tessaly

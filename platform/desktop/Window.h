@@ -1,6 +1,7 @@
 // The main window as a frame: its caption, size, icon, keys, and its end.
 #pragma once
 
+#include "platform/desktop/Application.h"
 #include "platform/desktop/Control.h"
 
 #include <algorithm>
@@ -26,25 +27,20 @@ constexpr bool IsModifierKey(int keyCode) {
 
 // The outer size that a window has at first, in twips, where the screen leaves it `room`: most of that, but not more
 // than can be used well.
-inline Extent FirstExtent(const Extent& room) {
+inline Size FirstSize(const Size& room) {
     constexpr float part = 0.85F;
     constexpr float largestWidth = 21000;
     constexpr float largestHeight = 13500;
-    return {0, 0, std::min(room.width * part, largestWidth), std::min(room.height * part, largestHeight)};
-}
-
-// What is seen of a control that was given `extent`. Its lower edge stops where the footer begins, which counts from
-// the top of the client area, so that a control never lies over the status bar. What stands in the footer is left
-// alone.
-inline Extent ShownAbove(float footerTop, Extent extent) {
-    if (extent.top < footerTop) {
-        extent.height = std::min(extent.height, footerTop - extent.top);
-    }
-    return extent;
+    return {std::min(room.width * part, largestWidth), std::min(room.height * part, largestHeight)};
 }
 
 class Window {
 public:
+    explicit Window(Application& application) : mApplication(application) {}
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+    virtual ~Window() = default;
+
     // Raised once, before the window is shown for the first time.
     std::function<void()> onLoad;
 
@@ -65,33 +61,60 @@ public:
     // box is shown any more, and each has the AnswerOfNobody.
     std::function<void()> onUnload;
 
-    virtual ~Window() = default;
+    // Those that stand in the window.
+    Controls controls;
 
     // Shows the window and returns at once.
-    virtual void Show() = 0;
+    void Show();
 
     // Closes the window: raises onUnload and ends the program.
-    virtual void Unload() = 0;
+    void Unload();
 
-    virtual std::string Caption() const = 0;
     virtual void SetCaption(std::string_view caption) = 0;
 
-    // The outer size in twips; not rounded on the way.
-    virtual float Width() const = 0;
-    virtual float Height() const = 0;
-
-    // The area for the controls in twips: inside the frame and below the menu bar, as it is while the window is shown.
-    virtual float ClientWidth() const = 0;
-    virtual float ClientHeight() const = 0;
+    // In twips: the outer size, not rounded on the way, and the area for the controls: inside the frame and below the
+    // menu bar, as it is while the window is shown.
+    virtual Size Outer() const = 0;
+    virtual Size Client() const = 0;
+    float Width() const { return Outer().width; }
+    float Height() const { return Outer().height; }
+    float ClientWidth() const { return Client().width; }
+    float ClientHeight() const { return Client().height; }
 
     // The user cannot make the window smaller than this outer size, in twips. It is 0 at first.
     virtual void SetMinimumSize(float width, float height) = 0;
 
-    // Keeps the lowest `height` twips of the client area free of controls, see ShownAbove. It is 0 at first.
-    virtual void SetFooter(float height) = 0;
+    // Keeps the lowest `height` twips of the client area free of controls: those that begin above it end there. It is 0
+    // at first.
+    void SetFooter(float height);
 
     // Takes the icon from a picture file. Throws std::runtime_error when it cannot be loaded; the icon stays.
     virtual void SetIcon(const std::string& path) = 0;
+
+    bool HasEnded() const { return mIsClosed; }
+
+protected:
+    virtual void ShowFrame() = 0;
+
+    // Takes the window away and ends the program.
+    virtual void CloseFrame() = 0;
+
+    // The client area has this size now.
+    void LayOut(const Size& client);
+
+    // Raises onUnload if it has not been yet. Returns whether it did: then the window is to go.
+    bool Leave();
+
+    void TellKey(int keyCode, int shift);
+    void TellDrop(const std::string& path);
+
+    Application& mApplication;
+
+private:
+    Size mClient;
+    float mFooter = 0;
+    bool mIsLoaded = false;
+    bool mIsClosed = false;
 };
 
 } // namespace tessaly

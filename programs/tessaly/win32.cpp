@@ -17,7 +17,7 @@ int Run() {
     std::optional<tessaly::win32::Desktop> desktop;
     std::optional<tessaly::VornMainFrm> window;
     tessaly::StartUp(previous.PreviousInstance(), [&] { window.emplace(desktop.emplace()).Show(); });
-    return window ? desktop->Run() : 0;
+    return window ? desktop->Loop().Run() : 0;
 }
 
 } // namespace

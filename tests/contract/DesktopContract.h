@@ -68,6 +68,17 @@ protected:
         return told;
     }
 
+    // The text of the tree's selected item; "" when none is.
+    std::string Selected() const {
+        for (const std::string& line : user->TreeShown()) {
+            if (line.ends_with('*')) {
+                const std::size_t start = line.find_first_not_of(' ');
+                return line.substr(start, line.size() - 1 - start);
+            }
+        }
+        return "";
+    }
+
     std::unique_ptr<DesktopDriver> user;
     std::vector<std::string> events;
 };

@@ -37,11 +37,6 @@ struct SeenFileDialog {
     bool hasReadOnlyBox = false;
 };
 
-struct SeenProcessStart {
-    std::string commandLine;
-    std::int32_t windowStyle = 0;
-};
-
 // Where a test may write in the registry. The key is not there at first.
 struct RegistryPlace {
     std::uint32_t root = 0;
@@ -61,6 +56,7 @@ public:
     virtual void CloseByFrame() = 0;
     virtual bool IsShown() const = 0;
     virtual std::string Caption() const = 0;
+    virtual std::string Label() const = 0;
     virtual std::string CancelCaption() const = 0;
 };
 
@@ -82,6 +78,7 @@ public:
     virtual void CloseByFrame() = 0;
     virtual bool IsShown() const = 0;
     virtual Distance FromTheMiddleOfItsOwner() const = 0; // on the screen, of its own middle
+    virtual std::vector<std::string> Labels() const = 0;  // their texts, in any order
 };
 
 class DesktopDriver {
@@ -106,15 +103,24 @@ public:
     virtual bool IsShown() const = 0;
     virtual bool HasEnded() const = 0; // the window is gone, and the program ends
     virtual bool TakesInput() const = 0;
+    virtual std::string Caption() const = 0;
     virtual std::string Icon() const = 0; // something that is another one for every icon
 
     // Where a control of the main window is on the screen, in twips of its client area.
     virtual Extent Shown(Control& control) const = 0;
 
+    // The text in a label of the main window.
+    virtual std::string LabelText(Label& label) const = 0;
+
     // The tree.
     virtual void ClickItem(TreeItem item) = 0;
     virtual void MoveSelectionDown() = 0;         // with the key
     virtual void CollapseItem(TreeItem item) = 0; // with the mouse; it is expanded
+    virtual bool IsExpanded(TreeItem item) const = 0;
+
+    // The texts of all items from top to bottom, also of hidden ones, with two blanks for each level in front, and that
+    // of the selected one with "*" behind it.
+    virtual std::vector<std::string> TreeShown() const = 0;
 
     // The pane. Positions count bytes of the shown text, in which every line break is one LF. Typing goes where the
     // focus is, if at all.
@@ -136,8 +142,11 @@ public:
     virtual void ChooseMenu(MenuItem& item) = 0;       // opens its menu first, in a window that is shown
     virtual void OpenMenuAndLeave(MenuItem& menu) = 0; // one in the bar; leaves it by Escape
 
-    // The names of what stands in the menu bar (null) or a drop-down, "-" for a line.
-    virtual std::vector<std::string> MenuNames(MenuItem* menu) const = 0;
+    virtual std::string MenuCaption(MenuItem& item) const = 0;
+    virtual bool IsChecked(MenuItem& item) const = 0;
+
+    // What stands in the menu bar (null) or a drop-down, by its captions, "-" for a line.
+    virtual std::vector<std::string> MenusIn(MenuItem* menu) const = 0;
 
     // What the user does with the dialogs that come next, in order.
     virtual void WillPress(MsgResult button) = 0;
@@ -154,10 +163,14 @@ public:
     virtual std::string FolderPath() const = 0;                    // a folder that is there
     virtual std::string PicturePath() = 0;                         // an icon that can be loaded
     virtual RegistryPlace WritablePlace() const = 0;
-    virtual std::vector<std::string> HelpOpened() const = 0;
+    virtual std::vector<std::string> HelpOpened(std::size_t count) const = 0; // waits for so many
     virtual std::string StartableCommand() const = 0;
     virtual std::string UnstartableCommand() = 0; // no process can be started any more, or not this one
-    virtual std::vector<SeenProcessStart> Starts() const = 0;
+
+    // Whether one process was started with this command line, as far as it can tell, and in this style where the system
+    // has any; and whether none was.
+    virtual bool HasStarted(const std::string& commandLine, std::int32_t windowStyle) const = 0;
+    virtual bool HasStartedNothing() const = 0;
 };
 
 // One desktop that has to keep the contracts.

@@ -1,6 +1,8 @@
 // The user of a desktop in memory.
 #include "tests/contract/MemoryDriver.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace tessaly {
@@ -22,6 +24,7 @@ public:
     void CloseByFrame() override { mWindow.CloseByFrame(); }
     bool IsShown() const override { return mWindow.IsShown(); }
     std::string Caption() const override { return mWindow.ShownCaption(); }
+    std::string Label() const override { return mWindow.NameLabel(); }
     std::string CancelCaption() const override { return mWindow.CancelCaption(); }
 
 private:
@@ -48,6 +51,11 @@ public:
     void CloseByFrame() override { mWindow.CloseByFrame(); }
     bool IsShown() const override { return mWindow.IsShown(); }
     Distance FromTheMiddleOfItsOwner() const override { return {}; } // there is no screen
+    std::vector<std::string> Labels() const override {
+        const SplashLabels& labels = mWindow.labels;
+        return {labels.LblVersion,   labels.LblPlatform,       labels.LblCompany,
+                labels.LblCopyright, labels.LblCompanyProduct, labels.LblProductName};
+    }
 
 private:
     memory::SplashWindow& mWindow;
@@ -60,25 +68,18 @@ MemoryDriver::MemoryDriver(const Launch& launch) {
     mDesktop.app.commandLine = launch.commandLine;
 }
 
-// The bars stand at the edges unless they were given a place.
 Extent MemoryDriver::Shown(Control& control) const {
-    const memory::Window& window = mDesktop.window;
-    const float width = window.ClientWidth();
-    const float height = window.ClientHeight();
-    const float toolBar = mDesktop.toolBar.PreferredHeight();
-    const float status = mDesktop.status.PreferredHeight();
-    const Extent extent = control.GetExtent();
-    if (&control == &mDesktop.toolBar && extent == Extent{}) {
-        return {0, 0, width, toolBar};
-    }
-    if (&control == &mDesktop.status && extent == Extent{}) {
-        return {0, height - status, width, status};
-    }
-    return ShownAbove(height - window.Footer(), extent);
+    const std::pair<const Control*, Extent> places[] = {
+        {&mDesktop.treeLabel, mDesktop.treeLabel.Place()}, {&mDesktop.tree, mDesktop.tree.Place()},
+        {&mDesktop.paneLabel, mDesktop.paneLabel.Place()}, {&mDesktop.pane, mDesktop.pane.Place()},
+        {&mDesktop.toolBar, mDesktop.toolBar.Place()},     {&mDesktop.status, mDesktop.status.Place()}};
+    return std::find_if(std::begin(places), std::end(places),
+                        [&control](const auto& place) { return place.first == &control; })
+        ->second;
 }
 
-std::vector<std::string> MemoryDriver::MenuNames(MenuItem* menu) const {
-    return menu == nullptr ? mDesktop.menus.Bar() : static_cast<memory::MenuItem*>(menu)->DropDown();
+std::vector<std::string> MemoryDriver::MenusIn(MenuItem* menu) const {
+    return menu == nullptr ? mDesktop.menus.Bar() : static_cast<memory::MenuItem*>(menu)->dropDown;
 }
 
 void MemoryDriver::WillUseName(std::function<void(NameWindowUser&)> script) {
@@ -106,8 +107,8 @@ std::vector<SeenMessageBox> MemoryDriver::MessageBoxes() const {
 std::vector<SeenFileDialog> MemoryDriver::FileDialogs() const {
     std::vector<SeenFileDialog> seen;
     for (const memory::FileDialog::Record& record : mDesktop.fileDialog.records) {
-        seen.push_back({record.kind == memory::FileDialog::Kind::Save, record.settings.title, record.settings.fileName,
-                        record.filters, record.pattern, record.hasReadOnlyBox});
+        seen.push_back({record.isSave, record.settings.title, record.settings.fileName, record.filters, record.pattern,
+                        record.hasReadOnlyBox});
     }
     return seen;
 }
@@ -122,12 +123,8 @@ std::string MemoryDriver::UnstartableCommand() {
     return "no-program";
 }
 
-std::vector<SeenProcessStart> MemoryDriver::Starts() const {
-    std::vector<SeenProcessStart> seen;
-    for (const memory::Application::Start& start : mDesktop.app.starts) {
-        seen.push_back({start.commandLine, start.windowStyle});
-    }
-    return seen;
+bool MemoryDriver::HasStarted(const std::string& commandLine, std::int32_t windowStyle) const {
+    return mDesktop.app.starts == std::vector<memory::Application::Start>{{commandLine, windowStyle}};
 }
 
 } // namespace tessaly

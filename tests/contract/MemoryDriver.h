@@ -20,22 +20,28 @@ public:
     void CloseByUser() override { mDesktop.window.CloseByUser(); }
     void DestroyFromOutside() override { mDesktop.window.DestroyFromOutside(); }
     void EndSession(bool mayAsk) override {
-        mDesktop.msgBox.isSilent = !mayAsk;
+        if (!mayAsk) {
+            mDesktop.msgBox.AskNoMore();
+        }
         mDesktop.window.DestroyFromOutside();
     }
     void GoToAnotherWindow() override { mOtherWindow.emplace(mDesktop.focus); }
     void ComeBack() override { mOtherWindow.reset(); }
     void DropFile(const std::string& path) override { mDesktop.window.DropFile(path); }
     bool IsShown() const override { return mDesktop.window.IsShown(); }
-    bool HasEnded() const override { return mDesktop.window.IsClosed(); }
+    bool HasEnded() const override { return mDesktop.window.HasEnded(); }
     bool TakesInput() const override { return !mDesktop.focus.IsBlocked(); }
+    std::string Caption() const override { return mDesktop.window.Caption(); }
     std::string Icon() const override { return mDesktop.window.Icon(); }
 
     Extent Shown(Control& control) const override;
+    std::string LabelText(Label& label) const override { return static_cast<memory::Label&>(label).Caption(); }
 
     void ClickItem(TreeItem item) override { mDesktop.tree.Click(item); }
     void MoveSelectionDown() override { mDesktop.tree.MoveDown(); }
     void CollapseItem(TreeItem item) override { mDesktop.tree.Collapse(item); }
+    bool IsExpanded(TreeItem item) const override { return mDesktop.tree.IsExpanded(item); }
+    std::vector<std::string> TreeShown() const override { return mDesktop.tree.AllShown(); }
 
     void ClickPane() override { mDesktop.pane.Click(); }
     void SetCaret(std::size_t position) override { mDesktop.pane.SetCaret(position); }
@@ -53,7 +59,9 @@ public:
     void PressButton(std::int32_t number) override { mDesktop.toolBar.Press(number); }
     void ChooseMenu(MenuItem& item) override { static_cast<memory::MenuItem&>(item).Choose(); }
     void OpenMenuAndLeave(MenuItem& /*menu*/) override { const memory::Block open(mDesktop.focus); }
-    std::vector<std::string> MenuNames(MenuItem* menu) const override;
+    std::string MenuCaption(MenuItem& item) const override { return item.Caption(); }
+    bool IsChecked(MenuItem& item) const override { return static_cast<memory::MenuItem&>(item).IsChecked(); }
+    std::vector<std::string> MenusIn(MenuItem* menu) const override;
 
     void WillPress(MsgResult button) override { mDesktop.msgBox.WillPress(button); }
     void WillCloseMessageBox() override { mDesktop.msgBox.WillClose(); }
@@ -68,10 +76,11 @@ public:
     std::string FolderPath() const override { return "folder"; }
     std::string PicturePath() override;
     RegistryPlace WritablePlace() const override { return {Registry::CurrentUser, "SOFTWARE\\Tessaly contract"}; }
-    std::vector<std::string> HelpOpened() const override { return mDesktop.app.helpOpened; }
+    std::vector<std::string> HelpOpened(std::size_t /*count*/) const override { return mDesktop.app.helpOpened; }
     std::string StartableCommand() const override { return "\"a program\"  with  arguments "; }
     std::string UnstartableCommand() override;
-    std::vector<SeenProcessStart> Starts() const override;
+    bool HasStarted(const std::string& commandLine, std::int32_t windowStyle) const override;
+    bool HasStartedNothing() const override { return mDesktop.app.starts.empty(); }
 
 private:
     memory::Desktop mDesktop;

@@ -35,10 +35,10 @@ TEST_P(DesktopContract, ResizeIsRaisedAfterTheSizeHasChanged) {
 }
 
 TEST_P(DesktopContract, AWindowTakesMostOfTheScreenButNoMoreThanIsOfUse) {
-    const Extent usual = FirstExtent({0, 0, 15000, 12000});
+    const Size usual = FirstSize({15000, 12000});
     EXPECT_FLOAT_EQ(usual.width, 15000 * 0.85F);
     EXPECT_FLOAT_EQ(usual.height, 12000 * 0.85F);
-    const Extent large = FirstExtent({0, 0, 60000, 40000});
+    const Size large = FirstSize({60000, 40000});
     EXPECT_EQ(large.width, 1400 * 15);
     EXPECT_EQ(large.height, 900 * 15);
 }
@@ -221,7 +221,7 @@ TEST_P(DesktopContract, ADroppedFileIsToldByItsPath) {
 
 TEST_P(DesktopContract, TheWindowShowsItsCaption) {
     MainWindow().SetCaption("Tessaly \xC3\xA4 & more");
-    EXPECT_EQ(MainWindow().Caption(), "Tessaly \xC3\xA4 & more");
+    EXPECT_EQ(user->Caption(), "Tessaly \xC3\xA4 & more");
 }
 
 TEST_P(DesktopContract, AnIconThatCannotBeLoadedLeavesTheOldOne) {
@@ -235,38 +235,38 @@ TEST_P(DesktopContract, AnIconThatCannotBeLoadedLeavesTheOldOne) {
 }
 
 TEST_P(DesktopContract, TheCommandLineIsGivenAsItStands) {
-    EXPECT_EQ(TheDesktop().App().CommandLine(), "");
+    EXPECT_EQ(TheDesktop().App().commandLine, "");
     for (const std::string line : {"\"a  b.PSF\"  c", "C:\\x y.PSF", "\xC3\xA4.PSF"}) {
         Start({line});
-        EXPECT_EQ(TheDesktop().App().CommandLine(), line);
+        EXPECT_EQ(TheDesktop().App().commandLine, line);
     }
 }
 
 TEST_P(DesktopContract, TheProgramHasAVersionAndATitle) {
-    EXPECT_GE(TheDesktop().App().Major(), 0);
-    EXPECT_GE(TheDesktop().App().Minor(), 0);
-    EXPECT_GE(TheDesktop().App().Revision(), 0);
-    EXPECT_NE(TheDesktop().App().Title(), "");
+    EXPECT_GE(TheDesktop().App().majorVersion, 0);
+    EXPECT_GE(TheDesktop().App().minorVersion, 0);
+    EXPECT_GE(TheDesktop().App().revision, 0);
+    EXPECT_NE(TheDesktop().App().title, "");
 }
 
 TEST_P(DesktopContract, F1DoesNothingWithoutAHelpFile) {
     MainWindow().Show();
     user->PressKey(KeyF1, 0);
-    EXPECT_EQ(user->HelpOpened(), Strings{});
+    EXPECT_EQ(user->HelpOpened(0), Strings{});
 }
 
 TEST_P(DesktopContract, F1OpensTheHelpFileThatWasSetLast) {
     MainWindow().Show();
-    TheDesktop().App().SetHelpFile(user->FilePath("first.chm"));
-    TheDesktop().App().SetHelpFile(user->FilePath("second.chm"));
-    EXPECT_EQ(user->HelpOpened(), Strings{});
+    TheDesktop().App().helpFile = user->FilePath("first.chm");
+    TheDesktop().App().helpFile = user->FilePath("second.chm");
+    EXPECT_EQ(user->HelpOpened(0), Strings{});
     user->PressKey(KeyF1, 0);
-    EXPECT_EQ(user->HelpOpened(), Strings{user->FilePath("second.chm")});
+    EXPECT_EQ(user->HelpOpened(1), Strings{user->FilePath("second.chm")});
 }
 
 TEST_P(DesktopContract, SentF1ArrivesLaterLikeAPressedOne) {
     MainWindow().Show();
-    TheDesktop().App().SetHelpFile(user->FilePath("help.chm"));
+    TheDesktop().App().helpFile = user->FilePath("help.chm");
     MainWindow().onKeyDown = [this](int keyCode, int shift) {
         events.push_back(std::to_string(keyCode) + "/" + std::to_string(shift));
     };
@@ -274,7 +274,7 @@ TEST_P(DesktopContract, SentF1ArrivesLaterLikeAPressedOne) {
     EXPECT_EQ(events, Strings{});
     user->Settle();
     EXPECT_EQ(events, Strings{"112/0"});
-    EXPECT_EQ(user->HelpOpened(), Strings{user->FilePath("help.chm")});
+    EXPECT_EQ(user->HelpOpened(1), Strings{user->FilePath("help.chm")});
 }
 
 TEST_P(DesktopContract, AFileExistsOnceItWasMadeButAFolderIsNoFile) {
@@ -288,15 +288,12 @@ TEST_P(DesktopContract, AFileExistsOnceItWasMadeButAFolderIsNoFile) {
 
 TEST_P(DesktopContract, AProcessIsStartedWithItsCommandLineAndStyle) {
     TheDesktop().App().StartProcess(user->StartableCommand(), MaximizedWithFocus);
-    const std::vector<SeenProcessStart> starts = user->Starts();
-    ASSERT_EQ(starts.size(), 1U);
-    EXPECT_EQ(starts[0].commandLine, user->StartableCommand());
-    EXPECT_EQ(starts[0].windowStyle, 3);
+    EXPECT_TRUE(user->HasStarted(user->StartableCommand(), 3));
 }
 
 TEST_P(DesktopContract, AProcessThatCannotBeStartedIsAnError) {
     EXPECT_THROW(TheDesktop().App().StartProcess(user->UnstartableCommand(), MaximizedWithFocus), std::system_error);
-    EXPECT_TRUE(user->Starts().empty());
+    EXPECT_TRUE(user->HasStartedNothing());
 }
 
 } // namespace

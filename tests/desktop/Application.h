@@ -21,34 +21,21 @@ public:
 
     explicit Application(Faults& faults) : mFaults(faults) {}
 
-    std::string CommandLine() const override;
-    std::int32_t Major() const override;
-    std::int32_t Minor() const override;
-    std::int32_t Revision() const override;
-    std::string Title() const override;
-    void SetHelpFile(std::string_view path) override;
     void SendF1() override;
-    void StartProcess(const std::string& commandLine, std::int32_t windowStyle) override;
+    void StartProcess(const std::string& line, std::int32_t windowStyle) override;
 
-    // What the key F1 does behind the window's own handler.
-    void OpenHelp();
-
-    // Settings of the test.
-    std::string commandLine;
-    std::int32_t majorVersion = 1;
-    std::int32_t minorVersion = 0;
-    std::int32_t revision = 0;
-    std::string title = "Tessaly";
-    bool startsFail = false; // every StartProcess throws
+    // A setting of the test: every StartProcess throws.
+    bool startsFail = false;
 
     // What happened.
-    std::string helpFile;
     int f1Sent = 0;                      // calls of SendF1
     int f1Waiting = 0;                   // of those, the keys that did not reach the window yet
     std::vector<std::string> helpOpened; // the help file, each time that it was opened
     std::vector<Start> starts;           // without those that failed
 
 private:
+    void ShowHelp() override { helpOpened.push_back(helpFile); }
+
     Faults& mFaults;
 };
 

@@ -1,78 +1,67 @@
-// What every control in memory has in common, put on top of its interface.
+// What every control in memory has in common, put on top of its interface, and labels.
 #pragma once
 
 #include "platform/desktop/Control.h"
 #include "tests/desktop/Faults.h"
 #include "tests/desktop/Focus.h"
 
-#include <stdexcept>
+#include <string>
 #include <string_view>
 
 namespace tessaly::memory {
 
-// Whether the user can work in a control with the keyboard.
-enum class Keyboard { Used, Unused };
+// What a key of the user can go to.
+class KeyTarget {
+public:
+    virtual ~KeyTarget() = default;
+
+    // `shift` as for Window::onKeyDown. False when it has no use for the key.
+    virtual bool TakeKey(int keyCode, int shift) = 0;
+};
 
 template <class Interface>
-class Control : public Interface, public FocusTarget {
+class Control : public Interface {
 public:
-    Control(Faults& faults, Focus& focus, Keyboard keyboard) : mFaults(faults), mFocus(focus), mKeyboard(keyboard) {
-        mFocus.Add(*this);
-    }
-    Control(const Control&) = delete;
-    Control& operator=(const Control&) = delete;
-    ~Control() override = default;
+    Control(Faults& faults, Focus& focus) : Interface(focus.controls), mFaults(faults), mFocus(focus) {}
 
-    Extent GetExtent() const override {
-        CountCall();
-        return mExtent;
-    }
+    void TakeKeyboard() override { CountCall(); }
 
-    void SetExtent(const Extent& extent) override {
-        CountCall();
-        mExtent = extent;
-    }
+    bool HasFocus() const { return mFocus.controls.Owner() == this; }
 
-    bool HasTabStop() const override {
-        CountCall();
-        return mKeyboard == Keyboard::Used;
-    }
-
-    void SetTabStop(bool stop) override {
-        CountCall();
-        if (mKeyboard == Keyboard::Unused) {
-            throw std::logic_error("the control has no tab stop");
-        }
-        mIsTabStop = stop;
-    }
-
-    void SetFocus() override {
-        CountCall();
-        if (!CanHaveFocus()) {
-            throw std::runtime_error("the control cannot have the focus");
-        }
-        mFocus.events.MovedByProgram(*this);
-    }
-
-    bool CanHaveFocus() const override { return mKeyboard == Keyboard::Used; }
-    bool IsTabStop() const override { return mKeyboard == Keyboard::Used && mIsTabStop; }
-    bool HasFocus() const { return mFocus.Owner() == this; }
+    // Where it is on the screen.
+    const Extent& Place() const { return mPlace; }
 
 protected:
-    // To be called first in every call of the interface.
+    // To be called first in everything that a control could fail in.
     void CountCall() const { mFaults.Count(); }
 
-    const Extent& OwnExtent() const { return mExtent; }
-    void TakeFocus() { mFocus.events.MovedTo(*this); }
-    FocusEvents& Events() { return mFocus.events; }
+    void Show(const Extent& place) override { mPlace = place; }
+    void MoveHere() { mFocus.controls.focus.MovedTo(*this); }
     void CheckReachable(std::string_view action) const { mFocus.CheckReachable(action); }
 
 private:
     Faults& mFaults;
     Focus& mFocus;
-    Keyboard mKeyboard;
-    Extent mExtent;
-    bool mIsTabStop = true;
+    Extent mPlace;
+};
+
+class Label final : public Control<tessaly::Label> {
+public:
+    using Control::Control;
+
+    void SetCaption(std::string_view caption) override {
+        CountCall();
+        mCaption = caption;
+    }
+    float PreferredHeight() const override {
+        CountCall();
+        return 240;
+    }
+
+    const std::string& Caption() const { return mCaption; }
+
+private:
+    std::string mCaption;
 };
 
 } // namespace tessaly::memory

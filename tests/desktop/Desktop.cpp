@@ -3,6 +3,11 @@
 
 namespace tessaly::memory {
 
+Desktop::Desktop() {
+    mParts = {&window,     &treeLabel, &tree, &paneLabel,        &pane,          &toolBar, &status, &menus,
+              &fileDialog, &msgBox,    &app,  &mCountedRegistry, &mCountedFiles, &codePage};
+}
+
 std::unique_ptr<tessaly::NameWindow> Desktop::NewNameWindow() {
     faults.Count();
     return std::make_unique<NameWindow>(faults, focus, modal.nameWindow);

@@ -9,26 +9,12 @@
 
 namespace tessaly::memory {
 
-namespace {
-
-constexpr std::int32_t HideReadOnlyBox = 4;
-
-} // namespace
-
-std::string FileDialog::ShowOpen(const FileDialogSettings& settings) {
-    return Show(Kind::Open, settings);
-}
-
-std::string FileDialog::ShowSave(const FileDialogSettings& settings) {
-    return Show(Kind::Save, settings);
-}
-
 // What the user sees of a dialog.
 FileDialog::Record FileDialog::MakeRecord(Kind kind, const FileDialogSettings& settings) {
     Record record;
-    record.kind = kind;
+    record.isSave = kind == Kind::Save;
     record.settings = settings;
-    record.hasReadOnlyBox = (settings.flags & HideReadOnlyBox) == 0;
+    record.hasReadOnlyBox = (settings.flags & HideReadOnly) == 0;
     std::istringstream filter(settings.filter);
     std::vector<std::string> patterns;
     for (std::string description, pattern; std::getline(filter, description, '|');) {
@@ -42,19 +28,16 @@ FileDialog::Record FileDialog::MakeRecord(Kind kind, const FileDialogSettings& s
     return record;
 }
 
-std::string FileDialog::Show(Kind kind, const FileDialogSettings& settings) {
+std::optional<std::string> FileDialog::Ask(Kind kind, const FileDialogSettings& settings) {
     mFaults.Count();
     const Block block(mFocus);
     records.push_back(MakeRecord(kind, settings));
     if (mAnswers.empty()) {
         throw UnexpectedDialog("a file dialog without a prepared answer, filter " + settings.filter);
     }
-    const std::optional<std::string> answer = std::move(mAnswers.front());
+    std::optional<std::string> answer = std::move(mAnswers.front());
     mAnswers.pop_front();
-    if (!answer && settings.cancelIsError) {
-        throw DialogCancelled();
-    }
-    return answer.value_or("");
+    return answer;
 }
 
 } // namespace tessaly::memory

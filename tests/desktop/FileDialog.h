@@ -15,11 +15,9 @@ namespace tessaly::memory {
 
 class FileDialog final : public tessaly::FileDialog {
 public:
-    enum class Kind { Open, Save };
-
     // A dialog that was shown.
     struct Record {
-        Kind kind = Kind::Open;
+        bool isSave = false;
         FileDialogSettings settings;
         std::vector<std::string> filters; // the descriptions that the user can choose from
         std::string pattern;              // of the filter that is shown first
@@ -27,10 +25,6 @@ public:
     };
 
     FileDialog(Faults& faults, Focus& focus) : mFaults(faults), mFocus(focus) {}
-
-    // Both throw UnexpectedDialog when no answer is left.
-    std::string ShowOpen(const FileDialogSettings& settings) override;
-    std::string ShowSave(const FileDialogSettings& settings) override;
 
     // Prepares the user's answer to the next dialog that has none yet.
     void WillChoose(std::string path) { mAnswers.emplace_back(std::move(path)); }
@@ -43,7 +37,9 @@ public:
 
 private:
     static Record MakeRecord(Kind kind, const FileDialogSettings& settings);
-    std::string Show(Kind kind, const FileDialogSettings& settings);
+
+    // Throws UnexpectedDialog when no answer is left.
+    std::optional<std::string> Ask(Kind kind, const FileDialogSettings& settings) override;
 
     Faults& mFaults;
     Focus& mFocus; // of the window behind it

@@ -1,4 +1,4 @@
-// A menu in memory, and the user who chooses from it.
+// The menus in memory, and the user who chooses from them.
 #pragma once
 
 #include "platform/desktop/MenuItem.h"
@@ -12,45 +12,38 @@
 
 namespace tessaly::memory {
 
+class Menus;
+
 class MenuItem final : public tessaly::MenuItem {
 public:
-    MenuItem(Faults& faults, Focus& focus, std::string_view name)
-        : mFaults(faults),
-          mFocus(focus),
-          mName(name),
-          mCaption(name) {}
+    MenuItem(Faults& faults, Menus& menus, std::string_view name)
+        : tessaly::MenuItem(name),
+          mFaults(faults),
+          mMenus(menus) {}
 
-    std::string Name() const override;
-    std::string Caption() const override;
-    void SetCaption(std::string_view caption) override;
-    bool IsChecked() const override;
     void SetChecked(bool checked) override;
+    bool IsChecked() const { return mIsChecked; }
 
     // The user chooses the item. Throws ImpossibleAction when it is a menu with a drop-down.
     void Choose();
 
     // The names of what stands in the drop-down, "-" for a line.
-    const std::vector<std::string>& DropDown() const { return mDropDown; }
+    std::vector<std::string> dropDown;
 
 private:
-    friend class Menus;
+    void ShowCaption(std::string_view caption) override;
 
     Faults& mFaults;
-    Focus& mFocus;
-    std::string mName;
-    std::string mCaption;
+    Menus& mMenus;
     bool mIsChecked = false;
-    std::vector<std::string> mDropDown;
 };
 
 // All menus of a window.
-class Menus {
+class Menus final : public tessaly::Menus {
 public:
-    Menus(Faults& faults, Focus& focus) : mFaults(faults), mFocus(focus) {}
+    Menus(Faults& faults, Focus& focus) : tessaly::Menus(focus.controls.focus), mFaults(faults), mFocus(focus) {}
 
-    // As Desktop::AddMenu and Desktop::AddMenuSeparator.
-    tessaly::MenuItem& Add(tessaly::MenuItem* parent, std::string_view name);
-    void AddSeparator(tessaly::MenuItem& parent);
+    void AddSeparator(tessaly::MenuItem& parent) override;
 
     // The menu or item of that name. Throws ImpossibleAction when there is none.
     MenuItem& operator[](std::string_view name);
@@ -58,12 +51,13 @@ public:
     // The names of what stands in the menu bar.
     const std::vector<std::string>& Bar() const { return mBar; }
 
+    void Choose(const MenuItem& item);
+
 private:
-    MenuItem* Find(std::string_view name);
+    std::unique_ptr<tessaly::MenuItem> Make(tessaly::MenuItem* parent, std::string_view name) override;
 
     Faults& mFaults;
     Focus& mFocus;
-    std::vector<std::unique_ptr<MenuItem>> mItems;
     std::vector<std::string> mBar;
 };
 

@@ -8,9 +8,9 @@
 
 namespace tessaly::memory {
 
-tessaly::Label& NameWindow::NameLabel() {
+void NameWindow::SetNameLabel(std::string_view caption) {
     CountCall();
-    return label;
+    mNameLabel = caption;
 }
 
 void NameWindow::SetCancelCaption(std::string_view caption) {
@@ -66,9 +66,9 @@ void SplashWindow::CloseByFrame() {
     HideByUser();
 }
 
-tessaly::Label& SplashWindow::Counted(tessaly::Label& label) {
+void SplashWindow::SetLabels(const SplashLabels& shown) {
     CountCall();
-    return label;
+    labels = shown;
 }
 
 } // namespace tessaly::memory

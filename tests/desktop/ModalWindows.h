@@ -2,9 +2,9 @@
 #pragma once
 
 #include "platform/desktop/ModalWindows.h"
+#include "platform/desktop/Raise.h"
 #include "tests/desktop/Faults.h"
 #include "tests/desktop/Focus.h"
-#include "tests/desktop/Label.h"
 #include "tests/desktop/TestFailure.h"
 
 #include <cstddef>
@@ -92,20 +92,10 @@ protected:
 
     void HideByUser() { mIsShown = false; }
 
-    Faults& TheFaults() { return mFaults; }
-    Focus& OwnFocus() { return mFocus; }
-
-    static void Raise(const std::function<void()>& event) {
-        if (event) {
-            event();
-        }
-    }
-
 private:
     Faults& mFaults;
     Focus& mOwnerFocus;
     Scripts& mScripts;
-    Focus mFocus;
     std::string mCaption = "as it was designed";
     bool mIsShown = false;
 };
@@ -114,7 +104,7 @@ class NameWindow final : public ModalWindow<tessaly::NameWindow, NameWindow> {
 public:
     using ModalWindow::ModalWindow;
 
-    tessaly::Label& NameLabel() override;
+    void SetNameLabel(std::string_view caption) override;
     void SetCancelCaption(std::string_view caption) override;
     std::string FuncVarName() const override;
 
@@ -128,11 +118,11 @@ public:
     void PressEscape() { PressCancel(); }
     void CloseByFrame(); // Cancel, and the window is hidden whatever that does
 
+    const std::string& NameLabel() const { return mNameLabel; }
     const std::string& CancelCaption() const { return mCancelCaption; }
 
-    Label label{TheFaults(), OwnFocus()};
-
 private:
+    std::string mNameLabel;
     std::string mText;
     std::string mCancelCaption;
 };
@@ -141,27 +131,14 @@ class SplashWindow final : public ModalWindow<tessaly::SplashWindow, SplashWindo
 public:
     using ModalWindow::ModalWindow;
 
-    tessaly::Label& LblVersion() override { return Counted(version); }
-    tessaly::Label& LblPlatform() override { return Counted(platform); }
-    tessaly::Label& LblCompany() override { return Counted(company); }
-    tessaly::Label& LblCopyright() override { return Counted(copyright); }
-    tessaly::Label& LblCompanyProduct() override { return Counted(companyProduct); }
-    tessaly::Label& LblProductName() override { return Counted(productName); }
+    void SetLabels(const SplashLabels& shown) override;
+
+    SplashLabels labels;
 
     // All of these throw ImpossibleAction while the window is not shown.
     void PressKey(int keyCode = 'A');
     void ClickFrame(); // or what is in it
     void CloseByFrame();
-
-    Label version{TheFaults(), OwnFocus()};
-    Label platform{TheFaults(), OwnFocus()};
-    Label company{TheFaults(), OwnFocus()};
-    Label copyright{TheFaults(), OwnFocus()};
-    Label companyProduct{TheFaults(), OwnFocus()};
-    Label productName{TheFaults(), OwnFocus()};
-
-private:
-    tessaly::Label& Counted(tessaly::Label& label);
 };
 
 } // namespace tessaly::memory

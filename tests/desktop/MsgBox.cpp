@@ -23,11 +23,8 @@ std::optional<MsgResult> ClosingResult(MsgButtons buttons) {
 
 } // namespace
 
-MsgResult MsgBox::Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) {
+MsgResult MsgBox::Ask(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) {
     mFaults.Count();
-    if (isSilent) {
-        return AnswerOfNobody(buttons);
-    }
     const Block block(mFocus);
     records.push_back({std::string(text), std::string(caption), buttons, icon});
     const std::vector<MsgResult>& possible = ButtonsOf(buttons);

@@ -28,9 +28,6 @@ public:
 
     MsgBox(Faults& faults, Focus& focus) : mFaults(faults), mFocus(focus) {}
 
-    // Throws UnexpectedDialog when no answer is left, ImpossibleAction when the box has not the button.
-    MsgResult Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) override;
-
     // Prepares the user's answer to the next box that has none yet. An attempt to close a Yes/No box comes to nothing,
     // and the box takes the next answer, too.
     void WillPress(MsgResult button) { mAnswers.emplace_back(button); }
@@ -42,11 +39,12 @@ public:
     // How many prepared answers were not used.
     std::size_t AnswersLeft() const { return mAnswers.size(); }
 
-    bool isSilent = false; // there is nobody to ask: no box is shown
-
     std::vector<Record> records;
 
 private:
+    // Throws UnexpectedDialog when no answer is left, ImpossibleAction when the box has not the button.
+    MsgResult Ask(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) override;
+
     Faults& mFaults;
     Focus& mFocus;                                 // of the window behind it
     std::deque<std::optional<MsgResult>> mAnswers; // nothing = closed

@@ -47,19 +47,7 @@ void RichTextBox::SetText(std::string_view text) {
     mCaret = 0;
     mAnchor = 0;
     mUndo.clear();
-    if (onChange) {
-        onChange();
-    }
-}
-
-bool RichTextBox::FuncBodyAvailable() const {
-    CountCall();
-    return mFuncBodyAvailable;
-}
-
-void RichTextBox::SetFuncBodyAvailable(bool available) {
-    CountCall();
-    mFuncBodyAvailable = available;
+    Raise(onChange);
 }
 
 float RichTextBox::CharacterWidth() const {
@@ -74,10 +62,10 @@ void RichTextBox::SetTabStops(const std::vector<float>& stops) {
 
 bool RichTextBox::Click() {
     CheckReachable("a click into the pane");
-    if (mFuncBodyAvailable) {
-        TakeFocus();
+    if (FuncBodyAvailable()) {
+        MoveHere();
     }
-    return mFuncBodyAvailable;
+    return FuncBodyAvailable();
 }
 
 bool RichTextBox::Type(std::string_view text) {
@@ -126,9 +114,7 @@ bool RichTextBox::Undo() {
     mLines.Edit(state.shown);
     mCaret = state.caret;
     mAnchor = state.caret;
-    if (onChange) {
-        onChange();
-    }
+    Raise(onChange);
     return true;
 }
 
@@ -143,18 +129,6 @@ void RichTextBox::SetCaret(std::size_t position) {
 void RichTextBox::SelectAll() {
     mAnchor = 0;
     mCaret = Shown().size();
-}
-
-void RichTextBox::LoseFocus() {
-    if (onLostFocus) {
-        onLostFocus();
-    }
-}
-
-void RichTextBox::GainFocus() {
-    if (onGotFocus) {
-        onGotFocus();
-    }
 }
 
 bool RichTextBox::TakeKey(int keyCode, int shift) {
@@ -174,7 +148,7 @@ bool RichTextBox::TakeKey(int keyCode, int shift) {
 
 bool RichTextBox::TakesInput() const {
     CheckReachable("a key in the pane");
-    return HasFocus() && mFuncBodyAvailable;
+    return HasFocus() && FuncBodyAvailable();
 }
 
 // Replaces the text from `start` to before `end`, as the user, who can undo it.
@@ -184,9 +158,7 @@ void RichTextBox::Replace(std::size_t start, std::size_t end, std::string_view t
     mLines.Edit(shown.replace(start, end - start, text));
     mCaret = start + text.size();
     mAnchor = mCaret;
-    if (onChange) {
-        onChange();
-    }
+    Raise(onChange);
 }
 
 void RichTextBox::ReplaceSelection(std::string_view text) {

@@ -13,14 +13,12 @@
 
 namespace tessaly::memory {
 
-class RichTextBox final : public Control<tessaly::RichTextBox> {
+class RichTextBox final : public Control<tessaly::RichTextBox>, public KeyTarget {
 public:
-    RichTextBox(Faults& faults, Focus& focus) : Control(faults, focus, Keyboard::Used) {}
+    using Control::Control;
 
     std::string Text() const override;
     void SetText(std::string_view text) override;
-    bool FuncBodyAvailable() const override;
-    void SetFuncBodyAvailable(bool available) override;
     float CharacterWidth() const override;
     void SetTabStops(const std::vector<float>& stops) override;
 
@@ -45,9 +43,6 @@ public:
     const std::string& Shown() const { return mLines.Shown(); }
     const std::vector<float>& TabStops() const { return mTabStops; }
 
-    bool CanHaveFocus() const override { return mFuncBodyAvailable; }
-    void LoseFocus() override;
-    void GainFocus() override;
     bool TakeKey(int keyCode, int shift) override;
 
 private:
@@ -56,6 +51,7 @@ private:
         std::size_t caret = 0;
     };
 
+    void ShowAvailable(bool /*available*/) override { CountCall(); }
     bool TakesInput() const;
     void Replace(std::size_t start, std::size_t end, std::string_view text);
     void ReplaceSelection(std::string_view text);
@@ -64,7 +60,6 @@ private:
     std::size_t mCaret = 0;
     std::size_t mAnchor = 0; // the other end of what is selected
     std::vector<State> mUndo;
-    bool mFuncBodyAvailable = true;
     std::vector<float> mTabStops;
 };
 

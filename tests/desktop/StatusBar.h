@@ -5,37 +5,36 @@
 #include "tests/desktop/Control.h"
 
 #include <string>
-#include <vector>
 
 namespace tessaly::memory {
 
 class StatusBar final : public Control<tessaly::StatusBar> {
 public:
-    StatusBar(Faults& faults, Focus& focus) : Control(faults, focus, Keyboard::Unused) {}
+    using Control::Control;
 
-    void AddPanel() override;
-    float PreferredHeight() const override;
-    std::int32_t PanelCount() const override;
-    void SetPanelSpring(std::int32_t number) override;
-    std::string PanelText(std::int32_t number) const override;
-    void SetPanelText(std::int32_t number, std::string_view text) override;
+    float PreferredHeight() const override {
+        CountCall();
+        return 330;
+    }
 
-    // Both throw std::out_of_range when there is no such panel. A panel that does not spring is FixedWidth wide.
-    bool IsPanelSpring(std::int32_t number) const { return Panel(number).isSpring; }
-    float PanelWidth(std::int32_t number) const;
-
-    static constexpr float FixedWidth = 1440;
+    // What the user sees. All of these throw std::out_of_range when there is no such panel.
+    std::int32_t PanelCount() const { return static_cast<std::int32_t>(Panels().size()); }
+    const std::string& PanelText(std::int32_t number) const { return At(number).text; }
+    bool IsPanelSpring(std::int32_t number) const { return At(number).isSpring; }
+    float PanelWidth(std::int32_t number) const {
+        At(number);
+        std::vector<int> ends = Ends(static_cast<int>(Place().width), static_cast<int>(FixedWidth));
+        ends.insert(ends.begin(), 0);
+        const auto place = static_cast<std::size_t>(number);
+        return static_cast<float>(ends[place] - ends[place - 1]);
+    }
 
 private:
-    struct OnePanel {
-        std::string text;
-        bool isSpring = false;
-    };
+    void ShowPanels() override { CountCall(); }
+    void ShowText(std::size_t /*place*/, std::string_view /*text*/) override { CountCall(); }
+    void Dock(const Size& client) override { Show({0, client.height - 330, client.width, 330}); }
 
-    const OnePanel& Panel(std::int32_t number) const;
-    OnePanel& Panel(std::int32_t number);
-
-    std::vector<OnePanel> mPanels;
+    const Panel& At(std::int32_t number) const { return Panels().at(static_cast<std::size_t>(number) - 1); }
 };
 
 } // namespace tessaly::memory

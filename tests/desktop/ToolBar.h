@@ -1,4 +1,4 @@
-// A tool bar in memory with its image list, and what a user can do with it.
+// A tool bar in memory, and what a user can do with it.
 #pragma once
 
 #include "platform/desktop/ToolBar.h"
@@ -9,38 +9,21 @@
 
 namespace tessaly::memory {
 
-class ImageList final : public tessaly::ImageList {
-public:
-    explicit ImageList(Faults& faults) : mFaults(faults) {}
-
-    std::string Tag(std::int32_t number) const override;
-
-    // The tags of the images; a test may change them.
-    std::vector<std::string> tags = {"Add", "Delete"};
-
-private:
-    Faults& mFaults;
-};
-
 class ToolBar final : public Control<tessaly::ToolBar> {
 public:
-    ToolBar(Faults& faults, Focus& focus, const ImageList& images)
-        : Control(faults, focus, Keyboard::Used),
-          mImages(images) {}
+    using Control::Control;
 
-    void Clear() override;
-    void AddButton(std::int32_t image, std::string_view tag) override;
-    float PreferredHeight() const override;
-    void SetButtonTip(std::int32_t number, std::string_view tip) override;
-    std::int32_t ButtonCount() const override;
-    std::string ButtonTag(std::int32_t number) const override;
+    float PreferredHeight() const override {
+        CountCall();
+        return 420;
+    }
 
     // The user presses button `number`. Throws ImpossibleAction when there is none.
     void Press(std::int32_t number);
 
     // What the user sees of a button. Both throw std::out_of_range when there is none.
-    std::int32_t ButtonImage(std::int32_t number) const;
-    std::string ButtonTip(std::int32_t number) const;
+    std::int32_t ButtonImage(std::int32_t number) const { return At(number).image; }
+    const std::string& ButtonTip(std::int32_t number) const { return At(number).tip; }
 
     // Whether a press moves the focus to the bar. Desktops differ, so a program has to work either way.
     bool takesFocus = false;
@@ -48,11 +31,16 @@ public:
 private:
     struct Button {
         std::int32_t image = 0;
-        std::string tag;
         std::string tip;
     };
 
-    const ImageList& mImages;
+    void RemoveButtons() override;
+    void ShowButton(std::int32_t image, std::string_view tag) override;
+    void ShowTip(std::int32_t number, std::string_view tip) override;
+    void Dock(const Size& client) override { Show({0, 0, client.width, 420}); }
+
+    const Button& At(std::int32_t number) const { return mButtons.at(static_cast<std::size_t>(number) - 1); }
+
     std::vector<Button> mButtons;
 };
 

@@ -4,34 +4,20 @@
 #include "platform/desktop/TreeView.h"
 #include "tests/desktop/Control.h"
 
-#include <functional>
-#include <map>
 #include <string>
 #include <vector>
 
 namespace tessaly::memory {
 
-class TreeView final : public Control<tessaly::TreeView> {
+class TreeView final : public Control<tessaly::TreeView>, public KeyTarget {
 public:
-    TreeView(Faults& faults, Focus& focus) : Control(faults, focus, Keyboard::Used) {}
+    using Control::Control;
 
-    void Clear() override;
-    TreeItem Add(TreeItem parent, std::string_view key, std::string_view text) override;
-    void Remove(std::int32_t index) override;
-    std::int32_t Count() const override;
-    TreeItem Find(std::string_view key) const override;
-    TreeItem At(std::int32_t index) const override;
-    std::string Key(TreeItem item) const override;
-    std::string Text(TreeItem item) const override;
-    void SetText(TreeItem item, std::string_view text) override;
-    std::string Tag(TreeItem item) const override;
-    void SetTag(TreeItem item, std::string_view tag) override;
-    std::int32_t Index(TreeItem item) const override;
-    TreeItem Parent(TreeItem item) const override;
-    void Expand(TreeItem item) override;
-    bool IsExpanded(TreeItem item) const override;
-    void Select(TreeItem item) override;
-    TreeItem Selected() const override;
+    // What the user sees.
+    std::int32_t Count() const { return static_cast<std::int32_t>(AllItems().size()); }
+    TreeItem At(std::int32_t index) const { return std::next(AllItems().begin(), index - 1)->first; }
+    using tessaly::TreeView::IsExpanded;
+    using tessaly::TreeView::Selected;
 
     // The user clicks an item: the focus moves to the tree, the item is selected, onNodeClick is raised. Throws
     // ImpossibleAction when the item is not there or lies in a collapsed one.
@@ -50,30 +36,25 @@ public:
     // What the user sees: a line for each item, two blanks for each level, the selected one with a "*" at the end.
     std::string Shown() const;
 
+    // The same lines, also of what is hidden.
+    std::vector<std::string> AllShown() const;
+
     bool TakeKey(int keyCode, int shift) override;
 
 private:
-    struct Item {
-        TreeItem parent = TreeItem::None;
-        std::string key;
-        std::string text;
-        std::string tag;
-        bool isExpanded = false;
-    };
-    using Items = std::map<TreeItem, Item>; // in the order of adding
+    void* Insert(TreeItem item, TreeItem parent, std::string_view text) override;
+    void RemoveNode(void* node, bool isSelected) override;
+    void RemoveNodes() override;
+    void ShowText(void* node, std::string_view text) override;
+    void ExpandNode(void* node) override;
+    void SelectNode(void* node) override;
 
-    Items::const_iterator Position(std::int32_t index) const;
-    const Item& Get(TreeItem item) const;
-    Item& Get(TreeItem item);
-    std::vector<TreeItem> Visible() const;
+    std::vector<TreeItem> FromTopToBottom(bool withHidden) const;
+    std::string Line(TreeItem item) const;
+    std::vector<TreeItem> Visible() const { return FromTopToBottom(false); }
     bool IsVisible(TreeItem item) const;
     void SelectByUser(TreeItem item);
     bool Move(std::ptrdiff_t step);
-
-    Items mItems;
-    std::map<std::string, TreeItem, std::less<>> mKeys;
-    TreeItem mLastItem = TreeItem::None;
-    TreeItem mSelected = TreeItem::None;
 };
 
 } // namespace tessaly::memory

@@ -1,12 +1,13 @@
 // The main window in memory.
 #include "tests/desktop/Window.h"
 
+#include "platform/desktop/Raise.h"
+#include "tests/desktop/Control.h"
 #include "tests/desktop/Keys.h"
 #include "tests/desktop/TestFailure.h"
 
 #include <algorithm>
 #include <stdexcept>
-#include <utility>
 
 namespace tessaly::memory {
 
@@ -18,25 +19,20 @@ constexpr float FrameHeight = 810;
 
 } // namespace
 
-void Window::Show() {
-    mFaults.Count();
-    if (!std::exchange(mIsLoaded, true) && onLoad) {
-        onLoad();
-    }
+Window::Window(Faults& faults, Application& application, const SequentialFiles& files)
+    : tessaly::Window(application),
+      mFaults(faults),
+      mMemoryApplication(application),
+      mFiles(files) {
+    SetSize({9600, 7200});
+}
+
+void Window::ShowFrame() {
+    SetSize(mSize); // for the controls that have come
     mIsShown = true;
-    if (mFocus.Owner() == nullptr) {
-        mFocus.MoveToFirst();
+    if (tessaly::Control* const first = controls.ToReturnTo(); first != nullptr && controls.Owner() == nullptr) {
+        controls.focus.MovedTo(*first);
     }
-}
-
-void Window::Unload() {
-    mFaults.Count();
-    Close();
-}
-
-std::string Window::Caption() const {
-    mFaults.Count();
-    return mCaption;
 }
 
 void Window::SetCaption(std::string_view caption) {
@@ -44,35 +40,19 @@ void Window::SetCaption(std::string_view caption) {
     mCaption = caption;
 }
 
-float Window::Width() const {
+Size Window::Outer() const {
     mFaults.Count();
-    return mWidth;
+    return mSize;
 }
 
-float Window::Height() const {
+Size Window::Client() const {
     mFaults.Count();
-    return mHeight;
-}
-
-float Window::ClientWidth() const {
-    mFaults.Count();
-    return mWidth - FrameWidth;
-}
-
-float Window::ClientHeight() const {
-    mFaults.Count();
-    return mHeight - FrameHeight;
+    return {mSize.width - FrameWidth, mSize.height - FrameHeight};
 }
 
 void Window::SetMinimumSize(float width, float height) {
     mFaults.Count();
-    mMinimumWidth = width;
-    mMinimumHeight = height;
-}
-
-void Window::SetFooter(float height) {
-    mFaults.Count();
-    mFooter = height;
+    mMinimum = {width, height};
 }
 
 void Window::SetIcon(const std::string& path) {
@@ -86,75 +66,58 @@ void Window::SetIcon(const std::string& path) {
 
 void Window::PressKey(int keyCode, int shift) {
     CheckUsable("a key in the window");
-    {
-        const FocusEvents::Command command(mFocus.events, FocusEvents::Keyboard::Stays);
-        if (onKeyDown) {
-            onKeyDown(keyCode, shift);
-        }
+    TellKey(keyCode, shift);
+    if (HasEnded()) {
+        return;
     }
-    if (keyCode == KeyF1) {
-        mApplication.OpenHelp();
-    }
-    FocusTarget* const owner = mFocus.Owner();
-    const bool isTaken = !mIsClosed && owner != nullptr && owner->TakeKey(keyCode, shift);
-    if (!mIsClosed && !isTaken && keyCode == KeyTab) {
-        mFocus.MoveToNextStop();
+    auto* const target = dynamic_cast<KeyTarget*>(controls.Owner());
+    const bool isTaken = target != nullptr && target->TakeKey(keyCode, shift);
+    tessaly::Control* const next = controls.NextStop(false);
+    if (!isTaken && keyCode == KeyTab && !HasEnded() && next != nullptr) {
+        controls.focus.MovedTo(*next);
     }
 }
 
 void Window::DeliverSentKeys() {
-    while (mApplication.f1Waiting > 0) {
-        --mApplication.f1Waiting;
+    while (mMemoryApplication.f1Waiting > 0) {
+        --mMemoryApplication.f1Waiting;
         PressKey(KeyF1);
     }
 }
 
 void Window::Resize(float width, float height) {
     CheckUsable("a change of the window's size");
-    width = std::max(width, mMinimumWidth);
-    height = std::max(height, mMinimumHeight);
-    const bool isChanged = width != mWidth || height != mHeight;
-    mWidth = width;
-    mHeight = height;
-    if (isChanged && onResize) {
-        onResize();
+    const Size size = {std::max(width, mMinimum.width), std::max(height, mMinimum.height)};
+    if (size != mSize) {
+        SetSize(size);
+        Raise(onResize);
     }
 }
 
 void Window::CloseByUser() {
     CheckUsable("the closing of the window");
-    Close();
+    Unload();
 }
 
 void Window::DropFile(const std::string& path) {
     CheckUsable("a file dropped on the window");
-    const FocusEvents::Command command(mFocus.events, FocusEvents::Keyboard::IsTaken);
-    if (onFileDropped) {
-        onFileDropped(path);
-    }
+    TellDrop(path);
 }
 
 void Window::SetInitialSize(float width, float height) {
-    mWidth = width;
-    mHeight = height;
+    SetSize({width, height});
 }
 
 void Window::CheckUsable(std::string_view action) const {
-    mFocus.CheckReachable(action);
+    focus.CheckReachable(action);
     if (!IsShown()) {
         throw ImpossibleAction(std::string(action) + ", which is not shown");
     }
 }
 
-// The window is gone before the event, so that closing it again in there raises nothing.
-void Window::Close() {
-    if (std::exchange(mIsClosed, true)) {
-        return;
-    }
-    mFocus.events.End();
-    if (onUnload) {
-        onUnload();
-    }
+void Window::SetSize(const Size& size) {
+    mSize = size;
+    LayOut({mSize.width - FrameWidth, mSize.height - FrameHeight});
 }
 
 } // namespace tessaly::memory

@@ -15,22 +15,12 @@ namespace tessaly::memory {
 class Window final : public tessaly::Window {
 public:
     // Icons are taken from `files`; a file whose content is empty is no picture.
-    Window(Faults& faults, Focus& focus, Application& application, const SequentialFiles& files)
-        : mFaults(faults),
-          mFocus(focus),
-          mApplication(application),
-          mFiles(files) {}
+    Window(Faults& faults, Application& application, const SequentialFiles& files);
 
-    void Show() override;
-    void Unload() override;
-    std::string Caption() const override;
     void SetCaption(std::string_view caption) override;
-    float Width() const override;
-    float Height() const override;
-    float ClientWidth() const override;
-    float ClientHeight() const override;
+    Size Outer() const override;
+    Size Client() const override;
     void SetMinimumSize(float width, float height) override;
-    void SetFooter(float height) override;
     void SetIcon(const std::string& path) override;
 
     // The user presses a key: onKeyDown is raised, then the key reaches the control that has the focus now. F1 opens
@@ -48,7 +38,7 @@ public:
     void CloseByUser();
 
     // Somebody else takes the window away, whatever stands in front of it.
-    void DestroyFromOutside() { Close(); }
+    void DestroyFromOutside() { Leave(); }
 
     // The user drops a file on the window.
     void DropFile(const std::string& path);
@@ -56,29 +46,26 @@ public:
     // The size before the window is shown, without an event.
     void SetInitialSize(float width, float height);
 
-    bool IsShown() const { return mIsShown && !mIsClosed; }
-    bool IsClosed() const { return mIsClosed; }
-    float Footer() const { return mFooter; }
+    bool IsShown() const { return mIsShown && !HasEnded(); }
+    const std::string& Caption() const { return mCaption; }
     const std::string& Icon() const { return mIcon; } // the path, "" at first
 
+    Focus focus{controls};
+
 private:
+    void ShowFrame() override;
+    void CloseFrame() override {}
     void CheckUsable(std::string_view action) const;
-    void Close();
+    void SetSize(const Size& size);
 
     Faults& mFaults;
-    Focus& mFocus;
-    Application& mApplication;
+    Application& mMemoryApplication;
     const SequentialFiles& mFiles;
     std::string mCaption;
-    float mWidth = 9600;
-    float mHeight = 7200;
-    float mMinimumWidth = 0;
-    float mMinimumHeight = 0;
-    float mFooter = 0;
+    Size mSize;
+    Size mMinimum;
     std::string mIcon;
-    bool mIsLoaded = false;
     bool mIsShown = false;
-    bool mIsClosed = false;
 };
 
 } // namespace tessaly::memory

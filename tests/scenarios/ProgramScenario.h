@@ -3,7 +3,6 @@
 
 #include "app/Settings.h"
 #include "tests/contract/DesktopContract.h"
-#include "tests/scenarios/MenuKeeper.h"
 #include "tests/unit/document/PsfBuilder.h"
 #include "ui/VornMainFrm.h"
 
@@ -22,15 +21,13 @@ protected:
         SetSetting(CompFileNameSetting, CFile());
         SetSetting(HelpSetting, user->FilePath("help"));
         SetValue(LanguageSetting, Registry::DwordType, {static_cast<char>(language), '\0', '\0', '\0'});
-        mDesktop = std::make_unique<MenuKeeper>(TheDesktop());
-        program = std::make_unique<VornMainFrm>(*mDesktop);
+        program = std::make_unique<VornMainFrm>(TheDesktop());
         program->Show();
         user->Settle();
     }
 
     void TearDown() override {
         program.reset();
-        mDesktop.reset();
         user.reset();
     }
 
@@ -77,7 +74,7 @@ protected:
         Choose("mnuOpenPSF");
     }
 
-    void Choose(std::string_view menu) { user->ChooseMenu(mDesktop->Menu(menu)); }
+    void Choose(std::string_view menu) { user->ChooseMenu(TheDesktop().Menu(menu)); }
 
     void Click(std::string_view key) { user->ClickItem(Tree().Find(key)); }
 
@@ -109,7 +106,7 @@ protected:
     }
 
     // Opens a menu and leaves it.
-    void LeaveMenuBar() { user->OpenMenuAndLeave(mDesktop->Menu("mnuFile")); }
+    void LeaveMenuBar() { user->OpenMenuAndLeave(TheDesktop().Menu("mnuFile")); }
 
     // Adds a function with F5.
     void AddFunction(const std::string& name) {
@@ -147,25 +144,24 @@ protected:
         }
     }
 
-    std::string Panel(int number) { return TheDesktop().StatusBar1().PanelText(number); }
+    std::string Panel(int number) { return user->PanelToolTip(number); }
     std::string CurrentKey() { return Tree().Key(program->mCurrentNode); }
 
     // The function items of the tree, in its order.
     Strings FunctionItems() {
         Strings names;
-        for (std::int32_t index = 1; index <= Tree().Count(); ++index) {
-            const TreeItem parent = Tree().Parent(Tree().At(index));
-            if (parent != TreeItem::None && Tree().Key(parent) == "_0f") {
-                names.push_back(Tree().Text(Tree().At(index)));
+        bool isInGroup = false;
+        for (const std::string& line : user->TreeShown()) {
+            const bool isGroup = !line.starts_with(' ');
+            isInGroup = isGroup ? line.starts_with(Tree().Text(Tree().Find("_0f"))) : isInGroup;
+            if (isInGroup && !isGroup) {
+                names.push_back(line.substr(2, line.find('*') - 2));
             }
         }
         return names;
     }
 
     std::unique_ptr<VornMainFrm> program;
-
-private:
-    std::unique_ptr<MenuKeeper> mDesktop;
 };
 
 } // namespace tessaly

@@ -35,7 +35,7 @@ TEST_P(ProgramScenario, WhatIsTypedAfterABuildThatSavesIsAskedAbout) {
     user->WillPress(MsgResult::Yes);
     user->PressKey(KeyF10, 0);
     user->Settle();
-    EXPECT_EQ(user->Starts().size(), 1U);
+    EXPECT_TRUE(user->HasStarted(user->StartableCommand() + " \"" + user->FilePath("a.out") + "\"", 3));
     EXPECT_FALSE(program->FuncBodyChangedFlag);
     LeaveMenuBar();
     TypeOn();

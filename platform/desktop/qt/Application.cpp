@@ -7,56 +7,36 @@
 
 #include <filesystem>
 #include <system_error>
-#include <utility>
 
 namespace tessaly::qt {
 
 namespace fs = std::filesystem;
 
-Application::Application(std::string commandLine, Environment environment)
-    : mCommandLine(std::move(commandLine)),
-      mEnvironment(std::move(environment)) {}
-
-void Application::SendF1() {
-    if (onSendF1) {
-        onSendF1();
-    }
-}
-
-void Application::StartProcess(const std::string& commandLine, std::int32_t windowStyle) {
+void Application::StartProcess(const std::string& line, std::int32_t windowStyle) {
     std::error_code noFolder;
     fs::create_directories(fs::path(OutputPath()).parent_path(), noFolder);
-    tessaly::StartProcess(commandLine, windowStyle, noFolder ? std::string() : OutputPath());
-    if (onOutput && !noFolder) {
+    tessaly::StartProcess(line, windowStyle, noFolder ? std::string() : OutputPath());
+    if (!noFolder) {
         onOutput(OutputPath());
-    }
-    if (onStarted) {
-        onStarted(commandLine, windowStyle);
     }
 }
 
-void Application::OpenHelp() {
-    if (mHelpFile.empty()) {
-        return;
-    }
-    fs::path path(mHelpFile);
+void Application::ShowHelp() {
+    fs::path path(helpFile);
     std::error_code ignored; // what cannot be looked at is opened as it stands
     if (fs::is_directory(path, ignored)) {
         const fs::path inLanguage = path / (helpLanguage ? helpLanguage() : std::string_view()) / "index.html";
         path = fs::exists(inLanguage, ignored) ? inLanguage : path / "index.html";
     }
     const bool isHtml = path.extension() == ".html" || path.extension() == ".htm";
+    if (isHtml && !posix::HtmlOpensInBrowser(mEnvironment)) {
+        onShowHelp(path.string());
+        return;
+    }
     try {
-        if (isHtml && onShowHelp && !posix::HtmlOpensInBrowser(mEnvironment)) {
-            onShowHelp(path.string());
-        } else {
-            posix::StartDetached({"xdg-open", path.string()}, "");
-        }
+        posix::StartDetached({"xdg-open", path.string()}, "");
     } catch (const std::system_error&) {
         return; // nothing is there to open it with
-    }
-    if (onHelpOpened) {
-        onHelpOpened(path.string());
     }
 }
 

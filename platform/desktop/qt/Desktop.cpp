@@ -1,4 +1,3 @@
-// The bars stand at the edges of the window as long as nobody gives them a place.
 #include "platform/desktop/qt/Desktop.h"
 
 #include "platform/desktop/qt/ModalWindows.h"
@@ -23,10 +22,12 @@ QIcon OwnIcon() {
 } // namespace
 
 Desktop::Desktop(const std::string& commandLine, const Environment& environment, Registry& settings)
-    : app(commandLine, environment),
-      mSettings(settings),
+    : app(environment),
       mCodePage(MakeSystemCodePage()) {
-    frame.setWindowIcon(OwnIcon());
+    mParts = {&window, &treeLabel,   &tree,    &paneLabel, &pane,     &toolBar, &status,
+              &mMenus, &mFileDialog, &mMsgBox, &app,       &settings, &mFiles,  mCodePage.get()};
+    app.commandLine = commandLine;
+    window.setWindowIcon(OwnIcon());
     window.onEnded = [] { QCoreApplication::exit(0); };
     treeLabel.SetBuddy(tree.Widget());
     paneLabel.SetBuddy(pane.Widget());
@@ -39,25 +40,23 @@ Desktop::Desktop(const std::string& commandLine, const Environment& environment,
     };
     app.onOutput = [this](const std::string& path) {
         if (!output) {
-            output = std::make_unique<OutputWindow>(frame);
+            output = std::make_unique<OutputWindow>(window);
         }
         output->Follow(path);
     };
-    frame.onClientSize = [this] { LayOut(); };
 }
 
 // A control that goes passes the focus on to the next one.
 Desktop::~Desktop() {
-    focus.End();
-    frame.onClientSize = nullptr;
+    window.StopWatching();
 }
 
 std::unique_ptr<tessaly::NameWindow> Desktop::NewNameWindow() {
-    return std::make_unique<NameWindow>(frame, [this] { app.OpenHelp(); });
+    return std::make_unique<NameWindow>(window, [this] { app.OpenHelp(); });
 }
 
 std::unique_ptr<tessaly::SplashWindow> Desktop::NewSplashWindow() {
-    return std::make_unique<SplashWindow>(frame, [this] { app.OpenHelp(); });
+    return std::make_unique<SplashWindow>(window, [this] { app.OpenHelp(); });
 }
 
 int Desktop::Run() {
@@ -69,24 +68,6 @@ void Desktop::EndSession(bool mayAsk) {
         mMsgBox.AskNoMore();
     }
     window.Unload();
-}
-
-void Desktop::LayOut() {
-    const QSize client = frame.Client().size();
-    if (!toolBar.IsPlaced()) {
-        toolBar.Widget().setGeometry(0, 0, client.width(), ToPixels(toolBar.PreferredHeight()));
-    }
-    if (!status.IsPlaced()) {
-        const int height = ToPixels(status.PreferredHeight());
-        status.Widget().setGeometry(0, client.height() - height, client.width(), height);
-    }
-    const float footerTop = window.FooterTop();
-    treeLabel.SetFooterTop(footerTop);
-    tree.SetFooterTop(footerTop);
-    paneLabel.SetFooterTop(footerTop);
-    pane.SetFooterTop(footerTop);
-    toolBar.SetFooterTop(footerTop);
-    status.SetFooterTop(footerTop);
 }
 
 } // namespace tessaly::qt

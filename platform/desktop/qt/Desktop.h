@@ -3,11 +3,10 @@
 
 #include "platform/desktop/Desktop.h"
 #include "platform/desktop/qt/Application.h"
+#include "platform/desktop/qt/Control.h"
 #include "platform/desktop/qt/DestroyedWindows.h"
 #include "platform/desktop/qt/FileDialog.h"
-#include "platform/desktop/qt/Focus.h"
 #include "platform/desktop/qt/HelpWindow.h"
-#include "platform/desktop/qt/Label.h"
 #include "platform/desktop/qt/MenuItem.h"
 #include "platform/desktop/qt/MsgBox.h"
 #include "platform/desktop/qt/OutputWindow.h"
@@ -29,26 +28,8 @@ public:
     Desktop(const Desktop&) = delete;
     Desktop& operator=(const Desktop&) = delete;
 
-    tessaly::Window& MainWindow() override { return window; }
-    tessaly::TreeView& CodeTree() override { return tree; }
-    tessaly::Label& LblcodeTreeViewer() override { return treeLabel; }
-    tessaly::Label& FuncLabel() override { return paneLabel; }
-    tessaly::RichTextBox& FuncBody() override { return pane; }
-    tessaly::ToolBar& VornToolBar() override { return toolBar; }
-    tessaly::ImageList& QuorvaneImages() override { return mImages; }
-    tessaly::StatusBar& StatusBar1() override { return status; }
-    tessaly::FileDialog& CommonDialog1() override { return mFileDialog; }
-    tessaly::MenuItem& AddMenu(tessaly::MenuItem* parent, std::string_view name) override {
-        return mMenus.Add(parent, name);
-    }
-    void AddMenuSeparator(tessaly::MenuItem& parent) override { mMenus.AddSeparator(parent); }
     std::unique_ptr<tessaly::NameWindow> NewNameWindow() override;
     std::unique_ptr<tessaly::SplashWindow> NewSplashWindow() override;
-    tessaly::MsgBox& MessageBoxes() override { return mMsgBox; }
-    tessaly::Application& App() override { return app; }
-    Registry& Settings() override { return mSettings; }
-    SequentialFiles& Files() override { return mFiles; }
-    const CodePage& AnsiCodePage() override { return *mCodePage; }
 
     // Runs the program until its window is gone; returns the exit code.
     int Run();
@@ -59,15 +40,13 @@ public:
     Application app;
 
     // The main window. The Tab key goes round in the order in which the controls are made.
-    Frame frame;
-    Focus focus{frame};
-    Window window{frame, focus, [this] { app.OpenHelp(); }};
-    Label treeLabel{&frame.Client(), &focus};
-    TreeView tree{&frame.Client(), focus};
-    Label paneLabel{&frame.Client(), &focus};
-    RichTextBox pane{&frame.Client(), focus};
-    ToolBar toolBar{&frame.Client(), focus};
-    StatusBar status{&frame.Client(), focus};
+    Window window{app};
+    Label treeLabel{window};
+    TreeView tree{window};
+    Label paneLabel{window};
+    RichTextBox pane{window};
+    ToolBar toolBar{window};
+    StatusBar status{window};
 
     // Beside it, once a process was started that writes something.
     std::unique_ptr<OutputWindow> output;
@@ -76,15 +55,11 @@ public:
     std::unique_ptr<HelpWindow> help;
 
 private:
-    void LayOut();
-
     SystemFiles mFiles;
-    Registry& mSettings;
     std::unique_ptr<CodePage> mCodePage;
-    ImageList mImages;
-    Menus mMenus{*frame.menuBar(), focus.events};
-    FileDialog mFileDialog{frame};
-    MsgBox mMsgBox{frame};
+    Menus mMenus{*window.menuBar(), window.controls.focus};
+    FileDialog mFileDialog{window};
+    MsgBox mMsgBox{window};
     DestroyedWindows mDestroyedWindows;
 };
 

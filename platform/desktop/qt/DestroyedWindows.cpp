@@ -1,7 +1,7 @@
 // The X server tells of a window that another program destroyed; Qt alone would keep the dead window.
 #include "platform/desktop/qt/DestroyedWindows.h"
 
-#include "platform/desktop/qt/Post.h"
+#include "platform/desktop/qt/Text.h"
 
 #include <QApplication>
 #include <QDialog>

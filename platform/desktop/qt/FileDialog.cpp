@@ -3,6 +3,7 @@
 
 #include "platform/desktop/qt/Text.h"
 
+#include <QFileDialog>
 #include <QStringList>
 #include <algorithm>
 
@@ -29,18 +30,10 @@ QString Chosen(const QStringList& selected, const QStringList& before) {
 
 } // namespace
 
-std::string FileDialog::ShowOpen(const FileDialogSettings& settings) {
-    return Show(QFileDialog::AcceptOpen, settings);
-}
-
-std::string FileDialog::ShowSave(const FileDialogSettings& settings) {
-    return Show(QFileDialog::AcceptSave, settings);
-}
-
 // There is no read-only check box here to hide.
-std::string FileDialog::Show(QFileDialog::AcceptMode mode, const FileDialogSettings& settings) {
+std::optional<std::string> FileDialog::Ask(Kind kind, const FileDialogSettings& settings) {
     QFileDialog dialog(&mWindow);
-    dialog.setAcceptMode(mode);
+    dialog.setAcceptMode(kind == Kind::Open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
     if (!settings.title.empty()) {
         dialog.setWindowTitle(ToQt(settings.title));
     }
@@ -58,10 +51,7 @@ std::string FileDialog::Show(QFileDialog::AcceptMode mode, const FileDialogSetti
     if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
         return FromQt(Chosen(dialog.selectedFiles(), before));
     }
-    if (settings.cancelIsError) {
-        throw DialogCancelled();
-    }
-    return {};
+    return std::nullopt;
 }
 
 } // namespace tessaly::qt

@@ -3,7 +3,7 @@
 
 #include "platform/desktop/FileDialog.h"
 
-#include <QFileDialog>
+#include <QWidget>
 
 namespace tessaly::qt {
 
@@ -11,11 +11,8 @@ class FileDialog final : public tessaly::FileDialog {
 public:
     explicit FileDialog(QWidget& window) : mWindow(window) {}
 
-    std::string ShowOpen(const FileDialogSettings& settings) override;
-    std::string ShowSave(const FileDialogSettings& settings) override;
-
 private:
-    std::string Show(QFileDialog::AcceptMode mode, const FileDialogSettings& settings);
+    std::optional<std::string> Ask(Kind kind, const FileDialogSettings& settings) override;
 
     QWidget& mWindow;
 };

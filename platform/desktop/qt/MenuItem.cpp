@@ -3,9 +3,6 @@
 
 #include "platform/desktop/qt/Text.h"
 
-#include <algorithm>
-#include <stdexcept>
-
 namespace tessaly::qt {
 
 bool Menu::event(QEvent* event) {
@@ -13,15 +10,20 @@ bool Menu::event(QEvent* event) {
     return QMenu::event(event);
 }
 
-MenuItem::MenuItem(FocusEvents& focus, std::string_view name) : mFocus(focus), mName(name) {
+// Qt turns the check mark over before it tells; what is checked is the program's to say.
+MenuItem::MenuItem(FocusEvents& focus, std::string_view name) : tessaly::MenuItem(name), mFocus(focus) {
     mAction.setObjectName(ToQt(name));
     mAction.setMenuRole(QAction::NoRole);
-    SetCaption(name);
-    QObject::connect(&mAction, &QAction::triggered, &mAction, [this] { Choose(); });
+    mAction.setText(ToQt(name));
+    QObject::connect(&mAction, &QAction::triggered, &mAction, [this] {
+        SetChecked(mIsChecked);
+        if (!mDropDown) {
+            onChosen();
+        }
+    });
 }
 
-void MenuItem::SetCaption(std::string_view caption) {
-    mCaption = caption;
+void MenuItem::ShowCaption(std::string_view caption) {
     mAction.setText(ToQt(caption));
 }
 
@@ -39,26 +41,14 @@ QMenu& MenuItem::DropDown() {
     return *mDropDown;
 }
 
-// Qt turns the check mark over before it tells; what is checked is the program's to say.
-void MenuItem::Choose() {
-    SetChecked(mIsChecked);
-    const FocusEvents::Command command(mFocus, FocusEvents::Keyboard::IsTaken);
-    if (!mDropDown && onClick) {
-        onClick();
-    }
-}
-
-tessaly::MenuItem& Menus::Add(tessaly::MenuItem* parent, std::string_view name) {
-    if (std::any_of(mItems.begin(), mItems.end(), [name](const auto& item) { return item->Name() == name; })) {
-        throw std::invalid_argument("the menu name is taken");
-    }
-    mItems.push_back(std::make_unique<MenuItem>(mFocus, name));
-    MenuItem& item = *mItems.back();
+std::unique_ptr<tessaly::MenuItem> Menus::Make(tessaly::MenuItem* parent, std::string_view name) {
+    auto item = std::make_unique<MenuItem>(mFocus, name);
+    item->onChosen = [this, &chosen = *item] { RaiseClick(chosen); };
     if (parent == nullptr) {
-        item.DropDown();
-        mBar.addAction(&item.Action());
+        item->DropDown();
+        mBar.addAction(&item->Action());
     } else {
-        static_cast<MenuItem*>(parent)->DropDown().addAction(&item.Action());
+        static_cast<MenuItem*>(parent)->DropDown().addAction(&item->Action());
     }
     return item;
 }

@@ -2,16 +2,13 @@
 // into it.
 #pragma once
 
-#include "platform/desktop/FocusEvents.h"
 #include "platform/desktop/MenuItem.h"
 
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
 #include <memory>
-#include <string>
 #include <string_view>
-#include <vector>
 
 namespace tessaly::qt {
 
@@ -31,10 +28,6 @@ class MenuItem final : public tessaly::MenuItem {
 public:
     MenuItem(FocusEvents& focus, std::string_view name);
 
-    std::string Name() const override { return mName; }
-    std::string Caption() const override { return mCaption; }
-    void SetCaption(std::string_view caption) override;
-    bool IsChecked() const override { return mIsChecked; }
     void SetChecked(bool checked) override;
 
     QAction& Action() { return mAction; }
@@ -42,30 +35,30 @@ public:
     // The drop-down, made on the first call.
     QMenu& DropDown();
 
+    // The user has chosen the item.
+    std::function<void()> onChosen;
+
 private:
-    void Choose();
+    void ShowCaption(std::string_view caption) override;
 
     FocusEvents& mFocus;
-    std::string mName;
-    std::string mCaption;
     bool mIsChecked = false;
     QAction mAction;
     std::unique_ptr<Menu> mDropDown;
 };
 
 // All menus of a window.
-class Menus {
+class Menus final : public tessaly::Menus {
 public:
-    Menus(QMenuBar& bar, FocusEvents& focus) : mBar(bar), mFocus(focus) {}
+    Menus(QMenuBar& bar, FocusEvents& focus) : tessaly::Menus(focus), mBar(bar), mFocus(focus) {}
 
-    // As Desktop::AddMenu and Desktop::AddMenuSeparator.
-    tessaly::MenuItem& Add(tessaly::MenuItem* parent, std::string_view name);
-    void AddSeparator(tessaly::MenuItem& parent);
+    void AddSeparator(tessaly::MenuItem& parent) override;
 
 private:
+    std::unique_ptr<tessaly::MenuItem> Make(tessaly::MenuItem* parent, std::string_view name) override;
+
     QMenuBar& mBar;
     FocusEvents& mFocus;
-    std::vector<std::unique_ptr<MenuItem>> mItems;
 };
 
 } // namespace tessaly::qt

@@ -1,6 +1,7 @@
 // Neither window hides itself: that is the program's answer to what it is told, but for the frame.
 #include "platform/desktop/qt/ModalWindows.h"
 
+#include "platform/desktop/Raise.h"
 #include "platform/desktop/Window.h"
 #include "platform/desktop/qt/Keys.h"
 
@@ -19,12 +20,6 @@ namespace {
 constexpr int NameWidth = 380;
 constexpr int SplashMargin = 28;
 constexpr int LogoSize = 96;
-
-void Raise(const std::function<void()>& event) {
-    if (event) {
-        event();
-    }
-}
 
 QIcon Logo() {
     QIcon logo;
@@ -85,10 +80,10 @@ void Dialog::keyPressEvent(QKeyEvent* event) {
 
 NameWindow::NameWindow(QWidget& owner, std::function<void()> onHelp) : mDialog(owner) {
     mDialog.onHelp = std::move(onHelp);
-    mLabel.SetBuddy(mName);
-    mLabel.Widget().setWordWrap(true);
-    mLabel.Widget().setMinimumWidth(NameWidth);
-    mLayout.addWidget(&mLabel.Widget());
+    mLabel.setBuddy(&mName);
+    mLabel.setWordWrap(true);
+    mLabel.setMinimumWidth(NameWidth);
+    mLayout.addWidget(&mLabel);
     mLayout.addWidget(&mName);
     mLayout.addWidget(&mButtons);
     mLayout.setSizeConstraint(QLayout::SetFixedSize);
@@ -120,13 +115,22 @@ SplashWindow::SplashWindow(QWidget& owner, std::function<void()> onHelp) : mDial
     mLayout.setContentsMargins(SplashMargin, SplashMargin, SplashMargin, SplashMargin);
     mLogo.setPixmap(Logo().pixmap(QSize(LogoSize, LogoSize), owner.devicePixelRatioF()));
     mLayout.addWidget(&mLogo, 0, Qt::AlignHCenter);
-    Enlarge(mProductName.Widget(), 1.5);
-    for (Label* const label : {&mCompanyProduct, &mProductName, &mVersion, &mPlatform, &mCompany, &mCopyright}) {
-        mLayout.addWidget(&label->Widget(), 0, Qt::AlignHCenter);
+    Enlarge(mProductName, 1.5);
+    for (QLabel* const label : {&mCompanyProduct, &mProductName, &mVersion, &mPlatform, &mCompany, &mCopyright}) {
+        mLayout.addWidget(label, 0, Qt::AlignHCenter);
     }
     mDialogLayout.setSizeConstraint(QLayout::SetFixedSize);
     mFrame.onClick = [this] { Raise(onFrameClick); };
     mDialog.onPress = [this] { Raise(onKeyPress); };
+}
+
+void SplashWindow::SetLabels(const SplashLabels& labels) {
+    ShowLabel(mVersion, labels.LblVersion);
+    ShowLabel(mPlatform, labels.LblPlatform);
+    ShowLabel(mCompany, labels.LblCompany);
+    ShowLabel(mCopyright, labels.LblCopyright);
+    ShowLabel(mCompanyProduct, labels.LblCompanyProduct);
+    ShowLabel(mProductName, labels.LblProductName);
 }
 
 void SplashWindow::ShowModal() {

@@ -2,11 +2,12 @@
 #pragma once
 
 #include "platform/desktop/ModalWindows.h"
-#include "platform/desktop/qt/Label.h"
+#include "platform/desktop/qt/Text.h"
 
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFrame>
+#include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
 #include <functional>
@@ -43,14 +44,14 @@ public:
     void SetCaption(std::string_view caption) override { mDialog.SetCaption(caption); }
     void ShowModal() override;
     void Hide() override { mDialog.hide(); }
-    tessaly::Label& NameLabel() override { return mLabel; }
+    void SetNameLabel(std::string_view caption) override { ShowLabel(mLabel, caption); }
     void SetCancelCaption(std::string_view caption) override;
     std::string FuncVarName() const override { return FromQt(mName.text()); }
 
 private:
     Dialog mDialog;
     QVBoxLayout mLayout{&mDialog};
-    Label mLabel{&mDialog};
+    QLabel mLabel{&mDialog};
     QLineEdit mName{&mDialog};
     QDialogButtonBox mButtons{QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &mDialog};
 };
@@ -62,12 +63,7 @@ public:
     void SetCaption(std::string_view caption) override { mDialog.SetCaption(caption); }
     void ShowModal() override;
     void Hide() override { mDialog.hide(); }
-    tessaly::Label& LblVersion() override { return mVersion; }
-    tessaly::Label& LblPlatform() override { return mPlatform; }
-    tessaly::Label& LblCompany() override { return mCompany; }
-    tessaly::Label& LblCopyright() override { return mCopyright; }
-    tessaly::Label& LblCompanyProduct() override { return mCompanyProduct; }
-    tessaly::Label& LblProductName() override { return mProductName; }
+    void SetLabels(const SplashLabels& labels) override;
 
 private:
     // Tells of clicks on itself and on the labels in it.
@@ -89,12 +85,12 @@ private:
     Frame mFrame{&mDialog};
     QVBoxLayout mLayout{&mFrame};
     QLabel mLogo{&mFrame};
-    Label mCompanyProduct{&mFrame};
-    Label mProductName{&mFrame};
-    Label mVersion{&mFrame};
-    Label mPlatform{&mFrame};
-    Label mCompany{&mFrame};
-    Label mCopyright{&mFrame};
+    QLabel mCompanyProduct{&mFrame};
+    QLabel mProductName{&mFrame};
+    QLabel mVersion{&mFrame};
+    QLabel mPlatform{&mFrame};
+    QLabel mCompany{&mFrame};
+    QLabel mCopyright{&mFrame};
 };
 
 } // namespace tessaly::qt

@@ -80,10 +80,7 @@ void Widen(QMessageBox& box) {
 
 } // namespace
 
-MsgResult MsgBox::Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) {
-    if (mIsSilent) {
-        return AnswerOfNobody(buttons);
-    }
+MsgResult MsgBox::Ask(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) {
     QWidget* const onTop = QApplication::activeModalWidget();
     Box box(onTop != nullptr ? onTop : &mWindow, buttons != MsgButtons::YesNo);
     box.setWindowTitle(ToQt(caption));

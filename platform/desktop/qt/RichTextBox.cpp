@@ -153,7 +153,7 @@ void PlainTextEdit::UpdateColours() {
     viewport()->update();
 }
 
-RichTextBox::RichTextBox(QWidget* parent, Focus& focus) : Control(&focus, mEdit, Keyboard::Used), mEdit(parent) {
+RichTextBox::RichTextBox(Window& window) : Control(window, mEdit), mEdit(&window.Area()) {
     QObject::connect(mEdit.document(), &QTextDocument::contentsChange, &mEdit,
                      [this](int position, int removed, int added) { FollowChange(position, removed, added); });
     QObject::connect(mEdit.document(), &QTextDocument::contentsChanged, &mEdit, [this] { TellChange(); });
@@ -172,19 +172,13 @@ void RichTextBox::SetText(std::string_view text) {
     mIsSetting = false;
     mBreaks = std::move(breaks);
     mBlockCount = mEdit.blockCount();
-    if (onChange) {
-        onChange();
-    }
+    Raise(onChange);
 }
 
-void RichTextBox::SetFuncBodyAvailable(bool available) {
-    if (mFuncBodyAvailable == available) {
-        return;
-    }
-    mFuncBodyAvailable = available;
+void RichTextBox::ShowAvailable(bool available) {
     mEdit.setReadOnly(!available);
     mEdit.SetGrey(!available);
-    UpdateFocusPolicy();
+    mEdit.setFocusPolicy(available ? Qt::StrongFocus : Qt::NoFocus);
 }
 
 float RichTextBox::CharacterWidth() const {
@@ -205,18 +199,6 @@ void RichTextBox::SetTabStops(const std::vector<float>& stops) {
         option.setTabStopDistance((stops.back() - stops[stops.size() - 2]) / TwipsInPixel);
     }
     mEdit.document()->setDefaultTextOption(option);
-}
-
-void RichTextBox::LoseFocus() {
-    if (onLostFocus) {
-        onLostFocus();
-    }
-}
-
-void RichTextBox::GainFocus() {
-    if (onGotFocus) {
-        onGotFocus();
-    }
 }
 
 // Where only breaks went in or out beside others, the last of the row are taken for those that came or went.
@@ -246,10 +228,8 @@ void RichTextBox::TellChange() {
     if (!std::exchange(mIsChanged, false)) {
         return;
     }
-    WindowFocus().UpdateInUse();
-    if (onChange) {
-        onChange();
-    }
+    mWindow.UpdateFocusInUse();
+    Raise(onChange);
 }
 
 } // namespace tessaly::qt

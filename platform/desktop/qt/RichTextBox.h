@@ -41,23 +41,18 @@ private:
 
 class RichTextBox final : public Control<tessaly::RichTextBox> {
 public:
-    RichTextBox(QWidget* parent, Focus& focus);
+    explicit RichTextBox(Window& window);
 
     std::string Text() const override;
     void SetText(std::string_view text) override;
-    bool FuncBodyAvailable() const override { return mFuncBodyAvailable; }
-    void SetFuncBodyAvailable(bool available) override;
     float CharacterWidth() const override;
     void SetTabStops(const std::vector<float>& stops) override;
-
-    bool CanHaveFocus() const override { return mFuncBodyAvailable; }
-    void LoseFocus() override;
-    void GainFocus() override;
 
     PlainTextEdit& Widget() { return mEdit; }
     const PlainTextEdit& Widget() const { return mEdit; }
 
 private:
+    void ShowAvailable(bool available) override;
     void FollowChange(int position, int removed, int added);
     void TellChange();
 
@@ -66,7 +61,6 @@ private:
     int mBlockCount = 1;
     bool mIsSetting = false; // the program is putting in a text
     bool mIsChanged = false; // by the user, and not told yet
-    bool mFuncBodyAvailable = true;
 };
 
 } // namespace tessaly::qt

@@ -4,18 +4,16 @@
 #include "platform/desktop/StatusBar.h"
 #include "platform/desktop/qt/Control.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QStatusBar>
 #include <memory>
-#include <string>
 #include <string_view>
 #include <vector>
 
 namespace tessaly::qt {
 
 // A label that leaves out the middle of a text that is too long for it.
-class Panel final : public QLabel {
+class PanelLabel final : public QLabel {
 public:
     using QLabel::QLabel;
 
@@ -34,32 +32,19 @@ protected:
 
 class StatusBar final : public Control<tessaly::StatusBar> {
 public:
-    StatusBar(QWidget* parent, Focus& focus);
+    explicit StatusBar(Window& window);
 
-    void AddPanel() override;
-    std::int32_t PanelCount() const override { return static_cast<std::int32_t>(mPanels.size()); }
     float PreferredHeight() const override;
-    void SetPanelSpring(std::int32_t number) override;
-    std::string PanelText(std::int32_t number) const override { return At(number).text; }
-    void SetPanelText(std::int32_t number, std::string_view text) override;
 
     QWidget& Widget() { return mBar; }
 
-    // What Qt shows for a panel. Throws std::out_of_range when there is none.
-    const QWidget& PanelWidget(std::int32_t number) const { return *At(number).label; }
-
 private:
-    struct OnePanel {
-        std::string text;
-        std::unique_ptr<Panel> label;
-    };
-
-    const OnePanel& At(std::int32_t number) const;
+    void Show(const Extent& place) override;
+    void ShowPanels() override;
+    void ShowText(std::size_t place, std::string_view text) override;
 
     Bar mBar;
-    QWidget mRow; // of panels
-    QHBoxLayout mLayout{&mRow};
-    std::vector<OnePanel> mPanels;
+    std::vector<std::unique_ptr<PanelLabel>> mLabels;
 };
 
 } // namespace tessaly::qt

@@ -2,8 +2,10 @@
 // 96 to the inch, whatever the screen's scale.
 #pragma once
 
+#include <QLabel>
 #include <QString>
 #include <cmath>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -25,6 +27,25 @@ inline int ToPixels(float twips) {
 
 inline float ToTwips(int pixels) {
     return static_cast<float>(pixels) * TwipsInPixel;
+}
+
+// Shows the caption as it stands, and has a screen reader say it for the label's buddy.
+inline void ShowLabel(QLabel& label, std::string_view caption) {
+    label.setTextFormat(Qt::PlainText);
+    QString text = ToQt(caption);
+    if (label.buddy() != nullptr) {
+        label.buddy()->setAccessibleName(text); // a tree does not ask its label
+        // Only for a buddy an ampersand would mark an access key.
+        text.replace(u'&', QStringLiteral("&&"));
+    }
+    label.setText(text);
+}
+
+// Has `action` done when the event loop comes to it, unless `object` is gone by then.
+inline void Post([[maybe_unused]] QObject& object, [[maybe_unused]] const std::function<void()>& action) {
+#ifndef __clang_analyzer__ // it does not see that Qt's event owns and frees the action
+    QMetaObject::invokeMethod(&object, action, Qt::QueuedConnection);
+#endif
 }
 
 } // namespace tessaly::qt

@@ -1,10 +1,8 @@
-// Buttons and images count from 1. A press does not take the focus from the pane.
+// A press does not take the focus from the pane.
 #include "platform/desktop/qt/ToolBar.h"
 
 #include <QIcon>
 #include <array>
-#include <stdexcept>
-#include <utility>
 
 namespace tessaly::qt {
 
@@ -12,26 +10,12 @@ namespace {
 
 constexpr int PictureSize = 24;
 
-struct Picture {
-    std::string_view tag;
-    const char* file; // with its size in pixels behind it
-};
-
-// The tags of the pictures tell what their buttons do.
-constexpr std::array<Picture, 2> Pictures = {{{"Add", ":/add-"}, {"Delete", ":/delete-"}}};
-
-// A number below 1 becomes one far behind the end.
-const Picture& PictureAt(std::int32_t number) {
-    return Pictures.at(static_cast<std::size_t>(number) - 1);
-}
+// Of the images, each with its size in pixels behind it.
+constexpr std::array<const char*, 2> Pictures = {":/add-", ":/delete-"};
 
 } // namespace
 
-std::string ImageList::Tag(std::int32_t number) const {
-    return std::string(PictureAt(number).tag);
-}
-
-ToolBar::ToolBar(QWidget* parent, Focus& focus) : Control(&focus, mBar, Keyboard::Used), mBar(parent) {
+ToolBar::ToolBar(Window& window) : Control(window, mBar), mBar(&window.Area()) {
     mBar.setIconSize(QSize(PictureSize, PictureSize));
     mBar.setFocusPolicy(Qt::NoFocus);
     QAction button{QIcon(), QString()}; // measured with one
@@ -39,58 +23,31 @@ ToolBar::ToolBar(QWidget* parent, Focus& focus) : Control(&focus, mBar, Keyboard
     mHeight = ToTwips(mBar.sizeHint().height());
 }
 
-void ToolBar::Clear() {
-    mButtons.clear(); // an action that goes takes its button along
+void ToolBar::RemoveButtons() {
+    mActions.clear(); // an action that goes takes its button along
 }
 
-void ToolBar::AddButton(std::int32_t image, std::string_view tag) {
-    const Picture& picture = PictureAt(image);
+void ToolBar::ShowButton(std::int32_t image, std::string_view tag) {
     QIcon icon;
     for (const int size : {PictureSize, 2 * PictureSize}) {
-        icon.addFile(picture.file + QString::number(size) + ".png");
+        icon.addFile(Pictures[static_cast<std::size_t>(image) - 1] + QString::number(size) + ".png");
     }
-    auto action = std::make_unique<QAction>(icon, ToQt(tag));
-    mBar.addAction(action.get());
-    const auto number = static_cast<std::int32_t>(mButtons.size()) + 1;
+    mActions.push_back(std::make_unique<QAction>(icon, ToQt(tag)));
+    QAction& action = *mActions.back();
+    mBar.addAction(&action);
+    mBar.widgetForAction(&action)->setFocusPolicy(Qt::TabFocus);
+    const auto number = static_cast<std::int32_t>(mActions.size());
     // Queued, because the handler may take the button away.
     QObject::connect(
-        action.get(), &QAction::triggered, &mBar,
-        [this, number] {
-            const FocusEvents::Command command(WindowFocus().events, FocusEvents::Keyboard::IsTaken);
-            if (onButtonClick && number <= ButtonCount()) {
-                onButtonClick(number);
-            }
-        },
-        Qt::QueuedConnection);
-    mButtons.push_back({std::string(tag), std::move(action)});
-    UpdateFocusPolicy();
+        &action, &QAction::triggered, &mBar, [this, number] { RaiseClick(number); }, Qt::QueuedConnection);
 }
 
-void ToolBar::SetButtonTip(std::int32_t number, std::string_view tip) {
-    At(number).action->setText(ToQt(tip));
+void ToolBar::ShowTip(std::int32_t number, std::string_view tip) {
+    mActions[static_cast<std::size_t>(number) - 1]->setText(ToQt(tip));
 }
 
-std::string ToolBar::ButtonTag(std::int32_t number) const {
-    return At(number).tag;
-}
-
-void ToolBar::TakeFocus() {
-    ButtonWidget(1).setFocus(Qt::OtherFocusReason);
-}
-
-QWidget& ToolBar::ButtonWidget(std::int32_t number) const {
-    return *mBar.widgetForAction(At(number).action.get());
-}
-
-void ToolBar::UpdateFocusPolicy() {
-    for (const Button& button : mButtons) {
-        mBar.widgetForAction(button.action.get())->setFocusPolicy(IsTabStop() ? Qt::TabFocus : Qt::NoFocus);
-    }
-}
-
-// A number below 1 becomes one far behind the end.
-const ToolBar::Button& ToolBar::At(std::int32_t number) const {
-    return mButtons.at(static_cast<std::size_t>(number) - 1);
+void ToolBar::TakeKeyboard() {
+    mBar.widgetForAction(mActions.front().get())->setFocus(Qt::OtherFocusReason);
 }
 
 } // namespace tessaly::qt

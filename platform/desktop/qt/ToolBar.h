@@ -7,51 +7,31 @@
 #include <QAction>
 #include <QToolBar>
 #include <memory>
-#include <string>
 #include <string_view>
 #include <vector>
 
 namespace tessaly::qt {
 
-class ImageList final : public tessaly::ImageList {
-public:
-    std::string Tag(std::int32_t number) const override;
-};
-
 class ToolBar final : public Control<tessaly::ToolBar> {
 public:
-    ToolBar(QWidget* parent, Focus& focus);
+    explicit ToolBar(Window& window);
 
-    void Clear() override;
-    void AddButton(std::int32_t image, std::string_view tag) override;
-    void SetButtonTip(std::int32_t number, std::string_view tip) override;
-    std::int32_t ButtonCount() const override { return static_cast<std::int32_t>(mButtons.size()); }
     float PreferredHeight() const override { return mHeight; }
-    std::string ButtonTag(std::int32_t number) const override;
 
     // Without a button there is nothing to work on.
-    bool CanHaveFocus() const override { return !mButtons.empty(); }
-    void TakeFocus() override;
+    bool CanHaveFocus() const override { return ButtonCount() > 0; }
+    void TakeKeyboard() override;
 
     QToolBar& Widget() { return mBar; }
 
-    // What Qt shows for a button. Throws std::out_of_range when there is none.
-    QWidget& ButtonWidget(std::int32_t number) const;
-
-protected:
-    void UpdateFocusPolicy() override;
-
 private:
-    struct Button {
-        std::string tag;
-        std::unique_ptr<QAction> action;
-    };
-
-    const Button& At(std::int32_t number) const;
+    void RemoveButtons() override;
+    void ShowButton(std::int32_t image, std::string_view tag) override;
+    void ShowTip(std::int32_t number, std::string_view tip) override;
 
     QToolBar mBar;
     float mHeight = 0;
-    std::vector<Button> mButtons;
+    std::vector<std::unique_ptr<QAction>> mActions;
 };
 
 } // namespace tessaly::qt

@@ -1,22 +1,19 @@
-// Items get rising numbers, so that a map keeps them in the order of adding and parents before their children.
 #include "platform/desktop/qt/TreeView.h"
 
 #include "platform/desktop/qt/Colours.h"
 
 #include <QHeaderView>
 #include <QMouseEvent>
-#include <algorithm>
-#include <iterator>
 #include <memory>
-#include <stdexcept>
 #include <utility>
-#include <vector>
 
 namespace tessaly::qt {
 
 namespace {
 
-constexpr int ItemRole = Qt::UserRole;
+QTreeWidgetItem& ItemOf(void* node) {
+    return *static_cast<QTreeWidgetItem*>(node);
+}
 
 } // namespace
 
@@ -115,102 +112,51 @@ void TreeWidget::TellIfChanged(const QTreeWidgetItem* before) {
     }
 }
 
-TreeView::TreeView(QWidget* parent, Focus& focus) : Control(&focus, mTree, Keyboard::Used), mTree(parent) {
+TreeView::TreeView(Window& window) : Control(window, mTree), mTree(&window.Area()) {
     mTree.setHeaderHidden(true);
     mTree.setHeaderLabel({});         // a screen reader would say a number
     mTree.setUniformRowHeights(true); // or a large tree would be measured item by item
     mTree.setSelectionMode(QAbstractItemView::SingleSelection);
     mTree.setEditTriggers(QAbstractItemView::NoEditTriggers);
-    mTree.onUserSelect = [this](const QTreeWidgetItem* node) { RaiseClick(node); };
+    mTree.onUserSelect = [this](const QTreeWidgetItem* node) {
+        SetSelected(static_cast<TreeItem>(node->data(0, Qt::UserRole).toUInt()));
+        mWindow.UpdateFocusInUse();
+        RaiseClick(Selected());
+    };
 }
 
-void TreeView::Clear() {
-    mTree.SelectNothing();
-    mTree.clear();
-    mItems.clear();
-    mKeys.clear();
-}
-
-TreeItem TreeView::Add(TreeItem parent, std::string_view key, std::string_view text) {
-    if (mKeys.contains(key)) {
-        throw std::invalid_argument("the key is taken");
-    }
-    if (parent != TreeItem::None && !mItems.contains(parent)) {
-        throw std::invalid_argument("there is no such parent");
-    }
-    mLastItem = static_cast<TreeItem>(static_cast<std::uint32_t>(mLastItem) + 1);
+void* TreeView::Insert(TreeItem item, TreeItem parent, std::string_view text) {
     auto node = std::make_unique<QTreeWidgetItem>();
     node->setText(0, ToQt(text));
-    node->setData(0, ItemRole, static_cast<std::uint32_t>(mLastItem));
-    mItems[mLastItem] = {parent, std::string(key), std::string(text), {}, node.get()};
-    mKeys.emplace(key, mLastItem);
-    QTreeWidgetItem* const above = parent == TreeItem::None ? mTree.invisibleRootItem() : mItems.at(parent).node;
-    above->addChild(node.release());
-    return mLastItem;
+    node->setData(0, Qt::UserRole, static_cast<std::uint32_t>(item));
+    QTreeWidgetItem& above = parent == TreeItem::None ? *mTree.invisibleRootItem() : ItemOf(Node(parent));
+    above.addChild(node.get());
+    return node.release(); // the tree's own from here on
 }
 
-void TreeView::Remove(std::int32_t index) {
-    std::vector<TreeItem> removed = {Position(index)->first};
-    for (const auto& [item, content] : mItems) {
-        if (std::find(removed.begin(), removed.end(), content.parent) != removed.end()) {
-            removed.push_back(item);
-        }
-    }
-    // Qt would select a neighbour of what goes.
-    if (std::find(removed.begin(), removed.end(), Selected()) != removed.end()) {
+// Qt would select a neighbour of what goes.
+void TreeView::RemoveNode(void* node, bool isSelected) {
+    if (isSelected) {
         mTree.SelectNothing();
     }
-    const std::unique_ptr<QTreeWidgetItem> node(mItems.at(removed.front()).node);
-    for (const TreeItem item : removed) {
-        mKeys.erase(mItems.at(item).key);
-        mItems.erase(item);
-    }
+    const std::unique_ptr<QTreeWidgetItem> removed(&ItemOf(node));
 }
 
-TreeItem TreeView::Find(std::string_view key) const {
-    const auto found = mKeys.find(key);
-    if (found == mKeys.end()) {
-        throw std::out_of_range("no item has this key");
-    }
-    return found->second;
+void TreeView::RemoveNodes() {
+    mTree.SelectNothing();
+    mTree.clear();
 }
 
-TreeItem TreeView::At(std::int32_t index) const {
-    return Position(index)->first;
+void TreeView::ShowText(void* node, std::string_view text) {
+    ItemOf(node).setText(0, ToQt(text));
 }
 
-void TreeView::SetText(TreeItem item, std::string_view text) {
-    Item& content = mItems.at(item);
-    content.text = text;
-    content.node->setText(0, ToQt(text));
+void TreeView::ExpandNode(void* node) {
+    ItemOf(node).setExpanded(true);
 }
 
-std::int32_t TreeView::Index(TreeItem item) const {
-    const auto position = mItems.find(item);
-    if (position == mItems.end()) {
-        throw std::out_of_range("the item is not in the tree");
-    }
-    return static_cast<std::int32_t>(std::distance(mItems.begin(), position)) + 1;
-}
-
-TreeView::Items::const_iterator TreeView::Position(std::int32_t index) const {
-    if (index < 1 || static_cast<std::size_t>(index) > mItems.size()) {
-        throw std::out_of_range("no item has this index");
-    }
-    return std::next(mItems.begin(), index - 1);
-}
-
-TreeItem TreeView::ItemOf(const QTreeWidgetItem* node) {
-    return node == nullptr ? TreeItem::None : static_cast<TreeItem>(node->data(0, ItemRole).toUInt());
-}
-
-void TreeView::RaiseClick(const QTreeWidgetItem* node) {
-    const TreeItem item = ItemOf(node);
-    WindowFocus().UpdateInUse();
-    const FocusEvents::Command command(WindowFocus().events, FocusEvents::Keyboard::Stays);
-    if (onNodeClick) {
-        onNodeClick(item);
-    }
+void TreeView::SelectNode(void* node) {
+    mTree.setCurrentItem(&ItemOf(node));
 }
 
 } // namespace tessaly::qt

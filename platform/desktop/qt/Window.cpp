@@ -1,8 +1,9 @@
 // Keys are seen on their way from the window system to the window, in front of menus and controls, and always go on.
 #include "platform/desktop/qt/Window.h"
 
+#include "platform/desktop/Raise.h"
 #include "platform/desktop/qt/Keys.h"
-#include "platform/desktop/qt/Post.h"
+#include "platform/desktop/qt/Text.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
@@ -12,6 +13,7 @@
 #include <QImageReader>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QPainter>
 #include <QPixmap>
 #include <QScreen>
 #include <QUrl>
@@ -29,165 +31,193 @@ namespace {
 // is shown, and on some systems never.
 constexpr int FrameHeight = 30;
 
-// Calls a function when it goes, also by way of an exception.
-class AtEnd {
-public:
-    explicit AtEnd(std::function<void()> function) : mFunction(std::move(function)) {}
-    AtEnd(const AtEnd&) = delete;
-    AtEnd& operator=(const AtEnd&) = delete;
-    ~AtEnd() { mFunction(); }
-
-private:
-    std::function<void()> mFunction;
-};
-
 bool HasFiles(const QMimeData& data) {
     const QList<QUrl> urls = data.urls();
     return std::any_of(urls.begin(), urls.end(), [](const QUrl& url) { return url.isLocalFile(); });
 }
 
+// A menu that opens at a control, such as the one with Cut and Paste, is a part of that control.
+bool IsAtWorkElsewhere(const QWidget* widget) {
+    const QWidget* const popup = QApplication::activePopupWidget();
+    const QObject* owner = popup;
+    while (owner != nullptr && owner != widget) {
+        owner = owner->parent();
+    }
+    return QApplication::activeModalWidget() != nullptr || (popup != nullptr && owner == nullptr);
+}
+
 } // namespace
 
-Frame::Frame() {
+void FocusFrame::paintEvent(QPaintEvent*) {
+    constexpr int width = 2;
+    QPainter painter(this);
+    const QRect round = rect();
+    const QRect inner = round.adjusted(width, width, -width, -width);
+    painter.setClipRegion(QRegion(round) - inner);
+    painter.fillRect(round, palette().color(QPalette::Highlight));
+}
+
+Window::Window(tessaly::Application& application) : tessaly::Window(application) {
     setCentralWidget(std::make_unique<QWidget>().release()); // the window's own from here on
     centralWidget()->installEventFilter(this);
     setAcceptDrops(true);
     setContextMenuPolicy(Qt::NoContextMenu);
     const QSize room = screen()->availableSize();
-    const Extent first = FirstExtent({0, 0, ToTwips(room.width()), ToTwips(room.height())});
+    const Size first = FirstSize({ToTwips(room.width()), ToTwips(room.height())});
     resize(ToPixels(first.width), ToPixels(first.height) - FrameHeight);
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { ShowFocus(now); });
+    mLastSize = size();
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+        ShowFocus(now);
+        MoveFocus(now);
+    });
     winId(); // so that there is a window to see the keys of
     windowHandle()->installEventFilter(this);
 }
 
 // The focus goes from control to control while they are destroyed.
-Frame::~Frame() {
+Window::~Window() {
     disconnect(qApp, nullptr, this, nullptr);
 }
 
-void Frame::ShowFocus(QWidget* focus) {
+void Window::Watch(tessaly::Control& control, QWidget& widget) {
+    mWidgets.emplace_back(&widget, &control);
+}
+
+void Window::StopWatching() {
+    mWidgets.clear();
+    controls.focus.End();
+}
+
+void Window::ShowFocus(QWidget* focus) {
     while (focus != nullptr && focus->parentWidget() != centralWidget()) {
         focus = focus->parentWidget();
     }
     mFocusFrame.setWidget(dynamic_cast<QAbstractScrollArea*>(focus)); // buttons show it themselves
 }
 
-bool Frame::eventFilter(QObject* object, QEvent* event) {
-    if (object == centralWidget() && event->type() == QEvent::Resize && onClientSize) {
-        onClientSize();
+void Window::MoveFocus(const QWidget* focus) {
+    const auto found = std::find_if(mWidgets.begin(), mWidgets.end(), [focus](const auto& each) {
+        return each.first == focus || (focus != nullptr && each.first->isAncestorOf(focus));
+    });
+    if (HasEnded()) {
+        return;
     }
-    if ((event->type() == QEvent::WindowBlocked || event->type() == QEvent::WindowUnblocked) && onBlocked) {
-        onBlocked();
+    if (found != mWidgets.end() && !IsAtWorkElsewhere(focus)) {
+        controls.focus.MovedTo(*found->second);
+    } else {
+        controls.focus.Taken();
     }
-    const bool isKey = object == windowHandle() && event->type() == QEvent::KeyPress;
-    if (isKey && onKey && QApplication::activePopupWidget() == nullptr &&
-        QApplication::activeModalWidget() == nullptr) {
-        const auto& key = static_cast<const QKeyEvent&>(*event);
-        onKey(VirtualKey(key), ShiftState(key.modifiers()));
+}
+
+void Window::UpdateFocus() {
+    MoveFocus(QApplication::focusWidget());
+}
+
+void Window::UpdateFocusInUse() {
+    MoveFocus(focusWidget());
+}
+
+// Among the events of controls, the first menu that opens and the last one that closes send some, although the focus
+// does not move.
+bool Window::eventFilter(QObject* object, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+        if (object != windowHandle()) { // which is told before its controls are
+            UpdateFocus();
+        }
+        break;
+    case QEvent::WindowBlocked:
+    case QEvent::WindowUnblocked:
+        UpdateFocus();
+        break;
+    case QEvent::Resize:
+        if (object == centralWidget()) {
+            LayOut(Client());
+        }
+        break;
+    case QEvent::KeyPress:
+        if (object == windowHandle() && QApplication::activePopupWidget() == nullptr &&
+            QApplication::activeModalWidget() == nullptr) {
+            const auto& key = static_cast<const QKeyEvent&>(*event);
+            UpdateFocusInUse();
+            TellKey(VirtualKey(key), ShiftState(key.modifiers()));
+        }
+        break;
+    default:
+        break;
     }
     return QMainWindow::eventFilter(object, event);
 }
 
-void Frame::closeEvent(QCloseEvent* event) {
+void Window::closeEvent(QCloseEvent* event) {
     event->accept();
-    if (onCloseRequest) {
-        onCloseRequest();
-    }
+    Unload();
 }
 
-void Frame::resizeEvent(QResizeEvent* event) {
+void Window::resizeEvent(QResizeEvent* event) {
     QMainWindow::resizeEvent(event);
-    if (onSize) {
-        onSize();
+    if (!HasEnded() && size() != std::exchange(mLastSize, size())) {
+        Raise(onResize);
     }
 }
 
-void Frame::dragEnterEvent(QDragEnterEvent* event) {
+void Window::dragEnterEvent(QDragEnterEvent* event) {
     if (HasFiles(*event->mimeData())) {
         event->acceptProposedAction();
     }
 }
 
 // The program that the files come from waits for the end of the drop, so what they mean comes behind it.
-void Frame::dropEvent(QDropEvent* event) {
+void Window::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
     Post(*this, [this, urls = event->mimeData()->urls()] {
         for (const QUrl& url : urls) {
-            if (url.isLocalFile() && onDrop) {
-                onDrop(FromQt(url.toLocalFile()));
+            if (url.isLocalFile() && QApplication::activeModalWidget() == nullptr) {
+                TellDrop(FromQt(url.toLocalFile()));
             }
         }
     });
 }
 
-Window::Window(Frame& frame, Focus& focus, std::function<void()> onF1)
-    : mFrame(frame),
-      mFocus(focus),
-      mOnF1(std::move(onF1)),
-      mLastSize(frame.size()) {
-    mFrame.onCloseRequest = [this] { Unload(); };
-    mFrame.onSize = [this] { Resized(); };
-    mFrame.onKey = [this](int keyCode, int shift) { KeyPressed(keyCode, shift); };
-    mFrame.onDrop = [this](const std::string& path) {
-        if (onFileDropped && QApplication::activeModalWidget() == nullptr) {
-            const FocusEvents::Command command(mFocus.events, FocusEvents::Keyboard::IsTaken);
-            onFileDropped(path);
-        }
-    };
-    mFrame.onBlocked = [this] { mFocus.Update(); };
-}
-
-void Window::Show() {
-    if (!std::exchange(mIsLoaded, true) && onLoad) {
-        onLoad();
+bool Window::focusNextPrevChild(bool next) {
+    tessaly::Control* const stop = controls.NextStop(!next);
+    if (stop != nullptr) {
+        stop->TakeKeyboard();
     }
-    if (!mIsClosed) {
-        mFocus.Begin();
-        mFrame.show();
+    return stop != nullptr;
+}
+
+// Where no control has the focus yet, the first one gets it.
+void Window::ShowFrame() {
+    for (const auto& [widget, control] : mWidgets) {
+        widget->installEventFilter(this);
     }
-}
-
-// The window is gone before the event, so that closing it again in there raises nothing.
-void Window::Unload() {
-    if (std::exchange(mIsClosed, true)) {
-        return;
+    if (tessaly::Control* const first = controls.ToReturnTo(); first != nullptr && controls.Owner() == nullptr) {
+        first->TakeKeyboard();
     }
-    mFocus.End();
-    const AtEnd atEnd([this] {
-        mFrame.hide();
-        if (onEnded) {
-            onEnded();
-        }
-    });
-    if (onUnload) {
-        onUnload();
-    }
+    show();
 }
 
-float Window::Width() const {
-    return ToTwips(mFrame.width());
+void Window::CloseFrame() {
+    hide();
+    Raise(onEnded);
 }
 
-float Window::Height() const {
-    return ToTwips(mFrame.height() + FrameHeight);
+void Window::SetCaption(std::string_view caption) {
+    setWindowTitle(ToQt(caption));
 }
 
-float Window::ClientWidth() const {
-    return ToTwips(mFrame.width());
+Size Window::Outer() const {
+    return {ToTwips(width()), ToTwips(height() + FrameHeight)};
 }
 
-float Window::ClientHeight() const {
-    return ToTwips(mFrame.height() - mFrame.menuBar()->heightForWidth(mFrame.width()));
+Size Window::Client() const {
+    return {ToTwips(width()), ToTwips(height() - menuBar()->heightForWidth(width()))};
 }
 
 void Window::SetMinimumSize(float width, float height) {
-    mFrame.setMinimumSize(ToPixels(width), ToPixels(height) - FrameHeight);
-}
-
-void Window::SetFooter(float height) {
-    mFooter = height;
-    mFrame.onClientSize();
+    setMinimumSize(ToPixels(width), ToPixels(height) - FrameHeight);
 }
 
 void Window::SetIcon(const std::string& path) {
@@ -198,40 +228,16 @@ void Window::SetIcon(const std::string& path) {
     if (picture.isNull()) {
         throw std::runtime_error("the icon cannot be loaded");
     }
-    mFrame.setWindowIcon(QIcon(picture));
+    setWindowIcon(QIcon(picture));
 }
 
 void Window::SendKey(int key) {
-    Post(mFrame, [&frame = mFrame, key] {
+    Post(*this, [this, key] {
         for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
             QKeyEvent event(type, key, Qt::NoModifier);
-            QCoreApplication::sendEvent(frame.windowHandle(), &event);
+            QCoreApplication::sendEvent(windowHandle(), &event);
         }
     });
-}
-
-void Window::Resized() {
-    if (mIsClosed || mFrame.size() == mLastSize) {
-        return;
-    }
-    mLastSize = mFrame.size();
-    if (mIsLoaded && onResize) {
-        onResize();
-    }
-}
-
-void Window::KeyPressed(int keyCode, int shift) {
-    if (mIsClosed) {
-        return;
-    }
-    mFocus.UpdateInUse();
-    if (onKeyDown) {
-        const FocusEvents::Command command(mFocus.events, FocusEvents::Keyboard::Stays);
-        onKeyDown(keyCode, shift);
-    }
-    if (keyCode == KeyF1 && !mIsClosed) {
-        mOnF1();
-    }
 }
 
 } // namespace tessaly::qt

@@ -3,69 +3,55 @@
 #pragma once
 
 #include "platform/desktop/Window.h"
-#include "platform/desktop/qt/Focus.h"
-#include "platform/desktop/qt/FocusFrame.h"
-#include "platform/desktop/qt/Text.h"
 
+#include <QFocusFrame>
 #include <QMainWindow>
 #include <QSize>
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace tessaly::qt {
 
-// Qt's window, which passes on what happens to it.
-class Frame final : public QMainWindow {
+// A frame in the colour of selections round the control that has the keyboard. Many styles show little of that. Qt
+// keeps it round its control and above it, and the mouse goes through.
+class FocusFrame final : public QFocusFrame {
 public:
-    Frame();
-    Frame(const Frame&) = delete;
-    Frame& operator=(const Frame&) = delete;
-    ~Frame() override;
-
-    QWidget& Client() { return *centralWidget(); }
-
-    std::function<void()> onCloseRequest;
-    std::function<void()> onSize;
-    std::function<void()> onClientSize;
-    std::function<void(int keyCode, int shift)> onKey;
-    std::function<void(const std::string& path)> onDrop;
-    std::function<void()> onBlocked; // a dialog comes or goes in front
-
-    // Sees what the window system sends to the window before any control does.
-    bool eventFilter(QObject* object, QEvent* event) override;
+    using QFocusFrame::QFocusFrame;
 
 protected:
-    void closeEvent(QCloseEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    void dragEnterEvent(QDragEnterEvent* event) override;
-    void dropEvent(QDropEvent* event) override;
-
-private:
-    void ShowFocus(QWidget* focus);
-
-    FocusFrame mFocusFrame{this};
+    void paintEvent(QPaintEvent* event) override;
 };
 
-class Window final : public tessaly::Window {
+// It also finds out which control has the keyboard. Qt keeps the focus where it was while a menu, a dialog or another
+// program has the keyboard, and tells of a dialog only when the window system has given it the keyboard.
+class Window final : public QMainWindow, public tessaly::Window {
 public:
-    // `onF1` is what the key F1 does behind the program's own handler.
-    Window(Frame& frame, Focus& focus, std::function<void()> onF1);
+    explicit Window(tessaly::Application& application);
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+    ~Window() override;
 
-    void Show() override;
-    void Unload() override;
-    std::string Caption() const override { return FromQt(mFrame.windowTitle()); }
-    void SetCaption(std::string_view caption) override { mFrame.setWindowTitle(ToQt(caption)); }
-    float Width() const override;
-    float Height() const override;
-    float ClientWidth() const override;
-    float ClientHeight() const override;
+    void SetCaption(std::string_view caption) override;
+    Size Outer() const override;
+    Size Client() const override;
     void SetMinimumSize(float width, float height) override;
-    void SetFooter(float height) override;
     void SetIcon(const std::string& path) override;
 
-    // From the top of the client area, in twips.
-    float FooterTop() const { return ClientHeight() - mFooter; }
+    // What the controls stand in.
+    QWidget& Area() { return *centralWidget(); }
+
+    // The focus of `widget`, and of what is in it, is that of the control.
+    void Watch(tessaly::Control& control, QWidget& widget);
+
+    // The controls go.
+    void StopWatching();
+
+    // Raises the events for where the keyboard is, when a key, a click or an edit has just shown that it is in the
+    // window, whether that is the active one or not: some window systems do not tell.
+    void UpdateFocusInUse();
 
     // Sends a key as if the user had pressed it, when everything before it is done.
     void SendKey(int key);
@@ -73,19 +59,26 @@ public:
     // Raised when the window has gone. Whoever runs the event loop ends it.
     std::function<void()> onEnded;
 
-    bool HasEnded() const { return mIsClosed; }
+    // Sees what the window system sends to the window before menus and controls do; it always goes on to them.
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
-    void Resized();
-    void KeyPressed(int keyCode, int shift);
+    void ShowFrame() override;
+    void CloseFrame() override;
+    void ShowFocus(QWidget* focus);
+    void MoveFocus(const QWidget* focus);
+    void UpdateFocus();
 
-    Frame& mFrame;
-    Focus& mFocus;
-    std::function<void()> mOnF1;
+    FocusFrame mFocusFrame{this};
+    std::vector<std::pair<QWidget*, tessaly::Control*>> mWidgets;
     QSize mLastSize;
-    float mFooter = 0;
-    bool mIsLoaded = false;
-    bool mIsClosed = false;
 };
 
 } // namespace tessaly::qt

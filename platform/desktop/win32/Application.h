@@ -6,39 +6,29 @@
 
 #include <functional>
 #include <string>
-#include <utility>
 
 namespace tessaly::win32 {
 
+// Opens a help file with what Windows has for its kind: .chm by HTML Help, .hlp by WinHelp, anything else, or where the
+// first of these cannot show it, by its file association. Nothing is told of a failure: the user sees that no help
+// comes up.
+void OpenHelpFile(HWND window, const std::string& path);
+
 class Application final : public tessaly::Application {
 public:
-    // What a test may put in place of the system's own.
-    struct Settings {
-        std::string commandLine;                                // of this program, without its name
-        std::function<void(HWND, const std::string&)> openHelp; // opens a help file
-    };
-
-    explicit Application(Settings settings) : mSettings(std::move(settings)) {}
-
     // Where the keys that are sent go, and what help is opened for.
     void SetWindow(HWND window) { mWindow = window; }
 
-    std::string CommandLine() const override { return mSettings.commandLine; }
-    std::int32_t Major() const override;
-    std::int32_t Minor() const override;
-    std::int32_t Revision() const override;
-    std::string Title() const override;
-    void SetHelpFile(std::string_view path) override { mHelpFile = path; }
-    void SendF1() override;
-    void StartProcess(const std::string& commandLine, std::int32_t windowStyle) override;
+    // What opens the help.
+    std::function<void(HWND window, const std::string& path)> openHelp = OpenHelpFile;
 
-    // What the key F1 does behind the window's own handler.
-    void OpenHelp();
+    void SendF1() override;
+    void StartProcess(const std::string& line, std::int32_t windowStyle) override;
 
 private:
-    Settings mSettings;
+    void ShowHelp() override { openHelp(mWindow, helpFile); }
+
     HWND mWindow = nullptr;
-    std::string mHelpFile;
 };
 
 } // namespace tessaly::win32

@@ -3,12 +3,11 @@
 #include "platform/system/win32/Handle.h"
 
 #include <bit>
-#include <stdexcept>
 #include <string>
 
 namespace tessaly::win32 {
 
-Child::Child(Parent& parent, const Kind& kind) : mParent(parent) {
+Child::Child(Parent& parent, const Kind& kind, tessaly::Control& control) : mParent(parent), mControl(control) {
     const std::wstring text(kind.text);
     mHandle = CreateWindowExW(kind.extendedStyle, kind.windowClass, text.c_str(), WS_CHILD | WS_VISIBLE | kind.style, 0,
                               0, 0, 0, parent.Handle(), std::bit_cast<HMENU>(static_cast<INT_PTR>(kind.id)),
@@ -24,55 +23,32 @@ Child::Child(Parent& parent, const Kind& kind) : mParent(parent) {
 
 Child::~Child() {
     mParent.Remove(*this);
-    mParent.focus.End(); // controls go with their window
+    mParent.order.focus.End(); // controls go with their window
     if (mHandle != nullptr) {
         SetWindowLongPtrW(mHandle, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(mBase));
         DestroyWindow(mHandle);
     }
 }
 
-Extent Child::Place() const {
-    if (mExtent) {
-        return *mExtent;
-    }
-    RECT rect = {};
-    GetWindowRect(mHandle, &rect);
-    MapWindowPoints(nullptr, mParent.Handle(), reinterpret_cast<POINT*>(&rect), 2);
-    const int dpi = mParent.Dpi();
-    return {ToTwips(rect.left, dpi), ToTwips(rect.top, dpi), ToTwips(rect.right - rect.left, dpi),
-            ToTwips(rect.bottom - rect.top, dpi)};
-}
-
-void Child::SetPlace(const Extent& extent) {
-    mExtent = extent;
-    Move();
-}
-
 // Each edge is rounded for itself, so that controls that touch in twips touch on the screen.
-void Child::Move() {
-    if (!mExtent) {
-        return;
-    }
-    const Extent shown = ShownAbove(mParent.FooterTop(), *mExtent);
+void Child::Place(const Extent& place) {
     const int dpi = mParent.Dpi();
-    const int left = ToPixels(shown.left, dpi);
-    const int top = ToPixels(shown.top, dpi);
-    const int width = ToPixels(shown.left + shown.width, dpi) - left;
-    const int height = ToPixels(shown.top + shown.height, dpi) - top;
+    const int left = ToPixels(place.left, dpi);
+    const int top = ToPixels(place.top, dpi);
+    const int width = ToPixels(place.left + place.width, dpi) - left;
+    const int height = ToPixels(place.top + place.height, dpi) - top;
     SetWindowPos(mHandle, nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
 }
 
-void Child::TakeFocus() {
-    if (!CanHaveFocus()) {
-        throw std::runtime_error("the control cannot have the focus");
-    }
-    ::SetFocus(mHandle);
-    mParent.focus.MovedByProgram(*this);
+float Child::ShownHeight() const {
+    RECT rect = {};
+    GetWindowRect(mHandle, &rect);
+    return ToTwips(rect.bottom - rect.top, mParent.Dpi());
 }
 
 void Child::Rescale() {
     Send(WM_SETFONT, reinterpret_cast<WPARAM>(mParent.Font()), TRUE);
-    Move();
+    mControl.Move();
 }
 
 LRESULT Child::Message(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -114,9 +90,9 @@ LRESULT CALLBACK Child::Procedure(HWND window, UINT message, WPARAM wParam, LPAR
     const LRESULT result = self.Message(message, wParam, lParam);
     self.ShowFocus(message);
     if (message == WM_SETFOCUS) {
-        self.mParent.focus.MovedTo(self);
+        self.mParent.order.focus.MovedTo(self.mControl);
     } else if (message == WM_KILLFOCUS && IsChild(self.mParent.Handle(), std::bit_cast<HWND>(wParam)) == 0) {
-        self.mParent.focus.Taken(); // else the other control tells
+        self.mParent.order.focus.Taken(); // else the other control tells
     }
     return result;
 }

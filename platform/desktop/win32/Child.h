@@ -1,44 +1,17 @@
 // What every control of a window has in common: its window, its place, and the messages that concern it.
 #pragma once
 
-#include "platform/desktop/FocusEvents.h"
-#include "platform/desktop/Window.h"
+#include "platform/desktop/Control.h"
+#include "platform/desktop/Raise.h"
 #include "platform/desktop/win32/Headers.h"
+#include "platform/desktop/win32/Parent.h"
 #include "platform/desktop/win32/Screen.h"
 
-#include <functional>
-#include <limits>
-#include <optional>
 #include <string_view>
 
 namespace tessaly::win32 {
 
-class Child;
-
-// The window that controls stand in.
-class Parent {
-public:
-    virtual ~Parent() = default;
-
-    virtual HWND Handle() const = 0;
-    virtual int Dpi() const = 0;
-    virtual HFONT Font() const = 0;
-
-    // Where the footer of the window begins, in twips from the top of its client area.
-    virtual float FooterTop() const { return std::numeric_limits<float>::max(); }
-
-    // A control comes; it is told of the messages about it from now on. They stand in the order of the Tab key.
-    virtual void Add(Child& child) = 0;
-    virtual void Remove(Child& child) = 0;
-
-    // See EventLoop.
-    virtual void Later(std::function<void()> action) = 0;
-
-    // Where the keyboard is among the controls, and which commands run.
-    FocusEvents focus;
-};
-
-class Child : public FocusTarget {
+class Child {
 public:
     struct Kind {
         const wchar_t* windowClass = nullptr;
@@ -48,30 +21,18 @@ public:
         std::wstring_view text = {};
     };
 
-    Child(Parent& parent, const Kind& kind);
+    // `control` is what the program knows it as.
+    Child(Parent& parent, const Kind& kind, tessaly::Control& control);
     Child(const Child&) = delete;
     Child& operator=(const Child&) = delete;
-    ~Child() override;
+    virtual ~Child();
 
     // Null when the window around it is gone.
     HWND Handle() const { return mHandle; }
 
-    Extent Place() const;
-    void SetPlace(const Extent& extent);
+    tessaly::Control& AsControl() const { return mControl; }
 
-    // Puts it on the screen where the program has placed it.
-    void Move();
-
-    // Whether the program has given it a place; else the window may choose one.
-    bool IsPlaced() const { return mExtent.has_value(); }
-
-    // Whether the Tab key stops at it in the main window, where no style says so; at first it does.
-    bool IsTabStop() const { return mIsTabStop; }
-
-    // Focus
-    virtual bool CanHaveFocus() const { return false; }
     virtual bool TakesTabKey() const { return false; }
-    void TakeFocus(); // throws std::runtime_error
 
     // A WM_COMMAND or WM_NOTIFY of this control. What a notification returns is 0 unless said otherwise.
     virtual void Command(int /*id*/, int /*code*/) {}
@@ -82,6 +43,9 @@ public:
     virtual void ColoursChanged() {}
 
 protected:
+    void Place(const Extent& place); // in twips of the client area of its window
+    float ShownHeight() const;
+
     Parent& ParentWindow() const { return mParent; }
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
         return SendMessageW(mHandle, message, wParam, lParam);
@@ -91,18 +55,36 @@ protected:
     virtual LRESULT Message(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam);
 
-    void SetIsTabStop(bool stop) { mIsTabStop = stop; }
-
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void ShowFocus(UINT message);
 
     Parent& mParent;
+    tessaly::Control& mControl;
     HWND mHandle = nullptr;
     WNDPROC mBase = nullptr; // of the control itself
-    std::optional<Extent> mExtent;
-    bool mIsTabStop = true;
     bool mHasKeyboard = false;
+};
+
+// The same, put on top of an interface.
+template <class Interface>
+class Control : public Interface, public Child {
+public:
+    template <class... Arguments>
+    Control(Parent& parent, const Kind& kind, Arguments... arguments)
+        : Interface(parent.order, arguments...),
+          Child(parent, kind, *this) {}
+
+    void TakeKeyboard() override { ::SetFocus(Handle()); }
+
+protected:
+    void Show(const Extent& place) override { Place(place); }
+};
+
+// A control of one of the small windows that nobody reaches but the window itself.
+class Part final : public Control<tessaly::Control> {
+public:
+    using Control::Control;
 };
 
 } // namespace tessaly::win32

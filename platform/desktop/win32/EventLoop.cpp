@@ -1,6 +1,6 @@
 #include "platform/desktop/win32/EventLoop.h"
 
-#include "platform/desktop/win32/Raise.h"
+#include "platform/desktop/Raise.h"
 
 #include <utility>
 
@@ -23,17 +23,6 @@ void EventLoop::RunWhile(const std::function<bool()>& goesOn, const Filter& filt
         }
         Handle(message, filter);
     }
-}
-
-bool EventLoop::RunWaiting() {
-    MSG message = {};
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
-        if (message.message == WM_QUIT) {
-            return false;
-        }
-        Handle(message, mainFilter);
-    }
-    return true;
 }
 
 void EventLoop::Later(HWND window, std::function<void()> action) {

@@ -25,9 +25,6 @@ public:
     // Runs a modal window's loop while `goesOn`. An end of the program in it ends the outer loops, too.
     void RunWhile(const std::function<bool()>& goesOn, const Filter& filter);
 
-    // Handles what is waiting and returns. False when the program is to end.
-    bool RunWaiting();
-
     // Has `action` done when the message that is being handled is done with: for events whose handlers may take down
     // the very control that is still at work with the message. `window` is one of this thread.
     void Later(HWND window, std::function<void()> action);

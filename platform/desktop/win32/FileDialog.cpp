@@ -14,8 +14,6 @@ namespace {
 
 constexpr const wchar_t* Library = L"comdlg32.dll";
 
-constexpr std::int32_t HideReadOnly = 4;
-
 // Room for any path that Windows takes.
 constexpr std::size_t PathRoom = 32768;
 
@@ -46,16 +44,10 @@ DWORD FilterCount(std::string_view filter) {
 
 } // namespace
 
-std::string FileDialog::ShowOpen(const FileDialogSettings& settings) {
-    return Show(settings, LibraryFunction<Dialog>(Library, "GetOpenFileNameW"));
-}
-
-std::string FileDialog::ShowSave(const FileDialogSettings& settings) {
-    return Show(settings, LibraryFunction<Dialog>(Library, "GetSaveFileNameW"));
-}
-
 // Without a flag that asks for it no dialog questions what is chosen, and without a default extension none is added.
-std::string FileDialog::Show(const FileDialogSettings& settings, Dialog dialog) {
+std::optional<std::string> FileDialog::Ask(Kind kind, const FileDialogSettings& settings) {
+    using Dialog = BOOL(WINAPI*)(OPENFILENAMEW*);
+    const auto dialog = LibraryFunction<Dialog>(Library, kind == Kind::Open ? "GetOpenFileNameW" : "GetSaveFileNameW");
     const WorkingDirectory kept;
     const std::wstring filter = DialogFilter(settings.filter);
     const auto wanted = static_cast<DWORD>(std::max(settings.filterIndex, 1));
@@ -81,13 +73,7 @@ std::string FileDialog::Show(const FileDialogSettings& settings, Dialog dialog) 
         data.lpstrFile = path.data();
         isChosen = dialog(&data);
     }
-    if (isChosen != 0) {
-        return ToUtf8(path.c_str());
-    }
-    if (settings.cancelIsError) {
-        throw DialogCancelled();
-    }
-    return "";
+    return isChosen != 0 ? std::optional(ToUtf8(path.c_str())) : std::nullopt;
 }
 
 } // namespace tessaly::win32

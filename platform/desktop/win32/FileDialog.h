@@ -10,12 +10,8 @@ class FileDialog final : public tessaly::FileDialog {
 public:
     explicit FileDialog(HWND mainWindow) : mMainWindow(mainWindow) {}
 
-    std::string ShowOpen(const FileDialogSettings& settings) override;
-    std::string ShowSave(const FileDialogSettings& settings) override;
-
 private:
-    using Dialog = BOOL(WINAPI*)(OPENFILENAMEW*);
-    std::string Show(const FileDialogSettings& settings, Dialog dialog);
+    std::optional<std::string> Ask(Kind kind, const FileDialogSettings& settings) override;
 
     HWND mMainWindow;
 };

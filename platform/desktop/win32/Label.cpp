@@ -8,7 +8,6 @@ namespace tessaly::win32 {
 Label::Label(Parent& parent, int id) : Control(parent, {WC_STATICW, SS_LEFT | SS_NOPREFIX, 0, id}) {}
 
 void Label::SetCaption(std::string_view caption) {
-    mCaption = caption;
     for (HWND named : {Handle(), mNamed}) {
         if (named != nullptr) {
             SetWindowTextW(named, ToWide(caption).c_str());

@@ -1,10 +1,7 @@
 // A label: a static text.
 #pragma once
 
-#include "platform/desktop/Label.h"
-#include "platform/desktop/win32/Control.h"
-
-#include <string>
+#include "platform/desktop/win32/Child.h"
 
 namespace tessaly::win32 {
 
@@ -12,7 +9,6 @@ class Label final : public Control<tessaly::Label> {
 public:
     Label(Parent& parent, int id);
 
-    std::string Caption() const override { return mCaption; }
     void SetCaption(std::string_view caption) override;
     float PreferredHeight() const override;
 
@@ -20,10 +16,7 @@ public:
     // their name from the label in front of them.
     void SetNamed(HWND control) { mNamed = control; }
 
-    bool HasTabStop() const override { return false; }
-
 private:
-    std::string mCaption;
     HWND mNamed = nullptr;
 };
 

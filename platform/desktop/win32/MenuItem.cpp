@@ -1,26 +1,20 @@
+// All items are win32::MenuItem: nobody else makes any for this desktop.
 #include "platform/desktop/win32/MenuItem.h"
 
 #include "platform/desktop/win32/ControlIds.h"
-#include "platform/desktop/win32/Raise.h"
 #include "platform/system/win32/Text.h"
-
-#include <algorithm>
-#include <stdexcept>
 
 namespace tessaly::win32 {
 
 MenuItem::MenuItem(HWND window, HMENU menu, int id, std::string_view name)
-    : mWindow(window),
+    : tessaly::MenuItem(name),
+      mWindow(window),
       mMenu(menu),
-      mPlace(static_cast<UINT>(GetMenuItemCount(menu))),
-      mId(id),
-      mName(name),
-      mCaption(name) {
+      mPlace(static_cast<UINT>(GetMenuItemCount(menu))) {
     AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(id), ToWide(name).c_str());
 }
 
-void MenuItem::SetCaption(std::string_view caption) {
-    mCaption = caption;
+void MenuItem::ShowCaption(std::string_view caption) {
     std::wstring text = ToWide(caption);
     MENUITEMINFOW info = {};
     info.cbSize = sizeof info;
@@ -29,33 +23,23 @@ void MenuItem::SetCaption(std::string_view caption) {
     SetInfo(info);
 }
 
-bool MenuItem::IsChecked() const {
-    return (Info(MIIM_STATE).fState & MFS_CHECKED) != 0;
-}
-
 void MenuItem::SetChecked(bool checked) {
     CheckMenuItem(mMenu, mPlace, MF_BYPOSITION | static_cast<UINT>(checked ? MF_CHECKED : MF_UNCHECKED));
 }
 
+HMENU MenuItem::DropDownThatIsThere() const {
+    return GetSubMenu(mMenu, static_cast<int>(mPlace));
+}
+
 HMENU MenuItem::DropDown() {
-    MENUITEMINFOW info = Info(MIIM_SUBMENU);
-    if (info.hSubMenu == nullptr) {
+    if (DropDownThatIsThere() == nullptr) {
+        MENUITEMINFOW info = {};
+        info.cbSize = sizeof info;
+        info.fMask = MIIM_SUBMENU;
         info.hSubMenu = CreatePopupMenu();
         SetInfo(info);
     }
-    return info.hSubMenu;
-}
-
-HMENU MenuItem::DropDownThatIsThere() const {
-    return Info(MIIM_SUBMENU).hSubMenu;
-}
-
-MENUITEMINFOW MenuItem::Info(UINT mask) const {
-    MENUITEMINFOW info = {};
-    info.cbSize = sizeof info;
-    info.fMask = mask;
-    GetMenuItemInfoW(mMenu, mPlace, TRUE, &info);
-    return info;
+    return DropDownThatIsThere();
 }
 
 void MenuItem::SetInfo(const MENUITEMINFOW& info) {
@@ -64,8 +48,6 @@ void MenuItem::SetInfo(const MENUITEMINFOW& info) {
         DrawMenuBar(mWindow);
     }
 }
-
-Menus::Menus(HWND window) : mWindow(window), mBar(CreateMenu()) {}
 
 Menus::~Menus() {
     if (!mIsAttached) {
@@ -79,44 +61,25 @@ void Menus::Attach() {
     }
 }
 
-tessaly::MenuItem& Menus::Add(tessaly::MenuItem* parent, std::string_view name) {
-    const bool isTaken =
-        std::any_of(mItems.begin(), mItems.end(), [name](const auto& item) { return item->Name() == name; });
-    if (isTaken) {
-        throw std::invalid_argument("the name of the menu is taken");
-    }
+std::unique_ptr<tessaly::MenuItem> Menus::Make(tessaly::MenuItem* parent, std::string_view name) {
     HMENU menu = parent == nullptr ? mBar : static_cast<MenuItem*>(parent)->DropDown();
     const int id = ControlId::FirstMenu + static_cast<int>(mItems.size());
-    mItems.push_back(std::make_unique<MenuItem>(mWindow, menu, id, name));
+    auto item = std::make_unique<MenuItem>(mWindow, menu, id, name);
     if (IsWindowVisible(mWindow)) {
         DrawMenuBar(mWindow);
     }
-    return *mItems.back();
+    return item;
 }
 
 void Menus::AddSeparator(tessaly::MenuItem& parent) {
     AppendMenuW(static_cast<MenuItem&>(parent).DropDown(), MF_SEPARATOR, 0, nullptr);
 }
 
-void Menus::Choose(int id) const {
+void Menus::Choose(int id) {
     const auto place = static_cast<std::size_t>(id) - static_cast<std::size_t>(ControlId::FirstMenu);
-    if (place < mItems.size() && mItems[place]->DropDownThatIsThere() == nullptr) {
-        Raise(mItems[place]->onClick);
+    if (place < mItems.size() && static_cast<MenuItem&>(*mItems[place]).DropDownThatIsThere() == nullptr) {
+        RaiseClick(*mItems[place]);
     }
-}
-
-std::vector<const MenuItem*> Menus::Items(const tessaly::MenuItem* menu) const {
-    HMENU shown = menu == nullptr ? mBar : static_cast<const MenuItem*>(menu)->DropDownThatIsThere();
-    std::vector<const MenuItem*> items;
-    for (int place = 0; place < GetMenuItemCount(shown); ++place) {
-        MENUITEMINFOW info = {};
-        info.cbSize = sizeof info;
-        info.fMask = MIIM_ID | MIIM_FTYPE;
-        GetMenuItemInfoW(shown, static_cast<UINT>(place), TRUE, &info);
-        const bool isLine = (info.fType & MFT_SEPARATOR) != 0;
-        items.push_back(isLine ? nullptr : mItems.at(info.wID - static_cast<UINT>(ControlId::FirstMenu)).get());
-    }
-    return items;
 }
 
 } // namespace tessaly::win32

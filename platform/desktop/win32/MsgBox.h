@@ -10,14 +10,10 @@ class MsgBox final : public tessaly::MsgBox {
 public:
     explicit MsgBox(HWND mainWindow) : mMainWindow(mainWindow) {}
 
-    MsgResult Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) override;
-
-    // There is nobody to ask: no box is shown any more.
-    void AskNoMore() { mIsSilent = true; }
-
 private:
+    MsgResult Ask(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) override;
+
     HWND mMainWindow;
-    bool mIsSilent = false;
 };
 
 // What a box or dialog stands in front of: the window of the program that is on top, if any can be seen.

@@ -1,7 +1,7 @@
 // Pictures from files and from the program's resources.
 #pragma once
 
-#include "platform/desktop/win32/Gdi.h"
+#include "platform/desktop/win32/Headers.h"
 
 #include <string>
 

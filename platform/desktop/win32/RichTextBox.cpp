@@ -3,7 +3,6 @@
 
 #include "platform/desktop/win32/ControlIds.h"
 #include "platform/desktop/win32/Headers.h"
-#include "platform/desktop/win32/Raise.h"
 #include "platform/system/win32/Library.h"
 #include "platform/system/win32/Text.h"
 
@@ -180,7 +179,7 @@ void RichTextBox::SetText(std::string_view text) {
     std::wstring wide = ToWide(breaks.Set(text));
     const bool hasPictures = ShowControlCharacters(wide);
     if (mFuncBodyAvailable) {
-        Show(wide);
+        PutInOrBack(wide);
         Send(EM_SETREADONLY, FALSE); // if it came to the worst before
     }
     mBreaks = std::move(breaks);
@@ -192,15 +191,12 @@ void RichTextBox::SetText(std::string_view text) {
 }
 
 // The text of an unavailable pane is kept, but not shown.
-void RichTextBox::SetFuncBodyAvailable(bool available) {
-    if (mFuncBodyAvailable == available) {
-        return;
-    }
+void RichTextBox::ShowAvailable(bool available) {
     if (!available) {
         mText = mIsEdited ? ShownText() : std::move(mText);
         Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&mHiddenSelection));
     }
-    Show(available ? std::wstring_view(mText) : std::wstring_view());
+    PutInOrBack(available ? std::wstring_view(mText) : std::wstring_view());
     mFuncBodyAvailable = available;
     Send(EM_SETREADONLY, available ? FALSE : TRUE);
     ShowBackground();
@@ -226,7 +222,7 @@ void RichTextBox::ShowScrollBars() {
 
 // A control that has not taken all of a text gets the old one back. If it does not take that one either, nobody may
 // edit what it shows.
-void RichTextBox::Show(std::wstring_view text) {
+void RichTextBox::PutInOrBack(std::wstring_view text) {
     CodeLines lines(text);
     CHARRANGE selection = {};
     Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
@@ -266,14 +262,6 @@ bool RichTextBox::PutIn(std::wstring_view text) {
 void RichTextBox::SetTabStops(const std::vector<float>& stops) {
     mTabStops = stops;
     ShowTabStops();
-}
-
-void RichTextBox::GainFocus() {
-    Raise(onGotFocus);
-}
-
-void RichTextBox::LoseFocus() {
-    Raise(onLostFocus);
 }
 
 void RichTextBox::Command(int /*id*/, int code) {
@@ -407,46 +395,36 @@ bool RichTextBox::IsInOneLine(const Sight& before, const Sight& now) {
            before.text.x == now.text.x && before.text.y == now.text.y;
 }
 
-// Reads what has changed. Where the edit tells its place that costs no more in a long text than in a short one.
+// Where the edit tells its place only what it touched is read and compared, and what is behind it moved.
 void RichTextBox::Changed() {
     mIsEdited = true;
     const LONG before = static_cast<LONG>(mText.size());
-    const LONG now = ShownLength();
     const LONG end = Caret();
     const std::optional<LONG> knownStart = mEdit ? mEdit->start : std::nullopt;
     const LONG start = std::min(knownStart.value_or(0), end);
-    const LONG endBefore = end - (now - before);
+    const LONG endBefore = end - (ShownLength() - before);
     if (knownStart && endBefore >= start && endBefore <= before) {
-        std::wstring text;
-        text.reserve(static_cast<std::size_t>(now));
-        text.append(mText, 0, static_cast<std::size_t>(start));
-        text.append(ShownText(start, end));
-        text.append(mText, static_cast<std::size_t>(endBefore));
-        TakeOver(std::move(text), static_cast<std::size_t>(start), static_cast<std::size_t>(before - endBefore));
+        TakeOver(static_cast<std::size_t>(start), static_cast<std::size_t>(endBefore), ShownText(start, end));
     } else {
-        TakeOver(ShownText(), 0, 0);
+        TakeOver(0, mText.size(), ShownText());
     }
     Raise(onChange);
 }
 
-// `sameInFront` and `sameBehind` are how much is known to be as before.
-void RichTextBox::TakeOver(std::wstring now, std::size_t sameInFront, std::size_t sameBehind) {
-    const std::size_t shorter = std::min(mText.size(), now.size());
-    std::size_t front = std::min(sameInFront, shorter);
-    while (front < shorter && mText[front] == now[front]) {
-        ++front;
-    }
-    std::size_t back = std::min(sameBehind, shorter - front);
-    while (back < shorter - front && mText[mText.size() - 1 - back] == now[now.size() - 1 - back]) {
-        ++back;
-    }
-    const std::wstring_view textBefore = mText;
-    const std::size_t first = CountBreaks(textBefore.substr(0, front));
-    const std::size_t removed = CountBreaks(textBefore.substr(front, mText.size() - front - back));
-    const std::size_t end = now.size() - back;
-    mBreaks.Replace(first, removed, CountBreaks(std::wstring_view(now).substr(front, end - front)));
-    mText = std::move(now);
-    mFormat.Edit(mText, front, end, removed);
+// `now` stands in place of the text from `start` to before `end`; some of it may be as before.
+void RichTextBox::TakeOver(std::size_t start, std::size_t end, std::wstring_view now) {
+    std::wstring_view before = std::wstring_view(mText).substr(start, end - start);
+    const auto front = std::mismatch(before.begin(), before.end(), now.begin(), now.end()).first - before.begin();
+    before.remove_prefix(static_cast<std::size_t>(front));
+    now.remove_prefix(static_cast<std::size_t>(front));
+    const auto back = std::mismatch(before.rbegin(), before.rend(), now.rbegin(), now.rend()).first - before.rbegin();
+    before.remove_suffix(static_cast<std::size_t>(back));
+    now.remove_suffix(static_cast<std::size_t>(back));
+    start += static_cast<std::size_t>(front);
+    const std::size_t removed = CountBreaks(before);
+    mBreaks.Replace(mFormat.LineAt(start), removed, CountBreaks(now));
+    mText.replace(start, before.size(), now);
+    mFormat.Edit(mText, start, start + now.size(), removed);
 }
 
 std::wstring RichTextBox::ShownText() const {

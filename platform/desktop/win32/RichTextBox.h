@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/desktop/RichTextBox.h"
-#include "platform/desktop/win32/Control.h"
-#include "platform/desktop/win32/Gdi.h"
+#include "platform/desktop/win32/Child.h"
+#include "platform/desktop/win32/Headers.h"
 #include "platform/desktop/win32/ViewFormat.h"
 #include "platform/text/LineBreaks.h"
 
@@ -19,15 +19,10 @@ public:
 
     std::string Text() const override;
     void SetText(std::string_view text) override;
-    bool FuncBodyAvailable() const override { return mFuncBodyAvailable; }
-    void SetFuncBodyAvailable(bool available) override;
     float CharacterWidth() const override;
     void SetTabStops(const std::vector<float>& stops) override;
 
-    bool CanHaveFocus() const override { return mFuncBodyAvailable; }
     bool TakesTabKey() const override { return true; }
-    void GainFocus() override;
-    void LoseFocus() override;
     void Command(int id, int code) override;
     void Rescale() override;
     void ColoursChanged() override;
@@ -39,9 +34,10 @@ private:
     void SetUpControl();
     void ApplyFont();
     void ShowTabStops();
+    void ShowAvailable(bool available) override;
     void ShowBackground();
     void ShowScrollBars();
-    void Show(std::wstring_view text);
+    void PutInOrBack(std::wstring_view text);
     bool PutIn(std::wstring_view text);
 
     // Where a message that edits does so. At the selection: it begins there, or at the caret behind it, and ends at the
@@ -69,7 +65,7 @@ private:
     Sight WhatIsSeen() const;
     static bool IsInOneLine(const Sight& before, const Sight& now);
     void Changed();
-    void TakeOver(std::wstring now, std::size_t sameInFront, std::size_t sameBehind);
+    void TakeOver(std::size_t start, std::size_t end, std::wstring_view now);
     std::wstring ShownText() const;
     std::wstring ShownText(LONG start, LONG end) const;
     LONG ShownLength() const;
@@ -81,7 +77,6 @@ private:
     bool mIsEdited = false;    // by the user, since it was put in
     ViewFormat mFormat;
     std::vector<float> mTabStops;
-    bool mFuncBodyAvailable = true;
     CHARRANGE mHiddenSelection = {}; // while it is not
     std::optional<Edit> mEdit;
 };

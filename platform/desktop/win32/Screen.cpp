@@ -94,6 +94,19 @@ float ToTwips(int pixels, int dpi) {
     return static_cast<float>(pixels) * TwipsPerInch / static_cast<float>(dpi);
 }
 
+RECT WorkArea(HWND window) {
+    MONITORINFO monitor = {};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor);
+    return monitor.rcWork;
+}
+
+std::wstring WindowText(HWND window) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
 SIZE FrameSize(SIZE client, DWORD style, DWORD extendedStyle, bool hasMenu, int dpi) {
     using Function = BOOL(WINAPI*)(RECT*, DWORD, BOOL, DWORD, UINT);
     static const auto function = User32<Function>("AdjustWindowRectExForDpi");

@@ -1,7 +1,7 @@
 // The resolution of a window, and what depends on it. Windows of one program can have several at a time.
 #pragma once
 
-#include "platform/desktop/win32/Gdi.h"
+#include "platform/desktop/win32/Headers.h"
 
 #include <string>
 
@@ -15,6 +15,12 @@ int SystemDpi();
 
 int ToPixels(float twips, int dpi); // the nearest
 float ToTwips(int pixels, int dpi);
+
+// What a window may take of the monitor that it is on, in pixels.
+RECT WorkArea(HWND window);
+
+// The text of a window or control of this program.
+std::wstring WindowText(HWND window);
 
 // The outer size of a window with this client area.
 SIZE FrameSize(SIZE client, DWORD style, DWORD extendedStyle, bool hasMenu, int dpi);

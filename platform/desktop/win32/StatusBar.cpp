@@ -9,55 +9,24 @@
 
 namespace tessaly::win32 {
 
-namespace {
-
-constexpr float FixedWidth = 1440; // of a panel that does not spring, in twips
-
-} // namespace
-
 StatusBar::StatusBar(Parent& parent) : Control(parent, {STATUSCLASSNAMEW, SBARS_SIZEGRIP, 0, ControlId::StatusBar1}) {
-    LayOut();
-}
-
-void StatusBar::AddPanel() {
-    mPanels.emplace_back();
-    LayOut();
+    ShowPanels();
 }
 
 float StatusBar::PreferredHeight() const {
     Send(WM_SIZE);
-    return Place().height;
-}
-
-void StatusBar::SetPanelSpring(std::int32_t number) {
-    Panel(number).isSpring = true;
-    LayOut();
-}
-
-void StatusBar::SetPanelText(std::int32_t number, std::string_view text) {
-    OnePanel& panel = Panel(number);
-    if (panel.text == text) {
-        return;
-    }
-    panel.text = text;
-    ShowText(static_cast<std::size_t>(number) - 1);
-}
-
-void StatusBar::Dock() {
-    if (!IsPlaced()) {
-        Send(WM_SIZE);
-    }
+    return ShownHeight();
 }
 
 void StatusBar::Rescale() {
     Child::Rescale();
-    LayOut();
+    ShowPanels();
 }
 
 LRESULT StatusBar::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     // Asked for its size it moves to the bottom by itself, which is right only without a place.
     if (message == WM_SIZE && IsPlaced()) {
-        LayOut();
+        ShowPanels();
         return 0;
     }
     if (message == WM_MOUSEMOVE && mToolTips == nullptr) { // not before: their window takes its time
@@ -66,13 +35,13 @@ LRESULT StatusBar::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     auto* const notice = message == WM_NOTIFY ? std::bit_cast<NMHDR*>(lParam) : nullptr;
     if (notice != nullptr && notice->code == TTN_GETDISPINFOW) {
         auto& asked = *reinterpret_cast<NMTTDISPINFOW*>(notice);
-        mToolTip = ToWide(mPanels.at(asked.hdr.idFrom).text);
+        mToolTip = ToWide(Panels().at(asked.hdr.idFrom).text);
         asked.lpszText = mToolTip.data();
         return 0;
     }
     const LRESULT result = Default(message, wParam, lParam);
     if (message == WM_SIZE) {
-        LayOut();
+        ShowPanels();
     }
     return result;
 }
@@ -86,7 +55,7 @@ void StatusBar::MakeToolTips() {
 
 // TTM_ADDTOOLW or TTM_NEWTOOLRECTW for each panel.
 void StatusBar::SendToolTips(UINT message) const {
-    for (std::size_t place = 0; mToolTips != nullptr && place < mPanels.size(); ++place) {
+    for (std::size_t place = 0; mToolTips != nullptr && place < Panels().size(); ++place) {
         TTTOOLINFOW tool = {};
         tool.cbSize = TTTOOLINFOW_V2_SIZE;
         tool.uFlags = TTF_SUBCLASS;
@@ -98,35 +67,10 @@ void StatusBar::SendToolTips(UINT message) const {
     }
 }
 
-// A number below 1 becomes one far behind the end.
-const StatusBar::OnePanel& StatusBar::Panel(std::int32_t number) const {
-    return mPanels.at(static_cast<std::size_t>(number) - 1);
-}
-
-StatusBar::OnePanel& StatusBar::Panel(std::int32_t number) {
-    return mPanels.at(static_cast<std::size_t>(number) - 1);
-}
-
-void StatusBar::LayOut() {
+void StatusBar::ShowPanels() {
     RECT rect = {};
     GetClientRect(Handle(), &rect);
-    const int fixedWidth = ToPixels(FixedWidth, ParentWindow().Dpi());
-    const auto springs = static_cast<int>(
-        std::count_if(mPanels.begin(), mPanels.end(), [](const OnePanel& panel) { return panel.isSpring; }));
-    const int taken = fixedWidth * (static_cast<int>(mPanels.size()) - springs);
-    int left = std::max(static_cast<int>(rect.right) - taken, 0);
-    int springsLeft = springs;
-    std::vector<int> edges;
-    int edge = 0;
-    for (const OnePanel& panel : mPanels) {
-        const int width = panel.isSpring ? left / springsLeft : fixedWidth;
-        if (panel.isSpring) {
-            left -= width;
-            --springsLeft;
-        }
-        edge += width;
-        edges.push_back(edge);
-    }
+    std::vector<int> edges = Ends(rect.right, ToPixels(FixedWidth, ParentWindow().Dpi()));
     if (edges.empty()) {
         edges.push_back(-1); // the control has one part at least
     }
@@ -138,10 +82,10 @@ void StatusBar::LayOut() {
 }
 
 // A tab would move what follows to the middle or the right of the panel.
-void StatusBar::ShowText(std::size_t place) {
-    std::wstring text = ToWide(mPanels[place].text);
-    std::replace(text.begin(), text.end(), L'\t', L' ');
-    Send(SB_SETTEXTW, place, reinterpret_cast<LPARAM>(text.c_str()));
+void StatusBar::ShowText(std::size_t place, std::string_view text) {
+    std::wstring wide = ToWide(text);
+    std::replace(wide.begin(), wide.end(), L'\t', L' ');
+    Send(SB_SETTEXTW, place, reinterpret_cast<LPARAM>(wide.c_str()));
 }
 
 } // namespace tessaly::win32

@@ -1,15 +1,11 @@
 #include "platform/desktop/win32/TreeView.h"
 
 #include "platform/desktop/win32/ControlIds.h"
-#include "platform/desktop/win32/Raise.h"
 #include "platform/system/win32/Text.h"
 
 #include <algorithm>
 #include <bit>
-#include <iterator>
-#include <stdexcept>
 #include <utility>
-#include <vector>
 
 namespace tessaly::win32 {
 
@@ -42,36 +38,29 @@ TreeView::TreeView(win32::Parent& parent)
     Send(TVM_SETEXTENDEDSTYLE, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
 }
 
-void TreeView::Clear() {
+void TreeView::RemoveNodes() {
     const Flagged atWork(mIsProgramAtWork);
-    ShowAdded();
-    SelectShown(nullptr);
+    SelectNode(nullptr);
     Send(WM_SETREDRAW, FALSE);
     Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
     Send(WM_SETREDRAW, TRUE);
-    mItems.clear();
-    mKeys.clear();
-    mSelected = TreeItem::None;
 }
 
-TreeItem TreeView::Add(TreeItem parent, std::string_view key, std::string_view text) {
-    if (mKeys.contains(key)) {
-        throw std::invalid_argument("the key is taken");
-    }
-    const auto parentItem = mItems.find(parent);
-    if (parent != TreeItem::None && parentItem == mItems.end()) {
-        throw std::invalid_argument("there is no such parent");
-    }
+void* TreeView::Insert(TreeItem item, TreeItem parent, std::string_view text) {
     const Flagged atWork(mIsProgramAtWork);
     HoldDrawing();
-    mLastItem = static_cast<TreeItem>(static_cast<std::uint32_t>(mLastItem) + 1);
-    HTREEITEM shown = Insert(parent, mLastItem, text);
-    mItems[mLastItem] = {parent, std::string(key), std::string(text), {}, shown, false};
-    mKeys.emplace(key, mLastItem);
-    if (parent != TreeItem::None && parentItem->second.isExpanded) {
-        ExpandShown(parentItem->second.shown);
+    std::wstring wide = ToWide(text);
+    TVINSERTSTRUCTW insert = {};
+    insert.hParent = parent == TreeItem::None ? TVI_ROOT : static_cast<HTREEITEM>(Node(parent));
+    insert.hInsertAfter = TVI_LAST;
+    insert.item.mask = TVIF_TEXT | TVIF_PARAM;
+    insert.item.pszText = wide.data();
+    insert.item.lParam = static_cast<LPARAM>(item);
+    const LRESULT node = Send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert));
+    if (parent != TreeItem::None && IsExpanded(parent)) {
+        ExpandShown(Node(parent));
     }
-    return mLastItem;
+    return std::bit_cast<void*>(node);
 }
 
 // Of many items in a row the control would lay out and invalidate all that stands below each one.
@@ -88,109 +77,58 @@ void TreeView::ShowAdded() {
     }
 }
 
-HTREEITEM TreeView::Insert(TreeItem parent, TreeItem item, std::string_view text) {
-    std::wstring wide = ToWide(text);
-    TVINSERTSTRUCTW insert = {};
-    insert.hParent = parent == TreeItem::None ? TVI_ROOT : mItems.at(parent).shown;
-    insert.hInsertAfter = TVI_LAST;
-    insert.item.mask = TVIF_TEXT | TVIF_PARAM;
-    insert.item.pszText = wide.data();
-    insert.item.lParam = static_cast<LPARAM>(item);
-    return std::bit_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
-}
-
-void TreeView::Remove(std::int32_t index) {
-    ShowAdded();
-    const TreeItem first = Position(index)->first;
-    std::map<TreeItem, bool> removed = {{first, true}};
-    for (auto item = mItems.upper_bound(first); item != mItems.end(); ++item) { // children come behind their parents
-        if (removed.contains(item->second.parent)) {
-            removed[item->first] = true;
-        }
-    }
+// The control would select another item for one that goes.
+void TreeView::RemoveNode(void* node, bool isSelected) {
     const Flagged atWork(mIsProgramAtWork);
-    if (removed.contains(mSelected)) { // else the control would select another item
-        SelectShown(nullptr);
-        mSelected = TreeItem::None;
+    ShowAdded();
+    if (isSelected) {
+        SelectNode(nullptr);
     }
-    Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(mItems.at(first).shown));
-    for (const auto& [item, isRemoved] : removed) {
-        mKeys.erase(mItems.at(item).key);
-        mItems.erase(item);
-    }
+    Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(node));
 }
 
-TreeItem TreeView::Find(std::string_view key) const {
-    const auto found = mKeys.find(key);
-    if (found == mKeys.end()) {
-        throw std::out_of_range("no item has this key");
-    }
-    return found->second;
-}
-
-void TreeView::SetText(TreeItem item, std::string_view text) {
-    Item& changed = mItems.at(item);
-    if (changed.text == text) {
-        return;
-    }
-    changed.text = text;
+void TreeView::ShowText(void* node, std::string_view text) {
     std::wstring wide = ToWide(text);
     TVITEMW shown = {};
     shown.mask = TVIF_HANDLE | TVIF_TEXT;
-    shown.hItem = changed.shown;
+    shown.hItem = static_cast<HTREEITEM>(node);
     shown.pszText = wide.data();
     Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&shown));
 }
 
-std::int32_t TreeView::Index(TreeItem item) const {
-    mItems.at(item);
-    return static_cast<std::int32_t>(std::distance(mItems.begin(), mItems.find(item))) + 1;
-}
-
-void TreeView::Expand(TreeItem item) {
-    const Flagged atWork(mIsProgramAtWork);
-    ShowAdded();
-    mItems.at(item).isExpanded = true;
-    ExpandShown(mItems.at(item).shown);
-}
-
 // An item without children waits for the first one: expanded before, it would not show it.
-void TreeView::ExpandShown(HTREEITEM item) {
-    const bool hasChildren = Send(TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(item)) != 0;
-    TVITEMW state = {};
-    state.mask = TVIF_HANDLE | TVIF_STATE;
-    state.hItem = item;
-    state.stateMask = TVIS_EXPANDED;
-    Send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&state));
-    if (hasChildren && (state.state & TVIS_EXPANDED) == 0) {
-        Send(TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(item));
+void TreeView::ExpandShown(void* node) {
+    const bool hasChildren = Send(TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(node)) != 0;
+    const LRESULT state = Send(TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(node), TVIS_EXPANDED);
+    if (hasChildren && (state & TVIS_EXPANDED) == 0) {
+        Send(TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(node));
     }
 }
 
-void TreeView::Select(TreeItem item) {
+void TreeView::ExpandNode(void* node) {
     const Flagged atWork(mIsProgramAtWork);
     ShowAdded();
-    SelectShown(mItems.at(item).shown);
-    mSelected = item;
+    ExpandShown(node);
 }
 
-void TreeView::SelectShown(HTREEITEM item) {
-    Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item));
+void TreeView::SelectNode(void* node) {
+    const Flagged atWork(mIsProgramAtWork);
+    ShowAdded();
+    Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(node));
 }
 
 LRESULT TreeView::Notify(NMHDR& header) {
     if (header.code == TVN_ITEMEXPANDEDW) {
         const auto& change = reinterpret_cast<const NMTREEVIEWW&>(header);
-        const auto item = mItems.find(ItemOf(change.itemNew.lParam));
-        if (item != mItems.end()) {
-            item->second.isExpanded = change.action == TVE_EXPAND;
+        if (const TreeItem item = ItemOf(change.itemNew.lParam); AllItems().contains(item)) {
+            SetExpanded(item, change.action == TVE_EXPAND);
         }
         if (change.action == TVE_COLLAPSE && !mIsProgramAtWork) {
             ParentWindow().Later([this] { FollowSelection(); });
         }
     } else if (header.code == TVN_SELCHANGEDW && !mIsProgramAtWork) {
-        mSelected = ItemOf(reinterpret_cast<const NMTREEVIEWW&>(header).itemNew.lParam);
-        RaiseClick(mSelected);
+        SetSelected(ItemOf(reinterpret_cast<const NMTREEVIEWW&>(header).itemNew.lParam));
+        RaiseLater();
     } else if (header.code == NM_CLICK) {
         Clicked();
     } else if (header.code == NM_CUSTOMDRAW) {
@@ -204,7 +142,7 @@ LRESULT TreeView::Draw(NMTVCUSTOMDRAW& drawing) const {
     if (drawing.nmcd.dwDrawStage == CDDS_PREPAINT) {
         return CDRF_NOTIFYITEMDRAW;
     }
-    const bool isSelected = ItemOf(drawing.nmcd.lItemlParam) == mSelected;
+    const bool isSelected = ItemOf(drawing.nmcd.lItemlParam) == Selected();
     if (drawing.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && isSelected && GetFocus() != Handle()) {
         const COLORREF paper = GetSysColor(COLOR_WINDOW);
         const COLORREF text = GetSysColor(COLOR_WINDOWTEXT);
@@ -218,12 +156,12 @@ LRESULT TreeView::Draw(NMTVCUSTOMDRAW& drawing) const {
 
 // Not every system tells that it has selected what was collapsed in place of what that hides.
 void TreeView::FollowSelection() {
-    const auto shown = std::bit_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_CARET));
-    const auto item =
-        std::find_if(mItems.begin(), mItems.end(), [shown](const auto& each) { return each.second.shown == shown; });
-    if (item != mItems.end() && item->first != mSelected) {
-        mSelected = item->first;
-        RaiseClick(mSelected);
+    const auto* const shown = std::bit_cast<const void*>(Send(TVM_GETNEXTITEM, TVGN_CARET));
+    const auto item = std::find_if(AllItems().begin(), AllItems().end(),
+                                   [shown](const auto& each) { return each.second.node == shown; });
+    if (item != AllItems().end() && item->first != Selected()) {
+        SetSelected(item->first);
+        RaiseLater();
     }
 }
 
@@ -232,20 +170,14 @@ void TreeView::Clicked() {
     TVHITTESTINFO hit = {};
     hit.pt = mClick;
     Send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
-    const auto selected = mItems.find(mSelected);
-    if ((hit.flags & TVHT_ONITEM) != 0 && selected != mItems.end() && hit.hItem == selected->second.shown) {
-        RaiseClick(mSelected);
+    if ((hit.flags & TVHT_ONITEM) != 0 && Selected() != TreeItem::None && hit.hItem == Node(Selected())) {
+        RaiseLater();
     }
 }
 
 // The control is still at work with the item, which the handler may remove.
-void TreeView::RaiseClick(TreeItem item) {
-    ParentWindow().Later([this, item] {
-        if (mItems.contains(item)) {
-            const FocusEvents::Command command(ParentWindow().focus, FocusEvents::Keyboard::Stays);
-            Raise(onNodeClick, item);
-        }
-    });
+void TreeView::RaiseLater() {
+    ParentWindow().Later([this, item = Selected()] { RaiseClick(item); });
 }
 
 LRESULT TreeView::Message(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -261,17 +193,10 @@ LRESULT TreeView::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     // With the focus the control selects its first item where none is selected: no user did that.
     const Flagged atWork(mIsProgramAtWork);
     const LRESULT result = Default(message, wParam, lParam);
-    if (mSelected == TreeItem::None) {
-        SelectShown(nullptr);
+    if (Selected() == TreeItem::None) {
+        SelectNode(nullptr);
     }
     return result;
-}
-
-TreeView::Items::const_iterator TreeView::Position(std::int32_t index) const {
-    if (index < 1 || static_cast<std::size_t>(index) > mItems.size()) {
-        throw std::out_of_range("no item has this index");
-    }
-    return std::next(mItems.begin(), index - 1);
 }
 
 } // namespace tessaly::win32

@@ -4,7 +4,6 @@
 #pragma once
 
 #include "platform/desktop/win32/CodeLines.h"
-#include "platform/desktop/win32/Gdi.h"
 #include "platform/desktop/win32/Headers.h"
 
 #include <array>
@@ -44,6 +43,9 @@ public:
     std::optional<RECT> FormatView(std::wstring_view text);
 
     std::size_t LineCount() const { return mLines.Count(); }
+
+    // How many lines are in front of the one with the character at `place`.
+    std::size_t LineAt(std::size_t place) const { return mLines.LineAt(place); }
 
     // Where the text begins, in pixels of the client area; far outside where it is scrolled.
     POINTL TextPlace() const;

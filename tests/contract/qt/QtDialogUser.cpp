@@ -95,6 +95,7 @@ public:
     void CloseByFrame() override { mDialog.close(); }
     bool IsShown() const override { return mDialog.isVisible(); }
     std::string Caption() const override { return qt::FromQt(mDialog.windowTitle()); }
+    std::string Label() const override { return qt::FromQt(mDialog.findChild<QLabel*>()->text()); }
     std::string CancelCaption() const override {
         return qt::FromQt(Buttons().button(QDialogButtonBox::Cancel)->text());
     }
@@ -123,6 +124,15 @@ public:
         const QPoint distance =
             mDialog.frameGeometry().center() - mDialog.parentWidget()->window()->frameGeometry().center();
         return {distance.x(), distance.y()};
+    }
+    std::vector<std::string> Labels() const override {
+        std::vector<std::string> labels;
+        for (const QLabel* const label : mDialog.findChildren<QLabel*>()) {
+            if (label->pixmap().isNull()) {
+                labels.push_back(qt::FromQt(label->text()));
+            }
+        }
+        return labels;
     }
 
 private:

@@ -1,6 +1,8 @@
 // What a user does goes in as the window system would bring it, through the window and not to a control directly.
 #include "tests/contract/qt/QtDriver.h"
 
+#include "platform/system/posix/Process.h"
+
 #include <QAbstractEventDispatcher>
 #include <QAccessible>
 #include <QApplication>
@@ -12,6 +14,7 @@
 #include <QTest>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTreeWidgetItemIterator>
 #include <QUrl>
 #include <array>
 #include <fstream>
@@ -42,18 +45,14 @@ Qt::KeyboardModifiers Modifiers(int shift) {
 } // namespace
 
 QtDriver::QtDriver(const Launch& launch) : mPath(qgetenv("PATH")) {
-    MakeProgram(FilePath("bin/xdg-open"));
-    MakeProgram(FilePath("a program"));
+    MakeProgram(FilePath("bin/xdg-open"), "\"$@\" >>'" + FilePath("opened") + "'");
+    MakeProgram(FilePath("a program"), "\"$0\" \"$@\" >>'" + FilePath("started") + "'");
     qputenv("PATH", QByteArray::fromStdString(FilePath("bin")) + ":" + mPath);
     const Environment environment = [this](const std::string& name) { return Variable(name); };
     mSettings.emplace(mFiles, environment);
     mDesktop = std::make_unique<qt::Desktop>(launch.commandLine, environment, *mSettings);
     PlaceControls();
-    mDesktop->window.onEnded = [this] { mHasEnded = true; };
-    mDesktop->app.onHelpOpened = [this](const std::string& path) { mHelpOpened.push_back(path); };
-    mDesktop->app.onStarted = [this](const std::string& commandLine, std::int32_t windowStyle) {
-        mStarts.push_back({commandLine, windowStyle});
-    };
+    mDesktop->window.onEnded = nullptr; // nobody runs the event loop here
 }
 
 QtDriver::~QtDriver() {
@@ -70,8 +69,8 @@ void QtDriver::PlaceControls() {
 
 // This platform has no window manager, which would give the keyboard back when a dialog goes.
 void QtDriver::Settle() {
-    if (IsShown() && TakesInput() && !mOtherWindow && !mDesktop->frame.isActiveWindow()) {
-        mDesktop->frame.activateWindow();
+    if (IsShown() && TakesInput() && !mOtherWindow && !mDesktop->window.isActiveWindow()) {
+        mDesktop->window.activateWindow();
     }
     for (int round = 0; round < 5; ++round) { // what is done may send something again
         QCoreApplication::processEvents();
@@ -93,20 +92,20 @@ void QtDriver::PressKey(int keyCode, int shift) {
 }
 
 void QtDriver::Resize(float width, float height) {
-    QWidget& frame = mDesktop->frame;
+    qt::Window& frame = mDesktop->window;
     frame.resize(frame.width() + qt::ToPixels(width - mDesktop->window.Width()),
                  frame.height() + qt::ToPixels(height - mDesktop->window.Height()));
     Settle();
 }
 
 void QtDriver::CloseByUser() {
-    mDesktop->frame.close();
+    mDesktop->window.close();
     Settle();
 }
 
 // Qt's platform for tests has no X server, so its event is made here.
 void QtDriver::DestroyFromOutside() {
-    const auto window = static_cast<quint32>(mDesktop->frame.winId());
+    const auto window = static_cast<quint32>(mDesktop->window.winId());
     std::array<quint32, 8> event = {17, window, window}; // DestroyNotify
     qintptr result = 0;
     QCoreApplication::eventDispatcher()->filterNativeEvent("xcb_generic_event_t", event.data(), &result);
@@ -128,7 +127,7 @@ void QtDriver::ComeBack() {
 void QtDriver::DropFile(const std::string& path) {
     QMimeData data;
     data.setUrls({QUrl::fromLocalFile(qt::ToQt(path))});
-    QWidget& frame = mDesktop->frame;
+    qt::Window& frame = mDesktop->window;
     const QPoint place = frame.rect().center();
     QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&frame, &enter);
@@ -143,7 +142,7 @@ bool QtDriver::TakesInput() const {
 }
 
 std::string QtDriver::Icon() const {
-    return std::to_string(mDesktop->frame.windowIcon().cacheKey());
+    return std::to_string(mDesktop->window.windowIcon().cacheKey());
 }
 
 Extent QtDriver::Shown(Control& control) const {
@@ -162,9 +161,39 @@ QWidget& QtDriver::WidgetOf(Control& control) const {
             })->second;
 }
 
+// The ampersands of a label with a buddy are doubled.
+std::string QtDriver::LabelText(Label& label) const {
+    return qt::FromQt(
+        static_cast<qt::Label&>(label).Widget().text().replace(QStringLiteral("&&"), QStringLiteral("&")));
+}
+
+QTreeWidgetItem& QtDriver::NodeOf(TreeItem item) const {
+    QTreeWidgetItemIterator node(&mDesktop->tree.Widget());
+    while ((*node)->data(0, Qt::UserRole).toUInt() != static_cast<unsigned>(item)) {
+        ++node;
+    }
+    return **node;
+}
+
+bool QtDriver::IsExpanded(TreeItem item) const {
+    return NodeOf(item).isExpanded();
+}
+
+std::vector<std::string> QtDriver::TreeShown() const {
+    std::vector<std::string> lines;
+    for (QTreeWidgetItemIterator node(&mDesktop->tree.Widget()); *node != nullptr; ++node) {
+        std::string line = qt::FromQt((*node)->text(0)) + ((*node)->isSelected() ? "*" : "");
+        for (const QTreeWidgetItem* above = (*node)->parent(); above != nullptr; above = above->parent()) {
+            line.insert(0, "  ");
+        }
+        lines.push_back(line);
+    }
+    return lines;
+}
+
 void QtDriver::ClickItem(TreeItem item) {
     qt::TreeWidget& tree = mDesktop->tree.Widget();
-    QTreeWidgetItem& node = mDesktop->tree.NodeOf(item);
+    QTreeWidgetItem& node = NodeOf(item);
     tree.scrollToItem(&node);
     const QRect place = tree.visualItemRect(&node);
     ASSERT_TRUE(place.isValid()) << "a click on a tree item that cannot be seen";
@@ -178,9 +207,9 @@ void QtDriver::MoveSelectionDown() {
 // The arrow stands in front of the item.
 void QtDriver::CollapseItem(TreeItem item) {
     const qt::TreeWidget& tree = mDesktop->tree.Widget();
-    const QRect place = tree.visualItemRect(&mDesktop->tree.NodeOf(item));
+    const QRect place = tree.visualItemRect(&NodeOf(item));
     Click(*tree.viewport(), {place.left() - tree.indentation() / 2, place.center().y()});
-    EXPECT_FALSE(mDesktop->tree.IsExpanded(item));
+    EXPECT_FALSE(IsExpanded(item));
 }
 
 void QtDriver::ClickPane() {
@@ -228,21 +257,30 @@ std::string QtDriver::PaneShown() const {
     return qt::FromQt(mDesktop->pane.Widget().ExactText());
 }
 
+const QLabel& QtDriver::PanelOf(std::int32_t number) const {
+    return *mDesktop->status.Widget().findChildren<QLabel*>().at(number - 1);
+}
+
+QWidget& QtDriver::ButtonOf(std::int32_t number) const {
+    const QToolBar& bar = mDesktop->toolBar.Widget();
+    return *bar.widgetForAction(bar.actions().at(number - 1));
+}
+
 float QtDriver::PanelWidth(std::int32_t number) const {
     QCoreApplication::sendPostedEvents(); // lays the panels out
-    return qt::ToTwips(mDesktop->status.PanelWidget(number).width());
+    return qt::ToTwips(PanelOf(number).width());
 }
 
 // As it is shown: what looks like markup is none.
 std::string QtDriver::PanelToolTip(std::int32_t number) const {
     QTextDocument shown;
-    const QString tip = mDesktop->status.PanelWidget(number).toolTip();
+    const QString tip = PanelOf(number).toolTip();
     Qt::mightBeRichText(tip) ? shown.setHtml(tip) : shown.setPlainText(tip);
     return qt::FromQt(shown.toPlainText());
 }
 
 std::string QtDriver::ButtonTip(std::int32_t number) const {
-    QWidget& button = mDesktop->toolBar.ButtonWidget(number);
+    QWidget& button = ButtonOf(number);
     const QString name = QAccessible::queryAccessibleInterface(&button)->text(QAccessible::Name);
     EXPECT_EQ(button.toolTip(), name);
     return qt::FromQt(name);
@@ -250,7 +288,7 @@ std::string QtDriver::ButtonTip(std::int32_t number) const {
 
 void QtDriver::PressButton(std::int32_t number) {
     Settle(); // a new button has no place before that
-    const QWidget& button = mDesktop->toolBar.ButtonWidget(number);
+    const QWidget& button = ButtonOf(number);
     Click(button, button.rect().center());
     Settle();
 }
@@ -272,24 +310,32 @@ void QtDriver::ChooseMenu(MenuItem& item) {
 void QtDriver::OpenMenuAndLeave(MenuItem& menu) {
     Open(static_cast<qt::MenuItem&>(menu).Action());
     QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
-    if (mDesktop->frame.menuBar()->hasFocus()) {
+    if (mDesktop->window.menuBar()->hasFocus()) {
         Key(Qt::Key_Escape);
     }
     Settle();
 }
 
 void QtDriver::Open(QAction& menu) {
-    const QMenuBar& bar = *mDesktop->frame.menuBar();
+    const QMenuBar& bar = *mDesktop->window.menuBar();
     Click(bar, bar.actionGeometry(&menu).center());
     EXPECT_NE(QApplication::activePopupWidget(), nullptr);
 }
 
-std::vector<std::string> QtDriver::MenuNames(MenuItem* menu) const {
-    const QList<QAction*> actions =
-        menu == nullptr ? mDesktop->frame.menuBar()->actions() : static_cast<qt::MenuItem*>(menu)->DropDown().actions();
+std::string QtDriver::MenuCaption(MenuItem& item) const {
+    return qt::FromQt(static_cast<qt::MenuItem&>(item).Action().text());
+}
+
+bool QtDriver::IsChecked(MenuItem& item) const {
+    return static_cast<qt::MenuItem&>(item).Action().isChecked();
+}
+
+std::vector<std::string> QtDriver::MenusIn(MenuItem* menu) const {
+    const QList<QAction*> actions = menu == nullptr ? mDesktop->window.menuBar()->actions()
+                                                    : static_cast<qt::MenuItem*>(menu)->DropDown().actions();
     std::vector<std::string> names;
     for (const QAction* const action : actions) {
-        names.push_back(action->isSeparator() ? "-" : qt::FromQt(action->objectName()));
+        names.push_back(action->isSeparator() ? "-" : qt::FromQt(action->text()));
     }
     return names;
 }
@@ -303,6 +349,32 @@ std::string QtDriver::PicturePath() {
     picture.fill(Qt::red);
     EXPECT_TRUE(picture.save(qt::ToQt(FilePath("icon.png"))));
     return FilePath("icon.png");
+}
+
+std::vector<std::string> QtDriver::HelpOpened(std::size_t count) const {
+    std::vector<std::string> opened;
+    (void)QTest::qWaitFor(
+        [&] {
+            opened = Lines("opened");
+            return opened.size() >= count;
+        },
+        20000);
+    return opened;
+}
+
+// A process here has no window, and so no style.
+bool QtDriver::HasStarted(const std::string& commandLine, std::int32_t /*windowStyle*/) const {
+    const std::vector<std::string> arguments = posix::SplitCommandLine(commandLine, posix::IsRegularFile);
+    return QTest::qWaitFor([&] { return Lines("started") == arguments; }, 20000);
+}
+
+std::vector<std::string> QtDriver::Lines(std::string_view name) const {
+    std::ifstream file(FilePath(name));
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(file, line);) {
+        lines.push_back(line);
+    }
+    return lines;
 }
 
 std::string QtDriver::StartableCommand() const {
@@ -320,14 +392,15 @@ std::optional<std::string> QtDriver::Variable(const std::string& name) const {
     return std::nullopt;
 }
 
-void QtDriver::MakeProgram(const std::string& path) const {
+// It writes its arguments, each in a line.
+void QtDriver::MakeProgram(const std::string& path, const std::string& whatToWhere) const {
     QDir(mFolder.path()).mkpath(QStringLiteral("bin"));
-    std::ofstream(path) << "#!/bin/sh\nexit 0\n";
+    std::ofstream(path) << "#!/bin/sh\nprintf '%s\\n' " + whatToWhere + "\n";
     EXPECT_EQ(::chmod(path.c_str(), 0700), 0);
 }
 
 void QtDriver::Click(const QWidget& widget, const QPoint& place) {
-    QTest::mouseClick(MainHandle(), Qt::LeftButton, Qt::NoModifier, widget.mapTo(&mDesktop->frame, place));
+    QTest::mouseClick(MainHandle(), Qt::LeftButton, Qt::NoModifier, widget.mapTo(&mDesktop->window, place));
 }
 
 void QtDriver::Key(Qt::Key key, Qt::KeyboardModifiers modifiers, const QString& text) {

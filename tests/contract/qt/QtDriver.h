@@ -28,16 +28,20 @@ public:
     void GoToAnotherWindow() override;
     void ComeBack() override;
     void DropFile(const std::string& path) override;
-    bool IsShown() const override { return mDesktop->frame.isVisible(); }
-    bool HasEnded() const override { return mHasEnded; }
+    bool IsShown() const override { return mDesktop->window.isVisible(); }
+    bool HasEnded() const override { return mDesktop->window.HasEnded() && !mDesktop->window.isVisible(); }
     bool TakesInput() const override;
+    std::string Caption() const override { return qt::FromQt(mDesktop->window.windowTitle()); }
     std::string Icon() const override;
 
     Extent Shown(Control& control) const override;
+    std::string LabelText(Label& label) const override;
 
     void ClickItem(TreeItem item) override;
     void MoveSelectionDown() override;
     void CollapseItem(TreeItem item) override;
+    bool IsExpanded(TreeItem item) const override;
+    std::vector<std::string> TreeShown() const override;
 
     void ClickPane() override;
     void SetCaret(std::size_t position) override;
@@ -55,7 +59,9 @@ public:
     void PressButton(std::int32_t number) override;
     void ChooseMenu(MenuItem& item) override;
     void OpenMenuAndLeave(MenuItem& menu) override;
-    std::vector<std::string> MenuNames(MenuItem* menu) const override;
+    std::string MenuCaption(MenuItem& item) const override;
+    bool IsChecked(MenuItem& item) const override;
+    std::vector<std::string> MenusIn(MenuItem* menu) const override;
 
     void WillPress(MsgResult button) override { mDialogs.WillPress(button); }
     void WillCloseMessageBox() override { mDialogs.WillCloseMessageBox(); }
@@ -72,21 +78,26 @@ public:
     std::string FolderPath() const override { return qt::FromQt(mFolder.path()); }
     std::string PicturePath() override;
     RegistryPlace WritablePlace() const override { return {Registry::CurrentUser, "SOFTWARE\\Tessaly contract"}; }
-    std::vector<std::string> HelpOpened() const override { return mHelpOpened; }
+    std::vector<std::string> HelpOpened(std::size_t count) const override;
     std::string StartableCommand() const override;
     std::string UnstartableCommand() override { return FilePath("no-program"); }
-    std::vector<SeenProcessStart> Starts() const override { return mStarts; }
+    bool HasStarted(const std::string& commandLine, std::int32_t windowStyle) const override;
+    bool HasStartedNothing() const override { return Lines("started").empty(); }
 
     // The desktop itself, for what only this one has.
     qt::Desktop& Qt() { return *mDesktop; }
+    QTreeWidgetItem& NodeOf(TreeItem item) const;
+    QWidget& ButtonOf(std::int32_t number) const;
 
 private:
     std::optional<std::string> Variable(const std::string& name) const;
     void PlaceControls();
     QWidget& WidgetOf(Control& control) const;
     void Open(QAction& menu); // one in the menu bar
-    void MakeProgram(const std::string& path) const;
-    QWindow* MainHandle() const { return mDesktop->frame.windowHandle(); }
+    void MakeProgram(const std::string& path, const std::string& whatToWhere) const;
+    std::vector<std::string> Lines(std::string_view name) const; // of a file in the folder
+    const QLabel& PanelOf(std::int32_t number) const;
+    QWindow* MainHandle() const { return mDesktop->window.windowHandle(); }
     void Click(const QWidget& widget, const QPoint& place);
     void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, const QString& text = {});
 
@@ -97,9 +108,6 @@ private:
     std::unique_ptr<qt::Desktop> mDesktop;
     QtDialogUser mDialogs;
     std::unique_ptr<QWidget> mOtherWindow;
-    std::vector<std::string> mHelpOpened;
-    std::vector<SeenProcessStart> mStarts;
-    bool mHasEnded = false;
 };
 
 } // namespace tessaly

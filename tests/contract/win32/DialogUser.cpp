@@ -197,6 +197,7 @@ public:
     void CloseByFrame() override { Close(); }
     bool IsShown() const override { return IsVisible(Window()); }
     std::string Caption() const override { return TextOf(Window()); }
+    std::string Label() const override { return TextOf(Control(win32::ControlId::NameLabel)); }
     std::string CancelCaption() const override { return TextOf(Control(IDCANCEL)); }
 };
 
@@ -226,6 +227,13 @@ public:
         GetWindowRect(GetWindow(Window(), GW_OWNER), &owner);
         return {(own.left + own.right - owner.left - owner.right) / 2,
                 (own.top + own.bottom - owner.top - owner.bottom) / 2};
+    }
+    std::vector<std::string> Labels() const override {
+        std::vector<std::string> labels;
+        for (int id = win32::ControlId::LblVersion; id <= win32::ControlId::LblProductName; ++id) {
+            labels.push_back(TextOf(Control(id)));
+        }
+        return labels;
     }
 
 private:

@@ -2,10 +2,12 @@
 #include "tests/contract/win32/Win32Driver.h"
 
 #include "platform/desktop/win32/ControlIds.h"
+#include "platform/desktop/win32/Screen.h"
 #include "platform/system/win32/Text.h"
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <gtest/gtest.h>
@@ -40,10 +42,6 @@ public:
 private:
     std::array<BYTE, 256> mBefore = {};
 };
-
-win32::Application::Settings SettingsOf(const Launch& launch, std::vector<std::string>& helpOpened) {
-    return {launch.commandLine, [&helpOpened](HWND, const std::string& path) { helpOpened.push_back(path); }};
-}
 
 // An icon of 16 times 16 red pixels.
 std::string IconFile() {
@@ -81,8 +79,12 @@ void SetClipboard(std::string_view text) {
 
 Win32Driver::Win32Driver(const Launch& launch) {
     RegDeleteTreeA(HKEY_CURRENT_USER, RegistryPath);
-    mDesktop = std::make_unique<win32::Desktop>(SettingsOf(launch, mHelpOpened));
-    mFrame = mDesktop->Frame().Handle();
+    mDesktop = std::make_unique<win32::Desktop>();
+    mDesktop->App().commandLine = launch.commandLine;
+    dynamic_cast<win32::Application&>(mDesktop->App()).openHelp = [this](HWND, const std::string& path) {
+        mHelpOpened.push_back(path);
+    };
+    mFrame = GetParent(HandleOf(mDesktop->CodeTree()));
     mDesktop->CodeTree().SetExtent({0, 900, 3000, 4500});
     mDesktop->FuncBody().SetExtent({3300, 900, 6000, 4500});
 }
@@ -98,7 +100,9 @@ Win32Driver::~Win32Driver() {
 }
 
 void Win32Driver::Settle() {
-    mDesktop->Loop().RunWaiting();
+    MSG next = {};
+    mDesktop->Loop().RunWhile([&next] { return PeekMessageW(&next, nullptr, 0, 0, PM_NOREMOVE) != 0; },
+                              mDesktop->Loop().mainFilter);
 }
 
 void Win32Driver::Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam) const {
@@ -125,7 +129,7 @@ void Win32Driver::Click(HWND window, POINT point) {
 }
 
 void Win32Driver::Resize(float width, float height) {
-    const int dpi = mDesktop->Frame().Dpi();
+    const int dpi = win32::WindowDpi(mFrame);
     SetWindowPos(mFrame, nullptr, 0, 0, win32::ToPixels(width, dpi), win32::ToPixels(height, dpi),
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     Settle();
@@ -186,22 +190,34 @@ bool Win32Driver::TakesInput() const {
     return IsWindowEnabled(mFrame) != 0;
 }
 
+HWND Win32Driver::HandleOf(tessaly::Control& control) {
+    return dynamic_cast<win32::Child&>(control).Handle();
+}
+
+std::string Win32Driver::Caption() const {
+    return win32::ToUtf8(win32::WindowText(mFrame));
+}
+
+std::string Win32Driver::LabelText(Label& label) const {
+    return win32::ToUtf8(win32::WindowText(HandleOf(label)));
+}
+
 std::string Win32Driver::Icon() const {
     return std::to_string(SendMessageW(mFrame, WM_GETICON, ICON_BIG, 0));
 }
 
 Extent Win32Driver::Shown(tessaly::Control& control) const {
     RECT rect = {};
-    GetWindowRect(dynamic_cast<win32::Child&>(control).Handle(), &rect);
+    GetWindowRect(HandleOf(control), &rect);
     MapWindowPoints(nullptr, mFrame, reinterpret_cast<POINT*>(&rect), 2);
-    const int dpi = mDesktop->Frame().Dpi();
+    const int dpi = win32::WindowDpi(mFrame);
     return {win32::ToTwips(rect.left, dpi), win32::ToTwips(rect.top, dpi), win32::ToTwips(rect.right - rect.left, dpi),
             win32::ToTwips(rect.bottom - rect.top, dpi)};
 }
 
 void Win32Driver::ClickItem(TreeItem item) {
     const RECT text = PlaceOfItem(item);
-    Click(Control(win32::ControlId::CodeTree), {text.left + 3, (text.top + text.bottom) / 2});
+    Click(Tree(), {text.left + 3, (text.top + text.bottom) / 2});
 }
 
 void Win32Driver::CollapseItem(TreeItem item) {
@@ -210,20 +226,74 @@ void Win32Driver::CollapseItem(TreeItem item) {
     hit.pt = {text.left, (text.top + text.bottom) / 2};
     while (hit.pt.x > 0 && (hit.flags & TVHT_ONITEMBUTTON) == 0) {
         --hit.pt.x;
-        SendMessageW(Control(win32::ControlId::CodeTree), TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+        SendMessageW(Tree(), TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
     }
-    Click(Control(win32::ControlId::CodeTree), hit.pt);
-    EXPECT_FALSE(mDesktop->Tree().IsExpanded(item));
+    Click(Tree(), hit.pt);
+    EXPECT_FALSE(IsExpanded(item));
+}
+
+bool Win32Driver::IsExpanded(TreeItem item) const {
+    const LRESULT state = SendMessageW(Tree(), TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(Node(item)), TVIS_EXPANDED);
+    return (state & TVIS_EXPANDED) != 0;
+}
+
+// The control holds the number of each item.
+HTREEITEM Win32Driver::Node(TreeItem item) const {
+    HTREEITEM found = nullptr;
+    ForEachNode([&](const TVITEMW& node, int) {
+        if (node.lParam == static_cast<LPARAM>(item)) {
+            found = node.hItem;
+        }
+    });
+    return found;
+}
+
+std::vector<std::string> Win32Driver::TreeShown() const {
+    std::vector<std::string> lines;
+    ForEachNode([&](const TVITEMW& node, int level) {
+        const bool isSelected =
+            SendMessageW(Tree(), TVM_GETNEXTITEM, TVGN_CARET, 0) == std::bit_cast<LRESULT>(node.hItem);
+        lines.push_back(std::string(static_cast<std::size_t>(2 * level), ' ') + win32::ToUtf8(node.pszText) +
+                        (isSelected ? "*" : ""));
+    });
+    return lines;
+}
+
+// From top to bottom, with the level of each.
+void Win32Driver::ForEachNode(const std::function<void(const TVITEMW& node, int level)>& look) const {
+    const auto next = [this](UINT which, HTREEITEM from) {
+        return std::bit_cast<HTREEITEM>(SendMessageW(Tree(), TVM_GETNEXTITEM, which, reinterpret_cast<LPARAM>(from)));
+    };
+    int level = 0;
+    for (HTREEITEM node = next(TVGN_ROOT, nullptr); node != nullptr;) {
+        std::array<wchar_t, 300> text = {};
+        TVITEMW item = {};
+        item.mask = TVIF_HANDLE | TVIF_TEXT | TVIF_PARAM;
+        item.hItem = node;
+        item.pszText = text.data();
+        item.cchTextMax = static_cast<int>(text.size());
+        SendMessageW(Tree(), TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+        look(item, level);
+        HTREEITEM following = next(TVGN_CHILD, node);
+        level += following != nullptr ? 1 : 0;
+        while (following == nullptr && node != nullptr) {
+            following = next(TVGN_NEXT, node);
+            if (following == nullptr) {
+                node = next(TVGN_PARENT, node);
+                --level;
+            }
+        }
+        node = following;
+    }
 }
 
 // Of its text.
 RECT Win32Driver::PlaceOfItem(TreeItem item) {
     Settle(); // an item has its size when it has been painted
-    const HTREEITEM shown = mDesktop->Tree().ShownItem(item);
+    const HTREEITEM shown = Node(item);
     RECT rect = {};
     std::memcpy(&rect, &shown, sizeof shown);
-    EXPECT_NE(SendMessageW(Control(win32::ControlId::CodeTree), TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&rect)),
-              0)
+    EXPECT_NE(SendMessageW(Tree(), TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&rect)), 0)
         << "the item cannot be seen";
     return rect;
 }
@@ -276,7 +346,7 @@ float Win32Driver::PanelWidth(std::int32_t number) const {
     RECT rect = {};
     SendMessageW(Control(win32::ControlId::StatusBar1), SB_GETRECT, static_cast<WPARAM>(number) - 1,
                  reinterpret_cast<LPARAM>(&rect));
-    return win32::ToTwips(rect.right - rect.left, mDesktop->Frame().Dpi());
+    return win32::ToTwips(rect.right - rect.left, win32::WindowDpi(mFrame));
 }
 
 std::string Win32Driver::PanelToolTip(std::int32_t number) const {
@@ -303,28 +373,57 @@ void Win32Driver::PressButton(std::int32_t number) {
 }
 
 void Win32Driver::ChooseMenu(MenuItem& item) {
-    const std::vector<const win32::MenuItem*> menus = mDesktop->MenuBar().Items(nullptr);
-    for (std::size_t menu = 0; menu < menus.size() && IsShown(); ++menu) {
-        std::vector<const win32::MenuItem*> items = mDesktop->MenuBar().Items(menus[menu]);
-        std::erase(items, nullptr); // keys pass over a line
-        const auto chosen = std::find(items.begin(), items.end(), &item);
-        if (chosen != items.end()) {
-            PostOpening(static_cast<std::ptrdiff_t>(menu));
-            PostMenuKey(VK_DOWN, chosen - items.begin());
-            PostMenuKey(VK_RETURN);
-        }
+    const MenuPlace place = PlaceOf(item);
+    ASSERT_TRUE(place.drop != nullptr);
+    int keys = 0; // they pass over a line
+    for (int number = 0; number < place.number; ++number) {
+        keys += (GetMenuState(place.drop, static_cast<UINT>(number), MF_BYPOSITION) & MF_SEPARATOR) == 0 ? 1 : 0;
     }
-    if (!IsShown()) {
-        Post(mFrame, WM_COMMAND, static_cast<WPARAM>(static_cast<win32::MenuItem&>(item).Id()));
-    }
+    PostOpening(place.inBar);
+    PostMenuKey(VK_DOWN, keys);
+    PostMenuKey(VK_RETURN);
     Settle();
 }
 
 void Win32Driver::OpenMenuAndLeave(MenuItem& menu) {
-    const std::vector<const win32::MenuItem*> menus = mDesktop->MenuBar().Items(nullptr);
-    PostOpening(std::find(menus.begin(), menus.end(), &menu) - menus.begin());
+    PostOpening(PlaceOf(menu).inBar);
     PostMenuKey(VK_ESCAPE, 2); // the drop-down, then the bar
     Settle();
+}
+
+// The window has its menus when it is shown. They are found by what they show.
+Win32Driver::MenuPlace Win32Driver::PlaceOf(const MenuItem& item) const {
+    mDesktop->MainWindow().Show();
+    HMENU bar = GetMenu(mFrame);
+    for (int menu = 0; menu < GetMenuItemCount(bar); ++menu) {
+        HMENU drop = GetSubMenu(bar, menu);
+        if (MenuText(bar, menu) == item.Caption()) {
+            return {menu, drop, bar, menu};
+        }
+        for (int number = 0; number < GetMenuItemCount(drop); ++number) {
+            if (MenuText(drop, number) == item.Caption()) {
+                return {menu, drop, drop, number};
+            }
+        }
+    }
+    ADD_FAILURE() << "no menu shows " << item.Caption();
+    return {};
+}
+
+std::string Win32Driver::MenuText(HMENU menu, int number) {
+    std::array<wchar_t, 100> text = {};
+    GetMenuStringW(menu, static_cast<UINT>(number), text.data(), static_cast<int>(text.size()), MF_BYPOSITION);
+    return win32::ToUtf8(text.data());
+}
+
+std::string Win32Driver::MenuCaption(MenuItem& item) const {
+    const MenuPlace place = PlaceOf(item);
+    return MenuText(place.in, place.number);
+}
+
+bool Win32Driver::IsChecked(MenuItem& item) const {
+    const MenuPlace place = PlaceOf(item);
+    return (GetMenuState(place.in, static_cast<UINT>(place.number), MF_BYPOSITION) & MF_CHECKED) != 0;
 }
 
 // A menu has a loop of its own, so its keys must be there before it begins.
@@ -341,12 +440,15 @@ void Win32Driver::PostMenuKey(WPARAM key, std::ptrdiff_t times) {
     }
 }
 
-std::vector<std::string> Win32Driver::MenuNames(MenuItem* menu) const {
-    std::vector<std::string> names;
-    for (const win32::MenuItem* const item : mDesktop->MenuBar().Items(menu)) {
-        names.push_back(item == nullptr ? "-" : item->Name());
+std::vector<std::string> Win32Driver::MenusIn(MenuItem* menu) const {
+    mDesktop->MainWindow().Show();
+    HMENU shown = menu == nullptr ? GetMenu(mFrame) : PlaceOf(*menu).drop;
+    std::vector<std::string> texts;
+    for (int number = 0; number < GetMenuItemCount(shown); ++number) {
+        const bool isLine = (GetMenuState(shown, static_cast<UINT>(number), MF_BYPOSITION) & MF_SEPARATOR) != 0;
+        texts.push_back(isLine ? "-" : MenuText(shown, number));
     }
-    return names;
+    return texts;
 }
 
 std::string Win32Driver::FilePath(std::string_view name) const {
@@ -371,26 +473,22 @@ std::string Win32Driver::StartableCommand() const {
 }
 
 std::string Win32Driver::UnstartableCommand() {
-    mIsStartExpected = false;
     return "\"" + mFolder.Path("no-program.exe") + "\" argument";
 }
 
 // The program that was started tells how.
-std::vector<SeenProcessStart> Win32Driver::Starts() const {
-    std::string answer;
-    const auto hasAnswered = [&] {
+bool Win32Driver::HasStarted(const std::string& commandLine, std::int32_t windowStyle) const {
+    return WaitUntil([&] {
         try {
-            answer = mFolder.Read("start");
+            return mFolder.Read("start") == std::to_string(windowStyle) + "\n" + commandLine;
         } catch (const std::runtime_error&) {
             return false; // not yet
         }
-        return true;
-    };
-    if (!mIsStartExpected || !WaitUntil(hasAnswered)) {
-        return {};
-    }
-    const std::size_t end = answer.find('\n');
-    return {{answer.substr(end + 1), std::stoi(answer.substr(0, end))}};
+    });
+}
+
+bool Win32Driver::HasStartedNothing() const {
+    return GetFileAttributesW(win32::ToWide(mFolder.Path("start")).c_str()) == INVALID_FILE_ATTRIBUTES;
 }
 
 } // namespace tessaly

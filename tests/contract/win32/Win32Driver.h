@@ -2,6 +2,7 @@
 // in their own windows.
 #pragma once
 
+#include "platform/desktop/win32/ControlIds.h"
 #include "platform/desktop/win32/Desktop.h"
 #include "tests/contract/DesktopDriver.h"
 #include "tests/contract/win32/DialogUser.h"
@@ -32,13 +33,17 @@ public:
     bool IsShown() const override;
     bool HasEnded() const override;
     bool TakesInput() const override;
+    std::string Caption() const override;
     std::string Icon() const override;
 
     Extent Shown(tessaly::Control& control) const override;
+    std::string LabelText(Label& label) const override;
 
     void ClickItem(TreeItem item) override;
     void MoveSelectionDown() override { PressKey(VK_DOWN, 0); }
     void CollapseItem(TreeItem item) override;
+    bool IsExpanded(TreeItem item) const override;
+    std::vector<std::string> TreeShown() const override;
 
     void ClickPane() override;
     void SetCaret(std::size_t position) override;
@@ -56,7 +61,9 @@ public:
     void PressButton(std::int32_t number) override;
     void ChooseMenu(MenuItem& item) override;
     void OpenMenuAndLeave(MenuItem& menu) override;
-    std::vector<std::string> MenuNames(MenuItem* menu) const override;
+    std::string MenuCaption(MenuItem& item) const override;
+    bool IsChecked(MenuItem& item) const override;
+    std::vector<std::string> MenusIn(MenuItem* menu) const override;
 
     void WillPress(MsgResult button) override { mDialogs.WillPress(button); }
     void WillCloseMessageBox() override { mDialogs.WillCloseMessageBox(); }
@@ -73,16 +80,31 @@ public:
     std::string FolderPath() const override;
     std::string PicturePath() override;
     RegistryPlace WritablePlace() const override;
-    std::vector<std::string> HelpOpened() const override { return mHelpOpened; }
+    std::vector<std::string> HelpOpened(std::size_t /*count*/) const override { return mHelpOpened; }
     std::string StartableCommand() const override;
     std::string UnstartableCommand() override;
-    std::vector<SeenProcessStart> Starts() const override;
+    bool HasStarted(const std::string& commandLine, std::int32_t windowStyle) const override;
+    bool HasStartedNothing() const override;
 
     // A window of the desktop, or one of its controls.
     HWND Frame() const { return mFrame; }
     HWND Control(int id) const { return GetDlgItem(mFrame, id); }
 
 private:
+    // A menu: its drop-down or the one that it is in, which menu of the bar opens that, and where it stands.
+    struct MenuPlace {
+        int inBar = 0;
+        HMENU drop = nullptr;
+        HMENU in = nullptr;
+        int number = 0;
+    };
+
+    static HWND HandleOf(tessaly::Control& control);
+    HWND Tree() const { return Control(win32::ControlId::CodeTree); }
+    HTREEITEM Node(TreeItem item) const;
+    void ForEachNode(const std::function<void(const TVITEMW& node, int level)>& look) const;
+    MenuPlace PlaceOf(const MenuItem& item) const;
+    static std::string MenuText(HMENU menu, int number);
     void Post(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
     void Click(HWND window, POINT point);
     RECT PlaceOfItem(TreeItem item);
@@ -95,7 +117,6 @@ private:
     std::unique_ptr<win32::Desktop> mDesktop;
     HWND mFrame = nullptr;
     HWND mOtherWindow = nullptr;
-    bool mIsStartExpected = true;
     DialogUser mDialogs;
 };
 

@@ -79,7 +79,7 @@ TEST_P(AllocationTest, ACommandWithoutMemoryEndsAndLeavesTheOldDocumentOrTheNew)
             EXPECT_NE(box.caption, "Duplicate Function Error!");
         }
         program.desktop.window.CloseByUser();
-        EXPECT_TRUE(program.desktop.window.IsClosed());
+        EXPECT_TRUE(program.desktop.window.HasEnded());
     }
 }
 

@@ -135,7 +135,7 @@ TEST_F(CodeTreeTest, AddingAFunctionShowsItsTextAndSelectsIt) {
     desktop.tree.Click("_0e2");
     desktop.modal.WillUseName([](memory::NameWindow& dialog) {
         EXPECT_EQ(dialog.ShownCaption(), "Add Function");
-        EXPECT_EQ(dialog.label.Caption(), "Please type in the name of the function you wish to add.");
+        EXPECT_EQ(dialog.NameLabel(), "Please type in the name of the function you wish to add.");
         dialog.Type("Blink");
         dialog.PressOk();
     });
@@ -369,7 +369,7 @@ TEST_F(CodeTreeTest, NewAndOpenLeaveNoButtonsOfAFunctionBehind) {
 }
 
 TEST_F(CodeTreeTest, AClickOnAToolBarButtonEndsTheEditingAndStoresThePane) {
-    desktop.images.tags = {"Other", "Delete"}; // a button that shows no dialog
+    desktop.toolBar.images.tags = {"Other", "Delete"}; // a button that shows no dialog
     Open("a.PSF", GoodPsf());
     Edit("Two", "x");
     ASSERT_EQ(window.FuncBodyChangeMode, 2);

@@ -312,10 +312,10 @@ TEST_F(CommandsTest, ExitAsksAndStaysOpenOnCancel) {
     MakeChange();
     desktop.msgBox.WillPress(MsgResult::Cancel);
     Choose("mnuExit");
-    EXPECT_FALSE(desktop.window.IsClosed());
+    EXPECT_FALSE(desktop.window.HasEnded());
     desktop.msgBox.WillPress(MsgResult::No);
     Choose("mnuExit");
-    EXPECT_TRUE(desktop.window.IsClosed());
+    EXPECT_TRUE(desktop.window.HasEnded());
     EXPECT_EQ(Boxes(), 2U) << "closing asks nothing more";
 }
 
@@ -441,18 +441,20 @@ TEST_F(CommandsTest, HelpSendsFOneWhichOpensTheHelpFile) {
 }
 
 TEST_F(CommandsTest, TheAboutBoxShowsTheTitleInQuotesAndTheVersionAndStoresThePane) {
+    desktop.app.majorVersion = 1;
+    desktop.app.minorVersion = 0;
     desktop.app.revision = 12;
     desktop.app.title = "the system's name for it";
     Edit("_0v", "x");
     for (int time = 0; time < 2; ++time) {
         desktop.modal.WillUseSplash([this, time](memory::SplashWindow& splash) {
             EXPECT_EQ(splash.ShownCaption(), "");
-            EXPECT_EQ(splash.productName.Caption(), "\"Tessaly\"");
-            EXPECT_EQ(splash.version.Caption(), "Version 1.0.12");
-            EXPECT_EQ(splash.platform.Caption(), "Windows 95/NT tm");
-            EXPECT_EQ(splash.company.Caption(), "Ostrel");
-            EXPECT_EQ(splash.copyright.Caption(), "Copyright (c) 2026 Ostrel");
-            EXPECT_EQ(splash.companyProduct.Caption(), "Ostrel");
+            EXPECT_EQ(splash.labels.LblProductName, "\"Tessaly\"");
+            EXPECT_EQ(splash.labels.LblVersion, "Version 1.0.12");
+            EXPECT_EQ(splash.labels.LblPlatform, "Windows 95/NT tm");
+            EXPECT_EQ(splash.labels.LblCompany, "Ostrel");
+            EXPECT_EQ(splash.labels.LblCopyright, "Copyright (c) 2026 Ostrel");
+            EXPECT_EQ(splash.labels.LblCompanyProduct, "Ostrel");
             EXPECT_TRUE(References().starts_with("x/*"));
             if (time == 0) {
                 splash.PressKey();
@@ -500,7 +502,7 @@ TEST_F(CommandsTest, ChoosingALanguageDoesNotWriteTheSettings) {
 
 TEST_F(CommandsTest, EveryMenuOfTheTableIsThereWithItsText) {
     EXPECT_EQ(desktop.menus.Bar(), (std::vector<std::string>{"mnuFile", "mnuCompilePSF", "mnuOptions", "mnuHelp"}));
-    EXPECT_EQ(desktop.menus["mnuFile"].DropDown(),
+    EXPECT_EQ(desktop.menus["mnuFile"].dropDown,
               (std::vector<std::string>{"mnuNewPSF", "mnuOpenPSF", "-", "mnuSavePSF", "mnuSaveAsPSF", "-", "mnuExit"}));
     EXPECT_EQ(desktop.menus["mnuSaveAsPSF"].Caption(), "S&ave Program Source File As");
 }

@@ -1,5 +1,4 @@
 // Start, layout and end of the main window.
-#include "tests/scenarios/MenuKeeper.h"
 #include "tests/unit/ui/MainWindow.h"
 
 #include <algorithm>
@@ -100,26 +99,17 @@ private:
     Registry& mRegistry;
 };
 
-class WatchedDesktop final : public MenuKeeper {
-public:
-    explicit WatchedDesktop(memory::Desktop& desktop) : MenuKeeper(desktop), registry(desktop) {}
-
-    Registry& Settings() override { return registry; }
-
-    WatchedRegistry registry;
-};
-
 TEST_F(StartUpTest, TheLanguageIsReadFirstAndAppliedBeforeTheOtherSettingsAreRead) {
     Install();
     SetSetting(ProgBlkIconSetting, "C:\\kit\\block.ico");
     memory::Desktop other;
     other.registry.store = desktop.registry.store;
-    WatchedDesktop watched(other);
-    VornMainFrm program(watched);
+    WatchedRegistry watched(other);
+    other.UseRegistry(watched);
+    VornMainFrm program(other);
     program.Show();
-    EXPECT_EQ(watched.registry.asked,
-              (std::vector<std::string>{"Language:", "FCompBat:Tessaly", "FCompFileName:Tessaly", "FHelp:Tessaly",
-                                        "FProgBlkIcon:Tessaly"}));
+    EXPECT_EQ(watched.asked, (std::vector<std::string>{"Language:", "FCompBat:Tessaly", "FCompFileName:Tessaly",
+                                                       "FHelp:Tessaly", "FProgBlkIcon:Tessaly"}));
     EXPECT_EQ(program.mProgBlkIcon, "C:\\kit\\block.ico");
 }
 
@@ -272,7 +262,7 @@ TEST_F(StartUpTest, ClosingWritesTheLanguageBack) {
     Start();
     Choose("mnuGerman");
     desktop.window.CloseByUser();
-    EXPECT_TRUE(desktop.window.IsClosed());
+    EXPECT_TRUE(desktop.window.HasEnded());
     memory::Desktop next;
     next.registry.store = desktop.registry.store;
     VornMainFrm again(next);
@@ -312,14 +302,14 @@ TEST_F(StartUpTest, ClosingWithUnsavedEditsAsksOnceAndClosesWhateverIsAnswered) 
     EXPECT_EQ(Boxes(), 1U);
     EXPECT_EQ(LastBox(), (memory::MsgBox::Record{"Do you wish to save data?", "Save Dialog", MsgButtons::YesNoCancel,
                                                  MsgIcon::Question}));
-    EXPECT_TRUE(desktop.window.IsClosed());
+    EXPECT_TRUE(desktop.window.HasEnded());
 }
 
 TEST_F(StartUpTest, ClosingWithoutEditsAsksNothing) {
     Start();
     desktop.window.CloseByUser();
     EXPECT_EQ(Boxes(), 0U);
-    EXPECT_TRUE(desktop.window.IsClosed());
+    EXPECT_TRUE(desktop.window.HasEnded());
 }
 
 } // namespace

@@ -61,7 +61,7 @@ TEST_F(QtDesktopTest, KeysInAnOpenMenuAreTheMenus) {
     int keys = 0;
     user.Qt().window.onKeyDown = [&keys](int, int) { ++keys; };
     QMenu& menu = static_cast<qt::MenuItem&>(file).DropDown();
-    menu.popup(user.Qt().frame.pos());
+    menu.popup(user.Qt().window.pos());
     ASSERT_NE(QApplication::activePopupWidget(), nullptr);
     user.PressKey(KeyF5, 0);
     EXPECT_EQ(keys, 0);
@@ -111,16 +111,17 @@ TEST_F(QtDesktopTest, AHelpFolderIsOpenedInTheLanguageOfTheProgramOrAsItIs) {
     const std::string folder = user.FilePath("help");
     std::filesystem::create_directories(folder + "/de");
     std::ofstream(folder + "/de/index.html") << "";
-    user.Qt().app.SetHelpFile(folder);
-    std::string language = "de";
+    std::string language;
     user.Qt().app.helpLanguage = [&language]() -> std::string_view { return language; };
-    user.Qt().app.OpenHelp();
-    language = "fr";
-    user.Qt().app.OpenHelp();
-    user.Qt().app.SetHelpFile(folder + "/de/index.html");
-    user.Qt().app.OpenHelp();
-    EXPECT_EQ(user.HelpOpened(),
-              (std::vector<std::string>{folder + "/de/index.html", folder + "/index.html", folder + "/de/index.html"}));
+    const auto opened = [&](const std::string& file, const std::string& in) {
+        user.Qt().app.helpFile = file;
+        language = in;
+        user.Qt().app.OpenHelp();
+        return qt::FromQt(user.Qt().help->Widget().source().toLocalFile());
+    };
+    EXPECT_EQ(opened(folder, "de"), folder + "/de/index.html");
+    EXPECT_EQ(opened(folder, "fr"), folder + "/index.html");
+    EXPECT_EQ(opened(folder + "/de/index.html", "fr"), folder + "/de/index.html");
 }
 
 TEST_F(QtDesktopTest, OnlyHtmlThatABrowserTakesIsLeftToTheSystem) {
@@ -133,7 +134,7 @@ TEST_F(QtDesktopTest, OnlyHtmlThatABrowserTakesIsLeftToTheSystem) {
     std::filesystem::create_directories(applications);
     std::ofstream(applications + "/editor.desktop") << "[Desktop Entry]\nCategories=Utility;TextEditor;\n";
     std::ofstream(applications + "/browser.desktop") << "[Desktop Entry]\nCategories=Network;WebBrowser;\n";
-    user.Qt().app.SetHelpFile(page);
+    user.Qt().app.helpFile = page;
     const auto isShownBy = [&](const std::string& opener) {
         std::ofstream(user.FilePath("opener")) << opener;
         user.Qt().help.reset();
@@ -145,7 +146,7 @@ TEST_F(QtDesktopTest, OnlyHtmlThatABrowserTakesIsLeftToTheSystem) {
         EXPECT_TRUE(isShownBy(other)) << other;
         EXPECT_EQ(user.Qt().help->Widget().windowTitle(), "A page");
     }
-    user.Qt().app.SetHelpFile(user.FilePath("page.pdf"));
+    user.Qt().app.helpFile = user.FilePath("page.pdf");
     EXPECT_FALSE(isShownBy("editor.desktop\n"));
 }
 
@@ -188,10 +189,10 @@ TEST_F(QtDesktopTest, AFrameTellsWhichControlHasTheKeyboard) {
     const QColor framed = tree.palette().color(QPalette::Highlight);
     const auto edge = [this](const QWidget& control) {
         user.Settle();
-        const QImage seen = user.Qt().frame.grab().toImage();
-        return seen.pixelColor(control.mapTo(&user.Qt().frame, QPoint(-1, control.height() / 2)));
+        const QImage seen = user.Qt().window.grab().toImage();
+        return seen.pixelColor(control.mapTo(&user.Qt().window, QPoint(-1, control.height() / 2)));
     };
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&user.Qt().frame));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&user.Qt().window));
     user.Qt().tree.SetFocus();
     EXPECT_EQ(edge(tree), framed);
     EXPECT_NE(edge(pane), framed);
@@ -208,13 +209,13 @@ TEST_F(QtDesktopTest, TheSelectedItemIsSeenAlsoWithoutTheFocus) {
     qt::TreeWidget& widget = user.Qt().tree.Widget();
     const auto colour = [&](const char* key) {
         user.Settle();
-        const QRect place = widget.visualItemRect(&user.Qt().tree.NodeOf(tree.Find(key)));
+        const QRect place = widget.visualItemRect(&user.NodeOf(tree.Find(key)));
         return widget.viewport()->grab().toImage().pixelColor(place.right() - 3, place.center().y());
     };
     QPalette unaware = widget.palette(); // some styles make no difference
     unaware.setColor(QPalette::Inactive, QPalette::Highlight, unaware.color(QPalette::Active, QPalette::Highlight));
     widget.setPalette(unaware);
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&user.Qt().frame));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&user.Qt().window));
     user.Qt().pane.SetFocus();
     EXPECT_NE(colour("a"), unaware.color(QPalette::Active, QPalette::Highlight));
     EXPECT_GT(std::abs(colour("a").lightness() - colour("b").lightness()), 30);
@@ -276,7 +277,7 @@ TEST_F(QtDesktopTest, AScreenReaderSaysTheLabelOfAControl) {
 
 TEST_F(QtDesktopTest, AScreenReaderSaysTheRequestForTheNameBox) {
     const std::unique_ptr<NameWindow> dialog = user.Qt().NewNameWindow();
-    dialog->NameLabel().SetCaption("Please type in the name");
+    dialog->SetNameLabel("Please type in the name");
     dialog->onCancel = [&dialog] { dialog->Hide(); };
     std::string name;
     user.WillUseName([&name](NameWindowUser& window) {
@@ -289,9 +290,9 @@ TEST_F(QtDesktopTest, AScreenReaderSaysTheRequestForTheNameBox) {
 }
 
 TEST_F(QtDesktopTest, TheWindowIsNeverLargerThanTheScreen) {
-    const QSize screen = user.Qt().frame.screen()->availableSize();
-    EXPECT_LE(user.Qt().frame.width(), screen.width());
-    EXPECT_LE(user.Qt().frame.height(), screen.height());
+    const QSize screen = user.Qt().window.screen()->availableSize();
+    EXPECT_LE(user.Qt().window.width(), screen.width());
+    EXPECT_LE(user.Qt().window.height(), screen.height());
 }
 
 } // namespace

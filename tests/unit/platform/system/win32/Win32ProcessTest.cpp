@@ -1,6 +1,5 @@
 // Real programs and real batch files, started as the Build command starts them, and as psf does.
 #include "platform/system/Process.h"
-#include "platform/system/ProcessStart.h"
 #include "platform/system/win32/Handle.h"
 #include "platform/system/win32/Text.h"
 #include "tests/unit/platform/system/win32/TestFolder.h"
@@ -50,24 +49,24 @@ protected:
 
 TEST_F(Win32ProcessTest, ABatchFileGetsItsQuotedArgument) {
     MakeBatch("compile.bat");
-    StartProcess(InFolder("compile.bat") + " \"C:\\Gerät 1\\Größe.out\"", MaximizedWithFocus);
+    StartProcess(InFolder("compile.bat") + " \"C:\\Gerät 1\\Größe.out\"", SW_SHOWMAXIMIZED);
     EXPECT_TRUE(Answer().ends_with("answer\" \"C:\\Gerät 1\\Größe.out\"")) << Answer();
 }
 
 TEST_F(Win32ProcessTest, ABatchFileWithBlanksInItsPathNeedsNoQuotes) {
     MakeBatch("my compile.bat");
-    StartProcess(folder.Path("my compile.bat") + " \"x 1.out\"", MaximizedWithFocus);
+    StartProcess(folder.Path("my compile.bat") + " \"x 1.out\"", SW_SHOWMAXIMIZED);
     EXPECT_TRUE(Answer().ends_with("answer\" \"x 1.out\"")) << Answer();
 }
 
 TEST_F(Win32ProcessTest, ACmdFileIsABatchFileToo) {
     MakeBatch("compile.cmd");
-    StartProcess(folder.Path("compile.cmd") + " \".out\"", MaximizedWithFocus);
+    StartProcess(folder.Path("compile.cmd") + " \".out\"", SW_SHOWMAXIMIZED);
     EXPECT_TRUE(Answer().ends_with("answer\" \".out\"")) << Answer();
 }
 
 TEST_F(Win32ProcessTest, AProcessIsToldItsWindowStyle) {
-    StartProcess(Child("style " + InFolder("answer")), MaximizedWithFocus);
+    StartProcess(Child("style " + InFolder("answer")), SW_SHOWMAXIMIZED);
     EXPECT_EQ(Answer(), "3");
 }
 
@@ -86,7 +85,7 @@ TEST_F(Win32ProcessTest, AProcessInheritsNothing) {
 
 TEST_F(Win32ProcessTest, WhatCannotBeStartedThrows) {
     for (const std::string& line : {InFolder("missing.bat") + " \"x\"", ""s, Child("line\0x"s)}) {
-        EXPECT_THROW(StartProcess(line, MaximizedWithFocus), std::system_error) << line;
+        EXPECT_THROW(StartProcess(line, SW_SHOWMAXIMIZED), std::system_error) << line;
     }
 }
 

@@ -1,0 +1,62 @@
+// The window counts as closed before onUnload is raised, so that closing it again in there raises nothing.
+#include "platform/desktop/Window.h"
+
+#include "platform/desktop/Raise.h"
+
+#include <utility>
+
+namespace tessaly {
+
+void Window::Show() {
+    if (!std::exchange(mIsLoaded, true)) {
+        Raise(onLoad);
+    }
+    if (!mIsClosed) {
+        ShowFrame();
+    }
+}
+
+void Window::Unload() {
+    if (Leave()) {
+        CloseFrame();
+    }
+}
+
+bool Window::Leave() {
+    if (std::exchange(mIsClosed, true)) {
+        return false;
+    }
+    controls.focus.End();
+    Raise(onUnload);
+    return true;
+}
+
+void Window::SetFooter(float height) {
+    mFooter = height;
+    LayOut(mClient);
+}
+
+void Window::LayOut(const Size& client) {
+    mClient = client;
+    controls.LayOut(client, mFooter);
+}
+
+void Window::TellKey(int keyCode, int shift) {
+    if (mIsClosed) {
+        return;
+    }
+    {
+        const FocusEvents::Command command(controls.focus, FocusEvents::Keyboard::Stays);
+        Raise(onKeyDown, keyCode, shift);
+    }
+    if (keyCode == KeyF1 && !mIsClosed) {
+        mApplication.OpenHelp();
+    }
+}
+
+void Window::TellDrop(const std::string& path) {
+    const FocusEvents::Command command(controls.focus, FocusEvents::Keyboard::IsTaken);
+    Raise(onFileDropped, path);
+}
+
+} // namespace tessaly
