@@ -45,18 +45,12 @@ double ReadDigits(std::string_view text, int base) {
     return std::min(value, std::numeric_limits<double>::max());
 }
 
-// The decimal number at the front of `text`, as a C++ program would write it; "" when there is none.
+// The decimal number at the front of `text`, as a C++ program would write it. Without a digit it is none.
 std::string TakeDecimal(std::string_view text) {
     std::string number(TakeDigits(text));
-    bool hasDigits = !number.empty();
     if (Take(text, ".")) {
-        const std::string_view fraction = TakeDigits(text);
-        hasDigits = hasDigits || !fraction.empty();
         number += '.';
-        number += fraction;
-    }
-    if (!hasDigits) {
-        return "";
+        number += TakeDigits(text);
     }
     if (Take(text, "e") || Take(text, "d")) {
         const std::string_view sign = TakeMinus(text) ? "-" : "";
@@ -74,7 +68,7 @@ double ReadDecimal(std::string_view text) {
     std::istringstream number(TakeDecimal(text));
     number.imbue(std::locale::classic());
     double value = 0;
-    number >> value;
+    number >> value; // 0 when it is no number
     return value;
 }
 
