@@ -1,4 +1,4 @@
-// Where errors end: with the command in which they happen, or with a step of it that may fail.
+// An error ends the command in which it happens, or only a step of it that may fail.
 #pragma once
 
 #include <exception>

@@ -24,8 +24,8 @@ public:
     virtual ~MsgBox() = default;
 
     // Shows the box, modal to the window that is on top, with its first button as default, and returns the button that
-    // the user pressed. Closing it counts as Cancel where there is such a button, as Ok where that is the only one;
-    // a Yes/No box cannot be closed otherwise.
+    // the user pressed. Closing it counts as Cancel, if there is that button, and as Ok if it is the only one; a Yes/No
+    // box cannot be closed otherwise.
     // A box that is taken away from outside has the AnswerOfNobody.
     // It is wide enough for its caption, and it breaks no line of a text with columns, which has tabs.
     MsgResult Show(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) {

@@ -11,9 +11,9 @@
 
 namespace tessaly {
 
-// Line breaks: a text comes back exactly as it was put in while the user has not edited it. After an edit every line
-// break that the user did not touch is still the one that was put in, and one that was typed or pasted is CR LF; of two
-// breaks in a row, one of which is new, the first counts as the old one.
+// Line breaks: a text comes back exactly as it was put in while the user has not edited it. After an edit untouched
+// line breaks are still those that were put in, and a typed or pasted one is CR LF; of two breaks in a row, one of
+// which is new, the first counts as the old one.
 // BreakList keeps them.
 class RichTextBox : public Control {
 public:

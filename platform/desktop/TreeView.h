@@ -21,8 +21,8 @@ public:
     explicit TreeView(Controls& controls) : Control(controls, Keyboard::Used) {}
 
     // Raised when the user selects an item, by mouse or keyboard, after the item has become the selected one; a click
-    // on the item that is selected already raises it, too, and so does an item that the user collapses over the
-    // selected one, in whose place it is selected. Never raised by Select.
+    // on the selected item raises it, too. So does collapsing an item above the selected one, which then is selected
+    // instead. Never raised by Select.
     std::function<void(TreeItem item)> onNodeClick;
 
     // Removes all items; nothing is selected then.

@@ -25,8 +25,8 @@ constexpr bool IsModifierKey(int keyCode) {
     return isIn(16, 18) || keyCode == 20 || isIn(91, 92) || isIn(144, 145) || isIn(160, 165);
 }
 
-// The outer size that a window has at first, in twips, where the screen leaves it `room`: most of that, but not more
-// than can be used well.
+// The first outer size of a window, in twips, on a screen with `room`: most of that, but not more than can be used
+// well.
 inline Size FirstSize(const Size& room) {
     constexpr float part = 0.85F;
     constexpr float largestWidth = 21000;
@@ -56,9 +56,9 @@ public:
     std::function<void(const std::string& path)> onFileDropped;
 
     // Raised once, when the window is about to go, whatever closes it, and also when somebody else destroys it. It goes
-    // whatever this does. At the end of the session it is raised before the program agrees to that, and the window is
-    // gone even if the session goes on after all. A session that ends without leave has no time for a user: no message
-    // box is shown any more, and each has the AnswerOfNobody.
+    // whatever this does. At the end of the session it is raised before the program agrees. The window is gone even if
+    // the session goes on after all. A session that ends without leave has no time for a user: no message box is shown
+    // any more, and each has the AnswerOfNobody.
     std::function<void()> onUnload;
 
     // Those that stand in the window.

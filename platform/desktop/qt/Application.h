@@ -1,4 +1,4 @@
-// The running program: what it was started with, and what it asks the system for.
+// The running program: its command line, and its requests to the system.
 #pragma once
 
 #include "platform/desktop/Application.h"
@@ -27,9 +27,9 @@ public:
     std::function<void(const std::string& path)> onOutput; // what a process writes goes to this file from now on
 
 private:
-    // Opens the help file with whatever the system opens such files with. Where it is a folder, the file index.html in
-    // it or in the folder below it that `helpLanguage` names. HTML that the system would open with something else than
-    // a browser, such as an editor, goes to `onShowHelp`.
+    // Opens the help file with whatever the system opens such files with. If that is a folder, it opens index.html in
+    // its folder `helpLanguage`, or else in itself. HTML that the system would open with something else than a browser,
+    // such as an editor, goes to `onShowHelp`.
     void ShowHelp() override;
 
     // build.log in the folder for the user's state.

@@ -1,4 +1,4 @@
-// What is chosen need not exist, and is neither asked about nor changed: that is the program's business.
+// The chosen file need not exist. Nothing is asked about it and nothing added: that is the program's business.
 #include "platform/desktop/qt/FileDialog.h"
 
 #include "platform/desktop/qt/Text.h"
@@ -21,7 +21,7 @@ QStringList NameFilters(const std::string& filter) {
     return filters;
 }
 
-// What the dialog began with can stay selected beside a path that the user pasted.
+// The file that the dialog began with can stay selected beside a pasted path.
 QString Chosen(const QStringList& selected, const QStringList& before) {
     const auto other = std::find_if(selected.begin(), selected.end(),
                                     [&before](const QString& path) { return !before.contains(path); });

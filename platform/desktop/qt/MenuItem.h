@@ -12,7 +12,7 @@
 
 namespace tessaly::qt {
 
-// A drop-down, which is closed before it tells what was chosen: all that it does for a key or a click is one command.
+// A drop-down, which closes before it tells of a choice. A key or a click is one command as a whole.
 class Menu final : public QMenu {
 public:
     explicit Menu(FocusEvents& focus) : mFocus(focus) {}

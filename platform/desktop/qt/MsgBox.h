@@ -9,7 +9,7 @@ namespace tessaly::qt {
 
 class MsgBox final : public tessaly::MsgBox {
 public:
-    // A box stands over `window` where no other window is on top of that.
+    // A box is over `window`, unless another window is on top of that.
     explicit MsgBox(QWidget& window) : mWindow(window) {}
 
 private:

@@ -1,6 +1,5 @@
-// Shows what a started process writes into its file, as the console window does where each process has one. It comes up
-// with the first output, without taking the focus, and goes with the main window. A process that writes nothing shows
-// nothing.
+// Shows the output of a started process from its file, in place of a console window. It comes up with the first output,
+// without taking the focus, and goes with the main window. A process that writes nothing shows nothing.
 #pragma once
 
 #include <QFileSystemWatcher>

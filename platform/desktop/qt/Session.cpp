@@ -1,3 +1,4 @@
+// Without leave to ask nothing happens at the first step: the session may still go on.
 #include "platform/desktop/qt/Session.h"
 
 #include <QApplication>

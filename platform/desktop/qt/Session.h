@@ -1,5 +1,5 @@
-// The end of the session, as the session manager tells of it in two steps: each program is asked to keep what it has,
-// and may ask its user only then and only with leave; later it is told to end.
+// The end of the session, which the session manager tells in two steps. First each program is asked to keep its data;
+// only then, and only with leave, it may ask its user; later it is told to end.
 #pragma once
 
 #include "platform/desktop/qt/Desktop.h"

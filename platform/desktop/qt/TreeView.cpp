@@ -17,7 +17,7 @@ QTreeWidgetItem& ItemOf(void* node) {
 
 } // namespace
 
-// What is collapsed is selected in place of what it hides, which Qt would leave selected.
+// A collapsed item is selected in place of a hidden one. Qt would leave that selected.
 TreeWidget::TreeWidget(QWidget* parent) : QTreeWidget(parent) {
     connect(this, &QTreeWidget::itemCollapsed, this, [this](QTreeWidgetItem* collapsed) {
         const QTreeWidgetItem* above = Selected();

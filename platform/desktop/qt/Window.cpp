@@ -27,8 +27,8 @@ namespace tessaly::qt {
 
 namespace {
 
-// What a window manager's frame adds to the height, more or less: how much it really is nobody knows before the window
-// is shown, and on some systems never.
+// About the height that a window manager's frame adds. The real one is known only after the window is shown, and on
+// some systems never.
 constexpr int FrameHeight = 30;
 
 bool HasFiles(const QMimeData& data) {

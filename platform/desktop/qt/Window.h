@@ -1,5 +1,5 @@
-// The main window as a frame. On this desktop the frame around it belongs to the window manager, so that the outer size
-// of the window is what the program itself draws and an allowance for that, the same at all times.
+// The main window as a frame. The frame around it belongs to the window manager. So its outer size here is the
+// program's own part and a constant allowance for the frame.
 #pragma once
 
 #include "platform/desktop/Window.h"

@@ -16,7 +16,7 @@ void OpenHelpFile(HWND window, const std::string& path);
 
 class Application final : public tessaly::Application {
 public:
-    // Where the keys that are sent go, and what help is opened for.
+    // The window that sent keys go to, and that help is opened for.
     void SetWindow(HWND window) { mWindow = window; }
 
     // What opens the help.

@@ -1,3 +1,4 @@
+// The control's own window procedure is replaced, and its user data leads to the object.
 #include "platform/desktop/win32/Child.h"
 
 #include "platform/system/win32/Handle.h"

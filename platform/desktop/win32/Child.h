@@ -1,4 +1,4 @@
-// What every control of a window has in common: its window, its place, and the messages that concern it.
+// The common part of all controls: window, position, and their messages.
 #pragma once
 
 #include "platform/desktop/Control.h"

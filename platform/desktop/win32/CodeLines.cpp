@@ -1,3 +1,4 @@
+// A line ends with CR, as in the control's own text.
 #include "platform/desktop/win32/CodeLines.h"
 
 #include <algorithm>

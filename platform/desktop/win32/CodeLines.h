@@ -1,5 +1,5 @@
-// The lines of a C text: where they start, what each goes on with, and whether it is shown as it should be. Texts are
-// scanned as far as somebody has looked.
+// The lines of a C text: their starts, the state that each begins in, and whether it is shown as it should be. Texts
+// are scanned as far as somebody has looked.
 #pragma once
 
 #include "syntax/CSyntax.h"
@@ -16,8 +16,8 @@ public:
     // A text that is new.
     explicit CodeLines(std::wstring_view text);
 
-    // In `text` the stretch from `start` to `end` took the place of one with `breaksBefore` line breaks. The line that
-    // it is in, the new ones, and those that now go on with something else are not shown as they should be any more.
+    // In `text` the stretch from `start` to `end` took the place of one with `breaksBefore` line breaks. Its line, the
+    // new lines and those that now begin in another state need formatting again.
     void Edit(std::wstring_view text, std::size_t start, std::size_t end, std::size_t breaksBefore);
 
     std::size_t Count() const { return mLines.size(); }
@@ -35,8 +35,8 @@ public:
     // Scans the lines in front of `end`, so that it is known which of them are shown as they should be.
     void ScanTo(std::wstring_view text, std::size_t end);
 
-    // Whether a line is shown as it should be, whether it has the right tab stops, and whether it has no colours at all
-    // because nobody has formatted or edited it yet.
+    // Whether a line is shown as it should be, has the right tab stops, or was never formatted or edited and so has no
+    // colours.
     bool IsFormatted(std::size_t line) const { return mLines[line].isFormatted; }
     bool HasTabStops(std::size_t line) const { return mLines[line].hasTabStops; }
     bool IsFresh(std::size_t line) const { return mLines[line].isFresh; }

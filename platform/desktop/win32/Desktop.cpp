@@ -1,3 +1,4 @@
+// Controls are made in the order of the members.
 #include "platform/desktop/win32/Desktop.h"
 
 #include "platform/desktop/win32/ModalWindows.h"

@@ -40,7 +40,7 @@ private:
     Window mWindow{mLoop, mApplication};
     Menus mMenus{mWindow.Handle(), mWindow.controls.focus};
 
-    // Each label stands in front of what it names: that is how Windows knows the names of controls.
+    // Each label comes before its control: Windows takes the names of controls from that order.
     Label mTreeLabel{mWindow, ControlId::LblcodeTreeViewer};
     TreeView mCodeTree{mWindow};
     Label mFuncLabel{mWindow, ControlId::FuncLabel};

@@ -1,3 +1,4 @@
+// Postponed actions are done between two messages.
 #include "platform/desktop/win32/EventLoop.h"
 
 #include "platform/desktop/Raise.h"

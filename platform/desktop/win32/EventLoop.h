@@ -25,8 +25,8 @@ public:
     // Runs a modal window's loop while `goesOn`. An end of the program in it ends the outer loops, too.
     void RunWhile(const std::function<bool()>& goesOn, const Filter& filter);
 
-    // Has `action` done when the message that is being handled is done with: for events whose handlers may take down
-    // the very control that is still at work with the message. `window` is one of this thread.
+    // Does `action` after the present message. An event's handler may remove the very control that still handles the
+    // message. `window` is one of this thread.
     void Later(HWND window, std::function<void()> action);
 
 private:

@@ -1,3 +1,4 @@
+// The dialogs change the working directory while they are shown, so it is put back.
 #include "platform/desktop/win32/FileDialog.h"
 
 #include "platform/desktop/win32/Headers.h"

@@ -1,3 +1,4 @@
+// A static control.
 #include "platform/desktop/win32/Label.h"
 
 #include "platform/system/win32/Text.h"

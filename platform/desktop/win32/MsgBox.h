@@ -16,7 +16,7 @@ private:
     HWND mMainWindow;
 };
 
-// What a box or dialog stands in front of: the window of the program that is on top, if any can be seen.
+// The owner of a box or dialog: the program's window on top, if any can be seen.
 HWND OwnerOfDialogs(HWND mainWindow);
 
 } // namespace tessaly::win32

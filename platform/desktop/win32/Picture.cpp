@@ -1,3 +1,4 @@
+// A bitmap can serve as an icon, too: it gets an empty mask.
 #include "platform/desktop/win32/Picture.h"
 
 #include "platform/system/win32/Text.h"

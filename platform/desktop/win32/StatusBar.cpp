@@ -1,3 +1,4 @@
+// The status bar of the common controls.
 #include "platform/desktop/win32/StatusBar.h"
 
 #include "platform/desktop/win32/ControlIds.h"

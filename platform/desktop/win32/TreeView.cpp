@@ -1,3 +1,4 @@
+// Events that the program itself causes in the control are told apart from the user's.
 #include "platform/desktop/win32/TreeView.h"
 
 #include "platform/desktop/win32/ControlIds.h"
@@ -154,7 +155,7 @@ LRESULT TreeView::Draw(NMTVCUSTOMDRAW& drawing) const {
     return CDRF_DODEFAULT;
 }
 
-// Not every system tells that it has selected what was collapsed in place of what that hides.
+// The collapsed item is selected in place of a hidden one. Not every system tells so.
 void TreeView::FollowSelection() {
     const auto* const shown = std::bit_cast<const void*>(Send(TVM_GETNEXTITEM, TVGN_CARET));
     const auto item = std::find_if(AllItems().begin(), AllItems().end(),
@@ -190,7 +191,7 @@ LRESULT TreeView::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message != WM_SETFOCUS) {
         return Default(message, wParam, lParam);
     }
-    // With the focus the control selects its first item where none is selected: no user did that.
+    // A control without a selection selects its first item when it gets the focus. No user did that.
     const Flagged atWork(mIsProgramAtWork);
     const LRESULT result = Default(message, wParam, lParam);
     if (Selected() == TreeItem::None) {

@@ -1,3 +1,4 @@
+// Messages of the main window are led to the controls and events that they concern.
 #include "platform/desktop/win32/Window.h"
 
 #include "platform/desktop/win32/Picture.h"
