@@ -5,7 +5,6 @@
 #include <QTextBlock>
 #include <QTextCharFormat>
 #include <algorithm>
-#include <array>
 
 namespace tessaly::qt {
 
@@ -14,21 +13,6 @@ namespace {
 constexpr int StateBits = 8;
 constexpr int StateMask = (1 << StateBits) - 1;
 constexpr int Rounds = 1 << 16;
-
-struct Colours {
-    QRgb light; // on a light background
-    QRgb dark;
-};
-
-// By CTokenKind.
-constexpr std::array<Colours, 6> TokenColours = {{
-    {0x00309A, 0x82AAFF}, // Keyword
-    {0x00707A, 0x5FD0D0}, // Type
-    {0xA31515, 0xE6A07C}, // String
-    {0x1F7A1F, 0x86C06C}, // Comment
-    {0x7A3E9D, 0xC792EA}, // Number
-    {0x8A5A00, 0xE5C07B}, // Preprocessor
-}};
 
 CLineState StateOf(const QTextBlock& block) {
     return block.isValid() ? static_cast<CLineState>(block.userState() & StateMask) : CLineState::Code;
@@ -90,11 +74,10 @@ void Colouring::SetFormats(QTextBlock block, CLineState before) {
     const CLineState state = ScanCLine(View(block.text()), before, mTokens);
     QList<QTextLayout::FormatRange> formats;
     for (const CToken& token : mTokens) {
-        const Colours& colours = TokenColours.at(static_cast<std::size_t>(token.kind));
         QTextLayout::FormatRange range;
         range.start = static_cast<int>(token.start);
         range.length = static_cast<int>(token.length);
-        range.format.setForeground(QColor(mIsDark ? colours.dark : colours.light));
+        range.format.setForeground(QColor(TokenColour(token.kind, mIsDark)));
         formats.append(range);
     }
     block.layout()->setFormats(formats);

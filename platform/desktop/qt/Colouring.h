@@ -2,7 +2,7 @@
 // else: neither the text, nor what can be undone, nor any signal.
 #pragma once
 
-#include "syntax/CSyntax.h"
+#include "syntax/Palette.h"
 
 #include <QList>
 #include <QTextDocument>

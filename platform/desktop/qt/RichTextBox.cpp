@@ -149,7 +149,7 @@ QMimeData* PlainTextEdit::createMimeDataFromSelection() const {
 }
 
 void PlainTextEdit::UpdateColours() {
-    mColouring.SetDark(palette().color(QPalette::Base).lightness() < 128);
+    mColouring.SetDark(IsDark(palette().color(QPalette::Base).rgb() & 0xFFFFFF));
     viewport()->update();
 }
 

@@ -3,6 +3,7 @@
 #include "platform/desktop/win32/ViewFormat.h"
 
 #include "platform/desktop/win32/Headers.h"
+#include "syntax/Palette.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -16,12 +17,6 @@ namespace {
 // IID_ITextDocument, which the libraries of the compiler do not have.
 constexpr GUID TextDocumentId = {0x8CC497C0, 0xA1DF, 0x11CE, {0x80, 0x98, 0x00, 0xAA, 0x00, 0x47, 0xBE, 0x5D}};
 
-// By CTokenKind: keyword, type, string, comment, number, preprocessor.
-constexpr std::array<COLORREF, 6> OnLight = {RGB(0, 0, 176),  RGB(0, 96, 128), RGB(160, 24, 24),
-                                             RGB(0, 112, 32), RGB(144, 64, 0), RGB(112, 48, 128)};
-constexpr std::array<COLORREF, 6> OnDark = {RGB(110, 170, 255), RGB(80, 200, 200),  RGB(240, 150, 130),
-                                            RGB(130, 200, 120), RGB(230, 190, 110), RGB(200, 150, 230)};
-
 bool IsHighContrast() {
     HIGHCONTRASTW contrast = {};
     contrast.cbSize = sizeof contrast;
@@ -29,8 +24,9 @@ bool IsHighContrast() {
            (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
 }
 
-bool IsDark(COLORREF colour) {
-    return GetRValue(colour) * 3 + GetGValue(colour) * 6 + GetBValue(colour) < 1280;
+// A COLORREF of Windows for a colour as 0xRRGGBB, or the other way round.
+constexpr std::uint32_t Turned(std::uint32_t colour) {
+    return (colour & 0xFF) << 16 | (colour & 0xFF00) | (colour >> 16 & 0xFF);
 }
 
 Com<ITextDocument> TextDocumentOf(HWND control) {
@@ -127,7 +123,7 @@ ViewFormat::ViewFormat(HWND control) : mControl(control), mDocument(TextDocument
 // Without the means to keep it out of the undo list there is no colouring.
 void ViewFormat::ReadColours() {
     mHasColours = mDocument && !IsHighContrast();
-    mColours = IsDark(GetSysColor(COLOR_WINDOW)) ? OnDark : OnLight;
+    mIsDark = IsDark(Turned(GetSysColor(COLOR_WINDOW)));
     mLines.SetNoneFormatted();
     mLastLine.reset();
     InvalidateRect(mControl, nullptr, FALSE);
@@ -339,7 +335,7 @@ void ViewFormat::SetColour(std::size_t start, std::size_t end, signed char colou
     format.cbSize = sizeof format;
     format.dwMask = CFM_COLOR;
     format.dwEffects = colour == NoColour ? CFE_AUTOCOLOR : 0;
-    format.crTextColor = colour == NoColour ? 0 : mColours[static_cast<unsigned char>(colour)];
+    format.crTextColor = colour == NoColour ? 0 : Turned(TokenColour(static_cast<CTokenKind>(colour), mIsDark));
     Select(start, end);
     SendMessageW(mControl, EM_SETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
 }

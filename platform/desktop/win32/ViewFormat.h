@@ -6,7 +6,6 @@
 #include "platform/desktop/win32/CodeLines.h"
 #include "platform/desktop/win32/Headers.h"
 
-#include <array>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -83,7 +82,7 @@ private:
     HWND mControl;
     Com<ITextDocument> mDocument;
     bool mHasColours = false;
-    std::array<COLORREF, 6> mColours = {}; // by CTokenKind
+    bool mIsDark = false; // what the colours are for
     PARAFORMAT2 mParagraph = {};
     CodeLines mLines{L""};
     bool mIsTyping = false; // not all is formatted yet since an edit

@@ -253,6 +253,7 @@ TEST_F(Win32PaneTest, KeywordsStringsCommentsNumbersAndDirectivesHaveColoursOfTh
     EXPECT_EQ(std::unique(colours.begin(), colours.end()) - colours.begin(), 6);
     EXPECT_NE(colours.front(), -1);
     EXPECT_EQ(ColourAt(37), -1);
+    EXPECT_EQ(ColourAt(10), RGB(0x00, 0x00, 0xB0)) << "the colour of keywords on every desktop";
 }
 
 // One font for all of a text, whichever way it came.
