@@ -194,7 +194,7 @@ void RichTextBox::SetText(std::string_view text) {
 void RichTextBox::ShowAvailable(bool available) {
     if (!available) {
         mText = mIsEdited ? ShownText() : std::move(mText);
-        Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&mHiddenSelection));
+        mHiddenSelection = Selection();
     }
     PutInOrBack(available ? std::wstring_view(mText) : std::wstring_view());
     mFuncBodyAvailable = available;
@@ -202,7 +202,7 @@ void RichTextBox::ShowAvailable(bool available) {
     ShowBackground();
     ShowScrollBars();
     if (available) {
-        Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&mHiddenSelection));
+        Select(mHiddenSelection);
     }
 }
 
@@ -224,8 +224,7 @@ void RichTextBox::ShowScrollBars() {
 // edit what it shows.
 void RichTextBox::PutInOrBack(std::wstring_view text) {
     CodeLines lines(text);
-    CHARRANGE selection = {};
-    Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+    const CHARRANGE selection = Selection();
     if (PutIn(text)) {
         mFormat.Reset(std::move(lines));
         return;
@@ -234,7 +233,7 @@ void RichTextBox::PutInOrBack(std::wstring_view text) {
     const bool isBack = PutIn(mFuncBodyAvailable ? std::wstring_view(mText) : std::wstring_view());
     mFormat.ForgetFormats();
     Send(EM_SETREADONLY, mFuncBodyAvailable && isBack ? FALSE : TRUE);
-    Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+    Select(selection);
     throw std::runtime_error("the pane cannot show the text");
 }
 
@@ -249,8 +248,7 @@ bool RichTextBox::PutIn(std::wstring_view text) {
     std::wstring_view left = text;
     EDITSTREAM stream = {reinterpret_cast<DWORD_PTR>(&left), 0, Stream};
     Send(EM_STREAMIN, SF_TEXT | SF_UNICODE, reinterpret_cast<LPARAM>(&stream));
-    CHARRANGE start = {};
-    Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&start));
+    Select({});
     Send(EM_SCROLLCARET);
     Send(EM_EMPTYUNDOBUFFER);
     Send(WM_SETREDRAW, TRUE);
@@ -382,11 +380,7 @@ void RichTextBox::HoldPaintingBack() {
 }
 
 RichTextBox::Sight RichTextBox::WhatIsSeen() const {
-    Sight sight;
-    sight.lines = mFormat.LineCount();
-    Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&sight.selection));
-    sight.text = mFormat.TextPlace();
-    return sight;
+    return {mFormat.LineCount(), Selection(), mFormat.TextPlace()};
 }
 
 bool RichTextBox::IsInOneLine(const Sight& before, const Sight& now) {
@@ -399,7 +393,7 @@ bool RichTextBox::IsInOneLine(const Sight& before, const Sight& now) {
 void RichTextBox::Changed() {
     mIsEdited = true;
     const LONG before = static_cast<LONG>(mText.size());
-    const LONG end = Caret();
+    const LONG end = Selection().cpMax;
     const std::optional<LONG> knownStart = mEdit ? mEdit->start : std::nullopt;
     const LONG start = std::min(knownStart.value_or(0), end);
     const LONG endBefore = end - (ShownLength() - before);
@@ -427,17 +421,6 @@ void RichTextBox::TakeOver(std::size_t start, std::size_t end, std::wstring_view
     mFormat.Edit(mText, start, start + now.size(), removed);
 }
 
-std::wstring RichTextBox::ShownText() const {
-    std::wstring text(static_cast<std::size_t>(ShownLength()) + 1, L'\0');
-    GETTEXTEX request = {};
-    request.cb = static_cast<DWORD>(text.size() * sizeof(wchar_t));
-    request.flags = GT_DEFAULT;
-    request.codepage = 1200; // UTF-16
-    text.resize(static_cast<std::size_t>(
-        Send(EM_GETTEXTEX, reinterpret_cast<WPARAM>(&request), reinterpret_cast<LPARAM>(text.data()))));
-    return text;
-}
-
 std::wstring RichTextBox::ShownText(LONG start, LONG end) const {
     std::wstring text(static_cast<std::size_t>(end - start) + 1, L'\0');
     TEXTRANGEW request = {{start, end}, text.data()};
@@ -451,10 +434,14 @@ LONG RichTextBox::ShownLength() const {
     return static_cast<LONG>(Send(EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&request)));
 }
 
-LONG RichTextBox::Caret() const {
+CHARRANGE RichTextBox::Selection() const {
     CHARRANGE selection = {};
     Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
-    return selection.cpMax;
+    return selection;
+}
+
+void RichTextBox::Select(CHARRANGE selection) const {
+    Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&selection));
 }
 
 } // namespace tessaly::win32

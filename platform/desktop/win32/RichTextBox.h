@@ -66,10 +66,11 @@ private:
     static bool IsInOneLine(const Sight& before, const Sight& now);
     void Changed();
     void TakeOver(std::size_t start, std::size_t end, std::wstring_view now);
-    std::wstring ShownText() const;
+    std::wstring ShownText() const { return ShownText(0, ShownLength()); }
     std::wstring ShownText(LONG start, LONG end) const;
     LONG ShownLength() const;
-    LONG Caret() const;
+    CHARRANGE Selection() const; // the caret is at its end
+    void Select(CHARRANGE selection) const;
 
     BreakList mBreaks;
     std::wstring mText;        // as the control shows it, every line break a single CR
