@@ -63,7 +63,7 @@ public:
     Control(Controls& controls, Keyboard keyboard);
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
-    virtual ~Control();
+    ~Control() override;
 
     // Given back exactly as it was set, {} at first: it is rounded to pixels, and stops at the footer of the window, on
     // the screen only.
