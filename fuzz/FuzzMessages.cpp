@@ -1,11 +1,11 @@
 // Any output of a compiler, for a program block with uneven line ends. A line without a position in the C file stays as
 // it is; one that is led back keeps its old position, and names a line that the C file has there.
 #include "document/CCodeGenerator.h"
+#include "document/Members.h"
 #include "document/VornSrcObj.h"
 #include "fuzz/Check.h"
 #include "platform/text/SingleByteCodePage.h"
 #include "programs/psf/DiagnosticMap.h"
-#include "programs/psf/Members.h"
 #include "tests/desktop/SequentialFiles.h"
 
 #include <cstdint>
@@ -84,10 +84,10 @@ private:
     // The line of a member that a position names, which must be there.
     std::string LineAt(std::string_view position) const {
         position.remove_prefix(Psf.size());
-        for (const CCodeOrigin& member : psf::AllMembers(mDocument)) {
-            const std::string name = psf::MemberName(mDocument, member) + ":";
+        for (const CCodeOrigin& member : AllMembers(mDocument)) {
+            const std::string name = MemberName(mDocument, member) + ":";
             if (position.starts_with(name)) {
-                const std::vector<std::string> lines = Split(psf::MemberText(mDocument, member), true);
+                const std::vector<std::string> lines = Split(MemberText(mDocument, member), true);
                 const auto number =
                     static_cast<std::size_t>(std::atol(std::string(position.substr(name.size())).c_str()));
                 CHECK(number >= 1 && number <= lines.size());

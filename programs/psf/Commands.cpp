@@ -3,9 +3,9 @@
 
 #include "app/Catalogue.h"
 #include "document/EncodedOutput.h"
+#include "document/Members.h"
 #include "document/NewFunction.h"
 #include "platform/text/Utf8.h"
-#include "programs/psf/Members.h"
 #include "programs/psf/Printable.h"
 
 #include <cstdio>

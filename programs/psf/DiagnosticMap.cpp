@@ -2,8 +2,8 @@
 // to the left and to the right of it decides.
 #include "programs/psf/DiagnosticMap.h"
 
+#include "document/Members.h"
 #include "platform/text/Ascii.h"
-#include "programs/psf/Members.h"
 
 #include <algorithm>
 #include <utility>

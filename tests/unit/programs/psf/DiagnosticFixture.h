@@ -1,11 +1,11 @@
 // A document with markers, the C file made of it, and what compilers say about it.
 #pragma once
 
+#include "document/Members.h"
 #include "document/VornSrcObj.h"
 #include "platform/text/SingleByteCodePage.h"
 #include "programs/psf/DiagnosticMap.h"
 #include "programs/psf/Host.h"
-#include "programs/psf/Members.h"
 
 #include <algorithm>
 #include <filesystem>

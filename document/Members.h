@@ -1,4 +1,4 @@
-// The members of a document by the names that psf gives them: "references", "functions/NAME", "events/OnKey".
+// The members of a document by their names: "references", "functions/NAME", "events/OnKey".
 // A CCodeOrigin here is never the frame.
 #pragma once
 
@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-namespace tessaly::psf {
+namespace tessaly {
 
 // The member called `name`; no value when the document has none of that name. Names are matched exactly.
 std::optional<CCodeOrigin> FindMember(const VornSrcObj& document, std::string_view name);
@@ -27,4 +27,4 @@ Status UpdateMember(VornSrcObj& document, CCodeOrigin member, std::string_view t
 // All members in document order: the references, the functions, the nine events.
 std::vector<CCodeOrigin> AllMembers(const VornSrcObj& document);
 
-} // namespace tessaly::psf
+} // namespace tessaly

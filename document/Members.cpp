@@ -1,7 +1,7 @@
 // Members by name.
-#include "programs/psf/Members.h"
+#include "document/Members.h"
 
-namespace tessaly::psf {
+namespace tessaly {
 
 namespace {
 
@@ -66,4 +66,4 @@ std::vector<CCodeOrigin> AllMembers(const VornSrcObj& document) {
     return members;
 }
 
-} // namespace tessaly::psf
+} // namespace tessaly
