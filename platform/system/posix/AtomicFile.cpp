@@ -94,7 +94,8 @@ int GiveOwnerAndMode(const std::string& path, const struct stat* old) {
     return chmod(path.c_str(), NewFileMode()) == 0 ? 0 : errno;
 }
 
-int Replace(const fs::path& target, Existing existing, const std::function<bool(const std::string&)>& write) {
+int Replace(const fs::path& target, Existing existing, const std::function<bool(const std::string&)>& write,
+            Flushing flushing, Readers readers) {
     struct stat old = {};
     const bool exists = lstat(target.c_str(), &old) == 0;
     if (!exists && errno != ENOENT) { // it may be there, with a mode that must be kept
@@ -114,17 +115,18 @@ int Replace(const fs::path& target, Existing existing, const std::function<bool(
     if (!write(temporary.Path())) {
         return ECANCELED;
     }
-    if (const int error = GiveOwnerAndMode(temporary.Path(), exists ? &old : nullptr); error != 0) {
-        return error;
+    // A temporary file is its user's alone already.
+    int error = readers == Readers::Usual ? GiveOwnerAndMode(temporary.Path(), exists ? &old : nullptr) : 0;
+    if (error == 0 && flushing == Flushing::Now) {
+        error = Flush(temporary.Path(), O_RDONLY);
     }
-    if (const int error = Flush(temporary.Path(), O_RDONLY); error != 0) {
-        return error;
+    if (error == 0) {
+        error = temporary.RenameTo(target, existing);
     }
-    if (const int error = temporary.RenameTo(target, existing); error != 0) {
-        return error;
+    if (error == 0 && flushing == Flushing::Now) {
+        Flush(folder.string(), O_RDONLY | O_DIRECTORY); // the file is replaced already, whatever this says
     }
-    Flush(folder.string(), O_RDONLY | O_DIRECTORY); // the file is replaced already, whatever this says
-    return 0;
+    return error;
 }
 
 std::error_code Error(int number) {
@@ -134,13 +136,13 @@ std::error_code Error(int number) {
 } // namespace
 
 std::error_code ReplaceWhole(const std::string& path, Existing existing,
-                             const std::function<bool(const std::string&)>& write) {
+                             const std::function<bool(const std::string&)>& write, Flushing flushing, Readers readers) {
     try {
         // The link of /dev/stdout leads to a name that only the kernel understands, so this comes before following it.
         if (existing == Existing::Replace && IsDevice(path)) {
             return Error(write(path) ? 0 : ECANCELED);
         }
-        return Error(Replace(Target(path), existing, write));
+        return Error(Replace(Target(path), existing, write, flushing, readers));
     } catch (const std::system_error& error) { // of std::filesystem: links that cannot be followed
         return error.code();
     }

@@ -73,8 +73,9 @@ public:
         return file && FlushFileBuffers(file.Get()) != 0 && file.Close() ? std::error_code() : win32::LastError();
     }
 
-    std::error_code MoveTo(const std::wstring& target, Existing existing) {
-        const DWORD flags = MOVEFILE_WRITE_THROUGH | (existing == Existing::Replace ? MOVEFILE_REPLACE_EXISTING : 0U);
+    std::error_code MoveTo(const std::wstring& target, Existing existing, Flushing flushing) {
+        const DWORD flags = (flushing == Flushing::Now ? MOVEFILE_WRITE_THROUGH : 0U) |
+                            (existing == Existing::Replace ? MOVEFILE_REPLACE_EXISTING : 0U);
         std::error_code error;
         for (int i = 0; i < MostMoves; ++i) {
             mMoved = MoveFileExW(mPath.c_str(), target.c_str(), flags) != 0;
@@ -94,7 +95,7 @@ private:
 };
 
 std::error_code Replace(const std::wstring& target, Existing existing,
-                        const std::function<bool(const std::string&)>& write) {
+                        const std::function<bool(const std::string&)>& write, Flushing flushing) {
     const DWORD attributes = GetFileAttributesW(target.c_str());
     const bool exists = attributes != INVALID_FILE_ATTRIBUTES;
     if (exists && existing == Existing::Keep) {
@@ -113,19 +114,20 @@ std::error_code Replace(const std::wstring& target, Existing existing,
     if (!write(win32::ToUtf8(temporary.Path()))) {
         return std::make_error_code(std::errc::operation_canceled);
     }
-    if (const std::error_code error = temporary.Flush()) {
+    if (const std::error_code error = flushing == Flushing::Now ? temporary.Flush() : std::error_code()) {
         return error;
     }
     if (const DWORD kept = exists ? attributes & KeptAttributes : 0; kept != 0) {
         SetFileAttributesW(temporary.Path().c_str(), kept); // the content counts more than its attributes
     }
-    return temporary.MoveTo(target, existing);
+    return temporary.MoveTo(target, existing, flushing);
 }
 
 } // namespace
 
 std::error_code ReplaceWhole(const std::string& path, Existing existing,
-                             const std::function<bool(const std::string&)>& write) {
+                             const std::function<bool(const std::string&)>& write, Flushing flushing,
+                             Readers /*readers*/) {
     try {
         const std::wstring wide = win32::WidePath(path);
         if (existing == Existing::Replace && IsDevice(wide)) {
@@ -134,7 +136,8 @@ std::error_code ReplaceWhole(const std::string& path, Existing existing,
         const DWORD attributes = GetFileAttributesW(wide.c_str());
         const bool link = attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
         const std::optional<std::wstring> target = link ? Target(wide) : wide;
-        return target ? Replace(*target, existing, write) : std::make_error_code(std::errc::no_such_file_or_directory);
+        return target ? Replace(*target, existing, write, flushing)
+                      : std::make_error_code(std::errc::no_such_file_or_directory);
     } catch (const std::system_error& error) { // of the path
         return error.code();
     }
