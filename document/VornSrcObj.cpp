@@ -29,6 +29,17 @@ VornSrcObj::VornSrcObj(SequentialFiles& files, const CodePage& codePage) : mFile
     Init();
 }
 
+VornSrcObj::VornSrcObj(const VornSrcObj& other, SequentialFiles& files)
+    : mFiles(files),
+      mCodePage(other.mCodePage),
+      mContent(other.mContent) {}
+
+void VornSrcObj::TakeContent(VornSrcObj&& other) {
+    mContent = std::move(other.mContent);
+    mLoadedOK = true;
+    mRanOutOfMemory = false;
+}
+
 Status VornSrcObj::Init() {
     PsfContent content;
     content.references = DefaultReferences;

@@ -24,6 +24,12 @@ public:
     // A document in its default state. `files` and `codePage` must outlive it.
     VornSrcObj(SequentialFiles& files, const CodePage& codePage);
 
+    // A copy of the content of `other` that is loaded and saved by way of `files`, which must outlive it.
+    VornSrcObj(const VornSrcObj& other, SequentialFiles& files);
+
+    // Takes over the content of `other`, as after a load that went well.
+    void TakeContent(VornSrcObj&& other);
+
     // Back to the defaults: the default references and handler texts, no functions. Always Done.
     Status Init();
 

@@ -24,8 +24,9 @@ int FailingCallIsDue(const char* name) {
         return 0;
     }
     ++failingCalls.count;
-    return failingCalls.at > 0 &&
-           (failingCalls.count == failingCalls.at || (failingCalls.forEver && failingCalls.count > failingCalls.at));
+    return failingCalls.at > 0 && (failingCalls.count == failingCalls.at ||
+                                   (failingCalls.forEver == 1 && failingCalls.count > failingCalls.at) ||
+                                   (failingCalls.forEver == 2 && failingCalls.count == failingCalls.at + 1));
 }
 
 // The address of the real call. ISO C knows no conversion from an object's address.

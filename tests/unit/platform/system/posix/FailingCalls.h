@@ -13,8 +13,8 @@ extern "C" {
 struct FailingCalls {
     const char* name; // null for none
     long at;
-    int forEver;
-    long count; // the calls of that name so far
+    int forEver; // 0: once; 1: and every later one; 2: and the next one
+    long count;  // the calls of that name so far
 };
 
 extern struct FailingCalls failingCalls;

@@ -1,10 +1,15 @@
-// Replacing a file, writing a setting and starting a process call the system. Each of these calls fails in turn, once
-// and for ever. A file is then the old or the new one, and no failure is reported as a success.
+// Replacing a file, writing a setting or a copy of what is not saved, and starting a process call the system. Each of
+// these calls fails in turn, once and for ever, that of a copy also twice. A file is then the old or the new one, and
+// no failure is reported as a success.
+#include "document/VornSrcObj.h"
 #include "platform/settings/SettingsRegistry.h"
 #include "platform/system/AtomicFile.h"
 #include "platform/system/PreviousInstance.h"
+#include "platform/system/PrivateFiles.h"
 #include "platform/system/SequentialFiles.h"
 #include "platform/system/posix/Process.h"
+#include "platform/text/SingleByteCodePage.h"
+#include "recovery/RecoveryStore.h"
 #include "tests/unit/platform/system/posix/FailingCalls.h"
 
 #include <cerrno>
@@ -32,11 +37,12 @@ protected:
     }
     ~PosixFaultTest() override { fs::remove_all(mFolder); }
 
-    // Has each call of these names fail, once and for ever, while `act` runs between `prepare` and `check`.
+    // Has each call of these names fail, as FailingCalls::forEver says, while `act` runs between `prepare` and `check`.
     static void ForEachFailure(const std::vector<const char*>& names, const std::function<void()>& prepare,
-                               const std::function<void()>& act, const std::function<void()>& check) {
+                               const std::function<void()>& act, const std::function<void()>& check,
+                               const std::vector<int>& repetitions = {0, 1}) {
         for (const char* const name : names) {
-            for (const int forEver : {0, 1}) {
+            for (const int forEver : repetitions) {
                 long reached = 1;
                 for (long at = 1; at <= reached; ++at) {
                     prepare();
@@ -44,7 +50,10 @@ protected:
                     act();
                     reached = failingCalls.count;
                     failingCalls = {};
-                    SCOPED_TRACE(name + " number "s + std::to_string(at) + (forEver != 0 ? " and all later ones" : ""));
+                    SCOPED_TRACE(name + " number "s + std::to_string(at) +
+                                 (forEver == 1   ? " and all later ones"
+                                  : forEver == 2 ? " and the next one"
+                                                 : ""));
                     check();
                 }
             }
@@ -165,6 +174,40 @@ TEST_F(PosixFaultTest, ASettingIsWrittenOrTheFileIsAsItWas) {
             EXPECT_EQ(Count(mFolder), 1U);
             EXPECT_EQ(OpenFiles(), openFiles);
         });
+}
+
+TEST_F(PosixFaultTest, ACopyOfWhatIsNotSavedIsTheOldOneOrTheNewOneAndItsFailureIsTold) {
+    const SingleByteCodePage codePage(Windows1252HighHalf());
+    const VornSrcObj document(mFiles, codePage);
+    SystemPrivateFiles own;
+    const auto environment = [this](const std::string& name) {
+        return name == "XDG_STATE_HOME" ? std::optional(mFolder.string())
+               : name == "TMPDIR"       ? std::optional((mFolder / "missing/temporary").string())
+                                        : std::nullopt;
+    };
+    RecoveryStore store(SystemRecoveryHost(own, mFiles, environment));
+    const WindowContent oldContent = {document, CCodeOrigin{CCodeOrigin::Kind::References, 0}, "old"};
+    const WindowContent newContent = {document, CCodeOrigin{CCodeOrigin::Kind::References, 0}, "new"};
+    const auto newestText = [&]() -> std::string {
+        VornSrcObj loaded(mFiles, codePage);
+        const std::vector<Copy> copies = store.Copies();
+        return !copies.empty() && LoadCopy(mFiles, copies[0], loaded) == Status::Done ? std::string(loaded.VarCode())
+                                                                                      : "none";
+    };
+    std::error_code error;
+    const std::size_t openFiles = OpenFiles();
+    for (const Flushing flushing : {Flushing::Now, Flushing::Later}) {
+        ForEachFailure(
+            {"open", "write", "short-write", "close", "fsync", "rename", "chmod", "stat", "mkdir"},
+            [&] { ASSERT_FALSE(store.Write(oldContent, Flushing::Later)); },
+            [&] { error = store.Write(newContent, flushing); },
+            [&] {
+                EXPECT_EQ(newestText(), error ? "old" : "new") << error.message();
+                EXPECT_EQ(OpenFiles(), openFiles);
+            },
+            {0, 1, 2});
+    }
+    EXPECT_EQ(Count(mFolder / "tessaly/recovery"), 4U);
 }
 
 TEST_F(PosixFaultTest, AProcessEndsWithAllItsOutputOrItsFailureIsTold) {

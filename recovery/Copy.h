@@ -1,0 +1,72 @@
+// A copy of a document: an ordinary PSF file with its origin beside it, in a folder of the user's own.
+// Only intact ones are ever given out: the origin is whole, and the PSF is the one that the origin was written for.
+#pragma once
+
+#include "document/CCodeGenerator.h"
+#include "document/Status.h"
+#include "platform/system/PrivateFiles.h"
+#include "recovery/Origin.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessaly {
+
+class SequentialFiles;
+class VornSrcObj;
+
+// What a window holds: the document, and over it what stands in the pane.
+struct WindowContent {
+    const VornSrcObj& document;      // is not changed
+    std::optional<CCodeOrigin> item; // the selected member; none when no member is selected
+    std::string_view paneText;       // the text of that member as it stands in the pane
+    std::uint64_t caret = 0;
+    std::string path = {};             // the document's file; "" for a document without a name
+    std::optional<FileMark> file = {}; // that file when it was loaded or saved
+    std::string codePage = {};         // as MakeCodePage takes it; "" for the system's
+    std::int32_t language = 0;
+};
+
+struct Copy {
+    std::string path; // of the PSF
+    std::string originPath;
+    Origin origin;
+};
+
+// The bytes that a save would write now, with the pane's text in its place. Throws std::bad_alloc.
+std::string SavedBytes(const WindowContent& content);
+
+// What `content` tells about its origin; the rest keeps its defaults.
+Origin OriginOf(const WindowContent& content);
+
+// The paths of the copy STEM in `folder`, whether it is there or not.
+Copy CopyAt(const std::string& folder, const std::string& stem);
+
+// Writes `bytes` as STEM.PSF into `folder`, and then the origin as STEM.origin, with the mark of `bytes`. After an
+// error the pair may be damaged, and then is no copy.
+std::error_code WriteCopy(PrivateFiles& own, const std::string& folder, const std::string& stem, std::string_view bytes,
+                          Origin origin, Flushing flushing);
+
+// The intact copy STEM in `folder`.
+std::optional<Copy> ReadCopy(SequentialFiles& files, const std::string& folder, const std::string& stem);
+
+// All intact copies in `folder`, the newest first. None where the folder cannot be listed.
+std::vector<Copy> ReadCopies(SequentialFiles& files, const PrivateFiles& own, const std::string& folder);
+
+// Sorts by time and number, the newest first.
+void SortNewestFirst(std::vector<Copy>& copies);
+
+// Removes both files of a copy.
+std::error_code RemoveCopy(PrivateFiles& own, const Copy& copy);
+
+// Loads `document` from a copy: what SaveFile and LoadFile add to each text is taken off again. LoadFailed, and the
+// document as it was, when the copy is damaged by now.
+Status LoadCopy(SequentialFiles& files, const Copy& copy, VornSrcObj& document);
+
+// Whether the document that was saved as `bytes` is the one in the file `path`, or the default one with "". `document`
+// tells the code page alone. A file that cannot be loaded only is it when it has the same bytes.
+bool IsTextOf(SequentialFiles& files, const std::string& path, const std::string& bytes, const VornSrcObj& document);
+
+} // namespace tessaly

@@ -1,0 +1,26 @@
+// What tells one content of a file from another: its size and its FNV-1a hash of 64 bits.
+// That guards against damage, not against an enemy. Contents of one size that differ in one byte never have one hash.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tessaly {
+
+class SequentialFiles;
+
+struct FileMark {
+    std::uint64_t size = 0;
+    std::uint64_t hash = 0;
+
+    bool operator==(const FileMark&) const = default;
+};
+
+FileMark MarkOf(std::string_view bytes);
+
+// The mark of a file as it is now; no value when it cannot be read.
+std::optional<FileMark> MarkOfFile(SequentialFiles& files, const std::string& path);
+
+} // namespace tessaly
