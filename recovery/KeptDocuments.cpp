@@ -79,7 +79,7 @@ void RemoveOldest(PrivateFiles& own, const std::string& folder, const std::strin
         size += kept.size;
         if ((count > MostKept || size > MostKeptBytes) && kept.name != newest) {
             for (const std::string& file : kept.files) {
-                own.Remove(folder + "/" + file);
+                own.Remove(std::string(folder).append("/").append(file));
             }
         }
     }
