@@ -2,6 +2,7 @@
 #include "platform/system/win32/Streams.h"
 
 #include "platform/system/win32/Handle.h"
+#include "platform/system/win32/Library.h"
 #include "platform/system/win32/Text.h"
 
 #include <algorithm>
@@ -28,7 +29,10 @@ Streams::~Streams() {
 
 std::vector<std::string> Arguments() {
     int count = 0;
-    wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
+    // By name: in the import table it would be there for the window, too, and be loaded before anything can be said of
+    // where from.
+    const auto split = LibraryFunction<decltype(&CommandLineToArgvW)>(L"shell32.dll", "CommandLineToArgvW");
+    wchar_t** const wide = split(GetCommandLineW(), &count);
     if (wide == nullptr) {
         ThrowLastError("CommandLineToArgvW");
     }
