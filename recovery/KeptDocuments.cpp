@@ -4,8 +4,6 @@
 #include "platform/text/Utf8.h"
 
 #include <algorithm>
-#include <array>
-#include <ctime>
 #include <map>
 
 namespace tessaly {
@@ -31,15 +29,6 @@ std::string DocumentName(const std::string& path) {
         }
     }
     return name.empty() ? "untitled" : name;
-}
-
-std::string LocalTime(std::int64_t milliseconds) {
-    constexpr std::int64_t millisecondsInSecond = 1000;
-    const auto seconds = static_cast<std::time_t>(milliseconds / millisecondsInSecond);
-    std::array<char, 32> text = {};
-    const std::tm* const local = std::localtime(&seconds);
-    const std::size_t size = local != nullptr ? std::strftime(text.data(), text.size(), "%Y-%m-%d %H-%M-%S", local) : 0;
-    return {text.data(), size};
 }
 
 // One document in the folder: its files have one name up to the ending.
@@ -105,8 +94,8 @@ std::error_code KeepDocument(PrivateFiles& own, const std::string& folder, std::
     if (error) {
         return error;
     }
-    const std::string name =
-        DocumentName(origin.path) + " " + LocalTime(origin.time) + " " + std::string(ReasonName(origin.reason));
+    const std::string name = DocumentName(origin.path) + " " + TimeText(origin.time, "%Y-%m-%d %H-%M-%S", Zone::Local) +
+                             " " + std::string(ReasonName(origin.reason));
     const auto isTaken = [&entries](const std::string& stem) {
         return std::any_of(entries.begin(), entries.end(),
                            [&stem](const FolderEntry& entry) { return entry.name.starts_with(stem + "."); });

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <ctime>
 #include <system_error>
 
 namespace tessaly {
@@ -105,6 +106,14 @@ private:
 
 std::string_view ReasonName(Reason reason) {
     return Names.at(static_cast<std::size_t>(reason));
+}
+
+std::string TimeText(std::int64_t milliseconds, const char* format, Zone zone) {
+    constexpr std::int64_t millisecondsInSecond = 1000;
+    const auto seconds = static_cast<std::time_t>(milliseconds / millisecondsInSecond);
+    const std::tm* const time = zone == Zone::Utc ? std::gmtime(&seconds) : std::localtime(&seconds);
+    std::array<char, 64> text = {};
+    return {text.data(), time != nullptr ? std::strftime(text.data(), text.size(), format, time) : 0};
 }
 
 std::string WriteOrigin(const Origin& origin) {

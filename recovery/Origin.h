@@ -29,6 +29,11 @@ enum class Reason {
 // The name of a reason, in English: letters and blanks only, so that it fits into a file name.
 std::string_view ReasonName(Reason reason);
 
+enum class Zone { Local, Utc };
+
+// A time in milliseconds since 1970 as strftime writes it, "" when it has no date.
+std::string TimeText(std::int64_t milliseconds, const char* format, Zone zone);
+
 // A program that runs, or ran.
 struct ProcessMark {
     std::uint64_t id = 0;

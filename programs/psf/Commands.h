@@ -3,6 +3,7 @@
 
 #include "programs/psf/Session.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -30,5 +31,14 @@ int Check(Session& session, const std::string& file);
 // the positions mapped to members. Returns the compiler's exit status, or that of what went wrong before: the load's,
 // the generation's, CompilerMissing, WrongUsage.
 int Build(Session& session, const std::string& file);
+
+// psf recover: what the window kept. The list is one line each, the newest first: number, time, reason, origin and the
+// members that differ from the file now, with tabs between them. The others take a number of that list; without one of
+// that number they return the status NotFound.
+int RecoverList(Session& session);
+int RecoverJson(Session& session);
+int RecoverShow(Session& session, std::uint64_t number); // prints a unified diff from the file now
+int RecoverWrite(Session& session, std::uint64_t number, const std::string& output);
+int RecoverDelete(Session& session, std::uint64_t number);
 
 } // namespace tessaly::psf

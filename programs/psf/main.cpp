@@ -3,6 +3,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -25,7 +26,10 @@ struct CommandLine {
     std::string second; // member, name or second file
     std::optional<std::string> output;
     std::vector<std::string> files;
+    std::uint64_t number = 0;
     const CLI::Option* hasSecond = nullptr; // an empty name is a name, too
+    const CLI::Option* hasNumber = nullptr;
+    bool isToBeDeleted = false;
     bool force = false;
     bool json = false;
     std::function<int(Session&)> run;
@@ -42,6 +46,7 @@ struct CommandLine {
         AddFileCommands();
         AddMemberCommands();
         AddCodeCommands();
+        AddRecover();
     }
 
     CLI::App* Command(const char* name, const char* description, std::function<int(Session&)> action) {
@@ -109,6 +114,27 @@ struct CommandLine {
         CLI::App* build = Command("build", "Generate C code, compile it and map the compiler's messages",
                                   [this](Session& session) { return Build(session, file); });
         AddFile(build);
+    }
+
+    void AddRecover() {
+        CLI::App* recover =
+            Command("recover", "List what the window kept of texts that were not saved; show or write one",
+                    [this](Session& session) {
+                        if (hasNumber->empty()) {
+                            return json ? RecoverJson(session) : RecoverList(session);
+                        }
+                        if (isToBeDeleted) {
+                            return RecoverDelete(session, number);
+                        }
+                        return output ? RecoverWrite(session, number, *output) : RecoverShow(session, number);
+                    });
+        auto* one = recover->add_option("N", number, "A number of the list; alone, shows what differs from the file");
+        hasNumber = one;
+        recover->add_flag("--json", json, "Print the list as JSON")->excludes(one);
+        auto* write = recover->add_option("-o,--output", output, "Write it to this file instead")->type_name("OUT");
+        auto* remove = recover->add_flag("--delete", isToBeDeleted, "Remove it for good");
+        write->needs(one)->excludes(remove);
+        remove->needs(one);
     }
 };
 

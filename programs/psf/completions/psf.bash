@@ -21,7 +21,7 @@ _psf() {
         return
     fi
     if [[ $count -eq 0 ]]; then
-        mapfile -t COMPREPLY < <(compgen -W 'new show set add delete resave generate check build --codepage --help --version' -- "$word")
+        mapfile -t COMPREPLY < <(compgen -W 'new show set add delete resave generate check build recover --codepage --help --version' -- "$word")
         return
     fi
     if [[ $word == -* ]]; then
@@ -30,6 +30,7 @@ _psf() {
         new) options+=' --force' ;;
         show) options+=' --json' ;;
         generate) options+=' --output' ;;
+        recover) options+=' --json --output --delete' ;;
         esac
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$word")
         return
@@ -38,6 +39,12 @@ _psf() {
     case $command:$count in
     show:2 | set:2) names=$(psf show "$file" 2>/dev/null) ;;
     delete:2) names=$(psf show "$file" 2>/dev/null | sed -n 's|^functions/||p') ;;
+    recover:1)
+        if [[ ${COMP_WORDS[COMP_CWORD - 1]} != -o && ${COMP_WORDS[COMP_CWORD - 1]} != --output ]]; then
+            mapfile -t COMPREPLY < <(compgen -W "$(psf recover 2>/dev/null | cut -f 1)" -- "$word")
+            return
+        fi
+        ;;&
     add:2) return ;;
     *)
         compopt -o filenames 2>/dev/null

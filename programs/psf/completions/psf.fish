@@ -38,9 +38,15 @@ complete -c psf -n __fish_use_subcommand -a resave -d 'Load a file and save it a
 complete -c psf -n __fish_use_subcommand -a generate -d 'Write the generated C file'
 complete -c psf -n __fish_use_subcommand -a check -d 'Report what a load loses or changes'
 complete -c psf -n __fish_use_subcommand -a build -d "Generate C code, compile it and map the messages"
+complete -c psf -n __fish_use_subcommand -a recover -d 'List, show or write what the window kept of unsaved texts'
 complete -c psf -n '__fish_seen_subcommand_from new' -l force -d 'Replace a file that exists'
 complete -c psf -n '__fish_seen_subcommand_from show' -l json -d 'Print the whole document as one JSON object'
 complete -c psf -n '__fish_seen_subcommand_from generate' -s o -l output -r -F -d 'The C file'
+complete -c psf -n '__fish_seen_subcommand_from recover' -l json -d 'Print the list as JSON'
+complete -c psf -n '__fish_seen_subcommand_from recover' -s o -l output -r -F -d 'The file to write'
+complete -c psf -n '__fish_seen_subcommand_from recover' -l delete -d 'Remove it for good'
+# fish takes what stands behind the first tab as the description.
+complete -c psf -n '__psf_at recover 1' -k -a '(psf recover 2>/dev/null)'
 for command in new show set add delete resave generate build check
     complete -c psf -n "__psf_at $command 1" -k -a '(__fish_complete_suffix .PSF .psf)'
 end

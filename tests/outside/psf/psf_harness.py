@@ -66,3 +66,21 @@ def source(functions=(), references="int x;", count=None, names=None, events=EVE
     for event in events:
         text += lines(f"[{event}]", f"FuncBody=void {event}()", "{", "}")
     return text + (lines(end) if end else b"") + extra
+
+
+def fnv(data):
+    """FNV-1a of 64 bits."""
+    result = 0xCBF29CE484222325
+    for byte in data:
+        result = (result ^ byte) * 0x100000001B3 % 2**64
+    return result
+
+
+def leave(folder, stem, content, seconds=1_700_000_000, reason=0, path="", number=1, process=99, codepage=""):
+    """Puts a copy of what is not saved into `folder`, as the window does: a PSF and its origin."""
+    escaped = "".join(f"%{ord(c):02x}" if c < " " or c in "\x7f%" else c for c in path)
+    text = (f"TessalyRecovery=1\nreason={reason}\npath={escaped}\nfile=\ntime={seconds * 1000}\nnumber={number}\n"
+            f"codepage={codepage}\nlanguage=1033\nitem=functions/Blink\ncaret=3\nprocess={process}\nstart=then\n"
+            f"copy={len(content)} {fnv(content):x}\n").encode()
+    (folder / f"{stem}.PSF").write_bytes(content)
+    (folder / f"{stem}.origin").write_bytes(text + f"checksum={fnv(text):x}\n".encode())

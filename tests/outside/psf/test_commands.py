@@ -330,7 +330,8 @@ def test_wrong_usage_is_64_with_one_line(tmp_path, arguments):
     assert os.listdir(tmp_path) == []
 
 
-@pytest.mark.parametrize("command", ["", "new", "show", "set", "add", "delete", "resave", "generate", "check", "build"])
+@pytest.mark.parametrize("command", ["", "new", "show", "set", "add", "delete", "resave", "generate", "check", "build",
+                                     "recover"])
 def test_every_command_has_help(command):
     result = psf(*[command] if command else [], "--help")
     assert (result.status, result.err) == (0, "")

@@ -5,11 +5,11 @@ import subprocess
 
 import pytest
 from harness import ROOT
-from psf_harness import PSF, not_on_windows, source
+from psf_harness import PSF, leave, not_on_windows, source
 
 pytestmark = not_on_windows("the shells that complete are not there")
 FOLDER = f"{ROOT}/programs/psf/completions"
-COMMANDS = {"new", "show", "set", "add", "delete", "resave", "generate", "check", "build"}
+COMMANDS = {"new", "show", "set", "add", "delete", "resave", "generate", "check", "build", "recover"}
 
 
 @pytest.fixture
@@ -20,7 +20,8 @@ def folder(tmp_path):
 
 
 def run(shell, script, folder):
-    env = {**os.environ, "PATH": f"{os.path.dirname(PSF)}:{os.environ['PATH']}", "HOME": str(folder)}
+    path = f"{os.path.dirname(PSF)}:{os.environ['PATH']}"
+    env = {**os.environ, "PATH": path, "HOME": str(folder), "XDG_STATE_HOME": ""}
     done = subprocess.run([shell, "-c", script], capture_output=True, cwd=folder, env=env, timeout=60)
     assert done.stderr == b"", done.stderr
     return set(done.stdout.decode().splitlines())
@@ -44,6 +45,8 @@ def test_bash_completes_commands_files_members_and_functions(folder):
     assert bash(folder, "psf", "set", "Main.PSF", "events/OnK") == {"events/OnKey"}
     assert bash(folder, "psf", "delete", "Main.PSF", "") == {"Blink"}
     assert "--json" in bash(folder, "psf", "show", "--")
+    assert "--delete" in bash(folder, "psf", "recover", "--")
+    assert bash(folder, "psf", "recover", "1", "-o", "") == {"Main.PSF"}
     assert bash(folder, "psf", "--codepage", "1251", "show", "Main.PSF", "functions/") == {"functions/Blink"}
 
 
@@ -53,3 +56,14 @@ def test_fish_completes_commands_files_members_and_functions(folder):
     assert {"references", "functions/Blink", "events/OnMsg"} <= fish(folder, "psf show Main.PSF ")
     assert fish(folder, "psf delete Main.PSF ") == {"Blink"}
     assert "--json" in fish(folder, "psf show --")
+    assert "--delete" in fish(folder, "psf recover --")
+
+
+def test_numbers_of_what_was_kept_are_completed(folder):
+    kept = folder / ".local/state/tessaly/recovery"
+    kept.mkdir(parents=True)
+    for number in range(2):
+        leave(kept, f"copy-{number}", (folder / "Main.PSF").read_bytes(), process=number)
+    assert bash(folder, "psf", "recover", "") == {"1", "2"}
+    assert fish(folder, "psf recover ") == {"1", "2"}
+    assert fish(folder, "psf recover --delete ") == {"1", "2"}
