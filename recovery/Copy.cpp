@@ -82,8 +82,9 @@ void TakeOffGainedBreaks(VornSrcObj& document) {
 
 } // namespace
 
-std::string SavedBytes(const WindowContent& content) {
+void GetSavedBytes(const WindowContent& content, std::string& bytes) {
     BytesAsFile file;
+    file.bytes = std::move(bytes);
     VornSrcObj copy(content.document, file);
     if (content.item && MemberText(copy, *content.item) != content.paneText) {
         UpdateMember(copy, *content.item, content.paneText);
@@ -91,7 +92,7 @@ std::string SavedBytes(const WindowContent& content) {
     if (copy.SaveFile("") != Status::Done) { // nothing else can be short in memory
         throw std::bad_alloc();
     }
-    return std::move(file.bytes);
+    bytes = std::move(file.bytes);
 }
 
 Origin OriginOf(const WindowContent& content) {

@@ -35,8 +35,9 @@ struct Copy {
     Origin origin;
 };
 
-// The bytes that a save would write now, with the pane's text in its place. Throws std::bad_alloc.
-std::string SavedBytes(const WindowContent& content);
+// `bytes` = what a save would write now, with the pane's text in its place. Their room is used again. Throws
+// std::bad_alloc.
+void GetSavedBytes(const WindowContent& content, std::string& bytes);
 
 // What `content` tells about its origin; the rest keeps its defaults.
 Origin OriginOf(const WindowContent& content);

@@ -85,15 +85,14 @@ Origin RecoveryStore::NextOrigin(const WindowContent& content) const {
     return origin;
 }
 
-std::error_code RecoveryStore::WriteTo(const std::string& folder, const std::string& bytes, const Origin& origin,
-                                       Flushing flushing) {
+std::error_code RecoveryStore::WriteTo(const std::string& folder, const Origin& origin, Flushing flushing) {
     std::error_code error = mHost.own.MakeFolder(folder);
     if (!error) {
-        error = WriteCopy(mHost.own, folder, Stem(mHost.process, origin.number), bytes, origin, flushing);
+        error = WriteCopy(mHost.own, folder, Stem(mHost.process, origin.number), mBytes, origin, flushing);
     }
     if (!error) {
         ++mNumber;
-        mLast = MarkOf(bytes);
+        mLast = MarkOf(mBytes);
     }
     return error;
 }
@@ -101,11 +100,11 @@ std::error_code RecoveryStore::WriteTo(const std::string& folder, const std::str
 std::error_code RecoveryStore::Write(const WindowContent& content, Flushing flushing) {
     return Guarded([&] {
         const std::int64_t begin = mHost.stopwatch();
-        const std::string bytes = SavedBytes(content);
+        GetSavedBytes(content, mBytes);
         const Origin origin = NextOrigin(content);
         std::error_code error = std::make_error_code(std::errc::no_such_file_or_directory);
         for (const std::string& folder : mHost.folders) {
-            error = WriteTo(folder, bytes, origin, flushing);
+            error = WriteTo(folder, origin, flushing);
             if (!error) {
                 if (!std::exchange(mIsSwept, true)) {
                     Sweep(mHost.own, folder);
@@ -130,11 +129,11 @@ std::error_code RecoveryStore::WriteBeforeSave(const WindowContent& content, con
     return Guarded([&] {
         Origin origin = NextOrigin(content);
         origin.path = target;
-        const std::string bytes = SavedBytes(content);
+        GetSavedBytes(content, mBytes);
         const std::error_code error =
-            WriteCopy(mHost.own, FolderOf(target), StemBeside(target), bytes, origin, Flushing::Now);
+            WriteCopy(mHost.own, FolderOf(target), StemBeside(target), mBytes, origin, Flushing::Now);
         if (!error) {
-            mLast = MarkOf(bytes);
+            mLast = MarkOf(mBytes);
         }
         Adopt(CopyAt(FolderOf(target), StemBeside(target))); // damaged or not, it is to be dropped
         return error;
@@ -193,15 +192,15 @@ std::error_code RecoveryStore::KeepIn(std::string_view bytes, const Origin& orig
 
 std::error_code RecoveryStore::Keep(const WindowContent& content, Reason reason) {
     return Guarded([&] {
-        const std::string bytes = SavedBytes(content);
-        if (IsTextOf(mHost.files, content.path, bytes, content.document)) {
+        GetSavedBytes(content, mBytes);
+        if (IsTextOf(mHost.files, content.path, mBytes, content.document)) {
             return std::error_code();
         }
         Origin origin = OriginOf(content);
         origin.reason = reason;
         origin.time = mHost.time();
         origin.process = mHost.process;
-        return KeepIn(bytes, origin);
+        return KeepIn(mBytes, origin);
     });
 }
 

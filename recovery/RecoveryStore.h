@@ -77,14 +77,14 @@ public:
 
 private:
     Origin NextOrigin(const WindowContent& content) const;
-    std::error_code WriteTo(const std::string& folder, const std::string& bytes, const Origin& origin,
-                            Flushing flushing);
+    std::error_code WriteTo(const std::string& folder, const Origin& origin, Flushing flushing);
     bool IsGone(const ProcessMark& process) const;
     bool IsSafe(const Copy& copy, const VornSrcObj& document) const;
     std::error_code KeepIn(std::string_view bytes, const Origin& origin);
     std::error_code RemoveAllOf(const ProcessMark& process, std::uint64_t newest);
 
     RecoveryHost mHost;
+    std::string mBytes;        // of the last document that was saved into it; pages that are there already cost less
     std::uint64_t mNumber = 0; // of the last copy that was written
     std::optional<FileMark> mLast;
     std::int64_t mLastCost = 0;

@@ -23,6 +23,14 @@ Origin FullOrigin() {
     return origin;
 }
 
+std::uint64_t HashOfLane(std::string_view bytes) {
+    std::uint64_t hash = 0xCBF29CE484222325U;
+    for (const char byte : bytes) {
+        hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001B3U;
+    }
+    return hash;
+}
+
 TEST(OriginTest, IsReadAsItWasWritten) {
     EXPECT_EQ(ReadOrigin(WriteOrigin(FullOrigin())), FullOrigin());
     EXPECT_EQ(ReadOrigin(WriteOrigin({})), Origin());
@@ -80,11 +88,20 @@ TEST(OriginTest, ValuesThatNobodyWritesAreRefused) {
     }
 }
 
-// Published values of FNV-1a.
+// The published value of FNV-1a for each lane, and the lanes in their order.
 TEST(OriginTest, AMarkHasTheSizeAndTheHash) {
-    EXPECT_EQ(MarkOf(""), (FileMark{0, 0xCBF29CE484222325U}));
-    EXPECT_EQ(MarkOf("a"), (FileMark{1, 0xAF63DC4C8601EC8CU}));
-    EXPECT_EQ(MarkOf("foobar"), (FileMark{6, 0x85944171F73967E8U}));
+    const auto joined = [](std::initializer_list<std::uint64_t> lanes) {
+        std::uint64_t hash = 0xCBF29CE484222325U;
+        for (const std::uint64_t lane : lanes) {
+            hash = (hash ^ lane) * 0x100000001B3U;
+        }
+        return hash;
+    };
+    const std::uint64_t empty = 0xCBF29CE484222325U;
+    EXPECT_EQ(MarkOf(""), (FileMark{0, joined({empty, empty, empty, empty})}));
+    EXPECT_EQ(MarkOf("a"), (FileMark{1, joined({0xAF63DC4C8601EC8CU, empty, empty, empty})}));
+    EXPECT_EQ(MarkOf("f...o...o...b...a...r").hash,
+              joined({0x85944171F73967E8U, HashOfLane("....."), HashOfLane("....."), HashOfLane(".....")}));
 }
 
 TEST(OriginTest, EveryReasonHasANameOfItsOwnThatFitsIntoAFileName) {
