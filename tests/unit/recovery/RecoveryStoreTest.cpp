@@ -184,15 +184,16 @@ TEST_F(StoreTest, AFailingCallLeavesTheOldCopyOrTheNewOne) {
 
 TEST_F(StoreTest, AFailingCallOfADropLeavesTheNewestCopyOrNone) {
     for (std::size_t at = 1; at <= 8; ++at) {
-        store.Write(Holding("old"), Flushing::Later);
-        store.Write(Holding("new"), Flushing::Later);
-        faults.FailAt(at);
-        const std::error_code error = store.Drop();
-        EXPECT_FALSE(faults.IsPending());
-        EXPECT_TRUE(error);
-        EXPECT_NE(NewestText(), "old") << at;
-        EXPECT_FALSE(store.Drop());
-        EXPECT_EQ(files.contents.size(), 1U);
+        for (const bool forEver : {false, true}) {
+            store.Write(Holding("old"), Flushing::Later);
+            store.Write(Holding("new"), Flushing::Later);
+            forEver ? faults.FailFrom(at) : faults.FailAt(at);
+            EXPECT_TRUE(store.Drop());
+            faults.Off();
+            EXPECT_NE(NewestText(), "old") << at << forEver;
+            EXPECT_FALSE(store.Drop());
+            EXPECT_EQ(files.contents.size(), 1U);
+        }
     }
 }
 
