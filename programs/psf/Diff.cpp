@@ -129,7 +129,7 @@ Steps FindSteps(const Lines& oldLines, const Lines& newLines) {
 }
 
 // "7,3", "7" for a single line; of no lines, the number of the line before them.
-std::string Range(std::size_t linesBefore, std::size_t count) {
+std::string LineRange(std::size_t linesBefore, std::size_t count) {
     const std::string first = std::to_string(count == 0 ? linesBefore : linesBefore + 1);
     return count == 1 ? first : first + "," + std::to_string(count);
 }
@@ -173,7 +173,7 @@ std::string UnifiedDiff(std::string_view oldName, std::string_view newName, std:
             oldCount += steps[j].kind != '+' ? 1 : 0;
             newCount += steps[j].kind != '-' ? 1 : 0;
         }
-        diff += "@@ -" + Range(oldBefore, oldCount) + " +" + Range(newBefore, newCount) + " @@\n" + body;
+        diff += "@@ -" + LineRange(oldBefore, oldCount) + " +" + LineRange(newBefore, newCount) + " @@\n" + body;
         oldBefore += oldCount;
         newBefore += newCount;
         written = end;
