@@ -35,6 +35,8 @@ class Menus final : public tessaly::Menus {
 public:
     // Makes the menu bar of `window`, which gets it when it is shown.
     Menus(HWND window, FocusEvents& focus) : tessaly::Menus(focus), mWindow(window), mBar(CreateMenu()) {}
+    Menus(const Menus&) = delete;
+    Menus& operator=(const Menus&) = delete;
     ~Menus() override;
 
     // The window owns the bar from now on.

@@ -14,6 +14,8 @@ class Window final : public tessaly::Window, public Parent {
 public:
     // Makes the window, which is not shown yet, in a size that suits the screen.
     Window(EventLoop& loop, tessaly::Application& application);
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
     ~Window() override;
 
     void SetCaption(std::string_view caption) override;
