@@ -55,8 +55,7 @@ public:
     std::vector<Copy> KeptDocuments() const;
 
     // Whether the program that made `copy` is gone, and its text is neither in its file nor kept. True when that cannot
-    // be told. `document` tells the
-    // code page alone.
+    // be told. `document` tells the code page alone.
     bool IsLeft(const Copy& copy, const VornSrcObj& document) const;
 
     // For a start: the newest copy that is left. The others are kept as OlderCopy. Copies of programs that are gone and
