@@ -34,6 +34,7 @@ public:
 
     // There is nobody to ask: no box is shown any more.
     void AskNoMore() { mIsSilent = true; }
+    bool HasNobody() const { return mIsSilent; }
 
 protected:
     virtual MsgResult Ask(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon) = 0;

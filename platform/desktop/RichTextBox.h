@@ -31,6 +31,12 @@ public:
     virtual std::string Text() const = 0;
     virtual void SetText(std::string_view text) = 0;
 
+    // Where the caret is: in units of UTF-16 from the beginning of the text, each line break counted as one. SetText
+    // puts it to the beginning. MoveCaret selects nothing, brings the caret into view and goes to the end of the text
+    // at most.
+    virtual std::size_t CaretPosition() const = 0;
+    virtual void MoveCaret(std::size_t position) = 0;
+
     // An unavailable pane takes no input and refuses the focus. It is shown empty and grey, not hidden, so that the
     // window keeps its shape under the user's hand. If it has the focus when it becomes unavailable it keeps it. It is
     // available at first. A pane that cannot show its text stays unavailable, and a std::exception is thrown.

@@ -61,6 +61,14 @@ public:
     // any more, and each has the AnswerOfNobody.
     std::function<void()> onUnload;
 
+    // Raised when all that waited for the window is done and shown, before the program waits for more. While a dialog
+    // is open it may not be.
+    std::function<void()> onIdle;
+
+    // Raised when the user goes to another program, and when this one may soon end without onUnload: by a signal, with
+    // the display or at the end of the session. What is to outlive it must be on the disk when this returns.
+    std::function<void()> onSuspend;
+
     // Those that stand in the window.
     Controls controls;
 

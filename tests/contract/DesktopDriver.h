@@ -99,6 +99,7 @@ public:
     virtual void EndSession(bool mayAsk) = 0; // asked whether it may end, or told that it does
     virtual void GoToAnotherWindow() = 0;     // as Alt+Tab does; nothing else can be done until ...
     virtual void ComeBack() = 0;
+    virtual void GoToAnotherProgram() = 0; // leaves this one for good
     virtual void DropFile(const std::string& path) = 0;
     virtual bool IsShown() const = 0;
     virtual bool HasEnded() const = 0; // the window is gone, and the program ends

@@ -13,7 +13,10 @@ public:
     explicit MemoryDriver(const Launch& launch);
 
     Desktop& TheDesktop() override { return mDesktop; }
-    void Settle() override { mDesktop.window.DeliverSentKeys(); }
+    void Settle() override {
+        mDesktop.window.DeliverSentKeys();
+        mDesktop.window.BeIdle();
+    }
 
     void PressKey(int keyCode, int shift) override { mDesktop.window.PressKey(keyCode, shift); }
     void Resize(float width, float height) override { mDesktop.window.Resize(width, height); }
@@ -27,6 +30,7 @@ public:
     }
     void GoToAnotherWindow() override { mOtherWindow.emplace(mDesktop.focus); }
     void ComeBack() override { mOtherWindow.reset(); }
+    void GoToAnotherProgram() override { mDesktop.window.GoToAnotherProgram(); }
     void DropFile(const std::string& path) override { mDesktop.window.DropFile(path); }
     bool IsShown() const override { return mDesktop.window.IsShown(); }
     bool HasEnded() const override { return mDesktop.window.HasEnded(); }

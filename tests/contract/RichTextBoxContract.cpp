@@ -236,5 +236,29 @@ TEST_P(DesktopContract, TabStopsLeaveTheTextAlone) {
     EXPECT_EQ(events, Strings{});
 }
 
+TEST_P(DesktopContract, TheCaretIsToldInUnitsOfUtf16AndEachBreakIsOne) {
+    Edit("a\r\n\xF0\x9F\x98\x80\xC3\xA4", 6); // behind a character of two units
+    EXPECT_EQ(Pane().CaretPosition(), 4U);
+    user->Type("b");
+    EXPECT_EQ(Pane().CaretPosition(), 5U);
+    Pane().SetText("other");
+    EXPECT_EQ(Pane().CaretPosition(), 0U);
+}
+
+TEST_P(DesktopContract, ACaretThatIsMovedIsWhereTheUserTypes) {
+    Edit("a\r\n\xF0\x9F\x98\x80"
+         "b",
+         0);
+    user->SelectAll();
+    Pane().MoveCaret(4);
+    EXPECT_EQ(Pane().CaretPosition(), 4U);
+    user->Type("x");
+    EXPECT_EQ(user->PaneShown(), "a\n\xF0\x9F\x98\x80xb");
+    Pane().MoveCaret(1000);
+    EXPECT_EQ(Pane().CaretPosition(), 6U);
+    user->Type("y");
+    EXPECT_EQ(user->PaneShown(), "a\n\xF0\x9F\x98\x80xby");
+}
+
 } // namespace
 } // namespace tessaly

@@ -1,6 +1,7 @@
 // The main window as a frame, and the running program.
 #include "tests/contract/DesktopContract.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <system_error>
 
@@ -205,6 +206,38 @@ TEST_P(DesktopContract, TheControlsCanStillBeReadWhenTheWindowIsAboutToGo) {
     MainWindow().onUnload = [&] { seen = Pane().Text(); };
     user->CloseByUser();
     EXPECT_EQ(seen, "a\nb");
+}
+
+TEST_P(DesktopContract, TheWindowIsIdleWhenWhatTheUserTypedIsDone) {
+    BeginInPane();
+    MainWindow().onIdle = [&] { events.emplace_back("idle"); };
+    user->Type("xy");
+    user->Settle();
+    ASSERT_FALSE(events.empty());
+    EXPECT_EQ(events.back(), "idle");
+    EXPECT_EQ(std::count(events.begin(), events.end(), "change"), 2);
+}
+
+TEST_P(DesktopContract, TheWindowIsSuspendedWhenTheUserGoesToAnotherProgram) {
+    MainWindow().Show();
+    user->Settle();
+    int suspended = 0;
+    MainWindow().onSuspend = [&] { ++suspended; };
+    user->GoToAnotherProgram();
+    EXPECT_EQ(suspended, 1);
+}
+
+TEST_P(DesktopContract, HandlersThatFailWhenTheWindowIsIdleOrSuspendedAreNoEnd) {
+    MainWindow().Show();
+    int raised = 0;
+    MainWindow().onIdle = MainWindow().onSuspend = [&] {
+        ++raised;
+        throw std::runtime_error("no room");
+    };
+    user->Settle();
+    user->GoToAnotherProgram();
+    EXPECT_GE(raised, 2);
+    EXPECT_TRUE(user->IsShown());
 }
 
 TEST_P(DesktopContract, ADroppedFileIsToldByItsPath) {

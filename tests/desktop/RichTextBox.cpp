@@ -28,6 +28,15 @@ std::size_t CharacterBefore(std::string_view text, std::size_t end) {
     return start;
 }
 
+// A character of four bytes is two units.
+std::size_t Utf16Units(std::string_view text) {
+    std::size_t units = 0;
+    for (const char byte : text) {
+        units += IsContinuation(byte) ? 0 : static_cast<unsigned char>(byte) >= 0xF0 ? 2 : 1;
+    }
+    return units;
+}
+
 std::string WithLineFeeds(std::string_view text) {
     LineBreaks breaks;
     breaks.Set(text);
@@ -58,6 +67,21 @@ float RichTextBox::CharacterWidth() const {
 void RichTextBox::SetTabStops(const std::vector<float>& stops) {
     CountCall();
     mTabStops = stops;
+}
+
+std::size_t RichTextBox::CaretPosition() const {
+    CountCall();
+    return Utf16Units(std::string_view(Shown()).substr(0, mCaret));
+}
+
+void RichTextBox::MoveCaret(std::size_t position) {
+    CountCall();
+    const std::string_view shown = Shown();
+    std::size_t end = 0;
+    while (end < shown.size() && Utf16Units(shown.substr(0, end)) < position) {
+        end = CharacterEnd(shown, end);
+    }
+    SetCaret(end);
 }
 
 bool RichTextBox::Click() {

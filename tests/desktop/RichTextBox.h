@@ -21,6 +21,8 @@ public:
     void SetText(std::string_view text) override;
     float CharacterWidth() const override;
     void SetTabStops(const std::vector<float>& stops) override;
+    std::size_t CaretPosition() const override;
+    void MoveCaret(std::size_t position) override;
 
     // The user clicks into the pane, which moves the focus there and the caret nowhere. False, and nothing happens,
     // when it is unavailable.

@@ -1,6 +1,7 @@
 // The main window in memory, and what a user can do with it.
 #pragma once
 
+#include "platform/desktop/Raise.h"
 #include "platform/desktop/Window.h"
 #include "tests/desktop/Application.h"
 #include "tests/desktop/Faults.h"
@@ -42,6 +43,12 @@ public:
 
     // The user drops a file on the window.
     void DropFile(const std::string& path);
+
+    // All that the user did has been done.
+    void BeIdle() { Raise(onIdle); }
+
+    // The user goes to another program.
+    void GoToAnotherProgram() { Raise(onSuspend); }
 
     // The size before the window is shown, without an event.
     void SetInitialSize(float width, float height);
