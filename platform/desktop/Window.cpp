@@ -28,7 +28,20 @@ bool Window::Leave() {
     }
     controls.focus.End();
     Raise(onUnload);
+    mIsUnloaded = true;
     return true;
+}
+
+void Window::Suspend() {
+    if (!mIsUnloaded) {
+        Raise(onSuspend);
+    }
+}
+
+void Window::TellIdle() {
+    if (!mIsClosed) {
+        Raise(onIdle);
+    }
 }
 
 void Window::SetFooter(float height) {

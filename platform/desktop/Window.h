@@ -78,6 +78,9 @@ public:
     // Closes the window: raises onUnload and ends the program.
     void Unload();
 
+    // Raises onSuspend, also while onUnload still asks its user, but not when that is done.
+    void Suspend();
+
     virtual void SetCaption(std::string_view caption) = 0;
 
     // In twips: the outer size, not rounded on the way, and the area for the controls: inside the frame and below the
@@ -113,6 +116,9 @@ protected:
     // Raises onUnload if it has not been yet. Returns whether it did: then the window is to go.
     bool Leave();
 
+    // Raises onIdle, as long as the window is not about to go.
+    void TellIdle();
+
     void TellKey(int keyCode, int shift);
     void TellDrop(const std::string& path);
 
@@ -123,6 +129,7 @@ private:
     float mFooter = 0;
     bool mIsLoaded = false;
     bool mIsClosed = false;
+    bool mIsUnloaded = false;
 };
 
 } // namespace tessaly

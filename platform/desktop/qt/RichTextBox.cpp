@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
 #include <QTextOption>
 #include <algorithm>
@@ -173,6 +174,14 @@ void RichTextBox::SetText(std::string_view text) {
     mBreaks = std::move(breaks);
     mBlockCount = mEdit.blockCount();
     Raise(onChange);
+}
+
+void RichTextBox::MoveCaret(std::size_t position) {
+    QTextCursor cursor = mEdit.textCursor();
+    const auto end = static_cast<std::size_t>(mEdit.document()->characterCount()) - 1; // the last one is Qt's own
+    cursor.setPosition(static_cast<int>(std::min(position, end)));
+    mEdit.setTextCursor(cursor);
+    mEdit.ensureCursorVisible();
 }
 
 void RichTextBox::ShowAvailable(bool available) {

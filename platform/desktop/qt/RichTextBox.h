@@ -47,6 +47,8 @@ public:
     void SetText(std::string_view text) override;
     float CharacterWidth() const override;
     void SetTabStops(const std::vector<float>& stops) override;
+    std::size_t CaretPosition() const override { return static_cast<std::size_t>(mEdit.textCursor().position()); }
+    void MoveCaret(std::size_t position) override;
 
     PlainTextEdit& Widget() { return mEdit; }
     const PlainTextEdit& Widget() const { return mEdit; }

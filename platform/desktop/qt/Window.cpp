@@ -70,6 +70,11 @@ Window::Window(tessaly::Application& application) : tessaly::Window(application)
         ShowFocus(now);
         MoveFocus(now);
     });
+    connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+        if (state != Qt::ApplicationActive) {
+            Suspend();
+        }
+    });
     winId(); // so that there is a window to see the keys of
     windowHandle()->installEventFilter(this);
 }

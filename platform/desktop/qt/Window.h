@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/desktop/Window.h"
+#include "platform/desktop/qt/IdleWatch.h"
 
 #include <QFocusFrame>
 #include <QMainWindow>
@@ -79,6 +80,7 @@ private:
     FocusFrame mFocusFrame{this};
     std::vector<std::pair<QWidget*, tessaly::Control*>> mWidgets;
     QSize mLastSize;
+    IdleWatch mIdleWatch{[this] { TellIdle(); }};
 };
 
 } // namespace tessaly::qt

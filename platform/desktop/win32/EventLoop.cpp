@@ -9,7 +9,7 @@ namespace tessaly::win32 {
 
 int EventLoop::Run() {
     MSG message = {};
-    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+    while (Next(message)) {
         Handle(message, mainFilter);
     }
     return static_cast<int>(message.wParam);
@@ -18,12 +18,21 @@ int EventLoop::Run() {
 void EventLoop::RunWhile(const std::function<bool()>& goesOn, const Filter& filter) {
     MSG message = {};
     while (goesOn()) {
-        if (GetMessageW(&message, nullptr, 0, 0) <= 0) {
+        if (!Next(message)) {
             PostQuitMessage(static_cast<int>(message.wParam));
             return;
         }
         Handle(message, filter);
     }
+}
+
+// Waits for the next message. False when that is the end of the program.
+bool EventLoop::Next(MSG& message) {
+    if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
+        return message.message != WM_QUIT;
+    }
+    Raise(onIdle);
+    return GetMessageW(&message, nullptr, 0, 0) > 0;
 }
 
 void EventLoop::Later(HWND window, std::function<void()> action) {

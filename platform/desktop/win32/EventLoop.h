@@ -16,6 +16,9 @@ public:
     // F1 was pressed in a window of the program.
     std::function<void()> onHelp;
 
+    // No message waits any more, and all is painted. Raised once before each wait, also in a modal window's loop.
+    std::function<void()> onIdle;
+
     // Of the main window; not asked in the loops of modal windows.
     Filter mainFilter;
 
@@ -30,6 +33,7 @@ public:
     void Later(HWND window, std::function<void()> action);
 
 private:
+    bool Next(MSG& message);
     void Handle(MSG& message, const Filter& filter);
     void DoLater();
 

@@ -257,9 +257,13 @@ bool RichTextBox::PutIn(std::wstring_view text) {
     return stream.dwError == 0 && static_cast<std::size_t>(ShownLength()) == text.size();
 }
 
-void RichTextBox::SetTabStops(const std::vector<float>& stops) {
-    mTabStops = stops;
-    ShowTabStops();
+void RichTextBox::MoveCaret(std::size_t position) {
+    const auto place = static_cast<LONG>(std::min(position, mText.size()));
+    mHiddenSelection = {place, place};
+    if (mFuncBodyAvailable) {
+        Select(mHiddenSelection);
+        Send(EM_SCROLLCARET);
+    }
 }
 
 void RichTextBox::Command(int /*id*/, int code) {
@@ -272,11 +276,6 @@ void RichTextBox::Rescale() {
     Move();
     ApplyFont();
     ShowTabStops();
-}
-
-void RichTextBox::ColoursChanged() {
-    ShowBackground();
-    mFormat.ReadColours();
 }
 
 LRESULT RichTextBox::Message(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -20,12 +20,22 @@ public:
     std::string Text() const override;
     void SetText(std::string_view text) override;
     float CharacterWidth() const override;
-    void SetTabStops(const std::vector<float>& stops) override;
+    void SetTabStops(const std::vector<float>& stops) override {
+        mTabStops = stops;
+        ShowTabStops();
+    }
+    std::size_t CaretPosition() const override {
+        return static_cast<std::size_t>((mFuncBodyAvailable ? Selection() : mHiddenSelection).cpMax);
+    }
+    void MoveCaret(std::size_t position) override;
 
     bool TakesTabKey() const override { return true; }
     void Command(int id, int code) override;
     void Rescale() override;
-    void ColoursChanged() override;
+    void ColoursChanged() override {
+        ShowBackground();
+        mFormat.ReadColours();
+    }
 
 protected:
     LRESULT Message(UINT message, WPARAM wParam, LPARAM lParam) override;

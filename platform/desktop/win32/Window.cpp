@@ -56,10 +56,12 @@ Window::Window(EventLoop& theLoop, tessaly::Application& application)
     Create(L"VornMainFrm", Style, ExtendedStyle, FirstPixels(screen, SystemDpi()), nullptr);
     PutOnScreen(screen);
     loop.mainFilter = [this](MSG& message) { return TakeKey(message); };
+    loop.onIdle = [this] { TellIdle(); };
 }
 
 Window::~Window() {
     loop.mainFilter = nullptr;
+    loop.onIdle = nullptr;
 }
 
 // As a rule it has come to `expected`, the area that its size was made for, and stands well there.
@@ -152,14 +154,44 @@ LRESULT Window::Message(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         return 0;
     }
-    if (message == WM_QUERYENDSESSION) {
+    if (const std::optional<LRESULT> answer = EndMessage(message, wParam)) {
+        return *answer;
+    }
+    return FrameMessage(message, wParam, lParam) ? 0 : DefWindowProcW(Handle(), message, wParam, lParam);
+}
+
+// What the window's end comes by, or may come after. Nothing for what Windows is to do by itself.
+std::optional<LRESULT> Window::EndMessage(UINT message, WPARAM wParam) {
+    switch (message) {
+    case WM_ACTIVATEAPP:
+        if (wParam == FALSE) {
+            Suspend();
+        }
+        return std::nullopt;
+    case WM_QUERYENDSESSION:
+        Suspend();        // the session may end whatever the answer is
         if (HasEnded()) { // a question is open, and to be answered first
             return FALSE;
         }
         Unload();
         return TRUE;
+    case WM_ENDSESSION: // the process may be gone when this returns
+        if (wParam != 0) {
+            Suspend();
+            Raise(onLastWord);
+            Unload();
+        }
+        return 0;
+    case WM_CLOSE:
+        Unload();
+        return 0;
+    case WM_DESTROY: // where somebody else does it, nobody has asked the program yet
+        Leave();
+        PostQuitMessage(0);
+        return 0;
+    default:
+        return std::nullopt;
     }
-    return FrameMessage(message, wParam, lParam) ? 0 : DefWindowProcW(Handle(), message, wParam, lParam);
 }
 
 // False for what Windows is to do by itself.
@@ -190,19 +222,6 @@ bool Window::FrameMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return true;
     case WM_DROPFILES:
         Raise(std::function<void()>([this, wParam] { Dropped(std::bit_cast<HDROP>(wParam)); }));
-        return true;
-    case WM_ENDSESSION: // the process may be gone when this returns
-        if (wParam != 0) {
-            Raise(onLastWord);
-            Unload();
-        }
-        return true;
-    case WM_CLOSE:
-        Unload();
-        return true;
-    case WM_DESTROY: // where somebody else does it, nobody has asked the program yet
-        Leave();
-        PostQuitMessage(0);
         return true;
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:

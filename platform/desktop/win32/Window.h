@@ -5,6 +5,7 @@
 #include "platform/desktop/win32/Child.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -33,6 +34,7 @@ private:
     void ShowFrame() override;
     void CloseFrame() override { DestroyWindow(Handle()); }
     LRESULT Message(UINT message, WPARAM wParam, LPARAM lParam) override;
+    std::optional<LRESULT> EndMessage(UINT message, WPARAM wParam);
     bool FrameMessage(UINT message, WPARAM wParam, LPARAM lParam);
     bool TakeKey(MSG& message);
     bool ReturnFocus();

@@ -76,6 +76,10 @@ void QtDriver::Settle() {
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents();
     }
+    for (int round = 0; round < 3; ++round) { // would wait, and so is idle first
+        QCoreApplication::eventDispatcher()->wakeUp();
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
 }
 
 void QtDriver::PressKey(int keyCode, int shift) {
@@ -121,6 +125,12 @@ void QtDriver::GoToAnotherWindow() {
 
 void QtDriver::ComeBack() {
     mOtherWindow.reset();
+    Settle();
+}
+
+// No display takes the keyboard here, so its word is given here.
+void QtDriver::GoToAnotherProgram() {
+    qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
     Settle();
 }
 

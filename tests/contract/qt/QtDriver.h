@@ -27,6 +27,7 @@ public:
     void EndSession(bool mayAsk) override { mDesktop->EndSession(mayAsk); }
     void GoToAnotherWindow() override;
     void ComeBack() override;
+    void GoToAnotherProgram() override;
     void DropFile(const std::string& path) override;
     bool IsShown() const override { return mDesktop->window.isVisible(); }
     bool HasEnded() const override { return mDesktop->window.HasEnded() && !mDesktop->window.isVisible(); }

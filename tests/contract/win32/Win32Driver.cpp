@@ -1,6 +1,7 @@
 // Nothing is asked of the product but its windows: what is seen is read from the controls.
 #include "tests/contract/win32/Win32Driver.h"
 
+#include "platform/desktop/Raise.h"
 #include "platform/desktop/win32/ControlIds.h"
 #include "platform/desktop/win32/Screen.h"
 #include "platform/system/win32/Text.h"
@@ -99,10 +100,18 @@ Win32Driver::~Win32Driver() {
     RegDeleteTreeA(HKEY_CURRENT_USER, RegistryPath);
 }
 
+// A message wakes the loop that has nothing to do any more.
 void Win32Driver::Settle() {
+    win32::EventLoop& loop = mDesktop->Loop();
+    bool isIdle = false;
+    const auto onIdle = std::exchange(loop.onIdle, [&, onIdle = loop.onIdle] {
+        Raise(onIdle);
+        isIdle = true;
+        PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
+    });
     MSG next = {};
-    mDesktop->Loop().RunWhile([&next] { return PeekMessageW(&next, nullptr, 0, 0, PM_NOREMOVE) != 0; },
-                              mDesktop->Loop().mainFilter);
+    loop.RunWhile([&] { return !isIdle || PeekMessageW(&next, nullptr, 0, 0, PM_NOREMOVE) != 0; }, loop.mainFilter);
+    loop.onIdle = onIdle;
 }
 
 void Win32Driver::Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam) const {
@@ -162,6 +171,11 @@ void Win32Driver::GoToAnotherWindow() {
 void Win32Driver::ComeBack() {
     DestroyWindow(mOtherWindow);
     SetActiveWindow(mFrame);
+    Settle();
+}
+
+void Win32Driver::GoToAnotherProgram() {
+    SendMessageW(mFrame, WM_ACTIVATEAPP, FALSE, 0);
     Settle();
 }
 

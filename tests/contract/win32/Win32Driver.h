@@ -29,6 +29,7 @@ public:
     void EndSession(bool mayAsk) override;
     void GoToAnotherWindow() override;
     void ComeBack() override;
+    void GoToAnotherProgram() override;
     void DropFile(const std::string& path) override;
     bool IsShown() const override;
     bool HasEnded() const override;

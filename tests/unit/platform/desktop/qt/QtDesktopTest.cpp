@@ -2,6 +2,7 @@
 #include "platform/desktop/qt/Keys.h"
 #include "tests/contract/qt/QtDriver.h"
 
+#include <QAbstractEventDispatcher>
 #include <QAccessible>
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -287,6 +288,55 @@ TEST_F(QtDesktopTest, AScreenReaderSaysTheRequestForTheNameBox) {
     user.Qt().window.Show();
     dialog->ShowModal();
     EXPECT_EQ(name, "Please type in the name");
+}
+
+// As the program does it, which waits when nothing is to be done.
+void RunUntil(const bool& isDone) {
+    while (!isDone) {
+        QCoreApplication::eventDispatcher()->wakeUp();
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+}
+
+TEST_F(QtDesktopTest, TheWindowIsIdleBehindAllThatWaits) {
+    user.Qt().window.Show();
+    user.ClickPane();
+    user.Settle();
+    bool isIdle = false;
+    std::string shown;
+    user.Qt().window.onIdle = [&] {
+        isIdle = true;
+        shown = user.PaneShown();
+    };
+    qt::Post(user.Qt().window, [&] {
+        qt::Post(user.Qt().window, [&] { user.Type("b"); });
+        user.Type("a");
+    });
+    RunUntil(isIdle);
+    EXPECT_EQ(shown, "ab");
+}
+
+TEST_F(QtDesktopTest, TheWindowIsPaintedBeforeItIsIdle) {
+    class Painted final : public QObject {
+    public:
+        bool eventFilter(QObject* /*object*/, QEvent* event) override {
+            isDone = isDone || event->type() == QEvent::Paint;
+            return false;
+        }
+        bool isDone = false;
+    } painted;
+    user.Qt().window.Show();
+    user.Settle();
+    user.Qt().pane.Widget().viewport()->installEventFilter(&painted);
+    bool isIdle = false;
+    bool isPaintedFirst = false;
+    user.Qt().window.onIdle = [&] {
+        isIdle = true;
+        isPaintedFirst = painted.isDone;
+    };
+    user.Qt().pane.SetText("text");
+    RunUntil(isIdle);
+    EXPECT_TRUE(isPaintedFirst);
 }
 
 TEST_F(QtDesktopTest, TheWindowIsNeverLargerThanTheScreen) {

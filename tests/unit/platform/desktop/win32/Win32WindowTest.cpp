@@ -74,6 +74,44 @@ TEST_F(Win32WindowTest, ASessionThatAnotherProgramKeepsUpLeavesTheWindow) {
     EXPECT_FALSE(user.HasEnded());
 }
 
+TEST_F(Win32WindowTest, TheTextIsSafeBeforeAnyoneAnswersWhetherTheSessionMayEnd) {
+    MainWindow().Show();
+    std::vector<std::string> events;
+    MainWindow().onSuspend = [&] { events.emplace_back("suspend"); };
+    MainWindow().onUnload = [&] {
+        events.emplace_back("unload");
+        SendMessageW(user.Frame(), WM_QUERYENDSESSION, 0, 0); // while the user is asked
+    };
+    SendMessageW(user.Frame(), WM_QUERYENDSESSION, 0, 0);
+    EXPECT_EQ(events, (std::vector<std::string>{"suspend", "unload", "suspend"}));
+}
+
+TEST_F(Win32WindowTest, TheTextIsSafeBeforeTheSessionEndsWithoutAsking) {
+    MainWindow().Show();
+    std::vector<std::string> events;
+    MainWindow().onSuspend = [&] { events.emplace_back("suspend"); };
+    MainWindow().onUnload = [&] { events.emplace_back("unload"); };
+    SendMessageW(user.Frame(), WM_ENDSESSION, TRUE, 0);
+    user.Settle();
+    EXPECT_EQ(events, (std::vector<std::string>{"suspend", "unload"})) << "and not again when the window goes";
+}
+
+TEST_F(Win32WindowTest, TheWindowIsIdleOnceBehindAllThatWaits) {
+    MainWindow().Show();
+    user.Settle();
+    std::vector<std::string> events;
+    MainWindow().onIdle = [&] {
+        const bool isPainted = GetUpdateRect(user.Control(win32::ControlId::FuncBody), nullptr, FALSE) == 0;
+        events.push_back((isPainted ? "idle with " : "not painted with ") + user.PaneShown());
+    };
+    SetFocus(user.Control(win32::ControlId::FuncBody));
+    for (const wchar_t unit : {L'a', L'b'}) {
+        PostMessageW(user.Control(win32::ControlId::FuncBody), WM_CHAR, unit, 1);
+    }
+    user.Settle();
+    EXPECT_EQ(events, std::vector<std::string>{"idle with ab"});
+}
+
 TEST_F(Win32WindowTest, AnotherResolutionScalesTheControlsAndIsNoChangeOfTheSize) {
     MainWindow().Show();
     user.Resize(9000, 6000);
