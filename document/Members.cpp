@@ -7,10 +7,6 @@ namespace {
 
 using Kind = CCodeOrigin::Kind;
 
-constexpr std::string_view References = "references";
-constexpr std::string_view FunctionPrefix = "functions/";
-constexpr std::string_view EventPrefix = "events/";
-
 } // namespace
 
 std::optional<CCodeOrigin> FindMember(const VornSrcObj& document, std::string_view name) {
@@ -29,7 +25,7 @@ std::string MemberName(const VornSrcObj& document, CCodeOrigin member) {
     case Kind::Event:
         return std::string(EventPrefix).append(EventTable.at(static_cast<std::size_t>(member.index)).name);
     default:
-        return std::string(References);
+        return std::string(ReferencesName);
     }
 }
 

@@ -12,6 +12,11 @@
 
 namespace tessaly {
 
+// What stands in front of a name, and the one name without it.
+inline constexpr std::string_view FunctionPrefix = "functions/";
+inline constexpr std::string_view EventPrefix = "events/";
+inline constexpr std::string_view ReferencesName = "references";
+
 // The member called `name`; no value when the document has none of that name. Names are matched exactly.
 std::optional<CCodeOrigin> FindMember(const VornSrcObj& document, std::string_view name);
 

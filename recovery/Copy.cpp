@@ -80,15 +80,23 @@ void TakeOffGainedBreaks(VornSrcObj& document) {
     }
 }
 
+void LayOver(VornSrcObj& document, const std::string& item, std::string_view text) {
+    if (const std::optional<CCodeOrigin> member = FindMember(document, item)) {
+        if (MemberText(document, *member) != text) {
+            UpdateMember(document, *member, text);
+        }
+    } else if (item.starts_with(FunctionPrefix)) {
+        document.AddFunction(item.substr(FunctionPrefix.size()), "", std::string(text));
+    }
+}
+
 } // namespace
 
 void GetSavedBytes(const WindowContent& content, std::string& bytes) {
     BytesAsFile file;
     file.bytes = std::move(bytes);
     VornSrcObj copy(content.document, file);
-    if (content.item && MemberText(copy, *content.item) != content.paneText) {
-        UpdateMember(copy, *content.item, content.paneText);
-    }
+    LayOver(copy, content.item, content.paneText);
     if (copy.SaveFile("") != Status::Done) { // nothing else can be short in memory
         throw std::bad_alloc();
     }
@@ -101,7 +109,7 @@ Origin OriginOf(const WindowContent& content) {
     origin.file = content.file;
     origin.codePage = content.codePage;
     origin.language = content.language;
-    origin.item = content.item ? MemberName(content.document, *content.item) : "";
+    origin.item = content.item;
     origin.caret = content.caret;
     return origin;
 }
@@ -111,8 +119,7 @@ Copy CopyAt(const std::string& folder, const std::string& stem) {
 }
 
 std::error_code WriteCopy(PrivateFiles& own, const std::string& folder, const std::string& stem, std::string_view bytes,
-                          Origin origin, Flushing flushing) {
-    origin.copy = MarkOf(bytes);
+                          const Origin& origin, Flushing flushing) {
     const std::error_code error = own.Write(PathIn(folder, stem, PsfEnding), bytes, flushing);
     return error ? error : own.Write(PathIn(folder, stem, OriginEnding), WriteOrigin(origin), flushing);
 }

@@ -2,7 +2,6 @@
 // Only intact ones are ever given out: the origin is whole, and the PSF is the one that the origin was written for.
 #pragma once
 
-#include "document/CCodeGenerator.h"
 #include "document/Status.h"
 #include "platform/system/PrivateFiles.h"
 #include "recovery/Origin.h"
@@ -19,9 +18,9 @@ class VornSrcObj;
 
 // What a window holds: the document, and over it what stands in the pane.
 struct WindowContent {
-    const VornSrcObj& document;      // is not changed
-    std::optional<CCodeOrigin> item; // the selected member; none when no member is selected
-    std::string_view paneText;       // the text of that member as it stands in the pane
+    const VornSrcObj& document; // is not changed
+    std::string item;           // the member in the pane, as FindMember takes it; "" for none
+    std::string_view paneText;  // its text as it stands there
     std::uint64_t caret = 0;
     std::string path = {};             // the document's file; "" for a document without a name
     std::optional<FileMark> file = {}; // that file when it was loaded or saved
@@ -35,8 +34,8 @@ struct Copy {
     Origin origin;
 };
 
-// `bytes` = what a save would write now, with the pane's text in its place. Their room is used again. Throws
-// std::bad_alloc.
+// `bytes` = what a save would write now, with the pane's text in its place; a function that the document does not have
+// comes behind its others. Their room is used again. Throws std::bad_alloc.
 void GetSavedBytes(const WindowContent& content, std::string& bytes);
 
 // What `content` tells about its origin; the rest keeps its defaults.
@@ -45,10 +44,10 @@ Origin OriginOf(const WindowContent& content);
 // The paths of the copy STEM in `folder`, whether it is there or not.
 Copy CopyAt(const std::string& folder, const std::string& stem);
 
-// Writes `bytes` as STEM.PSF into `folder`, and then the origin as STEM.origin, with the mark of `bytes`. After an
+// Writes `bytes` as STEM.PSF into `folder`, and then the origin, whose `copy` is their mark, as STEM.origin. After an
 // error the pair may be damaged, and then is no copy.
 std::error_code WriteCopy(PrivateFiles& own, const std::string& folder, const std::string& stem, std::string_view bytes,
-                          Origin origin, Flushing flushing);
+                          const Origin& origin, Flushing flushing);
 
 // The intact copy STEM in `folder`.
 std::optional<Copy> ReadCopy(SequentialFiles& files, const std::string& folder, const std::string& stem);

@@ -12,7 +12,8 @@ namespace tessaly {
 std::string KeptFolder(const std::string& folder);
 
 // Keeps `bytes` there under a name of their own and removes the oldest ones beyond 100 documents or 200 MB; the newest
-// stays in any case. `origin.time` and `origin.reason` go into the name. An error means that nothing was kept.
+// stays in any case. `origin.time` and `origin.reason` go into the name; `origin.copy` is the mark of `bytes`. An error
+// means that nothing was kept.
 std::error_code KeepDocument(PrivateFiles& own, const std::string& folder, std::string_view bytes,
                              const Origin& origin);
 

@@ -11,9 +11,9 @@ namespace tessaly {
 
 namespace {
 
-constexpr std::array<std::string_view, 11> Names = {"not saved", "answered no",       "cancelled",      "save failed",
-                                                    "new file",  "other file opened", "function added", "load failed",
-                                                    "deleted",   "not recovered",     "older copy"};
+constexpr std::array<std::string_view, 10> Names = {
+    "not saved",         "answered no",   "cancelled", "save failed",   "new file",
+    "other file opened", "text replaced", "deleted",   "not recovered", "older copy"};
 
 constexpr std::string_view Title = "TessalyRecovery=1\n";
 constexpr std::string_view ChecksumKey = "checksum=";

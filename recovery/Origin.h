@@ -19,8 +19,7 @@ enum class Reason {
     SaveFailed,    // a close behind a Save that failed
     NewFile,       // New over a document that did not count as changed
     FileOpened,    // Open, likewise
-    FunctionAdded, // a new function took the place of what was typed
-    LoadFailed,    // a load that failed took the place of the document
+    TextReplaced,  // something took the place of what was typed and not stored
     MemberDeleted, // Delete
     NotRecovered,  // No at the question whether to go on with a copy
     OlderCopy,     // a newer copy was asked for

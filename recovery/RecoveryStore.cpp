@@ -82,17 +82,23 @@ Origin RecoveryStore::NextOrigin(const WindowContent& content) const {
     origin.time = mHost.time();
     origin.number = mNumber + 1;
     origin.process = mHost.process;
+    origin.copy = MarkOf(mBytes);
     return origin;
 }
 
 std::error_code RecoveryStore::WriteTo(const std::string& folder, const Origin& origin, Flushing flushing) {
-    std::error_code error = mHost.own.MakeFolder(folder);
-    if (!error) {
-        error = WriteCopy(mHost.own, folder, Stem(mHost.process, origin.number), mBytes, origin, flushing);
+    const auto write = [&] {
+        return WriteCopy(mHost.own, folder, Stem(mHost.process, origin.number), mBytes, origin, flushing);
+    };
+    // To make a folder, and to look whose it is, takes longer than a small copy.
+    std::error_code error = folder == mFolder ? write() : std::make_error_code(std::errc::no_such_file_or_directory);
+    if (error && !(error = mHost.own.MakeFolder(folder))) {
+        error = write();
     }
     if (!error) {
+        mFolder = folder;
         ++mNumber;
-        mLast = MarkOf(mBytes);
+        mLast = origin.copy;
     }
     return error;
 }
@@ -127,25 +133,26 @@ std::error_code RecoveryStore::WriteBeforeSave(const WindowContent& content, con
         return {};
     }
     return Guarded([&] {
+        GetSavedBytes(content, mBytes);
         Origin origin = NextOrigin(content);
         origin.path = target;
-        GetSavedBytes(content, mBytes);
         const std::error_code error =
             WriteCopy(mHost.own, FolderOf(target), StemBeside(target), mBytes, origin, Flushing::Now);
         if (!error) {
-            mLast = MarkOf(mBytes);
+            mLast = origin.copy;
         }
         Adopt(CopyAt(FolderOf(target), StemBeside(target))); // damaged or not, it is to be dropped
         return error;
     });
 }
 
-bool RecoveryStore::DropAfterSave(const std::string& target) {
-    if (!mLast || mHost.own.Flush(target) || MarkOfFile(mHost.files, target) != mLast) {
-        return false;
+std::optional<FileMark> RecoveryStore::DropAfterSave(const std::string& target) {
+    const std::optional<FileMark> written = mLast;
+    if (!written || mHost.own.Flush(target) || MarkOfFile(target) != written) {
+        return std::nullopt;
     }
     Drop();
-    return true;
+    return written;
 }
 
 // The older one goes first: alone it would be taken for the newest.
@@ -196,10 +203,9 @@ std::error_code RecoveryStore::Keep(const WindowContent& content, Reason reason)
         if (IsTextOf(mHost.files, content.path, mBytes, content.document)) {
             return std::error_code();
         }
-        Origin origin = OriginOf(content);
+        Origin origin = NextOrigin(content);
         origin.reason = reason;
-        origin.time = mHost.time();
-        origin.process = mHost.process;
+        origin.number = 0;
         return KeepIn(mBytes, origin);
     });
 }

@@ -39,9 +39,17 @@ public:
     // `target`. After an error there is no copy, and `target` must not be opened.
     std::error_code WriteBeforeSave(const WindowContent& content, const std::string& target);
 
-    // After a Save to `target`: brings the file to the disk and looks whether it is what WriteBeforeSave wrote. True,
-    // and the copies are dropped, when it is.
-    bool DropAfterSave(const std::string& target);
+    // After a Save to `target`: brings the file to the disk and looks whether it is what WriteBeforeSave wrote. When it
+    // is, the copies are dropped, and its mark is returned.
+    std::optional<FileMark> DropAfterSave(const std::string& target);
+
+    // What the window is to know of a file that it loads or saves: how it is called wherever the program goes, and its
+    // mark; none when it cannot be read.
+    std::string FullPath(const std::string& path) const { return mHost.own.FullPath(path); }
+    std::optional<FileMark> MarkOfFile(const std::string& path) const { return tessaly::MarkOfFile(mHost.files, path); }
+
+    // Loads `document` from `copy`: LoadCopy.
+    Status Load(const Copy& copy, VornSrcObj& document) const { return LoadCopy(mHost.files, copy, document); }
 
     // Removes the copies of this window, and the adopted one: their text is on disk, or was given up and kept.
     std::error_code Drop();
@@ -75,7 +83,7 @@ public:
     std::error_code Remove(const Copy& copy);
 
 private:
-    Origin NextOrigin(const WindowContent& content) const;
+    Origin NextOrigin(const WindowContent& content) const; // for mBytes
     std::error_code WriteTo(const std::string& folder, const Origin& origin, Flushing flushing);
     bool IsGone(const ProcessMark& process) const;
     bool IsSafe(const Copy& copy, const VornSrcObj& document) const;
@@ -84,6 +92,7 @@ private:
 
     RecoveryHost mHost;
     std::string mBytes;        // of the last document that was saved into it; pages that are there already cost less
+    std::string mFolder;       // that took the last copy
     std::uint64_t mNumber = 0; // of the last copy that was written
     std::optional<FileMark> mLast;
     std::int64_t mLastCost = 0;

@@ -40,6 +40,9 @@ public:
     // Returns when what was written to the file is on the disk.
     virtual std::error_code Flush(const std::string& path) = 0;
 
+    // The path by which a file is found wherever the program goes; `path` itself where the system cannot tell.
+    virtual std::string FullPath(const std::string& path) const = 0;
+
     // Removes a file. No error when there is none.
     virtual std::error_code Remove(const std::string& path) = 0;
 
@@ -55,6 +58,7 @@ public:
     std::error_code List(const std::string& folder, std::vector<FolderEntry>& entries) const override;
     std::error_code Write(const std::string& path, std::string_view bytes, Flushing flushing) override;
     std::error_code Flush(const std::string& path) override;
+    std::string FullPath(const std::string& path) const override;
     std::error_code Remove(const std::string& path) override;
     std::optional<std::string> ProcessStart(std::uint64_t id) const override;
 };

@@ -80,6 +80,12 @@ std::error_code SystemPrivateFiles::Flush(const std::string& path) {
     return file.Number() >= 0 && fsync(file.Number()) == 0 ? std::error_code() : LastError();
 }
 
+std::string SystemPrivateFiles::FullPath(const std::string& path) const {
+    std::error_code error;
+    const fs::path full = fs::absolute(path, error);
+    return error ? path : full.string();
+}
+
 std::error_code SystemPrivateFiles::Remove(const std::string& path) {
     return unlink(path.c_str()) == 0 || errno == ENOENT ? std::error_code() : LastError();
 }

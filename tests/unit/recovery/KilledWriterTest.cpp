@@ -36,8 +36,7 @@ protected:
         RecoveryStore store = Store();
         for (long number = 1;; ++number) {
             const std::string text = Text(number);
-            const CCodeOrigin references = {CCodeOrigin::Kind::References, 0};
-            if (store.Write({document, references, text}, Flushing::Later)) {
+            if (store.Write({document, "references", text}, Flushing::Later)) {
                 ::_exit(1);
             }
             written = number;

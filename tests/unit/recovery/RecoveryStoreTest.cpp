@@ -178,8 +178,8 @@ TEST_F(StoreTest, AFailingCallLeavesTheOldCopyOrTheNewOne) {
             EXPECT_EQ(NewestText(), "newer");
         }
     }
-    EXPECT_GE(runs, 28U);
-    EXPECT_GT(told, 5U);
+    EXPECT_GE(runs, 21U);
+    EXPECT_GE(told, 2U) << "what fails once is tried again";
 }
 
 TEST_F(StoreTest, AFailingCallOfADropLeavesTheNewestCopyOrNone) {

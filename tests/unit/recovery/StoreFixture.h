@@ -31,7 +31,7 @@ protected:
 
     // What the window holds when `text` stands in the pane, where the member `item` is shown.
     WindowContent Holding(std::string_view text, const std::string& item = "functions/Blink") {
-        WindowContent content{document, FindMember(document, item), text};
+        WindowContent content{document, item, text};
         content.caret = 3;
         content.path = File;
         content.file = MarkOfFile(files, File);

@@ -186,8 +186,8 @@ TEST_F(PosixFaultTest, ACopyOfWhatIsNotSavedIsTheOldOneOrTheNewOneAndItsFailureI
                                         : std::nullopt;
     };
     RecoveryStore store(SystemRecoveryHost(own, mFiles, environment));
-    const WindowContent oldContent = {document, CCodeOrigin{CCodeOrigin::Kind::References, 0}, "old"};
-    const WindowContent newContent = {document, CCodeOrigin{CCodeOrigin::Kind::References, 0}, "new"};
+    const WindowContent oldContent = {document, "references", "old"};
+    const WindowContent newContent = {document, "references", "new"};
     const auto newestText = [&]() -> std::string {
         VornSrcObj loaded(mFiles, codePage);
         const std::vector<Copy> copies = store.Copies();
