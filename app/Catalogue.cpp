@@ -37,6 +37,15 @@ const std::string& WindowTexts::Words(Text text) const {
     return this->*member;
 }
 
+std::string_view OwnWords(OwnText text, std::uint8_t language) {
+    constexpr std::pair<std::string_view, std::string_view> rows[] = {
+#define OWN_TEXT(name, english, german) {english, german},
+#include "app/OwnTexts.def"
+    };
+    const auto& [english, german] = rows[static_cast<std::size_t>(text)];
+    return language == GermanLanguage ? german : english;
+}
+
 void LookupPrompt(std::string_view identifier, std::uint8_t language, std::string& output) {
     SetText(FindRow(identifier), language, output);
 }

@@ -42,6 +42,14 @@ constexpr const CatalogueRow& Row(Text text) {
     return CatalogueRows[static_cast<std::size_t>(text)];
 }
 
+enum class OwnText {
+#define OWN_TEXT(name, english, german) name,
+#include "app/OwnTexts.def"
+};
+
+// A text of OwnTexts.def in German, or in English for any other language.
+std::string_view OwnWords(OwnText text, std::uint8_t language);
+
 // How folders and texts of others call a language: "de" for German, "en" for any other.
 constexpr std::string_view LanguageTag(std::uint8_t language) {
     return language == GermanLanguage ? "de" : "en";

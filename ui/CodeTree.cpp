@@ -1,4 +1,5 @@
 // The code tree and the editing pane: selecting, committing, adding and deleting functions.
+#include "document/Members.h"
 #include "document/NewFunction.h"
 #include "ui/Command.h"
 #include "ui/UserFuncVarFrm.h"
@@ -38,17 +39,18 @@ void VornMainFrm::BuildCodeTree() {
     mCodeTree.Expand(functions);
     mCodeTree.Expand(references);
     mFuncBody.SetFuncBodyAvailable(false);
-    mFuncBody.SetText("");
+    PutIntoPane("");
     SetUpFuncBodyTabs();
 }
 
 void VornMainFrm::CodeTree_NodeClick(TreeItem node) {
     FuncBodyChangeMode = 1;
     SaveCurrentNodeCode(mCurrentNode);
+    KeepPane();
     mCurrentNode = node;
     mShownNode = TreeItem::None;
     mFuncBody.SetFuncBodyAvailable(false);
-    mFuncBody.SetText("");
+    PutIntoPane("");
     ShowNodeCode(node);
 }
 
@@ -65,14 +67,15 @@ void VornMainFrm::ShowNodeCode(TreeItem node) {
         mFuncBody.SetFuncBodyAvailable(true);
         std::string code;
         mSourceDoc->GetVarCode(code);
-        ShowText(node, code);
+        ShowText(node, std::string(ReferencesName), code);
         mDesktop.FuncLabel().SetCaption(Words(Text::ReferencesLabel));
     } else if (ParentKey(node) == EventsKey) {
         SetUpToolBar(EventTool);
         mFuncBody.SetFuncBodyAvailable(true);
         std::string code;
-        mSourceDoc->GetEventCodeByIndex(EventIndex(node), code);
-        ShowText(node, code);
+        const std::int32_t index = EventIndex(node);
+        mSourceDoc->GetEventCodeByIndex(index, code);
+        ShowText(node, MemberName(*mSourceDoc, {CCodeOrigin::Kind::Event, index}), code);
     } else if (ParentKey(node) == FunctionsKey) {
         SetUpToolBar(FuncVarTool);
         mFuncBody.SetFuncBodyAvailable(true);
@@ -86,28 +89,44 @@ void VornMainFrm::ShowNodeCode(TreeItem node) {
 
 // False when the document reported an error, which has been shown.
 bool VornMainFrm::ShowFunctionCode(TreeItem node) {
+    const std::string name = mCodeTree.Key(node);
     std::string prototype;
     std::string code;
     if (mSourceDoc->GetFunctionCount() > 0) {
-        const Status status = mSourceDoc->GetFunction(mCodeTree.Key(node), prototype, code);
+        const Status status = mSourceDoc->GetFunction(name, prototype, code);
         if (status != Status::Done) {
             TellStatus(status);
             return false;
         }
     }
-    ShowText(node, code);
+    ShowText(node, std::string(FunctionPrefix) + name, code);
     return true;
 }
 
 // Puts the text of `node` into the pane. Only from then on what the pane holds may go back to the document as such.
-void VornMainFrm::ShowText(TreeItem node, std::string_view text) {
-    mFuncBody.SetText(text);
+void VornMainFrm::ShowText(TreeItem node, const std::string& member, std::string_view text) {
+    PutIntoPane(text, member);
     mShownNode = node;
+}
+
+void VornMainFrm::PutIntoPane(std::string_view text, const std::string& member) {
+    struct Filling {
+        explicit Filling(bool& isFilling) : mIsFilling(isFilling) { mIsFilling = true; }
+        Filling(const Filling&) = delete;
+        Filling& operator=(const Filling&) = delete;
+        ~Filling() { mIsFilling = false; }
+        bool& mIsFilling;
+    };
+    const Filling filling(mIsFilling);
+    mFuncBody.SetText(text);
+    mShownMember = member;
+    mIsCopyBehind = mIsUnsaved; // it tells what is selected
 }
 
 void VornMainFrm::SaveCurrentNodeCode(TreeItem node) {
     Attempt([this, node] { StoreNodeCode(node); });
     StatusPanel2 = "";
+    WriteCopy(Flushing::Later);
 }
 
 // A group has no text of its own. Where a control failed, the pane may hold another item's text, or none.
@@ -142,12 +161,14 @@ void VornMainFrm::Form_AddFunction() {
     if (!dialog.WasConfirmed() || name.empty()) {
         return;
     }
+    KeepPane();
     SelectFunctionsItem();
     const std::string text = NewFunctionText(name);
     const Status status = mSourceDoc->AddFunction(name, "", text);
     if (status == Status::Done) {
         FuncBodyChangedFlag = true;
-        mFuncBody.SetText(text);
+        NoteChange();
+        PutIntoPane(text, std::string(FunctionPrefix) + name);
         mFuncBody.SetFuncBodyAvailable(true);
         mCurrentNode = mCodeTree.Add(mCurrentNode, name, name);
         mShownNode = mCurrentNode;
@@ -172,16 +193,19 @@ void VornMainFrm::DeleteCurrentFunction() {
     if (Ask(remove + " " + name + " ?", remove + " " + tag, MsgButtons::YesNo, MsgIcon::None) != MsgResult::Yes) {
         return;
     }
+    KeepDocument(Reason::MemberDeleted);
     mCodeTree.Remove(mCodeTree.Index(mCurrentNode));
     mCurrentNode = TreeItem::None;
+    mShownMember = "";
     const Status status = mSourceDoc->DeleteFunction(name);
     if (status != Status::Done) {
         TellStatus(status);
         return;
     }
     FuncBodyChangedFlag = true;
+    NoteChange();
     SelectFunctionsItem();
-    mFuncBody.SetText("");
+    PutIntoPane("");
     mFuncBody.SetFuncBodyAvailable(false);
 }
 
@@ -224,9 +248,11 @@ void VornMainFrm::FuncBody_GotFocus() {
 
 void VornMainFrm::FuncBody_LostFocus() {
     FuncBodyChangeMode = 1;
+    WriteCopy(Flushing::Later);
 }
 
 void VornMainFrm::FuncBody_Change() {
+    NoteChange();
     if (FuncBodyChangeMode == 2) {
         FuncBodyChangedFlag = true;
     }

@@ -7,10 +7,12 @@ namespace tessaly {
 void VornMainFrm::mnuNewPSF_Click() {
     SaveCurrentNodeCode(mCurrentNode);
     if (MayDropDocument()) {
+        GiveUpDocument(FuncBodyChangedFlag ? Reason::AnsweredNo : Reason::NewFile);
         ForgetChanges();
         BuildCodeTree();
         mSourceDoc->Init();
         mLastOpenedFile = "";
+        NoteLoaded("");
         ShowFileName("");
         ShowMessage(Text::FileCreated);
     }
@@ -32,25 +34,31 @@ void VornMainFrm::Open(const std::function<std::string()>& askName) {
     if (!MayDropDocument()) {
         return;
     }
+    const Reason reason = FuncBodyChangedFlag ? Reason::AnsweredNo : Reason::FileOpened;
     // Before the name is asked for, so that cancelling it leaves the edits without their flag: kept on purpose.
     ForgetChanges();
     const std::string fileName = askName();
     if (fileName.empty()) {
         return;
     }
+    GiveUpDocument(reason);
     mSourceDoc = NewDocument();
+    NoteLoaded("");
     if (mSourceDoc->LoadFile(fileName) != Status::Done) {
         ShowMessage(Text::LoadAborted);
         Tell(Text::LoadAborted, Text::Error, MsgIcon::Exclamation);
         return;
     }
     mLastOpenedFile = fileName;
+    NoteLoaded(fileName);
     mShownNode = TreeItem::None; // what the pane holds is the old document's
+    mShownMember = "";
     BuildCodeTree();
     AddFunctionItems(false);
     ShowFileName(mLastOpenedFile);
     ShowMessage(Text::FileOpened);
     mCurrentNode = mCodeTree.Find(EventsKey);
+    OfferBeside();
 }
 
 void VornMainFrm::mnuSavePSF_Click() {
@@ -72,7 +80,7 @@ SaveResult VornMainFrm::SavePSFFunc() {
     }
     SaveResult result = SaveResult::NotSaved;
     Attempt([this, &result] {
-        if (mSourceDoc->SaveFile(mLastOpenedFile) == Status::Done) {
+        if (IsSafeToReplace(mLastOpenedFile) && Save(mLastOpenedFile) == Status::Done) {
             result = SaveResult::Saved;
             ShowMessage(Text::FileSaved);
         } else {
@@ -82,13 +90,23 @@ SaveResult VornMainFrm::SavePSFFunc() {
     return result;
 }
 
+Status VornMainFrm::Save(const std::string& fileName) {
+    const Status status = mSourceDoc->SaveFile(fileName);
+    LookAtSaved(fileName);
+    return status;
+}
+
 SaveResult VornMainFrm::SaveAsPSFFunc() {
     SaveCurrentNodeCode(mCurrentNode);
     SaveResult result = SaveResult::NotSaved;
     Attempt([this, &result] {
         const std::string fileName = AskSaveName();
+        if (!IsSafeToReplace(fileName)) {
+            Tell(Text::RestartApplication, Text::FileWriteError, MsgIcon::Stop);
+            return;
+        }
         // What SaveFile reports is not looked at; a failed save is shown as a success. Kept on purpose.
-        mSourceDoc->SaveFile(fileName);
+        Save(fileName);
         mLastOpenedFile = fileName;
         ShowFileName(mLastOpenedFile);
         ShowMessage(Text::FileSaved);

@@ -31,13 +31,25 @@ double Ratio(double now, double before) {
     return now / before;
 }
 
+Reason ReasonOf(SaveAnswer answer) {
+    switch (answer) {
+    case SaveAnswer::Declined:
+        return Reason::AnsweredNo;
+    case SaveAnswer::Cancelled:
+        return Reason::Cancelled;
+    default:
+        return Reason::SaveFailed;
+    }
+}
+
 } // namespace
 
-VornMainFrm::VornMainFrm(Desktop& desktop)
+VornMainFrm::VornMainFrm(Desktop& desktop, const RecoveryHost& recovery)
     : mDesktop(desktop),
       mWindow(desktop.MainWindow()),
       mCodeTree(desktop.CodeTree()),
-      mFuncBody(desktop.FuncBody()) {
+      mFuncBody(desktop.FuncBody()),
+      mRecovery(recovery) {
     MakeMenus();
     PlaceControls();
     Listen();
@@ -64,6 +76,7 @@ void VornMainFrm::Form_Load() {
     mLastOpenedFile = "";
     ReadSettings();
     OpenCommandLine();
+    OfferLeft();
 }
 
 void VornMainFrm::SetUpStatusBar() {
@@ -113,10 +126,12 @@ void VornMainFrm::OpenCommandLine() {
     Attempt([this] { BuildCodeTree(); });
     AddFunctionItems(true);
     mLastOpenedFile = commandLine;
+    NoteLoaded(commandLine);
     Attempt([this] { ShowFileName(mLastOpenedFile); });
     Attempt([this] { mDesktop.StatusBar1().SetPanelText(2, Words(Text::FileOpened)); });
     StatusPanel2 = Row(Text::FileOpened).identifier;
     Attempt([this] { mCurrentNode = mCodeTree.Find(EventsKey); });
+    OfferBeside();
 }
 
 // Adds an item for each function of the document. With `skipErrors` one that cannot be added is left out.
@@ -165,9 +180,12 @@ void VornMainFrm::Form_Resize() {
 // The window always closes, whatever the save question is answered: kept on purpose.
 void VornMainFrm::Form_Unload() {
     SaveCurrentNodeCode(mCurrentNode);
+    WriteCopy(Flushing::Now); // the system may not wait for an answer
+    Reason reason = mHasSaveFailed ? Reason::SaveFailed : Reason::AnsweredNo;
     if (FuncBodyChangedFlag) {
-        PromptUserForSave();
+        reason = ReasonOf(PromptUserForSave());
     }
+    GiveUpDocument(reason);
     ForgetChanges();
     std::string language = std::to_string(mLanguage);
     WriteRegValue(mDesktop.Settings(), Registry::LocalMachine, SettingsKey, "Number", LanguageSetting, language);
@@ -223,6 +241,8 @@ void VornMainFrm::Listen() {
     mWindow.onResize = command(&VornMainFrm::Form_Resize);
     mWindow.onUnload = command(&VornMainFrm::Form_Unload);
     mWindow.onFileDropped = command(&VornMainFrm::Form_FileDropped);
+    mWindow.onIdle = [this] { WriteCopyWhenIdle(); };
+    mWindow.onSuspend = [this] { WriteCopy(Flushing::Now); };
     mWindow.onKeyDown = [this](int keyCode, int shift) { Form_KeyDown(keyCode, shift); };
     mCodeTree.onNodeClick = command(&VornMainFrm::CodeTree_NodeClick);
     mFuncBody.onGotFocus = [this] { FuncBody_GotFocus(); };

@@ -1,10 +1,12 @@
 // The main window: its state and its commands. The commands live in one file per group: CodeTree.cpp,
-// KeysAndToolBar.cpp, FileCommands.cpp, BuildCommand.cpp, HelpCommands.cpp, LanguageCommands.cpp.
+// KeysAndToolBar.cpp, FileCommands.cpp, BuildCommand.cpp, HelpCommands.cpp, LanguageCommands.cpp. What is not saved is
+// kept beside all of them, by Recovery.cpp.
 #pragma once
 
 #include "app/Catalogue.h"
 #include "document/VornSrcObj.h"
 #include "platform/desktop/Desktop.h"
+#include "recovery/RecoveryStore.h"
 
 #include <cstdint>
 #include <functional>
@@ -31,9 +33,9 @@ enum class SaveAnswer : std::int32_t { Saved = 0, Declined = 1, Cancelled = 2, F
 
 class VornMainFrm : public WindowTexts {
 public:
-    // Takes the controls of `desktop`, which must outlive the window, puts them in their places, makes the menus and
-    // listens to the events. Nothing is loaded before the window is shown.
-    explicit VornMainFrm(Desktop& desktop);
+    // Takes the controls of `desktop`, puts them in their places, makes the menus and listens to the events. Nothing is
+    // loaded before the window is shown. Copies of what is not saved go to `recovery`. Both must outlive the window.
+    VornMainFrm(Desktop& desktop, const RecoveryHost& recovery);
     ~VornMainFrm();
     VornMainFrm(const VornMainFrm&) = delete;
     VornMainFrm& operator=(const VornMainFrm&) = delete;
@@ -122,7 +124,8 @@ private:
 
     void ShowNodeCode(TreeItem node);
     bool ShowFunctionCode(TreeItem node);
-    void ShowText(TreeItem node, std::string_view text);
+    void ShowText(TreeItem node, const std::string& member, std::string_view text);
+    void PutIntoPane(std::string_view text, const std::string& member = "");
     void StoreNodeCode(TreeItem node);
     std::string ParentKey(TreeItem node) const;
     std::int32_t EventIndex(TreeItem node) const;
@@ -135,9 +138,27 @@ private:
     bool MayDropDocument();
     bool SaveBeforeBuild();
     FileDialogSettings DialogSettings(std::string_view menu) const;
+    Status Save(const std::string& fileName);
     std::string AskSaveName();
     void ForgetChanges();
     std::unique_ptr<VornSrcObj> NewDocument();
+
+    std::string PaneText();
+    void WithContent(const std::function<void(const WindowContent& content)>& use);
+    void NoteChange();
+    void WriteCopy(Flushing flushing);
+    void WriteCopyWhenIdle();
+    bool IsSafeToReplace(const std::string& fileName);
+    void LookAtSaved(const std::string& fileName);
+    void NoteLoaded(const std::string& fileName);
+    void KeepDocument(Reason reason);
+    void KeepPane();
+    void GiveUpDocument(Reason reason);
+    void OfferLeft();
+    void OfferBeside();
+    void Offer(const Copy& copy);
+    void GoOnWith(const Copy& copy);
+    void SelectMember(const std::string& member, std::size_t caret);
 
     MsgResult Ask(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon);
     void Tell(Text text, Text caption, MsgIcon icon);
@@ -153,6 +174,21 @@ private:
     TreeItem mShownNode = TreeItem::None; // whose text was put into the pane; the pane is stored for no other item
     std::unique_ptr<frmSplash> mSplash;
     int mTabStopCount = 1; // across the pane
+
+    // What recovery knows of the document's file; none for a document without a name.
+    struct DocumentFile {
+        std::string path; // the full one
+        std::optional<FileMark> mark;
+    };
+
+    RecoveryStore mRecovery;
+    DocumentFile mFile;
+    std::string mShownMember;    // whose text the pane holds, be it stored or not; "" for none of the document
+    bool mIsFilling = false;     // the program puts a text into the pane
+    bool mIsUnsaved = false;     // there may be more than in the file, whatever the flag says
+    bool mIsCopyBehind = false;  // ... and than in the copy
+    bool mIsOnDisk = false;      // a power cut does not take the copy
+    bool mHasSaveFailed = false; // the last one, whatever it told
 };
 
 } // namespace tessaly

@@ -25,6 +25,7 @@ int Run(int argumentCount, char** arguments, const std::function<void()>& makeAp
     using tessaly::ProcessEnvironment;
     const tessaly::PreviousInstanceTest previous(tessaly::InstanceName(ProcessEnvironment));
     tessaly::SystemFiles files;
+    tessaly::SystemPrivateFiles ownFiles;
     std::optional<tessaly::SettingsRegistry> settings;
     std::optional<tessaly::qt::Desktop> desktop;
     std::optional<tessaly::qt::Session> session;
@@ -40,7 +41,7 @@ int Run(int argumentCount, char** arguments, const std::function<void()>& makeAp
         desktop.emplace(tessaly::posix::CommandLine(argumentCount, arguments), ProcessEnvironment, *settings);
         desktop->app.helpLanguage = language;
         session.emplace(*desktop);
-        window.emplace(*desktop).Show();
+        window.emplace(*desktop, tessaly::SystemRecoveryHost(ownFiles, files, ProcessEnvironment)).Show();
     });
     return window ? desktop->Run() : 0;
 }

@@ -14,9 +14,15 @@ namespace {
 // Returns the exit code of the program.
 int Run() {
     const tessaly::PreviousInstanceTest previous(tessaly::InstanceName(tessaly::ProcessEnvironment));
+    tessaly::SystemFiles files;
+    tessaly::SystemPrivateFiles ownFiles;
     std::optional<tessaly::win32::Desktop> desktop;
     std::optional<tessaly::VornMainFrm> window;
-    tessaly::StartUp(previous.PreviousInstance(), [&] { window.emplace(desktop.emplace()).Show(); });
+    tessaly::StartUp(previous.PreviousInstance(), [&] {
+        using tessaly::ProcessEnvironment;
+        const auto recovery = tessaly::SystemRecoveryHost(ownFiles, files, ProcessEnvironment);
+        window.emplace(desktop.emplace(), recovery).Show();
+    });
     return window ? desktop->Loop().Run() : 0;
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/desktop/Desktop.h"
+#include "platform/system/PrivateFiles.h"
 
 #include <cstdint>
 #include <functional>
@@ -86,6 +87,9 @@ public:
     virtual ~DesktopDriver() = default;
 
     virtual Desktop& TheDesktop() = 0;
+
+    // Where the program may keep what is the user's own.
+    virtual PrivateFiles& OwnFiles() { return mOwnFiles; }
 
     // Lets everything happen that is under way, such as keys that were sent. What a user does is done when the
     // operation returns.
@@ -172,6 +176,9 @@ public:
     // has any; and whether none was.
     virtual bool HasStarted(const std::string& commandLine, std::int32_t windowStyle) const = 0;
     virtual bool HasStartedNothing() const = 0;
+
+private:
+    SystemPrivateFiles mOwnFiles;
 };
 
 // One desktop that has to keep the contracts.

@@ -13,6 +13,7 @@ public:
     explicit MemoryDriver(const Launch& launch);
 
     Desktop& TheDesktop() override { return mDesktop; }
+    PrivateFiles& OwnFiles() override { return mDesktop.own; }
     void Settle() override {
         mDesktop.window.DeliverSentKeys();
         mDesktop.window.BeIdle();

@@ -14,6 +14,7 @@
 #include "tests/desktop/MenuItem.h"
 #include "tests/desktop/ModalWindows.h"
 #include "tests/desktop/MsgBox.h"
+#include "tests/desktop/PrivateFiles.h"
 #include "tests/desktop/Registry.h"
 #include "tests/desktop/RichTextBox.h"
 #include "tests/desktop/SequentialFiles.h"
@@ -36,6 +37,12 @@ public:
 
     Faults faults;
     SequentialFiles files;
+
+    // Beside what the program does for its user, with faults of their own.
+    Faults ownFaults;
+    PrivateFiles own{ownFaults, files};
+    CountedFiles filesForOwn{ownFaults, files};
+
     Registry registry;
     SingleByteCodePage codePage{Windows1252HighHalf()};
     Application app{faults};

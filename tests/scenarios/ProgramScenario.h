@@ -21,7 +21,9 @@ protected:
         SetSetting(CompFileNameSetting, CFile());
         SetSetting(HelpSetting, user->FilePath("help"));
         SetValue(LanguageSetting, Registry::DwordType, {static_cast<char>(language), '\0', '\0', '\0'});
-        program = std::make_unique<VornMainFrm>(TheDesktop());
+        RecoveryHost recovery = SystemRecoveryHost(user->OwnFiles(), TheDesktop().Files(), ProcessEnvironment);
+        recovery.folders = {user->FilePath("recovery")};
+        program = std::make_unique<VornMainFrm>(TheDesktop(), recovery);
         program->Show();
         user->Settle();
     }

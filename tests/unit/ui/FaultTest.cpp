@@ -1,5 +1,6 @@
-// Calls of the desktop fail in the middle of every command: one, two, or all from one on. Nothing gets out of the
-// command; document and files are the old ones or the new ones; the window goes on and closes.
+// Calls of the desktop fail in the middle of every command, or calls of recovery: one, two, or all from one on. Nothing
+// gets out of the command; document and files are the old ones or the new ones; the window goes on and closes; what was
+// typed is still somewhere.
 #include "tests/unit/ui/MainWindow.h"
 
 #include <algorithm>
@@ -74,6 +75,13 @@ public:
         return Written([this](const std::string& path) { window.mSourceDoc->BuildCCodeFile(path); });
     }
 
+    // Whether `text` is in the pane, in the document or in a file, be it one of recovery's.
+    bool IsSomewhere(std::string_view text) {
+        return desktop.pane.Shown().find(text) != std::string::npos || Document().find(text) != std::string::npos ||
+               std::any_of(desktop.files.contents.begin(), desktop.files.contents.end(),
+                           [text](const auto& file) { return file.second.find(text) != std::string::npos; });
+    }
+
     // The failures are over. What is in the pane and has an item is stored.
     void Recover() {
         desktop.faults.Off();
@@ -102,11 +110,11 @@ public:
         }
         EXPECT_NO_THROW(Choose("mnuGerman"));
         EXPECT_EQ(Document(), document);
-        const std::map<std::string, std::string> files = desktop.files.contents;
+        const std::map<std::string, std::string> files = UserFiles();
         saveAnswer = MsgResult::No;
         EXPECT_NO_THROW(desktop.window.CloseByUser());
         EXPECT_TRUE(desktop.window.HasEnded());
-        EXPECT_EQ(desktop.files.contents, files);
+        EXPECT_EQ(UserFiles(), files);
     }
 
     MsgResult saveAnswer = MsgResult::Yes;
@@ -319,7 +327,7 @@ protected:
         Prepared([this](Program& program) {
             mOld = program.Document();
             mCCodes.insert({"", program.CCode()});
-            mFiles = program.desktop.files.contents;
+            mFiles = program.UserFiles();
             const std::size_t before = program.desktop.faults.Calls();
             program.window.SaveCurrentNodeCode(program.window.mCurrentNode);
             mCommitCalls = program.desktop.faults.Calls() - before;
@@ -380,7 +388,7 @@ protected:
         for (const memory::SequentialFiles::Call call :
              {memory::SequentialFiles::Call::Open, memory::SequentialFiles::Call::Read,
               memory::SequentialFiles::Call::Close}) {
-            for (const std::size_t number : {1U, 2U}) {
+            for (std::size_t number = 1; number <= 8; ++number) { // copies are read first
                 Prepared([&](Program& program) {
                     program.desktop.files.FailAt(call, number);
                     GetParam().command.act(program);
@@ -409,7 +417,7 @@ protected:
 
     // A file that was to be saved is cut where the write itself failed, and only there.
     void CheckFiles(Program& program, const Documents& allowed) {
-        for (const auto& [path, bytes] : program.desktop.files.contents) {
+        for (const auto& [path, bytes] : program.UserFiles()) {
             SCOPED_TRACE(path);
             const auto before = mFiles.find(path);
             if (before != mFiles.end() && before->second == bytes) {
@@ -423,6 +431,26 @@ protected:
                 EXPECT_TRUE(GetParam().command.writes > 0 && allowed.contains(WithoutPrototypes(bytes))) << bytes;
             }
         }
+    }
+
+    static void CheckNothingIsLost(Program& program) {
+        const bool isGroup = GetParam().from == "_0e" || GetParam().from == "_0f"; // nothing was typed
+        EXPECT_TRUE(isGroup || program.IsSomewhere("/* typed */"));
+    }
+
+    // What the user sees and has.
+    static std::string Seen(Program& program) {
+        std::string seen = program.Document() + program.desktop.pane.Shown() + program.CurrentKey();
+        for (const int panel : {1, 2}) {
+            seen += "\n" + program.Panel(panel);
+        }
+        for (const memory::MsgBox::Record& box : program.desktop.msgBox.records) {
+            seen += "\n" + box.caption + ": " + box.text;
+        }
+        for (const auto& [path, bytes] : program.UserFiles()) {
+            seen += "\n" + path + "\n" + bytes;
+        }
+        return seen + (program.window.FuncBodyChangedFlag ? " changed" : "") + program.window.mLastOpenedFile;
     }
 
     std::string mOld;      // the document before the command
@@ -447,12 +475,46 @@ TEST_P(FaultTest, DocumentAndFilesAreTheOldOrTheNewAndTheWindowGoesOn) {
                 program.Recover();
                 CheckDocument(program, Allowed(number));
                 CheckFiles(program, Allowed(number));
+                CheckNothingIsLost(program);
                 program.LookAroundAndClose();
+                CheckNothingIsLost(program);
             });
         }
         EXPECT_GE(mCutFiles, GetParam().command.writes) << failure.name;
         if (failure.name == "once") {
             EXPECT_EQ(mCutFiles, GetParam().command.writes) << "only the write itself cuts a file";
+        }
+    }
+}
+
+// A Save alone is refused where the new content would be nowhere but in the file that it opens.
+TEST_P(FaultTest, WhatRecoveryCannotDoChangesNothing) {
+    std::string usual;
+    std::size_t calls = 0;
+    Prepared([&](Program& program) {
+        const std::size_t before = program.desktop.ownFaults.Calls();
+        GetParam().command.act(program);
+        calls = program.desktop.ownFaults.Calls() - before;
+        program.Recover();
+        usual = Seen(program);
+    });
+    for (const Failure& failure : Failures()) {
+        for (std::size_t number = 1; number <= calls; ++number) {
+            SCOPED_TRACE("call " + std::to_string(number) + " of recovery fails " + failure.name);
+            Prepared([&](Program& program) {
+                failure.set(program.desktop.ownFaults, number);
+                EXPECT_NO_THROW(GetParam().command.act(program));
+                program.desktop.ownFaults.Off();
+                program.Recover();
+                const bool isRefused = GetParam().command.writes > 0 && program.Boxes() > 0 &&
+                                       program.LastBox().caption == "File write error!";
+                EXPECT_TRUE(isRefused || Seen(program) == usual) << Seen(program);
+                EXPECT_TRUE(!isRefused || program.UserFiles() == mFiles);
+                if (failure.name != "for ever" || usual.find("/* typed */") != std::string::npos) {
+                    CheckNothingIsLost(program); // else there is no place for what is given up
+                }
+                program.LookAroundAndClose();
+            });
         }
     }
 }

@@ -7,10 +7,25 @@
 #include "ui/VornMainFrm.h"
 
 #include <gtest/gtest.h>
+#include <map>
 #include <string>
 #include <vector>
 
 namespace tessaly {
+
+inline constexpr const char* RecoveryFolder = "/recovery";
+
+// As long as `desktop` lives. Each call is another program, and the last one alone runs.
+inline RecoveryHost RecoveryOn(memory::Desktop& desktop) {
+    const std::uint64_t id = desktop.own.processes.empty() ? 1 : desktop.own.processes.rbegin()->first + 1;
+    desktop.own.processes = {{id, "now"}};
+    return {desktop.own,
+            desktop.filesForOwn,
+            {RecoveryFolder},
+            {id, "now"},
+            [id] { return 1'700'000'000'000 + static_cast<std::int64_t>(id); },
+            [] { return 0; }};
+}
 
 class MainWindow : public ::testing::Test {
 public:
@@ -71,6 +86,15 @@ public:
         ASSERT_TRUE(desktop.pane.Type(text));
     }
 
+    // All but what the program keeps for recovery.
+    std::map<std::string, std::string> UserFiles() const {
+        std::map<std::string, std::string> files = desktop.files.contents;
+        std::erase_if(files, [](const auto& file) {
+            return file.first.starts_with(RecoveryFolder) || file.first.find(".recovery.") != std::string::npos;
+        });
+        return files;
+    }
+
     std::string Panel(int number) { return desktop.status.PanelText(number); }
     std::string CurrentKey() { return desktop.tree.Key(window.mCurrentNode); }
     std::string SelectedKey() { return desktop.tree.Key(desktop.tree.Selected()); }
@@ -109,7 +133,7 @@ public:
     }
 
     memory::Desktop desktop;
-    VornMainFrm window{desktop};
+    VornMainFrm window{desktop, RecoveryOn(desktop)};
 };
 
 // A good file with two functions.

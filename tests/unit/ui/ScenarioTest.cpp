@@ -47,7 +47,7 @@ TEST_F(ScenarioTest, AProgramBlockIsWrittenFromNothingAndBuilt) {
     later.files.contents = desktop.files.contents;
     later.registry.store = desktop.registry.store;
     later.app.commandLine = "C:\\blocks\\Blink.PSF";
-    VornMainFrm again(later);
+    VornMainFrm again(later, RecoveryOn(later));
     again.Show();
     later.tree.Click("Blink");
     EXPECT_EQ(later.pane.Text(), "void Blink(void)\n{\n    count++;\n}\r\n");
@@ -196,7 +196,7 @@ TEST_F(ScenarioTest, ClosingANeverSavedDocumentWithYesAndACancelledDialogClosesA
     desktop.fileDialog.WillCancel();
     desktop.window.CloseByUser();
     EXPECT_TRUE(desktop.window.HasEnded());
-    EXPECT_EQ(desktop.files.contents.size(), 0U);
+    EXPECT_EQ(UserFiles().size(), 0U);
 }
 
 TEST_F(ScenarioTest, ASaveBeforeABuildThatFailsEndsTheBuild) {
@@ -358,7 +358,7 @@ TEST_F(ScenarioTest, AFailureInOneStepOfTheStartLeavesTheOthers) {
     Install();
     memory::Desktop counted;
     counted.registry.store = desktop.registry.store;
-    VornMainFrm whole(counted);
+    VornMainFrm whole(counted, RecoveryOn(counted));
     const std::size_t before = counted.faults.Calls();
     whole.Show();
     const std::size_t calls = counted.faults.Calls() - before;
@@ -367,7 +367,7 @@ TEST_F(ScenarioTest, AFailureInOneStepOfTheStartLeavesTheOthers) {
         memory::Desktop each;
         each.registry.store = desktop.registry.store;
         each.msgBox.decide = [](const Record&) { return MsgResult::Ok; };
-        VornMainFrm program(each);
+        VornMainFrm program(each, RecoveryOn(each));
         each.faults.FailAt(number);
         program.Show();
         if (program.mLastWidth == 0) {

@@ -44,7 +44,7 @@ TEST_F(StartUpTest, EachOfTheThreeSettingsIsNeeded) {
         self->Install();
         SetSetting(missing, "");
         memory::Desktop other;
-        VornMainFrm second(other);
+        VornMainFrm second(other, RecoveryOn(other));
         other.registry.store = desktop.registry.store;
         other.msgBox.WillPress(MsgResult::Ok);
         second.Show();
@@ -106,7 +106,7 @@ TEST_F(StartUpTest, TheLanguageIsReadFirstAndAppliedBeforeTheOtherSettingsAreRea
     other.registry.store = desktop.registry.store;
     WatchedRegistry watched(other);
     other.UseRegistry(watched);
-    VornMainFrm program(other);
+    VornMainFrm program(other, RecoveryOn(other));
     program.Show();
     EXPECT_EQ(watched.asked, (std::vector<std::string>{"Language:", "FCompBat:Tessaly", "FCompFileName:Tessaly",
                                                        "FHelp:Tessaly", "FProgBlkIcon:Tessaly"}));
@@ -265,7 +265,7 @@ TEST_F(StartUpTest, ClosingWritesTheLanguageBack) {
     EXPECT_TRUE(desktop.window.HasEnded());
     memory::Desktop next;
     next.registry.store = desktop.registry.store;
-    VornMainFrm again(next);
+    VornMainFrm again(next, RecoveryOn(next));
     again.Show();
     EXPECT_EQ(again.mLanguage, 1);
 }
