@@ -145,6 +145,17 @@ TEST_F(MemoryUseTest, EveryFailingAllocationEndsALoadWithAStatus) {
     });
 }
 
+TEST_F(MemoryUseTest, ALoadThatRanOutOfMemorySaysSoUntilTheNextOne) {
+    files.contents["in.PSF"] = Psf(" 1", "One", PsfFunction("One", "x"));
+    for (const char* const next : {"in.PSF", "there is none.PSF"}) {
+        Allocations().leftUntilFailure = 1;
+        EXPECT_EQ(document.LoadFile("in.PSF"), Status::LoadFailed);
+        EXPECT_TRUE(document.RanOutOfMemory());
+        EXPECT_EQ(document.LoadFile(next), files.FileExists(next) ? Status::Done : Status::LoadFailed);
+        EXPECT_FALSE(document.RanOutOfMemory()) << next;
+    }
+}
+
 TEST_F(MemoryUseTest, EveryFailingAllocationEndsASaveWithItsStatus) {
     FailEveryAllocation([](MemoryDocument& memory) {
         const Status status = memory.document.SaveFile("out.PSF");

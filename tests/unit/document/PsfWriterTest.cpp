@@ -86,6 +86,19 @@ TEST_F(PsfWriterTest, CharactersWithoutAPlaceInTheCodePageAreWrittenAsQuestionMa
     EXPECT_NE(Saved().find("[GVars]\r\n\xE4 \x80 ? ?\r\n"), std::string::npos);
 }
 
+TEST_F(PsfWriterTest, InALongTextEachOfThemIsOneQuestionMarkWhereverItLies) {
+    for (std::size_t shift = 0; shift < 4; ++shift) {
+        constexpr std::size_t count = 75000;
+        std::string text(shift, 'x');
+        for (std::size_t i = 0; i < count; ++i) {
+            text += "\xF0\x9F\x98\x80";
+        }
+        document.UpdateVarCode(text);
+        const std::string expected = "[GVars]\r\n" + std::string(shift, 'x') + std::string(count, '?') + "\r\n";
+        EXPECT_TRUE(Saved().find(expected) != std::string::npos) << "behind " << shift;
+    }
+}
+
 // Round trips
 
 TEST_F(PsfWriterTest, AFreshDocumentComesBackWithEachTextGainingAFinalCrLf) {
