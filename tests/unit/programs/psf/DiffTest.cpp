@@ -125,7 +125,9 @@ TEST(DiffTest, ThousandsOfChangesAreStillADiff) {
         oldText += "old " + std::to_string(i) + "\n";
         newText += "new " + std::to_string(i) + "\n";
     }
-    EXPECT_EQ(Apply(LinesOf(oldText), Diff(oldText, newText)), LinesOf(newText));
+    const std::string diff = Diff(oldText, newText);
+    EXPECT_EQ(Apply(LinesOf(oldText), diff), LinesOf(newText));
+    EXPECT_LT(diff.rfind("\n-old"), diff.find("\n+new")) << "what goes stands in front";
 }
 
 } // namespace
