@@ -43,6 +43,12 @@ def test_the_installed_programs_are_hardened():
         assert flags_of_program(path)[1] & wanted == wanted, path
 
 
+def test_the_licence_of_all_that_is_in_the_programs_comes_with_them():
+    licences = (FOLDER / "LICENSE.txt").read_text(encoding="utf-8")
+    for holder in ("the Tessaly developers", "Henry Schreiner", "Tatsuhiko Kubo", "Niels Lohmann", "mingw-w64 project"):
+        assert holder in licences
+
+
 def test_the_list_of_installed_programs_has_a_full_entry():
     folder = windows_path(FOLDER)
     names = ("DisplayName", "DisplayVersion", "DisplayIcon", "Publisher", "InstallLocation", "UninstallString",
