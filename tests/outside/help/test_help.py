@@ -161,6 +161,28 @@ def test_all_settings_and_events_are_described(language):
 
 
 @pytest.mark.parametrize("language", LANGUAGES)
+def test_what_is_kept_and_where_is_described_as_the_program_does_it(language):
+    recovery = page(language, "recovery").text
+    names = re.search(r"Names = \{(.*?)\}", (ROOT / "recovery/Origin.cpp").read_text(), re.S)[1]
+    reasons = re.findall(r'"(.*?)"', names)
+    assert len(reasons) == 10
+    limits = (ROOT / "recovery/KeptDocuments.h").read_text()
+    count = re.search(r"MostKept = (\d+);", limits)[1]
+    megabytes = re.search(r"MostKeptBytes = (\d+)'000'000;", limits)[1]
+    windows = re.search(r'below = "(.*?)"', (ROOT / "platform/system/win32/PrivateFiles.cpp").read_text())[1]
+    folders = ["%LOCALAPPDATA%" + windows.replace("\\\\", "\\"), "~/.local/state/tessaly/recovery", "/tmp/tessaly-"]
+    for wanted in [*reasons, f" {count}", f" {megabytes} MB", *folders]:
+        assert wanted in recovery, wanted
+
+
+@pytest.mark.parametrize("language", LANGUAGES)
+@pytest.mark.parametrize("name", ["index", "files", "storing", "messages", "psf"])
+def test_the_way_back_to_a_text_is_told_where_one_looks_for_it(name, language):
+    source = (ROOT / "help" / language / f"{name}.md").read_text(encoding="utf-8")  # the built page has navigation
+    assert "](recovery.html" in source
+
+
+@pytest.mark.parametrize("language", LANGUAGES)
 def test_pages_tell_their_language_and_have_landmarks_and_one_heading(language):
     for name in [*TOPICS, "keywords"]:
         found = page(language, name)

@@ -3,8 +3,11 @@ written by hand, as it writes them."""
 
 import json
 import os
+import re
+import textwrap
 
 import pytest
+from harness import ROOT
 from psf_harness import fnv, leave, not_on_windows, psf, source
 
 pytestmark = not_on_windows("its folder is another one there, and its twin has tests of its own")
@@ -184,3 +187,24 @@ def test_copies_in_the_second_folder_are_found_but_not_through_a_link(window, tm
     second.rename(tmp_path / "elsewhere")
     second.symlink_to(tmp_path / "elsewhere")
     assert window.recover().out == b""
+
+
+def example_in_help(language):
+    """The commands of the example in the users' help, each with what it prints."""
+    text = (ROOT / f"help/{language}/recovery.md").read_text(encoding="utf-8")
+    block = re.search(r"\n\n((?:    .*\n)+)", text[text.index("{#psf}"):])[1]
+    return re.findall(r"^\$ psf recover(.*)\n((?:(?!\$).*\n)*)", textwrap.dedent(block), re.M)
+
+
+@pytest.mark.parametrize("language", ["en", "de"])
+def test_the_example_in_the_help_is_what_happens(window, language):
+    typed = source([("Blink", TYPED)])
+    window.leave("kept/b", typed, seconds=1_795_340_467, reason=1)
+    window.leave("kept/a", source([("Blink", BODY), ("Pause", "void Pause()\r\n{}")]), seconds=1_795_276_975, reason=7)
+    commands = example_in_help(language)
+    assert [arguments for arguments, _ in commands] == ["", " 1", " 1 -o Found.PSF"]
+    for arguments, printed in commands:
+        result = window.recover(*arguments.split(), cwd=window.state)
+        out = result.out.decode().replace(str(window.file), "/home/me/Blink.PSF")
+        assert (result.status, out.replace("\r\n", "\n").replace("\t", "  ")) == (0, printed)
+    assert (window.state / "Found.PSF").read_bytes() == typed
