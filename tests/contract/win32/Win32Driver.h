@@ -100,6 +100,8 @@ private:
         int number = 0;
     };
 
+    static constexpr LPARAM Released = static_cast<LPARAM>(0xC0000001); // of a key that comes up
+
     static HWND HandleOf(tessaly::Control& control);
     HWND Tree() const { return Control(win32::ControlId::CodeTree); }
     HTREEITEM Node(TreeItem item) const;
