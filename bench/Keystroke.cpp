@@ -1,5 +1,7 @@
 #include "bench/Keystroke.h"
 
+#include "ui/VornMainFrm.h"
+
 #include <array>
 #include <chrono>
 #include <cstdio>
@@ -61,6 +63,64 @@ void TypeKeystrokes(Desktop& desktop, const Typist& typist) {
     }
     if (changes != Rounds * static_cast<int>(Keys.size())) {
         throw std::runtime_error("the keys did not change the text");
+    }
+}
+
+namespace {
+
+// A PSF file of `functions` functions of `size` bytes each.
+void WriteDocument(Desktop& desktop, const std::string& path, int functions, std::size_t size) {
+    VornSrcObj document(desktop.Files(), desktop.AnsiCodePage());
+    for (int number = 0; number < functions; ++number) {
+        const std::string name = "Function" + std::to_string(number);
+        std::string text = "void " + name + "()\r\n{\r\n";
+        while (text.size() < size) {
+            text += "    total += samples[1] * 0x1F; // step\r\n";
+        }
+        document.AddFunction(name, "", text + "}");
+    }
+    if (document.SaveFile(path) != Status::Done) {
+        throw std::runtime_error("the document cannot be written");
+    }
+}
+
+} // namespace
+
+void TypeWithCopies(Desktop& desktop, const Typist& typist, const std::string& folder) {
+    constexpr int keys = 60;
+    constexpr int functionsOfLarge = 1000;
+    constexpr std::size_t functionSize = 10'000;
+    SystemPrivateFiles own;
+    SystemFiles files;
+    RecoveryHost host = SystemRecoveryHost(own, files, ProcessEnvironment);
+    host.folders = {folder + "/recovery"};
+    VornMainFrm window(desktop, host);
+    window.Show();
+    const std::function<void()> idle = desktop.MainWindow().onIdle;
+    desktop.MainWindow().onIdle = nullptr;
+    for (const int functions : {functionsOfLarge / 100, functionsOfLarge}) {
+        const std::string path = folder + "/" + std::to_string(functions) + ".PSF";
+        WriteDocument(desktop, path, functions, functionSize);
+        window.Form_FileDropped(path);
+        window.CodeTree_NodeClick(desktop.CodeTree().Find("Function1"));
+        desktop.FuncBody().SetFocus();
+        typist.rest(Rest);
+        for (int key = 0; key < keys; ++key) {
+            const bool isWith = key % 2 == 0;
+            const auto start = std::chrono::steady_clock::now();
+            typist.type('a');
+            if (isWith) {
+                idle();
+            }
+            const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - start;
+            std::printf("%d %s %.3f\n", functions * static_cast<int>(functionSize), isWith ? "with" : "without",
+                        taken.count());
+            typist.rest(Rest / 2);
+        }
+        window.FuncBodyChangedFlag = false;
+        if (RecoveryStore(host).Copies().size() != 1) {
+            throw std::runtime_error("there is no copy");
+        }
     }
 }
 

@@ -6,6 +6,7 @@
 #include "platform/desktop/Desktop.h"
 
 #include <functional>
+#include <string>
 
 namespace tessaly::bench {
 
@@ -24,5 +25,10 @@ struct Typist {
 
 // Fills the pane, types and prints. Throws when the keys did not do what they should.
 void TypeKeystrokes(Desktop& desktop, const Typist& typist);
+
+// Types into documents of 100 KB and of 10 MB that lie in `folder`, an existing one, with their copies beside them.
+// Prints for each keystroke the bytes of the document, whether the program looked after its copies behind it ("with" or
+// "without", in turns), and the milliseconds until the pane was drawn and that was done.
+void TypeWithCopies(Desktop& desktop, const Typist& typist, const std::string& folder);
 
 } // namespace tessaly::bench

@@ -8,10 +8,12 @@ import re
 import statistics
 import subprocess
 import sys
+import tempfile
 
 FUNCTIONS = 1000
 FILE_BYTES = 10_000_000
 KEYSTROKE_MS = 10  # less
+COPY_MS = {100_000: 0.3, 10_000_000: 1}  # at most, in the median, for a document of so many bytes
 EVENTS = ("OnError", "OnFrame", "OnKey", "OnStart", "OnStop", "OnTimer", "OnTrigger", "OnSerial", "OnMsg")
 
 # As the bodies of program blocks are written; {0} and {1} are numbers.
@@ -92,6 +94,25 @@ def keystroke_rows(command, verdict):
         times = [float(time) for kind, time in keys if kind == changed]
         rows.append([text, spread(times, 2), f"less than {KEYSTROKE_MS}",
                      verdict(statistics.median(times) < KEYSTROKE_MS)])
+    return rows
+
+
+def copy_rows(command, verdict):
+    """Rows of the targets table from what the command, `keystroke FOLDER`, prints: the bytes of the document, "with" or
+    "without" and milliseconds, a key a line."""
+    with tempfile.TemporaryDirectory(dir=os.getcwd() + "/build") as folder:
+        typist = subprocess.run([*command, folder], capture_output=True, text=True)
+    if typist.returncode != 0:
+        print(typist.stderr, file=sys.stderr, end="")
+        sys.exit(2)
+    keys = [line.split() for line in typist.stdout.splitlines()]
+    rows = []
+    for size, most in COPY_MS.items():
+        times = {kind: statistics.median(float(time) for bytes_, of, time in keys if (int(bytes_), of) == (size, kind))
+                 for kind in ("with", "without")}
+        more = times["with"] - times["without"]
+        rows.append([f"What copies add to a keystroke, {size // 1000:,} KB, ms",
+                     f"{more:.2f} to {times['without']:.2f}", f"at most {most}", verdict(more <= most)])
     return rows
 
 

@@ -44,8 +44,8 @@ Origin OriginOf(const WindowContent& content);
 // The paths of the copy STEM in `folder`, whether it is there or not.
 Copy CopyAt(const std::string& folder, const std::string& stem);
 
-// Writes `bytes` as STEM.PSF into `folder`, and then the origin, whose `copy` is their mark, as STEM.origin. After an
-// error the pair may be damaged, and then is no copy.
+// Writes `bytes` as STEM.PSF into `folder`, and then the origin, whose `copy` is their mark, as STEM.origin. A copy of
+// that name goes first. After an error there may be none.
 std::error_code WriteCopy(PrivateFiles& own, const std::string& folder, const std::string& stem, std::string_view bytes,
                           const Origin& origin, Flushing flushing);
 

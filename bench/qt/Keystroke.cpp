@@ -65,7 +65,11 @@ int main(int count, char** arguments) {
         pane.viewport()->installEventFilter(&drawing);
         const tessaly::bench::Typist typist{[&](int line) { return PutCaret(pane, line); },
                                             [&](char key) { Type(pane, drawing, key); }, Wait};
-        TypeKeystrokes(desktop, typist);
+        if (count > 1) {
+            TypeWithCopies(desktop, typist, arguments[1]);
+        } else {
+            TypeKeystrokes(desktop, typist);
+        }
     } catch (const std::exception& error) {
         std::fprintf(stderr, "keystroke: %s\n", error.what());
         return 1;

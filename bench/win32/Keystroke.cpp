@@ -48,14 +48,18 @@ void Wait(tessaly::win32::EventLoop& loop, int milliseconds) {
 
 } // namespace
 
-int main() {
+int main(int count, char** arguments) {
     try {
         tessaly::win32::Desktop desktop;
         HWND pane = FindWindowExW(FindWindowW(L"VornMainFrm", nullptr), nullptr, MSFTEDIT_CLASS, nullptr);
         const tessaly::bench::Typist typist{[&](int line) { return PutCaret(pane, line); },
                                             [&](char key) { Type(pane, key); },
                                             [&](int milliseconds) { Wait(desktop.Loop(), milliseconds); }};
-        TypeKeystrokes(desktop, typist);
+        if (count > 1) {
+            TypeWithCopies(desktop, typist, arguments[1]);
+        } else {
+            TypeKeystrokes(desktop, typist);
+        }
     } catch (const std::exception& error) {
         std::fprintf(stderr, "keystroke: %s\n", error.what());
         return 1;

@@ -81,8 +81,17 @@ std::unique_ptr<InputFile> SystemFiles::OpenForInput(const std::string& path) {
     return std::make_unique<ByteInput>(OpenDescriptor(path, O_RDONLY));
 }
 
+// O_TRUNC would have ext4 bring the file to the disk when it is closed, be it a new one. To remove that again takes 1.6
+// ms instead of 0.1.
 std::unique_ptr<OutputFile> SystemFiles::OpenForOutput(const std::string& path) {
-    return std::make_unique<ByteOutput>(OpenDescriptor(path, O_WRONLY | O_CREAT | O_TRUNC));
+    const int descriptor = OpenDescriptor(path, O_WRONLY | O_CREAT);
+    auto file = std::make_unique<ByteOutput>(descriptor);
+    struct stat found = {};
+    const bool isEmpty = ::fstat(descriptor, &found) == 0 && (!S_ISREG(found.st_mode) || found.st_size == 0);
+    if (!isEmpty && ::ftruncate(descriptor, 0) != 0) {
+        posix::ThrowSystemError("open");
+    }
+    return file;
 }
 
 bool SystemFiles::FileExists(const std::string& path) const {
