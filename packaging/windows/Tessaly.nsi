@@ -17,6 +17,9 @@ ManifestDPIAware true
 !define UNINSTALL "SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall\Tessaly"
 !define APP_PATH "SOFTWARE\Microsoft\Windows\CurrentVersion\App Paths\Tessaly.exe"
 
+; As platform/system/win32/PrivateFiles.cpp and recovery/KeptDocuments.cpp call it.
+!define KEPT "%LOCALAPPDATA%\Ostrel\Tessaly\Recovery\kept"
+
 ; Set by Places, in the folders that all users share.
 Var Work     ; the generated C file's folder
 Var Examples ; the examples to work with; those in the installation folder stay as they are
@@ -134,6 +137,8 @@ Function ${un}RemoveFromStartMenu
   Delete "$SMPROGRAMS\Tessaly\Tessaly-Hilfe.lnk"
   Delete "$SMPROGRAMS\Tessaly\Examples.lnk"
   Delete "$SMPROGRAMS\Tessaly\Beispiele.lnk"
+  Delete "$SMPROGRAMS\Tessaly\Kept texts.lnk"
+  Delete "$SMPROGRAMS\Tessaly\Aufbewahrte Texte.lnk"
   RMDir "$SMPROGRAMS\Tessaly"
 FunctionEnd
 !macroend
@@ -148,6 +153,9 @@ Function AddToStartMenu
   SetOutPath $INSTDIR
   CreateShortCut "$SMPROGRAMS\Tessaly\$(TextHelpEntry).lnk" "$INSTDIR\help\$(TextHelpFile)"
   CreateShortCut "$SMPROGRAMS\Tessaly\$(TextExamplesEntry).lnk" "$Examples"
+  ; Each user has a folder of his own, which need not be there yet: only cmd.exe knows it and can make it.
+  CreateShortCut "$SMPROGRAMS\Tessaly\$(TextKeptEntry).lnk" "$SYSDIR\cmd.exe" \
+    '/c md "${KEPT}" 2>nul & "$WINDIR\explorer.exe" "${KEPT}"' "$SYSDIR\shell32.dll" 3 SW_SHOWMINIMIZED
 FunctionEnd
 
 ; The entry in the list of installed programs.

@@ -5,7 +5,8 @@ import re
 import subprocess
 
 import pytest
-from harness import ROOT
+from gi.repository import Gio
+from harness import ROOT, wait_until
 
 DEB = os.environ["TESSALY_DEB"]
 
@@ -70,6 +71,35 @@ def test_every_function_that_is_called_by_a_pointer_is_marked_as_such(files, nam
 
 def test_the_desktop_file_is_valid(files):
     assert complaints("desktop-file-validate", files / "usr/share/applications/tessaly.desktop") == (0, "")
+
+
+@pytest.mark.parametrize("state, place", [
+    ("", "home/.local/state"), ("relative", "home/.local/state"), ("/a state $HOME", "a state $HOME"),
+])
+def test_an_action_of_the_desktop_makes_and_opens_the_folder_of_kept_texts(files, tmp_path, monkeypatch, state, place):
+    opener = tmp_path / "bin/xdg-open"
+    opener.parent.mkdir()
+    opener.write_text('#!/bin/sh\nprintf %s "$1" > "$0.part"\nmv "$0.part" "$0.opened"\n')
+    opener.chmod(0o700)
+    (tmp_path / "home").mkdir()
+    monkeypatch.setenv("HOME", str(tmp_path / "home"))
+    monkeypatch.setenv("PATH", f"{opener.parent}:{files}/usr/bin:{os.environ['PATH']}")
+    monkeypatch.setenv("XDG_STATE_HOME", f"{tmp_path}{state}" if state.startswith("/") else state)
+    entry = Gio.DesktopAppInfo.new_from_filename(str(files / "usr/share/applications/tessaly.desktop"))
+    assert entry.list_actions() == ["KeptTexts"]
+    kept = tmp_path / place / "tessaly/recovery/kept"
+    for _ in ("not there yet", "there"):
+        entry.launch_action("KeptTexts", None)
+        opened = tmp_path / "bin/xdg-open.opened"
+        wait_until("the opened folder", opened.exists)
+        assert opened.read_text() == str(kept)
+        opened.unlink()
+        assert [folder.stat().st_mode & 0o777 for folder in (kept, kept.parent)] == [0o700, 0o700]
+
+
+def test_the_action_has_a_german_name(files):
+    entry = (files / "usr/share/applications/tessaly.desktop").read_text(encoding="utf-8")
+    assert "Name=Kept texts\nName[de]=Aufbewahrte Texte\n" in entry
 
 
 def test_the_metainfo_is_valid(files):

@@ -61,13 +61,32 @@ def test_an_installation_that_is_removed_leaves_files_and_registry_as_they_were(
 
 
 @pytest.mark.parametrize("language, names", [
-    ("en", ["Examples.lnk", "Tessaly Help.lnk", "Tessaly.lnk"]),
-    ("de", ["Beispiele.lnk", "Tessaly-Hilfe.lnk", "Tessaly.lnk"]),
+    ("en", ["Examples.lnk", "Kept texts.lnk", "Tessaly Help.lnk", "Tessaly.lnk"]),
+    ("de", ["Aufbewahrte Texte.lnk", "Beispiele.lnk", "Tessaly-Hilfe.lnk", "Tessaly.lnk"]),
 ])
-def test_the_start_menu_has_the_program_its_help_and_the_examples_in_one_language(language, names):
+def test_the_start_menu_has_the_program_its_help_and_two_folders_in_one_language(language, names):
     install("/LANG=de" if language == "en" else "/LANG=en")
     install(f"/LANG={language}")
     assert sorted(path.name for path in START_MENU.iterdir()) == names
+
+
+def test_the_entry_for_kept_texts_makes_and_opens_the_folder_of_the_user():
+    install("/LANG=en")
+    local = unix_path(wine("cmd", "/c", "echo %LOCALAPPDATA%").stdout.decode().strip())
+    kept = local / "Ostrel" / "Tessaly" / "Recovery" / "kept"
+    assert not kept.exists()
+    try:
+        for _ in ("not there yet", "there"):
+            assert wine("start", windows_path(START_MENU / "Kept texts.lnk")).returncode == 0
+            shown = wait_until("the folder", lambda: xdotool("search", "--onlyvisible", "--name", "kept$", check=False))
+            assert kept.is_dir()
+            xdotool("windowfocus", "--sync", shown[0], "key", "alt+F4")
+            wait_until("its end", lambda: not xdotool("search", "--onlyvisible", "--name", "kept$", check=False))
+        (kept / "Blink.PSF").write_text("kept")
+        uninstall()
+        assert (kept / "Blink.PSF").read_text() == "kept"
+    finally:
+        shutil.rmtree(local / "Ostrel", ignore_errors=True)
 
 
 def test_a_file_type_that_another_program_holds_stays_with_it():
