@@ -13,7 +13,9 @@ namespace tessaly {
 
 namespace {
 
-constexpr std::int64_t CheapCost = 2000; // microseconds
+constexpr std::int64_t CheapCost = 2000;       // microseconds
+constexpr std::int64_t BearableCost = 20'000;  // nobody notices it; a busy machine may well take that long
+constexpr std::size_t SmallDocument = 200'000; // bytes
 constexpr std::int64_t RestPerCost = 50;
 
 template <class Unit>
@@ -119,13 +121,16 @@ std::error_code RecoveryStore::Write(const WindowContent& content, Flushing flus
             }
         }
         mLastEnd = mHost.stopwatch();
-        mLastCost = mLastEnd - begin;
+        if (flushing == Flushing::Later) { // the disk's time is no part of the others
+            mLastCost = mLastEnd - begin;
+        }
         return error;
     });
 }
 
 bool RecoveryStore::IsCheap() const {
-    return mLastCost < CheapCost || mHost.stopwatch() - mLastEnd >= RestPerCost * mLastCost;
+    const std::int64_t cheapCost = mBytes.size() <= SmallDocument ? BearableCost : CheapCost;
+    return mLastCost < cheapCost || mHost.stopwatch() - mLastEnd >= RestPerCost * mLastCost;
 }
 
 std::error_code RecoveryStore::WriteBeforeSave(const WindowContent& content, const std::string& target) {

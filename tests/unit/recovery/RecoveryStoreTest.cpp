@@ -84,12 +84,30 @@ TEST_F(StoreTest, WhatACutOffWriteLeftIsSwept) {
 TEST_F(StoreTest, AnExpensiveCopyWantsARest) {
     EXPECT_TRUE(store.IsCheap());
     RecoveryHost host = Host();
-    host.stopwatch = [this] { return watch += 3000; };
+    host.stopwatch = [this] { return watch += 30'000; };
     RecoveryStore slow(host);
     slow.Write(Holding("typed"), Flushing::Later);
     EXPECT_FALSE(slow.IsCheap());
-    watch += 150'000;
+    watch += 1'500'000;
     EXPECT_TRUE(slow.IsCheap());
+}
+
+TEST_F(StoreTest, OnABusyMachineASmallDocumentIsCopiedOn) {
+    RecoveryHost host = Host();
+    host.stopwatch = [this] { return watch += 3000; };
+    RecoveryStore busy(host);
+    busy.Write(Holding("typed"), Flushing::Later);
+    EXPECT_TRUE(busy.IsCheap());
+    busy.Write(Holding(std::string(300'000, 'x')), Flushing::Later);
+    EXPECT_FALSE(busy.IsCheap());
+}
+
+TEST_F(StoreTest, TheTimeOfTheDiskDoesNotCount) {
+    RecoveryHost host = Host();
+    host.stopwatch = [this] { return watch += 30'000; };
+    RecoveryStore flushed(host);
+    flushed.Write(Holding("typed"), Flushing::Now);
+    EXPECT_TRUE(flushed.IsCheap());
 }
 
 // A copy and its origin, cut at every byte and with every byte changed: the older one is used.

@@ -131,7 +131,7 @@ TEST_F(RecoveryTest, AnExpensiveCopyWaitsButNotForACommit) {
     memory::Desktop slow;
     std::int64_t watch = 0;
     RecoveryHost host = RecoveryOn(slow);
-    host.stopwatch = [&watch] { return watch += 3000; };
+    host.stopwatch = [&watch] { return watch += 30'000; };
     slow.files.contents["a.PSF"] = GoodPsf();
     slow.app.commandLine = "a.PSF";
     slow.msgBox.decide = [](const memory::MsgBox::Record&) { return MsgResult::Ok; };
@@ -149,7 +149,7 @@ TEST_F(RecoveryTest, AnExpensiveCopyWaitsButNotForACommit) {
     EXPECT_TRUE(copied().starts_with("1void"));
     type("2");
     EXPECT_TRUE(copied().starts_with("1void"));
-    watch += 150'000;
+    watch += 1'500'000;
     type("");
     EXPECT_TRUE(copied().starts_with("12void"));
     type("3");
