@@ -171,7 +171,11 @@ def test_what_is_kept_and_where_is_described_as_the_program_does_it(language):
     megabytes = re.search(r"MostKeptBytes = (\d+)'000'000;", limits)[1]
     windows = re.search(r'below = "(.*?)"', (ROOT / "platform/system/win32/PrivateFiles.cpp").read_text())[1]
     folders = ["%LOCALAPPDATA%" + windows.replace("\\\\", "\\"), "~/.local/state/tessaly/recovery", "/tmp/tessaly-"]
-    for wanted in [*reasons, f" {count}", f" {megabytes} MB", *folders]:
+    number = LANGUAGES.index(language)
+    windows_entry = re.findall(r'TextKeptEntry .*"(.*)"', (ROOT / "packaging/windows/Texts.nsh").read_text())[number]
+    action = (ROOT / "packaging/linux/tessaly.desktop").read_text().split("[Desktop Action KeptTexts]")[1]
+    linux_entry = re.findall(r"^Name.*=(.*)", action, re.M)[number]
+    for wanted in [*reasons, f" {count}", f" {megabytes} MB", *folders, windows_entry, linux_entry]:
         assert wanted in recovery, wanted
 
 
