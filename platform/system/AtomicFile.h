@@ -10,19 +10,12 @@ namespace tessaly {
 // The fate of an existing file when another one is to take its name.
 enum class Existing { Replace, Keep };
 
-// Whether the new content is on the disk when the call returns, or gets there when the system has the time.
-enum class Flushing { Now, Later };
-
-// Who may read a new file: those whom the system lets read others, or the user alone. Windows: the folder says it.
-enum class Readers { Usual, UserAlone };
-
-// Has `write` make a new file beside `path` under a name of its own, flushes it as `flushing` says and then gives it
+// Has `write` make a new file beside `path` under a name of its own, flushes it and then gives it
 // the name `path`. A link stays and the file that it points to is replaced. A device or a pipe cannot be replaced and
 // is written in place. `write` gets the path to write to and returns whether that went well. With Existing::Keep a file
 // that is there is left alone.
 //
-// Unix: the new file gets the mode of the old one, and its owner if that is allowed. With Readers::UserAlone it gets
-// neither.
+// Unix: the new file gets the mode of the old one, and its owner if that is allowed.
 // Windows: the new file gets the attributes of the old one (hidden, system, not indexed); a read-only file is not
 // replaced. It is tried a while when another program, such as a virus scanner, holds one of the two.
 //
@@ -30,7 +23,6 @@ enum class Readers { Usual, UserAlone };
 // the error of the call that failed. Unless it returns no error the file at `path` is as it was, and no other file is
 // left behind.
 std::error_code ReplaceWhole(const std::string& path, Existing existing,
-                             const std::function<bool(const std::string&)>& write, Flushing flushing = Flushing::Now,
-                             Readers readers = Readers::Usual);
+                             const std::function<bool(const std::string&)>& write);
 
 } // namespace tessaly

@@ -2,7 +2,6 @@
 // Paths are UTF-8.
 #pragma once
 
-#include "platform/system/AtomicFile.h"
 #include "platform/system/Environment.h"
 
 #include <cstdint>
@@ -13,6 +12,9 @@
 #include <vector>
 
 namespace tessaly {
+
+// Whether a new file is on the disk when the call returns, or gets there when the system has the time.
+enum class Flushing { Now, Later };
 
 struct FolderEntry {
     std::string name;
@@ -34,7 +36,9 @@ public:
     // for one into which others may write.
     virtual std::error_code List(const std::string& folder, std::vector<FolderEntry>& entries) const = 0;
 
-    // Writes a file that the user alone may read, in place of one of that name: ReplaceWhole.
+    // Writes a new file that the user alone may read beside `path` and gives it that name, in place of what is there:
+    // at every moment that is the old file or the new one, whole. After an error it is the old one. Windows: it is
+    // tried a while when another program, such as a virus scanner, holds one of the two.
     virtual std::error_code Write(const std::string& path, std::string_view bytes, Flushing flushing) = 0;
 
     // Returns when what was written to the file is on the disk.

@@ -94,8 +94,7 @@ int GiveOwnerAndMode(const std::string& path, const struct stat* old) {
     return chmod(path.c_str(), NewFileMode()) == 0 ? 0 : errno;
 }
 
-int Replace(const fs::path& target, Existing existing, const std::function<bool(const std::string&)>& write,
-            Flushing flushing, Readers readers) {
+int Replace(const fs::path& target, Existing existing, const std::function<bool(const std::string&)>& write) {
     struct stat old = {};
     const bool exists = lstat(target.c_str(), &old) == 0;
     if (!exists && errno != ENOENT) { // it may be there, with a mode that must be kept
@@ -115,15 +114,14 @@ int Replace(const fs::path& target, Existing existing, const std::function<bool(
     if (!write(temporary.Path())) {
         return ECANCELED;
     }
-    // A temporary file is its user's alone already.
-    int error = readers == Readers::Usual ? GiveOwnerAndMode(temporary.Path(), exists ? &old : nullptr) : 0;
-    if (error == 0 && flushing == Flushing::Now) {
+    int error = GiveOwnerAndMode(temporary.Path(), exists ? &old : nullptr);
+    if (error == 0) {
         error = Flush(temporary.Path(), O_RDONLY);
     }
     if (error == 0) {
         error = temporary.RenameTo(target, existing);
     }
-    if (error == 0 && flushing == Flushing::Now) {
+    if (error == 0) {
         Flush(folder.string(), O_RDONLY | O_DIRECTORY); // the file is replaced already, whatever this says
     }
     return error;
@@ -136,13 +134,13 @@ std::error_code Error(int number) {
 } // namespace
 
 std::error_code ReplaceWhole(const std::string& path, Existing existing,
-                             const std::function<bool(const std::string&)>& write, Flushing flushing, Readers readers) {
+                             const std::function<bool(const std::string&)>& write) {
     try {
         // The link of /dev/stdout leads to a name that only the kernel understands, so this comes before following it.
         if (existing == Existing::Replace && IsDevice(path)) {
             return Error(write(path) ? 0 : ECANCELED);
         }
-        return Error(Replace(Target(path), existing, write, flushing, readers));
+        return Error(Replace(Target(path), existing, write));
     } catch (const std::system_error& error) { // of std::filesystem: links that cannot be followed
         return error.code();
     }

@@ -6,12 +6,16 @@
 #include "platform/system/UserFolders.h"
 #include "platform/system/posix/Descriptor.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <sstream>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace tessaly {
 
@@ -31,6 +35,25 @@ int LookAt(const std::string& folder, struct stat& found) {
         return errno;
     }
     return S_ISDIR(found.st_mode) && found.st_uid == geteuid() ? 0 : EPERM;
+}
+
+std::error_code FlushPath(const std::string& path, int flags) {
+    const posix::Descriptor file(open(path.c_str(), flags | O_CLOEXEC));
+    return file.Number() >= 0 && fsync(file.Number()) == 0 ? std::error_code() : LastError();
+}
+
+std::error_code WriteAll(posix::Descriptor& file, std::string_view bytes, Flushing flushing) {
+    while (!bytes.empty()) {
+        const ssize_t count = write(file.Number(), bytes.data(), bytes.size());
+        if (count < 0 && errno != EINTR) {
+            return LastError();
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    }
+    if (flushing == Flushing::Now && fsync(file.Number()) != 0) {
+        return LastError();
+    }
+    return {file.Close(), std::generic_category()};
 }
 
 } // namespace
@@ -76,8 +99,27 @@ std::error_code SystemPrivateFiles::List(const std::string& folder, std::vector<
 }
 
 std::error_code SystemPrivateFiles::Flush(const std::string& path) {
-    const posix::Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    return file.Number() >= 0 && fsync(file.Number()) == 0 ? std::error_code() : LastError();
+    return FlushPath(path, O_RDONLY);
+}
+
+// A temporary file is its user's alone from the beginning.
+std::error_code SystemPrivateFiles::Write(const std::string& path, std::string_view bytes, Flushing flushing) {
+    const std::string folder = path.substr(0, path.find_last_of('/') + 1);
+    std::string temporary = folder + ".psf-XXXXXX";
+    posix::Descriptor file(mkostemp(temporary.data(), O_CLOEXEC));
+    if (file.Number() < 0) {
+        return LastError();
+    }
+    std::error_code error = WriteAll(file, bytes, flushing);
+    if (!error && rename(temporary.c_str(), path.c_str()) != 0) {
+        error = LastError();
+    }
+    if (error) {
+        unlink(temporary.c_str());
+    } else if (flushing == Flushing::Now) {
+        FlushPath(folder.empty() ? "." : folder, O_RDONLY | O_DIRECTORY); // the file is there, whatever this says
+    }
+    return error;
 }
 
 std::string SystemPrivateFiles::FullPath(const std::string& path) const {

@@ -2,6 +2,7 @@
 #include "platform/system/AtomicFile.h"
 
 #include "platform/system/win32/Handle.h"
+#include "platform/system/win32/Move.h"
 #include "platform/system/win32/Text.h"
 
 #include <cstdint>
@@ -12,10 +13,6 @@ namespace tessaly {
 namespace {
 
 constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-
-// A scanner that looks at a new file lets go of it within this time.
-constexpr int MostMoves = 20;
-constexpr DWORD PauseInMilliseconds = 50;
 
 // Of the attributes, those that a user sets.
 constexpr DWORD KeptAttributes = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
@@ -73,18 +70,10 @@ public:
         return file && FlushFileBuffers(file.Get()) != 0 && file.Close() ? std::error_code() : win32::LastError();
     }
 
-    std::error_code MoveTo(const std::wstring& target, Existing existing, Flushing flushing) {
-        const DWORD flags = (flushing == Flushing::Now ? MOVEFILE_WRITE_THROUGH : 0U) |
-                            (existing == Existing::Replace ? MOVEFILE_REPLACE_EXISTING : 0U);
-        std::error_code error;
-        for (int i = 0; i < MostMoves; ++i) {
-            mMoved = MoveFileExW(mPath.c_str(), target.c_str(), flags) != 0;
-            error = mMoved ? std::error_code() : win32::LastError();
-            if (error.value() != ERROR_ACCESS_DENIED && error.value() != ERROR_SHARING_VIOLATION) {
-                break;
-            }
-            Sleep(PauseInMilliseconds);
-        }
+    std::error_code MoveTo(const std::wstring& target, Existing existing) {
+        const DWORD replacing = existing == Existing::Replace ? MOVEFILE_REPLACE_EXISTING : 0U;
+        const std::error_code error = win32::Move(mPath, target, MOVEFILE_WRITE_THROUGH | replacing);
+        mMoved = !error;
         return error;
     }
 
@@ -95,7 +84,7 @@ private:
 };
 
 std::error_code Replace(const std::wstring& target, Existing existing,
-                        const std::function<bool(const std::string&)>& write, Flushing flushing) {
+                        const std::function<bool(const std::string&)>& write) {
     const DWORD attributes = GetFileAttributesW(target.c_str());
     const bool exists = attributes != INVALID_FILE_ATTRIBUTES;
     if (exists && existing == Existing::Keep) {
@@ -114,20 +103,19 @@ std::error_code Replace(const std::wstring& target, Existing existing,
     if (!write(win32::ToUtf8(temporary.Path()))) {
         return std::make_error_code(std::errc::operation_canceled);
     }
-    if (const std::error_code error = flushing == Flushing::Now ? temporary.Flush() : std::error_code()) {
+    if (const std::error_code error = temporary.Flush()) {
         return error;
     }
     if (const DWORD kept = exists ? attributes & KeptAttributes : 0; kept != 0) {
         SetFileAttributesW(temporary.Path().c_str(), kept); // the content counts more than its attributes
     }
-    return temporary.MoveTo(target, existing, flushing);
+    return temporary.MoveTo(target, existing);
 }
 
 } // namespace
 
 std::error_code ReplaceWhole(const std::string& path, Existing existing,
-                             const std::function<bool(const std::string&)>& write, Flushing flushing,
-                             Readers /*readers*/) {
+                             const std::function<bool(const std::string&)>& write) {
     try {
         const std::wstring wide = win32::WidePath(path);
         if (existing == Existing::Replace && IsDevice(wide)) {
@@ -136,8 +124,7 @@ std::error_code ReplaceWhole(const std::string& path, Existing existing,
         const DWORD attributes = GetFileAttributesW(wide.c_str());
         const bool link = attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
         const std::optional<std::wstring> target = link ? Target(wide) : wide;
-        return target ? Replace(*target, existing, write, flushing)
-                      : std::make_error_code(std::errc::no_such_file_or_directory);
+        return target ? Replace(*target, existing, write) : std::make_error_code(std::errc::no_such_file_or_directory);
     } catch (const std::system_error& error) { // of the path
         return error.code();
     }

@@ -2,9 +2,11 @@
 #include "platform/system/PrivateFiles.h"
 
 #include "platform/system/win32/Handle.h"
+#include "platform/system/win32/Move.h"
 #include "platform/system/win32/Text.h"
 
 #include <aclapi.h>
+#include <algorithm>
 #include <memory>
 #include <sddl.h>
 
@@ -119,6 +121,24 @@ struct FindEnd {
     void operator()(void* search) const { FindClose(search); }
 };
 
+std::error_code WriteNew(const std::wstring& path, std::string_view bytes, Flushing flushing) {
+    Handle file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file) {
+        return LastError();
+    }
+    constexpr std::size_t mostAtOnce = 1U << 30U;
+    while (!bytes.empty()) {
+        DWORD count = 0;
+        if (WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(std::min(bytes.size(), mostAtOnce)), &count,
+                      nullptr) == 0) {
+            return LastError();
+        }
+        bytes.remove_prefix(count);
+    }
+    const bool isFlushed = flushing == Flushing::Later || FlushFileBuffers(file.Get()) != 0;
+    return isFlushed && file.Close() ? std::error_code() : LastError();
+}
+
 } // namespace
 
 std::error_code SystemPrivateFiles::MakeFolder(const std::string& folder) {
@@ -156,6 +176,28 @@ std::error_code SystemPrivateFiles::List(const std::string& folder, std::vector<
         } while (FindNextFileW(search, &found) != 0);
         return GetLastError() == ERROR_NO_MORE_FILES ? std::error_code() : LastError();
     } catch (const std::system_error& error) {
+        return error.code();
+    }
+}
+
+// Each call for a file takes a while, so none is made that is not needed.
+std::error_code SystemPrivateFiles::Write(const std::string& path, std::string_view bytes, Flushing flushing) {
+    try {
+        const std::wstring wide = win32::WidePath(path);
+        static std::uint64_t number = 0;
+        const std::wstring temporary = wide.substr(0, wide.find_last_of(L"\\/:") + 1) + L".psf-" +
+                                       std::to_wstring(GetCurrentProcessId()) + L"-" +
+                                       std::to_wstring(GetTickCount64()) + L"-" + std::to_wstring(++number) + L".tmp";
+        std::error_code error = WriteNew(temporary, bytes, flushing);
+        if (!error) {
+            const DWORD through = flushing == Flushing::Now ? MOVEFILE_WRITE_THROUGH : 0U;
+            error = win32::Move(temporary, wide, MOVEFILE_REPLACE_EXISTING | through);
+        }
+        if (error) {
+            DeleteFileW(temporary.c_str());
+        }
+        return error;
+    } catch (const std::system_error& error) { // of the path
         return error.code();
     }
 }
