@@ -1,7 +1,6 @@
 // The main window in memory, and what a user can do with it.
 #pragma once
 
-#include "platform/desktop/Raise.h"
 #include "platform/desktop/Window.h"
 #include "tests/desktop/Application.h"
 #include "tests/desktop/Faults.h"
@@ -45,10 +44,10 @@ public:
     void DropFile(const std::string& path);
 
     // All that the user did has been done.
-    void BeIdle() { Raise(onIdle); }
+    void BeIdle() { TellIdle(); }
 
     // The user goes to another program.
-    void GoToAnotherProgram() { Raise(onSuspend); }
+    void GoToAnotherProgram() { Suspend(); }
 
     // The size before the window is shown, without an event.
     void SetInitialSize(float width, float height);

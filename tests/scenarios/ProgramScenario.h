@@ -21,11 +21,40 @@ protected:
         SetSetting(CompFileNameSetting, CFile());
         SetSetting(HelpSetting, user->FilePath("help"));
         SetValue(LanguageSetting, Registry::DwordType, {static_cast<char>(language), '\0', '\0', '\0'});
-        RecoveryHost recovery = SystemRecoveryHost(user->OwnFiles(), TheDesktop().Files(), ProcessEnvironment);
-        recovery.folders = {user->FilePath("recovery")};
-        program = std::make_unique<VornMainFrm>(TheDesktop(), recovery);
+        program = std::make_unique<VornMainFrm>(TheDesktop(), Recovery());
         program->Show();
         user->Settle();
+    }
+
+    RecoveryHost Recovery() {
+        RecoveryHost host = SystemRecoveryHost(user->OwnFiles(), TheDesktop().Files(), ProcessEnvironment);
+        host.folders = {user->FilePath("recovery")};
+        return host;
+    }
+
+    // The text of the function in the newest copy; "none" without one.
+    std::string InCopy(std::string_view function) {
+        const RecoveryStore store(Recovery());
+        const std::vector<Copy> copies = store.Copies();
+        VornSrcObj document(TheDesktop().Files(), TheDesktop().AnsiCodePage());
+        std::string prototype;
+        std::string code = "none";
+        if (!copies.empty() && store.Load(copies.front(), document) == Status::Done) {
+            document.GetFunction(function, prototype, code);
+        }
+        return code;
+    }
+
+    // What a program left that is gone.
+    void LeaveCopy(const std::string& item, const std::string& text, std::uint64_t caret) {
+        const std::string path = user->FilePath("left.PSF");
+        WriteFile(path, GoodPsf());
+        VornSrcObj document(TheDesktop().Files(), TheDesktop().AnsiCodePage());
+        ASSERT_EQ(document.LoadFile(path), Status::Done);
+        RecoveryHost host = Recovery();
+        host.process = {4'000'000'000, "gone"};
+        const WindowContent content{document, item, text, caret, path, MarkOf(GoodPsf())};
+        ASSERT_FALSE(RecoveryStore(host).Write(content, Flushing::Later));
     }
 
     void TearDown() override {
