@@ -1,86 +1,15 @@
-"""The real program on a real X display, worked with real keys. Run by script/test-linux-desktop, which gives $DISPLAY
-and $TESSALY (the program)."""
+"""Homes and programs that are gone at the end of the test, and pictures."""
 
 import functools
-import os
-import resource
-import subprocess
 
 import pytest
-from harness import PATIENCE, ROOT, environment, identify, screenshot, wait_until, write_settings, xdotool
-
-
-class Program:
-    """A running copy of the program. `limits` are those of the system, as {resource.RLIMIT_AS: bytes}."""
-
-    def __init__(self, home, arguments, limits, variables):
-        own = {name: None for name in ("TESSALY_SETTINGS", "XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME")}
-        own |= {"HOME": home, "XDG_RUNTIME_DIR": home / "run", "XDG_CONFIG_DIRS": home / "system",
-                "PATH": f"{home}/bin:{os.environ['PATH']}", "QT_QPA_PLATFORM": "xcb"}
-
-        def set_limits():
-            for limit, size in limits.items():
-                resource.setrlimit(limit, (size, size))
-
-        self.process = subprocess.Popen([os.environ["TESSALY"], *map(str, arguments)],
-                                        env=environment({**own, **variables}), preexec_fn=set_limits)
-
-    def windows(self, title=""):
-        return xdotool("search", "--onlyvisible", "--pid", self.process.pid, "--name", title, check=False)
-
-    def wait_for(self, title):
-        """Waits for a window with this title that has the keyboard, and returns its number."""
-
-        def active():
-            found = xdotool("getactivewindow", check=False)
-            names = xdotool("getactivewindow", "getwindowname", check=False)
-            return names == title.split() and xdotool("getwindowfocus", check=False) == found and found[0]
-
-        return wait_until(f"a window “{title}” with the keyboard", active)
-
-    def key(self, *keys):
-        for key in keys:
-            xdotool("key", "--clearmodifiers", key)
-
-    def type(self, text):
-        xdotool("type", "--clearmodifiers", "--delay", "15", text)
-
-    def wait_for_end(self):
-        return self.process.wait(PATIENCE)
-
-    def kill(self):
-        if self.process.poll() is None:
-            self.process.kill()
-        self.process.wait()
-
-
-def make_opener(home, categories):
-    """Has a program of these categories open HTML files."""
-    asked = home / "bin/xdg-mime"
-    asked.write_text("#!/bin/sh\n[ \"$*\" = 'query default text/html' ] && echo opener.desktop\n")
-    asked.chmod(0o700)
-    entry = home / ".local/share/applications/opener.desktop"
-    entry.parent.mkdir(parents=True, exist_ok=True)
-    entry.write_text(f"[Desktop Entry]\nType=Application\nName=Opener\nCategories={categories}\n")
+from harness import ROOT, identify, screenshot, wait_until
+from linux_harness import Program, make_home, make_opener
 
 
 @pytest.fixture(name="home")
 def fixture_home(tmp_path):
-    """A user's home on a machine with the kit set up for all users and a browser that notes what it opens."""
-    (tmp_path / "run").mkdir(mode=0o700)
-    (tmp_path / "bin").mkdir()
-    browser = tmp_path / "bin/xdg-open"
-    browser.write_text(f'#!/bin/sh\necho "$1" >> "{tmp_path}/opened"\n')
-    browser.chmod(0o700)
-    make_opener(tmp_path, "Network;WebBrowser;")
-    for language in ("en", "de"):
-        (tmp_path / "help" / language).mkdir(parents=True)
-        (tmp_path / "help" / language / "index.html").write_text("help")
-    settings = tmp_path / "system/tessaly/settings.reg"
-    settings.parent.mkdir(parents=True)
-    write_settings(settings, FCompBat=ROOT / "kit/compile.sh", FCompFileName="~/.cache/tessaly/program.c",
-                   FHelp=tmp_path / "help")
-    return tmp_path
+    return make_home(tmp_path)
 
 
 @pytest.fixture(name="opener")
