@@ -1,34 +1,53 @@
-// FNV-1a: first the byte, then the multiplication.
+// Four lanes take the words in turns: one multiplication waits for the one before it.
 #include "recovery/FileMark.h"
 
 #include "platform/system/SequentialFiles.h"
 
 #include <array>
+#include <cstring>
 #include <system_error>
 
 namespace tessaly {
 
+namespace {
+
+constexpr std::uint64_t Basis = 0xCBF29CE484222325U; // FNV's, as the prime is
+constexpr std::uint64_t Prime = 0x100000001B3U;
+
+// Different words, or different hashes, never give the same hash. The shift has high bits count for low ones, or two
+// changed bits could cancel each other.
+std::uint64_t Add(std::uint64_t hash, std::uint64_t word) {
+    constexpr int half = 32;
+    const std::uint64_t product = (hash ^ word) * Prime;
+    return product ^ product >> half;
+}
+
+// Up to eight bytes in the machine's order.
+std::uint64_t Word(std::string_view bytes) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes.data(), bytes.size());
+    return word;
+}
+
+} // namespace
+
 FileMark MarkOf(std::string_view bytes) {
-    constexpr std::uint64_t basis = 0xCBF29CE484222325U;
-    constexpr std::uint64_t prime = 0x100000001B3U;
-    // One multiplication waits for the one before it: 10 MB take 6 ms in four lanes, 17 ms in one.
-    std::array<std::uint64_t, 4> lanes = {basis, basis, basis, basis};
-    const auto add = [&](std::size_t lane, char byte) {
-        lanes[lane] = (lanes[lane] ^ static_cast<unsigned char>(byte)) * prime;
-    };
-    std::size_t i = 0;
-    for (; i + lanes.size() <= bytes.size(); i += lanes.size()) {
-        add(0, bytes[i]);
-        add(1, bytes[i + 1]);
-        add(2, bytes[i + 2]);
-        add(3, bytes[i + 3]);
+    constexpr std::size_t wordSize = 8;
+    std::array<std::uint64_t, 4> lanes = {Basis, Basis, Basis, Basis};
+    std::string_view rest = bytes;
+    for (; rest.size() >= wordSize * lanes.size(); rest.remove_prefix(wordSize * lanes.size())) {
+        for (std::size_t lane = 0; lane < lanes.size(); ++lane) {
+            lanes[lane] = Add(lanes[lane], Word({rest.data() + lane * wordSize, wordSize}));
+        }
     }
-    for (; i < bytes.size(); ++i) {
-        add(i % lanes.size(), bytes[i]);
+    for (std::size_t lane = 0; !rest.empty(); ++lane) {
+        const std::string_view word = rest.substr(0, wordSize);
+        lanes[lane] = Add(lanes[lane], Word(word));
+        rest.remove_prefix(word.size());
     }
-    std::uint64_t hash = basis;
+    std::uint64_t hash = Basis;
     for (const std::uint64_t lane : lanes) {
-        hash = (hash ^ lane) * prime;
+        hash = Add(hash, lane);
     }
     return {bytes.size(), hash};
 }

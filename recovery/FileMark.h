@@ -1,6 +1,6 @@
-// What tells one content of a file from another: its size and a hash of 64 bits, FNV-1a in four lanes.
-// Byte number i goes into lane i % 4, and then the lanes into the hash. That guards against damage, not against an
-// enemy. Contents of one size that differ in one byte never have one hash.
+// What tells one content of a file from another on this machine: its size and a hash of 64 bits. That guards against
+// damage, not against an enemy. Contents of one size that differ within eight bytes in a row, counted from the
+// beginning in eights, never have one hash.
 #pragma once
 
 #include <cstdint>
