@@ -20,7 +20,7 @@ class Program:
         def set_limits():
             signal.signal(signal.SIGINT, signal.SIG_DFL)  # a shell has it ignored in what runs in the background
             for limit, size in limits.items():
-                resource.setrlimit(limit, (size, size))
+                resource.setrlimit(limit, (size, resource.getrlimit(limit)[1]))
 
         self.process = subprocess.Popen([os.environ["TESSALY"], *map(str, arguments)],
                                         env=environment({**own, **variables}), preexec_fn=set_limits)
