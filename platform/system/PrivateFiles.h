@@ -38,7 +38,8 @@ public:
 
     // Writes a new file that the user alone may read beside `path` and gives it that name, in place of what is there:
     // at every moment that is the old file or the new one, whole. After an error it is the old one. Windows: it is
-    // tried a while when another program, such as a virus scanner, holds one of the two.
+    // tried a while when another program, such as a virus scanner, holds one of the two. A name with a dot
+    // in front is hidden.
     virtual std::error_code Write(const std::string& path, std::string_view bytes, Flushing flushing) = 0;
 
     // Returns when what was written to the file is on the disk.

@@ -121,8 +121,8 @@ struct FindEnd {
     void operator()(void* search) const { FindClose(search); }
 };
 
-std::error_code WriteNew(const std::wstring& path, std::string_view bytes, Flushing flushing) {
-    Handle file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+std::error_code WriteNew(const std::wstring& path, DWORD attributes, std::string_view bytes, Flushing flushing) {
+    Handle file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, attributes, nullptr));
     if (!file) {
         return LastError();
     }
@@ -185,10 +185,11 @@ std::error_code SystemPrivateFiles::Write(const std::string& path, std::string_v
     try {
         const std::wstring wide = win32::WidePath(path);
         static std::uint64_t number = 0;
-        const std::wstring temporary = wide.substr(0, wide.find_last_of(L"\\/:") + 1) + L".psf-" +
-                                       std::to_wstring(GetCurrentProcessId()) + L"-" +
+        const std::size_t name = wide.find_last_of(L"\\/:") + 1;
+        const std::wstring temporary = wide.substr(0, name) + L".psf-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
                                        std::to_wstring(GetTickCount64()) + L"-" + std::to_wstring(++number) + L".tmp";
-        std::error_code error = WriteNew(temporary, bytes, flushing);
+        const DWORD attributes = wide.substr(name, 1) == L"." ? FILE_ATTRIBUTE_HIDDEN : FILE_ATTRIBUTE_NORMAL;
+        std::error_code error = WriteNew(temporary, attributes, bytes, flushing);
         if (!error) {
             const DWORD through = flushing == Flushing::Now ? MOVEFILE_WRITE_THROUGH : 0U;
             error = win32::Move(temporary, wide, MOVEFILE_REPLACE_EXISTING | through);

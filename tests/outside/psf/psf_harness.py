@@ -4,6 +4,7 @@ paths of this machine, as Wine knows them on its current drive."""
 import json
 import os
 import subprocess
+import sys
 from functools import reduce
 
 import pytest
@@ -69,12 +70,14 @@ def source(functions=(), references="int x;", count=None, names=None, events=EVE
     return text + (lines(end) if end else b"") + extra
 
 
-def fnv(data):
-    """FNV-1a of 64 bits in four lanes."""
-    def add(result, value):
-        return (result ^ value) * 0x100000001B3 % 2**64
+def mark(data):
+    """The hash of a content, as the program makes it: words of eight bytes into four lanes in turns."""
+    def add(result, word):
+        product = (result ^ word) * 0x100000001B3 % 2**64
+        return product ^ product >> 32
     basis = 0xCBF29CE484222325
-    return reduce(add, [reduce(add, data[lane::4], basis) for lane in range(4)], basis)
+    words = [int.from_bytes(data[start:start + 8], sys.byteorder) for start in range(0, len(data), 8)]
+    return reduce(add, [reduce(add, words[lane::4], basis) for lane in range(4)], basis)
 
 
 def leave(folder, stem, content, seconds=1_700_000_000, reason=0, path="", number=1, process=99, codepage=""):
@@ -82,6 +85,6 @@ def leave(folder, stem, content, seconds=1_700_000_000, reason=0, path="", numbe
     escaped = "".join(f"%{ord(c):02x}" if c < " " or c in "\x7f%" else c for c in path)
     text = (f"TessalyRecovery=1\nreason={reason}\npath={escaped}\nfile=\ntime={seconds * 1000}\nnumber={number}\n"
             f"codepage={codepage}\nlanguage=1033\nitem=functions/Blink\ncaret=3\nprocess={process}\nstart=then\n"
-            f"copy={len(content)} {fnv(content):x}\n").encode()
+            f"copy={len(content)} {mark(content):x}\n").encode()
     (folder / f"{stem}.PSF").write_bytes(content)
-    (folder / f"{stem}.origin").write_bytes(text + f"checksum={fnv(text):x}\n".encode())
+    (folder / f"{stem}.origin").write_bytes(text + f"checksum={mark(text):x}\n".encode())

@@ -8,7 +8,7 @@ import textwrap
 
 import pytest
 from harness import ROOT
-from psf_harness import fnv, leave, not_on_windows, psf, source
+from psf_harness import leave, mark, not_on_windows, psf, source
 
 pytestmark = not_on_windows("its folder is another one there, and its twin has tests of its own")
 BODY = "void Blink()\r\n{\r\n    On();\r\n}"
@@ -31,7 +31,7 @@ class Window:
         leave(self.folder, stem, content, **{"path": str(self.file), **more})
 
     def copy(self, content, **more):
-        self.leave(f"copy-99-{fnv(b'then')}-1", content, **more)
+        self.leave(f"copy-99-{mark(b'then')}-1", content, **more)
 
     def recover(self, *arguments, **options):
         return psf("recover", *arguments, env=self.env, **options)
@@ -66,7 +66,7 @@ def test_the_list_as_json(window):
     assert kept[0]["reason"] == "not saved"
     assert kept[0]["origin"] is None
     assert "functions/Blink" in kept[0]["members"]
-    assert kept[0]["file"] == str(window.folder / f"copy-99-{fnv(b'then')}-1.PSF")
+    assert kept[0]["file"] == str(window.folder / f"copy-99-{mark(b'then')}-1.PSF")
 
 
 def test_a_document_without_a_name_is_called_so(window):
@@ -125,7 +125,7 @@ def test_a_file_that_cannot_be_written_is_said(window, tmp_path):
 
 def test_one_is_removed_with_the_older_copies_of_its_program(window):
     window.copy(source([("Blink", TYPED)]))
-    window.leave(f"copy-99-{fnv(b'then')}-0", source(), number=0)
+    window.leave(f"copy-99-{mark(b'then')}-0", source(), number=0)
     window.leave("kept/Blink 2023", source(), seconds=1_600_000_000, reason=4)
     result = window.recover("--delete", 1)
     assert (result.status, result.out, result.err) == (0, b"", "")
@@ -154,9 +154,9 @@ def test_wrong_usage_is_64(window, arguments):
 
 def test_what_is_damaged_is_left_out_and_the_older_copy_takes_its_place(window):
     window.copy(source([("Blink", TYPED)]), number=2)
-    window.leave(f"copy-99-{fnv(b'then')}-0", source([("Blink", BODY + " older")]), number=1)
+    window.leave(f"copy-99-{mark(b'then')}-0", source([("Blink", BODY + " older")]), number=1)
     assert b"Off" in window.recover(1).out
-    newest = window.folder / f"copy-99-{fnv(b'then')}-1.PSF"
+    newest = window.folder / f"copy-99-{mark(b'then')}-1.PSF"
     newest.write_bytes(newest.read_bytes()[:-1])
     assert b"older" in window.recover(1).out
     assert window.recover(2).status == 4

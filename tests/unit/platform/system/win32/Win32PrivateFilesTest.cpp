@@ -1,5 +1,6 @@
 // Folders of the user's own on a real drive, and what tells one process from another.
 #include "platform/system/PrivateFiles.h"
+#include "platform/system/SequentialFiles.h"
 #include "platform/system/win32/Text.h"
 #include "tests/unit/platform/system/win32/TestFolder.h"
 
@@ -85,6 +86,19 @@ TEST_F(Win32PrivateFilesTest, TheFoldersForCopiesAreTheUsersOwn) {
     ASSERT_EQ(folders.size(), 2U);
     EXPECT_EQ(folders[0], "C:\\LOCALAPPDATA\\Ostrel\\Tessaly\\Recovery");
     EXPECT_TRUE(folders[1].ends_with("\\Ostrel\\Tessaly\\Recovery"));
+}
+
+TEST_F(Win32PrivateFilesTest, ANameWithADotInFrontIsHidden) {
+    ASSERT_FALSE(own.MakeFolder(folder));
+    for (const std::string name : {"\\.a", "\\a"}) {
+        for (const std::string bytes : {"first", "second"}) {
+            ASSERT_FALSE(own.Write(folder + name, bytes, Flushing::Later));
+            SystemFiles files;
+            EXPECT_EQ(ReadWhole(files, folder + name), bytes);
+        }
+        const DWORD attributes = GetFileAttributesW(win32::ToWide(folder + name).c_str());
+        EXPECT_EQ((attributes & FILE_ATTRIBUTE_HIDDEN) != 0, name == "\\.a");
+    }
 }
 
 } // namespace
