@@ -1,11 +1,11 @@
 // Any output of a compiler, for a program block with uneven line ends. A line without a position in the C file stays as
 // it is; one that is led back keeps its old position, and names a line that the C file has there.
+#include "diagnostics/DiagnosticMap.h"
 #include "document/CCodeGenerator.h"
 #include "document/Members.h"
 #include "document/VornSrcObj.h"
 #include "fuzz/Check.h"
 #include "platform/text/SingleByteCodePage.h"
-#include "programs/psf/DiagnosticMap.h"
 #include "tests/desktop/SequentialFiles.h"
 
 #include <cstdint>
@@ -116,7 +116,7 @@ private:
     memory::SequentialFiles mFiles;
     SingleByteCodePage mCodePage{Windows1252HighHalf()};
     VornSrcObj mDocument{mFiles, mCodePage};
-    std::optional<psf::DiagnosticMap> mMap;
+    std::optional<DiagnosticMap> mMap;
     std::vector<std::string> mCLines;
 };
 

@@ -2,9 +2,9 @@
 #include "app/Catalogue.h"
 #include "app/CompilerCommand.h"
 #include "app/Settings.h"
+#include "diagnostics/DiagnosticMap.h"
 #include "platform/system/Process.h"
 #include "programs/psf/Commands.h"
-#include "programs/psf/DiagnosticMap.h"
 #include "programs/psf/Printable.h"
 
 namespace tessaly::psf {

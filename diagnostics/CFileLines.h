@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-namespace tessaly::psf {
+namespace tessaly {
 
 // Which characters end a line: LF and CR LF always do.
 enum class LineCounting { LoneCrEndsLine, LoneCrIsBlank };
@@ -51,4 +51,4 @@ private:
     std::vector<std::size_t> mStartsWithoutCr; // and when it does not
 };
 
-} // namespace tessaly::psf
+} // namespace tessaly

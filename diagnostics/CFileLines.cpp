@@ -1,12 +1,12 @@
 // Records the pieces of the file. Lines are counted across pieces: a CR at the end of one and a LF at the front of the
 // next are one line end.
-#include "programs/psf/CFileLines.h"
+#include "diagnostics/CFileLines.h"
 
 #include "document/VornSrcObj.h"
 
 #include <algorithm>
 
-namespace tessaly::psf {
+namespace tessaly {
 
 class CFileLines::Recorder final : public CCodeSink {
 public:
@@ -78,4 +78,4 @@ std::size_t CFileLines::EditorLine(std::size_t position) const {
     return static_cast<std::size_t>(next - mStarts.begin());
 }
 
-} // namespace tessaly::psf
+} // namespace tessaly

@@ -2,8 +2,8 @@
 // The file's frame is not the user's: positions in it stay as the compiler gave them.
 #pragma once
 
-#include "programs/psf/CFileLines.h"
-#include "programs/psf/FileSpellings.h"
+#include "diagnostics/CFileLines.h"
+#include "diagnostics/FileSpellings.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -13,10 +13,8 @@
 #include <vector>
 
 namespace tessaly {
-class VornSrcObj;
-}
 
-namespace tessaly::psf {
+class VornSrcObj;
 
 class DiagnosticMap {
 public:
@@ -71,4 +69,4 @@ private:
     FileSpellings mFile;
 };
 
-} // namespace tessaly::psf
+} // namespace tessaly

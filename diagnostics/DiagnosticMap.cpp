@@ -1,6 +1,6 @@
 // Positions are found by the base name of the C file, which all spellings of its path end with; then what stands
 // to the left and to the right of it decides.
-#include "programs/psf/DiagnosticMap.h"
+#include "diagnostics/DiagnosticMap.h"
 
 #include "document/Members.h"
 #include "platform/text/Ascii.h"
@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace tessaly::psf {
+namespace tessaly {
 
 namespace {
 
@@ -268,4 +268,4 @@ int DiagnosticMap::Vote(std::string_view message, std::size_t line) const {
     return std::clamp(difference, -1, 1);
 }
 
-} // namespace tessaly::psf
+} // namespace tessaly

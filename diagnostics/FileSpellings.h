@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace tessaly::psf {
+namespace tessaly {
 
 class FileSpellings {
 public:
@@ -32,4 +32,4 @@ private:
     std::vector<std::string> mSpellings; // the longest first
 };
 
-} // namespace tessaly::psf
+} // namespace tessaly

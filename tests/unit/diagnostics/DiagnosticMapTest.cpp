@@ -1,10 +1,10 @@
 // Against the compilers themselves: what they say about a marker must be led back to the line the marker is in.
 #include "platform/system/posix/Process.h"
-#include "tests/unit/programs/psf/DiagnosticFixture.h"
+#include "tests/unit/diagnostics/DiagnosticFixture.h"
 
 #include <random>
 
-namespace tessaly::psf {
+namespace tessaly {
 namespace {
 
 // A compiler and the options that make it write messages in some way.
@@ -183,4 +183,4 @@ TEST_P(DiagnosticMapLinkerTest, ASecondDefinitionIsLedBackToTheFirst) {
 }
 
 } // namespace
-} // namespace tessaly::psf
+} // namespace tessaly

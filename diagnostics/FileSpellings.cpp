@@ -1,10 +1,10 @@
 // Most spellings are known beforehand; those with "." and ".." in them are made normal first.
-#include "programs/psf/FileSpellings.h"
+#include "diagnostics/FileSpellings.h"
 
 #include <algorithm>
 #include <filesystem>
 
-namespace tessaly::psf {
+namespace tessaly {
 
 namespace {
 
@@ -99,4 +99,4 @@ bool FileSpellings::IsSpelling(std::string_view path) const {
     return std::find(mSpellings.begin(), mSpellings.end(), normal) != mSpellings.end();
 }
 
-} // namespace tessaly::psf
+} // namespace tessaly

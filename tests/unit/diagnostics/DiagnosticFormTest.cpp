@@ -1,7 +1,7 @@
 // The forms of messages, and which counting of lines an output has, without a compiler.
-#include "tests/unit/programs/psf/DiagnosticFixture.h"
+#include "tests/unit/diagnostics/DiagnosticFixture.h"
 
-namespace tessaly::psf {
+namespace tessaly {
 namespace {
 
 class DiagnosticMapFormTest : public DiagnosticMapTest {
@@ -238,4 +238,4 @@ TEST(CFileLinesTest, LinesOutsideTheFileHoldNothing) {
 }
 
 } // namespace
-} // namespace tessaly::psf
+} // namespace tessaly

@@ -1,11 +1,11 @@
 // A document with markers, the C file made of it, and what compilers say about it.
 #pragma once
 
+#include "diagnostics/DiagnosticMap.h"
 #include "document/Members.h"
 #include "document/VornSrcObj.h"
+#include "platform/system/SequentialFiles.h"
 #include "platform/text/SingleByteCodePage.h"
-#include "programs/psf/DiagnosticMap.h"
-#include "programs/psf/Host.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -19,7 +19,7 @@
 #include <utility>
 #include <vector>
 
-namespace tessaly::psf {
+namespace tessaly {
 
 inline std::vector<std::string> SplitLines(const std::string& text) {
     std::vector<std::string> lines;
@@ -134,4 +134,4 @@ protected:
     VornSrcObj mDocument{mFiles, mCodePage};
 };
 
-} // namespace tessaly::psf
+} // namespace tessaly
