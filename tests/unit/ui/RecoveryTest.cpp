@@ -532,5 +532,28 @@ TEST_F(NextStartTest, ADamagedCopyIsPassedOverForAnOlderOne) {
     EXPECT_EQ(next->pane.Text(), Typed);
 }
 
+// The newest copy or its origin is cut at every byte, and every byte is changed. The older copy is whole.
+TEST_F(NextStartTest, NoDamageShowsAWrongTextOrEndsTheProgram) {
+    Type("/* typed */");
+    const std::string older = InCopy();
+    Type("/* more */");
+    const Copy newest = Copies().at(0);
+    const auto whole = desktop.files.contents;
+    for (const std::string& path : {newest.path, newest.originPath}) {
+        const std::string& bytes = whole.at(path);
+        for (std::size_t at = 0; at < bytes.size(); ++at) {
+            std::string changed = bytes;
+            changed[at] = static_cast<char>(changed[at] ^ (1 << at % 8));
+            for (const std::string& damaged : {bytes.substr(0, at), changed}) {
+                desktop.files.contents = whole;
+                desktop.files.contents[path] = damaged;
+                StartAgain();
+                ASSERT_EQ(next->pane.Text(), older) << path << " " << at;
+                ASSERT_EQ(next->msgBox.records.size(), 1U);
+            }
+        }
+    }
+}
+
 } // namespace
 } // namespace tessaly
