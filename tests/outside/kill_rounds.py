@@ -153,6 +153,12 @@ class Rounds:
             assert time.monotonic() < deadline, f"waited {seconds} s in vain for {what}"
             time.sleep(0.002)
 
+    def rest(self, most):
+        until = time.monotonic() + self.random.uniform(0, most)
+        while time.monotonic() < until:
+            self.tick()
+            time.sleep(0.001)
+
     def operate(self, kind):
         begin = time.monotonic()
         self.kind = kind
@@ -201,16 +207,17 @@ class Rounds:
         figures["by a copy"] += from_copy
         figures["cut, copy whole"] += cut and whole
         figures["damaged"] += cut and not whole
-        if not same:
-            figures["wrong"] += 1
+        is_kept = any(kept in self.states[sure:] for kept in map(read_members, self.recovery.glob("kept/*.PSF")))
+        if not same or same[-1] < sure and is_kept:
+            figures["only kept" if is_kept else "wrong"] += 1
         else:
             figures["lost"] += max(sure - same[-1], 0)
             figures["lost at once"] += max(maybe - same[-1], 0)
-        if not same or sure > same[-1] or cut and not whole:
+        if not is_kept and (not same or sure > same[-1]) or cut and not whole:
             self.faults.append(f"{self.kind}: {len(self.states)} states, sure {sure} taken {maybe} back {same[-1:]}, "
                                f"cut {cut}, copy whole {whole}, from a copy {from_copy}, "
                                f"taken {[round(killed - at, 4) for at in self.taken[sure:] if at]} s before the end")
-        if not same:
+        if not same and not is_kept:
             self.faults.append(self.difference(texts, self.states[-1]))
         self.begin(texts)
 
@@ -222,7 +229,8 @@ class Rounds:
                          for name in sorted({*texts, *state}) if texts.get(name) != state.get(name))
 
     def table(self):
-        columns = ["rounds", "keys", "lost", "lost at once", "by a copy", "cut, copy whole", "damaged", "wrong"]
+        columns = ["rounds", "keys", "lost", "lost at once", "by a copy", "cut, copy whole", "damaged", "wrong",
+                   "only kept"]
         rows = [(kind, self.figures[kind]) for kind in KINDS]
         rows.append(("all", sum(self.figures.values(), collections.Counter())))
         lines = [f"{'killed while':12}" + "".join(f"{column:>17}" for column in columns)]

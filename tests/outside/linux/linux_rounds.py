@@ -3,7 +3,6 @@
 import os
 import pathlib
 import shutil
-import time
 
 from harness import example_file, wait_until
 from kill_rounds import EVENTS, IDLE, LETTERS, Rounds, read_members, whole_copies
@@ -114,12 +113,6 @@ class LinuxRounds(Rounds):
         return texts, True
 
     # What a user does
-
-    def rest(self, most):
-        until = time.monotonic() + self.random.uniform(0, most)
-        while time.monotonic() < until:
-            self.tick()
-            time.sleep(0.001)
 
     def select(self, row):
         self.at = None

@@ -382,9 +382,15 @@ std::string Kill(const Processes& processes, const Words& words) {
     return Bool(TerminateProcess(processes.at(static_cast<DWORD>(std::stoul(words.at(1)))), 99));
 }
 
+// hold FILE: open for reading, so that nobody may write it, as long as the probe runs or until `release`
+std::string Hold(HANDLE& held, const Words& words) {
+    held = CreateFileW(Wide(words.at(1)).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    return Bool(held != INVALID_HANDLE_VALUE);
+}
+
 using Command = std::function<std::string(const Words&)>;
 
-std::map<std::string, Command> Commands(Processes& processes) {
+std::map<std::string, Command> Commands(Processes& processes, HANDLE& held) {
     return {{"windows", Windows},
             {"children", Children},
             {"tree", Tree},
@@ -399,6 +405,8 @@ std::map<std::string, Command> Commands(Processes& processes) {
             {"post", Post},
             {"settext", SetText},
             {"drop", Drop},
+            {"hold", [&](const Words& words) { return Hold(held, words); }},
+            {"release", [&](const Words&) { return Bool(CloseHandle(held)); }},
             {"start", [&](const Words& words) { return Start(processes, words); }},
             {"status", [&](const Words& words) { return Status(processes, words); }},
             {"kill", [&](const Words& words) { return Kill(processes, words); }}};
@@ -418,7 +426,8 @@ Words Split(const std::string& line) {
 
 void Serve() {
     Processes processes;
-    const std::map<std::string, Command> commands = Commands(processes);
+    HANDLE held = INVALID_HANDLE_VALUE;
+    const std::map<std::string, Command> commands = Commands(processes, held);
     for (std::string line; std::getline(std::cin, line);) {
         const Words words = Split(line);
         try {

@@ -6,12 +6,19 @@ import subprocess
 import pytest
 from harness import example_file, windows_path
 from windows_harness import Program, install, probe
+from windows_rounds import recovery_folder
 
 
 @pytest.fixture(scope="session", name="probe")
 def fixture_probe():
     yield probe()
     probe().end()
+
+
+@pytest.fixture(autouse=True)
+def no_copies(probe):
+    """A program that was killed leaves a copy, and the next start would ask for it."""
+    shutil.rmtree(recovery_folder(), ignore_errors=True)
 
 
 @pytest.fixture
