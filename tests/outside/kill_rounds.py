@@ -219,7 +219,10 @@ class Rounds:
                                f"taken {[round(killed - at, 4) for at in self.taken[sure:] if at]} s before the end")
         if not same and not is_kept:
             self.faults.append(self.difference(texts, self.states[-1]))
-        self.begin(texts)
+        if texts is None:
+            self.fresh()
+        else:
+            self.begin(texts)
 
     @staticmethod
     def difference(texts, state):
