@@ -96,9 +96,46 @@ find_compiler() {
     return 1
 }
 
+# Sets $runtime to the runtime as one object, compiled by "$@", or to its sources where there is no place for that. The
+# object is kept in the user's cache under the hash of all that it is made from: each program would have it compiled
+# again. Several builds may make it at once; each gives a whole file that name.
+find_runtime() {
+    runtime=
+    case ${XDG_CACHE_HOME:-} in
+    /*) cache=$XDG_CACHE_HOME/tessaly ;;
+    *) cache=${HOME:-}/.cache/tessaly ;;
+    esac
+    hash=$({ { printf '%s\n' "$version" "$@" && cat -- "$kit"/runtime/* "$kit"/include/*; } | sha256sum; } 2>/dev/null)
+    case $cache in
+    /*) runtime=$cache/runtime-${hash%% *}.o ;;
+    esac
+    [ -z "$hash" ] || [ -z "$runtime" ] || [ -f "$runtime" ] || make_runtime "$@"
+    [ -n "$hash" ] && [ -f "$runtime" ]
+}
+
+make_runtime() {
+    mkdir -p -- "$cache" 2>/dev/null || return
+    find "$cache" -name 'runtime-*.o' -mtime +90 -exec rm -f {} + 2>/dev/null
+    own=$(mktemp -d -- "$cache/new-XXXXXX" 2>/dev/null) || return
+    for file in "$kit"/runtime/*.c; do
+        "$@" -c -o "$own/${file##*/}.o" "$file" >/dev/null 2>&1 || {
+            rm -rf -- "$own"
+            return
+        }
+    done
+    # What checks a program while it runs comes in when that is linked.
+    for word; do
+        shift
+        case $word in -fsanitize*) ;; *) set -- "$@" "$word" ;; esac
+    done
+    "$@" -r -nostdlib -o "$own/all" "$own"/*.o >/dev/null 2>&1 && mv -f -- "$own/all" "$runtime" 2>/dev/null
+    rm -rf -- "$own"
+}
+
 compile() {
+    version=$("$@" --version 2>/dev/null)
     # clang would warn about every letter of the ANSI code page in a text; gcc takes the bytes as they are.
-    case $("$@" --version 2>/dev/null) in
+    case $version in
     *clang*) set -- "$@" -Wno-invalid-source-encoding ;;
     # gcc counts the lone CR behind a prototype as a line end, but not when it quotes the source. Its excerpts would
     # show the wrong lines.
@@ -107,8 +144,23 @@ compile() {
     # A name like -x.c or @x would be taken for an option.
     case $source in [-@]*) source=./$source ;; esac
     case $output in [-@]*) output=./$output ;; esac
+    # The user's options are words, as make takes them.
+    set -f
+    # shellcheck disable=SC2086
+    set -- "$@" -Wall -g -O1 -std=gnu11 -I "$kit/include" ${CFLAGS:-}
+    set +f
+    find_runtime "$@" || runtime=
+    # Files of the user lie beside the program source file, and there the program comes, too.
+    case $output in */*) set -- "$@" -I "${output%/*}/" ;; *) set -- "$@" -I . ;; esac
     # -x c: the suffix of the C file is the user's choice, and .C would be C++.
-    "$@" -Wall -g -O1 -std=gnu11 -I "$kit/include" -o "$output" -x c "$source" "$kit"/runtime/*.c -lm
+    set -- "$@" -o "$output" -x c "$source"
+    if [ -n "$runtime" ]; then
+        set -- "$@" -x none "$runtime"
+    else
+        set -- "$@" "$kit"/runtime/*.c
+    fi
+    # shellcheck disable=SC2086
+    set -f && "$@" ${LDFLAGS:-} -lm
 }
 
 if [ $# -ne 1 ] || [ -z "$1" ]; then

@@ -8,6 +8,9 @@ from harness import ROOT, run, write_settings
 
 COMPILE = ROOT / "kit" / "compile.sh"
 
+# Tests share the runtimes that are kept.
+VARIABLES = {"CC": None, "CFLAGS": None, "LDFLAGS": None, "XDG_CACHE_HOME": ROOT / "build" / "cache"}
+
 HANDLERS = {
     "OnError": "void OnError(uchar channel, uchar error_type)",
     "OnFrame": "void OnFrame(DataFrame *frame, uchar channel)",
@@ -54,7 +57,7 @@ def generated(handlers, global_text=""):
 
 def compile_with(settings, *arguments, script=COMPILE, env=None, **options):
     """Runs compile.sh; `env` has changes of the variables, None for what to leave out."""
-    return run(script, *arguments, env={"TESSALY_SETTINGS": settings, "CC": None, **(env or {})}, text=True, **options)
+    return run(script, *arguments, env={**VARIABLES, "TESSALY_SETTINGS": settings, **(env or {})}, text=True, **options)
 
 
 def build(folder, source, compiler="cc"):

@@ -1,4 +1,7 @@
-"""compile.sh: where it finds its settings, the C file and the compiler, and what it says when one is missing."""
+"""compile.sh: where it finds its settings, the C file and the compiler, what it says when one is missing, and the
+runtime that it keeps."""
+import concurrent.futures
+import os
 import shutil
 
 import pytest
@@ -23,6 +26,7 @@ for word; do
     case $before in -o) output=$word ;; c) source=$word ;; esac
     before=$word
 done
+[ -n "$source" ] || exec cc "$@"
 kept=$0.$(cksum <"$source" | tr ' ' -)
 if [ -f "$kept" ]; then cp "$kept" "$output"; else cc "$@" && cp "$output" "$kept"; fi
 """
@@ -256,3 +260,89 @@ def test_umlauts_and_own_types_compile_without_a_warning(block, compiler):
     result = compile_with(block / "settings.reg", block / "a.out", env={"CC": compiler})
     assert (result.returncode, result.stderr) == (0, "")
     assert play(block / "a.out", "key ö\n") == ("Größe 4.0\n", "")
+
+
+@pytest.fixture
+def cache(block):
+    """The cache of a user of its own; `objects` are what is kept in it."""
+    class Cache:
+        folder = block / "cache/tessaly"
+
+        def objects(self):
+            return sorted(self.folder.iterdir()) if self.folder.exists() else []
+
+        def compile(self, name="a.out", script=COMPILE, **variables):
+            result = compile_with(block / "settings.reg", block / name, script=script,
+                                  env={"XDG_CACHE_HOME": block / "cache", **variables})
+            check_built(result, block / name)
+
+    return Cache()
+
+
+@pytest.mark.parametrize("compiler", compilers())
+def test_the_runtime_is_compiled_once(cache, compiler):
+    cache.compile(CC=compiler)
+    [kept] = cache.objects()
+    before = kept.stat()
+    cache.compile(CC=compiler)
+    assert cache.objects() == [kept]
+    assert (kept.stat().st_ino, kept.stat().st_mtime_ns) == (before.st_ino, before.st_mtime_ns)
+
+
+@pytest.mark.parametrize("options", ["-O2", "-fsanitize=address,undefined", "-m64", "-flto"])
+@pytest.mark.parametrize("compiler", compilers())
+def test_each_set_of_options_has_a_runtime_of_its_own(cache, compiler, options):
+    cache.compile(CC=compiler)
+    cache.compile(CC=f"{compiler} {options}")
+    cache.compile(CC=f"{compiler} {options}")
+    assert len(cache.objects()) == 2
+
+
+def test_the_runtime_of_a_changed_kit_is_another_one(block, cache):
+    kit = shutil.copytree(COMPILE.parent, block / "kit")
+    cache.compile(script=kit / COMPILE.name)
+    with (kit / "runtime/output.c").open("a") as file:
+        file.write("\nint another;\n")
+    cache.compile(script=kit / COMPILE.name)
+    assert len(cache.objects()) == 2
+
+
+def test_builds_side_by_side_share_one_runtime(block, cache):
+    with concurrent.futures.ThreadPoolExecutor() as pool:
+        for built in [pool.submit(cache.compile, f"{number}.out") for number in range(8)]:
+            built.result()
+    assert len(cache.objects()) == 1
+
+
+def test_without_a_place_for_the_runtime_it_is_compiled_into_the_program(block, cache):
+    (block / "cache").write_text("no folder")
+    cache.compile()
+    cache.compile(XDG_CACHE_HOME="relative", HOME=None)
+    cache.compile(XDG_CACHE_HOME=None, HOME="/dev/null")
+
+
+def test_a_runtime_that_does_not_compile_is_not_kept(block, cache):
+    result = compile_with(block / "settings.reg", block / "a.out",
+                          env={"XDG_CACHE_HOME": block / "cache", "CC": "gcc -Dint=nonsense"})
+    assert result.returncode == 1
+    assert cache.objects() == []
+
+
+def test_the_users_options_and_files_count(block, cache):
+    (block / "own.h").write_text("#define OWN 42\n")
+    text = '#include "own.h"\r\n#ifndef GIVEN\r\n#error no option\r\n#endif\r\nint given = GIVEN;\r\n'
+    (block / "block.c").write_bytes(generated({"OnKey": 'Print("%d %d\\n", OWN, given);'}, text))
+    result = compile_with(block / "settings.reg", block / "a.out",
+                          env={"CFLAGS": "-DGIVEN=7  -O2", "LDFLAGS": "-Wl,-soname,given.so"})
+    assert (result.returncode, result.stderr) == (0, "")
+    assert play(block / "a.out", "key k\n") == ("42 7\n", "")
+    assert compile_with(block / "settings.reg", block / "a.out").returncode == 1
+
+
+def test_a_runtime_that_was_not_made_for_long_goes(cache):
+    cache.compile(CC="gcc -O2")
+    [old] = cache.objects()
+    os.utime(old, (0, 0))
+    cache.compile(CC="gcc -O3")
+    assert old not in cache.objects()
+    assert len(cache.objects()) == 1
