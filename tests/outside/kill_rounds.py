@@ -150,7 +150,7 @@ class Rounds:
             if answer:
                 return answer
             self.tick()
-            assert time.monotonic() < deadline, f"waited {seconds} s in vain for {what}"
+            assert time.monotonic() < deadline, f"waited {seconds} s in vain for {what() if callable(what) else what}"
             time.sleep(0.002)
 
     def rest(self, most):

@@ -12,6 +12,11 @@ from x11 import Display
 MAIN, ASK, ADD, SAVE_FIRST, SAVE_AS = "Tessaly", "Recovery", "Add Function", "Save As", "Save Program Source File As"
 
 
+def written(path):
+    """When; None for no file."""
+    return path.stat().st_mtime_ns if path and path.exists() else None
+
+
 class LinuxRounds(Rounds):
     def __init__(self, folder, seed):
         super().__init__(seed)
@@ -183,24 +188,27 @@ class LinuxRounds(Rounds):
         self.display.key(*str(self.next_path))
         self.display.key("Return")
 
-    def is_saved(self):
+    def is_saved(self, before):
         """The model's own check: a save that nobody disturbed."""
         saved = self.next_path or self.path
-        self.wait("the file to be what was typed", lambda: read_members(saved) == self.texts())
+        self.wait(lambda: f"what was typed in the file: {self.difference(read_members(saved), self.texts())}",
+                  lambda: written(saved) != before and read_members(saved) == self.texts())
         self.path, self.next_path = saved, None
         self.settle()
 
     def do_saving(self):
         self.at = None
+        before = written(self.path)
         self.display.key("alt+f", "s")
         if not self.path:
             self.wait("the question for a name", lambda: self.is_front(SAVE_AS))
             self.name_file()
         self.leave_dialog()
-        self.is_saved()
+        self.is_saved(before)
 
     def do_building(self):
         self.at = None
+        saved_before = written(self.path)
         before = self.built.stat().st_size if self.built.exists() else 0
         answered = set()
         self.display.key("F10")
@@ -218,7 +226,7 @@ class LinuxRounds(Rounds):
         self.wait("the build", built)
         self.leave_dialog()
         if answered:
-            self.is_saved()
+            self.is_saved(saved_before)
 
     # Figures
 

@@ -5,6 +5,7 @@ import random
 import sys
 import tempfile
 
+from harness import ROOT, screenshot
 from linux_rounds import LinuxRounds
 
 SIZES = (0, 0, 20_000, 100_000, 180_000)
@@ -44,9 +45,12 @@ def main():
                 rounds.faults += operations(rounds, int(number))
             else:
                 rounds.run(int(number), SIZES)
+        except Exception:
+            screenshot(ROOT / "build/screenshots/soak.png")
+            raise
         finally:
             rounds.end()
-            print(rounds.table())
+            print(f"{rounds.operations} operations\n{rounds.table()}")
             print(*rounds.faults, sep="\n")
     sys.exit(1 if rounds.faults else 0)
 
