@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     memory::SequentialFiles files;
     files.contents["in"] = bytes;
     VornSrcObj document(files, codePage);
-    psf::PsfWarnings warnings;
+    psf::PsfWarnings warnings(true);
     const Status status = document.LoadFile("in", &warnings);
     const std::vector<psf::PsfWarning> found = warnings.Finish(document, bytes, codePage);
     for (const psf::PsfWarning& warning : found) {

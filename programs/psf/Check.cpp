@@ -1,4 +1,5 @@
 // One load with an observer, and the lines of the file to say where.
+#include "diagnostics/Lint.h"
 #include "programs/psf/Commands.h"
 #include "programs/psf/Printable.h"
 #include "programs/psf/PsfWarnings.h"
@@ -31,9 +32,26 @@ private:
     std::size_t mLine = 1;
 };
 
+// The reader finds nothing in a file with wrong line ends, or in one of UTF-16. That is the one thing to tell then. A
+// lone CR it takes for CR LF. Texts may hold lone LFs, so only a file without any CR has wrong ones.
+void CheckLineEnds(std::string_view bytes, std::vector<PsfWarning>& warnings) {
+    constexpr std::string_view needed = "the format needs CR LF in the code page";
+    const bool isUtf16 = bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF") ||
+                         bytes.starts_with(std::string_view("[\0", 2)) || bytes.starts_with(std::string_view("\0[", 2));
+    const bool hasCr = bytes.find('\r') != std::string_view::npos;
+    const bool hasLf = bytes.find('\n') != std::string_view::npos;
+    if (isUtf16) {
+        warnings = {{0, "the file is UTF-16; " + std::string(needed), rule::LineEnds}};
+    } else if (hasLf && !hasCr) {
+        warnings = {{0, "the lines end with LF; " + std::string(needed), rule::LineEnds}};
+    } else if (hasCr && !hasLf) {
+        warnings.insert(warnings.begin(), {0, "the lines end with CR; " + std::string(needed), rule::LineEnds});
+    }
+}
+
 } // namespace
 
-int Check(Session& session, const std::string& file) {
+int Check(Session& session, const std::string& file, bool lint) {
     std::string bytes;
     try {
         bytes = ReadWhole(session.files, file);
@@ -45,13 +63,19 @@ int Check(Session& session, const std::string& file) {
         return ExitStatus(Status::LoadFailed);
     }
     VornSrcObj document = session.NewDocument();
-    PsfWarnings observer;
+    PsfWarnings observer(lint);
     const Status status = document.LoadFile(file, &observer);
-    const std::vector<PsfWarning> warnings = observer.Finish(document, bytes, *session.codePage);
+    std::vector<PsfWarning> warnings = observer.Finish(document, bytes, *session.codePage);
+    if (lint) {
+        CheckLineEnds(bytes, warnings);
+    }
     LineCounter lines(bytes);
     for (const PsfWarning& warning : warnings) {
-        Print(Printable(file + ":" + std::to_string(lines.LineAt(warning.offset)) + ": warning: " + warning.text) +
-              "\n");
+        std::string line = file + ":" + std::to_string(lines.LineAt(warning.offset)) + ": warning: " + warning.text;
+        if (lint && !warning.rule.empty()) {
+            line.append(" [").append(warning.rule).append("]");
+        }
+        Print(Printable(line) + "\n");
     }
     if (status != Status::Done) {
         PrintError(file + ": " + std::string(LoadProblem(document)));

@@ -23,8 +23,9 @@ int Generate(Session& session, const std::string& file, const std::optional<std:
 
 // psf check: what a load loses or changes without a word.
 // Prints the warnings for `file`, one a line, as "FILE:LINE: warning: MEMBER: ...", in the order of the lines.
-// Returns Success, WarningsFound, or the load's status.
-int Check(Session& session, const std::string& file);
+// Returns Success, WarningsFound, or the load's status. With `lint`, what each member's text shows by itself and what
+// is wrong with the whole file's bytes is told, too; such a line ends with the name of its rule: " [open-comment]".
+int Check(Session& session, const std::string& file, bool lint);
 
 // psf build: the window's Build command. Unlike the window, it waits for the compiler.
 // Generates the C file of `file` where the settings want it, runs the compiler's batch file and prints its output, with

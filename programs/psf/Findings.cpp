@@ -1,6 +1,9 @@
 // The little that is needed to tell, when a line counts again, what was lost before it.
 #include "programs/psf/Findings.h"
 
+#include "diagnostics/Lint.h"
+#include "platform/text/Utf8.h"
+
 #include <algorithm>
 #include <cstdio>
 
@@ -22,11 +25,11 @@ std::string Quoted(std::string_view text) {
     return "\"" + Shown(text) + "\"";
 }
 
-void Findings::Warn(std::uint64_t offset, const std::string& member, const std::string& text) {
+void Findings::Warn(std::uint64_t offset, const std::string& member, const std::string& text, std::string_view rule) {
     if (mWarnings.size() + 1 < MostWarnings) {
-        mWarnings.push_back({offset, member + ": " + text});
+        mWarnings.push_back({offset, member + ": " + text, rule});
     } else if (mWarnings.size() + 1 == MostWarnings) {
-        mWarnings.push_back({offset, member + ": there are more warnings than are shown"});
+        mWarnings.push_back({offset, member + ": there are more warnings than are shown", {}});
     }
 }
 
@@ -67,9 +70,30 @@ void Findings::CheckCharacters(const std::string& bytes, const CodePage& codePag
             char code[8];
             std::snprintf(code, sizeof code, "%02X",
                           static_cast<unsigned>(static_cast<unsigned char>(bytes[start + place])));
-            Warn(start + place, *member, "the byte " + std::string(code) + " is no character of the code page");
+            Warn(start + place, *member, "the byte " + std::string(code) + " is no character of the code page",
+                 rule::CodePageLoss);
         }
         start = end + 1;
+    }
+}
+
+void Findings::CheckUtf8(const std::string& bytes, const CodePage& codePage) {
+    constexpr std::string_view umlaut = "\xC3\xA4";
+    std::string decoded;
+    codePage.AppendDecoded(umlaut, decoded);
+    if (decoded == umlaut) {
+        return;
+    }
+    for (std::size_t i = 0; i < mStretches.size(); ++i) {
+        const auto begin = static_cast<std::size_t>(mStretches[i].offset);
+        const std::size_t end =
+            i + 1 < mStretches.size() ? static_cast<std::size_t>(mStretches[i + 1].offset) : bytes.size();
+        const std::string_view text = std::string_view(bytes).substr(begin, end - begin);
+        const auto first = std::find_if(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; });
+        if (!mStretches[i].member.empty() && first != text.end() && IsUtf8(text)) {
+            Warn(begin + static_cast<std::size_t>(first - text.begin()), mStretches[i].member,
+                 "the bytes are UTF-8, so a load shows two or more wrong letters for each of these", rule::Utf8Bytes);
+        }
     }
 }
 

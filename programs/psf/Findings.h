@@ -13,8 +13,9 @@
 namespace tessaly::psf {
 
 struct PsfWarning {
-    std::uint64_t offset; // in the file, in bytes
-    std::string text;     // "MEMBER: ..."
+    std::uint64_t offset;  // in the file, in bytes
+    std::string text;      // "MEMBER: ..."
+    std::string_view rule; // its stable name; "" for what a load loses or changes
 };
 
 inline constexpr std::string_view BlanksAndBreaks = " \t\r\n";
@@ -26,7 +27,7 @@ std::string Quoted(std::string_view text);
 class Findings {
 public:
     // At most 10,000 are kept; the last one then says so.
-    void Warn(std::uint64_t offset, const std::string& member, const std::string& text);
+    void Warn(std::uint64_t offset, const std::string& member, const std::string& text, std::string_view rule = {});
 
     // From `offset` on the bytes of the file belong to `member`; "" for what is not kept.
     void BeginMember(std::uint64_t offset, const std::string& member) { mStretches.push_back({offset, member}); }
@@ -45,6 +46,9 @@ public:
 
     // Warns of the bytes of members that are no characters.
     void CheckCharacters(const std::string& bytes, const CodePage& codePage);
+
+    // Warns once for each member whose bytes are UTF-8, unless that is the code page.
+    void CheckUtf8(const std::string& bytes, const CodePage& codePage);
 
     // All warnings in the order of their places.
     std::vector<PsfWarning> Take();

@@ -116,8 +116,9 @@ void FunctionWarnings::Lost(std::int32_t index, PsfLine line) {
 }
 
 void FunctionWarnings::Finish(const FuncObject& functions, const std::string& bytes, const CodePage& codePage) {
+    CheckDropped(functions);
     std::int32_t index = 0;
-    for (const Section& section : CheckDropped(functions)) {
+    for (const Section& section : mKept) {
         CheckFunction(section, "functions/" + Shown(functions.NameAt(index)), functions.PrototypeAt(index),
                       functions.CodeAt(index));
         ++index;
@@ -125,20 +126,28 @@ void FunctionWarnings::Finish(const FuncObject& functions, const std::string& by
     CheckNames(bytes, codePage);
 }
 
-// Returns the others: the functions of the document are those that were read, in their order, without the dropped ones.
-std::vector<FunctionWarnings::Section> FunctionWarnings::CheckDropped(const FuncObject& functions) {
-    std::vector<Section> kept;
+std::vector<std::uint64_t> FunctionWarnings::TextBegins() const {
+    std::vector<std::uint64_t> begins;
+    begins.reserve(mKept.size());
+    for (const Section& section : mKept) {
+        begins.push_back(section.body);
+    }
+    return begins;
+}
+
+// Keeps the others: the functions of the document are those that were read, in their order, without the dropped ones.
+void FunctionWarnings::CheckDropped(const FuncObject& functions) {
     if (functions.GetCount() == 0) { // memory ran out before the table was filled, as it takes any first function
-        return kept;
+        return;
     }
     std::map<std::string_view, std::string> collisions; // a name always collides with the same one
     const std::string* collision = nullptr;
     std::string_view last;
     for (const Section& section : mRead) {
         const std::string_view name = NameOf(section.index);
-        const auto next = static_cast<std::int32_t>(kept.size());
+        const auto next = static_cast<std::int32_t>(mKept.size());
         if (next < functions.GetCount() && functions.NameAt(next) == name) {
-            kept.push_back(section);
+            mKept.push_back(section);
             continue;
         }
         if (collision == nullptr || name.data() != last.data()) { // a short list repeats its last name without end
@@ -152,7 +161,6 @@ std::vector<FunctionWarnings::Section> FunctionWarnings::CheckDropped(const Func
         mFindings.Warn(section.header, Member(section.index),
                        "dropped, because its name collides with \"" + *collision + "\"");
     }
-    return kept;
 }
 
 void FunctionWarnings::CheckFunction(const Section& section, const std::string& member, std::string_view prototype,

@@ -20,6 +20,9 @@ public:
     // The load ended at a count that is no number.
     bool CountIsBad() const { return mCountIsBad; }
 
+    // Where the text of each function of the document begins in the file, once Finish was called: its FuncBody= line.
+    std::vector<std::uint64_t> TextBegins() const;
+
     // Warns of what only shows behind the load.
     void Finish(const FuncObject& functions, const std::string& bytes, const CodePage& codePage);
 
@@ -35,7 +38,7 @@ private:
     void Begin(std::int32_t index, std::uint64_t offset) { mSection = {index, offset, offset, offset}; }
     void Ended(std::int32_t index, PsfLine line);
     void Lost(std::int32_t index, PsfLine line);
-    std::vector<Section> CheckDropped(const FuncObject& functions);
+    void CheckDropped(const FuncObject& functions);
     void CheckFunction(const Section& section, const std::string& member, std::string_view prototype,
                        std::string_view code);
     void CheckNames(const std::string& bytes, const CodePage& codePage);
@@ -51,6 +54,7 @@ private:
     std::uint64_t mNamesLine = 0;
     Section mSection;
     std::vector<Section> mRead;
+    std::vector<Section> mKept;    // those of the functions of the document, in their order
     bool mSectionsMissing = false; // and this has its warning
 };
 

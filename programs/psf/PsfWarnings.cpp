@@ -1,6 +1,8 @@
 // The tags, the events and the end of the file; what functions have to tell stands apart.
 #include "programs/psf/PsfWarnings.h"
 
+#include "diagnostics/Lint.h"
+#include "document/Members.h"
 #include "document/PsfKeys.h"
 
 #include <algorithm>
@@ -17,6 +19,15 @@ struct TagEntry {
 constexpr TagEntry Tags[] = {
     {GVarsTag, "references"}, {GFuncsTag, "functions"}, {FuncCodeTag, "functions"}, {EventCodeTag, "events"}};
 
+// Where the line begins that stands `count` lines behind the one at `offset`.
+std::size_t SkipLines(const std::string& bytes, std::size_t offset, std::size_t count) {
+    for (; count > 0 && offset < bytes.size(); --count) {
+        const std::size_t end = std::min(bytes.find_first_of("\r\n", offset), bytes.size() - 1);
+        offset = end + (bytes.compare(end, 2, "\r\n") == 0 ? 2 : 1);
+    }
+    return offset;
+}
+
 std::string EventMember(std::int32_t index) {
     return "events/" + std::string(EventTable.at(static_cast<std::size_t>(index)).name);
 }
@@ -28,7 +39,9 @@ void PsfWarnings::Tag(PsfLine line) {
     mFindings.BeginMember(line.offset, line.text == GVarsTag    ? "references"
                                        : line.text == GFuncsTag ? "functions"
                                                                 : "");
-    if (line.text == GFuncsTag) {
+    if (line.text == GVarsTag) {
+        mReferences = line.offset;
+    } else if (line.text == GFuncsTag) {
         mFindings.TextEnded(line, "references");
     } else if (line.text == FuncCodeTag) {
         mFindings.TellIgnored(Quoted(line.text), "functions");
@@ -79,6 +92,10 @@ std::vector<PsfWarning> PsfWarnings::Finish(const VornSrcObj& document, const st
     mFunctions.Finish(document.Functions(), bytes, codePage);
     CheckEnd(bytes);
     mFindings.CheckCharacters(bytes, codePage);
+    if (mLint) {
+        mFindings.CheckUtf8(bytes, codePage);
+        CheckTexts(document, bytes);
+    }
     return mFindings.Take();
 }
 
@@ -106,6 +123,25 @@ void PsfWarnings::CheckEvents(std::uint64_t lastLine) {
     }
     if (!mEnd && mEvents.back().isStored) {
         mFindings.Warn(lastLine, EventMember(OnMsgIndex), "its text is not followed by \"[EndPSF]\"");
+    }
+}
+
+// A text has the lines of the file from where it begins.
+void PsfWarnings::CheckTexts(const VornSrcObj& document, const std::string& bytes) {
+    const std::vector<std::uint64_t> functions = mFunctions.TextBegins();
+    for (const Finding& finding : Lint(document)) {
+        const auto index = static_cast<std::size_t>(finding.member.index);
+        std::uint64_t begin = mReferences;
+        std::size_t lines = finding.line; // the first one of the references stands behind their tag
+        if (finding.member.kind == CCodeOrigin::Kind::Event) {
+            begin = mEvents.at(index).begin;
+            --lines;
+        } else if (finding.member.kind == CCodeOrigin::Kind::Function) {
+            begin = index < functions.size() ? functions[index] : 0;
+            --lines;
+        }
+        mFindings.Warn(SkipLines(bytes, static_cast<std::size_t>(begin), lines),
+                       Shown(MemberName(document, finding.member)), finding.message, finding.rule);
     }
 }
 

@@ -10,6 +10,9 @@ namespace tessaly::psf {
 // Observes one load of one document and then looks at what came of it.
 class PsfWarnings final : public PsfReadObserver {
 public:
+    // With `lint`, what each member's text shows by itself is among the warnings.
+    explicit PsfWarnings(bool lint) : mLint(lint) {}
+
     void Tag(PsfLine line) override;
     void Count(PsfLine value) override { mFunctions.Count(value); }
     void Names(PsfLine value) override { mFunctions.Names(value); }
@@ -32,6 +35,10 @@ private:
     void CheckEvents(std::uint64_t lastLine);
     void CheckEnd(const std::string& bytes);
 
+    void CheckTexts(const VornSrcObj& document, const std::string& bytes);
+
+    bool mLint;
+    std::uint64_t mReferences = 0; // the line of "[GVars]"
     Findings mFindings;
     FunctionWarnings mFunctions{mFindings};
     std::size_t mTagsFound = 0;

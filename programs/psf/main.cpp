@@ -32,6 +32,7 @@ struct CommandLine {
     bool isToBeDeleted = false;
     bool force = false;
     bool json = false;
+    bool lint = false;
     std::function<int(Session&)> run;
 
     CommandLine() {
@@ -105,11 +106,12 @@ struct CommandLine {
         CLI::App* check = Command("check", "Report what a load loses or changes", [this](Session& session) {
             int worst = Success;
             for (const std::string& each : files) {
-                worst = std::max(worst, Check(session, each));
+                worst = std::max(worst, Check(session, each, lint));
             }
             return worst;
         });
         check->add_option("FILE", files, "Program source files")->required();
+        check->add_flag("--lint", lint, "Report what each member's text shows by itself as well");
 
         CLI::App* build = Command("build", "Generate C code, compile it and map the compiler's messages",
                                   [this](Session& session) { return Build(session, file); });

@@ -29,6 +29,7 @@ _psf() {
         case $command in
         new) options+=' --force' ;;
         show) options+=' --json' ;;
+        check) options+=' --lint' ;;
         generate) options+=' --output' ;;
         recover) options+=' --json --output --delete' ;;
         esac

@@ -41,6 +41,7 @@ complete -c psf -n __fish_use_subcommand -a build -d "Generate C code, compile i
 complete -c psf -n __fish_use_subcommand -a recover -d 'List, show or write what the window kept of unsaved texts'
 complete -c psf -n '__fish_seen_subcommand_from new' -l force -d 'Replace a file that exists'
 complete -c psf -n '__fish_seen_subcommand_from show' -l json -d 'Print the whole document as one JSON object'
+complete -c psf -n '__fish_seen_subcommand_from check' -l lint -d 'Report what the texts show by themselves, too'
 complete -c psf -n '__fish_seen_subcommand_from generate' -s o -l output -r -F -d 'The C file'
 complete -c psf -n '__fish_seen_subcommand_from recover' -l json -d 'Print the list as JSON'
 complete -c psf -n '__fish_seen_subcommand_from recover' -s o -l output -r -F -d 'The file to write'

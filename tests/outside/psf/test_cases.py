@@ -8,7 +8,7 @@ from harness import ROOT
 from psf_harness import psf
 
 CASES = ROOT / "tests" / "cases"
-NAMES = sorted(path.name for path in CASES.iterdir() if path.is_dir())
+NAMES = sorted(path.parent.name for path in CASES.glob("*/in.PSF"))
 
 
 def compare(path, new):

@@ -45,6 +45,7 @@ def test_bash_completes_commands_files_members_and_functions(folder):
     assert bash(folder, "psf", "set", "Main.PSF", "events/OnK") == {"events/OnKey"}
     assert bash(folder, "psf", "delete", "Main.PSF", "") == {"Blink"}
     assert "--json" in bash(folder, "psf", "show", "--")
+    assert "--lint" in bash(folder, "psf", "check", "--")
     assert "--delete" in bash(folder, "psf", "recover", "--")
     assert bash(folder, "psf", "recover", "1", "-o", "") == {"Main.PSF"}
     assert bash(folder, "psf", "--codepage", "1251", "show", "Main.PSF", "functions/") == {"functions/Blink"}
@@ -56,6 +57,7 @@ def test_fish_completes_commands_files_members_and_functions(folder):
     assert {"references", "functions/Blink", "events/OnMsg"} <= fish(folder, "psf show Main.PSF ")
     assert fish(folder, "psf delete Main.PSF ") == {"Blink"}
     assert "--json" in fish(folder, "psf show --")
+    assert "--lint" in fish(folder, "psf check --")
     assert "--delete" in fish(folder, "psf recover --")
 
 
