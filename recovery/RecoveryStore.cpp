@@ -50,6 +50,15 @@ std::string StemBeside(const std::string& path) {
     return "." + path.substr(path.find_last_of("/\\") + 1) + ".recovery";
 }
 
+// Whether what was kept is a whole document that its user has done with. The others went on in the window.
+bool IsGivenUp(Reason reason) {
+    return reason != Reason::TextReplaced && reason != Reason::MemberDeleted && reason != Reason::OlderCopy;
+}
+
+bool IsSameText(const Copy& a, const Copy& b) {
+    return a.origin.copy == b.origin.copy && a.origin.path == b.origin.path;
+}
+
 // The result of `action`, with a shortage of memory as an error like any other.
 template <class Action>
 std::error_code Guarded(Action action) {
@@ -255,7 +264,7 @@ bool RecoveryStore::IsGone(const ProcessMark& process) const {
 bool RecoveryStore::IsSafe(const Copy& copy, const VornSrcObj& document) const {
     const std::vector<Copy> kept = KeptDocuments();
     if (std::any_of(kept.begin(), kept.end(), [&](const Copy& other) {
-            return other.origin.copy == copy.origin.copy && other.origin.path == copy.origin.path;
+            return IsGivenUp(other.origin.reason) && other.origin.time >= copy.origin.time && IsSameText(other, copy);
         })) {
         return true;
     }
@@ -276,7 +285,7 @@ std::optional<Copy> RecoveryStore::FindLeft(const VornSrcObj& document) {
         if (!IsGone(copy.origin.process)) {
             continue;
         }
-        if (IsSafe(copy, document)) {
+        if (IsSafe(copy, document) || (left && IsSameText(copy, *left))) {
             Remove(copy);
         } else if (left) {
             GiveUp(copy, Reason::OlderCopy);

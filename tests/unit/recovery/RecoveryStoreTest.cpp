@@ -335,6 +335,37 @@ TEST_F(StoreTest, OfSeveralTheNewestIsLeftAndTheOthersAreKept) {
     EXPECT_EQ(store.Copies().size(), 1U);
 }
 
+TEST_F(StoreTest, ACopyThatEndedTwiceIsLeftAgain) {
+    Ended(7).Write(Holding("typed"), Flushing::Later);
+    for (const std::uint64_t process : {8U, 9U, 10U}) {
+        RecoveryStore next = Ended(process);
+        const std::optional<Copy> left = next.FindLeft(document);
+        ASSERT_TRUE(left) << process;
+        EXPECT_EQ(BlinkIn(*left), "typed");
+        next.Adopt(*left);
+        next.Write(Holding("typed"), Flushing::Later);
+    }
+    EXPECT_TRUE(store.KeptDocuments().empty());
+}
+
+TEST_F(StoreTest, WhatWasKeptBesideWorkThatWentOnIsStillLeft) {
+    for (const Reason reason : {Reason::TextReplaced, Reason::MemberDeleted, Reason::OlderCopy}) {
+        RecoveryStore ended = Ended();
+        ended.Write(Holding("typed"), Flushing::Later);
+        ended.Keep(Holding("typed"), reason);
+        EXPECT_TRUE(store.FindLeft(document)) << ReasonName(reason);
+    }
+}
+
+TEST_F(StoreTest, WhatWasTypedAgainAfterItWasGivenUpIsLeft) {
+    RecoveryStore ended = Ended();
+    ended.Keep(Holding("typed"), Reason::AnsweredNo);
+    ended.Write(Holding("typed"), Flushing::Later);
+    EXPECT_TRUE(store.FindLeft(document));
+    ended.Keep(Holding("typed"), Reason::AnsweredNo);
+    EXPECT_FALSE(store.FindLeft(document));
+}
+
 TEST_F(StoreTest, ACopyThatTheUserDidNotWantIsKeptAndNotAskedForAgain) {
     RecoveryStore ended = Ended();
     ended.Write(Holding("older"), Flushing::Later);
