@@ -213,7 +213,7 @@ class Rounds:
         else:
             figures["lost"] += max(sure - same[-1], 0)
             figures["lost at once"] += max(maybe - same[-1], 0)
-        if not is_kept and (not same or sure > same[-1]) or cut and not whole:
+        if not same or sure > same[-1] or cut and not whole:
             self.faults.append(f"{self.kind}: {len(self.states)} states, sure {sure} taken {maybe} back {same[-1:]}, "
                                f"cut {cut}, copy whole {whole}, from a copy {from_copy}, "
                                f"taken {[round(killed - at, 4) for at in self.taken[sure:] if at]} s before the end")

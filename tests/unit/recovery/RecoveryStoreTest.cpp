@@ -92,6 +92,24 @@ TEST_F(StoreTest, AnExpensiveCopyWantsARest) {
     EXPECT_TRUE(slow.IsCheap());
 }
 
+TEST_F(StoreTest, ALargeDocumentIsCopiedTwiceASecondUnlessThatTakesTooLong) {
+    std::int64_t cost = 30'000;
+    RecoveryHost host = Host();
+    host.stopwatch = [&] { return watch += cost; };
+    RecoveryStore large(host);
+    large.Write(Holding(std::string(300'000, 'x')), Flushing::Later);
+    watch += 300'000;
+    EXPECT_FALSE(large.IsCheap());
+    watch += 100'000;
+    EXPECT_TRUE(large.IsCheap());
+    cost = 300'000;
+    large.Write(Holding(std::string(300'000, 'x')), Flushing::Later);
+    watch += 2'000'000;
+    EXPECT_FALSE(large.IsCheap());
+    watch += 700'000;
+    EXPECT_TRUE(large.IsCheap());
+}
+
 TEST_F(StoreTest, OnABusyMachineASmallDocumentIsCopiedOn) {
     RecoveryHost host = Host();
     host.stopwatch = [this] { return watch += 3000; };
