@@ -18,7 +18,8 @@ class Program:
                 "PATH": f"{home}/bin:{os.environ['PATH']}", "QT_QPA_PLATFORM": "xcb"}
 
         def set_limits():
-            signal.signal(signal.SIGINT, signal.SIG_DFL)  # a shell has it ignored in what runs in the background
+            for number in (signal.SIGINT, signal.SIGHUP):  # ignored in the background, or by nohup
+                signal.signal(number, signal.SIG_DFL)
             for limit, size in limits.items():
                 resource.setrlimit(limit, (size, resource.getrlimit(limit)[1]))
 
