@@ -3,6 +3,8 @@
 #include "app/CompilerCommand.h"
 #include "app/Settings.h"
 #include "diagnostics/DiagnosticMap.h"
+#include "diagnostics/Lint.h"
+#include "document/Members.h"
 #include "platform/system/Process.h"
 #include "programs/psf/Commands.h"
 #include "programs/psf/Printable.h"
@@ -20,6 +22,19 @@ CompilerSettings ReadCompilerSettings(SequentialFiles& files) {
     const std::unique_ptr<Registry> registry = OpenSettings(files, PrintError);
     return {ReadRegValue(*registry, Registry::LocalMachine, SettingsKey, CompBatSetting),
             ReadRegValue(*registry, Registry::LocalMachine, SettingsKey, CompFileNameSetting)};
+}
+
+// What a compiler cannot know, or knows at another place only, in the form of its own messages.
+std::string HiddenMistakes(const VornSrcObj& document, const std::string& file) {
+    std::string text;
+    for (const Finding& finding : Lint(document)) {
+        if (finding.isHiddenFromCompilers) {
+            const std::string place = MemberName(document, finding.member) + ":" + std::to_string(finding.line);
+            text += Printable(file + ":" + place + ": warning: " + finding.message) + " [";
+            text.append(finding.rule).append("]\n");
+        }
+    }
+    return text;
 }
 
 } // namespace
@@ -47,11 +62,12 @@ int Build(Session& session, const std::string& file) {
     }
     std::string output;
     const ProcessResult result = RunProcess(commandLine, [&output](std::string_view piece) { output += piece; });
-    Print(PrintableLines(DiagnosticMap(document, file, settings.cFile).Rewrite(CompilerText(output))));
     if (!result.Started()) {
         PrintError(settings.batchFile + ": the compiler cannot be started: " + Reason(result.startError));
         return CompilerMissing;
     }
+    Print(HiddenMistakes(document, file));
+    Print(PrintableLines(DiagnosticMap(document, file, settings.cFile).Rewrite(CompilerText(output))));
     return result.exitStatus;
 }
 

@@ -29,8 +29,8 @@ int Check(Session& session, const std::string& file, bool lint);
 
 // psf build: the window's Build command. Unlike the window, it waits for the compiler.
 // Generates the C file of `file` where the settings want it, runs the compiler's batch file and prints its output, with
-// the positions mapped to members. Returns the compiler's exit status, or that of what went wrong before: the load's,
-// the generation's, CompilerMissing, WrongUsage.
+// the positions mapped to members. In front stands what Lint finds and compilers hide. Returns the compiler's exit
+// status, or that of what went wrong before: the load's, the generation's, CompilerMissing, WrongUsage.
 int Build(Session& session, const std::string& file);
 
 // psf recover: what the window kept. The list is one line each, the newest first: number, time, reason, origin and the
