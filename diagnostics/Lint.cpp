@@ -110,7 +110,9 @@ private:
 
     void OpenEnds(const COutline& outline) {
         std::size_t count = 0;
-        for (const OpenEnd& open : outline.openEnds) {
+        std::vector<OpenEnd> ends = outline.openEnds;
+        ends.erase(std::unique(ends.begin(), ends.end()), ends.end()); // lines are all that is told
+        for (const OpenEnd& open : ends) {
             const bool isBrace = open.kind == OpenEndKind::Brace || open.kind == OpenEndKind::StrayBrace;
             if (!(isBrace && mHasBraceMacro) && ++count <= MostOpenEnds) {
                 OpenEndFound(open);

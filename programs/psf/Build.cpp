@@ -29,9 +29,10 @@ std::string HiddenMistakes(const VornSrcObj& document, const std::string& file) 
     std::string text;
     for (const Finding& finding : Lint(document)) {
         if (finding.isHiddenFromCompilers) {
-            const std::string place = MemberName(document, finding.member) + ":" + std::to_string(finding.line);
-            text += Printable(file + ":" + place + ": warning: " + finding.message) + " [";
-            text.append(finding.rule).append("]\n");
+            std::string line = file;
+            line.append(":").append(MemberName(document, finding.member)).append(":");
+            line.append(std::to_string(finding.line)).append(": warning: ").append(finding.message);
+            text.append(Printable(line)).append(" [").append(finding.rule).append("]\n");
         }
     }
     return text;

@@ -62,8 +62,17 @@ TEST_F(LintTest, ALongPrototypeIsQuotedByItsEnd) {
 }
 
 TEST_F(LintTest, TenOpenEndsOfATextAreEnough) {
-    mDocument.UpdateVarCode(std::string(100, '{'));
+    std::string text;
+    for (int i = 0; i < 100; ++i) {
+        text += "{\n";
+    }
+    mDocument.UpdateVarCode(text);
     EXPECT_EQ(Lint(mDocument).size(), 10U);
+}
+
+TEST_F(LintTest, ALineIsNamedOnceForEachRule) {
+    mDocument.UpdateVarCode("} } {{\n{");
+    EXPECT_EQ(Found(), "references:1 stray-brace!, references:1 open-brace!, references:2 open-brace!");
 }
 
 TEST_F(LintTest, AFunctionThatGenerationRefusesIsLeftToIt) {
