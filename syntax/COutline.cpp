@@ -156,7 +156,7 @@ private:
             break;
         default:
             if (!IsSkipped()) {
-                Word(token.start, text, token.kind);
+                Word(text, token.kind);
             }
             break;
         }
@@ -191,7 +191,7 @@ private:
             mOutline.openEnds.push_back({OpenEndKind::Literal, mLiteralLine});
         }
         if (!mIsDirective && !IsSkipped()) {
-            Advance(token.start + token.length, CodeKind::Other, {});
+            Advance(CodeKind::Other, {});
         }
     }
 
@@ -203,7 +203,7 @@ private:
         while ((at = SkipBlanks(mLine, at)) < end) {
             if (IsWordByte(mLine[at])) {
                 const std::size_t wordEnd = std::min(WordEnd(mLine, at), end);
-                Word(at, mLine.substr(at, wordEnd - at), CTokenKind::Preprocessor);
+                Word(mLine.substr(at, wordEnd - at), CTokenKind::Preprocessor);
                 at = wordEnd;
             } else {
                 Punctuation(at, mLine[at]);
@@ -214,11 +214,9 @@ private:
 
     enum class CodeKind { None, Word, Keyword, Open, Close, Semicolon, Star, Other };
 
-    // The code goes on up to `end` in the line.
-    void Advance(std::size_t end, CodeKind kind, std::string_view word) {
+    // The code goes on.
+    void Advance(CodeKind kind, std::string_view word) {
         if (mOutline.brace == COutline::None) {
-            mOutline.headEnd = mLineBegin + end;
-            mOutline.headLine = mLineNumber;
             mOutline.lastComment = COutline::None;
         }
         mWordBefore = mLastWord;
@@ -227,12 +225,12 @@ private:
         mLastKind = kind;
     }
 
-    void Word(std::size_t at, std::string_view word, CTokenKind kind) {
+    void Word(std::string_view word, CTokenKind kind) {
         const bool isPlain = kind == CTokenKind::Preprocessor && !IsAttributeWord(word);
         if (isPlain && mDepth == 0 && mParentheses == 0) {
             mNameLine = mLineNumber;
         }
-        Advance(at + word.size(), isPlain ? CodeKind::Word : CodeKind::Keyword, word);
+        Advance(isPlain ? CodeKind::Word : CodeKind::Keyword, word);
     }
 
     void Punctuation(std::size_t at, char c) {
@@ -249,7 +247,7 @@ private:
                               : c == '*' ? CodeKind::Star
                                          : CodeKind::Other;
         if (c != '{' || mOutline.brace != mLineBegin + at) {
-            Advance(at + 1, kind, {});
+            Advance(kind, {});
         } else {
             mLastKind = CodeKind::Other;
         }

@@ -48,10 +48,7 @@ struct COutline {
     std::size_t braceLine = 0;
     bool isBody = false;
 
-    // Behind the last code in front of that brace, and its line; 0 when there is none. Where the comment begins that
-    // stands last in front of it, or None, and whether it is a line comment.
-    std::size_t headEnd = 0;
-    std::size_t headLine = 0;
+    // Where the comment begins that stands between the last code and that brace, or None. Of several, the last.
     std::size_t lastComment = None;
     std::size_t lastCommentLine = 0;
     bool lastCommentIsLine = false;
