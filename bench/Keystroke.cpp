@@ -87,7 +87,8 @@ void WriteDocument(Desktop& desktop, const std::string& path, int functions, std
 } // namespace
 
 void TypeWithCopies(Desktop& desktop, const Typist& typist, const std::string& folder) {
-    constexpr int keys = 60;
+    constexpr int keys = 120;
+    constexpr int keysInTurn = 20; // enough for a copy to have its rest behind it
     constexpr int functionsOfLarge = 1000;
     constexpr std::size_t functionSize = 10'000;
     SystemPrivateFiles own;
@@ -106,7 +107,7 @@ void TypeWithCopies(Desktop& desktop, const Typist& typist, const std::string& f
         desktop.FuncBody().SetFocus();
         typist.rest(Rest);
         for (int key = 0; key < keys; ++key) {
-            const bool isWith = key % 2 == 0;
+            const bool isWith = key / keysInTurn % 2 == 0;
             const auto start = std::chrono::steady_clock::now();
             typist.type('a');
             if (isWith) {
