@@ -34,7 +34,8 @@ enum class SaveAnswer : std::int32_t { Saved = 0, Declined = 1, Cancelled = 2, F
 class VornMainFrm : public WindowTexts {
 public:
     // Takes the controls of `desktop`, puts them in their places, makes the menus and listens to the events. Nothing is
-    // loaded before the window is shown. Copies of what is not saved go to `recovery`. Both must outlive the window.
+    // loaded before the window is shown. Copies of what is not saved go where `recovery` says. The desktop, and what
+    // `recovery` works with, must outlive the window.
     VornMainFrm(Desktop& desktop, const RecoveryHost& recovery);
     ~VornMainFrm();
     VornMainFrm(const VornMainFrm&) = delete;
