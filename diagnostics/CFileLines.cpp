@@ -2,32 +2,17 @@
 // next are one line end.
 #include "diagnostics/CFileLines.h"
 
-#include "document/VornSrcObj.h"
-
 #include <algorithm>
 
 namespace tessaly {
 
-class CFileLines::Recorder final : public CCodeSink {
-public:
-    explicit Recorder(CFileLines& lines) : mLines(lines) {}
-
-    void Write(std::string_view text, CCodeOrigin origin) override {
-        const std::size_t begin = mLines.mText.size();
-        mLines.mText.append(text);
-        if (origin.kind != CCodeOrigin::Kind::Frame) {
-            mLines.mMembers.push_back({begin, mLines.mText.size(), origin});
-        }
-    }
-
-private:
-    CFileLines& mLines;
-};
-
-CFileLines::CFileLines(const VornSrcObj& document) {
-    Recorder recorder(*this);
-    document.BuildCCode(recorder); // where it stops short the file does, too
+void CFileLines::Write(std::string_view text, CCodeOrigin origin) {
+    const std::size_t begin = mText.size();
+    mText.append(text);
     FindLineStarts();
+    if (origin.kind != CCodeOrigin::Kind::Frame) {
+        mMembers.push_back({begin, mText.size(), origin});
+    }
 }
 
 std::optional<MemberLine> CFileLines::Find(std::size_t line, LineCounting counting) const {
@@ -56,17 +41,30 @@ std::string_view CFileLines::Text(std::size_t line, LineCounting counting) const
     return std::string_view(mText).substr(starts[line - 1], end - starts[line - 1]);
 }
 
+std::string_view CFileLines::MemberText(CCodeOrigin member) const {
+    // The prototype of a function stands in front of its text, and is no longer than it.
+    const auto piece = std::find_if(mMembers.rbegin(), mMembers.rend(), [member](const Piece& each) {
+        return each.origin.kind == member.kind && each.origin.index == member.index;
+    });
+    return piece == mMembers.rend() ? std::string_view()
+                                    : std::string_view(mText).substr(piece->begin, piece->end - piece->begin);
+}
+
+// Looks at what is new. A CR at the end of a piece waits for the next: it may be that of a CR LF.
 void CFileLines::FindLineStarts() {
-    mStarts.push_back(0);
-    mStartsWithoutCr.push_back(0);
-    for (std::size_t i = mText.find_first_of("\r\n"); i != std::string::npos; i = mText.find_first_of("\r\n", i + 1)) {
+    for (std::size_t i = mText.find_first_of("\r\n", mSearched); i != std::string::npos;
+         i = mText.find_first_of("\r\n", i + 1)) {
+        mSearched = i;
         if (mText[i] == '\n') {
             mStarts.push_back(i + 1);
             mStartsWithoutCr.push_back(i + 1);
-        } else if (i + 1 == mText.size() || mText[i + 1] != '\n') {
+        } else if (i + 1 == mText.size()) {
+            return;
+        } else if (mText[i + 1] != '\n') {
             mStarts.push_back(i + 1);
         }
     }
+    mSearched = mText.size();
 }
 
 const std::vector<std::size_t>& CFileLines::Starts(LineCounting counting) const {

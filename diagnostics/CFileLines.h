@@ -1,4 +1,4 @@
-// The lines of the generated C file and what the user wrote in them, known from generating it once more.
+// The lines of a generated C file and what the user wrote in them, recorded while the file is written.
 // Compilers do not agree on what a line is: to gcc and clang a lone CR ends one, to others it is a blank.
 #pragma once
 
@@ -21,10 +21,11 @@ struct MemberLine {
     std::size_t line = 0;
 };
 
-class CFileLines {
+// What is not written to it does not stand in the file. When Write throws, that piece and all behind it count as the
+// frame's or as not there.
+class CFileLines final : public CCodeSink {
 public:
-    // Keeps the text that is generated, but not the document.
-    explicit CFileLines(const VornSrcObj& document);
+    void Write(std::string_view text, CCodeOrigin origin) override;
 
     // What stands in line `line` of the C file, counted from 1. No value for a line of the frame and for one that
     // does not exist. A line that holds several lines of a member gives the first of them.
@@ -33,8 +34,10 @@ public:
     // The text of a line with its end, in UTF-8; "" for one that does not exist.
     std::string_view Text(std::size_t line, LineCounting counting) const;
 
+    // The text of a member as it was written; "" for one that was not. Good until the next Write.
+    std::string_view MemberText(CCodeOrigin member) const;
+
 private:
-    class Recorder;
     struct Piece {
         std::size_t begin = 0;
         std::size_t end = 0;
@@ -46,9 +49,10 @@ private:
     std::size_t EditorLine(std::size_t position) const;
 
     std::string mText;
-    std::vector<Piece> mMembers;               // in their order in the file
-    std::vector<std::size_t> mStarts;          // where lines begin when a lone CR ends one
-    std::vector<std::size_t> mStartsWithoutCr; // and when it does not
+    std::vector<Piece> mMembers;                     // in their order in the file
+    std::size_t mSearched = 0;                       // as far as line ends are known
+    std::vector<std::size_t> mStarts = {0};          // where lines begin when a lone CR ends one
+    std::vector<std::size_t> mStartsWithoutCr = {0}; // and when it does not
 };
 
 } // namespace tessaly

@@ -5,6 +5,8 @@
 #include "document/VornSrcObj.h"
 #include "platform/text/Utf8.h"
 
+#include <exception>
+
 namespace tessaly {
 
 namespace {
@@ -97,6 +99,13 @@ void CCodeFileSink::Write(std::string_view text, CCodeOrigin origin) {
         mOutput.WriteAscii(text);
     } else {
         mOutput.Write(text);
+    }
+    try {
+        if (mObserver != nullptr) {
+            mObserver->Write(text, origin);
+        }
+    } catch (const std::exception&) {
+        mObserver = nullptr;
     }
 }
 

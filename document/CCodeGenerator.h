@@ -24,14 +24,17 @@ public:
     virtual void Write(std::string_view text, CCodeOrigin origin) = 0;
 };
 
-// Sends everything on to a file.
+// Sends everything on to a file, and then to `observer`, where given, until that throws.
 class CCodeFileSink final : public CCodeSink {
 public:
-    explicit CCodeFileSink(EncodedOutput& output) : mOutput(output) {}
+    explicit CCodeFileSink(EncodedOutput& output, CCodeSink* observer = nullptr)
+        : mOutput(output),
+          mObserver(observer) {}
     void Write(std::string_view text, CCodeOrigin origin) override;
 
 private:
     EncodedOutput& mOutput;
+    CCodeSink* mObserver;
 };
 
 // The prototype that the C file declares for a function: its code up to the first "{", without the last character

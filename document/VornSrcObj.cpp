@@ -131,10 +131,10 @@ Status VornSrcObj::SaveFile(const std::string& fileName) const {
     }
 }
 
-Status VornSrcObj::BuildCCodeFile(const std::string& fileName) const {
+Status VornSrcObj::BuildCCodeFile(const std::string& fileName, CCodeSink* observer) const {
     try {
         EncodedOutput output(mFiles.OpenForOutput(fileName), mCodePage);
-        CCodeFileSink sink(output);
+        CCodeFileSink sink(output, observer);
         const Status status = BuildCCode(sink);
         output.Close();
         return status;

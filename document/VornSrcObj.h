@@ -69,10 +69,14 @@ public:
 
     // Writes the generated C file in place of what is there. Done, or GenerationFailed when the file cannot be
     // written or a function's code begins with "{"; the file then holds what was written before the failure.
-    Status BuildCCodeFile(const std::string& fileName) const;
+    // `observer`, where given, is told each piece behind the file; what it throws only ends the telling.
+    Status BuildCCodeFile(const std::string& fileName, CCodeSink* observer = nullptr) const;
 
     // Generates the same C code into `sink`, in the same order. Done, or GenerationFailed as above.
     Status BuildCCode(CCodeSink& sink) const;
+
+    // The code page of its files.
+    const CodePage& Encoding() const { return mCodePage; }
 
     // True when the last LoadFile read its file to the end tag. No operation reads it.
     bool LoadedOK() const { return mLoadedOK; }

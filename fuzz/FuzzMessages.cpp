@@ -1,6 +1,6 @@
 // Any output of a compiler, for a program block with uneven line ends. A line without a position in the C file stays as
 // it is; one that is led back keeps its old position, and names a line that the C file has there.
-#include "diagnostics/DiagnosticMap.h"
+#include "diagnostics/Diagnostics.h"
 #include "document/CCodeGenerator.h"
 #include "document/Members.h"
 #include "document/VornSrcObj.h"
@@ -47,11 +47,11 @@ public:
         Text text;
         mDocument.BuildCCode(text);
         mCLines = Split(text.text, true);
-        mMap.emplace(mDocument, "a.PSF", "/tmp/a.c");
+        mMap = BuildMap(mDocument, "/tmp/a.c");
     }
 
     void Check(const std::string& output) {
-        const std::string result = mMap->Rewrite(output);
+        const std::string result = RewriteMessages(mMap, "a.PSF", output);
         const std::vector<std::string> before = Split(output, false);
         const std::vector<std::string> after = Split(result, false);
         CHECK(before.size() == after.size());
@@ -68,7 +68,7 @@ public:
     void CheckLine(std::size_t line) {
         const std::string old = "/tmp/a.c:" + std::to_string(line) + ":1";
         const std::string message = old + ": error: x";
-        const std::string result = mMap->Rewrite(message);
+        const std::string result = RewriteMessages(mMap, "a.PSF", message);
         if (result == message) {
             return;
         }
@@ -116,7 +116,7 @@ private:
     memory::SequentialFiles mFiles;
     SingleByteCodePage mCodePage{Windows1252HighHalf()};
     VornSrcObj mDocument{mFiles, mCodePage};
-    std::optional<DiagnosticMap> mMap;
+    BuildMap mMap;
     std::vector<std::string> mCLines;
 };
 

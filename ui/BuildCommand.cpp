@@ -15,7 +15,7 @@ void VornMainFrm::mnuBuildExe_Click() {
             return;
         }
         SaveCurrentNodeCode(mCurrentNode);
-        if (mSourceDoc->BuildCCodeFile(mCompFileName) != Status::Done) {
+        if (BuildMap::BuildCCodeFile(*mSourceDoc, mCompFileName, mBuildMap) != Status::Done) {
             Tell(Text::InstallationCorrupted, Text::Error, MsgIcon::Stop);
             return;
         }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "app/Catalogue.h"
+#include "diagnostics/BuildMap.h"
 #include "document/VornSrcObj.h"
 #include "platform/desktop/Desktop.h"
 #include "recovery/RecoveryStore.h"
@@ -57,6 +58,7 @@ public:
     std::uint8_t mLanguage = 0;
     std::string mCompBat;
     std::string mCompFileName;
+    BuildMap mBuildMap; // of the last build
     std::string mHelpFile;
     std::string mProgBlkIcon;
 

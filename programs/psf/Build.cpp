@@ -2,9 +2,7 @@
 #include "app/Catalogue.h"
 #include "app/CompilerCommand.h"
 #include "app/Settings.h"
-#include "diagnostics/DiagnosticMap.h"
-#include "diagnostics/Lint.h"
-#include "document/Members.h"
+#include "diagnostics/Diagnostics.h"
 #include "platform/system/Process.h"
 #include "programs/psf/Commands.h"
 #include "programs/psf/Printable.h"
@@ -27,13 +25,9 @@ CompilerSettings ReadCompilerSettings(SequentialFiles& files) {
 // What a compiler cannot know, or knows at another place only, in the form of its own messages.
 std::string HiddenMistakes(const VornSrcObj& document, const std::string& file) {
     std::string text;
-    for (const Finding& finding : Lint(document)) {
-        if (finding.isHiddenFromCompilers) {
-            std::string line = file;
-            line.append(":").append(MemberName(document, finding.member)).append(":");
-            line.append(std::to_string(finding.line)).append(": warning: ").append(finding.message);
-            text.append(Printable(line)).append(" [").append(finding.rule).append("]\n");
-        }
+    for (const Diagnostic& each : HiddenDiagnostics(document)) {
+        text.append(Printable(file + ":" + each.member + ":" + std::to_string(each.line) + ": warning: " + each.text));
+        text.append("\n");
     }
     return text;
 }
@@ -57,7 +51,8 @@ int Build(Session& session, const std::string& file) {
                    std::string(UncarriedCharacters()));
         return WrongUsage;
     }
-    if (const Status status = document.BuildCCodeFile(settings.cFile); status != Status::Done) {
+    BuildMap map;
+    if (const Status status = BuildMap::BuildCCodeFile(document, settings.cFile, map); status != Status::Done) {
         PrintError(settings.cFile + ": the C file cannot be generated");
         return ExitStatus(status);
     }
@@ -68,7 +63,7 @@ int Build(Session& session, const std::string& file) {
         return CompilerMissing;
     }
     Print(HiddenMistakes(document, file));
-    Print(PrintableLines(DiagnosticMap(document, file, settings.cFile).Rewrite(CompilerText(output))));
+    Print(PrintableLines(RewriteMessages(map, file, CompilerText(output))));
     return result.exitStatus;
 }
 

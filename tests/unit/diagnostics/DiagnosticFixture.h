@@ -1,7 +1,7 @@
 // A document with markers, the C file made of it, and what compilers say about it.
 #pragma once
 
-#include "diagnostics/DiagnosticMap.h"
+#include "diagnostics/Diagnostics.h"
 #include "document/Members.h"
 #include "document/VornSrcObj.h"
 #include "platform/system/SequentialFiles.h"
@@ -71,7 +71,9 @@ protected:
 
     std::string CFile() const { return (mFolder / "gen.c").string(); }
 
-    DiagnosticMap Map() const { return {mDocument, "Blink.PSF", CFile()}; }
+    BuildMap Map() const { return {mDocument, CFile()}; }
+
+    std::string Rewrite(const std::string& output) const { return RewriteMessages(Map(), "Blink.PSF", output); }
 
     // The C file as it would be written.
     std::string Generate() {
@@ -107,7 +109,7 @@ protected:
     // Every message about a marker must begin with the place of the marker, and there must be one; every other
     // line must be the compiler's. Returns the rewritten output.
     std::string Check(const std::string& output) {
-        const std::string rewritten = Map().Rewrite(output);
+        const std::string rewritten = Rewrite(output);
         const std::vector<std::string> before = SplitLines(output);
         const std::vector<std::string> after = SplitLines(rewritten);
         EXPECT_EQ(before.size(), after.size());

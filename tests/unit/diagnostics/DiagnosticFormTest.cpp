@@ -12,8 +12,6 @@ protected:
         mNumber = std::to_string(LineOf("marker"));
     }
 
-    std::string Rewrite(const std::string& output) { return Map().Rewrite(output); }
-
     std::string mNumber;
     const std::string mPlace = "Blink.PSF:events/OnKey:3";
 };
@@ -57,33 +55,35 @@ TEST_F(DiagnosticMapFormTest, TheFileMayBeSpelledInSeveralWays) {
 }
 
 TEST_F(DiagnosticMapFormTest, APathMayHaveBlanks) {
-    const DiagnosticMap map(mDocument, "My Block.PSF", "/my (own) files/gen.c");
-    EXPECT_EQ(map.Rewrite("/my (own) files/gen.c:" + mNumber + ": x"),
+    const BuildMap map(mDocument, "/my (own) files/gen.c");
+    EXPECT_EQ(RewriteMessages(map, "My Block.PSF", "/my (own) files/gen.c:" + mNumber + ": x"),
               "My Block.PSF:events/OnKey:3: x (/my (own) files/gen.c:" + mNumber + ")");
-    EXPECT_EQ(map.Rewrite("In file included from /my (own) files/gen.c:" + mNumber + ":"),
+    EXPECT_EQ(RewriteMessages(map, "My Block.PSF", "In file included from /my (own) files/gen.c:" + mNumber + ":"),
               "In file included from My Block.PSF:events/OnKey:3 (/my (own) files/gen.c:" + mNumber + "):");
 }
 
 TEST_F(DiagnosticMapFormTest, ARelativePathIsOneOfTheCurrentFolder) {
-    const DiagnosticMap map(mDocument, "x.PSF", "out/gen.c");
+    const BuildMap map(mDocument, "out/gen.c");
     const std::string absolute = std::filesystem::current_path().string() + "/out/gen.c:" + mNumber;
-    EXPECT_EQ(map.Rewrite(absolute + ": x"), "x.PSF:events/OnKey:3: x (" + absolute + ")");
-    EXPECT_EQ(map.Rewrite("out/gen.c:" + mNumber + ": x"), "x.PSF:events/OnKey:3: x (out/gen.c:" + mNumber + ")");
+    EXPECT_EQ(RewriteMessages(map, "x.PSF", absolute + ": x"), "x.PSF:events/OnKey:3: x (" + absolute + ")");
+    EXPECT_EQ(RewriteMessages(map, "x.PSF", "out/gen.c:" + mNumber + ": x"),
+              "x.PSF:events/OnKey:3: x (out/gen.c:" + mNumber + ")");
 }
 
 TEST_F(DiagnosticMapFormTest, AWindowsPathIsKnown) {
-    const DiagnosticMap map(mDocument, "C:\\x\\b.PSF", "C:\\x y\\gen.c");
+    const BuildMap map(mDocument, "C:\\x y\\gen.c");
     for (const std::string& file :
          std::vector<std::string>{"C:\\x y\\gen.c", "x y\\gen.c", "gen.c", "C:/x y/gen.c", ".\\gen.c"}) {
         const std::string old = file + "(" + mNumber + ")";
-        EXPECT_EQ(map.Rewrite(old + ": x"), "C:\\x\\b.PSF:events/OnKey:3: x (" + old + ")");
+        EXPECT_EQ(RewriteMessages(map, "C:\\x\\b.PSF", old + ": x"), "C:\\x\\b.PSF:events/OnKey:3: x (" + old + ")");
     }
-    EXPECT_EQ(map.Rewrite("D:\\x y\\gen.c(" + mNumber + "): x"), "D:\\x y\\gen.c(" + mNumber + "): x");
+    EXPECT_EQ(RewriteMessages(map, "C:\\x\\b.PSF", "D:\\x y\\gen.c(" + mNumber + "): x"),
+              "D:\\x y\\gen.c(" + mNumber + "): x");
 }
 
 TEST_F(DiagnosticMapFormTest, WithoutAPathNothingIsTheCFile) {
     const std::string line = ":" + mNumber + ": x";
-    EXPECT_EQ(DiagnosticMap(mDocument, "x.PSF", "").Rewrite(line), line);
+    EXPECT_EQ(RewriteMessages(BuildMap(mDocument, ""), "x.PSF", line), line);
 }
 
 TEST_F(DiagnosticMapFormTest, IncludingLinesAreLedBackInPlace) {
@@ -174,51 +174,51 @@ protected:
 
 TEST_F(DiagnosticMapCountingTest, NamesInTheirLinesTellThatALoneCrIsABlank) {
     const std::string output = Message("UND_a", false) + Message("UND_b", false);
-    EXPECT_EQ(Map().Counting(output), LineCounting::LoneCrIsBlank);
+    EXPECT_EQ(CountingOf(Map(), output), LineCounting::LoneCrIsBlank);
     Check(output);
 }
 
 TEST_F(DiagnosticMapCountingTest, NamesInTheirLinesTellThatALoneCrEndsALine) {
     const std::string output = Message("UND_a", true) + Message("UND_b", true);
-    EXPECT_EQ(Map().Counting(output), LineCounting::LoneCrEndsLine);
+    EXPECT_EQ(CountingOf(Map(), output), LineCounting::LoneCrEndsLine);
     Check(output);
 }
 
 TEST_F(DiagnosticMapCountingTest, TheMajorityOfTheMessagesDecides) {
-    EXPECT_EQ(Map().Counting(Message("UND_a", false) + Message("UND_b", true)), LineCounting::LoneCrEndsLine);
-    EXPECT_EQ(Map().Counting(Message("UND_a", false) + Message("UND_b", true) + Message("UND_a", false)),
+    EXPECT_EQ(CountingOf(Map(), Message("UND_a", false) + Message("UND_b", true)), LineCounting::LoneCrEndsLine);
+    EXPECT_EQ(CountingOf(Map(), Message("UND_a", false) + Message("UND_b", true) + Message("UND_a", false)),
               LineCounting::LoneCrIsBlank);
 }
 
 TEST_F(DiagnosticMapCountingTest, NamesInTypographicQuotesCountToo) {
     const std::string number = std::to_string(LineOf("UND_a", false));
-    EXPECT_EQ(Map().Counting("gen.c:" + number + ": \xE2\x80\x98UND_a\xE2\x80\x99 undeclared"),
+    EXPECT_EQ(CountingOf(Map(), "gen.c:" + number + ": \xE2\x80\x98UND_a\xE2\x80\x99 undeclared"),
               LineCounting::LoneCrIsBlank);
-    EXPECT_EQ(Map().Counting("gen.c:" + number + ": undefined reference to `UND_a'"), LineCounting::LoneCrIsBlank);
-    EXPECT_EQ(Map().Counting("gen.c:" + number + ": UND_a undeclared"), LineCounting::LoneCrEndsLine);
-    EXPECT_EQ(Map().Counting("gen.c:" + number + ": 'UND_' undeclared"), LineCounting::LoneCrEndsLine);
+    EXPECT_EQ(CountingOf(Map(), "gen.c:" + number + ": undefined reference to `UND_a'"), LineCounting::LoneCrIsBlank);
+    EXPECT_EQ(CountingOf(Map(), "gen.c:" + number + ": UND_a undeclared"), LineCounting::LoneCrEndsLine);
+    EXPECT_EQ(CountingOf(Map(), "gen.c:" + number + ": 'UND_' undeclared"), LineCounting::LoneCrEndsLine);
 }
 
 TEST_F(DiagnosticMapCountingTest, AColumnBehindAColonIsProofOfALoneCrThatEndsALine) {
     const std::string output = Message("UND_a", false) + "gen.c:" + std::to_string(LineOf("UND_b")) + ":3: error: x\n";
-    EXPECT_EQ(Map().Counting(output), LineCounting::LoneCrEndsLine);
+    EXPECT_EQ(CountingOf(Map(), output), LineCounting::LoneCrEndsLine);
 }
 
 TEST_F(DiagnosticMapCountingTest, AColumnInParenthesesProvesNothing) {
     const std::string number = std::to_string(LineOf("UND_a", false));
-    EXPECT_EQ(Map().Counting("gen.c(" + number + ",5): error: 'UND_a'"), LineCounting::LoneCrIsBlank);
+    EXPECT_EQ(CountingOf(Map(), "gen.c(" + number + ",5): error: 'UND_a'"), LineCounting::LoneCrIsBlank);
 }
 
 TEST_F(DiagnosticMapCountingTest, WithoutEvidenceALoneCrEndsALine) {
-    EXPECT_EQ(Map().Counting(""), LineCounting::LoneCrEndsLine);
-    EXPECT_EQ(Map().Counting("gen.c:40: error: syntax error\n"), LineCounting::LoneCrEndsLine);
-    EXPECT_EQ(Map().Counting("gen.c:99999: 'UND_a'\n"), LineCounting::LoneCrEndsLine);
+    EXPECT_EQ(CountingOf(Map(), ""), LineCounting::LoneCrEndsLine);
+    EXPECT_EQ(CountingOf(Map(), "gen.c:40: error: syntax error\n"), LineCounting::LoneCrEndsLine);
+    EXPECT_EQ(CountingOf(Map(), "gen.c:99999: 'UND_a'\n"), LineCounting::LoneCrEndsLine);
 }
 
 TEST_F(DiagnosticMapCountingTest, ALineWithSeveralLinesOfATextGivesTheFirst) {
     AddFunction("Crs", "void Crs(int n)\r{\r  n = 1;\r  n = UND_crs;\r}\n");
     const std::string output =
-        Map().Rewrite(Message("UND_b", false) + "gen.c:" + std::to_string(LineOf("UND_crs", false)) + ": 'UND_crs'\n");
+        Rewrite(Message("UND_b", false) + "gen.c:" + std::to_string(LineOf("UND_crs", false)) + ": 'UND_crs'\n");
     EXPECT_NE(output.find("Blink.PSF:functions/Crs:1: 'UND_crs'"), std::string::npos) << output;
 }
 
@@ -226,7 +226,8 @@ TEST(CFileLinesTest, LinesOutsideTheFileHoldNothing) {
     SystemFiles files;
     const SingleByteCodePage codePage(Windows1252HighHalf());
     const VornSrcObj document(files, codePage);
-    const CFileLines lines(document);
+    CFileLines lines;
+    document.BuildCCode(lines);
     for (const LineCounting counting : {LineCounting::LoneCrEndsLine, LineCounting::LoneCrIsBlank}) {
         EXPECT_FALSE(lines.Find(0, counting));
         EXPECT_FALSE(lines.Find(1, counting));

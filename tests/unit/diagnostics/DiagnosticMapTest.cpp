@@ -1,5 +1,6 @@
 // Against the compilers themselves: what they say about a marker must be led back to the line the marker is in.
 #include "platform/system/posix/Process.h"
+#include "platform/text/Utf16.h"
 #include "tests/unit/diagnostics/DiagnosticFixture.h"
 
 #include <random>
@@ -117,14 +118,14 @@ TEST_P(DiagnosticMapCompilerTest, AnErrorInTheFrameStays) {
     Write("tornem.h", "void initialize(int argc, char *argv[]);\n");
     const std::string output = CompileIt();
     EXPECT_NE(output.find("EventLoop"), std::string::npos);
-    EXPECT_EQ(Map().Rewrite(output), output);
+    EXPECT_EQ(Rewrite(output), output);
 }
 
 TEST_P(DiagnosticMapCompilerTest, AnErrorInAnIncludedFileNamesTheLineThatIncludesIt) {
     AddFillers(1, 5);
     Write("own.h", "\nint x = UND_own;\n");
     mDocument.UpdateVarCode("/* mine */\r\n#include \"own.h\"\r\n");
-    const std::string output = Map().Rewrite(CompileIt());
+    const std::string output = Rewrite(CompileIt());
     EXPECT_NE(output.find("In file included from Blink.PSF:references:2 (" + CFile()), std::string::npos) << output;
     EXPECT_NE(output.find("\n" + mFolder.string() + "/own.h"), std::string::npos) << output;
 }
@@ -153,6 +154,54 @@ TEST_P(DiagnosticMapCompilerTest, AnyTextIsLedBackToItsLine) {
     }
 }
 
+class DiagnosticColumnTest : public DiagnosticMapWithCompiler, public testing::WithParamInterface<Compiler> {
+protected:
+    // Where in its text a marker is, as "member:line:column".
+    std::string PlaceOf(const std::string& marker) const {
+        for (const CCodeOrigin& member : AllMembers(mDocument)) {
+            const std::string_view text = MemberText(mDocument, member);
+            const std::size_t at = text.find(marker);
+            if (at != std::string_view::npos) {
+                const std::size_t begin = text.find_last_of("\r\n", at) + 1;
+                return MemberName(mDocument, member) + ":" + std::to_string(LineAt(text, at, true)) + ":" +
+                       std::to_string(EncodeUtf16(text.substr(begin, at - begin)).size() / 2 + 1);
+            }
+        }
+        return "";
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Compilers, DiagnosticColumnTest,
+                         testing::Values(Compiler{"Gcc", "gcc"},
+                                         Compiler{"GccWithoutExcerpts", "gcc -fno-diagnostics-show-caret"},
+                                         Compiler{"GccInBytes", "gcc -fdiagnostics-column-unit=byte"},
+                                         Compiler{"GccInColours", "gcc -fdiagnostics-color=always"},
+                                         Compiler{"Clang", "clang"},
+                                         Compiler{"ClangInColours", "clang -fcolor-diagnostics"},
+                                         Compiler{"ClangWithParentheses", "clang -fdiagnostics-format=msvc"}),
+                         [](const auto& compiler) { return compiler.param.name; });
+
+TEST_P(DiagnosticColumnTest, AColumnIsWhereTheNameStands) {
+    AddFillers(1, 9);
+    AddFunction("Wrong", "/* \xC3\xA4 */ int Wrong(int n)\r\n{\r\n\tn = UND_1;\r\n    n = UND_2;\r\n"
+                         "\t \tn = \"\xC3\xBC\xE2\x82\xAC\"[0] + UND_3;\n\t\t\t\t\tn = UND_4;\r"
+                         "  /* \xF0\x9F\x98\x80 \xC3\x83\xC2\xA4 */ return UND_5;\r\n}\r\n");
+    mDocument.UpdateEventCodeByIndex(8, "void OnMsg(char * string) { UND_6; }");
+    const std::string output = Compile(GetParam().command + " -c '" + CFile() + "' -o gen.o");
+    const std::vector<Diagnostic> diagnostics = ReadDiagnostics(Map(), output);
+    int found = 0;
+    for (const Diagnostic& each : diagnostics) {
+        const std::size_t marker = each.text.find("UND_");
+        if (each.kind == DiagnosticKind::Error && marker != std::string::npos) {
+            ++found;
+            EXPECT_EQ(each.member + ":" + std::to_string(each.line) + ":" + std::to_string(each.column),
+                      PlaceOf(each.text.substr(marker, 5)))
+                << output;
+        }
+    }
+    EXPECT_EQ(found, 6) << output;
+}
+
 class DiagnosticMapLinkerTest : public DiagnosticMapWithCompiler, public testing::WithParamInterface<Compiler> {};
 
 INSTANTIATE_TEST_SUITE_P(Linkers, DiagnosticMapLinkerTest,
@@ -165,7 +214,7 @@ TEST_P(DiagnosticMapLinkerTest, AMissingFunctionIsLedBackToItsCalls) {
     mDocument.UpdateVarCode("extern int UND_link(void);\r\nextern int UND_event(void);\r\n");
     AddFunction("Call", "int Call(void)\r\n{\r\n\r\n    return UND_link() + 1;\r\n}\r\n");
     mDocument.UpdateEventCodeByIndex(2, "void OnKey(char c)\n{\n\n\n  UND_event();\n}");
-    const std::string output = Map().Rewrite(Compile(GetParam().command + " '" + CFile() + "' -o prog"));
+    const std::string output = Rewrite(Compile(GetParam().command + " '" + CFile() + "' -o prog"));
     const std::string old = " (" + CFile() + ":";
     EXPECT_NE(output.find("Blink.PSF:functions/Call:4: undefined reference to `UND_link'" + old), output.npos)
         << output;
@@ -177,7 +226,7 @@ TEST_P(DiagnosticMapLinkerTest, ASecondDefinitionIsLedBackToTheFirst) {
     AddFillers(1, 30);
     AddFunction("Print", "int Print(int n)\r\n{\r\n    return n;\r\n}\r\n");
     Write("kit.c", "int Print(int n) { return n; }\nvoid initialize(void) {}\nvoid EventLoop(void) {}\n");
-    const std::string output = Map().Rewrite(Compile(GetParam().command + " '" + CFile() + "' kit.c -o prog"));
+    const std::string output = Rewrite(Compile(GetParam().command + " '" + CFile() + "' kit.c -o prog"));
     EXPECT_NE(output.find(":Blink.PSF:functions/Print:"), std::string::npos) << output;
     EXPECT_NE(output.find("): first defined here"), std::string::npos) << output;
 }

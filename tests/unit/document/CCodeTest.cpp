@@ -4,6 +4,7 @@
 #include "tests/unit/document/MemoryDocument.h"
 
 #include <gtest/gtest.h>
+#include <new>
 
 namespace tessaly {
 namespace {
@@ -168,6 +169,35 @@ TEST_F(CCodeTest, TheGeneratorTellsWhereEveryPieceComesFrom) {
     EXPECT_EQ(pieces.members[2], std::make_tuple(Kind::Function, 0, std::string("void One()\n{}")));
     for (std::int32_t i = 0; i < EventCount; ++i) {
         EXPECT_EQ(pieces.members[static_cast<std::size_t>(3 + i)], std::make_tuple(Kind::Event, i, EventCode(i)));
+    }
+}
+
+// Takes `room` pieces and fails for want of memory from then on.
+class ShortOfMemory final : public CCodeSink {
+public:
+    explicit ShortOfMemory(int room) : mRoom(room) {}
+    void Write(std::string_view /*text*/, CCodeOrigin /*origin*/) override {
+        ++calls;
+        if (calls > mRoom) {
+            throw std::bad_alloc();
+        }
+    }
+    int calls = 0;
+
+private:
+    int mRoom;
+};
+
+TEST_F(CCodeTest, AnObserverSeesWhatIsWrittenAndItsFailureChangesNothing) {
+    const std::string whole = Generated();
+    Pieces pieces;
+    ASSERT_EQ(document.BuildCCodeFile("observed.c", &pieces), Status::Done);
+    EXPECT_EQ(pieces.all, whole);
+    for (int room = 0; room < 5; ++room) {
+        ShortOfMemory observer(room);
+        EXPECT_EQ(document.BuildCCodeFile("observed.c", &observer), Status::Done);
+        EXPECT_EQ(files.contents["observed.c"], whole);
+        EXPECT_EQ(observer.calls, room + 1);
     }
 }
 
