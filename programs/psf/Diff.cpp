@@ -1,10 +1,10 @@
-// The library finds what goes and what comes. Its own hunks are not used: they number empty stretches wrongly. Nor does
-// it order the lines of a change, for which it takes a time that grows with the square of their number.
+// Of each change the lines that go stand in front of those that come.
 #include "programs/psf/Diff.h"
+
+#include "platform/text/LineDiff.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <dtl/dtl.hpp>
 #include <vector>
 
 namespace tessaly::psf {
@@ -33,17 +33,24 @@ struct Step {
 using Steps = std::vector<Step>;
 
 Steps FindSteps(const Lines& oldLines, const Lines& newLines) {
-    dtl::Diff<std::string_view, Lines> diff(oldLines, newLines);
-    diff.compose();
     Steps steps;
-    for (const auto& [line, step] : diff.getSes().getSequence()) {
-        steps.push_back({step.type == dtl::SES_ADD ? '+' : step.type == dtl::SES_DELETE ? '-' : ' ', line});
+    std::size_t oldLine = 0;
+    std::size_t newLine = 0;
+    const auto change = [&](std::size_t oldEnd, std::size_t newEnd) {
+        for (; oldLine < oldEnd; ++oldLine) {
+            steps.push_back({'-', oldLines[oldLine]});
+        }
+        for (; newLine < newEnd; ++newLine) {
+            steps.push_back({'+', newLines[newLine]});
+        }
+    };
+    for (const CommonLines& common : FindCommonLines(oldLines, newLines)) {
+        change(common.oldLine, common.newLine);
+        for (std::size_t i = 0; i < common.count; ++i, ++newLine) {
+            steps.push_back({' ', oldLines[oldLine++]});
+        }
     }
-    for (auto change = steps.begin(); change != steps.end();) {
-        const auto end = std::find_if(change, steps.end(), [](const Step& step) { return step.kind == ' '; });
-        std::stable_partition(change, end, [](const Step& step) { return step.kind == '-'; });
-        change = end == steps.end() ? end : end + 1;
-    }
+    change(oldLines.size(), newLines.size());
     return steps;
 }
 
