@@ -120,12 +120,14 @@ Copy CopyAt(const std::string& folder, const std::string& stem) {
 
 std::error_code WriteCopy(PrivateFiles& own, const std::string& folder, const std::string& stem, std::string_view bytes,
                           const Origin& origin, Flushing flushing) {
-    // A file system may bring the content of a file to the disk before it replaces another one: 1.0 ms instead of 0.2
-    // on ext4. A file that cannot be removed is replaced.
-    own.Remove(PathIn(folder, stem, PsfEnding));
-    own.Remove(PathIn(folder, stem, OriginEnding));
     const std::error_code error = own.Write(PathIn(folder, stem, PsfEnding), bytes, flushing);
     return error ? error : own.Write(PathIn(folder, stem, OriginEnding), WriteOrigin(origin), flushing);
+}
+
+std::error_code RewriteCopy(PrivateFiles& own, const std::string& folder, const std::string& stem,
+                            std::string_view bytes, const Origin& origin, Flushing flushing) {
+    const std::error_code error = own.Rewrite(PathIn(folder, stem, PsfEnding), bytes, flushing);
+    return error ? error : own.Rewrite(PathIn(folder, stem, OriginEnding), WriteOrigin(origin), flushing);
 }
 
 std::optional<Copy> ReadCopy(SequentialFiles& files, const std::string& folder, const std::string& stem) {

@@ -44,10 +44,14 @@ Origin OriginOf(const WindowContent& content);
 // The paths of the copy STEM in `folder`, whether it is there or not.
 Copy CopyAt(const std::string& folder, const std::string& stem);
 
-// Writes `bytes` as STEM.PSF into `folder`, and then the origin, whose `copy` is their mark, as STEM.origin. A copy of
-// that name goes first. After an error there may be none.
+// Writes `bytes` as STEM.PSF into `folder`, and then the origin, whose `copy` is their mark, as STEM.origin. After an
+// error there may be no copy of that name.
 std::error_code WriteCopy(PrivateFiles& own, const std::string& folder, const std::string& stem, std::string_view bytes,
                           const Origin& origin, Flushing flushing);
+
+// The same in a folder that MakeFolder made, and into the files of the copy that is there: it costs less.
+std::error_code RewriteCopy(PrivateFiles& own, const std::string& folder, const std::string& stem,
+                            std::string_view bytes, const Origin& origin, Flushing flushing);
 
 // The intact copy STEM in `folder`.
 std::optional<Copy> ReadCopy(SequentialFiles& files, const std::string& folder, const std::string& stem);

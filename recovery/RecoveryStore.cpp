@@ -101,7 +101,7 @@ Origin RecoveryStore::NextOrigin(const WindowContent& content) const {
 
 std::error_code RecoveryStore::WriteTo(const std::string& folder, const Origin& origin, Flushing flushing) {
     const auto write = [&] {
-        return WriteCopy(mHost.own, folder, Stem(mHost.process, origin.number), mBytes, origin, flushing);
+        return RewriteCopy(mHost.own, folder, Stem(mHost.process, origin.number), mBytes, origin, flushing);
     };
     // To make a folder, and to look whose it is, takes longer than a small copy.
     std::error_code error = folder == mFolder ? write() : std::make_error_code(std::errc::no_such_file_or_directory);

@@ -42,6 +42,10 @@ public:
     // in front is hidden.
     virtual std::error_code Write(const std::string& path, std::string_view bytes, Flushing flushing) = 0;
 
+    // As Write, but into the file that is there, which costs less. Meanwhile nothing has that name, and after an error
+    // nothing may. For folders that MakeFolder made: the name of the new file can be known before.
+    virtual std::error_code Rewrite(const std::string& path, std::string_view bytes, Flushing flushing) = 0;
+
     // Returns when what was written to the file is on the disk.
     virtual std::error_code Flush(const std::string& path) = 0;
 
@@ -62,6 +66,7 @@ public:
     std::error_code MakeFolder(const std::string& folder) override;
     std::error_code List(const std::string& folder, std::vector<FolderEntry>& entries) const override;
     std::error_code Write(const std::string& path, std::string_view bytes, Flushing flushing) override;
+    std::error_code Rewrite(const std::string& path, std::string_view bytes, Flushing flushing) override;
     std::error_code Flush(const std::string& path) override;
     std::string FullPath(const std::string& path) const override;
     std::error_code Remove(const std::string& path) override;

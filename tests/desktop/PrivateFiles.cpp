@@ -48,6 +48,11 @@ std::error_code PrivateFiles::Write(const std::string& path, std::string_view by
     return {};
 }
 
+std::error_code PrivateFiles::Rewrite(const std::string& path, std::string_view bytes, Flushing flushing) {
+    mFiles.contents.erase(path);
+    return Write(path, bytes, flushing);
+}
+
 std::error_code PrivateFiles::Flush(const std::string&) {
     return Counted(mFaults);
 }

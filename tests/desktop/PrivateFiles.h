@@ -26,6 +26,7 @@ public:
     std::error_code MakeFolder(const std::string& folder) override;
     std::error_code List(const std::string& folder, std::vector<FolderEntry>& entries) const override;
     std::error_code Write(const std::string& path, std::string_view bytes, Flushing flushing) override;
+    std::error_code Rewrite(const std::string& path, std::string_view bytes, Flushing flushing) override;
     std::error_code Flush(const std::string& path) override;
     std::string FullPath(const std::string& path) const override { return path; }
     std::error_code Remove(const std::string& path) override;

@@ -121,11 +121,7 @@ struct FindEnd {
     void operator()(void* search) const { FindClose(search); }
 };
 
-std::error_code WriteNew(const std::wstring& path, DWORD attributes, std::string_view bytes, Flushing flushing) {
-    Handle file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, attributes, nullptr));
-    if (!file) {
-        return LastError();
-    }
+std::error_code WriteAll(Handle& file, std::string_view bytes, Flushing flushing) {
     constexpr std::size_t mostAtOnce = 1U << 30U;
     while (!bytes.empty()) {
         DWORD count = 0;
@@ -135,8 +131,37 @@ std::error_code WriteNew(const std::wstring& path, DWORD attributes, std::string
         }
         bytes.remove_prefix(count);
     }
-    const bool isFlushed = flushing == Flushing::Later || FlushFileBuffers(file.Get()) != 0;
-    return isFlushed && file.Close() ? std::error_code() : LastError();
+    const bool isFilled =
+        SetEndOfFile(file.Get()) != 0 && (flushing == Flushing::Later || FlushFileBuffers(file.Get()) != 0);
+    return isFilled && file.Close() ? std::error_code() : LastError();
+}
+
+// Opens the file `temporary`, fills it and gives it the name `path`. After an error it is gone.
+std::error_code Fill(const std::wstring& temporary, DWORD disposition, DWORD attributes, const std::wstring& path,
+                     std::string_view bytes, Flushing flushing) {
+    Handle file(CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, disposition, attributes, nullptr));
+    if (!file) {
+        return LastError();
+    }
+    std::error_code error = WriteAll(file, bytes, flushing);
+    if (!error) {
+        const DWORD through = flushing == Flushing::Now ? MOVEFILE_WRITE_THROUGH : 0U;
+        error = win32::Move(temporary, path, MOVEFILE_REPLACE_EXISTING | through);
+    }
+    if (error) {
+        file.Close();
+        DeleteFileW(temporary.c_str());
+    }
+    return error;
+}
+
+std::size_t NameIn(const std::wstring& path) {
+    return path.find_last_of(L"\\/:") + 1;
+}
+
+// A name with a dot in front is hidden.
+DWORD AttributesOf(const std::wstring& path) {
+    return path.substr(NameIn(path), 1) == L"." ? FILE_ATTRIBUTE_HIDDEN : FILE_ATTRIBUTE_NORMAL;
 }
 
 } // namespace
@@ -185,19 +210,21 @@ std::error_code SystemPrivateFiles::Write(const std::string& path, std::string_v
     try {
         const std::wstring wide = win32::WidePath(path);
         static std::uint64_t number = 0;
-        const std::size_t name = wide.find_last_of(L"\\/:") + 1;
-        const std::wstring temporary = wide.substr(0, name) + L".psf-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
+        const std::wstring temporary = wide.substr(0, NameIn(wide)) + L".psf-" +
+                                       std::to_wstring(GetCurrentProcessId()) + L"-" +
                                        std::to_wstring(GetTickCount64()) + L"-" + std::to_wstring(++number) + L".tmp";
-        const DWORD attributes = wide.substr(name, 1) == L"." ? FILE_ATTRIBUTE_HIDDEN : FILE_ATTRIBUTE_NORMAL;
-        std::error_code error = WriteNew(temporary, attributes, bytes, flushing);
-        if (!error) {
-            const DWORD through = flushing == Flushing::Now ? MOVEFILE_WRITE_THROUGH : 0U;
-            error = win32::Move(temporary, wide, MOVEFILE_REPLACE_EXISTING | through);
-        }
-        if (error) {
-            DeleteFileW(temporary.c_str());
-        }
-        return error;
+        return Fill(temporary, CREATE_NEW, AttributesOf(wide), wide, bytes, flushing);
+    } catch (const std::system_error& error) { // of the path
+        return error.code();
+    }
+}
+
+std::error_code SystemPrivateFiles::Rewrite(const std::string& path, std::string_view bytes, Flushing flushing) {
+    try {
+        const std::wstring wide = win32::WidePath(path);
+        const std::wstring temporary = wide.substr(0, NameIn(wide)) + L".psf-" + wide.substr(NameIn(wide));
+        MoveFileExW(wide.c_str(), temporary.c_str(), MOVEFILE_REPLACE_EXISTING); // without a file a new one is made
+        return Fill(temporary, OPEN_ALWAYS, AttributesOf(wide), wide, bytes, flushing);
     } catch (const std::system_error& error) { // of the path
         return error.code();
     }

@@ -93,6 +93,12 @@ int fsync(int file) {
     return real(file);
 }
 
+int ftruncate(int file, off_t size) {
+    FAIL("ftruncate", EIO)
+    REAL(int, "ftruncate", int, off_t)
+    return real(file, size);
+}
+
 int rename(const char* from, const char* to) {
     FAIL("rename", EXDEV)
     REAL(int, "rename", const char*, const char*)

@@ -20,8 +20,8 @@ struct FailingCalls {
 extern struct FailingCalls failingCalls;
 
 // What can fail. Some names stand for several calls that do the same; a short write writes half of what it should.
-//   open read write short-write close fsync rename chmod chown stat readlink mkdir pipe spawn fork poll waitpid ioctl
-//   flock malloc (loaded in front only)
+//   open read write short-write close fsync ftruncate rename chmod chown stat readlink mkdir pipe spawn fork poll
+//   waitpid ioctl flock malloc (loaded in front only)
 
 #ifdef __cplusplus
 }

@@ -198,7 +198,7 @@ TEST_F(PosixFaultTest, ACopyOfWhatIsNotSavedIsTheOldOneOrTheNewOneAndItsFailureI
     const std::size_t openFiles = OpenFiles();
     for (const Flushing flushing : {Flushing::Now, Flushing::Later}) {
         ForEachFailure(
-            {"open", "write", "short-write", "close", "fsync", "rename", "chmod", "stat", "mkdir"},
+            {"open", "write", "short-write", "close", "fsync", "ftruncate", "rename", "chmod", "stat", "mkdir"},
             [&] { ASSERT_FALSE(store.Write(oldContent, Flushing::Later)); },
             [&] { error = store.Write(newContent, flushing); },
             [&] {

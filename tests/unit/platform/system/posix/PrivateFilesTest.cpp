@@ -100,6 +100,37 @@ TEST_F(PrivateFilesTest, FilesAreTheUsersAloneAlsoInPlaceOfOthers) {
     EXPECT_TRUE(own.Flush(folder + "/b"));
 }
 
+TEST_F(PrivateFilesTest, AFileIsWrittenOverWholeWhetherItGrowsOrShrinks) {
+    own.MakeFolder(folder);
+    SystemFiles files;
+    for (const std::string bytes : {"first", "the second", "3", ""}) {
+        for (const Flushing flushing : {Flushing::Now, Flushing::Later}) {
+            ASSERT_FALSE(own.Rewrite(folder + "/a", bytes, flushing));
+            EXPECT_EQ(ReadWhole(files, folder + "/a"), bytes);
+            EXPECT_EQ(ModeOf(folder + "/a"), 0600U);
+            EXPECT_EQ(Names(), std::vector<std::string>{"a"});
+        }
+    }
+}
+
+TEST_F(PrivateFilesTest, WhatAnEndInTheMiddleLeftIsWrittenOver) {
+    own.MakeFolder(folder);
+    std::ofstream(folder + "/.psf-a") << "a longer text, half of it new";
+    ASSERT_FALSE(own.Rewrite(folder + "/a", "new", Flushing::Later));
+    SystemFiles files;
+    EXPECT_EQ(ReadWhole(files, folder + "/a"), "new");
+    EXPECT_EQ(Names(), std::vector<std::string>{"a"});
+}
+
+TEST_F(PrivateFilesTest, AFileIsNotWrittenThroughALink) {
+    own.MakeFolder(folder);
+    std::ofstream(top / "other") << "somebody's";
+    fs::create_symlink(top / "other", folder + "/a");
+    EXPECT_TRUE(own.Rewrite(folder + "/a", "new", Flushing::Later));
+    EXPECT_EQ(fs::file_size(top / "other"), 10U);
+    EXPECT_FALSE(own.Rewrite(folder + "/a", "new", Flushing::Later)) << "the link is gone";
+}
+
 TEST_F(PrivateFilesTest, AFolderIsListedWithoutFoldersAndLinks) {
     EXPECT_TRUE(Names().empty()) << "nor is one that is not there a failure";
     own.MakeFolder(folder);

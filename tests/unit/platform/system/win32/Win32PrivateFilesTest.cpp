@@ -64,6 +64,20 @@ TEST_F(Win32PrivateFilesTest, FilesAreWrittenListedFlushedAndRemoved) {
     EXPECT_TRUE(own.Flush(folder + "/\xC3\xA4.PSF"));
 }
 
+TEST_F(Win32PrivateFilesTest, AFileIsWrittenOverWholeWhetherItGrowsOrShrinks) {
+    own.MakeFolder(folder);
+    SystemFiles files;
+    for (const std::string bytes : {"first", "the second", "3", ""}) {
+        for (const Flushing flushing : {Flushing::Now, Flushing::Later}) {
+            ASSERT_FALSE(own.Rewrite(folder + "\\a", bytes, flushing));
+            EXPECT_EQ(ReadWhole(files, folder + "\\a"), bytes);
+            std::vector<FolderEntry> entries;
+            own.List(folder, entries);
+            EXPECT_EQ(entries.size(), 1U);
+        }
+    }
+}
+
 TEST_F(Win32PrivateFilesTest, AProcessHasAStartUntilItEnds) {
     EXPECT_TRUE(own.ProcessStart(OwnProcess()));
     std::wstring command = L"\"" + win32::ToWide(ProgramBeside("TestChild.exe")) + L"\"";
