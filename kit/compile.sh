@@ -1,8 +1,11 @@
 #!/bin/sh
 # The compile batch file of the host kit: compiles the written C file and the kit's runtime into one program.
 # Its only argument is the output name. The C file's path is the setting FCompFileName, looked up here.
+# What is printed about the C file stands in the file of its name with ".log" behind it, too.
 # Exit status: 0 done, 64 wrong argument, 127 no compiler, 1 no C file to compile, else the compiler's own.
 set -u
+newline='
+'
 
 say() {
     printf 'compile.sh: %s\n' "$1" >&2
@@ -15,8 +18,8 @@ fail() {
     exit "$1"
 }
 
-# The folder this file really lies in: the editor may start it through a link.
-kit_folder() {
+# Sets $kit, the folder this file really lies in: the editor may start it through a link.
+find_kit() {
     self=$0
     while [ -h "$self" ]; do
         link=$(readlink -- "$self")
@@ -25,7 +28,11 @@ kit_folder() {
         *) self=$(dirname -- "$self")/$link ;;
         esac
     done
-    CDPATH='' cd -P -- "$(dirname -- "$self")" && pwd
+    case $self in
+    /*) kit=${self%/*} ;;
+    */*) kit=$(pwd)/${self%/*} ;;
+    *) kit=$(pwd) ;;
+    esac
 }
 
 # Looks into a settings file, if it is there, and sets $source. Succeeds when the search ends here: with the setting, or
@@ -80,45 +87,73 @@ find_source() {
         fail 1 "no settings file: ${TESSALY_SETTINGS:-tessaly/settings.reg in the configuration folders} does not exist"
     [ -n "$source" ] ||
         fail 1 "the setting FCompFileName, the path of the C file, is missing in $settings"
-    if [ "$source" = "$output" ]; then
-        say "the output name is the C file itself: $source"
-        exit 64
-    fi
-    [ -f "$source" ] || fail 1 "the C file does not exist: $source (setting FCompFileName in $settings)"
-    [ -r "$source" ] || fail 1 "cannot read the C file: $source"
+    log=$source.log
+    case $output in
+    "$source") is="the C file itself" ;;
+    "$log") is="that of the log" ;;
+    *) return ;;
+    esac
+    say "the output name is $is: $output"
+    exit 64
 }
 
-# Prints the first compiler there is.
-find_compiler() {
-    for name in cc gcc clang; do
-        command -v "$name" && return
-    done
-    return 1
+# Sets $cache to our folder in the user's cache, or to nothing where there is no place for one.
+find_cache() {
+    case ${XDG_CACHE_HOME:-} in
+    /*) cache=$XDG_CACHE_HOME/tessaly ;;
+    *) cache=${HOME:-}/.cache/tessaly ;;
+    esac
+    case $cache in
+    /*) [ -d "$cache" ] || mkdir -p -- "$cache" 2>/dev/null || cache= ;;
+    *) cache= ;;
+    esac
+}
+
+# Prints what is other when clang is: marks of the program "$1" and of the list of all libraries. Fails for other
+# compilers, which are quick to tell, and where something else may be behind the name.
+clang_marks() {
+    case ${1##*/} in
+    clang* | cc) program=$(readlink -f -- "$(command -v -- "$1")") ;;
+    *) return 1 ;;
+    esac
+    case ${program##*/} in clang*) ;; *) return 1 ;; esac
+    IFS= read -r start <"$program"
+    case $start in ?ELF*) ;; *) return 1 ;; esac
+    [ -z "${LD_LIBRARY_PATH:-}" ] && stat -L -c '%d %i %s %.9Y %.9Z' -- "$program" /etc/ld.so.cache
+}
+
+# Sets $version to what the compiler "$@" says that it is. clang takes a quarter of a compile to say it, so its answer is
+# kept, behind its marks.
+find_version() {
+    if [ -z "$cache" ] || ! marks=$(clang_marks "$1" 2>/dev/null); then
+        version=$("$@" --version 2>/dev/null)
+        return
+    fi
+    { IFS= read -r program && IFS= read -r libraries && IFS= read -r version; } 2>/dev/null <"$cache/clang" &&
+        [ "$program$newline$libraries" = "$marks" ] && return
+    version=$("$1" --version 2>/dev/null)
+    version=${version%%"$newline"*}
+    own=$(mktemp -- "$cache/new-XXXXXX" 2>/dev/null) || return
+    printf '%s\n' "$marks" "$version" >"$own" && mv -f -- "$own" "$cache/clang"
 }
 
 # Sets $runtime to the runtime as one object, compiled by "$@", or to its sources where there is no place for that. The
 # object is kept in the user's cache under the hash of all that it is made from: each program would have it compiled
 # again. Several builds may make it at once; each gives a whole file that name.
 find_runtime() {
-    runtime=
-    case ${XDG_CACHE_HOME:-} in
-    /*) cache=$XDG_CACHE_HOME/tessaly ;;
-    *) cache=${HOME:-}/.cache/tessaly ;;
-    esac
+    [ -n "$cache" ] || return
     hash=$({ { printf '%s\n' "$version" "$@" && cat -- "$kit"/runtime/* "$kit"/include/*; } | sha256sum; } 2>/dev/null)
-    case $cache in
-    /*) runtime=$cache/runtime-${hash%% *}.o ;;
-    esac
-    [ -z "$hash" ] || [ -z "$runtime" ] || [ -f "$runtime" ] || make_runtime "$@"
-    [ -n "$hash" ] && [ -f "$runtime" ]
+    [ -n "$hash" ] || return
+    runtime=$cache/runtime-${hash%% *}.o
+    [ -f "$runtime" ] || make_runtime "$@"
+    [ -f "$runtime" ]
 }
 
 make_runtime() {
-    mkdir -p -- "$cache" 2>/dev/null || return
     find "$cache" -name 'runtime-*.o' -mtime +90 -exec rm -f {} + 2>/dev/null
     own=$(mktemp -d -- "$cache/new-XXXXXX" 2>/dev/null) || return
     for file in "$kit"/runtime/*.c; do
-        "$@" -c -o "$own/${file##*/}.o" "$file" >/dev/null 2>&1 || {
+        "$@" -w -c -o "$own/${file##*/}.o" "$file" >/dev/null 2>&1 || {
             rm -rf -- "$own"
             return
         }
@@ -133,7 +168,8 @@ make_runtime() {
 }
 
 compile() {
-    version=$("$@" --version 2>/dev/null)
+    find_cache
+    find_version "$@"
     # clang would warn about every letter of the ANSI code page in a text; gcc takes the bytes as they are.
     case $version in
     *clang*) set -- "$@" -Wno-invalid-source-encoding ;;
@@ -144,10 +180,12 @@ compile() {
     # A name like -x.c or @x would be taken for an option.
     case $source in [-@]*) source=./$source ;; esac
     case $output in [-@]*) output=./$output ;; esac
+    # Not all that a handler is given must be used, nor all fields of a frame be set.
+    set -- "$@" -Wall -Wextra -Wno-unused-parameter -Wno-missing-field-initializers -Wformat-security -Wshadow
     # The user's options are words, as make takes them.
     set -f
     # shellcheck disable=SC2086
-    set -- "$@" -Wall -g -O1 -std=gnu11 -I "$kit/include" ${CFLAGS:-}
+    set -- "$@" -g -O1 -std=gnu11 -I "$kit/include" ${CFLAGS:-}
     set +f
     find_runtime "$@" || runtime=
     # Files of the user lie beside the program source file, and there the program comes, too.
@@ -161,6 +199,41 @@ compile() {
     fi
     # shellcheck disable=SC2086
     set -f && "$@" ${LDFLAGS:-} -lm
+}
+
+# Prints the first compiler there is.
+find_compiler() {
+    for name in cc gcc clang; do
+        command -v "$name" && return
+    done
+    say "there is no C compiler: none of cc, gcc and clang is installed. Install gcc or clang, or set CC."
+    return 1
+}
+
+build() {
+    if [ ! -f "$source" ]; then
+        say "the C file does not exist: $source (setting FCompFileName in $settings)"
+        return 1
+    fi
+    if [ ! -r "$source" ]; then
+        say "cannot read the C file: $source"
+        return 1
+    fi
+    [ -n "${CC:-}" ] || CC=$(find_compiler) || return 127
+    if command -v "$CC" >/dev/null; then
+        compile "$CC"
+        return
+    fi
+    # CC may hold options, too, as in "ccache gcc"; a path with blanks has been found above.
+    set -f
+    # shellcheck disable=SC2086
+    set -- $CC
+    set +f
+    if ! command -v "${1:-}" >/dev/null; then
+        say "there is no C compiler: CC is set to '$CC', which is not found. Install gcc or clang, or mend CC."
+        return 127
+    fi
+    compile "$@"
 }
 
 if [ $# -ne 1 ] || [ -z "$1" ]; then
@@ -180,26 +253,17 @@ if [ -e "$output" ] && [ ! -f "$output" ]; then
     exit 64
 fi
 
-kit=$(kit_folder) || fail 1 "cannot find the folder of the kit"
+find_kit
 find_source
-if [ -z "${CC:-}" ]; then
-    CC=$(find_compiler) ||
-        fail 127 "there is no C compiler: none of cc, gcc and clang is installed. Install gcc or clang, or set CC."
-fi
-if command -v "$CC" >/dev/null; then
-    set -- "$CC"
+rm -f -- "$output" "$log" 2>/dev/null
+# Behind a file and not a pipe: a compiler may leave something running that holds the end of a pipe open.
+if { true >"$log"; } 2>/dev/null; then
+    build >"$log" 2>&1
+    status=$?
+    [ ! -s "$log" ] || cat -- "$log" >&2
 else
-    # CC may hold options, too, as in "ccache gcc"; a path with blanks has been found above.
-    set -f
-    # shellcheck disable=SC2086
-    set -- $CC
-    set +f
-    command -v "${1:-}" >/dev/null ||
-        fail 127 "there is no C compiler: CC is set to '$CC', which is not found. Install gcc or clang, or mend CC."
+    build
+    status=$?
 fi
-
-rm -f -- "$output"
-compile "$@"
-status=$?
 [ "$status" -eq 0 ] || rm -f -- "$output"
 exit "$status"

@@ -31,6 +31,22 @@ HEAD = (
 )
 TAIL = "int main(int argc, char *argv[]) \r\n{\r\ninitialize(argc,argv);\r\nEventLoop();\r\nreturn 0;\r\n}\r\n"
 
+# What program blocks have wrong although they compile: what is global, what is in OnKey, and the warning for it.
+MISTAKES = {
+    "a variable that is not used": ("", "int spare;", "unused-variable"),
+    "a value that is not used": ("", "character + 1;", "unused-value"),
+    "a function that is not used": ("static void Spare(void)\r\n{\r\n}\r\n", "", "unused-function"),
+    "a format for another type": ("", 'Print("%s\\n", character);', "format"),
+    "a text taken for a format": ("char text[80];\r\n", "Print(text);", "format-security"),
+    "a way out without a result": ("int Next(int n)\r\n{\r\nif (n)\r\nreturn 1;\r\n}\r\n", "", "return-type"),
+    "a local variable that hides a global one": ("int count;\r\n", 'int count = 1; Print("%d", count);', "shadow"),
+    "a sign that is lost": ("uint limit = 9;\r\n", 'int n = -character; if (n < limit) Print("few");', "sign-compare"),
+    "a value that was never set": ("", 'int n; Print("%d", n);', "uninitialized"),
+    "an assignment for a comparison": ("", "if (character = 'a') Print(\"a\");", "parentheses"),
+    "a semicolon behind a condition": ("", "if (character == 'a');\r\nPrint(\"a\");", "empty-body"),
+    "a function that is not declared": ("", "Missing();", "implicit-function-declaration"),
+}
+
 # Shows every call of a handler. The unknown bytes of a text are what Print makes of them.
 ECHO = {
     "OnError": 'Print("error %d %d\\n", channel, error_type);',
@@ -55,9 +71,9 @@ def generated(handlers, global_text=""):
     return (text + TAIL).encode("cp1252")
 
 
-def compile_with(settings, *arguments, script=COMPILE, env=None, **options):
+def compile_with(settings, *arguments, script=COMPILE, env=None, text=True, **options):
     """Runs compile.sh; `env` has changes of the variables, None for what to leave out."""
-    return run(script, *arguments, env={**VARIABLES, "TESSALY_SETTINGS": settings, **(env or {})}, text=True, **options)
+    return run(script, *arguments, env={**VARIABLES, "TESSALY_SETTINGS": settings, **(env or {})}, text=text, **options)
 
 
 def build(folder, source, compiler="cc"):

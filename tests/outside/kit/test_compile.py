@@ -3,14 +3,15 @@ runtime that it keeps."""
 import concurrent.futures
 import os
 import shutil
+import signal
 
 import pytest
 
-from harness import KEY, settings_text, write_settings
-from kit_harness import COMPILE, ECHO, compile_with, compilers, generated, play
+from harness import KEY, run, settings_text, write_settings
+from kit_harness import COMPILE, ECHO, MISTAKES, compile_with, compilers, generated, play
 
 HEAD = f"[{KEY}]\n"
-TOOLS = ["sh", "awk", "cat", "dirname", "env", "iconv", "od", "readlink", "rm", "tr"]
+TOOLS = ["sh", "awk", "cat", "dirname", "env", "mkdir", "od", "readlink", "rm"]
 
 
 @pytest.fixture
@@ -262,14 +263,101 @@ def test_umlauts_and_own_types_compile_without_a_warning(block, compiler):
     assert play(block / "a.out", "key ö\n") == ("Größe 4.0\n", "")
 
 
+@pytest.mark.parametrize("mistake", MISTAKES)
+@pytest.mark.parametrize("compiler", compilers())
+def test_the_compiler_warns_of(block, compiler, mistake):
+    global_text, statement, warning = MISTAKES[mistake]
+    (block / "block.c").write_bytes(generated({"OnKey": statement}, global_text))
+    result = compile_with(block / "settings.reg", block / "a.out", env={"CC": compiler})
+    assert f"[-W{warning}" in result.stderr, result.stderr
+    assert result.stderr.count("warning: ") == 1, result.stderr
+    quiet = compile_with(block / "settings.reg", block / "a.out",
+                         env={"CC": compiler, "CFLAGS": f"-Wno-{warning} -Wno-format-security"})
+    assert (quiet.returncode, quiet.stderr) == (0, "") or mistake == "a function that is not declared"
+
+
+# The log beside the C file
+
+def planted(folder, script):
+    compiler = folder / "planted"
+    compiler.write_text("#!/bin/sh\n[ \"$1\" != --version ] || exit\n" + script)
+    compiler.chmod(0o755)
+    return compiler
+
+
+PRINTED = {
+    "nothing at all": b"",
+    "half a line": b"block.c:1:1: error: half",
+    "control characters": bytes(range(256)) + b"\x1b[31m\x1b]0;title\a\r\r\n\b\b",
+    "300,000 lines": b"".join(b"block.c:%d:1: warning: too many [-Wmany]\n" % line for line in range(300000)),
+}
+
+
+@pytest.mark.parametrize("status", [0, 3])
+@pytest.mark.parametrize("kind", PRINTED)
+def test_all_that_a_compiler_prints_is_shown_and_stands_in_the_log(block, kind, status):
+    (block / "printed").write_bytes(PRINTED[kind])
+    (block / "block.c.log").write_text("old")
+    compiler = planted(block, f"cat '{block}/printed' >&2\nexit {status}\n")
+    result = compile_with(block / "settings.reg", block / "a.out", env={"CC": compiler}, text=False)
+    assert (result.returncode, result.stdout) == (status, b"")
+    assert result.stderr == PRINTED[kind]
+    assert (block / "block.c.log").read_bytes() == PRINTED[kind]
+
+
+@pytest.mark.parametrize("compiler", compilers())
+def test_the_log_is_of_the_last_build(block, compiler):
+    log = block / "block.c.log"
+    (block / "block.c").write_bytes(generated({"OnKey": "nonsense;"}))
+    result = compile_with(block / "settings.reg", block / "a.out", env={"CC": compiler})
+    assert log.read_text() == result.stderr
+    assert "nonsense" in result.stderr
+    (block / "block.c").write_bytes(generated(ECHO))
+    check_built(compile_with(block / "settings.reg", block / "a.out", env={"CC": compiler}), block / "a.out")
+    assert log.read_text() == ""
+    result = compile_with(block / "settings.reg", block / "a.out", env={"CC": "no-such-cc"})
+    assert "no-such-cc" in result.stderr
+    assert log.read_text() == result.stderr
+    (block / "block.c").unlink()
+    result = compile_with(block / "settings.reg", block / "a.out", env={"CC": compiler})
+    assert "the C file does not exist" in result.stderr
+    assert log.read_text() == result.stderr
+
+
+def test_without_a_place_for_the_log_the_compiler_is_heard_all_the_same(block):
+    (block / "block.c.log").mkdir()
+    check_built(compile_with(block / "settings.reg", block / "a.out"), block / "a.out")
+    (block / "block.c").write_bytes(generated({"OnKey": "nonsense;"}))
+    result = compile_with(block / "settings.reg", block / "a.out")
+    assert result.returncode == 1
+    assert "nonsense" in result.stderr
+
+
+def test_the_log_is_never_taken_for_the_output(block):
+    (block / "block.c.log").write_text("old")
+    result = compile_with(block / "settings.reg", block / "block.c.log")
+    assert (result.returncode, (block / "block.c.log").read_text()) == (64, "old")
+
+
+def test_what_a_compiler_leaves_running_is_not_waited_for(block):
+    compiler = planted(block, f"sleep 1000 &\necho $! >'{block}/left'\necho done >&2\n")
+    result = compile_with(block / "settings.reg", block / "a.out", env={"CC": compiler})
+    left = int((block / "left").read_text())
+    os.kill(left, signal.SIGKILL)
+    assert (result.returncode, result.stderr) == (0, "done\n")
+
+
+# The runtime that is kept
+
 @pytest.fixture
 def cache(block):
-    """The cache of a user of its own; `objects` are what is kept in it."""
+    """The cache of a user of its own; `objects` are the runtimes that are kept in it."""
     class Cache:
         folder = block / "cache/tessaly"
 
         def objects(self):
-            return sorted(self.folder.iterdir()) if self.folder.exists() else []
+            assert list(self.folder.glob("new-*")) == []
+            return sorted(self.folder.glob("*.o"))
 
         def compile(self, name="a.out", script=COMPILE, **variables):
             result = compile_with(block / "settings.reg", block / name, script=script,
@@ -289,7 +377,7 @@ def test_the_runtime_is_compiled_once(cache, compiler):
     assert (kept.stat().st_ino, kept.stat().st_mtime_ns) == (before.st_ino, before.st_mtime_ns)
 
 
-@pytest.mark.parametrize("options", ["-O2", "-fsanitize=address,undefined", "-m64", "-flto"])
+@pytest.mark.parametrize("options", ["-O2", "-fsanitize=address,undefined", "-m64", "-m32", "-flto"])
 @pytest.mark.parametrize("compiler", compilers())
 def test_each_set_of_options_has_a_runtime_of_its_own(cache, compiler, options):
     cache.compile(CC=compiler)
@@ -298,12 +386,124 @@ def test_each_set_of_options_has_a_runtime_of_its_own(cache, compiler, options):
     assert len(cache.objects()) == 2
 
 
-def test_the_runtime_of_a_changed_kit_is_another_one(block, cache):
+@pytest.mark.parametrize("compiler", compilers())
+def test_a_program_made_with_sanitizers_says_what_it_does_wrong(block, cache, compiler):
+    text = "int numbers[3];\r\n"
+    handlers = {**ECHO, "OnKey": 'Print("%d", numbers[character - 94]);'}
+    (block / "block.c").write_bytes(generated(handlers, text))
+    cache.compile(CC=f"{compiler} -fsanitize=address,undefined")
+    done = run(block / "a.out", input=b"key a\n")
+    assert b"block.c" in done.stderr
+    assert b"out of bounds" in done.stderr or b"global-buffer-overflow" in done.stderr
+
+
+@pytest.mark.parametrize("compiler", compilers())
+def test_m32_makes_a_program_where_long_is_that_of_a_target(block, cache, compiler):
+    (block / "block.c").write_bytes(generated({"OnStart": 'Print("start %ld\\n", time + (long)sizeof(long) - 4);'}))
+    cache.compile(CC=f"{compiler} -m32")
+
+
+@pytest.mark.parametrize("name", ["runtime/output.c", "runtime/script.h", "include/vexlib.h"])
+def test_the_runtime_of_a_changed_kit_is_another_one(block, cache, name):
+    """As long and as old as before, as far as anybody can see."""
     kit = shutil.copytree(COMPILE.parent, block / "kit")
     cache.compile(script=kit / COMPILE.name)
-    with (kit / "runtime/output.c").open("a") as file:
-        file.write("\nint another;\n")
+    before = (kit / name).stat()
+    text = (kit / name).read_text()
+    (kit / name).write_text(text.replace("/*", "/* ", 1).replace(". */", " */", 1))
+    os.utime(kit / name, ns=(before.st_atime_ns, before.st_mtime_ns))
+    assert (kit / name).stat().st_size == before.st_size
     cache.compile(script=kit / COMPILE.name)
+    assert len(cache.objects()) == 2
+
+
+def test_a_kit_that_was_only_touched_has_the_same_runtime(block, cache):
+    kit = shutil.copytree(COMPILE.parent, block / "kit")
+    cache.compile(script=kit / COMPILE.name)
+    for file in kit.rglob("*.*"):
+        os.utime(file)
+    cache.compile(script=kit / COMPILE.name)
+    assert len(cache.objects()) == 1
+
+
+# What is named clang: says its version, and else is the real one. Each question leaves a line.
+CLANG = """
+#include <stdio.h>
+#include <string.h>
+#include <unistd.h>
+int main(int count, char** words)
+{
+    if (strcmp(words[count - 1], "--version") == 0) {
+        FILE* asked = fopen(ASKED, "a");
+        fputs("asked\\n", asked);
+        fclose(asked);
+        return puts("clang version " VERSION) < 0;
+    }
+    execvp("clang", words);
+    return 1;
+}
+"""
+
+
+def clang_of_version(folder, version):
+    (folder / "bin").mkdir(exist_ok=True)
+    (folder / "clang.c").write_text(CLANG)
+    run("cc", f'-DVERSION="{version}"', f'-DASKED="{folder}/asked"', "-o", folder / "new", folder / "clang.c")
+    (folder / "new").rename(folder / "bin/clang")
+    return folder / "bin/clang"
+
+
+def times_asked(folder):
+    return len((folder / "asked").read_text().splitlines())
+
+
+def test_clang_is_asked_for_its_version_once(block, cache):
+    clang = clang_of_version(block, "14")
+    cache.compile(CC=clang)
+    cache.compile(CC=clang)
+    assert (times_asked(block), len(cache.objects())) == (1, 1)
+
+
+def test_another_clang_under_the_same_name_has_a_runtime_of_its_own(block, cache):
+    cache.compile(CC=clang_of_version(block, "14"))
+    cache.compile(CC=clang_of_version(block, "15"))
+    assert (times_asked(block), len(cache.objects())) == (2, 2)
+
+
+def test_what_may_start_any_compiler_is_asked_each_time(block, cache):
+    """A script, a program of another name, and a clang that may have other libraries."""
+    clang = clang_of_version(block, "14")
+    script = planted(block, "")
+    script.write_text(f'#!/bin/sh\nexec {clang} "$@"\n')
+    (block / "scripts").mkdir()
+    script.rename(block / "scripts/clang")
+    shutil.copy(clang, block / "bin/launcher")
+    (block / "bin/clang-14").symlink_to("launcher")
+    for ways in [{"CC": block / "scripts/clang"}, {"CC": block / "bin/clang-14"}, {"CC": f"env {clang}"},
+                 {"CC": clang, "LD_LIBRARY_PATH": "/usr/local/lib"}]:
+        (block / "asked").write_text("")
+        cache.compile(**ways)
+        cache.compile(**ways)
+        assert times_asked(block) == 2
+
+
+@pytest.mark.parametrize("content", ["", "\n\n\n", "1 2 3\n4 5 6\nclang version 13\n"])
+def test_a_wrong_note_about_clang_is_made_anew(block, cache, content):
+    cache.folder.mkdir(parents=True)
+    (cache.folder / "clang").write_text(content)
+    clang = clang_of_version(block, "14")
+    cache.compile(CC=clang)
+    cache.compile(CC=clang)
+    assert times_asked(block) == 1
+    assert (cache.folder / "clang").read_text().splitlines()[-1] == "clang version 14"
+
+
+def test_an_upgraded_compiler_has_a_runtime_of_its_own(block, cache):
+    for version in ("1", "2"):
+        compiler = block / "own-gcc"
+        compiler.write_text(f'#!/bin/sh\n[ "$1" != --version ] || exec echo own-gcc {version}\nexec gcc "$@"\n')
+        compiler.chmod(0o755)
+        cache.compile(CC=compiler)
     assert len(cache.objects()) == 2
 
 
@@ -314,9 +514,10 @@ def test_builds_side_by_side_share_one_runtime(block, cache):
     assert len(cache.objects()) == 1
 
 
-def test_without_a_place_for_the_runtime_it_is_compiled_into_the_program(block, cache):
+@pytest.mark.parametrize("compiler", compilers())
+def test_without_a_place_for_the_runtime_it_is_compiled_into_the_program(block, cache, compiler):
     (block / "cache").write_text("no folder")
-    cache.compile()
+    cache.compile(CC=compiler)
     cache.compile(XDG_CACHE_HOME="relative", HOME=None)
     cache.compile(XDG_CACHE_HOME=None, HOME="/dev/null")
 
@@ -325,7 +526,12 @@ def test_a_runtime_that_does_not_compile_is_not_kept(block, cache):
     result = compile_with(block / "settings.reg", block / "a.out",
                           env={"XDG_CACHE_HOME": block / "cache", "CC": "gcc -Dint=nonsense"})
     assert result.returncode == 1
-    assert cache.objects() == []
+    assert list(cache.folder.iterdir()) == []
+
+
+def test_a_users_options_for_warnings_do_not_concern_the_runtime(cache):
+    cache.compile(CFLAGS="-Werror=declaration-after-statement")
+    assert len(cache.objects()) == 1
 
 
 def test_the_users_options_and_files_count(block, cache):
