@@ -107,7 +107,6 @@ Origin OriginOf(const WindowContent& content) {
     Origin origin;
     origin.path = content.path;
     origin.file = content.file;
-    origin.codePage = content.codePage;
     origin.language = content.language;
     origin.item = content.item;
     origin.caret = content.caret;
@@ -174,6 +173,10 @@ std::error_code RemoveCopy(PrivateFiles& own, const Copy& copy) {
     return error ? error : originError;
 }
 
+std::unique_ptr<CodePage> CodePageOf(const Origin& origin) {
+    return origin.codePage.empty() ? nullptr : MakeCodePage(origin.codePage);
+}
+
 Status LoadCopy(SequentialFiles& files, const Copy& copy, VornSrcObj& document) {
     BytesAsFile file;
     try {
@@ -181,7 +184,8 @@ Status LoadCopy(SequentialFiles& files, const Copy& copy, VornSrcObj& document) 
     } catch (const std::system_error&) {
         return Status::LoadFailed;
     }
-    VornSrcObj loaded(document, file);
+    const std::unique_ptr<CodePage> codePage = CodePageOf(copy.origin);
+    VornSrcObj loaded = codePage ? VornSrcObj(file, *codePage) : VornSrcObj(document, file);
     if (MarkOf(file.bytes) != copy.origin.copy || loaded.LoadFile("") != Status::Done) {
         return Status::LoadFailed;
     }

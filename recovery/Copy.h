@@ -3,9 +3,11 @@
 #pragma once
 
 #include "document/Status.h"
+#include "platform/system/CodePages.h"
 #include "platform/system/PrivateFiles.h"
 #include "recovery/Origin.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,7 +26,6 @@ struct WindowContent {
     std::uint64_t caret = 0;
     std::string path = {};             // the document's file; "" for a document without a name
     std::optional<FileMark> file = {}; // that file when it was loaded or saved
-    std::string codePage = {};         // as MakeCodePage takes it; "" for the system's
     std::int32_t language = 0;
 };
 
@@ -64,6 +65,9 @@ void SortNewestFirst(std::vector<Copy>& copies);
 
 // Removes both files of a copy.
 std::error_code RemoveCopy(PrivateFiles& own, const Copy& copy);
+
+// The code page that a copy was written in; null for the system's, and where this system does not have it.
+std::unique_ptr<CodePage> CodePageOf(const Origin& origin);
 
 // Loads `document` from a copy: what SaveFile and LoadFile add to each text is taken off again. LoadFailed, and the
 // document as it was, when the copy is damaged by now.

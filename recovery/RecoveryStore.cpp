@@ -85,13 +85,15 @@ RecoveryHost SystemRecoveryHost(PrivateFiles& own, SequentialFiles& files, const
             [] {
                 const auto now = std::chrono::steady_clock::now().time_since_epoch();
                 return std::int64_t{std::chrono::duration_cast<std::chrono::microseconds>(now).count()};
-            }};
+            },
+            SystemCodePageName()};
 }
 
 RecoveryStore::RecoveryStore(RecoveryHost host) : mHost(std::move(host)) {}
 
 Origin RecoveryStore::NextOrigin(const WindowContent& content) const {
     Origin origin = OriginOf(content);
+    origin.codePage = mHost.codePage;
     origin.time = mHost.time();
     origin.number = mNumber + 1;
     origin.process = mHost.process;

@@ -17,6 +17,7 @@ struct RecoveryHost {
     ProcessMark process;                     // this program
     std::function<std::int64_t()> time;      // in milliseconds since 1970, UTC
     std::function<std::int64_t()> stopwatch; // in microseconds, from any start on
+    std::string codePage = {};               // of the documents, as MakeCodePage takes it; "" for the system's
 };
 
 // This machine and this program.

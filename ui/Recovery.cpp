@@ -19,7 +19,7 @@ void VornMainFrm::WithContent(const std::function<void(const WindowContent& cont
     const std::string text = mShownMember.empty() ? "" : PaneText();
     std::size_t caret = 0;
     Attempt([&] { caret = mShownMember.empty() ? 0 : mFuncBody.CaretPosition(); });
-    use({*mSourceDoc, mShownMember, text, caret, mFile.path, mFile.mark, "", mLanguage});
+    use({*mSourceDoc, mShownMember, text, caret, mFile.path, mFile.mark, mLanguage});
 }
 
 void VornMainFrm::NoteChange() {

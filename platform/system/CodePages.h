@@ -12,6 +12,9 @@ namespace tessaly {
 // MakeCodePage refuses that one. Elsewhere: Windows-1252.
 std::unique_ptr<CodePage> MakeSystemCodePage();
 
+// Its name, for MakeCodePage on a machine where another one may be the system's.
+std::string SystemCodePageName();
+
 // The code page called `name`, in any case: a number, also behind "cp" or "windows-", or a name such as "utf-8"; on
 // Unix any name that iconv knows, on Windows a usual name of a code page.
 //

@@ -27,8 +27,7 @@ public:
 
     // Loads what `copy` holds and what its file holds now; without that, the default document stands for it.
     void Load(const Copy& copy, const std::function<void(const VornSrcObj& kept, const VornSrcObj& now)>& use) {
-        const std::unique_ptr<CodePage> named =
-            copy.origin.codePage.empty() ? nullptr : MakeCodePage(copy.origin.codePage);
+        const std::unique_ptr<CodePage> named = CodePageOf(copy.origin);
         const CodePage& codePage = named ? *named : *mSession.codePage;
         VornSrcObj kept(mSession.files, codePage);
         VornSrcObj now(mSession.files, codePage);

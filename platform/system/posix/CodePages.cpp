@@ -193,4 +193,8 @@ std::unique_ptr<CodePage> MakeSystemCodePage() {
     return std::make_unique<SingleByteCodePage>(Windows1252HighHalf());
 }
 
+std::string SystemCodePageName() {
+    return "windows-1252";
+}
+
 } // namespace tessaly

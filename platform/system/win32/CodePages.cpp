@@ -268,6 +268,10 @@ std::unique_ptr<CodePage> MakeSystemCodePage() {
     return codePage ? std::move(codePage) : std::make_unique<SingleByteCodePage>(Windows1252HighHalf());
 }
 
+std::string SystemCodePageName() {
+    return "windows-" + std::to_string(MakeNumberedCodePage(GetACP()) ? GetACP() : 1252);
+}
+
 std::unique_ptr<CodePage> MakeCodePage(const std::string& name) {
     constexpr UINT firstReal = 37; // smaller numbers stand for whatever the system has set
     const UINT number = CodePageNumber(name);

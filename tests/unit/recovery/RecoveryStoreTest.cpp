@@ -38,6 +38,17 @@ TEST_F(StoreTest, ACopyKnowsItsOrigin) {
     EXPECT_EQ(origin.process, (ProcessMark{1, "now"}));
 }
 
+TEST_F(StoreTest, ACopyIsReadInTheCodePageThatItWasWrittenIn) {
+    const std::unique_ptr<CodePage> cyrillic = MakeCodePage("1251");
+    VornSrcObj written(files, *cyrillic);
+    RecoveryHost host = Host();
+    host.codePage = "1251";
+    RecoveryStore(host).Write({written, "references", "/* \u041F\u0443\u0441\u043A */"}, Flushing::Now);
+    VornSrcObj loaded(files, codePage);
+    ASSERT_EQ(LoadCopy(files, store.Copies().at(0), loaded), Status::Done);
+    EXPECT_EQ(loaded.VarCode(), "/* \u041F\u0443\u0441\u043A */");
+}
+
 TEST_F(StoreTest, TwoCopiesAreWrittenInTurnsAndTheNewestIsGivenOut) {
     for (const char* const text : {"one", "two", "three"}) {
         store.Write(Holding(text), Flushing::Later);

@@ -26,7 +26,8 @@ protected:
     }
 
     RecoveryHost Host(const ProcessMark& process = {1, "now"}) {
-        return {own, counted, {First, Second}, process, [this] { return clock += 1000; }, [this] { return watch; }};
+        return {own,   counted, {First, Second}, process, [this] { return clock += 1000; }, [this] { return watch; },
+                "1252"};
     }
 
     // What the window holds when `text` stands in the pane, where the member `item` is shown.
@@ -35,7 +36,6 @@ protected:
         content.caret = 3;
         content.path = File;
         content.file = MarkOfFile(files, File);
-        content.codePage = "1252";
         return content;
     }
 
