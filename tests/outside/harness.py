@@ -113,6 +113,11 @@ def windows_path(path):
     return "Z:" + str(path).replace("/", "\\")
 
 
+def recovery_folder():
+    """Where the program of this Windows installation keeps its copies."""
+    return next((drive_c() / "users").glob("[!P]*")) / "AppData/Local/Ostrel/Tessaly/Recovery"
+
+
 def wine_command(*arguments):
     return [str(ROOT / "script/wine"), BITS, *map(str, arguments)]
 

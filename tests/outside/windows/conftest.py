@@ -4,9 +4,8 @@ import shutil
 import subprocess
 
 import pytest
-from harness import example_file, windows_path
+from harness import example_file, recovery_folder, windows_path
 from windows_harness import Program, install, probe
-from windows_rounds import recovery_folder
 
 
 @pytest.fixture(scope="session", name="probe")

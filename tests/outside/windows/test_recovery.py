@@ -3,10 +3,10 @@
 import os
 
 import pytest
-from harness import wait_until, windows_path
+from harness import recovery_folder, wait_until, windows_path
 from kill_rounds import members, newest_copy
 from windows_harness import install
-from windows_rounds import WindowsRounds, recovery_folder
+from windows_rounds import WindowsRounds
 
 WM_QUERYENDSESSION, WM_ENDSESSION = 0x11, 0x16
 TYPED = "int typed;"

@@ -2,16 +2,12 @@
 
 import shutil
 
-from harness import click, drive_c, example_file, wait_until, windows_path
+from harness import click, example_file, recovery_folder, wait_until, windows_path
 from kill_rounds import EVENTS, IDLE, LETTERS, Rounds, read_members, whole_copies
 from windows_harness import FILE_NAME, FUNC_BODY, Dialog, Program, install, probe
 from x11 import Display
 
 SHOWN = ["References", *EVENTS[:-1]]  # OnMsg has no item
-
-
-def recovery_folder():
-    return next((drive_c() / "users").glob("[!P]*")) / "AppData/Local/Ostrel/Tessaly/Recovery"
 
 
 class WindowsRounds(Rounds):
