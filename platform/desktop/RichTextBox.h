@@ -1,10 +1,13 @@
-// The editing pane: plain text of any length. Undo, clipboard keys and the caret are its own business.
+// The editing pane: plain text of any length, with the numbers of its lines in a margin. Undo, clipboard keys and the
+// caret are its own business.
 #pragma once
 
 #include "platform/desktop/Control.h"
+#include "platform/desktop/LineMarks.h"
 #include "platform/desktop/Raise.h"
 
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,6 +51,15 @@ public:
         }
     }
 
+    // Marks these lines, and no others: by a picture in the margin, the gravest mark of the line, and by a wavy line
+    // under the text. See LineMarks for what stays of them when the user edits. SetText takes all away. None of this
+    // is a change of the text: it raises nothing, cannot be undone and moves neither caret nor view. An unavailable
+    // pane shows neither numbers nor marks, but keeps these.
+    void SetLineMarks(std::span<const LineMark> marks) {
+        mMarks.Set(marks, LineCount(), [this](std::size_t line) { return SpanOf(line); });
+        ShowMarks();
+    }
+
     // How wide each character is, in twips: the font has a fixed pitch.
     virtual float CharacterWidth() const = 0;
 
@@ -62,7 +74,27 @@ protected:
     // Sets it as soon as the text is there or gone, if something is painted before this returns.
     virtual void ShowAvailable(bool available) = 0;
 
+    // Of the text: SpanOf is asked for lines that are there, from 1.
+    virtual std::size_t LineCount() const = 0;
+    virtual LineSpan SpanOf(std::size_t line) const = 0;
+
+    // Other lines are marked now.
+    virtual void ShowMarks() = 0;
+
+    // The user has edited the text, or it is a new one. To be called before onChange is raised.
+    void FollowEdit(const TextEdit& edit) {
+        if (mMarks.Follow(edit, [this](std::size_t line) { return SpanOf(line); })) {
+            ShowMarks();
+        }
+    }
+    void ForgetMarks() { SetLineMarks({}); }
+
+    const LineMarks& Marks() const { return mMarks; }
+
     bool mFuncBodyAvailable = true;
+
+private:
+    LineMarks mMarks;
 };
 
 } // namespace tessaly

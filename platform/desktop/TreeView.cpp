@@ -27,7 +27,11 @@ TreeItem TreeView::Add(TreeItem parent, std::string_view key, std::string_view t
     const auto item = static_cast<TreeItem>(static_cast<std::uint32_t>(mLastItem) + 1);
     void* const node = Insert(item, parent, text);
     mLastItem = item;
-    mItems[item] = {parent, std::string(key), std::string(text), {}, false, node};
+    Item& added = mItems[item];
+    added.parent = parent;
+    added.key = key;
+    added.text = text;
+    added.node = node;
     mKeys.emplace(key, item);
     return item;
 }
@@ -65,6 +69,15 @@ void TreeView::SetText(TreeItem item, std::string_view text) {
     if (changed.text != text) {
         ShowText(changed.node, text);
         changed.text = text;
+    }
+}
+
+void TreeView::SetMark(TreeItem item, Mark mark, std::string_view description) {
+    Item& marked = mItems.at(item);
+    if (marked.mark != mark || marked.description != description) {
+        ShowMark(marked.node, mark, description);
+        marked.mark = mark;
+        marked.description = description;
     }
 }
 

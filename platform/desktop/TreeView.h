@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/desktop/Control.h"
+#include "platform/desktop/LineMarks.h"
 
 #include <cstdint>
 #include <functional>
@@ -46,6 +47,9 @@ public:
     void SetText(TreeItem item, std::string_view text);
     const std::string& Tag(TreeItem item) const { return mItems.at(item).tag; }
     void SetTag(TreeItem item, std::string_view tag) { mItems.at(item).tag = tag; }
+    // A picture beside the item, none at first. `description` says the same in words: a screen reader has it, and it
+    // is shown where the mouse rests on the item. The text stays what it is.
+    void SetMark(TreeItem item, Mark mark, std::string_view description);
     std::int32_t Index(TreeItem item) const;
     TreeItem Parent(TreeItem item) const { return mItems.at(item).parent; } // None at the top level
     void Expand(TreeItem item);
@@ -57,6 +61,8 @@ protected:
         std::string key;
         std::string text;
         std::string tag;
+        Mark mark = Mark::None;
+        std::string description; // of the mark
         bool isExpanded = false; // also wished for, before there are children
         void* node = nullptr;    // what the control knows it by
     };
@@ -69,6 +75,7 @@ protected:
     virtual void RemoveNode(void* node, bool isSelected) = 0; // and all below, one of which may be selected
     virtual void RemoveNodes() = 0;
     virtual void ShowText(void* node, std::string_view text) = 0;
+    virtual void ShowMark(void* node, Mark mark, std::string_view description) = 0;
     virtual void ExpandNode(void* node) = 0;
     virtual void SelectNode(void* node) = 0;
 

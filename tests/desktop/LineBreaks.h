@@ -5,6 +5,15 @@
 
 namespace tessaly::memory {
 
+std::size_t CountBreaks(std::string_view text);
+
+// In place of `removed` stands `added`, from `start` on, in bytes.
+struct Difference {
+    std::size_t start = 0;
+    std::string removed;
+    std::string added;
+};
+
 class LineBreaks {
 public:
     // Takes a new text with any breaks: CR LF, a lone LF, a lone CR. Without memory for it the old one stays, and
@@ -17,7 +26,8 @@ public:
     // Tells that the control now shows `shown`, with breaks as single LFs. To be called after every change by the
     // user. What stands at the front and at the end as before keeps its breaks; every break between is CR LF. The texts
     // do not tell which of two neighbouring breaks was added or removed. The first counts as the old one.
-    void Edit(std::string_view shown);
+    // Returns in what the texts differ; no character is taken apart.
+    Difference Edit(std::string_view shown);
 
     // The text with its breaks: exactly what was set, if nothing was edited.
     std::string Text() const { return mBreaks.Apply(mShown); }

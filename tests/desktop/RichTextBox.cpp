@@ -56,6 +56,7 @@ void RichTextBox::SetText(std::string_view text) {
     mCaret = 0;
     mAnchor = 0;
     mUndo.clear();
+    ForgetMarks();
     Raise(onChange);
 }
 
@@ -76,12 +77,7 @@ std::size_t RichTextBox::CaretPosition() const {
 
 void RichTextBox::MoveCaret(std::size_t position) {
     CountCall();
-    const std::string_view shown = Shown();
-    std::size_t end = 0;
-    while (end < shown.size() && Utf16Units(shown.substr(0, end)) < position) {
-        end = CharacterEnd(shown, end);
-    }
-    SetCaret(end);
+    SetCaret(PlaceOf(position));
 }
 
 bool RichTextBox::Click() {
@@ -135,7 +131,7 @@ bool RichTextBox::Undo() {
     }
     const State state = std::move(mUndo.back());
     mUndo.pop_back();
-    mLines.Edit(state.shown);
+    ShowEdited(state.shown);
     mCaret = state.caret;
     mAnchor = state.caret;
     Raise(onChange);
@@ -153,6 +149,54 @@ void RichTextBox::SetCaret(std::size_t position) {
 void RichTextBox::SelectAll() {
     mAnchor = 0;
     mCaret = Shown().size();
+}
+
+std::vector<std::string> RichTextBox::MarginShown() const {
+    std::vector<std::string> lines;
+    for (std::size_t line = 1; FuncBodyAvailable() && line <= LineCount(); ++line) {
+        const Mark mark = Marks().On(line);
+        lines.push_back(std::to_string(line) + (mark == Mark::Error     ? " error"
+                                                : mark == Mark::Warning ? " warning"
+                                                                        : ""));
+    }
+    return lines;
+}
+
+std::vector<std::string> RichTextBox::Underlined() const {
+    std::vector<std::string> texts;
+    for (const LineMark& mark : Marks().All()) {
+        const std::size_t begin = PlaceOf(mark.begin);
+        if (FuncBodyAvailable() && mark.begin < mark.end) {
+            texts.push_back(Shown().substr(begin, PlaceOf(mark.end) - begin));
+        }
+    }
+    return texts;
+}
+
+// The byte that this unit begins at, or the end.
+std::size_t RichTextBox::PlaceOf(std::size_t position) const {
+    const std::string_view shown = Shown();
+    std::size_t end = 0;
+    while (end < shown.size() && Utf16Units(shown.substr(0, end)) < position) {
+        end = CharacterEnd(shown, end);
+    }
+    return end;
+}
+
+LineSpan RichTextBox::SpanOf(std::size_t line) const {
+    const std::string_view shown = Shown();
+    std::size_t begin = 0;
+    for (; line > 1; --line) {
+        begin = shown.find('\n', begin) + 1;
+    }
+    return {Utf16Units(shown.substr(0, begin)), Utf16Units(shown.substr(0, shown.find('\n', begin)))};
+}
+
+void RichTextBox::ShowEdited(const std::string& shown) {
+    const Difference difference = mLines.Edit(shown);
+    const std::string_view front = std::string_view(Shown()).substr(0, difference.start);
+    FollowEdit({Utf16Units(front), Utf16Units(difference.removed), Utf16Units(difference.added), CountBreaks(front) + 1,
+                CountBreaks(difference.removed), CountBreaks(difference.added)});
 }
 
 bool RichTextBox::TakeKey(int keyCode, int shift) {
@@ -179,7 +223,7 @@ bool RichTextBox::TakesInput() const {
 void RichTextBox::Replace(std::size_t start, std::size_t end, std::string_view text) {
     std::string shown = Shown();
     mUndo.push_back({shown, mCaret});
-    mLines.Edit(shown.replace(start, end - start, text));
+    ShowEdited(shown.replace(start, end - start, text));
     mCaret = start + text.size();
     mAnchor = mCaret;
     Raise(onChange);

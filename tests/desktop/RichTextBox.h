@@ -45,6 +45,12 @@ public:
     const std::string& Shown() const { return mLines.Shown(); }
     const std::vector<float>& TabStops() const { return mTabStops; }
 
+    // What the user sees in the margin: for each line its number and the mark, if there is one.
+    std::vector<std::string> MarginShown() const;
+
+    // What is underlined, from the top.
+    std::vector<std::string> Underlined() const;
+
     bool TakeKey(int keyCode, int shift) override;
 
 private:
@@ -54,6 +60,11 @@ private:
     };
 
     void ShowAvailable(bool /*available*/) override { CountCall(); }
+    std::size_t LineCount() const override { return CountBreaks(Shown()) + 1; }
+    LineSpan SpanOf(std::size_t line) const override;
+    void ShowMarks() override {}
+    void ShowEdited(const std::string& shown);
+    std::size_t PlaceOf(std::size_t position) const;
     bool TakesInput() const;
     void Replace(std::size_t start, std::size_t end, std::string_view text);
     void ReplaceSelection(std::string_view text);

@@ -27,6 +27,10 @@ void TreeView::ShowText(void* /*node*/, std::string_view /*text*/) {
     CountCall();
 }
 
+void TreeView::ShowMark(void* /*node*/, Mark /*mark*/, std::string_view /*description*/) {
+    CountCall();
+}
+
 void TreeView::ExpandNode(void* /*node*/) {
     CountCall();
 }

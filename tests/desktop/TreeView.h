@@ -33,6 +33,9 @@ public:
     bool MoveUp();
     bool MoveDown();
 
+    Mark MarkOf(TreeItem item) const { return AllItems().at(item).mark; }
+    const std::string& DescriptionOf(TreeItem item) const { return AllItems().at(item).description; }
+
     // What the user sees: a line for each item, two blanks for each level, the selected one with a "*" at the end.
     std::string Shown() const;
 
@@ -46,6 +49,7 @@ private:
     void RemoveNode(void* node, bool isSelected) override;
     void RemoveNodes() override;
     void ShowText(void* node, std::string_view text) override;
+    void ShowMark(void* node, Mark mark, std::string_view description) override;
     void ExpandNode(void* node) override;
     void SelectNode(void* node) override;
 

@@ -2,10 +2,13 @@
 // has: so every text comes back as it was.
 #include "platform/desktop/qt/RichTextBox.h"
 
+#include "platform/desktop/qt/Pictures.h"
+
 #include <QEvent>
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QPainter>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -82,9 +85,12 @@ QString FromClipboard(const QString& text) {
 
 } // namespace
 
-PlainTextEdit::PlainTextEdit(QWidget* parent) : QPlainTextEdit(parent) {
+PlainTextEdit::PlainTextEdit(QWidget* parent, const LineMarks& marks) : QPlainTextEdit(parent), mMarks(marks) {
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setLineWrapMode(QPlainTextEdit::NoWrap);
+    connect(this, &QPlainTextEdit::blockCountChanged, this, &PlainTextEdit::LayOutMargin);
+    connect(this, &QPlainTextEdit::updateRequest, this, [this] { update(MarginPlace()); });
+    LayOutMargin();
     UpdateColours();
 }
 
@@ -99,6 +105,77 @@ void PlainTextEdit::SetGrey(bool grey) {
         colours.setColor(QPalette::Base, colours.color(QPalette::Disabled, QPalette::Window));
     }
     viewport()->setPalette(colours);
+    ShowMarks();
+}
+
+// What is underlined is drawn so and is no property of the text.
+void PlainTextEdit::ShowMarks() {
+    QList<QTextEdit::ExtraSelection> underlines;
+    for (const LineMark& mark : mIsGrey ? std::vector<LineMark>() : mMarks.All()) {
+        if (mark.begin < mark.end) {
+            QTextEdit::ExtraSelection underline;
+            underline.cursor = QTextCursor(document());
+            underline.cursor.setPosition(static_cast<int>(mark.begin));
+            underline.cursor.setPosition(static_cast<int>(mark.end), QTextCursor::KeepAnchor);
+            underline.format.setUnderlineStyle(QTextCharFormat::WaveUnderline);
+            underline.format.setUnderlineColor(ColourOf(mark.mark, palette()));
+            underlines.append(underline);
+        }
+    }
+    setExtraSelections(underlines);
+    update(MarginPlace());
+}
+
+void PlainTextEdit::LayOutMargin() {
+    const QFontMetrics metrics = fontMetrics();
+    mMargin = tessaly::LayOutMargin(static_cast<std::size_t>(blockCount()), metrics.horizontalAdvance(u'0'),
+                                    metrics.height());
+    setViewportMargins(mMargin.width, 0, 0, 0);
+    update(MarginPlace());
+}
+
+QRect PlainTextEdit::MarginPlace() const {
+    const QRect text = viewport()->geometry();
+    return {text.left() - mMargin.width, text.top(), mMargin.width, text.height()};
+}
+
+// The margin is part of the frame round the text.
+bool PlainTextEdit::event(QEvent* event) {
+    if (event->type() == QEvent::Wheel) {
+        return QCoreApplication::sendEvent(viewport(), event);
+    }
+    const bool result = QPlainTextEdit::event(event);
+    if (event->type() == QEvent::Paint) {
+        PaintMargin();
+    }
+    return result;
+}
+
+void PlainTextEdit::PaintMargin() {
+    QPainter painter(this);
+    const QRect place = MarginPlace();
+    painter.setClipRect(place);
+    if (mIsGrey) {
+        painter.fillRect(place, viewport()->palette().color(QPalette::Base));
+        return;
+    }
+    const MarginColours colours =
+        ColoursOfMargin(Rgb(palette().color(QPalette::Base)), Rgb(palette().color(QPalette::Text)), false);
+    painter.fillRect(place, QColor(colours.paper));
+    painter.setPen(QColor(colours.number));
+    QRectF line = blockBoundingGeometry(firstVisibleBlock()).translated(contentOffset());
+    line.translate(0, place.top());
+    for (QTextBlock block = firstVisibleBlock(); block.isValid() && line.top() <= place.bottom();
+         block = block.next()) {
+        line.setHeight(blockBoundingRect(block).height());
+        const QRectF number(place.left(), line.top(), mMargin.numberEnd, line.height());
+        painter.drawText(number, Qt::AlignRight | Qt::AlignTop, QString::number(block.blockNumber() + 1));
+        if (const Mark mark = mMarks.On(static_cast<std::size_t>(block.blockNumber()) + 1); mark != Mark::None) {
+            const QImage picture = Picture(mark, mMargin.side, devicePixelRatioF(), palette());
+            painter.drawImage(QPointF(place.left() + mMargin.picture, line.center().y() - mMargin.side / 2.0), picture);
+        }
+        line.translate(0, line.height());
+    }
 }
 
 // Shift and Enter would put in a line separator, which is no line break in a file.
@@ -127,6 +204,8 @@ void PlainTextEdit::changeEvent(QEvent* event) {
     QPlainTextEdit::changeEvent(event);
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange) {
         UpdateColours();
+    } else if (event->type() == QEvent::FontChange) {
+        LayOutMargin();
     }
 }
 
@@ -152,9 +231,10 @@ QMimeData* PlainTextEdit::createMimeDataFromSelection() const {
 void PlainTextEdit::UpdateColours() {
     mColouring.SetDark(IsDark(palette().color(QPalette::Base).rgb() & 0xFFFFFF));
     viewport()->update();
+    ShowMarks();
 }
 
-RichTextBox::RichTextBox(Window& window) : Control(window, mEdit), mEdit(&window.Area()) {
+RichTextBox::RichTextBox(Window& window) : Control(window, mEdit), mEdit(&window.Area(), Marks()) {
     QObject::connect(mEdit.document(), &QTextDocument::contentsChange, &mEdit,
                      [this](int position, int removed, int added) { FollowChange(position, removed, added); });
     QObject::connect(mEdit.document(), &QTextDocument::contentsChanged, &mEdit, [this] { TellChange(); });
@@ -173,13 +253,25 @@ void RichTextBox::SetText(std::string_view text) {
     mIsSetting = false;
     mBreaks = std::move(breaks);
     mBlockCount = mEdit.blockCount();
+    mLength = Length();
+    ForgetMarks();
     Raise(onChange);
+}
+
+// The document's own last break is no character of the text.
+int RichTextBox::Length() const {
+    return mEdit.document()->characterCount() - 1;
+}
+
+LineSpan RichTextBox::SpanOf(std::size_t line) const {
+    const QTextBlock block = mEdit.document()->findBlockByNumber(static_cast<int>(line) - 1);
+    const auto begin = static_cast<std::size_t>(block.position());
+    return {begin, begin + static_cast<std::size_t>(block.length()) - 1};
 }
 
 void RichTextBox::MoveCaret(std::size_t position) {
     QTextCursor cursor = mEdit.textCursor();
-    const auto end = static_cast<std::size_t>(mEdit.document()->characterCount()) - 1; // the last one is Qt's own
-    cursor.setPosition(static_cast<int>(std::min(position, end)));
+    cursor.setPosition(static_cast<int>(std::min(position, static_cast<std::size_t>(Length()))));
     mEdit.setTextCursor(cursor);
     mEdit.ensureCursorVisible();
 }
@@ -216,7 +308,7 @@ void RichTextBox::FollowChange(int position, int removed, int added) {
         return;
     }
     const QTextDocument& document = *mEdit.document();
-    const int end = document.characterCount() - 1; // in front of the document's own last break
+    const int end = Length();
     int behind = std::min(position + added, end);
     const int addedBreaks = document.findBlock(behind).blockNumber() - document.findBlock(position).blockNumber();
     const int removedBreaks = addedBreaks - (mEdit.blockCount() - mBlockCount);
@@ -229,7 +321,16 @@ void RichTextBox::FollowChange(int position, int removed, int added) {
     }
     mBreaks.Replace(static_cast<std::size_t>(first), static_cast<std::size_t>(removedBreaks),
                     static_cast<std::size_t>(addedBreaks));
+    TextEdit edit;
+    edit.start = static_cast<std::size_t>(position);
+    edit.added = static_cast<std::size_t>(std::min(added, end - position));
+    edit.removed = edit.added + static_cast<std::size_t>(mLength - end);
+    edit.line = static_cast<std::size_t>(document.findBlock(position).blockNumber()) + 1;
+    edit.addedBreaks = static_cast<std::size_t>(addedBreaks);
+    edit.removedBreaks = static_cast<std::size_t>(removedBreaks);
     mBlockCount = mEdit.blockCount();
+    mLength = end;
+    FollowEdit(edit);
     mIsChanged = true;
 }
 

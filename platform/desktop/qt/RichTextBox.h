@@ -1,6 +1,7 @@
 // The editing pane. The document knows one kind of line break; what the breaks were is kept beside it.
 #pragma once
 
+#include "platform/desktop/Margin.h"
 #include "platform/desktop/RichTextBox.h"
 #include "platform/desktop/qt/Colouring.h"
 #include "platform/desktop/qt/Control.h"
@@ -17,14 +18,19 @@ namespace tessaly::qt {
 // that it changes on the way to the clipboard.
 class PlainTextEdit final : public QPlainTextEdit {
 public:
-    explicit PlainTextEdit(QWidget* parent);
+    // `marks` are those of its lines.
+    PlainTextEdit(QWidget* parent, const LineMarks& marks);
 
     // The text, with LF as its only line break.
     QString ExactText() const;
 
     void SetGrey(bool grey);
 
+    // Other lines are marked now, or the same ones elsewhere.
+    void ShowMarks();
+
 protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -34,8 +40,13 @@ protected:
 
 private:
     void UpdateColours();
+    void LayOutMargin();
+    void PaintMargin();
+    QRect MarginPlace() const;
 
+    const LineMarks& mMarks;
     Colouring mColouring{*document()};
+    Margin mMargin;
     bool mIsGrey = false;
 };
 
@@ -55,12 +66,17 @@ public:
 
 private:
     void ShowAvailable(bool available) override;
+    std::size_t LineCount() const override { return static_cast<std::size_t>(mEdit.blockCount()); }
+    LineSpan SpanOf(std::size_t line) const override;
+    void ShowMarks() override { mEdit.ShowMarks(); }
+    int Length() const;
     void FollowChange(int position, int removed, int added);
     void TellChange();
 
     PlainTextEdit mEdit;
     BreakList mBreaks;
     int mBlockCount = 1;
+    int mLength = 0;         // of the text, in characters of the document
     bool mIsSetting = false; // the program is putting in a text
     bool mIsChanged = false; // by the user, and not told yet
 };

@@ -1,6 +1,7 @@
 #include "platform/desktop/qt/TreeView.h"
 
 #include "platform/desktop/qt/Colours.h"
+#include "platform/desktop/qt/Pictures.h"
 
 #include <QHeaderView>
 #include <QMouseEvent>
@@ -149,6 +150,18 @@ void TreeView::RemoveNodes() {
 
 void TreeView::ShowText(void* node, std::string_view text) {
     ItemOf(node).setText(0, ToQt(text));
+}
+
+// A picture that would make the line higher is drawn smaller.
+void TreeView::ShowMark(void* node, Mark mark, std::string_view description) {
+    QTreeWidgetItem& item = ItemOf(node);
+    item.setData(0, Qt::AccessibleDescriptionRole, ToQt(description));
+    item.setToolTip(0, ToQt(description));
+    const int side = mTree.fontMetrics().height() * 3 / 4;
+    mTree.setIconSize({side, side});
+    item.setIcon(0, mark == Mark::None
+                        ? QIcon()
+                        : QIcon(QPixmap::fromImage(Picture(mark, side, mTree.devicePixelRatioF(), mTree.palette()))));
 }
 
 void TreeView::ExpandNode(void* node) {

@@ -59,10 +59,8 @@ void CodeLines::Edit(std::wstring_view text, std::size_t start, std::size_t end,
     }
 }
 
-std::wstring_view CodeLines::TextOf(std::wstring_view text, std::size_t line) const {
-    const std::size_t start = mLines[line].start;
-    const std::size_t end = line + 1 < mLines.size() ? mLines[line + 1].start - 1 : text.size();
-    return text.substr(start, end - start);
+LineSpan CodeLines::SpanOf(std::wstring_view text, std::size_t line) const {
+    return {mLines[line].start, line + 1 < mLines.size() ? mLines[line + 1].start - 1 : text.size()};
 }
 
 void CodeLines::Tokens(std::wstring_view text, std::size_t line, std::vector<CToken>& tokens) {

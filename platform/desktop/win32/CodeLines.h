@@ -2,6 +2,7 @@
 // are scanned as far as somebody has looked.
 #pragma once
 
+#include "platform/desktop/LineMarks.h"
 #include "syntax/CSyntax.h"
 
 #include <cstddef>
@@ -26,8 +27,12 @@ public:
     // The line that the character at `place` is in.
     std::size_t LineAt(std::size_t place) const;
 
-    // Without its line break.
-    std::wstring_view TextOf(std::wstring_view text, std::size_t line) const;
+    // Both without its line break.
+    LineSpan SpanOf(std::wstring_view text, std::size_t line) const;
+    std::wstring_view TextOf(std::wstring_view text, std::size_t line) const {
+        const LineSpan span = SpanOf(text, line);
+        return text.substr(span.begin, span.end - span.begin);
+    }
 
     // The tokens of a line; scans the lines in front of it that nobody has looked at yet.
     void Tokens(std::wstring_view text, std::size_t line, std::vector<CToken>& tokens);

@@ -1,7 +1,10 @@
 // A bitmap can serve as an icon, too: it gets an empty mask.
 #include "platform/desktop/win32/Picture.h"
 
+#include "platform/desktop/win32/Screen.h"
 #include "platform/system/win32/Text.h"
+
+#include <cstring>
 
 namespace tessaly::win32 {
 
@@ -42,6 +45,22 @@ IconOwner LoadIconFile(const std::string& path, int size) {
 BitmapOwner LoadPictureResource(const std::wstring& name) {
     return BitmapOwner(static_cast<HBITMAP>(
         LoadImageW(GetModuleHandleW(nullptr), name.c_str(), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
+}
+
+BitmapOwner PictureOfMark(Mark mark, int side) {
+    const std::vector<std::uint32_t> pixels = MarkPicture(mark, side, ColourOf(mark));
+    BITMAPINFO info = {};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = side;
+    info.bmiHeader.biHeight = -side; // from the top
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    void* bits = nullptr;
+    BitmapOwner bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+    if (bitmap) {
+        std::memcpy(bits, pixels.data(), pixels.size() * sizeof pixels[0]);
+    }
+    return bitmap;
 }
 
 void DrawPicture(HDC target, HBITMAP picture, const RECT& place) {

@@ -2,12 +2,12 @@
 #include "platform/desktop/win32/RichTextBox.h"
 
 #include "platform/desktop/win32/ControlIds.h"
+#include "platform/desktop/win32/EditKeys.h"
 #include "platform/desktop/win32/Headers.h"
 #include "platform/system/win32/Library.h"
 #include "platform/system/win32/Text.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cmath>
 #include <cstring>
@@ -70,49 +70,6 @@ DWORD CALLBACK Stream(DWORD_PTR cookie, BYTE* buffer, LONG room, LONG* count) {
 const wchar_t* RichEditClass() {
     LoadSystemLibrary(L"msftedit.dll");
     return MSFTEDIT_CLASS;
-}
-
-bool IsDown(int key) {
-    return GetKeyState(key) < 0;
-}
-
-// Lets the control see the Shift key as not pressed, as long as it lives.
-class WithoutShift {
-public:
-    WithoutShift() {
-        GetKeyboardState(mBefore.data());
-        std::array<BYTE, 256> keys = mBefore;
-        keys[VK_SHIFT] = 0;
-        SetKeyboardState(keys.data());
-    }
-    WithoutShift(const WithoutShift&) = delete;
-    WithoutShift& operator=(const WithoutShift&) = delete;
-    ~WithoutShift() { SetKeyboardState(mBefore.data()); }
-
-private:
-    std::array<BYTE, 256> mBefore = {};
-};
-
-bool IsControlAlone() {
-    return IsDown(VK_CONTROL) && !IsDown(VK_MENU);
-}
-
-bool IsPasteKey(WPARAM key) {
-    return (key == 'V' && IsControlAlone() && !IsDown(VK_SHIFT)) ||
-           (key == VK_INSERT && IsDown(VK_SHIFT) && !IsDown(VK_CONTROL));
-}
-
-// With Ctrl the control has many keys that format text. Only those that edit are left to it.
-bool IsFormattingKey(WPARAM key) {
-    constexpr std::wstring_view editing = L"ACVXYZ";
-    const bool isLetterOrDigit = (key >= 'A' && key <= 'Z') || (key >= '0' && key <= '9');
-    const bool isSign = key >= VK_OEM_1 && key <= VK_OEM_102;
-    return IsControlAlone() &&
-           (isSign || (isLetterOrDigit && editing.find(static_cast<wchar_t>(key)) == std::wstring_view::npos));
-}
-
-bool IsUndoKey(WPARAM key) {
-    return (IsControlAlone() && (key == 'Z' || key == 'Y')) || (key == VK_BACK && IsDown(VK_MENU));
 }
 
 } // namespace
@@ -187,6 +144,7 @@ void RichTextBox::SetText(std::string_view text) {
     mHasPictures = hasPictures;
     mIsEdited = false;
     mHiddenSelection = {};
+    ForgetMarks();
     Raise(onChange);
 }
 
@@ -264,6 +222,10 @@ void RichTextBox::MoveCaret(std::size_t position) {
         Select(mHiddenSelection);
         Send(EM_SCROLLCARET);
     }
+}
+
+void RichTextBox::ShowMarks() {
+    InvalidateRect(Handle(), nullptr, FALSE);
 }
 
 void RichTextBox::Command(int /*id*/, int code) {
@@ -415,9 +377,12 @@ void RichTextBox::TakeOver(std::size_t start, std::size_t end, std::wstring_view
     now.remove_suffix(static_cast<std::size_t>(back));
     start += static_cast<std::size_t>(front);
     const std::size_t removed = CountBreaks(before);
-    mBreaks.Replace(mFormat.LineAt(start), removed, CountBreaks(now));
+    const std::size_t line = mFormat.LineAt(start);
+    const std::size_t added = CountBreaks(now);
+    mBreaks.Replace(line, removed, added);
     mText.replace(start, before.size(), now);
     mFormat.Edit(mText, start, start + now.size(), removed);
+    FollowEdit({start, before.size(), now.size(), line + 1, removed, added});
 }
 
 std::wstring RichTextBox::ShownText(LONG start, LONG end) const {

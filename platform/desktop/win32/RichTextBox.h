@@ -45,6 +45,13 @@ private:
     void ApplyFont();
     void ShowTabStops();
     void ShowAvailable(bool available) override;
+    std::size_t LineCount() const override {
+        return mFuncBodyAvailable ? mFormat.LineCount() : CodeLines(mText).Count();
+    }
+    LineSpan SpanOf(std::size_t line) const override {
+        return mFuncBodyAvailable ? mFormat.SpanOf(mText, line - 1) : CodeLines(mText).SpanOf(mText, line - 1);
+    }
+    void ShowMarks() override;
     void ShowBackground();
     void ShowScrollBars();
     void PutInOrBack(std::wstring_view text);

@@ -149,4 +149,23 @@ std::wstring CodeFontName() {
     return AnyFixedPitchFont();
 }
 
+bool IsHighContrast() {
+    HIGHCONTRASTW contrast = {};
+    contrast.cbSize = sizeof contrast;
+    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) != 0 &&
+           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
+}
+
+std::uint32_t PaperColour() {
+    return Turned(GetSysColor(COLOR_WINDOW));
+}
+
+std::uint32_t InkColour() {
+    return Turned(GetSysColor(COLOR_WINDOWTEXT));
+}
+
+std::uint32_t ColourOf(Mark mark) {
+    return MarkColour(mark, PaperColour(), InkColour(), IsHighContrast());
+}
+
 } // namespace tessaly::win32

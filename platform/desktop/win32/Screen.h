@@ -1,6 +1,7 @@
 // The resolution of a window, and what depends on it. Windows of one program can have several at a time.
 #pragma once
 
+#include "platform/desktop/Margin.h"
 #include "platform/desktop/win32/Headers.h"
 
 #include <string>
@@ -32,6 +33,18 @@ FontOwner MakeMessageFont(int dpi, float times = 1);
 FontOwner MakeCaptionFont(int dpi);
 
 TEXTMETRICW MeasureFont(HFONT font);
+
+bool IsHighContrast();
+
+// Of the user's windows, as 0xRRGGBB, and what is shown in or beside them.
+std::uint32_t PaperColour();
+std::uint32_t InkColour();
+std::uint32_t ColourOf(Mark mark);
+
+// A COLORREF of Windows for a colour as 0xRRGGBB, or the other way round.
+constexpr std::uint32_t Turned(std::uint32_t colour) {
+    return (colour & 0xFF) << 16 | (colour & 0xFF00) | (colour >> 16 & 0xFF);
+}
 
 // The name of a fixed-pitch font that is installed.
 std::wstring CodeFontName();

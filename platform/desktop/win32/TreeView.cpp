@@ -2,6 +2,7 @@
 #include "platform/desktop/win32/TreeView.h"
 
 #include "platform/desktop/win32/ControlIds.h"
+#include "platform/desktop/win32/Picture.h"
 #include "platform/system/win32/Text.h"
 
 #include <algorithm>
@@ -95,6 +96,30 @@ void TreeView::ShowText(void* node, std::string_view text) {
     shown.hItem = static_cast<HTREEITEM>(node);
     shown.pszText = wide.data();
     Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&shown));
+}
+
+// The picture is the state's, as only items that have one make room for it.
+void TreeView::ShowMark(void* node, Mark mark, std::string_view /*description*/) {
+    if (!mPictures) {
+        MakePictures();
+    }
+    TVITEMW shown = {};
+    shown.mask = TVIF_HANDLE | TVIF_STATE;
+    shown.hItem = static_cast<HTREEITEM>(node);
+    shown.stateMask = TVIS_STATEIMAGEMASK;
+    shown.state = INDEXTOSTATEIMAGEMASK(static_cast<UINT>(mark));
+    Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&shown));
+}
+
+// In an image list of states the first one is of none.
+void TreeView::MakePictures() {
+    const int side = static_cast<int>(Send(TVM_GETITEMHEIGHT)) * 3 / 4;
+    ImageListOwner pictures(ImageList_Create(side, side, ILC_COLOR32, 3, 0));
+    for (const Mark mark : {Mark::Error, Mark::Warning, Mark::Error}) {
+        ImageList_Add(pictures.get(), PictureOfMark(mark, side).get(), nullptr);
+    }
+    Send(TVM_SETIMAGELIST, TVSIL_STATE, reinterpret_cast<LPARAM>(pictures.get()));
+    mPictures = std::move(pictures);
 }
 
 // An item without children waits for the first one: expanded before, it would not show it.

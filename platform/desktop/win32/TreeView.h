@@ -20,8 +20,10 @@ private:
     void RemoveNode(void* node, bool isSelected) override;
     void RemoveNodes() override;
     void ShowText(void* node, std::string_view text) override;
+    void ShowMark(void* node, Mark mark, std::string_view description) override;
     void ExpandNode(void* node) override;
     void SelectNode(void* node) override;
+    void MakePictures();
     void ExpandShown(void* node);
     void HoldDrawing();
     void ShowAdded();
@@ -30,6 +32,7 @@ private:
     void Clicked();
     void FollowSelection();
 
+    ImageListOwner mPictures;      // of marks
     bool mIsDrawingHeld = false;   // until the items that are being added are all there
     bool mHasToolTips = false;     // for texts that are cut off
     POINT mClick = {};             // where the mouse was pressed last

@@ -3,6 +3,7 @@
 #include "platform/desktop/win32/ViewFormat.h"
 
 #include "platform/desktop/win32/Headers.h"
+#include "platform/desktop/win32/Screen.h"
 #include "syntax/Palette.h"
 
 #include <algorithm>
@@ -16,18 +17,6 @@ namespace {
 
 // IID_ITextDocument, which the libraries of the compiler do not have.
 constexpr GUID TextDocumentId = {0x8CC497C0, 0xA1DF, 0x11CE, {0x80, 0x98, 0x00, 0xAA, 0x00, 0x47, 0xBE, 0x5D}};
-
-bool IsHighContrast() {
-    HIGHCONTRASTW contrast = {};
-    contrast.cbSize = sizeof contrast;
-    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) != 0 &&
-           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
-}
-
-// A COLORREF of Windows for a colour as 0xRRGGBB, or the other way round.
-constexpr std::uint32_t Turned(std::uint32_t colour) {
-    return (colour & 0xFF) << 16 | (colour & 0xFF00) | (colour >> 16 & 0xFF);
-}
 
 Com<ITextDocument> TextDocumentOf(HWND control) {
     IUnknown* ole = nullptr;
@@ -123,7 +112,7 @@ ViewFormat::ViewFormat(HWND control) : mControl(control), mDocument(TextDocument
 // Without the means to keep it out of the undo list there is no colouring.
 void ViewFormat::ReadColours() {
     mHasColours = mDocument && !IsHighContrast();
-    mIsDark = IsDark(Turned(GetSysColor(COLOR_WINDOW)));
+    mIsDark = IsDark(PaperColour());
     mLines.SetNoneFormatted();
     mLastLine.reset();
     InvalidateRect(mControl, nullptr, FALSE);

@@ -43,6 +43,9 @@ public:
 
     std::size_t LineCount() const { return mLines.Count(); }
 
+    // See CodeLines.
+    LineSpan SpanOf(std::wstring_view text, std::size_t line) const { return mLines.SpanOf(text, line); }
+
     // How many lines are in front of the one with the character at `place`.
     std::size_t LineAt(std::size_t place) const { return mLines.LineAt(place); }
 

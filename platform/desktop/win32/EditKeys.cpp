@@ -1,0 +1,34 @@
+// A rich edit control has keys for formats, too, which a plain text has no use for.
+#include "platform/desktop/win32/EditKeys.h"
+
+#include <string_view>
+
+namespace tessaly::win32 {
+
+bool IsDown(int key) {
+    return GetKeyState(key) < 0;
+}
+
+bool IsControlAlone() {
+    return IsDown(VK_CONTROL) && !IsDown(VK_MENU);
+}
+
+bool IsPasteKey(WPARAM key) {
+    return (key == 'V' && IsControlAlone() && !IsDown(VK_SHIFT)) ||
+           (key == VK_INSERT && IsDown(VK_SHIFT) && !IsDown(VK_CONTROL));
+}
+
+// With Ctrl the control has many keys that format text. Only those that edit are left to it.
+bool IsFormattingKey(WPARAM key) {
+    constexpr std::wstring_view editing = L"ACVXYZ";
+    const bool isLetterOrDigit = (key >= 'A' && key <= 'Z') || (key >= '0' && key <= '9');
+    const bool isSign = key >= VK_OEM_1 && key <= VK_OEM_102;
+    return IsControlAlone() &&
+           (isSign || (isLetterOrDigit && editing.find(static_cast<wchar_t>(key)) == std::wstring_view::npos));
+}
+
+bool IsUndoKey(WPARAM key) {
+    return (IsControlAlone() && (key == 'Z' || key == 'Y')) || (key == VK_BACK && IsDown(VK_MENU));
+}
+
+} // namespace tessaly::win32

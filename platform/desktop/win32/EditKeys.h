@@ -1,0 +1,35 @@
+// What the keys that are down mean in a control that edits plain text.
+#pragma once
+
+#include "platform/desktop/win32/Headers.h"
+
+#include <array>
+
+namespace tessaly::win32 {
+
+bool IsDown(int key);
+bool IsControlAlone();
+
+// Of a key that is pressed now: whether it pastes, formats or takes back.
+bool IsPasteKey(WPARAM key);
+bool IsFormattingKey(WPARAM key);
+bool IsUndoKey(WPARAM key);
+
+// Lets the control see the Shift key as not pressed, as long as it lives.
+class WithoutShift {
+public:
+    WithoutShift() {
+        GetKeyboardState(mBefore.data());
+        std::array<BYTE, 256> keys = mBefore;
+        keys[VK_SHIFT] = 0;
+        SetKeyboardState(keys.data());
+    }
+    WithoutShift(const WithoutShift&) = delete;
+    WithoutShift& operator=(const WithoutShift&) = delete;
+    ~WithoutShift() { SetKeyboardState(mBefore.data()); }
+
+private:
+    std::array<BYTE, 256> mBefore = {};
+};
+
+} // namespace tessaly::win32
