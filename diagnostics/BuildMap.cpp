@@ -1,6 +1,7 @@
 // Columns are led back by way of the bytes of a line, because that is what every compiler reads.
 #include "diagnostics/BuildMap.h"
 
+#include "diagnostics/NearestLines.h"
 #include "document/Members.h"
 #include "platform/text/CodePage.h"
 #include "platform/text/Utf8.h"
@@ -45,8 +46,23 @@ void BuildMap::SetOut(const VornSrcObj& document, const std::string& cFilePath) 
     mFunctionCount = static_cast<std::size_t>(document.GetFunctionCount());
 }
 
+void BuildMap::SetFileText(std::string_view text) {
+    mFileText.emplace().Write(text, {});
+    const NearestLines nearest(mFileText->Whole(), mLines.Whole());
+    mNearest.resize(SplitEditorLines(text).size());
+    for (std::size_t i = 0; i < mNearest.size(); ++i) {
+        mNearest[i] = nearest.Find(i + 1);
+    }
+}
+
 std::optional<MemberPlace> BuildMap::Find(std::size_t line, LineCounting counting, std::size_t column,
                                           ColumnUnit unit) const {
+    if (mFileText) {
+        const std::size_t inFile = mFileText->EditorLine(line, counting);
+        line = inFile == 0 ? 0 : mNearest.at(inFile - 1);
+        counting = LineCounting::LoneCrEndsLine;
+        column = 0;
+    }
     const std::optional<MemberLine> found = mLines.Find(line, counting);
     if (!found) {
         return std::nullopt;
@@ -100,9 +116,13 @@ std::size_t BuildMap::ByteColumn(std::size_t line, LineCounting counting, std::s
     return at + (column - std::min(cells, column));
 }
 
+std::string_view BuildMap::FileLine(std::size_t line, LineCounting counting) const {
+    return FileLines().Text(line, counting);
+}
+
 // The front of a line, without its end.
 std::string_view BuildMap::TextOf(std::size_t line, LineCounting counting) const {
-    const std::string_view text = mLines.Text(line, counting).substr(0, LastColumn);
+    const std::string_view text = FileLine(line, counting).substr(0, LastColumn);
     return text.substr(0, text.find_last_not_of("\r\n") + 1);
 }
 

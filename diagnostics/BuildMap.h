@@ -45,16 +45,25 @@ public:
     // Without the memory for it `map` knows less, or nothing.
     static Status BuildCCodeFile(const VornSrcObj& document, const std::string& cFilePath, BuildMap& map);
 
+    // The C file holds `text`, which an earlier state of the document gave: from now on the lines of that are led to
+    // the nearest ones of what the map was made of. Such lines have no columns.
+    void SetFileText(std::string_view text);
+
     // The first place in a member's text that a line of the C file holds. Lines and columns are counted from 1. With a
     // column, its place; 0 is none, and one that is far behind the front of the line counts as none. No value for a
     // line of the frame, or one that the file does not have.
     std::optional<MemberPlace> Find(std::size_t line, LineCounting counting, std::size_t column = 0,
                                     ColumnUnit unit = ColumnUnit::Byte) const;
 
-    // Where such a column is in Lines().Text(line, counting), in bytes; npos for none.
+    // Where such a column is in FileLine(line, counting), in bytes; npos for none.
     std::size_t OffsetInLine(std::size_t line, LineCounting counting, std::size_t column, ColumnUnit unit) const;
 
+    // What the document gave.
     const CFileLines& Lines() const { return mLines; }
+
+    // The text of a line of the C file with its end, in UTF-8; "" for one that does not exist.
+    std::string_view FileLine(std::size_t line, LineCounting counting) const;
+
     const FileSpellings& File() const { return mFile; }
 
     // The members in document order, by name.
@@ -64,6 +73,7 @@ public:
     std::string_view Text(std::string_view member) const;
 
 private:
+    const CFileLines& FileLines() const { return mFileText ? *mFileText : mLines; }
     void SetOut(const VornSrcObj& document, const std::string& cFilePath);
     const std::string& NameOf(CCodeOrigin member) const;
     std::size_t ByteColumn(std::size_t line, LineCounting counting, std::size_t column, ColumnUnit unit) const;
@@ -76,6 +86,8 @@ private:
     std::vector<std::string> mNames;
     std::size_t mFunctionCount = 0;
     const CodePage* mCodePage = nullptr;
+    std::optional<CFileLines> mFileText; // where it is not what mLines holds
+    std::vector<std::size_t> mNearest;   // for each of its lines as an editor counts, the line of mLines
 };
 
 } // namespace tessaly

@@ -29,7 +29,7 @@ std::optional<MemberLine> CFileLines::Find(std::size_t line, LineCounting counti
         return std::nullopt;
     }
     const std::size_t first = std::max(begin, member->begin);
-    return MemberLine{member->origin, EditorLine(first) - EditorLine(member->begin) + 1};
+    return MemberLine{member->origin, EditorLineAt(first) - EditorLineAt(member->begin) + 1};
 }
 
 std::string_view CFileLines::Text(std::size_t line, LineCounting counting) const {
@@ -71,7 +71,12 @@ const std::vector<std::size_t>& CFileLines::Starts(LineCounting counting) const 
     return counting == LineCounting::LoneCrEndsLine ? mStarts : mStartsWithoutCr;
 }
 
-std::size_t CFileLines::EditorLine(std::size_t position) const {
+std::size_t CFileLines::EditorLine(std::size_t line, LineCounting counting) const {
+    const std::vector<std::size_t>& starts = Starts(counting);
+    return line == 0 || line > starts.size() ? 0 : EditorLineAt(starts[line - 1]);
+}
+
+std::size_t CFileLines::EditorLineAt(std::size_t position) const {
     const auto next = std::upper_bound(mStarts.begin(), mStarts.end(), position);
     return static_cast<std::size_t>(next - mStarts.begin());
 }

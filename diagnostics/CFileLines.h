@@ -34,6 +34,12 @@ public:
     // The text of a line with its end, in UTF-8; "" for one that does not exist.
     std::string_view Text(std::size_t line, LineCounting counting) const;
 
+    // The number that a text editor gives to the front of a line; 0 for a line that does not exist.
+    std::size_t EditorLine(std::size_t line, LineCounting counting) const;
+
+    // The whole file, in UTF-8. Good until the next Write.
+    const std::string& Whole() const { return mText; }
+
     // The text of a member as it was written; "" for one that was not. Good until the next Write.
     std::string_view MemberText(CCodeOrigin member) const;
 
@@ -46,7 +52,7 @@ private:
 
     void FindLineStarts();
     const std::vector<std::size_t>& Starts(LineCounting counting) const;
-    std::size_t EditorLine(std::size_t position) const;
+    std::size_t EditorLineAt(std::size_t position) const;
 
     std::string mText;
     std::vector<Piece> mMembers;                     // in their order in the file

@@ -1,6 +1,8 @@
 // A message is what stands behind "error:" and its like; in front of that stands where it is.
 #include "diagnostics/Diagnostics.h"
 
+#include "diagnostics/CompilerHabits.h"
+#include "diagnostics/LinkerMessages.h"
 #include "diagnostics/Lint.h"
 #include "diagnostics/MessageForms.h"
 #include "document/Members.h"
@@ -17,6 +19,9 @@ namespace {
 
 // A place and a kind of message are looked for in this much of a line.
 constexpr std::size_t LongestFront = 4096;
+
+// Such as LNK2019.
+constexpr std::size_t LongestCode = 8;
 
 struct KindWord {
     std::string_view word;
@@ -36,6 +41,7 @@ constexpr std::array KindWords = std::to_array<KindWord>({
     {"Warning", DiagnosticKind::Warning},
     {"Command line warning", DiagnosticKind::Warning},
     {"note", DiagnosticKind::Note},
+    {"NOTE", DiagnosticKind::Note}, // the linker's
     {"remark", DiagnosticKind::Note},
     {"Fehler", DiagnosticKind::Error},
     {"schwerwiegender Fehler", DiagnosticKind::Error},
@@ -49,7 +55,7 @@ struct Message {
     DiagnosticKind kind = DiagnosticKind::Error;
     std::string_view where;
     std::string_view text;
-    bool hasCode = false; // such as C2065, which nothing but cl and link writes
+    bool hasCode = false; // such as C2065
 };
 
 // Takes the kind off the front of `text`, as "error: " or "error C2065: ".
@@ -63,14 +69,11 @@ std::optional<DiagnosticKind> TakeKind(std::string_view& text, bool& hasCode) {
             text = TrimFront(rest.substr(1));
             return each.kind;
         }
-        const std::size_t letters = rest.find_first_of("0123456789");
-        std::size_t end = letters;
-        while (end < rest.size() && IsDigit(rest[end])) {
-            ++end;
-        }
-        const bool isCode = rest.starts_with(' ') && letters > 1 && letters < 6 &&
-                            TrimFront(rest.substr(end)).starts_with(':') &&
-                            rest.substr(1, letters - 1).find_first_of(" :'\"") == std::string_view::npos;
+        const std::size_t end = rest.find_first_of(" :", 1);
+        const std::string_view code = rest.starts_with(' ') ? rest.substr(1, end - 1) : std::string_view();
+        const bool isCode = !code.empty() && code.size() <= LongestCode &&
+                            code.find_first_of("0123456789") != std::string_view::npos &&
+                            TrimFront(rest.substr(std::min(end, rest.size()))).starts_with(':');
         if (isCode) {
             text = rest.substr(1);
             hasCode = true;
@@ -131,7 +134,8 @@ public:
     Reader(const BuildMap& map, std::string_view output)
         : mMap(map),
           mCounting(CountingOf(map, output)),
-          mUnit(ColumnUnitOf(map, output, mCounting)) {}
+          mUnit(ColumnUnitOf(map, output, mCounting)),
+          mLinker(map) {}
 
     std::vector<Diagnostic> Run(std::string_view output) {
         while (!output.empty()) {
@@ -146,15 +150,30 @@ public:
 
 private:
     void ReadLine(std::string_view line) {
+        const std::optional<LinkerMessages::Message> linker = mLinker.Next(line);
         if (line.starts_with(">>> ")) {
             Referenced(line);
-        } else if (const std::optional<Message> message = Split(line)) {
-            Add(*message);
+            return;
+        }
+        std::optional<Message> message = Split(line);
+        if (!message && linker) {
+            message = Message{DiagnosticKind::Error, linker->where, linker->text};
+            TakeKind(message->text, message->hasCode);
+        }
+        if (message && !IsSummary(message->text)) {
+            Add(*message, linker ? linker->place : std::nullopt);
         }
     }
 
+    // What only says that there were errors.
+    bool IsSummary(std::string_view text) const {
+        const bool isSummary = text.starts_with("ld returned ") || text.starts_with("linker command failed") ||
+                               text.starts_with("LNK1120");
+        return isSummary && !mDiagnostics.empty();
+    }
+
     // Excerpts begin with blanks or with the number of their line.
-    std::optional<Message> Split(std::string_view line) const {
+    std::optional<Message> Split(std::string_view line) {
         if (line.front() == ' ' || line.front() == '\t') {
             return std::nullopt;
         }
@@ -162,29 +181,45 @@ private:
             return message;
         }
         const std::optional<FilePosition> position = FindPosition(mMap.File(), line, 0);
-        if (!position || (position->begin > 0 && !IsLinkerPrefix(line.substr(0, position->begin)))) {
-            return std::nullopt;
+        if (position && (position->begin == 0 || IsLinkerPrefix(line.substr(0, position->begin)))) {
+            return WithoutKind(line, position->end);
         }
-        const std::optional<std::string_view> behind = MessageBehind(line, position->end);
+        const std::size_t colon = line.substr(0, LongestFront).find(": ");
+        const bool isLinkers = colon != std::string_view::npos && IsLinkerPrefix(line.substr(0, colon + 2));
+        return isLinkers && !line.ends_with(':') ? WithoutKind(line, colon) : std::nullopt;
+    }
+
+    // A message behind `end`, which all but the linker's notes on other messages make an error.
+    static std::optional<Message> WithoutKind(std::string_view line, std::size_t end) {
+        const std::optional<std::string_view> behind = MessageBehind(line, end);
         if (!behind || behind->size() < 3) {
             return std::nullopt;
         }
-        Message message;
-        message.where = line.substr(0, position->end);
-        message.text = behind->substr(2);
-        const bool isNote = message.text.starts_with("see ");
-        message.kind = isNote ? DiagnosticKind::Note : DiagnosticKind::Error;
-        return message;
+        const std::string_view text = behind->substr(2);
+        const bool isNote = text.starts_with("see ") || text.starts_with("first defined here");
+        return Message{isNote ? DiagnosticKind::Note : DiagnosticKind::Error, line.substr(0, end), text};
     }
 
-    void Add(const Message& message) {
+    // `named`: where the names of a linker's message lead, if anywhere.
+    void Add(const Message& message, const std::optional<MemberPlace>& named) {
         Diagnostic diagnostic;
         diagnostic.kind = message.kind;
         diagnostic.text = CleanText(message.text);
         if (!SetPlace(message.where, diagnostic)) {
-            diagnostic.file = CleanText(message.where);
+            if (named) {
+                SetPlace(*named, diagnostic);
+            } else {
+                diagnostic.file = CleanText(message.where);
+            }
         }
+        mIsNamedOnly = diagnostic.column == 0 && named.has_value();
         mDiagnostics.push_back(std::move(diagnostic));
+    }
+
+    static void SetPlace(const MemberPlace& place, Diagnostic& diagnostic) {
+        diagnostic.member = place.member;
+        diagnostic.line = place.line;
+        diagnostic.column = place.column;
     }
 
     bool SetPlace(std::string_view where, Diagnostic& diagnostic) const {
@@ -195,24 +230,26 @@ private:
         const std::optional<MemberPlace> place =
             mMap.Find(position->line, mCounting, position->column, position->hasColonColumn ? mUnit : ColumnUnit::Byte);
         if (place) {
-            diagnostic.member = place->member;
-            diagnostic.line = place->line;
-            diagnostic.column = place->column;
+            SetPlace(*place, diagnostic);
         }
         return place.has_value();
     }
 
-    // lld names the places behind its message, one a line. The first one in a member is that of the message.
+    // lld gives the places behind its message, one a line. The first one in a member is that of the message.
     void Referenced(std::string_view line) {
-        if (!mDiagnostics.empty() && mDiagnostics.back().member.empty()) {
-            SetPlace(line, mDiagnostics.back());
+        if (!mDiagnostics.empty() && (mIsNamedOnly || mDiagnostics.back().member.empty()) &&
+            SetPlace(line, mDiagnostics.back())) {
+            mDiagnostics.back().file.clear();
+            mIsNamedOnly = false;
         }
     }
 
     const BuildMap& mMap;
     LineCounting mCounting;
     ColumnUnit mUnit;
+    LinkerMessages mLinker;
     std::vector<Diagnostic> mDiagnostics;
+    bool mIsNamedOnly = false; // the place of the last one is not certain
 };
 
 } // namespace

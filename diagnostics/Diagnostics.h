@@ -33,28 +33,4 @@ std::vector<Diagnostic> ReadDiagnostics(const BuildMap& map, std::string_view ou
 // what ReadDiagnostics gives. The text ends with the name of the rule in brackets.
 std::vector<Diagnostic> HiddenDiagnostics(const VornSrcObj& document);
 
-// The whole output with the positions in members led back; everything else comes out byte by byte as it went in.
-// A position is "psfPath:member:line", with `psfPath` as it stands and the line in the member's text, counted from 1;
-// that of a prototype is the line of the function it was cut from.
-//
-// FILE below is the C file in one of its spellings.
-// - A line that begins with "FILE:LINE:", "FILE:LINE:COL:", "FILE(LINE):", "FILE(LINE) :", "FILE(LINE,COL):" or
-//   "FILE(LINE,COL) :" begins with the new position and ends with the old one in parentheses:
-//   "x.PSF:events/OnKey:3: error: what (gen.c:45:9)".
-// - Inside a line the old position in parentheses follows the new one: "In file included from x.PSF:references:1
-//   (gen.c:14):". This is done in "In file included from FILE:LINE:" and "from FILE:LINE," with or without a column;
-//   behind the name of a linker as in "/usr/bin/ld: FILE:LINE: what"; in front of ": first defined here"; and in lld's
-//   lines ">>> referenced by FILE:LINE (FILE:LINE)". Other lines may quote the source and are left alone.
-//
-// How the lines are counted is decided once for the whole output: see CountingOf.
-std::string RewriteMessages(const BuildMap& map, std::string_view psfPath, std::string_view output);
-
-// How the compiler that wrote `output` counts lines. gcc and clang take a lone CR for a line end. A column after a
-// colon is their mark and decides. Without one, messages are tried both ways: the quoted names must stand in the lines
-// named. A tie is a line end. The excerpts of the source are no help: gcc itself prints the wrong line there.
-LineCounting CountingOf(const BuildMap& map, std::string_view output);
-
-// What its columns are: the quoted names must stand there. Where none tells, gcc's other marks do.
-ColumnUnit ColumnUnitOf(const BuildMap& map, std::string_view output, LineCounting counting);
-
 } // namespace tessaly

@@ -1,6 +1,8 @@
 // Most spellings are known beforehand; those with "." and ".." in them are made normal first.
 #include "diagnostics/FileSpellings.h"
 
+#include "platform/text/Ascii.h"
+
 #include <algorithm>
 #include <filesystem>
 
@@ -9,6 +11,12 @@ namespace tessaly {
 namespace {
 
 constexpr std::string_view WindowsSeparators = "/\\";
+
+// What may stand in front of a path.
+constexpr std::string_view Boundaries = " \t:([<='\"`";
+
+// The longest sequence of a terminal that is looked for there.
+constexpr std::size_t LongestSequence = 24;
 
 // A longer text in front of a base name is not looked at as a path.
 constexpr std::size_t LongestPath = 4096;
@@ -56,6 +64,18 @@ void AddEndings(const std::string& path, std::string_view separators, std::vecto
     }
 }
 
+// Whether a path may begin behind `front`: also behind a sequence that colours it.
+bool IsBoundary(std::string_view front) {
+    if (front.empty() || Boundaries.find(front.back()) != std::string_view::npos) {
+        return true;
+    }
+    front.remove_prefix(front.size() - std::min(front.size(), LongestSequence));
+    const std::size_t escape = front.rfind("\x1B[");
+    const std::string_view sequence = escape == std::string_view::npos ? "" : front.substr(escape + 2);
+    return !sequence.empty() && IsLetter(sequence.back()) &&
+           sequence.find_first_not_of("0123456789;") == sequence.size() - 1;
+}
+
 } // namespace
 
 FileSpellings::FileSpellings(const std::string& path) {
@@ -78,19 +98,17 @@ FileSpellings::FileSpellings(const std::string& path) {
 }
 
 std::optional<std::size_t> FileSpellings::FindBegin(std::string_view line, std::size_t end) const {
-    constexpr std::string_view boundaries = " \t:(";
     const std::string_view text = line.substr(0, end);
     for (const std::string& spelling : mSpellings) {
         const std::size_t begin = end - std::min(end, spelling.size());
-        const bool free = begin == 0 || boundaries.find(text[begin - 1]) != std::string_view::npos;
-        if (free && text.ends_with(spelling)) {
+        if (text.ends_with(spelling) && IsBoundary(text.substr(0, begin))) {
             return begin;
         }
     }
     if (end <= LongestPath && IsSpelling(text)) {
         return 0;
     }
-    const std::size_t begin = text.find_last_of(boundaries) + 1;
+    const std::size_t begin = text.find_last_of(Boundaries) + 1;
     return end - begin <= LongestPath && IsSpelling(text.substr(begin)) ? std::optional(begin) : std::nullopt;
 }
 

@@ -21,7 +21,8 @@ public:
 
     // Where the longest spelling begins that ends at `end` in `line`; no value when there is none. A spelling is the
     // path as given, its normal form, a relative end of that, or a path with one of these as its normal form; in front
-    // of it stands the line's beginning, a blank, a colon or an opening parenthesis.
+    // of it stands the line's beginning, a blank, a colon, "=", a quote, an opening bracket or a sequence of a
+    // terminal.
     std::optional<std::size_t> FindBegin(std::string_view line, std::size_t end) const;
 
 private:

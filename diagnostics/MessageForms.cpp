@@ -37,6 +37,28 @@ bool IsClosingQuote(char character) {
     return std::string_view("'\"\xE2").find(character) != std::string_view::npos;
 }
 
+// Moves `at` behind `text`. False when that is not there.
+bool Skip(std::string_view line, std::string_view text, std::size_t& at) {
+    const bool found = line.substr(std::min(at, line.size())).starts_with(text);
+    at += found ? text.size() : 0;
+    return found;
+}
+
+// The forms in words, with the file's name in quotes or not.
+bool ReadWords(std::string_view line, FilePosition& position) {
+    std::size_t at = position.end;
+    const bool isQuoted = Skip(line, "\"", at) || Skip(line, "'", at);
+    const bool hasWord = Skip(line, ", line ", at);
+    if (!hasWord && !(isQuoted && Skip(line, ",", at))) {
+        return false;
+    }
+    Skip(line, "= ", at); // of lldb
+    position.line = ReadNumber(line, at);
+    position.end = at;
+    position.isQuoted = isQuoted;
+    return position.line > 0;
+}
+
 } // namespace
 
 std::string_view TakeLine(std::string_view& output) {
@@ -49,7 +71,7 @@ std::string_view TakeLine(std::string_view& output) {
 bool ReadNumbers(std::string_view line, FilePosition& position) {
     const bool parenthesis = HasAt(line, position.end, '(');
     if (!parenthesis && !HasAt(line, position.end, ':')) {
-        return false;
+        return ReadWords(line, position);
     }
     ++position.end;
     position.line = ReadNumber(line, position.end);
@@ -73,10 +95,12 @@ std::optional<FilePosition> FindPosition(const FileSpellings& file, std::string_
     for (; at != std::string_view::npos; at = line.find(name, at + 1)) {
         FilePosition position;
         position.end = at + name.size();
-        const std::optional<std::size_t> begin =
-            ReadNumbers(line, position) ? file.FindBegin(line, at + name.size()) : std::nullopt;
+        const bool isPosition =
+            ReadNumbers(line, position) && (position.end == line.size() || !IsNameCharacter(line[position.end]));
+        const std::optional<std::size_t> begin = isPosition ? file.FindBegin(line, at + name.size()) : std::nullopt;
         if (begin) {
-            position.begin = *begin;
+            const bool isQuoted = position.isQuoted && *begin > 0 && IsOpeningQuote(line[*begin - 1]);
+            position.begin = *begin - (isQuoted ? 1 : 0);
             return position;
         }
     }
@@ -115,6 +139,19 @@ bool IsInsidePosition(std::string_view prefix, std::string_view rest) {
 
 bool IsNameCharacter(char character) {
     return IsLetter(character) || IsDigit(character) || character == '_';
+}
+
+std::size_t FindName(std::string_view text, std::string_view name) {
+    if (name.empty()) {
+        return std::string_view::npos;
+    }
+    for (std::size_t at = text.find(name); at != std::string_view::npos; at = text.find(name, at + 1)) {
+        const std::size_t end = at + name.size();
+        if ((at == 0 || !IsNameCharacter(text[at - 1])) && (end == text.size() || !IsNameCharacter(text[end]))) {
+            return at;
+        }
+    }
+    return std::string_view::npos;
 }
 
 std::string_view NextQuotedName(std::string_view message, std::size_t& at) {

@@ -11,11 +11,12 @@ namespace tessaly {
 
 // A position in a file, somewhere in a line of output.
 struct FilePosition {
-    std::size_t begin = 0; // of the file's name
+    std::size_t begin = 0; // of the file's name, or of the quote in front of it
     std::size_t end = 0;   // behind the numbers or the closing parenthesis
     std::size_t line = 0;
     std::size_t column = 0; // 0 for none
     bool hasColonColumn = false;
+    bool isQuoted = false;
 };
 
 // Takes the first line off `output`, without its LF.
@@ -39,6 +40,9 @@ bool IsLinkerPrefix(std::string_view prefix);
 bool IsInsidePosition(std::string_view prefix, std::string_view rest);
 
 bool IsNameCharacter(char character);
+
+// Where `name` stands in `text` by itself, not as a part of another; npos when it does not.
+std::size_t FindName(std::string_view text, std::string_view name);
 
 // The name that begins at or behind `at` in quotes; `at` moves behind it. "" when there is none.
 std::string_view NextQuotedName(std::string_view message, std::size_t& at);

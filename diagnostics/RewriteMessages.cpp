@@ -1,84 +1,96 @@
-// Every line is looked at for itself: first its front, then its inside.
-#include "diagnostics/Diagnostics.h"
-#include "diagnostics/MessageForms.h"
+// Every line is looked at for itself: first its front, then what a linker means by it, then its inside.
+#include "diagnostics/RewriteMessages.h"
+
+#include "platform/text/Ascii.h"
+
+#include <utility>
 
 namespace tessaly {
 
-namespace {
+MessageRewriter::MessageRewriter(const BuildMap& map, std::string psfPath, Inside inside)
+    : mMap(map),
+      mPsfPath(std::move(psfPath)),
+      mInside(inside),
+      mLinker(map) {}
 
-class Rewriter {
-public:
-    Rewriter(const BuildMap& map, std::string_view psfPath, LineCounting counting)
-        : mMap(map),
-          mPsfPath(psfPath),
-          mCounting(counting) {}
-
-    std::string Run(std::string_view output) {
-        mResult.reserve(output.size() + output.size() / 4);
-        while (!output.empty()) {
-            const std::size_t size = output.size();
-            std::string_view line = TakeLine(output);
-            const bool hasLf = line.size() + output.size() < size;
-            const bool hasCr = line.ends_with('\r');
-            line.remove_suffix(hasCr ? 1 : 0);
-            RewriteLine(line);
-            mResult.append(hasCr ? "\r" : "").append(hasLf ? "\n" : "");
-        }
-        return std::move(mResult);
+void MessageRewriter::Rewrite(std::string_view line, std::string& result) {
+    if (!mCounting) {
+        mVotes.Add(mMap, line);
     }
-
-private:
-    void RewriteLine(std::string_view line) {
-        const std::optional<FilePosition> position = FindPosition(mMap.File(), line, 0);
-        if (position && position->begin == 0) {
-            const std::optional<std::string_view> message = MessageBehind(line, position->end);
-            const std::optional<std::string> mapped = MapPosition(*position);
-            if (message && mapped) {
-                mResult.append(*mapped);
-                RewriteInside(*message);
-                mResult.append(" (").append(line.substr(0, position->end)).append(")");
-                return;
-            }
-        }
-        RewriteInside(line);
+    mCurrent = mCounting.value_or(mVotes.Result());
+    const std::optional<LinkerMessages::Message> linker = mLinker.Next(line);
+    if (RewriteFront(line, result)) {
+        return;
     }
-
-    void RewriteInside(std::string_view line) {
-        std::size_t copied = 0;
-        std::optional<FilePosition> position = FindPosition(mMap.File(), line, 0);
-        for (; position; position = FindPosition(mMap.File(), line, position->end)) {
-            const std::size_t begin = position->begin;
-            const std::size_t end = position->end;
-            if (!IsInsidePosition(line.substr(0, begin), line.substr(end))) {
-                continue;
-            }
-            if (const std::optional<std::string> mapped = MapPosition(*position)) {
-                mResult.append(line.substr(copied, begin - copied)).append(*mapped);
-                mResult.append(" (").append(line.substr(begin, end - begin)).append(")");
-                copied = end;
-            }
-        }
-        mResult.append(line.substr(copied));
+    const std::size_t before = result.size();
+    RewriteInside(line, result);
+    const bool isUnchanged = result.size() - before == line.size();
+    if (isUnchanged && linker && linker->place) {
+        result.erase(before);
+        result.append(Place(*linker->place)).append(": ").append(linker->text);
+        result.append(" (").append(TrimBack(linker->where)).append(")");
     }
+}
 
-    std::optional<std::string> MapPosition(const FilePosition& position) const {
-        const std::optional<MemberPlace> place = mMap.Find(position.line, mCounting);
-        if (!place) {
-            return std::nullopt;
-        }
-        return std::string(mPsfPath) + ":" + std::string(place->member) + ":" + std::to_string(place->line);
+// A message that begins with its position. False when the line is none.
+bool MessageRewriter::RewriteFront(std::string_view line, std::string& result) const {
+    const std::optional<FilePosition> position = FindPosition(mMap.File(), line, 0);
+    if (!position || position->begin > 0) {
+        return false;
     }
+    const std::optional<std::string_view> message = MessageBehind(line, position->end);
+    const std::optional<std::string> mapped = message ? MapPosition(*position) : std::nullopt;
+    if (mapped) {
+        result.append(*mapped);
+        RewriteInside(*message, result);
+        result.append(" (").append(line.substr(0, position->end)).append(")");
+    }
+    return mapped.has_value();
+}
 
-    const BuildMap& mMap;
-    std::string_view mPsfPath;
-    LineCounting mCounting;
-    std::string mResult;
-};
+void MessageRewriter::RewriteInside(std::string_view line, std::string& result) const {
+    std::size_t copied = 0;
+    std::optional<FilePosition> position = FindPosition(mMap.File(), line, 0);
+    for (; position; position = FindPosition(mMap.File(), line, position->end)) {
+        const std::size_t begin = position->begin;
+        const std::size_t end = position->end;
+        if (mInside == Inside::OfCompilers && !IsInsidePosition(line.substr(0, begin), line.substr(end))) {
+            continue;
+        }
+        if (const std::optional<std::string> mapped = MapPosition(*position)) {
+            result.append(line.substr(copied, begin - copied)).append(*mapped);
+            result.append(" (").append(line.substr(begin, end - begin)).append(")");
+            copied = end;
+        }
+    }
+    result.append(line.substr(copied));
+}
 
-} // namespace
+std::optional<std::string> MessageRewriter::MapPosition(const FilePosition& position) const {
+    const std::optional<MemberPlace> place = mMap.Find(position.line, mCurrent);
+    return place ? std::optional(Place(*place)) : std::nullopt;
+}
+
+std::string MessageRewriter::Place(const MemberPlace& place) const {
+    std::string text = mPsfPath;
+    return text.append(":").append(place.member).append(":").append(std::to_string(place.line));
+}
 
 std::string RewriteMessages(const BuildMap& map, std::string_view psfPath, std::string_view output) {
-    return Rewriter(map, psfPath, CountingOf(map, output)).Run(output);
+    MessageRewriter rewriter(map, std::string(psfPath), MessageRewriter::Inside::OfCompilers);
+    rewriter.SetCounting(CountingOf(map, output));
+    std::string result;
+    result.reserve(output.size() + output.size() / 4);
+    while (!output.empty()) {
+        const std::size_t size = output.size();
+        std::string_view line = TakeLine(output);
+        const bool hasLf = line.size() + output.size() < size;
+        const bool hasCr = line.ends_with('\r');
+        line.remove_suffix(hasCr ? 1 : 0);
+        rewriter.Rewrite(line, result);
+        result.append(hasCr ? "\r" : "").append(hasLf ? "\n" : "");
+    }
+    return result;
 }
 
 } // namespace tessaly

@@ -1,6 +1,7 @@
 // Any output of a compiler, for a program block with uneven line ends. A line without a position in the C file stays as
 // it is; one that is led back keeps its old position, and names a line that the C file has there.
 #include "diagnostics/Diagnostics.h"
+#include "diagnostics/RewriteMessages.h"
 #include "document/CCodeGenerator.h"
 #include "document/Members.h"
 #include "document/VornSrcObj.h"

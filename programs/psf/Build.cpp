@@ -3,24 +3,15 @@
 #include "app/CompilerCommand.h"
 #include "app/Settings.h"
 #include "diagnostics/Diagnostics.h"
+#include "diagnostics/RewriteMessages.h"
 #include "platform/system/Process.h"
+#include "platform/text/TerminalText.h"
 #include "programs/psf/Commands.h"
 #include "programs/psf/Printable.h"
 
 namespace tessaly::psf {
 
 namespace {
-
-struct CompilerSettings {
-    std::string batchFile; // FCompBat
-    std::string cFile;     // FCompFileName
-};
-
-CompilerSettings ReadCompilerSettings(SequentialFiles& files) {
-    const std::unique_ptr<Registry> registry = OpenSettings(files, PrintError);
-    return {ReadRegValue(*registry, Registry::LocalMachine, SettingsKey, CompBatSetting),
-            ReadRegValue(*registry, Registry::LocalMachine, SettingsKey, CompFileNameSetting)};
-}
 
 // What a compiler cannot know, or knows at another place only, in the form of its own messages.
 std::string HiddenMistakes(const VornSrcObj& document, const std::string& file) {
@@ -33,6 +24,12 @@ std::string HiddenMistakes(const VornSrcObj& document, const std::string& file) 
 }
 
 } // namespace
+
+CompilerSettings ReadCompilerSettings(SequentialFiles& files) {
+    const std::unique_ptr<Registry> registry = OpenSettings(files, PrintError);
+    return {ReadRegValue(*registry, Registry::LocalMachine, SettingsKey, CompBatSetting),
+            ReadRegValue(*registry, Registry::LocalMachine, SettingsKey, CompFileNameSetting)};
+}
 
 int Build(Session& session, const std::string& file) {
     VornSrcObj document = session.NewDocument();
@@ -63,7 +60,7 @@ int Build(Session& session, const std::string& file) {
         return CompilerMissing;
     }
     Print(HiddenMistakes(document, file));
-    Print(PrintableLines(RewriteMessages(map, file, CompilerText(output))));
+    Print(PrintableLines(RewriteMessages(map, file, WithoutTerminalSequences(CompilerText(output)))));
     return result.exitStatus;
 }
 

@@ -33,6 +33,12 @@ int Check(Session& session, const std::string& file, bool lint);
 // status, or that of what went wrong before: the load's, the generation's, CompilerMissing, WrongUsage.
 int Build(Session& session, const std::string& file);
 
+// psf map: copies standard input to standard output, line by line as it comes, with the positions in the C file of the
+// last build of `file` led to members. That is `cFile`, or the one that the settings name. What it holds is compared
+// with what `file` would give now, because `file` may have been edited since. Returns the load's status, or
+// CompilerMissing without a C file.
+int Map(Session& session, const std::string& file, const std::optional<std::string>& cFile);
+
 // psf recover: what the window kept. The list is one line each, the newest first: number, time, reason, origin and the
 // members that differ from the file now, with tabs between them. The others take a number of that list; without one of
 // that number they return the status NotFound.

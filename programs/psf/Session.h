@@ -45,6 +45,14 @@ std::string_view LoadProblem(const VornSrcObj& document);
 // Loads `file`; on failure says so, and why as far as that can be told.
 Status Load(VornSrcObj& document, const std::string& file);
 
+struct CompilerSettings {
+    std::string batchFile; // FCompBat
+    std::string cFile;     // FCompFileName
+};
+
+// "" for what is not set.
+CompilerSettings ReadCompilerSettings(SequentialFiles& files);
+
 // The name of an error. A common one has the same English name on every system.
 std::string Reason(std::error_code error);
 

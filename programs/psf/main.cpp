@@ -116,6 +116,11 @@ struct CommandLine {
         CLI::App* build = Command("build", "Generate C code, compile it and map the compiler's messages",
                                   [this](Session& session) { return Build(session, file); });
         AddFile(build);
+
+        CLI::App* map = Command("map", "Copy standard input with positions in the C file mapped to members",
+                                [this](Session& session) { return Map(session, file, output); });
+        AddFile(map);
+        map->add_option("--c-file", output, "The C file; without it, that of the settings")->type_name("CFILE");
     }
 
     void AddRecover() {

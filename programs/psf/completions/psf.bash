@@ -5,7 +5,7 @@ _psf() {
     COMPREPLY=()
     for ((i = 1; i < COMP_CWORD; i++)); do
         case ${COMP_WORDS[i]} in
-        --codepage | -o | --output) ((i++)) ;;
+        --codepage | -o | --output | --c-file) ((i++)) ;;
         -*) ;;
         *)
             ((count++))
@@ -21,7 +21,12 @@ _psf() {
         return
     fi
     if [[ $count -eq 0 ]]; then
-        mapfile -t COMPREPLY < <(compgen -W 'new show set add delete resave generate check build recover --codepage --help --version' -- "$word")
+        mapfile -t COMPREPLY < <(compgen -W 'new show set add delete resave generate check build map recover --codepage --help --version' -- "$word")
+        return
+    fi
+    if [[ ${COMP_WORDS[COMP_CWORD - 1]} == --c-file ]]; then
+        compopt -o filenames 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -f -- "$word")
         return
     fi
     if [[ $word == -* ]]; then
@@ -31,6 +36,7 @@ _psf() {
         show) options+=' --json' ;;
         check) options+=' --lint' ;;
         generate) options+=' --output' ;;
+        map) options+=' --c-file' ;;
         recover) options+=' --json --output --delete' ;;
         esac
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$word")

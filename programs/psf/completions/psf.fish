@@ -6,7 +6,7 @@ function __psf_words
     for word in (commandline -opc)
         if test $skip = 1
             set skip 0
-        else if contains -- $word --codepage -o --output
+        else if contains -- $word --codepage -o --output --c-file
             set skip 1
         else if not string match -q -- '-*' $word
             echo $word
@@ -38,11 +38,13 @@ complete -c psf -n __fish_use_subcommand -a resave -d 'Load a file and save it a
 complete -c psf -n __fish_use_subcommand -a generate -d 'Write the generated C file'
 complete -c psf -n __fish_use_subcommand -a check -d 'Report what a load loses or changes'
 complete -c psf -n __fish_use_subcommand -a build -d "Generate C code, compile it and map the messages"
+complete -c psf -n __fish_use_subcommand -a map -d 'Copy standard input with positions mapped to members'
 complete -c psf -n __fish_use_subcommand -a recover -d 'List, show or write what the window kept of unsaved texts'
 complete -c psf -n '__fish_seen_subcommand_from new' -l force -d 'Replace a file that exists'
 complete -c psf -n '__fish_seen_subcommand_from show' -l json -d 'Print the whole document as one JSON object'
 complete -c psf -n '__fish_seen_subcommand_from check' -l lint -d 'Report what the texts show by themselves, too'
 complete -c psf -n '__fish_seen_subcommand_from generate' -s o -l output -r -F -d 'The C file'
+complete -c psf -n '__fish_seen_subcommand_from map' -l c-file -r -F -d 'The C file'
 complete -c psf -n '__fish_seen_subcommand_from recover' -l json -d 'Print the list as JSON'
 complete -c psf -n '__fish_seen_subcommand_from recover' -s o -l output -r -F -d 'The file to write'
 complete -c psf -n '__fish_seen_subcommand_from recover' -l delete -d 'Remove it for good'

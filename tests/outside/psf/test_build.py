@@ -277,11 +277,12 @@ def test_settings_are_found_through_the_xdg_folders(place):
         assert place.build("x.PSF", env=env).out == b"built\n", variable
 
 
-def test_control_characters_in_messages_are_question_marks(place):
+def test_colours_are_left_out_and_other_control_characters_are_question_marks(place):
     name = "Bl\x1b[2Jnk"
     place.write("x.PSF", source([(name, "void f(void)\r\n{\r\n    first = 1;\r\n}")]))
     text = psf("generate", place.folder / "x.PSF").out.replace(b"\r\n", b"\n").replace(b"\r", b"\n")
     number = next(i for i, line in enumerate(text.split(b"\n"), 1) if b"first" in line)
-    place.batch(f"printf '%s:{number}:5: error: \\033[2J\\007\\n\\tsee\\rhere\\r\\n' '{place.c_file}'; exit 1")
+    place.batch(f"printf '\\033[1m%s:{number}:5: \\033[31merror:\\033[m x\\007\\n\\tsee\\rhere\\r\\n' "
+                f"'{place.c_file}'; exit 1")
     assert place.build("x.PSF").out.decode() == (
-        f"x.PSF:functions/Bl?[2Jnk:3: error: ?[2J? ({place.c_file}:{number}:5)\n\tsee?here\r\n")
+        f"x.PSF:functions/Bl?[2Jnk:3: error: x ({place.c_file}:{number}:5)\n\tsee?here\r\n")

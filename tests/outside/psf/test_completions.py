@@ -9,7 +9,7 @@ from psf_harness import PSF, leave, not_on_windows, source
 
 pytestmark = not_on_windows("the shells that complete are not there")
 FOLDER = f"{ROOT}/programs/psf/completions"
-COMMANDS = {"new", "show", "set", "add", "delete", "resave", "generate", "check", "build", "recover"}
+COMMANDS = {"new", "show", "set", "add", "delete", "resave", "generate", "check", "build", "map", "recover"}
 
 
 @pytest.fixture
@@ -46,6 +46,9 @@ def test_bash_completes_commands_files_members_and_functions(folder):
     assert bash(folder, "psf", "delete", "Main.PSF", "") == {"Blink"}
     assert "--json" in bash(folder, "psf", "show", "--")
     assert "--lint" in bash(folder, "psf", "check", "--")
+    assert "--c-file" in bash(folder, "psf", "map", "--")
+    assert bash(folder, "psf", "map", "Main.PSF", "--c-file", "") == {"Main.PSF", "notes.txt"}
+    assert bash(folder, "psf", "map", "--c-file", "notes.txt", "") == {"Main.PSF"}
     assert "--delete" in bash(folder, "psf", "recover", "--")
     assert bash(folder, "psf", "recover", "1", "-o", "") == {"Main.PSF"}
     assert bash(folder, "psf", "--codepage", "1251", "show", "Main.PSF", "functions/") == {"functions/Blink"}
@@ -58,6 +61,8 @@ def test_fish_completes_commands_files_members_and_functions(folder):
     assert fish(folder, "psf delete Main.PSF ") == {"Blink"}
     assert "--json" in fish(folder, "psf show --")
     assert "--lint" in fish(folder, "psf check --")
+    assert "--c-file" in fish(folder, "psf map --")
+    assert "notes.txt" in fish(folder, "psf map Main.PSF --c-file ")
     assert "--delete" in fish(folder, "psf recover --")
 
 

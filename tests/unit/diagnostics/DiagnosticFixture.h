@@ -2,6 +2,7 @@
 #pragma once
 
 #include "diagnostics/Diagnostics.h"
+#include "diagnostics/RewriteMessages.h"
 #include "document/Members.h"
 #include "document/VornSrcObj.h"
 #include "platform/system/SequentialFiles.h"

@@ -159,6 +159,72 @@ TEST_F(DiagnosticMapFormTest, MuchOutputTakesNoLongerThanItMust) {
     EXPECT_TRUE(result.ends_with(mPlace + ": 'marker' (gen.c:" + mNumber + ")\n"));
 }
 
+// What other tools print, in which a position may stand anywhere.
+class AnywhereTest : public DiagnosticMapFormTest {
+protected:
+    std::string Map(const std::string& line) {
+        const BuildMap map(mDocument, CFile());
+        std::string result;
+        MessageRewriter(map, "x.PSF", MessageRewriter::Inside::Anywhere).Rewrite(line, result);
+        return result;
+    }
+
+    // `before`, a position, `behind`: its new form is in front of the old one.
+    void Expect(const std::string& before, const std::string& position, const std::string& behind) {
+        EXPECT_EQ(Map(before + position + behind), before + "x.PSF:events/OnKey:3 (" + position + ")" + behind);
+    }
+};
+
+TEST_F(AnywhereTest, EveryPositionIsLedBackInItsLine) {
+    const std::string full = CFile() + ":" + mNumber;
+    Expect("    #0 0x55cac3 in OnKey ", full, "");
+    Expect("    #0 0x55cac3 in OnKey ", full + ":5", "");
+    Expect("SUMMARY: AddressSanitizer: SEGV ", full, " in OnKey");
+    Expect("San.out: ", full, ": OnKey: Assertion `character == 0x63' failed.");
+    Expect("==24452==    by 0x10933C: OnKey (", "gen.c:" + mNumber, ")");
+    Expect("#1  0x0000555 in OnKey (character=<optimized out>) at ", full, "");
+    Expect("Breakpoint 1 at 0x12ea: file ", CFile() + ", line " + mNumber, ".");
+    Expect("", full, "");
+    Expect("", full, " (discriminator 2)");
+    Expect("1: file = ", "'gen.c', line = " + mNumber, ", exact_match = 0");
+    Expect("\x1B[01m\x1B[K", full + ":7", ":\x1B[m\x1B[K x");
+    Expect("  // from ", full, ": see there");
+}
+
+TEST_F(AnywhereTest, MessagesOfOtherCompilersAreLedBack) {
+    const std::string words = "\"" + CFile() + "\", line " + mNumber;
+    EXPECT_EQ(Map(words + ": error #20: x"), "x.PSF:events/OnKey:3: error #20: x (" + words + ")");
+    Expect("", "\"" + CFile() + "\"," + mNumber, "  Error[Pe020]: x");
+    const std::string full = CFile() + ":" + mNumber + ":5";
+    EXPECT_EQ(Map(full + ": runtime error: x"), "x.PSF:events/OnKey:3: runtime error: x (" + full + ")");
+}
+
+TEST_F(AnywhereTest, OtherFilesAndLinesStay) {
+    for (const std::string& line : std::vector<std::string>{
+             "", "x", "in OnKey gen.c", "in OnKey gen.c:0", "in OnKey gen.c:99999", "in OnKey gen.c:2",
+             "mygen.c:" + mNumber, "gen.c, lines " + mNumber, "gen.c, line x", "\"gen.c\", " + mNumber,
+             "loop.c:" + mNumber, "\x1B[1;:xgen.c:" + mNumber, "[1mgen.c:" + mNumber}) {
+        EXPECT_EQ(Map(line), line);
+    }
+}
+
+TEST_F(AnywhereTest, LinesOfAFileThatWasEditedSinceAreTheNearest) {
+    BuildMap map(mDocument, CFile());
+    std::string old = Generate();
+    old.replace(old.find("void OnKey"), 0, "/* one */\r\n\r\n");
+    map.SetFileText(old);
+    const auto place = [&](int line) {
+        return map.Find(static_cast<std::size_t>(std::stoi(mNumber) + line), LineCounting::LoneCrEndsLine);
+    };
+    ASSERT_TRUE(place(2));
+    EXPECT_EQ(place(2)->member, "events/OnKey");
+    EXPECT_EQ(place(2)->line, 3U);
+    EXPECT_EQ(place(1)->line, 2U);
+    EXPECT_FALSE(map.Find(0, LineCounting::LoneCrEndsLine));
+    EXPECT_FALSE(map.Find(99999, LineCounting::LoneCrEndsLine));
+    EXPECT_EQ(map.Find(std::stoul(mNumber) + 2 - 3, LineCounting::LoneCrIsBlank)->line, 3U) << "three functions";
+}
+
 class DiagnosticMapCountingTest : public DiagnosticMapTest {
 protected:
     DiagnosticMapCountingTest() {

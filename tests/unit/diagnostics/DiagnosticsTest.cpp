@@ -99,6 +99,109 @@ TEST_F(DiagnosticsTest, AnyBytesGiveUtf8) {
     EXPECT_EQ(text, "error | events/OnKey:3:7 |  | \xEF\xBF\xBD x");
 }
 
+class LinkerDiagnosticsTest : public DiagnosticsTest {
+protected:
+    LinkerDiagnosticsTest() {
+        AddFunction("Call", "int Call(void)\r\n{\r\n\r\n    return Missing() + 1;\r\n}\r\n");
+        AddFunction("Twice", "/* Twice */\r\nint Twice(void) { return 0; }\r\n");
+        mDocument.UpdateEventCodeByIndex(3, "void OnStart(long time)\n{\n  Missing();\n}");
+        mCall = std::to_string(LineOf("Missing()"));
+    }
+
+    std::string mCall;
+};
+
+TEST_F(LinkerDiagnosticsTest, LdNamesALineOrAFunction) {
+    const std::string function = "/usr/bin/ld: /tmp/a.o: in function `Call':\n";
+    const std::string text = "undefined reference to `Missing'";
+    const std::string place = "error | functions/Call:4:0 |  | ";
+    EXPECT_EQ(Read(function + CFile() + ":" + mCall + ": " + text), place + text);
+    EXPECT_EQ(Read("/usr/bin/ld: " + CFile() + ":" + mCall + ": " + text), place + text);
+    EXPECT_EQ(Read(function + "gen.c:(.text+0x39): " + text), place + text);
+    EXPECT_EQ(Read(function + "gen.c:" + mCall + ": more undefined references to `Missing' follow"),
+              place + "more undefined references to `Missing' follow");
+    EXPECT_EQ(Read("/usr/bin/ld: /tmp/a.o: in function `OnStart':\ngen.c:(.text+0x39): " + text),
+              "error | events/OnStart:3:0 |  | " + text);
+    EXPECT_EQ(Read("/usr/bin/i686-w64-mingw32-ld: /tmp/a.o:gen.c:(.text+0x29): " + text),
+              place + "/tmp/a.o:gen.c:(.text+0x29): " + text);
+    EXPECT_EQ(Read("/usr/bin/ld: /tmp/a.o: in Funktion \xC2\xBB"
+                   "Call\xC2\xAB:\ngen.c:(.text+0x39): undefinierter Verweis auf \xC2\xBBMissing\xC2\xAB"),
+              place + "undefinierter Verweis auf \xC2\xBBMissing\xC2\xAB");
+    EXPECT_EQ(Read("/tmp/a.o:gen.c:function Call: error: " + text), place + text);
+}
+
+TEST_F(LinkerDiagnosticsTest, LdNamesWhatIsThereTwice) {
+    EXPECT_EQ(Read("/usr/bin/ld: /tmp/kit.o: in function `Twice':\nkit.c:7: multiple definition of `Twice'; "
+                   "/tmp/a.o:gen.c:(.text+0x0): first defined here"),
+              "error | functions/Twice:1:0 |  | multiple definition of `Twice'; "
+              "/tmp/a.o:gen.c:(.text+0x0): first defined here");
+}
+
+TEST_F(LinkerDiagnosticsTest, AMissingHandlerIsItsEvent) {
+    const std::string function = "/usr/bin/ld: /tmp/loop.o: in function `deliver':\n";
+    EXPECT_EQ(Read(function + "/kit/runtime/loop.c:90: undefined reference to `OnKey'"),
+              "error | events/OnKey:1:0 |  | undefined reference to `OnKey'");
+    EXPECT_EQ(Read("ld.lld: error: undefined symbol: OnKey\n>>> referenced by loop.c\n>>>   loop.o:(deliver)"),
+              "error | events/OnKey:1:0 |  | undefined symbol: OnKey");
+    EXPECT_EQ(Read("loop.obj : error LNK2019: unresolved external symbol _OnKey referenced in function _deliver"),
+              "error | events/OnKey:1:0 |  | LNK2019: unresolved external symbol _OnKey referenced in function "
+              "_deliver");
+    EXPECT_EQ(Read(function + "/kit/runtime/loop.c:90: undefined reference to `clock_gettime'"),
+              "error | :0:0 | /kit/runtime/loop.c:90 | undefined reference to `clock_gettime'");
+}
+
+TEST_F(LinkerDiagnosticsTest, LldNamesThePlaceBehindItsMessage) {
+    EXPECT_EQ(Read("ld.lld: error: undefined symbol: Missing\n>>> referenced by gen.c:" + mCall + " (" + CFile() + ":" +
+                   mCall + ")\n>>>               /tmp/a.o:(Call)\n"),
+              "error | functions/Call:4:0 |  | undefined symbol: Missing");
+    EXPECT_EQ(Read("lld-link: error: undefined symbol: _Missing\n>>> referenced by gen.obj:(_Call)\n"),
+              "error | functions/Call:4:0 |  | undefined symbol: _Missing");
+    EXPECT_EQ(Read("lld-link: error: duplicate symbol: _Twice\n>>> defined at gen.obj\n>>> defined at kit.obj\n"),
+              "error | functions/Twice:1:0 |  | duplicate symbol: _Twice");
+    EXPECT_EQ(Read("ld.lld: error: undefined symbol: elsewhere\n>>> referenced by x.c:1\n"),
+              "error | :0:0 | ld.lld | undefined symbol: elsewhere");
+}
+
+TEST_F(LinkerDiagnosticsTest, LinkNamesTheFunction) {
+    EXPECT_EQ(Read("gen.obj : error LNK2019: unresolved external symbol _Missing referenced in function _OnStart\r\n"
+                   "Blink.out : fatal error LNK1120: 1 unresolved externals\r\n"),
+              "error | events/OnStart:3:0 |  | LNK2019: unresolved external symbol _Missing referenced in function "
+              "_OnStart");
+    EXPECT_EQ(Read("gen.obj : error LNK2001: unresolved external symbol __imp__Missing"),
+              "error | functions/Call:4:0 |  | LNK2001: unresolved external symbol __imp__Missing");
+    EXPECT_EQ(Read("kit.obj : error LNK2005: _Twice already defined in gen.obj"),
+              "error | functions/Twice:1:0 |  | LNK2005: _Twice already defined in gen.obj");
+    EXPECT_EQ(Read("gen.obj : error LNK2019: Verweis auf nicht aufgel\xC3\xB6stes externes Symbol \"_Missing\" in "
+                   "Funktion \"_Call\"."),
+              "error | functions/Call:4:0 |  | LNK2019: Verweis auf nicht aufgel\xC3\xB6stes externes Symbol "
+              "\"_Missing\" in Funktion \"_Call\".");
+}
+
+TEST_F(LinkerDiagnosticsTest, WhatALinkerSaysOfItselfIsShown) {
+    EXPECT_EQ(Read("/usr/bin/ld: cannot find -lfoo: No such file or directory\ncollect2: error: ld returned 1 exit "
+                   "status\n"),
+              "error | :0:0 | /usr/bin/ld | cannot find -lfoo: No such file or directory");
+    EXPECT_EQ(Read("/usr/bin/ld: warning: a.o: requires executable stack\n/usr/bin/ld: NOTE: This is deprecated\n"),
+              "warning | :0:0 | /usr/bin/ld | a.o: requires executable stack\n"
+              "note | :0:0 | /usr/bin/ld | This is deprecated");
+}
+
+TEST_F(LinkerDiagnosticsTest, SuchMessagesAreLedBackInTheOutputToo) {
+    EXPECT_EQ(Rewrite("ld: a.o: in function `Call':\ngen.c:(.text+0x39): undefined reference to `Missing'\r\n"),
+              "ld: a.o: in function `Call':\nBlink.PSF:functions/Call:4: undefined reference to `Missing' "
+              "(gen.c:(.text+0x39))\r\n");
+    EXPECT_EQ(Rewrite("/kit/loop.c:90: undefined reference to `OnKey'"),
+              "Blink.PSF:events/OnKey:1: undefined reference to `OnKey' (/kit/loop.c:90)");
+    EXPECT_EQ(Rewrite("gen.obj : error LNK2019: unresolved external symbol _Missing referenced in function _OnStart"),
+              "Blink.PSF:events/OnStart:3: error LNK2019: unresolved external symbol _Missing referenced in function "
+              "_OnStart (gen.obj)");
+    for (const std::string& line : std::vector<std::string>{
+             "/kit/loop.c:90: undefined reference to `elsewhere'", "undefined reference to `Missing'",
+             "    x: undefined reference to `Missing'", "a: undefined reference to "}) {
+        EXPECT_EQ(Rewrite(line), line);
+    }
+}
+
 TEST_F(DiagnosticsTest, HiddenMistakesAreWarningsOfTheSameKind) {
     mDocument.UpdateVarCode("int a;\n/* never ends");
     const std::vector<Diagnostic> hidden = HiddenDiagnostics(mDocument);
