@@ -2,6 +2,7 @@
 rem The compile batch file of the host kit on Windows: compiles the written C file and the kit's runtime into one
 rem program. Its only argument is the output name; the C file's path is the setting FCompFileName, looked up here.
 rem Exit status: 0 done, 64 wrong argument, 127 no compiler, 1 no C file to compile, else the compiler's own.
+rem What is printed about the C file stands in the file of its name with ".log" behind it, too.
 rem The window stays open after an error, unless TESSALY_NO_PAUSE is set. CC is the name or the full path of a compiler.
 rem
 rem Paths stand in quotes and are never put through CALL or delayed expansion: they may contain & ^ % ! ( ).
@@ -29,11 +30,37 @@ popd
 if not defined source goto no_setting
 for %%s in ("%source%") do set "source=%%~fs"
 cd /d "%system%"
+set "log=%source%.log"
 if /i "%source%"=="%output%" goto same_name
-if not exist "%source%" goto no_source
+if /i "%log%"=="%output%" goto log_name
 
-set "compiler="
+rem An old program must not pass for the result of a compile that never came about, nor an old log for that of this one.
+if exist "%output%" del /f /q "%output%"
+if exist "%log%\*" goto without_log
+if exist "%log%" del /f /q "%log%"
+if exist "%log%" goto without_log
+copy /y nul "%log%" >nul 2>nul
+if not exist "%log%" goto without_log
 set "kind="
+call :build >>"%log%" 2>&1
+set "status=%errorlevel%"
+if "%kind%"=="cl" call :forget_name
+type "%log%" >&2
+goto built
+
+:without_log
+call :build
+set "status=%errorlevel%"
+
+:built
+if "%status%"=="0" goto end
+if exist "%output%" del /f /q "%output%"
+goto end
+
+:build
+if exist "%output%" goto in_use
+if not exist "%source%" goto no_source
+set "compiler="
 if defined CC call :use_own_compiler
 if defined CC if not defined compiler goto wrong_compiler
 if not defined compiler call :find_in_path
@@ -41,16 +68,20 @@ if not defined compiler call :find_in_program_folder
 if not defined compiler call :find_visual_studio
 if not defined compiler goto no_compiler
 
-rem An old program must not pass for the result of a compile that never came about.
-if exist "%output%" del /f /q "%output%"
-if exist "%output%" goto in_use
+call :options_%kind%
+for %%o in ("%output%") do set "beside=%%~dpo."
 set "runtime="
-for /f "delims=" %%f in ('dir /b "%kit%runtime\*.c"') do call :add_runtime "%%f"
+set "kept="
+if defined LOCALAPPDATA call :find_runtime
+set "place=%kit%runtime\"
+set "suffix=.c"
+if defined kept set "place=%kept%\"
+if defined kept set "suffix=.%object%"
+pushd "%kit%runtime"
+for %%f in (*.c) do call :add_runtime "%%~nf"
+popd
 call :compile_with_%kind%
-set "status=%errorlevel%"
-if "%status%"=="0" goto end
-if exist "%output%" del /f /q "%output%"
-goto end
+exit /b %errorlevel%
 
 rem ---- The C file
 
@@ -117,31 +148,135 @@ if /i "%name%"=="cl" set "kind=cl"
 if /i "%name%"=="clang-cl" set "kind=cl"
 exit /b
 
-rem ---- Compiling
-
-:add_runtime
-set runtime=%runtime% "%kit%runtime\%~1"
-exit /b
+rem ---- Options: warnings for what users do wrong. Not all that a handler is given must be used, nor all fields of a
+rem frame be set. What is in CFLAGS comes last, so that it can take away what is here.
 
 rem gcc counts the lone CR behind a prototype as a line end, but not where it quotes the source: its excerpts would
-rem show other lines than it means. -xc: the suffix of the C file is the user's choice.
-:compile_with_gcc
-"%compiler%" -fno-diagnostics-show-caret -static -Wall -g -O1 -std=gnu11 -D__USE_MINGW_ANSI_STDIO=1 -I "%kit%include" -o "%output%" -xc "%source%" %runtime%
-exit /b %errorlevel%
+rem show other lines than it means.
+:options_gcc
+set options=-fno-diagnostics-show-caret -static
+goto options_of_both
 
 rem clang would warn about every letter of the ANSI code page in a text.
+:options_clang
+set options=-Wno-invalid-source-encoding -D_CRT_SECURE_NO_WARNINGS
+
+:options_of_both
+set options=%options% -Wall -Wextra -Wno-unused-parameter -Wno-missing-field-initializers -Wformat-security -Wshadow
+set options=%options% -g -O1 -std=gnu11 -D__USE_MINGW_ANSI_STDIO=1 -I "%kit%include" %CFLAGS%
+set "environment="
+set "object=o"
+exit /b
+
+:options_cl
+set options=/nologo /W4 /wd4100 /O1 /std:c11 /D_CRT_SECURE_NO_WARNINGS /I "%kit%include" %CFLAGS%
+for %%v in (INCLUDE CL _CL_) do if not defined %%v set "%%v= "
+set "environment=%INCLUDE:"=% %CL:"=% %_CL_:"=%"
+set "object=obj"
+exit /b
+
+rem ---- The runtime, as objects in the user's cache: each program would have it compiled again. A folder there belongs
+rem to one compiler with its options and one kit, which its file "key" tells. It comes when all else is there and never
+rem changes, so several builds may look and make at once.
+
+rem Sets kept to the folder with the objects, or to nothing where they cannot be kept.
+:find_runtime
+set "cache=%LOCALAPPDATA%\Ostrel\Tessaly\Cache"
+if not exist "%cache%\*" mkdir "%cache%" 2>nul
+if not exist "%cache%\*" exit /b
+call :find_key
+call :look_for_runtime
+if not defined kept call :make_runtime
+exit /b
+
+rem Only numbers and times go through delayed expansion.
+:find_key
+for %%c in ("%compiler%") do set "key=%%~fc %%~tzc %options:"=% %environment%"
+pushd "%kit%runtime"
+setlocal EnableDelayedExpansion
+set "files="
+for %%f in (* ..\include\*) do set "files=!files! %%~tzf"
+endlocal & set "files=%files%"
+popd
+set "key=%key%%files%"
+exit /b
+
+:look_for_runtime
+pushd "%cache%"
+for /d %%d in (runtime-*) do if not defined kept if exist "%%d\key" call :compare_key %%d
+popd
+exit /b
+
+:compare_key
+set "its="
+for /f "usebackq delims=" %%k in ("%cache%\%1\key") do set its=%%k
+if not defined its exit /b
+if "%its:"=%"=="%key%" set "kept=%cache%\%1"
+exit /b
+
+rem Nothing is kept in the very minute in which the kit or the compiler changed: it could change again without a trace.
+rem Builds that start in the same second get the same RANDOM: only one of them hears nothing from MKDIR.
+:make_runtime
+for /f "skip=15" %%d in ('dir /b /ad /o-d "%cache%\runtime-*" 2^>nul') do rmdir /s /q "%cache%\%%d"
+set "own=runtime-%RANDOM%-%RANDOM%-%RANDOM%"
+set "made=1"
+for /f "delims=" %%e in ('mkdir "%cache%\%own%" 2^>^&1') do set "made="
+if not defined made exit /b
+>"%cache%\%own%\new" echo "%key%"
+for %%n in ("%cache%\%own%\new") do set "now=%%~tn"
+for %%c in ("%compiler%") do if "%%~tc"=="%now%" set "made="
+pushd "%kit%runtime"
+for %%f in (* ..\include\*) do if "%%~tf"=="%now%" set "made="
+popd
+if defined made for /f "delims=" %%f in ('dir /b "%kit%runtime\*.c"') do if defined made call :make_object_with_%kind% "%%~nf"
+if defined made ren "%cache%\%own%\new" key
+if defined made call :compare_key %own%
+if not defined kept rmdir /s /q "%cache%\%own%"
+exit /b
+
+:make_object_with_gcc
+:make_object_with_clang
+"%compiler%" %options% -w -c -o "%cache%\%own%\%~1.o" "%kit%runtime\%~1.c" >nul 2>&1
+if errorlevel 1 set "made="
+exit /b
+
+:make_object_with_cl
+"%compiler%" %options% /w /c /Fo"%cache%\%own%\%~1.obj" /Tc"%kit%runtime\%~1.c" >nul 2>&1
+if errorlevel 1 set "made="
+exit /b
+
+:add_runtime
+set runtime=%runtime% "%place%%~1%suffix%"
+exit /b
+
+rem ---- Compiling
+
+rem -xc: the suffix of the C file is the user's choice.
+:compile_with_gcc
 :compile_with_clang
-"%compiler%" -Wno-invalid-source-encoding -Wall -g -O1 -std=gnu11 -D__USE_MINGW_ANSI_STDIO=1 -D_CRT_SECURE_NO_WARNINGS -I "%kit%include" -o "%output%" -xc "%source%" %runtime%
+"%compiler%" %options% -I "%beside%" -o "%output%" -xc "%source%" -xnone %runtime% %LDFLAGS%
 exit /b %errorlevel%
 
 rem cl leaves its object files somewhere; a backslash in front of a closing quote must be doubled.
 :compile_with_cl
 set "objects=%TEMP%\tessaly-%RANDOM%-%RANDOM%"
 mkdir "%objects%"
-"%compiler%" /nologo /W3 /O1 /std:c11 /D_CRT_SECURE_NO_WARNINGS /I "%kit%include" /Fe"%output%" /Fo"%objects%\\" /TC "%source%" %runtime%
+if defined LDFLAGS set LDFLAGS=/link %LDFLAGS%
+"%compiler%" %options% /I "%beside%" /Fe"%output%" /Fo"%objects%\\" /Tc"%source%" %runtime% %LDFLAGS%
 set "result=%errorlevel%"
 rmdir /s /q "%objects%"
 exit /b %result%
+
+rem cl prints the name of the file that it compiles. Where it prints nothing else, there is nothing to tell.
+:forget_name
+for %%n in ("%source%") do set "name=%%~nxn"
+set "first="
+set /p first=<"%log%"
+if not defined first exit /b
+if not "%first:"=%"=="%name%" exit /b
+for /f "usebackq skip=1 delims=" %%l in ("%log%") do exit /b
+copy /y nul "%log%" >nul 2>nul
+exit /b
 
 rem ---- What went wrong
 
@@ -160,6 +295,11 @@ set "status=64"
 echo compile.bat: the output name is not that of a file: "%output%">&2
 goto end
 
+:log_name
+set "status=64"
+echo compile.bat: the output name is that of the log: "%output%">&2
+goto end
+
 :same_name
 set "status=64"
 echo compile.bat: the output name is the C file itself: "%source%">&2
@@ -176,29 +316,24 @@ goto failed
 
 :no_source
 echo compile.bat: the C file does not exist: "%source%" (setting FCompFileName in "%place%")>&2
-goto failed
+exit /b 1
 
 :in_use
 echo compile.bat: the old program cannot be replaced; is it still running? "%output%">&2
-set "status=1"
-goto end
+exit /b 1
 
 :wrong_compiler
-set "status=127"
 echo compile.bat: there is no C compiler: CC is set to "%CC%", which is not found. Install one, or mend CC.>&2
-goto remove_old
+exit /b 127
 
 :no_compiler
-set "status=127"
 echo compile.bat: there is no C compiler: neither gcc nor clang is in the PATH, and there is no LLVM and>&2
 echo no Visual Studio with a C compiler in the folder of programs. Install one of them (MinGW-w64 has gcc for>&2
 echo Windows) and put its folder bin into the PATH, or set CC to the path of the compiler.>&2
-goto remove_old
+exit /b 127
 
 :failed
 set "status=1"
-
-:remove_old
 if exist "%output%" del /f /q "%output%"
 
 :end

@@ -7,8 +7,9 @@ import signal
 
 import pytest
 
+from c_files import MISTAKES, PRINTED, generated
 from harness import KEY, run, settings_text, write_settings
-from kit_harness import COMPILE, ECHO, MISTAKES, compile_with, compilers, generated, play
+from kit_harness import COMPILE, ECHO, compile_with, compilers, play
 
 HEAD = f"[{KEY}]\n"
 TOOLS = ["sh", "awk", "cat", "dirname", "env", "mkdir", "od", "readlink", "rm"]
@@ -283,14 +284,6 @@ def planted(folder, script):
     compiler.write_text("#!/bin/sh\n[ \"$1\" != --version ] || exit\n" + script)
     compiler.chmod(0o755)
     return compiler
-
-
-PRINTED = {
-    "nothing at all": b"",
-    "half a line": b"block.c:1:1: error: half",
-    "control characters": bytes(range(256)) + b"\x1b[31m\x1b]0;title\a\r\r\n\b\b",
-    "300,000 lines": b"".join(b"block.c:%d:1: warning: too many [-Wmany]\n" % line for line in range(300000)),
-}
 
 
 @pytest.mark.parametrize("status", [0, 3])

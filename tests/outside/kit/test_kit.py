@@ -8,8 +8,9 @@ import time
 
 import pytest
 
+from c_files import generated
 from harness import ROOT, run
-from kit_harness import ECHO, build, compilers, generated, play
+from kit_harness import ECHO, build, compilers, play
 
 
 @pytest.fixture(scope="module", params=compilers())

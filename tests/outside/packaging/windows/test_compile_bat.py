@@ -1,10 +1,13 @@
 """compile.bat under Wine with a real compiler: where it finds the C file and the compiler, and what it says else."""
+import concurrent.futures
 import os
 import pathlib
 import shutil
 import subprocess
+import time
 
 import pytest
+from c_files import MISTAKES, PRINTED, generated
 from harness import (BITS, EXAMPLES, KEY, ROOT, drive_c, environment, example_file, plays_as_expected, reg,
                      windows_path, wine, wine_command, write_settings)
 
@@ -21,6 +24,12 @@ def compile_to(*arguments, cwd=None, **changes):
 
 def generate(name, c_file):
     subprocess.run([os.environ["PSF"], "generate", example_file(name, ".PSF"), "-o", c_file], check=True)
+
+
+def build_program(program, source):
+    processor = {"32": "i686", "64": "x86_64"}[BITS]
+    source = pathlib.Path(__file__).with_name(source)
+    subprocess.run([f"{processor}-w64-mingw32-gcc", "-Wall", "-Werror", "-static", "-o", program, source], check=True)
 
 
 def set_c_file(path):
@@ -156,6 +165,231 @@ def test_cc_names_the_compiler(folder):
     assert r'CC is set to "C:\nowhere\gcc.exe", which is not found' in text
 
 
+@pytest.mark.parametrize("mistake", MISTAKES)
+def test_the_compiler_warns_of(folder, mistake):
+    global_text, statement, warning = MISTAKES[mistake]
+    (folder / "program.c").write_bytes(generated({"OnKey": statement}, global_text))
+    status, text = compile_to(windows_path(folder / "block.out"))
+    assert status == 0 or mistake == "a function that is not declared"
+    assert f"[-W{warning}" in text
+    assert text.count("warning: ") == 1
+
+
+def test_the_users_options_and_files_count(folder):
+    (folder / "own.h").write_text("#define OWN 42\n")
+    text = '#include "own.h"\r\n#ifndef GIVEN\r\n#error no option\r\n#endif\r\nint given = GIVEN;\r\n'
+    source = generated({"OnKey": 'int spare; Print("%d %d\\n", OWN, given);'}, text)
+    (folder / "source").mkdir()
+    (folder / "source" / "program.c").write_bytes(source)
+    set_c_file(windows_path(folder / "source" / "program.c"))
+    options = {"CFLAGS": "-DGIVEN=7  -Wno-unused-variable", "LDFLAGS": "-Wl,--defsym,extra=0"}
+    assert compile_to(windows_path(folder / "block.out"), **options) == (0, "")
+    assert wine(windows_path(folder / "block.out"), input=b"key k\n").stdout == b"42 7\n"
+    assert compile_to(windows_path(folder / "block.out"), CFLAGS="-DGIVEN=7", LDFLAGS="-lmissing")[0] == 1
+    assert "no option" in compile_to(windows_path(folder / "block.out"))[1]
+
+
+# The log beside the C file
+
+@pytest.fixture(scope="session")
+def printing(tmp_path_factory):
+    """A compiler that prints what is in %PRINTED%."""
+    program = tmp_path_factory.mktemp("printing") / "gcc.exe"
+    build_program(program, "printing.c")
+    return program
+
+
+@pytest.mark.parametrize("status", [0, 3])
+@pytest.mark.parametrize("kind", PRINTED)
+def test_all_that_a_compiler_prints_is_shown_and_stands_in_the_log(folder, printing, kind, status):
+    (folder / "printed").write_bytes(PRINTED[kind])
+    (folder / "program.c.log").write_text("old")
+    result = wine(COMPILE, windows_path(folder / "block.out"), env={
+        **COMPILER, "CC": windows_path(printing), "PRINTED": windows_path(folder / "printed"),
+        "PRINTED_STATUS": status})
+    assert (result.returncode, result.stdout) == (status, b"")
+    assert (folder / "program.c.log").read_bytes() == PRINTED[kind]
+    if kind != "control characters":  # Wine's TYPE ends at the first 0
+        assert result.stderr == PRINTED[kind]
+
+
+def test_the_log_is_of_the_last_build(folder):
+    log = folder / "program.c.log"
+    (folder / "program.c").write_text("int broken = ;\n")
+    assert compile_to(windows_path(folder / "block.out"))[1] == log.read_text("cp1252")
+    assert b"expected expression" in log.read_bytes()
+    generate("filter", folder / "program.c")
+    assert compile_to(windows_path(folder / "block.out")) == (0, "")
+    assert log.read_bytes() == b""
+    assert compile_to(windows_path(folder / "block.out"), CC="no-such-cc")[1] == log.read_text()
+    assert "no-such-cc" in log.read_text()
+    (folder / "program.c").unlink()
+    assert compile_to(windows_path(folder / "block.out"))[1] == log.read_text()
+    assert "the C file does not exist" in log.read_text()
+
+
+def test_a_folder_in_the_place_of_the_log_is_left_alone(folder):
+    (folder / "program.c.log").mkdir()
+    (folder / "program.c.log" / "inside").write_text("precious")
+    assert compile_to(windows_path(folder / "block.out")) == (0, "")
+    assert (folder / "program.c.log" / "inside").read_text() == "precious"
+    (folder / "program.c").write_text("int broken = ;\n")
+    assert "expected expression" in compile_to(windows_path(folder / "block.out"))[1]
+
+
+def test_the_log_is_never_taken_for_the_output(folder):
+    (folder / "program.c.log").write_text("old")
+    assert compile_to(windows_path(folder / "program.c.log"))[0] == 64
+    assert (folder / "program.c.log").read_text() == "old"
+
+
+@pytest.mark.parametrize("printed, log", [
+    (b"program.c\r\n", b""),
+    (b"program.c\r\nprogram.c(3): error C2143\r\n", b"program.c\r\nprogram.c(3): error C2143\r\n"),
+    (b'say "a" & b\r\n', b'say "a" & b\r\n'),
+    (b"", b""),
+])
+def test_the_bare_name_of_the_c_file_is_no_message(folder, printing, printed, log):
+    """Visual Studio's compiler prints it each time."""
+    shutil.copy(printing, folder / "cl.exe")
+    (folder / "printed").write_bytes(printed)
+    status, text = compile_to(windows_path(folder / "block.out"), CC=windows_path(folder / "cl.exe"),
+                              PRINTED=windows_path(folder / "printed"))
+    assert (status, text.encode()) == (0, log.replace(b"\r\n", b"\n"))
+    assert (folder / "program.c.log").read_bytes() == log
+
+
+# The runtime that is kept
+
+class Cache:
+    """The cache of a user of its own, and a kit and a compiler that were not changed just now."""
+
+    def __init__(self, folder, compiler, kit="kit"):
+        self.folder = folder
+        self.local = folder / "local"
+        self.kit = shutil.copytree(ROOT / "kit", folder / kit)
+        (folder / "compiler").mkdir()
+        self.compiler = pathlib.Path(shutil.copy(compiler, folder / "compiler" / "gcc.exe"))
+        for file in [self.compiler, *self.kit.rglob("*.*")]:
+            os.utime(file, (1e9, 1e9))
+        batch = windows_path(self.kit / "compile.bat")
+        self.start = folder / "start.bat"
+        self.start.write_bytes(
+            f'@set "LOCALAPPDATA={windows_path(self.local)}"\r\n@"{batch}" %*\r\n'.encode("cp437"))
+
+    def kept(self):
+        """The folders with runtimes; none that was begun and not finished."""
+        folders = sorted((self.local / "Ostrel/Tessaly/Cache").glob("*"))
+        assert all((each / "key").is_file() and len(list(each.glob("*.o"))) == 8 for each in folders)
+        return folders
+
+    def compile(self, name="block.out", **changes):
+        """How often the planted compiler was started for that."""
+        runs = self.folder / "compiler" / "runs"
+        runs.write_text("")
+        result = wine(windows_path(self.start), windows_path(self.folder / name),
+                      env={**COMPILER, "CC": windows_path(self.compiler), **changes})
+        assert (result.returncode, result.stdout, result.stderr) == (0, b"", b"")
+        return len(runs.read_text().splitlines())
+
+
+@pytest.fixture
+def cache(folder, printing):
+    return Cache(folder, printing)
+
+
+def test_a_kept_runtime_is_linked_and_stays_as_it_is(folder):
+    cache = Cache(folder, GCC)
+    cache.compile()
+    [kept] = cache.kept()
+    before = [(file.name, file.stat().st_mtime_ns) for file in kept.iterdir()]
+    cache.compile()
+    assert cache.kept() == [kept]
+    assert [(file.name, file.stat().st_mtime_ns) for file in kept.iterdir()] == before
+    plays_as_expected(folder / "block.out", "filter")
+
+
+def test_each_set_of_options_has_a_runtime_of_its_own(cache):
+    assert cache.compile() == 9
+    assert cache.compile(CFLAGS='-O2 -I "C:\\a b"') == 9
+    assert cache.compile(CFLAGS='-O2 -I "C:\\a b"') == 1
+    assert cache.compile() == 1
+    assert len(cache.kept()) == 2
+
+
+@pytest.mark.parametrize("changed", ["kit/runtime/output.c", "kit/include/vexlib.h", "compiler/gcc.exe"])
+def test_what_was_changed_or_touched_has_a_runtime_of_its_own(cache, changed):
+    assert cache.compile() == 9
+    file = cache.folder / changed
+    os.utime(file, (1e9 + 60, 1e9 + 60))
+    assert cache.compile() == 9
+    with file.open("ab") as content:
+        content.write(b"\n")
+    os.utime(file, (1e9 + 60, 1e9 + 60))
+    assert cache.compile() == 9
+    assert cache.compile() == 1
+
+
+@pytest.mark.parametrize("changed", ["kit/runtime/output.c", "kit/include/vexlib.h", "compiler/gcc.exe"])
+def test_nothing_is_kept_in_the_minute_of_a_change(cache, changed):
+    """The next change of that minute could not be told from this one."""
+    minute = None
+    while minute != time.time() // 60:
+        shutil.rmtree(cache.local, ignore_errors=True)
+        minute = time.time() // 60
+        os.utime(cache.folder / changed)
+        cache.compile()
+    assert cache.kept() == []
+
+
+def test_a_runtime_that_is_not_finished_is_not_taken(cache):
+    cache.compile()
+    [kept] = cache.kept()
+    (kept / "key").rename(kept / "new")
+    assert cache.compile() == 9
+
+
+def test_builds_side_by_side_are_independent(cache):
+    """Each has a C file of its own, as always when several run at once."""
+    def compile_own(number):
+        shutil.copy(cache.folder / "program.c", cache.folder / f"{number}.c")
+        write_settings(cache.folder / f"{number}.reg", FCompFileName=windows_path(cache.folder / f"{number}.c"))
+        return cache.compile(f"{number}.out", TESSALY_SETTINGS=windows_path(cache.folder / f"{number}.reg"))
+
+    with concurrent.futures.ThreadPoolExecutor() as pool:
+        list(pool.map(compile_own, range(6)))
+    kept = cache.kept()
+    assert 1 <= len(kept) <= 6
+    assert cache.compile() == 1
+    assert cache.kept() == kept
+
+
+def test_only_the_last_runtimes_are_kept(cache):
+    place = cache.local / "Ostrel/Tessaly/Cache"
+    for number in range(20):
+        (place / f"runtime-old-{number}").mkdir(parents=True)
+        (place / f"runtime-old-{number}" / "key").write_text(f'"{number}"\r\n')
+        os.utime(place / f"runtime-old-{number}", (1e9 + number, 1e9 + number))
+    cache.compile()
+    assert {path.name for path in place.glob("runtime-old-*")} == {f"runtime-old-{number}" for number in range(5, 20)}
+    assert cache.compile() == 1
+
+
+def test_without_a_place_for_the_runtime_it_is_compiled_into_the_program(folder):
+    cache = Cache(folder, GCC)
+    cache.local.write_text("no folder")
+    cache.compile()
+    plays_as_expected(folder / "block.out", "filter")
+    cache.start.write_bytes(cache.start.read_bytes().replace(windows_path(cache.local).encode(), b""))
+    cache.compile()
+    plays_as_expected(folder / "block.out", "filter")
+
+
+def test_a_kit_in_a_folder_with_special_characters_keeps_its_runtime_too(folder, printing):
+    cache = Cache(folder, printing, kit="R&D (new) ^größe!")
+    assert [cache.compile(), cache.compile()] == [9, 1]
+
+
 # All programs that are called by name, directly and through each other.
 TOOLS = [
     "reg", "vswhere", "cmd", "where", "find", "findstr", "type", "dir", "gcc", "clang", "cl", "cc1", "as", "ld",
@@ -167,9 +401,7 @@ TOOLS = [
 def planted(tmp_path_factory):
     """A program that leaves NAME.exe.ran beside itself, which holds the current folder."""
     program = tmp_path_factory.mktemp("planted") / "planted.exe"
-    processor = {"32": "i686", "64": "x86_64"}[BITS]
-    source = pathlib.Path(__file__).with_name("planted.c")
-    subprocess.run([f"{processor}-w64-mingw32-gcc", "-Wall", "-Werror", "-static", "-o", program, source], check=True)
+    build_program(program, "planted.c")
     return program
 
 
