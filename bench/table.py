@@ -20,6 +20,7 @@ LOAD_SPEED = {"ideal": 0.8, "inih": 2.5, "gkeyfile": 4.0}  # at least, ours besi
 LOAD_PEAK = 2.5  # at most, times the size of the file
 WRITE_SPEED = 0.7  # at least, beside one write()
 GROWTH = 12.0  # at most, for ten times as many functions
+BUILD = 1.25  # at most, beside the same compile by hand
 HOSTILE_SECONDS = 0.010  # less
 HOSTILE_PEAK = 10e6  # bytes, less
 
@@ -161,6 +162,16 @@ def growth_rows(cases, verdict):
     return rows
 
 
+def build_rows(cases, verdict):
+    rows = []
+    for compiler in ("gcc", "clang"):
+        ours, hand = cases[f"build/{compiler}/psf"], cases[f"build/{compiler}/hand"]
+        ratio = ours.time / hand.time
+        rows.append([f"`psf build` with {compiler}", ours.range_text(), hand.range_text(), f"{ratio:.2f}",
+                     f"at most {BUILD}", verdict(ratio <= BUILD)])
+    return rows
+
+
 def hostile_rows(cases, verdict):
     case = cases["hostile/tessaly"]
     return [
@@ -199,6 +210,8 @@ def section(results, verdict):
     lines += ["", f"Growth (functions of {each}), ms:", ""]
     lines += table(["functions", "1,000", "10,000", "100,000", "1st step", "2nd step", "target", ""],
                    growth_rows(cases, verdict))
+    lines += ["", "A build of an example, its runtime kept from an earlier one, and the same compile by hand:", ""]
+    lines += table(["", "ms", "by hand, ms", "ours / by hand", "target", ""], build_rows(cases, verdict))
     lines += ["", "Memory, and a hostile file of 100 bytes:", ""]
     lines += table(["", "", "target", ""], [peak_row(cases, verdict), *hostile_rows(cases, verdict)])
     return "\n".join(lines)
