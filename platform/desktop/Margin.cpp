@@ -81,11 +81,7 @@ std::vector<std::uint32_t> MarkPicture(Mark mark, int side, std::uint32_t colour
                 inside += (mark == Mark::Error ? IsInErrorSign(x, y) : IsInWarningSign(x, y)) ? 1 : 0;
             }
             const std::uint32_t opacity = inside * 255 / (points * points);
-            std::uint32_t pixel = opacity << 24;
-            for (const int shift : {16, 8, 0}) {
-                pixel |= (colour >> shift & 0xFF) * opacity / 255 << shift;
-            }
-            pixels.push_back(pixel);
+            pixels.push_back(opacity << 24 | colour);
         }
     }
     return pixels;

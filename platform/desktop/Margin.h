@@ -33,7 +33,7 @@ MarginColours ColoursOfMargin(std::uint32_t paper, std::uint32_t ink, bool isHig
 std::uint32_t MarkColour(Mark mark, std::uint32_t paper, std::uint32_t ink, bool isHighContrast);
 
 // The picture: an error is a disc with a cross, a warning a triangle with an exclamation mark, both left open. Rows of
-// `side` pixels from the top, 0xAARRGGBB, already multiplied by their opacity.
+// `side` pixels from the top, 0xAARRGGBB, not multiplied by their opacity.
 std::vector<std::uint32_t> MarkPicture(Mark mark, int side, std::uint32_t colour);
 
 } // namespace tessaly

@@ -82,6 +82,11 @@ public:
     virtual std::vector<std::string> Labels() const = 0;  // their texts, in any order
 };
 
+// What the drivers call a mark.
+inline std::string NameOf(Mark mark) {
+    return mark == Mark::Error ? "error" : mark == Mark::Warning ? "warning" : "";
+}
+
 class DesktopDriver {
 public:
     virtual ~DesktopDriver() = default;
@@ -127,6 +132,9 @@ public:
     // of the selected one with "*" behind it.
     virtual std::vector<std::string> TreeShown() const = 0;
 
+    // The kind of an item's mark and its description, "error: 2 errors", "" without a mark.
+    virtual std::string MarkShown(TreeItem item) = 0;
+
     // The pane. Positions count bytes of the shown text, in which every line break is one LF. Typing goes where the
     // focus is, if at all.
     virtual void ClickPane() = 0;
@@ -138,6 +146,11 @@ public:
     virtual void Paste(std::string_view text) = 0;
     virtual void Undo() = 0;
     virtual std::string PaneShown() const = 0;
+
+    // What the margin of the pane shows beside each line in view: "12", or "12 error", or "12 warning".
+    virtual std::vector<std::string> MarginShown() = 0;
+    virtual std::vector<std::string> Underlined() = 0; // the pieces of text, from the top
+    virtual void ClickMargin() = 0;
 
     // Bars and menus.
     virtual float PanelWidth(std::int32_t number) const = 0;

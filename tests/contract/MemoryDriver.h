@@ -48,6 +48,11 @@ public:
     bool IsExpanded(TreeItem item) const override { return mDesktop.tree.IsExpanded(item); }
     std::vector<std::string> TreeShown() const override { return mDesktop.tree.AllShown(); }
 
+    std::string MarkShown(TreeItem item) override {
+        const Mark mark = mDesktop.tree.MarkOf(item);
+        return mark == Mark::None ? "" : NameOf(mark) + ": " + mDesktop.tree.DescriptionOf(item);
+    }
+
     void ClickPane() override { mDesktop.pane.Click(); }
     void SetCaret(std::size_t position) override { mDesktop.pane.SetCaret(position); }
     void SelectAll() override { mDesktop.pane.SelectAll(); }
@@ -57,6 +62,9 @@ public:
     void Paste(std::string_view text) override { mDesktop.pane.Paste(text); }
     void Undo() override { mDesktop.pane.Undo(); }
     std::string PaneShown() const override { return mDesktop.pane.Shown(); }
+    std::vector<std::string> MarginShown() override { return mDesktop.pane.MarginShown(); }
+    std::vector<std::string> Underlined() override { return mDesktop.pane.Underlined(); }
+    void ClickMargin() override { mDesktop.pane.Click(); }
 
     float PanelWidth(std::int32_t number) const override { return mDesktop.status.PanelWidth(number); }
     std::string PanelToolTip(std::int32_t number) const override { return mDesktop.status.PanelText(number); }

@@ -22,7 +22,7 @@ inline QColor ColourOf(Mark mark, const QPalette& palette) {
 inline QImage Picture(Mark mark, int side, qreal scale, const QPalette& palette) {
     const int pixels = static_cast<int>(std::lround(side * scale));
     const std::vector<std::uint32_t> picture = MarkPicture(mark, pixels, Rgb(ColourOf(mark, palette)));
-    QImage image(reinterpret_cast<const uchar*>(picture.data()), pixels, pixels, QImage::Format_ARGB32_Premultiplied);
+    QImage image(reinterpret_cast<const uchar*>(picture.data()), pixels, pixels, QImage::Format_ARGB32);
     image.setDevicePixelRatio(scale);
     return image.copy(); // the pixels are not its own
 }

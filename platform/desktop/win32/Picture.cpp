@@ -47,22 +47,6 @@ BitmapOwner LoadPictureResource(const std::wstring& name) {
         LoadImageW(GetModuleHandleW(nullptr), name.c_str(), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
 }
 
-BitmapOwner PictureOfMark(Mark mark, int side) {
-    const std::vector<std::uint32_t> pixels = MarkPicture(mark, side, ColourOf(mark));
-    BITMAPINFO info = {};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = side;
-    info.bmiHeader.biHeight = -side; // from the top
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    void* bits = nullptr;
-    BitmapOwner bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-    if (bitmap) {
-        std::memcpy(bits, pixels.data(), pixels.size() * sizeof pixels[0]);
-    }
-    return bitmap;
-}
-
 void DrawPicture(HDC target, HBITMAP picture, const RECT& place) {
     BITMAP size = {};
     GetObjectW(picture, sizeof size, &size);
@@ -73,6 +57,26 @@ void DrawPicture(HDC target, HBITMAP picture, const RECT& place) {
                   size.bmWidth, size.bmHeight, blend);
     SelectObject(source, before);
     DeleteDC(source);
+}
+
+ImageListOwner PicturesOfMarks(int side) {
+    ImageListOwner pictures(ImageList_Create(side, side, ILC_COLOR32, 3, 0));
+    BITMAPINFO info = {};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = side;
+    info.bmiHeader.biHeight = -side; // from the top
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    for (const Mark mark : {Mark::None, Mark::Warning, Mark::Error}) {
+        void* bits = nullptr;
+        const BitmapOwner bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+        if (bitmap && mark != Mark::None) {
+            const std::vector<std::uint32_t> pixels = MarkPicture(mark, side, ColourOf(mark));
+            std::memcpy(bits, pixels.data(), pixels.size() * sizeof pixels[0]);
+        }
+        ImageList_Add(pictures.get(), bitmap.get(), nullptr);
+    }
+    return pictures;
 }
 
 } // namespace tessaly::win32

@@ -17,10 +17,10 @@ IconOwner LoadIconFile(const std::string& path, int size);
 // A bitmap resource; its colours are premultiplied with their alpha. Null when there is none of this name.
 BitmapOwner LoadPictureResource(const std::wstring& name);
 
-// A mark's picture, likewise, in the user's colours.
-BitmapOwner PictureOfMark(Mark mark, int side);
-
 // Draws such a bitmap in this rectangle.
 void DrawPicture(HDC target, HBITMAP picture, const RECT& place);
+
+// The pictures of marks in the user's colours, each at the number of its mark; nothing stands for no mark.
+ImageListOwner PicturesOfMarks(int side);
 
 } // namespace tessaly::win32

@@ -4,6 +4,7 @@
 #include "platform/desktop/win32/ControlIds.h"
 #include "platform/desktop/win32/EditKeys.h"
 #include "platform/desktop/win32/Headers.h"
+#include "platform/desktop/win32/PlainText.h"
 #include "platform/system/win32/Library.h"
 #include "platform/system/win32/Text.h"
 
@@ -20,38 +21,6 @@ namespace tessaly::win32 {
 namespace {
 
 constexpr float FontHeight = 200; // in twips: 10 points
-
-// Control characters that mean something to the control are shown by the pictures that Unicode has for them.
-constexpr wchar_t FirstPicture = 0x2400;
-
-bool IsShownByPicture(int character) {
-    return character == 0x00 || character == 0x07 || character == 0x0B || character == 0x0C;
-}
-
-// Returns whether there are pictures in it now.
-bool ShowControlCharacters(std::wstring& text) {
-    bool hasPictures = false;
-    for (wchar_t& character : text) {
-        if (character == L'\n') {
-            character = L'\r';
-        } else if (IsShownByPicture(character)) {
-            character = static_cast<wchar_t>(FirstPicture + character);
-            hasPictures = true;
-        }
-    }
-    return hasPictures;
-}
-
-std::string PlainText(std::wstring text, bool hasPictures) {
-    for (wchar_t& character : text) {
-        if (character == L'\r') {
-            character = L'\n';
-        } else if (hasPictures && IsShownByPicture(character - FirstPicture)) {
-            character = static_cast<wchar_t>(character - FirstPicture);
-        }
-    }
-    return ToUtf8(text);
-}
 
 std::size_t CountBreaks(std::wstring_view text) {
     return static_cast<std::size_t>(std::count(text.begin(), text.end(), L'\r'));
@@ -79,7 +48,8 @@ RichTextBox::RichTextBox(Parent& parent)
                        ES_MULTILINE | ES_AUTOVSCROLL | ES_AUTOHSCROLL | ES_NOHIDESEL | ES_WANTRETURN |
                            ES_NOOLEDRAGDROP | ES_DISABLENOSCROLL | WS_VSCROLL | WS_HSCROLL,
                        WS_EX_CLIENTEDGE, ControlId::FuncBody}),
-      mFormat(Handle()) {
+      mFormat(Handle()),
+      mMargin(Handle(), mFormat, Marks()) {
     SetUpControl();
     ApplyFont();
     Send(EM_EMPTYUNDOBUFFER);
@@ -101,12 +71,18 @@ void RichTextBox::SetUpControl() {
 void RichTextBox::ApplyFont() {
     const float scale = static_cast<float>(ParentWindow().Dpi()) / static_cast<float>(SystemDpi());
     mFormat.SetFont(CodeFontName(), std::lround(FontHeight * scale));
+    mMargin.SetFont(TextFont());
 }
 
-float RichTextBox::CharacterWidth() const {
+LOGFONTW RichTextBox::TextFont() const {
     LOGFONTW font = {};
     font.lfHeight = -ToPixels(FontHeight, ParentWindow().Dpi());
     CodeFontName().copy(font.lfFaceName, LF_FACESIZE - 1);
+    return font;
+}
+
+float RichTextBox::CharacterWidth() const {
+    const LOGFONTW font = TextFont();
     const FontOwner made(CreateFontIndirectW(&font));
     return ToTwips(MeasureFont(made.get()).tmAveCharWidth, ParentWindow().Dpi());
 }
@@ -144,6 +120,7 @@ void RichTextBox::SetText(std::string_view text) {
     mHasPictures = hasPictures;
     mIsEdited = false;
     mHiddenSelection = {};
+    mMargin.LayOut();
     ForgetMarks();
     Raise(onChange);
 }
@@ -157,6 +134,7 @@ void RichTextBox::ShowAvailable(bool available) {
     PutInOrBack(available ? std::wstring_view(mText) : std::wstring_view());
     mFuncBodyAvailable = available;
     Send(EM_SETREADONLY, available ? FALSE : TRUE);
+    mMargin.SetAvailable(available);
     ShowBackground();
     ShowScrollBars();
     if (available) {
@@ -226,6 +204,7 @@ void RichTextBox::MoveCaret(std::size_t position) {
 
 void RichTextBox::ShowMarks() {
     InvalidateRect(Handle(), nullptr, FALSE);
+    mMargin.Paint();
 }
 
 void RichTextBox::Command(int /*id*/, int code) {
@@ -263,8 +242,33 @@ LRESULT RichTextBox::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_PAINT:
         return Paint(wParam, lParam);
     default:
-        return Default(message, wParam, lParam);
+        return EdgeMessage(message, wParam, lParam);
     }
+}
+
+// The margin is in the edge of the window, where a click is one into the pane and no more.
+LRESULT RichTextBox::EdgeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    const POINT mouse = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
+    if (message == WM_NCHITTEST && mMargin.IsHit(mouse)) {
+        return HTBORDER;
+    }
+    if (message == WM_NCLBUTTONDOWN && mMargin.IsHit(mouse)) {
+        if (mFuncBodyAvailable) {
+            TakeKeyboard();
+        }
+        return 0;
+    }
+    const LRESULT result = Default(message, wParam, lParam);
+    if (message == WM_NCCALCSIZE) {
+        mMargin.NcCalcSize(*reinterpret_cast<RECT*>(lParam)); // which stands in front of whatever else there is
+    } else if (message == WM_NCPAINT) {
+        mMargin.Paint();
+    } else if (message == WM_PRINT && (lParam & PRF_NONCLIENT) != 0) {
+        mMargin.PaintOn(reinterpret_cast<HDC>(wParam), mMargin.Place());
+    } else if (message == WM_MOUSEWHEEL || message == EM_SETZOOM) {
+        mMargin.LayOut(); // the text may have another size
+    }
+    return result;
 }
 
 LRESULT RichTextBox::Key(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -313,6 +317,9 @@ LRESULT RichTextBox::DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam, E
         }
         InvalidateRgn(Handle(), toPaint.get(), TRUE);
     }
+    if (mFormat.LineCount() != before.lines) {
+        mMargin.LayOut();
+    }
     return result;
 }
 
@@ -323,7 +330,11 @@ LRESULT RichTextBox::Paint(WPARAM wParam, LPARAM lParam) {
         return 0;
     }
     const std::optional<RECT> left = mFuncBodyAvailable ? mFormat.FormatView(mText) : std::nullopt;
+    const RegionOwner painted(CreateRectRgn(0, 0, 0, 0));
+    GetUpdateRgn(Handle(), painted.get(), FALSE);
     const LRESULT result = Default(WM_PAINT, wParam, lParam);
+    mMargin.PaintUnderlines(painted.get());
+    mMargin.Follow();
     if (left) {
         InvalidateRect(Handle(), &*left, FALSE);
     }
@@ -341,7 +352,7 @@ void RichTextBox::HoldPaintingBack() {
 }
 
 RichTextBox::Sight RichTextBox::WhatIsSeen() const {
-    return {mFormat.LineCount(), Selection(), mFormat.TextPlace()};
+    return {mFormat.LineCount(), Selection(), mFormat.PlaceOf(0)};
 }
 
 bool RichTextBox::IsInOneLine(const Sight& before, const Sight& now) {
@@ -362,6 +373,9 @@ void RichTextBox::Changed() {
         TakeOver(static_cast<std::size_t>(start), static_cast<std::size_t>(endBefore), ShownText(start, end));
     } else {
         TakeOver(0, mText.size(), ShownText());
+    }
+    if (!mEdit) {
+        ParentWindow().Later([this] { mMargin.LayOut(); });
     }
     Raise(onChange);
 }

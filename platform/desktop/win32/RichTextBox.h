@@ -4,6 +4,7 @@
 #include "platform/desktop/RichTextBox.h"
 #include "platform/desktop/win32/Child.h"
 #include "platform/desktop/win32/Headers.h"
+#include "platform/desktop/win32/MarginView.h"
 #include "platform/desktop/win32/ViewFormat.h"
 #include "platform/text/LineBreaks.h"
 
@@ -35,6 +36,7 @@ public:
     void ColoursChanged() override {
         ShowBackground();
         mFormat.ReadColours();
+        mMargin.ColoursChanged();
     }
 
 protected:
@@ -43,6 +45,7 @@ protected:
 private:
     void SetUpControl();
     void ApplyFont();
+    LOGFONTW TextFont() const;
     void ShowTabStops();
     void ShowAvailable(bool available) override;
     std::size_t LineCount() const override {
@@ -74,6 +77,7 @@ private:
         POINTL text = {}; // where its beginning is, in pixels of the client area
     };
 
+    LRESULT EdgeMessage(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Key(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Paste();
     LRESULT DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam, EditPlace place);
@@ -94,6 +98,7 @@ private:
     bool mHasPictures = false; // of control characters
     bool mIsEdited = false;    // by the user, since it was put in
     ViewFormat mFormat;
+    MarginView mMargin;
     std::vector<float> mTabStops;
     CHARRANGE mHiddenSelection = {}; // while it is not
     std::optional<Edit> mEdit;

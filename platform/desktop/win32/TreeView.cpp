@@ -101,7 +101,8 @@ void TreeView::ShowText(void* node, std::string_view text) {
 // The picture is the state's, as only items that have one make room for it.
 void TreeView::ShowMark(void* node, Mark mark, std::string_view /*description*/) {
     if (!mPictures) {
-        MakePictures();
+        ShowPictures();
+        SetWindowLongW(Handle(), GWL_STYLE, GetWindowLongW(Handle(), GWL_STYLE) | TVS_INFOTIP);
     }
     TVITEMW shown = {};
     shown.mask = TVIF_HANDLE | TVIF_STATE;
@@ -111,15 +112,21 @@ void TreeView::ShowMark(void* node, Mark mark, std::string_view /*description*/)
     Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&shown));
 }
 
-// In an image list of states the first one is of none.
-void TreeView::MakePictures() {
-    const int side = static_cast<int>(Send(TVM_GETITEMHEIGHT)) * 3 / 4;
-    ImageListOwner pictures(ImageList_Create(side, side, ILC_COLOR32, 3, 0));
-    for (const Mark mark : {Mark::Error, Mark::Warning, Mark::Error}) {
-        ImageList_Add(pictures.get(), PictureOfMark(mark, side).get(), nullptr);
+void TreeView::ShowPictures() {
+    mPictures = PicturesOfMarks(static_cast<int>(Send(TVM_GETITEMHEIGHT)) * 3 / 4);
+    Send(TVM_SETIMAGELIST, TVSIL_STATE, reinterpret_cast<LPARAM>(mPictures.get()));
+}
+
+void TreeView::Rescale() {
+    Control::Rescale();
+    ColoursChanged();
+}
+
+void TreeView::ColoursChanged() {
+    if (mPictures) {
+        const ImageListOwner before = std::move(mPictures); // the control has it until there is another one
+        ShowPictures();
     }
-    Send(TVM_SETIMAGELIST, TVSIL_STATE, reinterpret_cast<LPARAM>(pictures.get()));
-    mPictures = std::move(pictures);
 }
 
 // An item without children waits for the first one: expanded before, it would not show it.
@@ -157,10 +164,22 @@ LRESULT TreeView::Notify(NMHDR& header) {
         RaiseLater();
     } else if (header.code == NM_CLICK) {
         Clicked();
+    } else if (header.code == TVN_GETINFOTIPW) {
+        Describe(reinterpret_cast<NMTVGETINFOTIPW&>(header));
     } else if (header.code == NM_CUSTOMDRAW) {
         return Draw(reinterpret_cast<NMTVCUSTOMDRAW&>(header));
     }
     return 0;
+}
+
+// The tool tip of an item. Without a mark it is the control's own.
+void TreeView::Describe(NMTVGETINFOTIPW& tip) const {
+    const auto item = AllItems().find(ItemOf(tip.lParam));
+    if (item != AllItems().end() && !item->second.description.empty()) {
+        const std::wstring text = ToWide(item->second.description);
+        const std::size_t count = text.copy(tip.pszText, static_cast<std::size_t>(tip.cchTextMax) - 1);
+        tip.pszText[count] = L'\0';
+    }
 }
 
 // Without the focus the control would set the selected item apart so faintly that nobody sees it.

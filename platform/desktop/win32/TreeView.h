@@ -13,6 +13,8 @@ public:
     explicit TreeView(win32::Parent& parent);
 
     LRESULT Notify(NMHDR& header) override;
+    void Rescale() override;
+    void ColoursChanged() override;
 
 private:
     LRESULT Message(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -23,12 +25,13 @@ private:
     void ShowMark(void* node, Mark mark, std::string_view description) override;
     void ExpandNode(void* node) override;
     void SelectNode(void* node) override;
-    void MakePictures();
+    void ShowPictures();
     void ExpandShown(void* node);
     void HoldDrawing();
     void ShowAdded();
     void RaiseLater();
     LRESULT Draw(NMTVCUSTOMDRAW& drawing) const;
+    void Describe(NMTVGETINFOTIPW& tip) const;
     void Clicked();
     void FollowSelection();
 

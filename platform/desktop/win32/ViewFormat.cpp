@@ -188,8 +188,19 @@ std::optional<RECT> ViewFormat::FormatView(std::wstring_view text) {
     return mIsTyping ? std::optional<RECT>(LinesRect(end, end + 1)) : std::nullopt;
 }
 
-POINTL ViewFormat::TextPlace() const {
-    return PlaceOf(mControl, 0);
+std::pair<std::size_t, std::size_t> ViewFormat::LinesSeen() const {
+    RECT client = {};
+    GetClientRect(mControl, &client);
+    const std::size_t first = std::min(FirstInView(), mLines.Count() - 1);
+    std::size_t end = std::min(first + LinesInView(first), mLines.Count());
+    while (end > first + 1 && TopOf(end - 1) >= client.bottom) {
+        --end;
+    }
+    return {first, end};
+}
+
+POINTL ViewFormat::PlaceOf(std::size_t place) const {
+    return win32::PlaceOf(mControl, place);
 }
 
 RECT ViewFormat::LineRect(std::size_t place) const {
@@ -208,7 +219,7 @@ RECT ViewFormat::LinesRect(std::size_t first, std::size_t end) const {
 }
 
 LONG ViewFormat::TopOf(std::size_t line) const {
-    return PlaceOf(mControl, mLines.Start(line)).y;
+    return PlaceOf(mLines.Start(line)).y;
 }
 
 void ViewFormat::FormatLines(std::wstring_view text, std::size_t first, std::size_t end) {

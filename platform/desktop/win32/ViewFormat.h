@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tessaly::win32 {
@@ -49,8 +50,12 @@ public:
     // How many lines are in front of the one with the character at `place`.
     std::size_t LineAt(std::size_t place) const { return mLines.LineAt(place); }
 
-    // Where the text begins, in pixels of the client area; far outside where it is scrolled.
-    POINTL TextPlace() const;
+    // The lines that can be seen: the first one, and the one behind the last.
+    std::pair<std::size_t, std::size_t> LinesSeen() const;
+
+    // Where a character or a line stands, in pixels of the client area; far outside where it is scrolled.
+    POINTL PlaceOf(std::size_t place) const;
+    LONG TopOf(std::size_t line) const;
 
     // Where the line with the character at `place` stands in the control, in pixels of its client area.
     RECT LineRect(std::size_t place) const;
@@ -77,7 +82,6 @@ private:
     Colours ShownColours(std::wstring_view lineText, std::size_t line) const;
     void SetColour(std::size_t start, std::size_t end, signed char colour) const;
     RECT LinesRect(std::size_t first, std::size_t end) const;
-    LONG TopOf(std::size_t line) const;
     void Select(std::size_t start, std::size_t end) const;
     std::size_t FirstInView() const;
     std::size_t LinesInView(std::size_t first) const;

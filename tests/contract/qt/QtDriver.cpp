@@ -1,7 +1,9 @@
 // What a user does goes in as the window system would bring it, through the window and not to a control directly.
 #include "tests/contract/qt/QtDriver.h"
 
+#include "platform/desktop/qt/Pictures.h"
 #include "platform/system/posix/Process.h"
+#include "tests/contract/qt/Drawn.h"
 
 #include <QAbstractEventDispatcher>
 #include <QAccessible>
@@ -222,6 +224,29 @@ void QtDriver::CollapseItem(TreeItem item) {
     EXPECT_FALSE(IsExpanded(item));
 }
 
+// As the tree draws it, and as a screen reader and the tool tip tell it.
+std::string QtDriver::MarkShown(TreeItem item) {
+    const QTreeWidgetItem& node = NodeOf(item);
+    const QString description = node.data(0, Qt::AccessibleDescriptionRole).toString();
+    EXPECT_EQ(node.toolTip(0), description);
+    const QSize size = mDesktop->tree.Widget().iconSize();
+    const Mark mark = node.icon(0).isNull() ? Mark::None : MarkOf(node.icon(0).pixmap(size).toImage());
+    EXPECT_EQ(mark == Mark::None, description.isEmpty());
+    return mark == Mark::None ? "" : NameOf(mark) + ": " + qt::FromQt(description);
+}
+
+// They differ in shape: the colours are left out.
+Mark QtDriver::MarkOf(const QImage& picture) const {
+    for (const Mark mark : {Mark::Warning, Mark::Error}) {
+        const QImage expected = qt::Picture(mark, picture.width(), 1, QPalette());
+        if (expected.convertToFormat(QImage::Format_Alpha8) == picture.convertToFormat(QImage::Format_Alpha8)) {
+            return mark;
+        }
+    }
+    ADD_FAILURE() << "a picture of nothing that is known";
+    return Mark::None;
+}
+
 void QtDriver::ClickPane() {
     const QWidget& text = *mDesktop->pane.Widget().viewport();
     Click(text, text.rect().center());
@@ -265,6 +290,44 @@ void QtDriver::Undo() {
 
 std::string QtDriver::PaneShown() const {
     return qt::FromQt(mDesktop->pane.Widget().ExactText());
+}
+
+QRect QtDriver::MarginPlace() const {
+    const qt::PlainTextEdit& pane = mDesktop->pane.Widget();
+    const QRect text = pane.viewport()->geometry();
+    const int left = pane.contentsRect().left();
+    return {left, text.top(), text.left() - left, text.height()};
+}
+
+std::vector<std::string> QtDriver::MarginShown() {
+    Settle();
+    const Drawn drawn = DrawnBy(mDesktop->pane.Widget(), MarginPlace());
+    std::vector<std::string> lines;
+    for (const Drawn::Text& text : drawn.texts) {
+        lines.push_back(qt::FromQt(text.text));
+        for (const Drawn::Picture& picture : drawn.pictures) {
+            if (picture.top < text.baseline && picture.top + picture.image.height() > text.baseline - 2) {
+                lines.back() += " " + NameOf(MarkOf(picture.image));
+            }
+        }
+    }
+    return lines;
+}
+
+std::vector<std::string> QtDriver::Underlined() {
+    Settle();
+    std::vector<std::string> texts;
+    for (const QTextEdit::ExtraSelection& each : mDesktop->pane.Widget().extraSelections()) {
+        if (each.format.underlineStyle() == QTextCharFormat::WaveUnderline) {
+            texts.push_back(qt::FromQt(each.cursor.selectedText()));
+        }
+    }
+    return texts;
+}
+
+void QtDriver::ClickMargin() {
+    Click(mDesktop->pane.Widget(), MarginPlace().center());
+    Settle();
 }
 
 const QLabel& QtDriver::PanelOf(std::int32_t number) const {

@@ -44,6 +44,8 @@ public:
     bool IsExpanded(TreeItem item) const override;
     std::vector<std::string> TreeShown() const override;
 
+    std::string MarkShown(TreeItem item) override;
+
     void ClickPane() override;
     void SetCaret(std::size_t position) override;
     void SelectAll() override;
@@ -53,6 +55,9 @@ public:
     void Paste(std::string_view text) override;
     void Undo() override;
     std::string PaneShown() const override;
+    std::vector<std::string> MarginShown() override;
+    std::vector<std::string> Underlined() override;
+    void ClickMargin() override;
 
     float PanelWidth(std::int32_t number) const override;
     std::string PanelToolTip(std::int32_t number) const override;
@@ -93,6 +98,8 @@ public:
 private:
     std::optional<std::string> Variable(const std::string& name) const;
     void PlaceControls();
+    QRect MarginPlace() const; // in the pane
+    Mark MarkOf(const QImage& picture) const;
     QWidget& WidgetOf(Control& control) const;
     void Open(QAction& menu); // one in the menu bar
     void MakeProgram(const std::string& path, const std::string& whatToWhere) const;

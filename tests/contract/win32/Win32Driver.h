@@ -46,6 +46,8 @@ public:
     bool IsExpanded(TreeItem item) const override;
     std::vector<std::string> TreeShown() const override;
 
+    std::string MarkShown(TreeItem item) override;
+
     void ClickPane() override;
     void SetCaret(std::size_t position) override;
     void SelectAll() override { PressKey('A', 2); }
@@ -55,6 +57,9 @@ public:
     void Paste(std::string_view text) override;
     void Undo() override { PressKey('Z', 2); }
     std::string PaneShown() const override;
+    std::vector<std::string> MarginShown() override;
+    std::vector<std::string> Underlined() override;
+    void ClickMargin() override;
 
     float PanelWidth(std::int32_t number) const override;
     std::string PanelToolTip(std::int32_t number) const override;
@@ -114,6 +119,7 @@ private:
     void PostOpening(std::ptrdiff_t menu);
     void PostMenuKey(WPARAM key, std::ptrdiff_t times = 1);
     std::wstring Shown() const;
+    RECT MarginPlace() const;
 
     TestFolder mFolder;
     std::vector<std::string> mHelpOpened;

@@ -1,0 +1,185 @@
+// The control does not tell when it scrolls, but paints then: where its lines stand is looked up after each painting.
+#include "platform/desktop/win32/MarginView.h"
+
+#include "platform/desktop/win32/Picture.h"
+#include "platform/desktop/win32/Screen.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tessaly::win32 {
+
+namespace {
+
+// A window's client area, from the corner of the window.
+RECT ClientPlace(HWND window) {
+    RECT outer = {};
+    GetWindowRect(window, &outer);
+    RECT client = {};
+    GetClientRect(window, &client);
+    MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&client), 2);
+    OffsetRect(&client, -outer.left, -outer.top);
+    return client;
+}
+
+void Fill(HDC target, const RECT& place, COLORREF colour) {
+    SetBkColor(target, colour);
+    ExtTextOutW(target, 0, 0, ETO_OPAQUE, &place, nullptr, 0, nullptr);
+}
+
+// From `left` to `right`, its lowest points in front of `bottom`.
+void DrawWave(HDC target, LONG left, LONG right, LONG bottom, LONG step) {
+    std::vector<POINT> points;
+    for (LONG x = left; x <= right + step; x += step) {
+        const bool isLow = (x - left) / step % 2 == 0;
+        points.push_back({std::min(x, right), isLow ? bottom - 1 : bottom - 1 - step});
+    }
+    Polyline(target, points.data(), static_cast<int>(points.size()));
+}
+
+} // namespace
+
+MarginView::MarginView(HWND control, const ViewFormat& lines, const LineMarks& marks)
+    : mControl(control),
+      mLines(lines),
+      mMarks(marks) {}
+
+void MarginView::SetFont(const LOGFONTW& font) {
+    mTextFont = font;
+    mFont.reset();
+    LayOut();
+}
+
+void MarginView::LayOut() {
+    LOGFONTW font = mTextFont;
+    WPARAM times = 0;
+    LPARAM over = 0;
+    SendMessageW(mControl, EM_GETZOOM, reinterpret_cast<WPARAM>(&times), reinterpret_cast<LPARAM>(&over));
+    if (times > 0 && over > 0) {
+        font.lfHeight = MulDiv(font.lfHeight, static_cast<int>(times), static_cast<int>(over));
+    }
+    mFont.reset(CreateFontIndirectW(&font));
+    const TEXTMETRICW metrics = MeasureFont(mFont.get());
+    mLineHeight = metrics.tmHeight;
+    const Margin before = std::exchange(mMargin, LayOutMargin(mLines.LineCount(), metrics.tmAveCharWidth, mLineHeight));
+    if (mMargin.width != before.width) {
+        SetWindowPos(mControl, nullptr, 0, 0, 0, 0,
+                     SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+    }
+    if (mMargin.side != before.side) {
+        mPictures = PicturesOfMarks(mMargin.side);
+    }
+    mPainted.reset();
+}
+
+void MarginView::ColoursChanged() {
+    mPictures = PicturesOfMarks(mMargin.side);
+    Paint();
+}
+
+void MarginView::SetAvailable(bool available) {
+    mIsAvailable = available;
+    LayOut();
+    Paint();
+}
+
+RECT MarginView::Place() const {
+    RECT place = ClientPlace(mControl);
+    place.right = place.left;
+    place.left -= mMargin.width;
+    return place;
+}
+
+bool MarginView::IsHit(POINT screen) const {
+    RECT outer = {};
+    GetWindowRect(mControl, &outer);
+    const RECT place = Place();
+    return PtInRect(&place, {screen.x - outer.left, screen.y - outer.top}) != 0;
+}
+
+// In memory first, so that nothing flickers.
+void MarginView::Paint() {
+    const RECT place = Place();
+    const RECT buffered = {0, 0, place.right - place.left, place.bottom - place.top};
+    HDC target = GetWindowDC(mControl);
+    HDC drawing = CreateCompatibleDC(target);
+    const BitmapOwner bitmap(CreateCompatibleBitmap(target, buffered.right, buffered.bottom));
+    HGDIOBJ before = SelectObject(drawing, bitmap.get());
+    PaintOn(drawing, buffered);
+    BitBlt(target, place.left, place.top, buffered.right, buffered.bottom, drawing, 0, 0, SRCCOPY);
+    SelectObject(drawing, before);
+    DeleteDC(drawing);
+    if ((GetWindowLongW(mControl, GWL_STYLE) & WS_HSCROLL) != 0) { // what is beside the scroll bar
+        RECT corner = {place.left, place.bottom, place.right, place.bottom + GetSystemMetrics(SM_CYHSCROLL)};
+        Fill(target, corner, GetSysColor(COLOR_BTNFACE));
+    }
+    ReleaseDC(mControl, target);
+    mPainted = WhatIsSeen();
+}
+
+void MarginView::PaintOn(HDC target, const RECT& place) const {
+    if (!mIsAvailable) {
+        Fill(target, place, GetSysColor(COLOR_BTNFACE));
+        return;
+    }
+    const MarginColours colours = ColoursOfMargin(PaperColour(), InkColour(), IsHighContrast());
+    const int state = SaveDC(target);
+    IntersectClipRect(target, place.left, place.top, place.right, place.bottom);
+    Fill(target, place, Turned(colours.paper));
+    SelectObject(target, mFont.get());
+    SetTextColor(target, Turned(colours.number));
+    SetBkMode(target, TRANSPARENT);
+    SetTextAlign(target, TA_RIGHT | TA_TOP);
+    const auto [first, end] = mLines.LinesSeen();
+    for (std::size_t line = first; line < end; ++line) {
+        const std::wstring number = std::to_wstring(line + 1);
+        const int top = place.top + mLines.TopOf(line);
+        ExtTextOutW(target, place.left + mMargin.numberEnd, top, 0, nullptr, number.data(),
+                    static_cast<UINT>(number.size()), nullptr);
+        if (const Mark mark = mMarks.On(line + 1); mark != Mark::None) {
+            ImageList_Draw(mPictures.get(), static_cast<int>(mark), target, place.left + mMargin.picture,
+                           top + (mLineHeight - mMargin.side) / 2, ILD_NORMAL);
+        }
+    }
+    RestoreDC(target, state);
+}
+
+void MarginView::Follow() {
+    if (mIsAvailable && mPainted != WhatIsSeen()) {
+        Paint();
+    }
+}
+
+MarginView::Sight MarginView::WhatIsSeen() const {
+    const auto [first, end] = mLines.LinesSeen();
+    return {mLines.LineCount(), first, mLines.TopOf(first), mLines.TopOf(end - 1)};
+}
+
+void MarginView::PaintUnderlines(HRGN region) const {
+    if (!mIsAvailable || mMarks.AreNone()) {
+        return;
+    }
+    const auto [first, behind] = mLines.LinesSeen();
+    const LONG step = std::max(WindowDpi(mControl) / 64, 1);
+    HideCaret(mControl);
+    HDC target = GetDC(mControl);
+    SelectClipRgn(target, region);
+    for (const LineMark& mark : mMarks.All()) {
+        if (mark.begin == mark.end || mark.line <= first || mark.line > behind) {
+            continue;
+        }
+        const POINTL begin = mLines.PlaceOf(mark.begin);
+        const POINTL end = mLines.PlaceOf(mark.end);
+        HPEN pen = CreatePen(PS_SOLID, std::max(WindowDpi(mControl) / 96, 1), Turned(ColourOf(mark.mark)));
+        HGDIOBJ before = SelectObject(target, pen);
+        DrawWave(target, begin.x, end.x, begin.y + mLineHeight, step);
+        SelectObject(target, before);
+        DeleteObject(pen);
+    }
+    ReleaseDC(mControl, target);
+    ShowCaret(mControl);
+}
+
+} // namespace tessaly::win32

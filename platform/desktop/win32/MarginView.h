@@ -1,0 +1,76 @@
+// The margin of the pane and the wavy lines under its text. The margin belongs to the edge of the window: there the
+// control neither scrolls, nor paints, nor sees the mouse.
+#pragma once
+
+#include "platform/desktop/LineMarks.h"
+#include "platform/desktop/Margin.h"
+#include "platform/desktop/win32/Headers.h"
+#include "platform/desktop/win32/ViewFormat.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace tessaly::win32 {
+
+class MarginView {
+public:
+    // All of them outlive this. `lines` are those that the control shows.
+    MarginView(HWND control, const ViewFormat& lines, const LineMarks& marks);
+
+    // The font of the text, before the user zooms it.
+    void SetFont(const LOGFONTW& font);
+
+    // Makes the margin as wide as it must be for the lines and the font. Not to be called while the control is at work
+    // with an edit.
+    void LayOut();
+
+    // The user has chosen other colours.
+    void ColoursChanged();
+
+    // An unavailable pane has a grey margin without anything in it.
+    void SetAvailable(bool available);
+
+    // Where it is, from the corner of the window, in pixels.
+    RECT Place() const;
+
+    // For the messages of these names: takes the margin from the control's own part of the window, and tells whether
+    // a point of the screen is in it.
+    void NcCalcSize(RECT& client) const { client.left = std::min(client.left + mMargin.width, client.right); }
+    bool IsHit(POINT screen) const;
+
+    // Paints all of it at once, on the screen or elsewhere.
+    void Paint();
+    void PaintOn(HDC target, const RECT& place) const;
+
+    // Paints it if its lines have moved since.
+    void Follow();
+
+    // Underlines marked text that stands in this region of the client area.
+    void PaintUnderlines(HRGN region) const;
+
+private:
+    // What decides what is to be painted, beside the marks.
+    struct Sight {
+        std::size_t lines = 0;
+        std::size_t first = 0;
+        LONG firstTop = 0;
+        LONG lastTop = 0;
+
+        bool operator==(const Sight&) const = default;
+    };
+
+    Sight WhatIsSeen() const;
+
+    HWND mControl;
+    const ViewFormat& mLines;
+    const LineMarks& mMarks;
+    LOGFONTW mTextFont = {};
+    FontOwner mFont;          // zoomed
+    ImageListOwner mPictures; // of marks
+    int mLineHeight = 0;
+    Margin mMargin;
+    std::optional<Sight> mPainted;
+    bool mIsAvailable = true;
+};
+
+} // namespace tessaly::win32
