@@ -1,6 +1,7 @@
 // Columns are led back by way of the bytes of a line, because that is what every compiler reads.
 #include "diagnostics/BuildMap.h"
 
+#include "diagnostics/MessageForms.h"
 #include "diagnostics/NearestLines.h"
 #include "document/Members.h"
 #include "platform/text/CodePage.h"
@@ -74,7 +75,10 @@ std::optional<MemberPlace> BuildMap::Find(std::size_t line, LineCounting countin
     }
     const std::string_view text = mLines.Text(line, counting).substr(0, offset);
     place.column = 1;
-    for (std::size_t at = 0; at < text.size();) {
+    const bool isPlain = text.find('\r') == std::string_view::npos;
+    std::size_t at = isPlain ? AsciiPrefix(text) : 0;
+    place.column += at;
+    while (at < text.size()) {
         const char32_t character = ReadUtf8OrReplacement(text, at);
         place.column += character > 0xFFFF ? 2 : 1;
         if (character == '\r') { // a blank to the compiler, but not in the text
@@ -91,8 +95,8 @@ std::size_t BuildMap::OffsetInLine(std::size_t line, LineCounting counting, std:
         return std::string_view::npos;
     }
     const std::string_view text = TextOf(line, counting);
-    std::size_t at = 0;
-    for (std::size_t bytes = 1; at < text.size() && bytes < byteColumn;) {
+    std::size_t at = std::min(AsciiPrefix(text), byteColumn - 1);
+    for (std::size_t bytes = 1 + at; at < text.size() && bytes < byteColumn;) {
         const std::size_t begin = at;
         const bool isAscii = ReadUtf8(text, at) < 0x80;
         bytes += isAscii ? 1 : Encoded(text.substr(begin, at - begin)).size();
@@ -138,6 +142,20 @@ std::string_view BuildMap::Text(std::string_view member) const {
         return {};
     }
     return mLines.MemberText(mMembers[static_cast<std::size_t>(name - mNames.begin())]);
+}
+
+std::optional<MemberPlace> BuildMap::FirstUse(std::string_view name, std::string_view member) const {
+    const std::string_view text = member.empty() ? std::string_view(mLines.Whole()) : Text(member);
+    for (std::size_t at = FindName(text, name); at != std::string_view::npos; at = FindName(text, name, at + 1)) {
+        if (!member.empty()) {
+            return MemberPlace{member, SplitEditorLines(text.substr(0, at)).size(), 0};
+        }
+        const std::optional<MemberLine> place = mLines.Find(mLines.EditorLineAt(at), LineCounting::LoneCrEndsLine);
+        if (place) {
+            return MemberPlace{NameOf(place->origin), place->line, 0};
+        }
+    }
+    return std::nullopt;
 }
 
 const std::string& BuildMap::NameOf(CCodeOrigin member) const {

@@ -58,6 +58,9 @@ public:
     // Where such a column is in FileLine(line, counting), in bytes; npos for none.
     std::size_t OffsetInLine(std::size_t line, LineCounting counting, std::size_t column, ColumnUnit unit) const;
 
+    // Where the name `name` stands first by itself in the text of `member`, or without one in any member's.
+    std::optional<MemberPlace> FirstUse(std::string_view name, std::string_view member = {}) const;
+
     // What the document gave.
     const CFileLines& Lines() const { return mLines; }
 

@@ -37,6 +37,9 @@ public:
     // The number that a text editor gives to the front of a line; 0 for a line that does not exist.
     std::size_t EditorLine(std::size_t line, LineCounting counting) const;
 
+    // The number that it gives to the line at `position` of the whole file.
+    std::size_t EditorLineAt(std::size_t position) const;
+
     // The whole file, in UTF-8. Good until the next Write.
     const std::string& Whole() const { return mText; }
 
@@ -52,7 +55,6 @@ private:
 
     void FindLineStarts();
     const std::vector<std::size_t>& Starts(LineCounting counting) const;
-    std::size_t EditorLineAt(std::size_t position) const;
 
     std::string mText;
     std::vector<Piece> mMembers;                     // in their order in the file

@@ -2,7 +2,6 @@
 #include "diagnostics/LinkerMessages.h"
 
 #include "diagnostics/MessageForms.h"
-#include "diagnostics/NearestLines.h"
 #include "document/Members.h"
 
 #include <algorithm>
@@ -37,7 +36,7 @@ constexpr std::array FunctionPhrases = std::to_array<std::string_view>(
     {": in function ", ": in Funktion ", " in function ", " in Funktion ", ":function "});
 
 // Different names of one output are looked for in all texts so many times.
-constexpr std::size_t MostSearches = 1000;
+constexpr std::size_t MostSearches = 200;
 
 // A name is looked for in this much of a line.
 constexpr std::size_t LongestLinkerLine = 4096;
@@ -127,31 +126,17 @@ std::optional<MemberPlace> LinkerMessages::Search(const std::string& name, std::
     };
     for (const std::string_view prefix : {FunctionPrefix, EventPrefix}) {
         if (const std::string_view user = member(prefix, function); isMissing && !user.empty()) {
-            return FirstUse(user, name).value_or(MemberPlace{user, 1, 0});
+            return mMap.FirstUse(name, user).value_or(MemberPlace{user, 1, 0});
         }
     }
     for (const std::string_view prefix : {FunctionPrefix, EventPrefix}) {
         const std::string_view own = member(prefix, name);
         if (!own.empty() && (!isMissing || prefix == EventPrefix)) {
-            const std::optional<MemberPlace> use = isMissing ? std::nullopt : FirstUse(own, name);
+            const std::optional<MemberPlace> use = isMissing ? std::nullopt : mMap.FirstUse(name, own);
             return use.value_or(MemberPlace{own, 1, 0});
         }
     }
-    for (const std::string& each : mMap.Members()) {
-        if (const std::optional<MemberPlace> use = FirstUse(each, name)) {
-            return use;
-        }
-    }
-    return std::nullopt;
-}
-
-std::optional<MemberPlace> LinkerMessages::FirstUse(std::string_view member, std::string_view name) const {
-    const std::string_view text = mMap.Text(member);
-    const std::size_t at = FindName(text, name);
-    if (at == std::string_view::npos) {
-        return std::nullopt;
-    }
-    return MemberPlace{member, SplitEditorLines(text.substr(0, at)).size(), 0};
+    return mMap.FirstUse(name);
 }
 
 } // namespace tessaly

@@ -32,7 +32,6 @@ public:
 private:
     std::optional<MemberPlace> PlaceOf(const std::string& name, std::string_view function, bool isMissing);
     std::optional<MemberPlace> Search(const std::string& name, std::string_view function, bool isMissing) const;
-    std::optional<MemberPlace> FirstUse(std::string_view member, std::string_view name) const;
 
     const BuildMap& mMap;
     std::string mFunction; // that the lines behind are about

@@ -141,11 +141,11 @@ bool IsNameCharacter(char character) {
     return IsLetter(character) || IsDigit(character) || character == '_';
 }
 
-std::size_t FindName(std::string_view text, std::string_view name) {
+std::size_t FindName(std::string_view text, std::string_view name, std::size_t from) {
     if (name.empty()) {
         return std::string_view::npos;
     }
-    for (std::size_t at = text.find(name); at != std::string_view::npos; at = text.find(name, at + 1)) {
+    for (std::size_t at = text.find(name, from); at != std::string_view::npos; at = text.find(name, at + 1)) {
         const std::size_t end = at + name.size();
         if ((at == 0 || !IsNameCharacter(text[at - 1])) && (end == text.size() || !IsNameCharacter(text[end]))) {
             return at;

@@ -41,8 +41,8 @@ bool IsInsidePosition(std::string_view prefix, std::string_view rest);
 
 bool IsNameCharacter(char character);
 
-// Where `name` stands in `text` by itself, not as a part of another; npos when it does not.
-std::size_t FindName(std::string_view text, std::string_view name);
+// Where `name` stands in `text` by itself, not as a part of another, at or behind `from`; npos when it does not.
+std::size_t FindName(std::string_view text, std::string_view name, std::size_t from = 0);
 
 // The name that begins at or behind `at` in quotes; `at` moves behind it. "" when there is none.
 std::string_view NextQuotedName(std::string_view message, std::size_t& at);

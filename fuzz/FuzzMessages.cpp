@@ -1,14 +1,17 @@
-// Any output of a compiler, for a program block with uneven line ends. A line without a position in the C file stays as
-// it is; one that is led back keeps its old position, and names a line that the C file has there.
+// Any output of a compiler, for a program block with uneven line ends. A line that is led back keeps its old position,
+// and names a line that the C file has there. Messages are plain text, and their places are in the document.
 #include "diagnostics/Diagnostics.h"
+#include "diagnostics/NearestLines.h"
 #include "diagnostics/RewriteMessages.h"
 #include "document/CCodeGenerator.h"
 #include "document/Members.h"
 #include "document/VornSrcObj.h"
 #include "fuzz/Check.h"
 #include "platform/text/SingleByteCodePage.h"
+#include "platform/text/Utf8.h"
 #include "tests/desktop/SequentialFiles.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -52,16 +55,19 @@ public:
     }
 
     void Check(const std::string& output) {
-        const std::string result = RewriteMessages(mMap, "a.PSF", output);
-        const std::vector<std::string> before = Split(output, false);
-        const std::vector<std::string> after = Split(result, false);
-        CHECK(before.size() == after.size());
-        for (std::size_t i = 0; i < before.size(); ++i) {
-            if (before[i] != after[i]) {
-                CHECK(before[i].find("a.c") != std::string::npos);
-                CHECK(after[i].size() > before[i].size());
-                CheckPlace(before[i], after[i]);
-            }
+        CheckLines(output, RewriteMessages(mMap, "a.PSF", output));
+        MessageRewriter anywhere(mMap, "a.PSF", MessageRewriter::Inside::Anywhere);
+        std::string result;
+        for (const std::string& line : Split(output, false)) {
+            anywhere.Rewrite(line, result);
+            result += '\n';
+        }
+        result.pop_back();
+        CheckLines(output, result);
+        const std::vector<Diagnostic> diagnostics = ReadDiagnostics(mMap, output);
+        CHECK(diagnostics.size() <= Split(output, false).size());
+        for (const Diagnostic& diagnostic : diagnostics) {
+            CheckDiagnostic(diagnostic);
         }
     }
 
@@ -82,6 +88,34 @@ public:
     }
 
 private:
+    void CheckLines(const std::string& output, const std::string& result) const {
+        const std::vector<std::string> before = Split(output, false);
+        const std::vector<std::string> after = Split(result, false);
+        CHECK(before.size() == after.size());
+        for (std::size_t i = 0; i < before.size(); ++i) {
+            if (before[i] != after[i]) {
+                CheckPlace(before[i], after[i]);
+            }
+        }
+    }
+
+    void CheckDiagnostic(const Diagnostic& diagnostic) const {
+        for (const std::string* text : {&diagnostic.text, &diagnostic.file}) {
+            CHECK(IsUtf8(*text));
+            for (const char character : *text) {
+                CHECK(static_cast<unsigned char>(character) >= ' ' && character != '\x7F');
+            }
+        }
+        CHECK(diagnostic.member.empty() == (diagnostic.line == 0));
+        CHECK(diagnostic.member.empty() || diagnostic.file.empty());
+        CHECK(diagnostic.line > 0 || diagnostic.column == 0);
+        if (diagnostic.line > 0) {
+            const std::string line =
+                LineAt(std::string(Psf) + diagnostic.member + ":" + std::to_string(diagnostic.line));
+            CHECK(diagnostic.column <= line.size() + 1); // all in the block is ASCII
+        }
+    }
+
     // The line of a member that a position names, which must be there.
     std::string LineAt(std::string_view position) const {
         position.remove_prefix(Psf.size());
@@ -103,15 +137,19 @@ private:
 
     // A line that begins with a position can be put back to what it was.
     void CheckPlace(const std::string& before, const std::string& after) const {
+        if (before.find(Psf) != std::string::npos) {
+            return;
+        }
         const std::size_t at = after.find(Psf);
         CHECK(at != std::string::npos);
         LineAt(std::string_view(after).substr(at));
-        const bool front = after.starts_with(Psf) && !before.starts_with(Psf);
-        if (front && after.ends_with(')')) {
-            const std::size_t open = after.rfind(" (");
-            CHECK(open != std::string::npos);
-            CHECK(before.starts_with(after.substr(open + 2, after.size() - open - 3)));
+        // Inside a line the old position stands right behind the new one.
+        const std::size_t behind = after.find(" (", at) + 2;
+        bool isReversible = at > 0 || !after.ends_with(')') || before.starts_with(after.substr(behind, 4));
+        for (std::size_t open = after.find(" ("); open != std::string::npos; open = after.find(" (", open + 1)) {
+            isReversible = isReversible || before.starts_with(after.substr(open + 2, after.size() - open - 3));
         }
+        CHECK(isReversible);
     }
 
     memory::SequentialFiles mFiles;
@@ -121,11 +159,27 @@ private:
     std::vector<std::string> mCLines;
 };
 
+// Two texts with a NUL between them.
+void CheckNearest(std::string_view input) {
+    const std::string_view before = input.substr(0, input.find('\0'));
+    const std::string_view now = input.substr(std::min(before.size() + 1, input.size()));
+    const std::size_t count = SplitEditorLines(now).size();
+    const NearestLines moved(before, now);
+    const NearestLines same(before, before);
+    for (std::size_t line = 1; line <= SplitEditorLines(before).size(); ++line) {
+        const std::size_t nearest = moved.Find(line);
+        CHECK(nearest >= 1 && nearest <= count);
+        CHECK(moved.Find(TextPosition{line, 7}).line == nearest);
+        CHECK(same.Find(line) == line);
+    }
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static Block block;
     block.Check({reinterpret_cast<const char*>(data), size});
+    CheckNearest({reinterpret_cast<const char*>(data), size});
     if (size > 0) {
         block.CheckLine(data[0]);
     }
