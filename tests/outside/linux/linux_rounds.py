@@ -159,7 +159,8 @@ class LinuxRounds(Rounds):
         self.rest(2 * IDLE)
 
     def do_adding(self):
-        self.select(self.random.randrange(self.rows()))  # which stores what the pane holds
+        # Another row stores what the pane holds. The first one may be the one that it shows.
+        self.select(self.random.randrange(1, self.rows()))
         self.display.key("F5")
         self.wait("the question for a name", lambda: self.is_front(ADD))
         self.names_made += 1

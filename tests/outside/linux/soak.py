@@ -6,6 +6,7 @@ import sys
 import tempfile
 
 from harness import ROOT, screenshot
+from kill_rounds import KINDS
 from linux_rounds import LinuxRounds
 
 SIZES = (0, 0, 20_000, 100_000, 180_000)
@@ -19,6 +20,7 @@ def operations(rounds, number):
         if len(use) % 10 == 0:
             rounds.fresh()
         before = None
+        rounds.has_rests = False
         for done in range(OPERATIONS):
             is_full = len(rounds.names()) >= 20
             rounds.operate(rounds.random.choice([kind for kind in rounds.kinds() if kind != "adding" or not is_full]))
@@ -27,7 +29,8 @@ def operations(rounds, number):
             if done % 10 == 0:
                 rounds.begin(rounds.texts())  # what the model need not keep
         after = rounds.use()
-        rounds.round("typing")
+        rounds.has_rests = True
+        rounds.round(KINDS[len(use) % len(KINDS)])
         use.append((before, after))
         print(f"{rounds.operations:7} operations: {before[0]:7} -> {after[0]:7} KiB, {before[1]:3} -> {after[1]:3} "
               f"descriptors, {len(list(rounds.recovery.rglob('*')))} files of recovery", flush=True)
