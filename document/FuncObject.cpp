@@ -1,7 +1,7 @@
 // The function table. Errors inside an operation end in the fixed status that its contract names.
 #include "document/FuncObject.h"
 
-#include "document/CaseFold.h"
+#include "platform/text/CaseFold.h"
 
 #include <algorithm>
 #include <exception>

@@ -1,12 +1,12 @@
 // The phases of a load, one function each. At the end of the file each phase ends at once. So a phase seldom asks why
 // its loop is over.
-#include "document/CaseFold.h"
 #include "document/LineReader.h"
 #include "document/PsfFile.h"
 #include "document/PsfKeys.h"
 #include "document/PsfReadObserver.h"
 #include "document/TextValue.h"
 #include "platform/system/SequentialFiles.h"
+#include "platform/text/CaseFold.h"
 #include "platform/text/Utf8.h"
 
 #include <stdexcept>

@@ -1,8 +1,8 @@
 // Any sequence of operations on a document, whose files fail now and then, beside a plain list of functions. Both hold
 // the same behind every operation; what fails changes nothing and leaves no file open.
-#include "document/CaseFold.h"
 #include "document/VornSrcObj.h"
 #include "fuzz/Check.h"
+#include "platform/text/CaseFold.h"
 #include "platform/text/SingleByteCodePage.h"
 #include "tests/desktop/SequentialFiles.h"
 

@@ -1,7 +1,7 @@
 // The state tables of the PSF format, one function a phase.
 #include "tests/unit/document/LiteralReader.h"
 
-#include "document/CaseFold.h"
+#include "platform/text/CaseFold.h"
 
 #include <algorithm>
 #include <cstdint>

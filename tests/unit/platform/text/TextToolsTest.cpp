@@ -1,8 +1,8 @@
 // The small text tools: case folding, keys, numbers, UTF-8, new functions.
-#include "document/CaseFold.h"
 #include "document/NewFunction.h"
 #include "document/TextValue.h"
 #include "platform/text/Ascii.h"
+#include "platform/text/CaseFold.h"
 #include "platform/text/Utf16.h"
 #include "platform/text/Utf8.h"
 

@@ -1,5 +1,5 @@
 // Case folding over a table of runs of case pairs.
-#include "document/CaseFold.h"
+#include "platform/text/CaseFold.h"
 
 #include "platform/text/Ascii.h"
 #include "platform/text/Utf8.h"
@@ -20,7 +20,7 @@ struct CaseRun {
 };
 
 constexpr CaseRun CaseRuns[] = {
-#include "document/CasePairs.inc"
+#include "platform/text/CasePairs.inc"
 };
 
 char32_t FoldCharacter(char32_t character) {
