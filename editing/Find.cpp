@@ -76,10 +76,11 @@ std::vector<Match> FindAll(std::string_view text, std::string_view pattern, Find
 std::size_t NextMatch(const std::vector<Match>& matches, Place place, bool isForward) {
     if (isForward) {
         const auto next =
-            std::find_if(matches.begin(), matches.end(), [&](const Match& m) { return m.begin >= place; });
+            std::find_if(matches.begin(), matches.end(), [&](const Match& m) { return !(m.begin < place); });
         return next == matches.end() ? 0 : static_cast<std::size_t>(next - matches.begin());
     }
-    const auto next = std::find_if(matches.rbegin(), matches.rend(), [&](const Match& m) { return m.End() <= place; });
+    const auto next =
+        std::find_if(matches.rbegin(), matches.rend(), [&](const Match& m) { return !(place < m.End()); });
     return matches.size() - 1 - (next == matches.rend() ? 0 : static_cast<std::size_t>(next - matches.rbegin()));
 }
 

@@ -37,7 +37,7 @@ std::optional<Edit> CommentPart(const TextLines& lines, const Selection& selecti
         changed = u"/* " + part + u" */";
     }
     const Place last = {begin.line, begin.column + changed.size()};
-    const bool isForward = selection.anchor <= selection.caret;
+    const bool isForward = selection.anchor < selection.caret;
     return Edit{{{begin, end, changed}}, isForward ? Selection{begin, last} : Selection{last, begin}};
 }
 

@@ -4,9 +4,10 @@
 #include "syntax/CSyntax.h"
 
 #include <algorithm>
-#include <compare>
 #include <cstddef>
 #include <string>
+#include <string_view>
+#include <tuple>
 #include <vector>
 
 namespace tessaly {
@@ -16,7 +17,8 @@ struct Place {
     std::size_t line = 0;
     std::size_t column = 0;
 
-    auto operator<=>(const Place&) const = default;
+    bool operator==(const Place&) const = default;
+    bool operator<(const Place& other) const { return std::tie(line, column) < std::tie(other.line, other.column); }
 };
 
 // From where it began to the caret; nothing is selected where they are the same.
