@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 namespace tessaly {
@@ -39,6 +40,17 @@ public:
     // Starts a process with this one command line and window style and does not wait for it. Throws std::system_error
     // when it cannot be started.
     virtual void StartProcess(const std::string& line, std::int32_t windowStyle) = 0;
+
+    // The file that tells what a batch file prints that makes a program of `cFile`: where StartProcess puts it, or the
+    // batch file itself. "" where there is none.
+    virtual std::string OutputPath(const std::string& cFile) const = 0;
+
+    // From now on `path` alone is followed, which need not be there yet; "" is nothing. Throws std::system_error when
+    // the system cannot do that.
+    virtual void Follow(const std::string& path) = 0;
+
+    // Raised when the file that is followed has come or changed: once for several changes, and perhaps for none.
+    std::function<void()> onFollowed;
 
 protected:
     // Opens the help file.

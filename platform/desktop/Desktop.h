@@ -5,6 +5,7 @@
 #include "platform/desktop/Application.h"
 #include "platform/desktop/FileDialog.h"
 #include "platform/desktop/MenuItem.h"
+#include "platform/desktop/MessagesWindow.h"
 #include "platform/desktop/ModalWindows.h"
 #include "platform/desktop/MsgBox.h"
 #include "platform/desktop/RichTextBox.h"
@@ -39,6 +40,7 @@ public:
     ImageList& QuorvaneImages() const { return mParts.toolBar->images; } // image 1 is "Add", image 2 "Delete"
     StatusBar& StatusBar1() const { return *mParts.status; }
     FileDialog& CommonDialog1() const { return *mParts.fileDialog; }
+    MessagesWindow& Messages() const { return *mParts.messages; }
 
     // See Menus.
     MenuItem& AddMenu(MenuItem* parent, std::string_view name) { return mParts.menus->Add(parent, name); }
@@ -68,6 +70,7 @@ protected:
         StatusBar* status = nullptr;
         Menus* menus = nullptr;
         FileDialog* fileDialog = nullptr;
+        MessagesWindow* messages = nullptr;
         MsgBox* msgBox = nullptr;
         Application* app = nullptr;
         Registry* settings = nullptr;

@@ -46,12 +46,20 @@ void Window::TellIdle() {
 
 void Window::SetFooter(float height) {
     mFooter = height;
-    LayOut(mClient);
+    controls.LayOut(mClient, mFooter + mRoom);
+}
+
+void Window::MakeRoom(float height) {
+    if (height != mRoom) {
+        mRoom = height;
+        controls.LayOut(mClient, mFooter + mRoom);
+    }
 }
 
 void Window::LayOut(const Size& client) {
     mClient = client;
-    controls.LayOut(client, mFooter);
+    controls.LayOut(client, mFooter + mRoom);
+    Raise(onMoved);
 }
 
 void Window::TellKey(int keyCode, int shift) {

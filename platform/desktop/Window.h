@@ -11,13 +11,20 @@
 
 namespace tessaly {
 
-// Key codes of the function keys, as Windows' virtual-key codes have them.
+// Key codes, as Windows' virtual-key codes have them. Letters have the codes of their ASCII capitals.
+inline constexpr int KeyEnter = 13;
+inline constexpr int KeyEscape = 27;
 inline constexpr int KeyF1 = 112;
 inline constexpr int KeyF2 = 113;
 inline constexpr int KeyF3 = 114;
 inline constexpr int KeyF4 = 115;
 inline constexpr int KeyF5 = 116;
 inline constexpr int KeyF10 = 121;
+
+// Ctrl+J, also with Shift: it is the window's alone. To an edit control it would be a line break.
+constexpr bool IsStepKey(int keyCode, int shift) {
+    return keyCode == 'J' && (shift & ~1) == 2;
+}
 
 // Whether a key only goes with others or locks: Shift, Ctrl, Alt, the locks, the Windows keys, and each of two alike.
 constexpr bool IsModifierKey(int keyCode) {
@@ -47,8 +54,8 @@ public:
     // Raised after the size has changed. A window that is minimised keeps its size.
     std::function<void()> onResize;
 
-    // Raised for every key pressed in the window, before the control with the focus gets it, which it does in any
-    // case. `shift`: 1 Shift, 2 Ctrl, 4 Alt, added up.
+    // Raised for every key pressed in the window, before the control with the focus gets it, which it does in any case
+    // but that of IsStepKey; and for keys of the messages window. `shift`: 1 Shift, 2 Ctrl, 4 Alt, added up.
     std::function<void(int keyCode, int shift)> onKeyDown;
 
     // Raised when the user drops a file on the window; with its whole path, and once for each of several files. Not
@@ -68,6 +75,9 @@ public:
     // Raised when the user goes to another program, and when this one may soon end without onUnload: by a signal, with
     // the display or at the end of the session. What is to outlive it must be on the disk when this returns.
     std::function<void()> onSuspend;
+
+    // For the messages window: this one stands elsewhere, or has another size.
+    std::function<void()> onMoved;
 
     // Those that stand in the window.
     Controls controls;
@@ -98,11 +108,18 @@ public:
     // Keeps the lowest `height` twips of the client area free of controls: those that begin above it end there. It is 0
     // at first.
     void SetFooter(float height);
+    float Footer() const { return mFooter; }
+
+    // Keeps as much above the footer free as well.
+    void MakeRoom(float height);
 
     // Takes the icon from a picture file. Throws std::runtime_error when it cannot be loaded; the icon stays.
     virtual void SetIcon(const std::string& path) = 0;
 
     bool HasEnded() const { return mIsClosed; }
+
+    // A key was pressed, here or in the messages window.
+    void TellKey(int keyCode, int shift);
 
 protected:
     virtual void ShowFrame() = 0;
@@ -110,7 +127,7 @@ protected:
     // Takes the window away and ends the program.
     virtual void CloseFrame() = 0;
 
-    // The client area has this size now.
+    // The client area has this size now, or the window stands elsewhere.
     void LayOut(const Size& client);
 
     // Raises onUnload if it has not been yet. Returns whether it did: then the window is to go.
@@ -119,7 +136,6 @@ protected:
     // Raises onIdle, as long as the window is not about to go.
     void TellIdle();
 
-    void TellKey(int keyCode, int shift);
     void TellDrop(const std::string& path);
 
     Application& mApplication;
@@ -127,6 +143,7 @@ protected:
 private:
     Size mClient;
     float mFooter = 0;
+    float mRoom = 0; // above the footer
     bool mIsLoaded = false;
     bool mIsClosed = false;
     bool mIsUnloaded = false;

@@ -26,6 +26,25 @@ protected:
     TreeView& Tree() { return TheDesktop().CodeTree(); }
     RichTextBox& Pane() { return TheDesktop().FuncBody(); }
 
+    MessagesWindow& Messages() { return TheDesktop().Messages(); }
+    SeenMessages Seen() { return user->Messages(); }
+
+    // The main window with these rows in the messages window, which is shown.
+    void ShowRows(const std::vector<MessageRow>& rows) {
+        MainWindow().Show();
+        user->Settle();
+        Messages().SetTexts({"Build", {"Kind", "Where", "Line", "What"}, "Messages", "Output \xC3\xA4"});
+        Messages().SetRows(rows);
+        Messages().Show();
+        user->Settle();
+    }
+
+    void ExpectNothingCovered() {
+        EXPECT_FALSE(user->IsCovered(Tree()));
+        EXPECT_FALSE(user->IsCovered(Pane()));
+        EXPECT_FALSE(user->IsCovered(TheDesktop().StatusBar1()));
+    }
+
     // Writes the events of the pane and the tree to `events`.
     void Record() {
         Pane().onChange = [this] { events.emplace_back("change"); };

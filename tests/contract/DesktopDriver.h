@@ -5,6 +5,7 @@
 #include "platform/desktop/Desktop.h"
 #include "platform/system/PrivateFiles.h"
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -36,6 +37,18 @@ struct SeenFileDialog {
     std::vector<std::string> filters; // the descriptions
     std::string pattern;              // of the filter shown
     bool hasReadOnlyBox = false;
+};
+
+// The messages window as the user sees it.
+struct SeenMessages {
+    bool isVisible = false;
+    std::string caption;
+    std::vector<std::string> pages; // their names, that of the one in front with "*" behind it
+    std::vector<std::string> heads;
+    std::vector<std::string> rows; // cells with "|" between, and "*" behind the selected one
+    bool isSelectedInView = false;
+    std::string printed;
+    bool hasKeyboard = false;
 };
 
 // Where a test may write in the registry. The key is not there at first.
@@ -100,6 +113,15 @@ public:
     // operation returns.
     virtual void Settle() = 0;
 
+    // Lets things happen until something has that the system tells in its own time. False when it does not.
+    virtual bool SettleUntil(const std::function<bool()>& hasHappened) {
+        const auto start = std::chrono::steady_clock::now();
+        while (!hasHappened() && std::chrono::steady_clock::now() - start < std::chrono::seconds(20)) {
+            Settle();
+        }
+        return hasHappened();
+    }
+
     // The main window.
     virtual void PressKey(int keyCode, int shift) = 0;
     virtual void Resize(float width, float height) = 0;
@@ -151,6 +173,21 @@ public:
     virtual std::vector<std::string> MarginShown() = 0;
     virtual std::vector<std::string> Underlined() = 0; // the pieces of text, from the top
     virtual void ClickMargin() = 0;
+
+    // The messages window. The keyboard goes there with all that the user does in it.
+    virtual SeenMessages Messages() const = 0;
+    virtual void ClickMessage(std::size_t row) = 0;
+    virtual void DoubleClickMessage(std::size_t row) = 0;
+    virtual void PressKeyInMessages(int keyCode, int shift) = 0;
+    virtual void CloseMessages() = 0; // by its frame
+    virtual Size SizeOfMessages() const = 0;
+    virtual void ResizeMessages(const Size& size) = 0;
+
+    // Whether the messages window lies over the control, on the screen.
+    virtual bool IsCovered(Control& control) const = 0;
+
+    // The main window takes all of the screen that windows may take.
+    virtual void FillScreen() = 0;
 
     // Bars and menus.
     virtual float PanelWidth(std::int32_t number) const = 0;

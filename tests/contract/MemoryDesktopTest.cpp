@@ -120,7 +120,7 @@ TEST_F(MemoryDesktopTest, WhatWasTypedCanBeUndoneCharacterByCharacter) {
 TEST_F(MemoryDesktopTest, KeysTypeLettersDigitsAndBlanks) {
     desktop.window.Show();
     desktop.pane.Click();
-    for (const int key : {static_cast<int>('X'), static_cast<int>('7'), memory::KeyBlank, memory::KeyEnter, KeyF10}) {
+    for (const int key : {static_cast<int>('X'), static_cast<int>('7'), memory::KeyBlank, KeyEnter, KeyF10}) {
         desktop.window.PressKey(key);
     }
     desktop.window.PressKey('Y', memory::Shift);

@@ -78,6 +78,36 @@ Extent MemoryDriver::Shown(Control& control) const {
         ->second;
 }
 
+SeenMessages MemoryDriver::Messages() const {
+    const memory::MessagesWindow& window = mDesktop.messages;
+    const MessageTexts& texts = window.Texts();
+    SeenMessages seen;
+    seen.isVisible = window.IsVisible();
+    seen.caption = texts.caption;
+    seen.pages = {texts.messagesPage + (window.IsPrintedInFront() ? "" : "*"),
+                  texts.printedPage + (window.IsPrintedInFront() ? "*" : "")};
+    seen.heads.assign(texts.heads.begin(), texts.heads.end());
+    for (const MessageRow& row : window.Rows()) {
+        const bool isSelected = seen.rows.size() == window.SelectedRow();
+        seen.rows.push_back(row.cells[0] + "|" + row.cells[1] + "|" + row.cells[2] + "|" + row.cells[3] +
+                            (isSelected ? "*" : ""));
+    }
+    seen.isSelectedInView = true; // all are
+    seen.printed = window.Printed();
+    seen.hasKeyboard = window.HasKeyboard();
+    return seen;
+}
+
+bool MemoryDriver::IsCovered(Control& control) const {
+    const Extent over = mDesktop.messages.Place();
+    const Extent client = mDesktop.window.ClientPlace();
+    const Extent shown = Shown(control);
+    const float left = client.left + shown.left;
+    const float top = client.top + shown.top;
+    return mDesktop.messages.IsVisible() && over.left < left + shown.width && left < over.left + over.width &&
+           over.top < top + shown.height && top < over.top + over.height;
+}
+
 std::vector<std::string> MemoryDriver::MenusIn(MenuItem* menu) const {
     return menu == nullptr ? mDesktop.menus.Bar() : static_cast<memory::MenuItem*>(menu)->dropDown;
 }

@@ -16,6 +16,7 @@ public:
     PrivateFiles& OwnFiles() override { return mDesktop.own; }
     void Settle() override {
         mDesktop.window.DeliverSentKeys();
+        mDesktop.app.DeliverChanges();
         mDesktop.window.BeIdle();
     }
 
@@ -65,6 +66,19 @@ public:
     std::vector<std::string> MarginShown() override { return mDesktop.pane.MarginShown(); }
     std::vector<std::string> Underlined() override { return mDesktop.pane.Underlined(); }
     void ClickMargin() override { mDesktop.pane.Click(); }
+
+    SeenMessages Messages() const override;
+    void ClickMessage(std::size_t row) override { mDesktop.messages.Click(row); }
+    void DoubleClickMessage(std::size_t row) override { mDesktop.messages.DoubleClick(row); }
+    void PressKeyInMessages(int keyCode, int shift) override { mDesktop.messages.PressKey(keyCode, shift); }
+    void CloseMessages() override { mDesktop.messages.CloseByUser(); }
+    Size SizeOfMessages() const override {
+        const Extent place = mDesktop.messages.Place();
+        return {place.width, place.height};
+    }
+    void ResizeMessages(const Size& size) override { mDesktop.messages.Resize(size); }
+    bool IsCovered(Control& control) const override;
+    void FillScreen() override { Resize(mDesktop.messages.work.width, mDesktop.messages.work.height); }
 
     float PanelWidth(std::int32_t number) const override { return mDesktop.status.PanelWidth(number); }
     std::string PanelToolTip(std::int32_t number) const override { return mDesktop.status.PanelText(number); }

@@ -3,7 +3,9 @@
 
 #include "platform/desktop/Application.h"
 #include "tests/desktop/Faults.h"
+#include "tests/desktop/SequentialFiles.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,10 +21,16 @@ public:
         bool operator==(const Start&) const = default;
     };
 
-    explicit Application(Faults& faults) : mFaults(faults) {}
+    // The file that is followed is one of `files`.
+    Application(Faults& faults, const SequentialFiles& files) : mFaults(faults), mFiles(files) {}
 
     void SendF1() override;
     void StartProcess(const std::string& line, std::int32_t windowStyle) override;
+    std::string OutputPath(const std::string& cFile) const override { return cFile + ".log"; }
+    void Follow(const std::string& path) override;
+
+    // Tells that the file that is followed has changed, if it has.
+    void DeliverChanges();
 
     // A setting of the test: every StartProcess throws.
     bool startsFail = false;
@@ -36,7 +44,12 @@ public:
 private:
     void ShowHelp() override { helpOpened.push_back(helpFile); }
 
+    std::optional<std::string> Followed() const;
+
     Faults& mFaults;
+    const SequentialFiles& mFiles;
+    std::string mFollowed;
+    std::optional<std::string> mContent; // as it was told last
 };
 
 } // namespace tessaly::memory

@@ -24,7 +24,10 @@ class Control : public Interface {
 public:
     Control(Faults& faults, Focus& focus) : Interface(focus.controls), mFaults(faults), mFocus(focus) {}
 
-    void TakeKeyboard() override { CountCall(); }
+    void TakeKeyboard() override {
+        CountCall();
+        mFocus.isWithMessages = false;
+    }
 
     bool HasFocus() const { return mFocus.controls.Owner() == this; }
 
@@ -36,7 +39,10 @@ protected:
     void CountCall() const { mFaults.Count(); }
 
     void Show(const Extent& place) override { mPlace = place; }
-    void MoveHere() { mFocus.controls.focus.MovedTo(*this); }
+    void MoveHere() {
+        mFocus.isWithMessages = false;
+        mFocus.controls.focus.MovedTo(*this);
+    }
     void CheckReachable(std::string_view action) const { mFocus.CheckReachable(action); }
 
 private:

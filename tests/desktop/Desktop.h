@@ -12,6 +12,7 @@
 #include "tests/desktop/FileDialog.h"
 #include "tests/desktop/Focus.h"
 #include "tests/desktop/MenuItem.h"
+#include "tests/desktop/MessagesWindow.h"
 #include "tests/desktop/ModalWindows.h"
 #include "tests/desktop/MsgBox.h"
 #include "tests/desktop/PrivateFiles.h"
@@ -45,7 +46,7 @@ public:
 
     Registry registry;
     SingleByteCodePage codePage{Windows1252HighHalf()};
-    Application app{faults};
+    Application app{faults, files};
 
     // The main window. The Tab key goes round in this order.
     Window window{faults, app, files};
@@ -62,6 +63,7 @@ public:
     FileDialog fileDialog{faults, focus};
     MsgBox msgBox{faults, focus};
     ModalScripts modal;
+    MessagesWindow messages{faults, window};
 
 private:
     CountedRegistry mCountedRegistry{faults, registry};

@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace tessaly::memory {
 
@@ -24,6 +25,18 @@ public:
         }
     }
     bool IsBlocked() const { return mBlocks > 0; }
+
+    // The keyboard goes to the messages window, until something of the main window takes it or it is given back.
+    void GoToMessages() {
+        isWithMessages = true;
+        controls.focus.Taken();
+    }
+    void LeaveMessages() {
+        if (std::exchange(isWithMessages, false) && controls.Owner() != nullptr) {
+            controls.focus.MovedTo(*controls.Owner());
+        }
+    }
+    bool isWithMessages = false;
 
     // Throws ImpossibleAction while the window is blocked; `action` says what the test wanted to do.
     void CheckReachable(std::string_view action) const {

@@ -6,7 +6,6 @@ namespace tessaly::memory {
 
 inline constexpr int KeyBackspace = 8;
 inline constexpr int KeyTab = 9;
-inline constexpr int KeyEnter = 13;
 inline constexpr int KeyBlank = 32;
 inline constexpr int KeyUp = 38;
 inline constexpr int KeyDown = 40;

@@ -66,8 +66,9 @@ void Window::SetIcon(const std::string& path) {
 
 void Window::PressKey(int keyCode, int shift) {
     CheckUsable("a key in the window");
+    focus.LeaveMessages(); // it is there that the user presses it
     TellKey(keyCode, shift);
-    if (HasEnded()) {
+    if (HasEnded() || IsStepKey(keyCode, shift)) {
         return;
     }
     auto* const target = dynamic_cast<KeyTarget*>(controls.Owner());
@@ -83,6 +84,10 @@ void Window::DeliverSentKeys() {
         --mMemoryApplication.f1Waiting;
         PressKey(KeyF1);
     }
+}
+
+Extent Window::ClientPlace() const {
+    return {FrameWidth / 2, FrameHeight - FrameWidth / 2, mSize.width - FrameWidth, mSize.height - FrameHeight};
 }
 
 void Window::Resize(float width, float height) {

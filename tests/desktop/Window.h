@@ -53,6 +53,10 @@ public:
     void SetInitialSize(float width, float height);
 
     bool IsShown() const { return mIsShown && !HasEnded(); }
+    // On the screen.
+    Extent Place() const { return {0, 0, mSize.width, mSize.height}; }
+    Extent ClientPlace() const;
+
     const std::string& Caption() const { return mCaption; }
     const std::string& Icon() const { return mIcon; } // the path, "" at first
 

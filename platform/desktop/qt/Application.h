@@ -4,27 +4,31 @@
 #include "platform/desktop/Application.h"
 #include "platform/system/Environment.h"
 
+#include <QFileSystemWatcher>
 #include <functional>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace tessaly::qt {
 
 class Application final : public tessaly::Application {
 public:
-    explicit Application(Environment environment) : mEnvironment(std::move(environment)) {}
+    explicit Application(Environment environment);
 
     void SendF1() override { onSendF1(); }
 
     // The command line is split without a shell, as SplitCommandLine tells. The window style means nothing here: a
-    // process has no window of its own. What it writes goes to the file OutputPath().
+    // process has no window of its own. What it writes goes to the file OutputPath(), or nowhere.
     void StartProcess(const std::string& line, std::int32_t windowStyle) override;
+
+    // build.log in the folder for the user's state, or else in one for temporary files that is the user's alone.
+    std::string OutputPath(const std::string& cFile) const override;
+
+    void Follow(const std::string& path) override;
 
     std::function<std::string_view()> helpLanguage; // "" or the name of a folder
     std::function<void()> onSendF1;
     std::function<void(const std::string& path)> onShowHelp;
-    std::function<void(const std::string& path)> onOutput; // what a process writes goes to this file from now on
 
 private:
     // Opens the help file with whatever the system opens such files with. If that is a folder, it opens index.html in
@@ -32,10 +36,11 @@ private:
     // such as an editor, goes to `onShowHelp`.
     void ShowHelp() override;
 
-    // build.log in the folder for the user's state.
-    std::string OutputPath() const;
+    void ToldOfChange();
 
     Environment mEnvironment;
+    QFileSystemWatcher mWatcher;
+    QString mFollowed;
 };
 
 } // namespace tessaly::qt

@@ -19,7 +19,10 @@ public:
         mWindow.Watch(*this, widget);
     }
 
-    void TakeKeyboard() override { mWidget.setFocus(Qt::OtherFocusReason); }
+    void TakeKeyboard() override {
+        mWidget.setFocus(Qt::OtherFocusReason);
+        mWindow.TakeKeyboard();
+    }
 
 protected:
     void Show(const Extent& place) override {

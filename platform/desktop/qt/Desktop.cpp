@@ -24,8 +24,8 @@ QIcon OwnIcon() {
 Desktop::Desktop(const std::string& commandLine, const Environment& environment, Registry& settings)
     : app(environment),
       mCodePage(MakeSystemCodePage()) {
-    mParts = {&window, &treeLabel,   &tree,    &paneLabel, &pane,     &toolBar, &status,
-              &mMenus, &mFileDialog, &mMsgBox, &app,       &settings, &mFiles,  mCodePage.get()};
+    mParts = {&window,      &treeLabel, &tree,    &paneLabel, &pane,     &toolBar, &status,        &mMenus,
+              &mFileDialog, &messages,  &mMsgBox, &app,       &settings, &mFiles,  mCodePage.get()};
     app.commandLine = commandLine;
     window.setWindowIcon(OwnIcon());
     window.onEnded = [] { QCoreApplication::exit(0); };
@@ -37,12 +37,6 @@ Desktop::Desktop(const std::string& commandLine, const Environment& environment,
             help = std::make_unique<HelpWindow>();
         }
         help->Show(path);
-    };
-    app.onOutput = [this](const std::string& path) {
-        if (!output) {
-            output = std::make_unique<OutputWindow>(window);
-        }
-        output->Follow(path);
     };
 }
 

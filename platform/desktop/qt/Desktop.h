@@ -8,8 +8,8 @@
 #include "platform/desktop/qt/FileDialog.h"
 #include "platform/desktop/qt/HelpWindow.h"
 #include "platform/desktop/qt/MenuItem.h"
+#include "platform/desktop/qt/MessagesWindow.h"
 #include "platform/desktop/qt/MsgBox.h"
-#include "platform/desktop/qt/OutputWindow.h"
 #include "platform/desktop/qt/RichTextBox.h"
 #include "platform/desktop/qt/StatusBar.h"
 #include "platform/desktop/qt/ToolBar.h"
@@ -48,8 +48,8 @@ public:
     ToolBar toolBar{window};
     StatusBar status{window};
 
-    // Beside it, once a process was started that writes something.
-    std::unique_ptr<OutputWindow> output;
+    // Beside it.
+    MessagesWindow messages{window};
 
     // Once the help was opened without a browser.
     std::unique_ptr<HelpWindow> help;

@@ -118,6 +118,13 @@ void Window::UpdateFocus() {
     MoveFocus(QApplication::focusWidget());
 }
 
+void Window::TakeKeyboard() {
+    const QWidget* const active = QApplication::activeWindow();
+    if (active != nullptr && active->parentWidget() == this && !active->isModal()) {
+        activateWindow();
+    }
+}
+
 void Window::UpdateFocusInUse() {
     MoveFocus(focusWidget());
 }
@@ -146,7 +153,11 @@ bool Window::eventFilter(QObject* object, QEvent* event) {
             QApplication::activeModalWidget() == nullptr) {
             const auto& key = static_cast<const QKeyEvent&>(*event);
             UpdateFocusInUse();
-            TellKey(VirtualKey(key), ShiftState(key.modifiers()));
+            const int shift = ShiftState(key.modifiers());
+            TellKey(VirtualKey(key), shift);
+            if (IsStepKey(VirtualKey(key), shift)) {
+                return true;
+            }
         }
         break;
     default:
@@ -158,6 +169,11 @@ bool Window::eventFilter(QObject* object, QEvent* event) {
 void Window::closeEvent(QCloseEvent* event) {
     event->accept();
     Unload();
+}
+
+void Window::moveEvent(QMoveEvent* event) {
+    QMainWindow::moveEvent(event);
+    Raise(onMoved);
 }
 
 void Window::resizeEvent(QResizeEvent* event) {

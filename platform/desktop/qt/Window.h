@@ -50,6 +50,9 @@ public:
     // The controls go.
     void StopWatching();
 
+    // The keyboard is to be here, and not in the messages window, if that has it.
+    void TakeKeyboard();
+
     // Raises the events for where the keyboard is, when a key, a click or an edit has just shown that it is in the
     // window, whether that is the active one or not: some window systems do not tell.
     void UpdateFocusInUse();
@@ -65,6 +68,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;

@@ -1,6 +1,7 @@
 // HTML Help is loaded when it is needed: few start-ups of the program ever do.
 #include "platform/desktop/win32/Application.h"
 
+#include "platform/desktop/Raise.h"
 #include "platform/system/Process.h"
 #include "platform/system/win32/Library.h"
 #include "platform/system/win32/Text.h"
@@ -57,6 +58,15 @@ void Application::SendF1() {
 
 void Application::StartProcess(const std::string& line, std::int32_t windowStyle) {
     tessaly::StartProcess(line, windowStyle);
+}
+
+// Its folder is watched: Windows does not watch single files.
+void Application::Follow(const std::string& path) {
+    const std::size_t end = path.find_last_of("\\/");
+    mLoop.Watch(path.empty()               ? ""
+                : end == std::string::npos ? "."
+                                           : path.substr(0, end + 1),
+                [this] { Raise(onFollowed); });
 }
 
 } // namespace tessaly::win32

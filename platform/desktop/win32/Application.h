@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/desktop/Application.h"
+#include "platform/desktop/win32/EventLoop.h"
 #include "platform/desktop/win32/Headers.h"
 
 #include <functional>
@@ -16,6 +17,9 @@ void OpenHelpFile(HWND window, const std::string& path);
 
 class Application final : public tessaly::Application {
 public:
+    // `loop` tells of changed files.
+    explicit Application(EventLoop& loop) : mLoop(loop) {}
+
     // The window that sent keys go to, and that help is opened for.
     void SetWindow(HWND window) { mWindow = window; }
 
@@ -24,10 +28,13 @@ public:
 
     void SendF1() override;
     void StartProcess(const std::string& line, std::int32_t windowStyle) override;
+    std::string OutputPath(const std::string& cFile) const override { return cFile + ".log"; }
+    void Follow(const std::string& path) override;
 
 private:
     void ShowHelp() override { openHelp(mWindow, helpFile); }
 
+    EventLoop& mLoop;
     HWND mWindow = nullptr;
 };
 

@@ -24,6 +24,13 @@ inline constexpr int LblCopyright = 305;
 inline constexpr int LblCompanyProduct = 306;
 inline constexpr int LblProductName = 307;
 
+// The messages window, of the class Messages.
+inline constexpr int RowsLabel = 401;
+inline constexpr int Rows = 402;
+inline constexpr int PrintedLabel = 403;
+inline constexpr int Printed = 404;
+inline constexpr int Pages = 405;
+
 // Commands: the buttons of the tool bar, and the menus in the order in which they are added.
 inline constexpr int FirstButton = 501;
 inline constexpr int FirstMenu = 1000;

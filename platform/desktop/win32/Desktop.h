@@ -8,6 +8,7 @@
 #include "platform/desktop/win32/FileDialog.h"
 #include "platform/desktop/win32/Label.h"
 #include "platform/desktop/win32/MenuItem.h"
+#include "platform/desktop/win32/MessagesWindow.h"
 #include "platform/desktop/win32/MsgBox.h"
 #include "platform/desktop/win32/RichTextBox.h"
 #include "platform/desktop/win32/StatusBar.h"
@@ -32,7 +33,7 @@ public:
 
 private:
     EventLoop mLoop;
-    Application mApplication;
+    Application mApplication{mLoop};
     std::unique_ptr<CodePage> mCodePage;
     Registry mRegistry;
     SystemFiles mFiles;
@@ -50,6 +51,7 @@ private:
 
     FileDialog mFileDialog{mWindow.Handle()};
     MsgBox mMsgBox{mWindow.Handle()};
+    MessagesWindow mMessages{mWindow};
 };
 
 } // namespace tessaly::win32

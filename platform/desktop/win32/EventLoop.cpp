@@ -2,6 +2,8 @@
 #include "platform/desktop/win32/EventLoop.h"
 
 #include "platform/desktop/Raise.h"
+#include "platform/system/win32/Handle.h"
+#include "platform/system/win32/Text.h"
 
 #include <utility>
 
@@ -32,7 +34,44 @@ bool EventLoop::Next(MSG& message) {
         return message.message != WM_QUIT;
     }
     Raise(onIdle);
+    return Wait(message);
+}
+
+// A change of a file comes as a message of nobody's.
+bool EventLoop::Wait(MSG& message) {
+    if (mWatched != nullptr) {
+        const DWORD come = MsgWaitForMultipleObjectsEx(1, &mWatched, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+        if (come == WAIT_OBJECT_0 && FindNextChangeNotification(mWatched) != 0) {
+            message = {};
+            Raise(mOnChange);
+            return true;
+        }
+        if (come != WAIT_OBJECT_0 + 1) {
+            EndWatch(); // the folder has gone, and would wake the loop for ever
+        }
+    }
     return GetMessageW(&message, nullptr, 0, 0) > 0;
+}
+
+void EventLoop::Watch(const std::string& folder, std::function<void()> onChange) {
+    EndWatch();
+    if (folder.empty()) {
+        return;
+    }
+    HANDLE watched = FindFirstChangeNotificationW(WidePath(folder).c_str(), FALSE,
+                                                  FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_SIZE |
+                                                      FILE_NOTIFY_CHANGE_LAST_WRITE);
+    if (watched == INVALID_HANDLE_VALUE) {
+        ThrowLastError("FindFirstChangeNotification");
+    }
+    mWatched = watched;
+    mOnChange = std::move(onChange);
+}
+
+void EventLoop::EndWatch() {
+    if (HANDLE watched = std::exchange(mWatched, nullptr)) {
+        FindCloseChangeNotification(watched);
+    }
 }
 
 void EventLoop::Later(HWND window, std::function<void()> action) {

@@ -5,6 +5,7 @@
 
 #include <deque>
 #include <functional>
+#include <string>
 
 namespace tessaly::win32 {
 
@@ -32,12 +33,25 @@ public:
     // message. `window` is one of this thread.
     void Later(HWND window, std::function<void()> action);
 
+    // From now on calls `onChange` between two messages when a file in `folder` has come, gone or changed; "" ends it.
+    // While Windows runs a loop of its own, as in a menu, that waits. Throws std::system_error.
+    void Watch(const std::string& folder, std::function<void()> onChange);
+
+    ~EventLoop() { EndWatch(); }
+    EventLoop() = default;
+    EventLoop(const EventLoop&) = delete;
+    EventLoop& operator=(const EventLoop&) = delete;
+
 private:
+    void EndWatch();
+    bool Wait(MSG& message);
     bool Next(MSG& message);
     void Handle(MSG& message, const Filter& filter);
     void DoLater();
 
     std::deque<std::function<void()>> mLater;
+    HANDLE mWatched = nullptr;
+    std::function<void()> mOnChange;
 };
 
 } // namespace tessaly::win32

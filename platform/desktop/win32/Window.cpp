@@ -27,11 +27,6 @@ SIZE FirstPixels(const RECT& room, int dpi) {
     return {ToPixels(first.width, dpi), ToPixels(first.height, dpi)};
 }
 
-int ShiftState() {
-    const auto isDown = [](int key) { return GetKeyState(key) < 0; };
-    return (isDown(VK_SHIFT) ? 1 : 0) + (isDown(VK_CONTROL) ? 2 : 0) + (isDown(VK_MENU) ? 4 : 0);
-}
-
 std::vector<std::string> DroppedFiles(HDROP drop) {
     std::vector<std::string> paths;
     constexpr const wchar_t* library = L"shell32.dll";
@@ -47,6 +42,11 @@ std::vector<std::string> DroppedFiles(HDROP drop) {
 }
 
 } // namespace
+
+int ShiftState() {
+    const auto isDown = [](int key) { return GetKeyState(key) < 0; };
+    return (isDown(VK_SHIFT) ? 1 : 0) + (isDown(VK_CONTROL) ? 2 : 0) + (isDown(VK_MENU) ? 4 : 0);
+}
 
 Window::Window(EventLoop& theLoop, tessaly::Application& application)
     : tessaly::Window(application),
@@ -120,8 +120,9 @@ bool Window::TakeKey(MSG& message) {
         return false;
     }
     const auto key = static_cast<int>(message.wParam);
-    TellKey(key, ShiftState());
-    if (HasEnded()) {
+    const int shift = ShiftState();
+    TellKey(key, shift);
+    if (HasEnded() || IsStepKey(key, shift)) {
         return true;
     }
     HWND target = GetFocus();
@@ -200,6 +201,12 @@ bool Window::FrameMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SIZE:
         SizeChanged(wParam);
         return true;
+    case WM_MOVE:
+        Raise(onMoved);
+        return false;
+    case WM_ENABLE:
+        Raise(onEnabled, wParam != 0);
+        return false;
     case WM_GETMINMAXINFO:
         LimitSize(*std::bit_cast<MINMAXINFO*>(lParam));
         return true;

@@ -11,6 +11,9 @@
 
 namespace tessaly::win32 {
 
+// Of the keys now: 1 Shift, 2 Ctrl, 4 Alt, added up.
+int ShiftState();
+
 class Window final : public tessaly::Window, public Parent {
 public:
     // Makes the window, which is not shown yet, in a size that suits the screen.
@@ -26,9 +29,10 @@ public:
     void SetIcon(const std::string& path) override;
 
     // What else happens in the window
-    std::function<void(int id)> onMenu; // a menu item was chosen
-    std::function<void()> onLastWord;   // the session ends, and nobody can be asked any more
-    std::function<void()> onShow;       // it is about to be seen
+    std::function<void(int id)> onMenu;            // a menu item was chosen
+    std::function<void()> onLastWord;              // the session ends, and nobody can be asked any more
+    std::function<void()> onShow;                  // it is about to be seen
+    std::function<void(bool isEnabled)> onEnabled; // something blocks it, or no more
 
 private:
     void ShowFrame() override;

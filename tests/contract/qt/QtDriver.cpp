@@ -13,6 +13,7 @@
 #include <QImage>
 #include <QLayout>
 #include <QMimeData>
+#include <QScreen>
 #include <QTest>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -33,8 +34,9 @@ struct KeyPair {
     const char* text;
 };
 
-constexpr KeyPair SpecialKeys[] = {{8, Qt::Key_Backspace, "\b"}, {9, Qt::Key_Tab, "\t"}, {13, Qt::Key_Return, "\r"},
-                                   {32, Qt::Key_Space, " "},     {38, Qt::Key_Up, ""},   {40, Qt::Key_Down, ""}};
+constexpr KeyPair SpecialKeys[] = {{8, Qt::Key_Backspace, "\b"}, {9, Qt::Key_Tab, "\t"},   {13, Qt::Key_Return, "\r"},
+                                   {27, Qt::Key_Escape, ""},     {32, Qt::Key_Space, " "}, {38, Qt::Key_Up, ""},
+                                   {40, Qt::Key_Down, ""}};
 
 Qt::KeyboardModifiers Modifiers(int shift) {
     Qt::KeyboardModifiers modifiers = Qt::NoModifier;
@@ -71,7 +73,8 @@ void QtDriver::PlaceControls() {
 
 // This platform has no window manager, which would give the keyboard back when a dialog goes.
 void QtDriver::Settle() {
-    if (IsShown() && TakesInput() && !mOtherWindow && !mDesktop->window.isActiveWindow()) {
+    QCoreApplication::processEvents();
+    if (IsShown() && TakesInput() && !mOtherWindow && !mIsInMessages && !mDesktop->window.isActiveWindow()) {
         mDesktop->window.activateWindow();
     }
     for (int round = 0; round < 5; ++round) { // what is done may send something again
@@ -82,18 +85,26 @@ void QtDriver::Settle() {
         QCoreApplication::eventDispatcher()->wakeUp();
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
+    mIsInMessages = mIsInMessages && !mDesktop->window.isActiveWindow();
 }
 
 void QtDriver::PressKey(int keyCode, int shift) {
+    PressKeyAt(MainHandle(), keyCode, shift);
+}
+
+void QtDriver::PressKeyAt(QWindow* window, int keyCode, int shift) {
+    const auto press = [&](Qt::Key key, const QString& text) {
+        QTest::sendKeyEvent(QTest::Click, window, key, text, Modifiers(shift));
+    };
     const auto special = std::find_if(std::begin(SpecialKeys), std::end(SpecialKeys),
                                       [keyCode](const KeyPair& pair) { return pair.virtualKey == keyCode; });
     if (special != std::end(SpecialKeys)) {
-        Key(special->key, Modifiers(shift), QString::fromUtf8(special->text));
+        press(special->key, QString::fromUtf8(special->text));
     } else if (keyCode >= KeyF1) {
-        Key(static_cast<Qt::Key>(Qt::Key_F1 + (keyCode - KeyF1)), Modifiers(shift));
+        press(static_cast<Qt::Key>(Qt::Key_F1 + (keyCode - KeyF1)), {});
     } else {
         const QString capital = QChar(keyCode);
-        Key(static_cast<Qt::Key>(keyCode), Modifiers(shift), (shift & 1) != 0 ? capital : capital.toLower());
+        press(static_cast<Qt::Key>(keyCode), (shift & 1) != 0 ? capital : capital.toLower());
     }
 }
 
@@ -327,6 +338,93 @@ std::vector<std::string> QtDriver::Underlined() {
 
 void QtDriver::ClickMargin() {
     Click(mDesktop->pane.Widget(), MarginPlace().center());
+}
+
+SeenMessages QtDriver::Messages() const {
+    qt::MessagesWindow& window = mDesktop->messages;
+    QTreeWidget& list = window.Rows();
+    SeenMessages seen;
+    seen.isVisible = window.isVisible();
+    seen.caption = qt::FromQt(window.windowTitle());
+    for (int page = 0; page < window.Pages().count(); ++page) {
+        const bool isInFront = page == window.Pages().currentIndex();
+        seen.pages.push_back(qt::FromQt(window.Pages().tabText(page)) + (isInFront ? "*" : ""));
+    }
+    for (int column = 0; column < list.columnCount(); ++column) {
+        seen.heads.push_back(qt::FromQt(list.headerItem()->text(column)));
+    }
+    for (int row = 0; row < list.topLevelItemCount(); ++row) {
+        const QTreeWidgetItem& item = *list.topLevelItem(row);
+        seen.rows.push_back(qt::FromQt(item.text(0) + '|' + item.text(1) + '|' + item.text(2) + '|' + item.text(3)) +
+                            (item.isSelected() ? "*" : ""));
+        if (item.isSelected()) {
+            const QRect place = list.visualItemRect(&item);
+            seen.isSelectedInView = list.viewport()->rect().contains(place.center().x(), place.center().y()) ||
+                                    list.viewport()->rect().contains(QPoint(1, place.center().y()));
+        }
+    }
+    seen.printed = qt::FromQt(window.Printed().toPlainText());
+    seen.hasKeyboard = window.isActiveWindow();
+    return seen;
+}
+
+void QtDriver::GoToMessages() {
+    ASSERT_TRUE(mDesktop->messages.isVisible()) << "an action in the messages window, which is not shown";
+    mIsInMessages = true;
+    mDesktop->messages.activateWindow();
+    Settle();
+}
+
+QPoint QtDriver::PlaceOfMessage(std::size_t row) const {
+    QTreeWidget& list = mDesktop->messages.Rows();
+    QTreeWidgetItem* const item = list.topLevelItem(static_cast<int>(row));
+    list.scrollToItem(item);
+    return list.viewport()->mapTo(&mDesktop->messages, QPoint(5, list.visualItemRect(item).center().y()));
+}
+
+void QtDriver::ClickMessage(std::size_t row) {
+    GoToMessages();
+    QTest::mouseClick(mDesktop->messages.windowHandle(), Qt::LeftButton, Qt::NoModifier, PlaceOfMessage(row));
+    Settle();
+}
+
+void QtDriver::DoubleClickMessage(std::size_t row) {
+    ClickMessage(row);
+    QTest::mouseDClick(mDesktop->messages.windowHandle(), Qt::LeftButton, Qt::NoModifier, PlaceOfMessage(row));
+    Settle();
+}
+
+void QtDriver::PressKeyInMessages(int keyCode, int shift) {
+    GoToMessages();
+    PressKeyAt(mDesktop->messages.windowHandle(), keyCode, shift);
+    Settle();
+}
+
+void QtDriver::CloseMessages() {
+    GoToMessages();
+    mDesktop->messages.close();
+    Settle();
+}
+
+Size QtDriver::SizeOfMessages() const {
+    const QSize size = mDesktop->messages.size();
+    return {qt::ToTwips(size.width()), qt::ToTwips(size.height())};
+}
+
+void QtDriver::ResizeMessages(const Size& size) {
+    GoToMessages();
+    mDesktop->messages.resize(qt::ToPixels(size.width), qt::ToPixels(size.height));
+    Settle();
+}
+
+bool QtDriver::IsCovered(Control& control) const {
+    const QWidget& widget = WidgetOf(control);
+    const QRect place(widget.mapToGlobal(QPoint(0, 0)), widget.size());
+    return mDesktop->messages.isVisible() && mDesktop->messages.frameGeometry().intersects(place);
+}
+
+void QtDriver::FillScreen() {
+    mDesktop->window.setGeometry(mDesktop->window.screen()->availableGeometry());
     Settle();
 }
 

@@ -59,6 +59,16 @@ public:
     std::vector<std::string> Underlined() override;
     void ClickMargin() override;
 
+    SeenMessages Messages() const override;
+    void ClickMessage(std::size_t row) override;
+    void DoubleClickMessage(std::size_t row) override;
+    void PressKeyInMessages(int keyCode, int shift) override;
+    void CloseMessages() override;
+    Size SizeOfMessages() const override;
+    void ResizeMessages(const Size& size) override;
+    bool IsCovered(Control& control) const override;
+    void FillScreen() override;
+
     float PanelWidth(std::int32_t number) const override;
     std::string PanelToolTip(std::int32_t number) const override;
     std::string ButtonTip(std::int32_t number) const override;
@@ -108,6 +118,9 @@ private:
     QWindow* MainHandle() const { return mDesktop->window.windowHandle(); }
     void Click(const QWidget& widget, const QPoint& place);
     void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, const QString& text = {});
+    void PressKeyAt(QWindow* window, int keyCode, int shift);
+    void GoToMessages();
+    QPoint PlaceOfMessage(std::size_t row) const; // in its window
 
     QTemporaryDir mFolder;
     QByteArray mPath; // of this process, as it was
@@ -116,6 +129,7 @@ private:
     std::unique_ptr<qt::Desktop> mDesktop;
     QtDialogUser mDialogs;
     std::unique_ptr<QWidget> mOtherWindow;
+    bool mIsInMessages = false; // the user has gone there
 };
 
 } // namespace tessaly

@@ -61,6 +61,16 @@ public:
     std::vector<std::string> Underlined() override;
     void ClickMargin() override;
 
+    SeenMessages Messages() const override;
+    void ClickMessage(std::size_t row) override;
+    void DoubleClickMessage(std::size_t row) override;
+    void PressKeyInMessages(int keyCode, int shift) override;
+    void CloseMessages() override;
+    Size SizeOfMessages() const override;
+    void ResizeMessages(const Size& size) override;
+    bool IsCovered(tessaly::Control& control) const override;
+    void FillScreen() override;
+
     float PanelWidth(std::int32_t number) const override;
     std::string PanelToolTip(std::int32_t number) const override;
     std::string ButtonTip(std::int32_t number) const override;
@@ -120,6 +130,10 @@ private:
     void PostMenuKey(WPARAM key, std::ptrdiff_t times = 1);
     std::wstring Shown() const;
     RECT MarginPlace() const;
+    HWND MessagesFrame() const;
+    HWND InMessages(int id) const { return GetDlgItem(MessagesFrame(), id); }
+    void GoToMessages();
+    POINT PlaceOfMessage(std::size_t row) const;
 
     TestFolder mFolder;
     std::vector<std::string> mHelpOpened;

@@ -151,20 +151,35 @@ TEST_F(QtDesktopTest, OnlyHtmlThatABrowserTakesIsLeftToTheSystem) {
     EXPECT_FALSE(isShownBy("editor.desktop\n"));
 }
 
-TEST_F(QtDesktopTest, WhatAProcessWritesComesUpInAWindowWithoutTakingTheFocus) {
-    user.Qt().window.Show();
+TEST_F(QtDesktopTest, WhatAProcessWritesComesIntoTheFileThatIsFollowed) {
     const std::string program = user.FilePath("writes");
     std::ofstream(program) << "#!/bin/sh\necho \"for $1\"\necho mistake >&2\n";
     ASSERT_EQ(::chmod(program.c_str(), 0700), 0);
-    user.Qt().app.StartProcess(program + " \"a b\"", MaximizedWithFocus);
-    ASSERT_NE(user.Qt().output, nullptr);
-    QPlainTextEdit& output = user.Qt().output->Widget();
-    EXPECT_TRUE(QTest::qWaitFor([&output] { return output.toPlainText() == "for a b\nmistake\n"; }, 20000));
-    EXPECT_TRUE(output.isVisible());
-    EXPECT_TRUE(output.testAttribute(Qt::WA_ShowWithoutActivating));
-    user.Qt().app.StartProcess(user.StartableCommand(), MaximizedWithFocus);
-    EXPECT_FALSE(output.isVisible()) << "nothing was written this time";
-    EXPECT_EQ(output.toPlainText(), "");
+    qt::Application& application = user.Qt().app;
+    const std::string path = application.OutputPath("");
+    EXPECT_EQ(path, user.FilePath(".local/state/tessaly/build.log"));
+    std::string content;
+    application.onFollowed = [&] {
+        std::ifstream file(path);
+        content.assign(std::istreambuf_iterator<char>(file), {});
+    };
+    application.StartProcess(program + " \"a b\"", MaximizedWithFocus);
+    application.Follow(path);
+    application.onFollowed(); // it may be through already
+    EXPECT_TRUE(QTest::qWaitFor([&content] { return content == "for a b\nmistake\n"; }, 20000));
+}
+
+TEST_F(QtDesktopTest, WithoutAFolderForTheStateOutputGoesIntoATemporaryOne) {
+    std::filesystem::create_directories(user.FilePath(".local/state"));
+    std::ofstream(user.FilePath(".local/state/tessaly")) << "in the way";
+    const std::string path = user.Qt().app.OutputPath("");
+    EXPECT_TRUE(path.starts_with("/tmp/tessaly-")) << path;
+    EXPECT_TRUE(path.ends_with("/build.log")) << path;
+}
+
+TEST_F(QtDesktopTest, TheMessagesWindowDoesNotAskForTheKeyboard) {
+    EXPECT_TRUE(user.Qt().messages.testAttribute(Qt::WA_ShowWithoutActivating));
+    EXPECT_EQ(user.Qt().messages.parentWidget(), &user.Qt().window);
 }
 
 TEST_F(QtDesktopTest, ATitleOfADialogIsNeverTheNameOfTheProgram) {

@@ -1,0 +1,227 @@
+// Where it stands, what is selected and whose a key is are the same on every desktop.
+#include "platform/desktop/MessagesWindow.h"
+
+#include "platform/desktop/Raise.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace tessaly {
+
+namespace {
+
+// In twips. Less room than that shows too little of it.
+constexpr Size LeastSize = {5400, 2700};
+constexpr float FirstHeight = 3600;
+
+// Of a main window that has to give room of its own.
+constexpr float LargestPart = 0.4F;
+
+// What a system may round away.
+constexpr float Rounding = 40;
+
+// What is selected as long as this lives the user has not chosen.
+class Selecting {
+public:
+    explicit Selecting(bool& isSelecting) : mIsSelecting(isSelecting) { mIsSelecting = true; }
+    Selecting(const Selecting&) = delete;
+    Selecting& operator=(const Selecting&) = delete;
+    ~Selecting() { mIsSelecting = false; }
+
+private:
+    bool& mIsSelecting;
+};
+
+float Right(const Extent& extent) {
+    return extent.left + extent.width;
+}
+
+float Bottom(const Extent& extent) {
+    return extent.top + extent.height;
+}
+
+} // namespace
+
+MessagesWindow::MessagesWindow(Window& owner) : mOwner(owner) {
+    mOwner.onMoved = [this] {
+        if (mIsVisible) {
+            mOwner.MakeRoom(TakePlace());
+        }
+    };
+}
+
+MessagesWindow::~MessagesWindow() {
+    mOwner.onMoved = nullptr;
+}
+
+void MessagesWindow::SetTexts(const MessageTexts& texts) {
+    if (texts != mTexts) {
+        ShowTexts(texts);
+        mTexts = texts;
+    }
+}
+
+void MessagesWindow::SetRows(std::vector<MessageRow> rows) {
+    if (rows == mRows) {
+        return;
+    }
+    const auto chosen = mIsChosen ? std::find(rows.begin(), rows.end(), mRows[mSelected]) : rows.end();
+    mIsChosen = false;
+    {
+        const Selecting byControl(mIsSelecting);
+        ShowRows(rows);
+    }
+    const auto selected = static_cast<std::size_t>(chosen - rows.begin());
+    mIsChosen = selected < rows.size();
+    const bool comeOrGo = rows.empty() != mRows.empty();
+    mRows = std::move(rows);
+    mSelected = 0;
+    if (!mRows.empty()) {
+        Select(mIsChosen ? selected : 0);
+    }
+    if (comeOrGo) {
+        SetPage(mRows.empty() ? Page::Printed : Page::Messages);
+    }
+}
+
+void MessagesWindow::SetPrinted(std::string_view text) {
+    if (text != mPrinted) {
+        ShowPrinted(text, text.starts_with(mPrinted) ? mPrinted.size() : 0);
+        mPrinted = text;
+    }
+}
+
+void MessagesWindow::Choose(std::size_t row) {
+    mRows.at(row);
+    Select(row);
+    mIsChosen = true;
+    SetPage(Page::Messages);
+}
+
+std::optional<std::size_t> MessagesWindow::Selected() const {
+    return mRows.empty() ? std::nullopt : std::optional(mSelected);
+}
+
+void MessagesWindow::Select(std::size_t row) {
+    const Selecting byProgram(mIsSelecting);
+    ShowSelected(row);
+    mSelected = row;
+}
+
+void MessagesWindow::SetPage(Page page) {
+    if (page != mPage) {
+        ShowPage(page);
+        mPage = page;
+    }
+}
+
+void MessagesWindow::TellSelected(std::size_t row) {
+    if (!mIsSelecting && row < mRows.size()) {
+        mSelected = row;
+        mIsChosen = true;
+    }
+}
+
+bool MessagesWindow::TellKey(int keyCode, int shift) {
+    if (keyCode == KeyEscape) {
+        Hide();
+        return true;
+    }
+    if (keyCode == KeyEnter && mPage == Page::Messages && !mRows.empty()) {
+        Go(mSelected);
+        return true;
+    }
+    mOwner.TellKey(keyCode, shift);
+    return mOwner.HasEnded();
+}
+
+void MessagesWindow::TellDoubleClick(std::size_t row) {
+    TellSelected(row);
+    Go(mSelected);
+}
+
+void MessagesWindow::Go(std::size_t row) {
+    const FocusEvents::Command command(mOwner.controls.focus, FocusEvents::Keyboard::Stays);
+    Raise(onGo, row);
+}
+
+void MessagesWindow::Show() {
+    if (!mIsVisible) {
+        const float room = TakePlace();
+        ShowFrame();
+        mIsVisible = true;
+        mOwner.MakeRoom(room);
+    }
+}
+
+void MessagesWindow::Hide() {
+    if (mIsVisible) {
+        NoteWish();
+        HideFrame();
+        mIsVisible = false;
+        mOwner.MakeRoom(0);
+    }
+}
+
+// The size is another one than it was given: the user has changed it.
+void MessagesWindow::NoteWish() {
+    if (!mPlace) {
+        return;
+    }
+    const Extent place = Place();
+    if (std::abs(place.width - mPlace->width) > Rounding) {
+        mWish.width = place.width;
+    }
+    if (std::abs(place.height - mPlace->height) > Rounding) {
+        mWish.height = place.height;
+    }
+    mPlace.reset();
+}
+
+// How much of the main window it takes, from the footer upwards.
+float MessagesWindow::TakePlace() {
+    NoteWish();
+    std::optional<Surroundings> around = Around();
+    if (!around) {
+        return 0;
+    }
+    around->client.height -= mOwner.Footer();
+    const Spot spot = FindSpot(*around, mWish);
+    MoveTo(spot.place);
+    mPlace = spot.place;
+    return spot.isInside ? spot.place.height : 0;
+}
+
+MessagesWindow::Spot MessagesWindow::FindSpot(const Surroundings& around, const WishedSize& wish) {
+    const auto& [work, owner, client] = around;
+    const float below = Bottom(work) - Bottom(owner);
+    const float onTheRight = Right(work) - Right(owner);
+    const float onTheLeft = owner.left - work.left;
+    const float above = owner.top - work.top;
+    const float width = std::min(wish.width.value_or(owner.width), work.width);
+    const float height = wish.height.value_or(FirstHeight);
+    const float left = std::clamp(owner.left, work.left, Right(work) - width);
+    const float tall = std::min(wish.height.value_or(owner.height), work.height);
+    const float top = std::clamp(owner.top, work.top, Bottom(work) - tall);
+    if (below >= LeastSize.height) {
+        return {{left, Bottom(owner), width, std::min(height, below)}};
+    }
+    if (onTheRight >= LeastSize.width) {
+        const float wide = std::min(wish.width.value_or(onTheRight), onTheRight);
+        return {{Right(owner), top, wide, tall}};
+    }
+    if (onTheLeft >= LeastSize.width) {
+        const float wide = std::min(wish.width.value_or(onTheLeft), onTheLeft);
+        return {{owner.left - wide, top, wide, tall}};
+    }
+    if (above >= LeastSize.height) {
+        const float high = std::min(height, above);
+        return {{left, owner.top - high, width, high}};
+    }
+    const float inside = std::min(height, client.height * LargestPart);
+    const float wide = std::min(wish.width.value_or(client.width), client.width);
+    return {{client.left, Bottom(client) - inside, wide, inside}, true};
+}
+
+} // namespace tessaly
