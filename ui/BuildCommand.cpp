@@ -15,13 +15,15 @@ void VornMainFrm::mnuBuildExe_Click() {
             return;
         }
         SaveCurrentNodeCode(mCurrentNode);
-        if (BuildMap::BuildCCodeFile(*mSourceDoc, mCompFileName, mBuildMap) != Status::Done) {
+        Attempt([this] { mMessages.Begin(mCompFileName); });
+        if (BuildMap::BuildCCodeFile(*mSourceDoc, mCompFileName, mMessages.map) != Status::Done) {
             Tell(Text::InstallationCorrupted, Text::Error, MsgIcon::Stop);
             return;
         }
         mDesktop.App().StartProcess(CompilerCommandLine(mCompBat, mLastOpenedFile), MaximizedWithFocus);
         // At once, while the batch file may still run: kept on purpose.
         ShowMessage(Text::CompilationComplete);
+        Attempt([this] { mMessages.Listen(*mSourceDoc); });
     });
 }
 

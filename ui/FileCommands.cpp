@@ -13,6 +13,7 @@ void VornMainFrm::mnuNewPSF_Click() {
         mSourceDoc->Init();
         mLastOpenedFile = "";
         NoteLoaded("");
+        mMessages.Forget();
         ShowFileName("");
         ShowMessage(Text::FileCreated);
     }
@@ -44,6 +45,7 @@ void VornMainFrm::Open(const std::function<std::string()>& askName) {
     GiveUpDocument(reason);
     mSourceDoc = NewDocument();
     NoteLoaded("");
+    mMessages.Forget();
     if (mSourceDoc->LoadFile(fileName) != Status::Done) {
         ShowMessage(Text::LoadAborted);
         Tell(Text::LoadAborted, Text::Error, MsgIcon::Exclamation);

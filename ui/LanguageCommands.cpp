@@ -1,4 +1,5 @@
 // The language of the window: the two commands that choose it, and all that shows it.
+#include "ui/Command.h"
 #include "ui/MenuTable.h"
 #include "ui/VornMainFrm.h"
 
@@ -63,6 +64,7 @@ void VornMainFrm::ShowLanguage() {
     mDesktop.Menu("mnuGerman").SetChecked(mLanguage != EnglishLanguage);
     mDesktop.Menu("mnuEnglish").SetChecked(mLanguage == EnglishLanguage);
     ShowButtonTips();
+    Attempt([this] { mMessages.SetLanguage(mLanguage); });
 }
 
 std::string VornMainFrm::FuncLabelText() const {

@@ -172,23 +172,17 @@ void VornMainFrm::GoOnWith(const Copy& copy) {
     ShowFileName(mLastOpenedFile);
     mDesktop.StatusBar1().SetPanelText(2, "");
     StatusPanel2 = "";
+    mMessages.Forget();
     SelectMember(origin.item, static_cast<std::size_t>(origin.caret));
 }
 
 void VornMainFrm::SelectMember(const std::string& member, std::size_t caret) {
-    const std::optional<CCodeOrigin> origin = FindMember(*mSourceDoc, member);
-    if (!origin) {
-        return;
+    if (FindMember(*mSourceDoc, member)) {
+        const TreeItem item = ItemOf(member);
+        mCodeTree.Select(item);
+        CodeTree_NodeClick(item);
+        mFuncBody.MoveCaret(caret);
     }
-    TreeItem item = mCodeTree.Find(ReferencesKey);
-    if (origin->kind == CCodeOrigin::Kind::Function) {
-        item = mCodeTree.Find(member.substr(FunctionPrefix.size()));
-    } else if (origin->kind == CCodeOrigin::Kind::Event) {
-        item = mCodeTree.Find(std::string(EventsKey) + std::to_string(origin->index + 1));
-    }
-    mCodeTree.Select(item);
-    CodeTree_NodeClick(item);
-    mFuncBody.MoveCaret(caret);
 }
 
 } // namespace tessaly

@@ -49,6 +49,7 @@ VornMainFrm::VornMainFrm(Desktop& desktop, const RecoveryHost& recovery)
       mWindow(desktop.MainWindow()),
       mCodeTree(desktop.CodeTree()),
       mFuncBody(desktop.FuncBody()),
+      mMessages(desktop, recovery.own),
       mRecovery(recovery) {
     MakeMenus();
     PlaceControls();
@@ -243,7 +244,13 @@ void VornMainFrm::Listen() {
     mWindow.onFileDropped = command(&VornMainFrm::Form_FileDropped);
     mWindow.onIdle = [this] { WriteCopyWhenIdle(); };
     mWindow.onSuspend = [this] { WriteCopy(Flushing::Now); };
-    mWindow.onKeyDown = [this](int keyCode, int shift) { Form_KeyDown(keyCode, shift); };
+    mWindow.onKeyDown = [this](int keyCode, int shift) {
+        Form_KeyDown(keyCode, shift);
+        StepOnKey(keyCode, shift);
+    };
+    mMessages.onName = [this](const std::string& member) { return NameOf(member); };
+    mMessages.onGo = [this](const Diagnostic& message) { GoTo(message); };
+    mMessages.onChange = [] {};
     mCodeTree.onNodeClick = command(&VornMainFrm::CodeTree_NodeClick);
     mFuncBody.onGotFocus = [this] { FuncBody_GotFocus(); };
     mFuncBody.onLostFocus = [this] { FuncBody_LostFocus(); };

@@ -1,13 +1,13 @@
 // The main window: its state and its commands. The commands live in one file per group: CodeTree.cpp,
-// KeysAndToolBar.cpp, FileCommands.cpp, BuildCommand.cpp, HelpCommands.cpp, LanguageCommands.cpp. What is not saved is
-// kept beside all of them, by Recovery.cpp.
+// KeysAndToolBar.cpp, FileCommands.cpp, BuildCommand.cpp, HelpCommands.cpp, LanguageCommands.cpp. Beside all of them
+// Recovery.cpp keeps what is not saved, and GoTo.cpp leads from a message to its line.
 #pragma once
 
 #include "app/Catalogue.h"
-#include "diagnostics/BuildMap.h"
 #include "document/VornSrcObj.h"
 #include "platform/desktop/Desktop.h"
 #include "recovery/RecoveryStore.h"
+#include "ui/BuildMessages.h"
 
 #include <cstdint>
 #include <functional>
@@ -58,7 +58,6 @@ public:
     std::uint8_t mLanguage = 0;
     std::string mCompBat;
     std::string mCompFileName;
-    BuildMap mBuildMap; // of the last build
     std::string mHelpFile;
     std::string mProgBlkIcon;
 
@@ -162,6 +161,12 @@ private:
     void Offer(const Copy& copy);
     void GoOnWith(const Copy& copy);
     void SelectMember(const std::string& member, std::size_t caret);
+    TreeItem ItemOf(const std::string& member) const;
+
+    void StepOnKey(int keyCode, int shift);
+    void GoTo(const Diagnostic& message);
+    std::size_t CaretOf(const Diagnostic& message, std::string_view text) const;
+    std::string NameOf(const std::string& member) const;
 
     MsgResult Ask(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon);
     void Tell(Text text, Text caption, MsgIcon icon);
@@ -184,6 +189,7 @@ private:
         std::optional<FileMark> mark;
     };
 
+    BuildMessages mMessages;
     RecoveryStore mRecovery;
     DocumentFile mFile;
     std::string mShownMember;    // whose text the pane holds, be it stored or not; "" for none of the document

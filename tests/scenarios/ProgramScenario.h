@@ -106,6 +106,17 @@ protected:
         Choose("mnuOpenPSF");
     }
 
+    // Opens a.PSF, in which a function has a mistake in its third line, and everything else is as a compiler wants it.
+    void OpenWrong() {
+        VornSrcObj document(TheDesktop().Files(), TheDesktop().AnsiCodePage());
+        document.Init();
+        document.AddFunction("One", "", "void One()\n{\n\tint a = 1\n}");
+        document.AddFunction("Two", "", "void Two()\n{\n}");
+        ASSERT_EQ(document.SaveFile(user->FilePath("a.PSF")), Status::Done);
+        user->WillChooseFile(user->FilePath("a.PSF"));
+        Choose("mnuOpenPSF");
+    }
+
     void Choose(std::string_view menu) { user->ChooseMenu(TheDesktop().Menu(menu)); }
 
     void Click(std::string_view key) { user->ClickItem(Tree().Find(key)); }
@@ -135,6 +146,19 @@ protected:
         user->CloseByUser();
         EXPECT_EQ(user->MessageBoxes().size(), boxes + 1);
         EXPECT_EQ(user->MessageBoxes().back().caption, "Save Dialog");
+    }
+
+    // Saves and builds with F10.
+    void BuildAndSave() {
+        user->WillPress(MsgResult::Yes);
+        user->PressKey(KeyF10, 0);
+    }
+
+    // What the batch file prints that was started last.
+    void Print(const std::string& bytes) { WriteFile(TheDesktop().App().OutputPath(CFile()), bytes); }
+
+    bool WaitForRows(std::size_t count) {
+        return user->SettleUntil([this, count] { return Seen().rows.size() == count; });
     }
 
     // Opens a menu and leaves it.

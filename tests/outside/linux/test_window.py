@@ -69,7 +69,7 @@ def test_a_mistake_comes_up_in_a_window_and_stands_in_the_log(home, start, pictu
     program.wait_for("Tessaly")
     program.key("F10")
     log = home / ".local/state/tessaly/build.log"
-    wait_until("the window with the compiler's output", lambda: program.windows("build.log$"))
+    wait_until("the messages window", lambda: program.windows("^Messages of the build$"))
     wait_until("the mistake in the log", lambda: "error" in log.read_text())
     program.wait_for("Tessaly")  # it still has the keyboard
     picture("mistake")

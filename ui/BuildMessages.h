@@ -1,0 +1,74 @@
+// What the last build has said, from the file in which its output comes to the rows of the messages window.
+#pragma once
+
+#include "app/Catalogue.h"
+#include "diagnostics/Diagnostics.h"
+#include "document/VornSrcObj.h"
+#include "platform/desktop/Desktop.h"
+#include "platform/system/PrivateFiles.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tessaly {
+
+class BuildMessages {
+public:
+    // Both must outlive it. `files` removes the output of the build before.
+    BuildMessages(Desktop& desktop, PrivateFiles& files);
+
+    // How the window calls a member, in its language.
+    std::function<std::string(const std::string& member)> onName;
+
+    // Goes there. Called for messages that are in a member.
+    std::function<void(const Diagnostic& message)> onGo;
+
+    // Other messages are there than before, or none.
+    std::function<void()> onChange;
+
+    // The messages are gone, and the window with them.
+    void Forget();
+
+    // A build of `cFile` begins: what was there is forgotten, and the output of an earlier build removed.
+    void Begin(const std::string& cFile);
+
+    // The C file is written. The map is for it.
+    BuildMap map;
+
+    // The compiler has been started, for `document` as it is now. From here on its output is followed.
+    void Listen(const VornSrcObj& document);
+
+    // Goes on to the next message that leads somewhere, or back to the one before, round in a circle. The one that is
+    // selected comes first if nobody has gone there. Brings the window back.
+    void Step(bool backwards);
+
+    // Shows what is there in this language.
+    void SetLanguage(std::uint8_t language);
+
+    // As the window shows them.
+    const std::vector<Diagnostic>& All() const { return mMessages; }
+
+private:
+    void Read();
+    void Show();
+    void Go(std::size_t row);
+    MessageRow RowOf(const Diagnostic& message) const;
+    std::string Words(OwnText text) const { return std::string(OwnWords(text, mLanguage)); }
+
+    Desktop& mDesktop;
+    MessagesWindow& mWindow;
+    PrivateFiles& mFiles;
+    std::uint8_t mLanguage = EnglishLanguage;
+    std::string mPath;               // of the output; "" where nothing may be read
+    std::string mOutput;             // as it was read last
+    std::vector<Diagnostic> mHidden; // what the compiler does not say
+    std::vector<Diagnostic> mMessages;
+    std::optional<std::size_t> mGone; // where somebody has gone last
+    bool mHasCome = false;            // the window, in this build; who has hidden it since does not want it
+};
+
+} // namespace tessaly
