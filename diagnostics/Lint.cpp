@@ -113,7 +113,8 @@ private:
         std::vector<OpenEnd> ends = outline.openEnds;
         ends.erase(std::unique(ends.begin(), ends.end()), ends.end()); // lines are all that is told
         for (const OpenEnd& open : ends) {
-            const bool isBrace = open.kind == OpenEndKind::Brace || open.kind == OpenEndKind::StrayBrace;
+            const bool isBrace = open.kind == OpenEndKind::Brace || open.kind == OpenEndKind::StrayBrace ||
+                                 open.kind == OpenEndKind::Declaration;
             if (!(isBrace && mHasBraceMacro) && ++count <= MostOpenEnds) {
                 OpenEndFound(open);
             }
@@ -128,6 +129,12 @@ private:
         case OpenEndKind::Literal:
             Tell(open.line, rule::OpenString, "the string or character that begins here does not end on its line",
                  false);
+            break;
+        case OpenEndKind::Conditional:
+            Tell(open.line, rule::OpenConditional, "the \"#if\" in this line has no \"#endif\" in this text", false);
+            break;
+        case OpenEndKind::Declaration:
+            Tell(open.line, rule::OpenDeclaration, "the last declaration of this text has no \";\" and no body", true);
             break;
         case OpenEndKind::Brace:
             Tell(open.line, rule::OpenBrace, "the \"{\" in this line has no \"}\" in this text", true);

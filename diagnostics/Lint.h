@@ -15,6 +15,8 @@ namespace tessaly {
 namespace rule {
 inline constexpr std::string_view OpenComment = "open-comment";
 inline constexpr std::string_view OpenBrace = "open-brace";
+inline constexpr std::string_view OpenConditional = "open-if";
+inline constexpr std::string_view OpenDeclaration = "open-declaration";
 inline constexpr std::string_view OpenString = "open-string";
 inline constexpr std::string_view StrayBrace = "stray-brace";
 inline constexpr std::string_view PrototypeCut = "prototype-cut";

@@ -4,6 +4,7 @@
 
 #include "syntax/BraceMatching.h"
 #include "syntax/CSyntax.h"
+#include "syntax/OpenDeclaration.h"
 
 #include <algorithm>
 #include <array>
@@ -103,14 +104,22 @@ public:
         } else if (IsInString(mState) || IsInCharacter(mState)) {
             mOutline.openEnds.push_back({OpenEndKind::Literal, mLiteralLine});
         }
+        if (mOutline.openEnds.empty() && !mConditionals.empty()) {
+            mOutline.openEnds.push_back({OpenEndKind::Conditional, mConditionals.front().line});
+        }
         if (mOutline.openEnds.empty()) {
             mOutline.openEnds = MatchBraces(mBraces);
+        }
+        const std::optional<std::size_t> declaration = mDeclaration.Line();
+        if (mOutline.openEnds.empty() && declaration) {
+            mOutline.openEnds.push_back({OpenEndKind::Declaration, *declaration});
         }
         return std::move(mOutline);
     }
 
 private:
     struct Conditional {
+        std::size_t line = 0;
         bool isOuterSkipped = false;
         bool isSkipped = false;
         bool isDecided = false; // "#if 1": no other branch is taken
@@ -191,6 +200,7 @@ private:
             mOutline.openEnds.push_back({OpenEndKind::Literal, mLiteralLine});
         }
         if (!mIsDirective && !IsSkipped()) {
+            mDeclaration.Literal(mLineNumber);
             Advance(CodeKind::Other, {});
         }
     }
@@ -230,10 +240,12 @@ private:
         if (isPlain && mDepth == 0 && mParentheses == 0) {
             mNameLine = mLineNumber;
         }
+        mDeclaration.Word(word, kind == CTokenKind::Keyword || kind == CTokenKind::Type, mLineNumber);
         Advance(isPlain ? CodeKind::Word : CodeKind::Keyword, word);
     }
 
     void Punctuation(std::size_t at, char c) {
+        mDeclaration.Punctuation(c, mLineNumber);
         if (c == '{') {
             OpenBrace(at);
         } else if (c == '}') {
@@ -350,8 +362,9 @@ private:
 
     void BeginConditional(bool isNever, bool isAlways) {
         const bool isOuterSkipped = IsSkipped();
-        mConditionals.push_back(
-            {isOuterSkipped, isOuterSkipped || isNever, isAlways, !isOuterSkipped && !isNever, mDepth, std::nullopt});
+        mDeclaration.Branch();
+        mConditionals.push_back({mLineNumber - 1, isOuterSkipped, isOuterSkipped || isNever, isAlways,
+                                 !isOuterSkipped && !isNever, mDepth, std::nullopt});
         mBraces.push_back({BraceEvent::Kind::If, mLineNumber, 0, false});
     }
 
@@ -359,6 +372,7 @@ private:
         if (mConditionals.empty()) {
             return;
         }
+        mDeclaration.Branch();
         Conditional& conditional = mConditionals.back();
         if (conditional.wasTaken && !conditional.depthOfFirst) {
             conditional.depthOfFirst = mDepth;
@@ -375,6 +389,7 @@ private:
         if (mConditionals.empty()) {
             return;
         }
+        mDeclaration.Branch();
         mDepth = mConditionals.back().depthOfFirst.value_or(mDepth);
         mConditionals.pop_back();
         mBraces.push_back({BraceEvent::Kind::EndIf, mLineNumber, 0, false});
@@ -384,6 +399,7 @@ private:
     COutline mOutline;
     std::vector<BraceEvent> mBraces;
     std::vector<Conditional> mConditionals;
+    OpenDeclaration mDeclaration;
 
     // The line.
     std::string_view mLine;

@@ -11,15 +11,17 @@
 namespace tessaly {
 
 enum class OpenEndKind : std::uint8_t {
-    Comment,   // does not end in the text
-    Literal,   // a string or character that does not end on its line
-    Brace,     // a "{" without its "}"
-    StrayBrace // a "}" without its "{"
+    Comment,     // does not end in the text
+    Literal,     // a string or character that does not end on its line
+    Conditional, // an "#if" without its "#endif"
+    Brace,       // a "{" without its "}"
+    StrayBrace,  // a "}" without its "{"
+    Declaration  // the last one has no ";" and no body
 };
 
 struct OpenEnd {
     OpenEndKind kind = OpenEndKind::Comment;
-    std::size_t line = 0; // where it begins
+    std::size_t line = 0; // where it begins; of a declaration, where its last code stands
 
     bool operator==(const OpenEnd&) const = default;
 };
@@ -37,7 +39,7 @@ struct COutline {
     static constexpr std::size_t None = static_cast<std::size_t>(-1);
 
     // In their order. What one mistake may have caused in the rest of the text is left out: behind an open comment or
-    // literal no braces are given.
+    // literal no braces are given, and a declaration only where nothing else is open.
     std::vector<OpenEnd> openEnds;
 
     std::vector<CDefinition> definitions; // those of all branches of "#if", but for "#if 0"

@@ -1,6 +1,7 @@
-"""The small programs of tests/cases/lint/, right and wrong, and more of them made for every member. A case is a line
-"@case", members with their texts, and "@finds MEMBER LINE RULE"; "lint" behind that says that it is not what a build
-names first."""
+"""The small programs of tests/cases/lint/, right and wrong, and more of them made for every member; and those of
+tests/cases/messages/, which are left to the compilers. A case is a line "@case", members with their texts, and "@finds
+MEMBER LINE RULE"; "lint" behind that says that it is not what a build names first. "@says MEMBER LINE [COMPILER]" is
+what a build names first where no rule does."""
 
 import re
 
@@ -20,12 +21,21 @@ class Case:
         self.members = {}
         self.findings = []   # (member, line, rule) in document order
         self.in_build = []   # those of them that a build may name first
+        self.said = {}       # or what compilers say, (member, line) for each
 
     def finds(self, member, line, rule, *flags):
         self.findings.append((member, int(line), rule))
         if not flags:
             self.in_build.append(self.findings[-1])
         return self
+
+    def says(self, member, line, *compilers):
+        for compiler in compilers or ["gcc", "clang"]:
+            self.said[compiler] = (member, int(line))
+
+    def first(self, compiler):
+        """The place that a build must name first."""
+        return self.in_build[0][:2] if self.in_build else self.said[compiler]
 
     def text(self, member):
         event = member.partition("/")[2]
@@ -54,9 +64,9 @@ class Case:
         return content + lines("[EndPSF]"), begins
 
 
-def read_cases():
+def read_cases(folder):
     cases = []
-    for path in sorted((ROOT / "tests" / "cases" / "lint").glob("*.txt")):
+    for path in sorted((ROOT / "tests" / "cases" / folder).glob("*.txt")):
         member = None
         for line in path.read_text().splitlines():
             word, _, rest = line.partition(" ")
@@ -68,6 +78,8 @@ def read_cases():
                 cases[-1].members[member] = None
             elif word == "@finds":
                 cases[-1].finds(*rest.split())
+            elif word == "@says":
+                cases[-1].says(*rest.split())
             else:
                 before = cases[-1].members[member]
                 cases[-1].members[member] = line if before is None else before + "\n" + line
@@ -107,4 +119,5 @@ def made_cases():
     return cases
 
 
-CASES = read_cases() + made_cases()
+CASES = read_cases("lint") + made_cases()
+ORDINARY = read_cases("messages")

@@ -20,8 +20,9 @@ def found(output):
 
 def test_there_are_cases_of_every_rule_about_texts():
     rules = {rule for case in CASES for _, _, rule in case.findings}
-    assert rules == {"open-comment", "open-brace", "open-string", "stray-brace", "prototype-cut", "prototype-comment",
-                     "handler-missing", "reserved-name", "same-name", "conflict-marker"}
+    assert rules == {"open-comment", "open-brace", "open-string", "open-if", "open-declaration", "stray-brace",
+                     "prototype-cut", "prototype-comment", "handler-missing", "reserved-name", "same-name",
+                     "conflict-marker"}
     assert sum(bool(case.findings) for case in CASES) >= 160
     assert sum(not case.findings for case in CASES) >= 50
     assert len({case.name for case in CASES}) == len(CASES)

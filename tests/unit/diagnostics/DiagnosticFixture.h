@@ -117,7 +117,13 @@ protected:
         for (std::size_t i = 0; i < std::min(before.size(), after.size()); ++i) {
             EXPECT_TRUE(before[i] == after[i] || after[i].find("Blink.PSF:") != std::string::npos) << after[i];
         }
+        const std::vector<Diagnostic> diagnostics = ReadDiagnostics(Map(), output);
         for (const auto& [marker, place] : Markers()) {
+            for (const Diagnostic& each : diagnostics) {
+                if (each.text.find(marker + "'") != std::string::npos) {
+                    EXPECT_EQ("Blink.PSF:" + each.member + ":" + std::to_string(each.line) + ": ", place) << output;
+                }
+            }
             int count = 0;
             for (const std::string& line : after) {
                 const std::size_t message = line.find(marker + "'");
