@@ -32,11 +32,11 @@ bool LineMarks::Follow(const TextEdit& edit, const FindLine& find) {
         if (line.end < start || (line.end == start && leavesLineInFront)) {
             return false;
         }
-        if ((start <= line.begin && end > line.end) || (start < line.begin && end >= line.end)) {
+        const bool isWhole = line.begin > end || (line.begin == end && leavesLineBehind);
+        if (!isWhole && ((start <= line.begin && end > line.end) || (start < line.begin && end >= line.end))) {
             isOneGone = true;
             return true;
         }
-        const bool isWhole = line.begin > end || (line.begin == end && leavesLineBehind);
         if (isWhole || line.begin > start || (mark.begin >= end && mark.begin < mark.end)) {
             mark.line += edit.addedBreaks - edit.removedBreaks; // unsigned, as all of these: it comes out right
         }

@@ -21,21 +21,28 @@ std::uint32_t Between(std::uint32_t from, std::uint32_t to, int step) {
     return colour;
 }
 
+enum class Part { Outside, Shape, Sign };
+
 // All shapes lie between -1 and 1, with y downwards.
-bool IsInErrorSign(float x, float y) {
+Part PartOfError(float x, float y) {
     constexpr float arm = 0.5F;
     constexpr float thickness = 0.17F;
-    const float along = std::max(std::abs(x), std::abs(y));
-    const bool isInCross = along < arm && std::abs(std::abs(x) - std::abs(y)) < thickness;
-    return x * x + y * y < 0.95F && !isInCross;
+    if (x * x + y * y > 0.95F) {
+        return Part::Outside;
+    }
+    const bool isInCross = std::max(std::abs(x), std::abs(y)) < arm && std::abs(std::abs(x) - std::abs(y)) < thickness;
+    return isInCross ? Part::Sign : Part::Shape;
 }
 
-bool IsInWarningSign(float x, float y) {
+Part PartOfWarning(float x, float y) {
     constexpr float top = -0.95F;
     constexpr float bottom = 0.85F;
-    const bool isInStroke = std::abs(x) < 0.13F && y > -0.35F && y < 0.3F;
-    const bool isInDot = std::abs(x) < 0.13F && y > 0.45F && y < 0.7F;
-    return y < bottom && std::abs(x) < (y - top) / (bottom - top) && !isInStroke && !isInDot;
+    if (y > bottom || std::abs(x) > (y - top) / (bottom - top)) {
+        return Part::Outside;
+    }
+    const bool isInStroke = y > -0.35F && y < 0.3F;
+    const bool isInDot = y > 0.45F && y < 0.7F;
+    return std::abs(x) < 0.13F && (isInStroke || isInDot) ? Part::Sign : Part::Shape;
 }
 
 } // namespace
@@ -66,23 +73,24 @@ std::uint32_t MarkColour(Mark mark, std::uint32_t paper, std::uint32_t ink, bool
     return mark == Mark::Error ? (isOnDark ? 0xFF7B72 : 0xC8201C) : (isOnDark ? 0xE3B341 : 0xA86200);
 }
 
-std::vector<std::uint32_t> MarkPicture(Mark mark, int side, std::uint32_t colour) {
+std::vector<std::uint32_t> MarkPicture(Mark mark, int side, std::uint32_t colour, std::uint32_t paper) {
     constexpr int points = 4; // in each direction
     const auto scale = [side](int place) {
         return (static_cast<float>(place) + 0.5F) * 2 / static_cast<float>(side * points) - 1;
     };
     std::vector<std::uint32_t> pixels;
-    for (int row = 0; row < side; ++row) {
-        for (int column = 0; column < side; ++column) {
-            std::uint32_t inside = 0;
-            for (int point = 0; point < points * points; ++point) {
-                const float x = scale(column * points + point % points);
-                const float y = scale(row * points + point / points);
-                inside += (mark == Mark::Error ? IsInErrorSign(x, y) : IsInWarningSign(x, y)) ? 1 : 0;
-            }
-            const std::uint32_t opacity = inside * 255 / (points * points);
-            pixels.push_back(opacity << 24 | colour);
+    for (int pixel = 0; pixel < side * side; ++pixel) {
+        int inside = 0;
+        int inSign = 0;
+        for (int point = 0; point < points * points; ++point) {
+            const float x = scale(pixel % side * points + point % points);
+            const float y = scale(pixel / side * points + point / points);
+            const Part part = mark == Mark::Error ? PartOfError(x, y) : PartOfWarning(x, y);
+            inside += part == Part::Outside ? 0 : 1;
+            inSign += part == Part::Sign ? 1 : 0;
         }
+        const auto opacity = static_cast<std::uint32_t>(inside * 255 / (points * points));
+        pixels.push_back(opacity << 24 | Between(colour, paper, inSign * 16 / std::max(inside, 1)));
     }
     return pixels;
 }

@@ -32,8 +32,9 @@ MarginColours ColoursOfMargin(std::uint32_t paper, std::uint32_t ink, bool isHig
 // Of a mark's picture and its underline, on this paper. High contrast leaves only the shape, in the text's ink.
 std::uint32_t MarkColour(Mark mark, std::uint32_t paper, std::uint32_t ink, bool isHighContrast);
 
-// The picture: an error is a disc with a cross, a warning a triangle with an exclamation mark, both left open. Rows of
-// `side` pixels from the top, 0xAARRGGBB, not multiplied by their opacity.
-std::vector<std::uint32_t> MarkPicture(Mark mark, int side, std::uint32_t colour);
+// The picture: an error is a disc with a cross, a warning a triangle with an exclamation mark, both of the colour of
+// the paper, so that they can be told on a selection, too. Rows of `side` pixels from the top, 0xAARRGGBB, not
+// multiplied by their opacity.
+std::vector<std::uint32_t> MarkPicture(Mark mark, int side, std::uint32_t colour, std::uint32_t paper);
 
 } // namespace tessaly

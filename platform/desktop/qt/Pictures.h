@@ -3,8 +3,10 @@
 
 #include "platform/desktop/Margin.h"
 
+#include <QIcon>
 #include <QImage>
 #include <QPalette>
+#include <QPixmap>
 #include <cmath>
 
 namespace tessaly::qt {
@@ -21,10 +23,22 @@ inline QColor ColourOf(Mark mark, const QPalette& palette) {
 // `side` pixels high and wide, each of which is `scale` ones of the screen.
 inline QImage Picture(Mark mark, int side, qreal scale, const QPalette& palette) {
     const int pixels = static_cast<int>(std::lround(side * scale));
-    const std::vector<std::uint32_t> picture = MarkPicture(mark, pixels, Rgb(ColourOf(mark, palette)));
+    const std::vector<std::uint32_t> picture =
+        MarkPicture(mark, pixels, Rgb(ColourOf(mark, palette)), Rgb(palette.color(QPalette::Base)));
     QImage image(reinterpret_cast<const uchar*>(picture.data()), pixels, pixels, QImage::Format_ARGB32);
     image.setDevicePixelRatio(scale);
     return image.copy(); // the pixels are not its own
+}
+
+// The same as an icon, which keeps its colours where it is selected.
+inline QIcon Icon(Mark mark, int side, qreal scale, const QPalette& palette) {
+    QIcon icon;
+    if (mark != Mark::None) {
+        const QPixmap picture = QPixmap::fromImage(Picture(mark, side, scale, palette));
+        icon.addPixmap(picture);
+        icon.addPixmap(picture, QIcon::Selected);
+    }
+    return icon;
 }
 
 } // namespace tessaly::qt

@@ -86,6 +86,13 @@ void TreeWidget::focusInEvent(QFocusEvent* event) {
     }
 }
 
+void TreeWidget::changeEvent(QEvent* event) {
+    QTreeWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && onColoursChanged) {
+        onColoursChanged();
+    }
+}
+
 // Without the focus the selected item is set apart faintly, also where the style would not tell.
 void TreeWidget::initViewItemOption(QStyleOptionViewItem* option) const {
     QTreeWidget::initViewItemOption(option);
@@ -119,6 +126,11 @@ TreeView::TreeView(Window& window) : Control(window, mTree), mTree(&window.Area(
     mTree.setUniformRowHeights(true); // or a large tree would be measured item by item
     mTree.setSelectionMode(QAbstractItemView::SingleSelection);
     mTree.setEditTriggers(QAbstractItemView::NoEditTriggers);
+    mTree.onColoursChanged = [this] {
+        for (const auto& [item, content] : AllItems()) {
+            ShowMark(content.node, content.mark, content.description);
+        }
+    };
     mTree.onUserSelect = [this](const QTreeWidgetItem* node) {
         SetSelected(static_cast<TreeItem>(node->data(0, Qt::UserRole).toUInt()));
         mWindow.UpdateFocusInUse();
@@ -152,16 +164,14 @@ void TreeView::ShowText(void* node, std::string_view text) {
     ItemOf(node).setText(0, ToQt(text));
 }
 
-// A picture that would make the line higher is drawn smaller.
+// No line becomes higher by its picture.
 void TreeView::ShowMark(void* node, Mark mark, std::string_view description) {
     QTreeWidgetItem& item = ItemOf(node);
     item.setData(0, Qt::AccessibleDescriptionRole, ToQt(description));
     item.setToolTip(0, ToQt(description));
     const int side = mTree.fontMetrics().height() * 3 / 4;
     mTree.setIconSize({side, side});
-    item.setIcon(0, mark == Mark::None
-                        ? QIcon()
-                        : QIcon(QPixmap::fromImage(Picture(mark, side, mTree.devicePixelRatioF(), mTree.palette()))));
+    item.setIcon(0, Icon(mark, side, mTree.devicePixelRatioF(), mTree.palette()));
 }
 
 void TreeView::ExpandNode(void* node) {

@@ -16,6 +16,7 @@ public:
     explicit TreeWidget(QWidget* parent);
 
     std::function<void(QTreeWidgetItem* item)> onUserSelect;
+    std::function<void()> onColoursChanged;
 
     // What is selected, null when nothing is.
     QTreeWidgetItem* Selected() const;
@@ -28,6 +29,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void initViewItemOption(QStyleOptionViewItem* option) const override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
 

@@ -48,11 +48,10 @@ MarginView::MarginView(HWND control, const ViewFormat& lines, const LineMarks& m
 
 void MarginView::SetFont(const LOGFONTW& font) {
     mTextFont = font;
-    mFont.reset();
-    LayOut();
+    LayOut(mLines.LineCount());
 }
 
-void MarginView::LayOut() {
+void MarginView::LayOut(std::size_t lines) {
     LOGFONTW font = mTextFont;
     WPARAM times = 0;
     LPARAM over = 0;
@@ -63,7 +62,7 @@ void MarginView::LayOut() {
     mFont.reset(CreateFontIndirectW(&font));
     const TEXTMETRICW metrics = MeasureFont(mFont.get());
     mLineHeight = metrics.tmHeight;
-    const Margin before = std::exchange(mMargin, LayOutMargin(mLines.LineCount(), metrics.tmAveCharWidth, mLineHeight));
+    const Margin before = std::exchange(mMargin, LayOutMargin(lines, metrics.tmAveCharWidth, mLineHeight));
     if (mMargin.width != before.width) {
         SetWindowPos(mControl, nullptr, 0, 0, 0, 0,
                      SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
@@ -74,6 +73,12 @@ void MarginView::LayOut() {
     mPainted.reset();
 }
 
+void MarginView::FollowEdit() {
+    mIsFollowing = true;
+    LayOut(mLines.LineCount());
+    mIsFollowing = false;
+}
+
 void MarginView::ColoursChanged() {
     mPictures = PicturesOfMarks(mMargin.side);
     Paint();
@@ -81,7 +86,6 @@ void MarginView::ColoursChanged() {
 
 void MarginView::SetAvailable(bool available) {
     mIsAvailable = available;
-    LayOut();
     Paint();
 }
 

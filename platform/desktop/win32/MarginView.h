@@ -20,9 +20,14 @@ public:
     // The font of the text, before the user zooms it.
     void SetFont(const LOGFONTW& font);
 
-    // Makes the margin as wide as it must be for the lines and the font. Not to be called while the control is at work
-    // with an edit.
-    void LayOut();
+    // Makes the margin as wide as it must be for so many lines and the font. The control lays out all of its text then,
+    // which takes some systems long: to be called while there is none.
+    void LayOut(std::size_t lines);
+
+    // The same for the lines that there are, but the control is not told that its client area is some digits narrower.
+    // It learns it with its next text or place. Not to be called while it is at work with an edit.
+    void FollowEdit();
+    bool IsFollowing() const { return mIsFollowing; }
 
     // The user has chosen other colours.
     void ColoursChanged();
@@ -71,6 +76,7 @@ private:
     Margin mMargin;
     std::optional<Sight> mPainted;
     bool mIsAvailable = true;
+    bool mIsFollowing = false; // an edit with the width
 };
 
 } // namespace tessaly::win32

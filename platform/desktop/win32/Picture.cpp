@@ -71,7 +71,7 @@ ImageListOwner PicturesOfMarks(int side) {
         void* bits = nullptr;
         const BitmapOwner bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
         if (bitmap && mark != Mark::None) {
-            const std::vector<std::uint32_t> pixels = MarkPicture(mark, side, ColourOf(mark));
+            const std::vector<std::uint32_t> pixels = MarkPicture(mark, side, ColourOf(mark), PaperColour());
             std::memcpy(bits, pixels.data(), pixels.size() * sizeof pixels[0]);
         }
         ImageList_Add(pictures.get(), bitmap.get(), nullptr);

@@ -120,7 +120,7 @@ void RichTextBox::SetText(std::string_view text) {
     mHasPictures = hasPictures;
     mIsEdited = false;
     mHiddenSelection = {};
-    mMargin.LayOut();
+    mMargin.FollowEdit();
     ForgetMarks();
     Raise(onChange);
 }
@@ -130,11 +130,16 @@ void RichTextBox::ShowAvailable(bool available) {
     if (!available) {
         mText = mIsEdited ? ShownText() : std::move(mText);
         mHiddenSelection = Selection();
+    } else {
+        mMargin.LayOut(CountBreaks(mText) + 1);
     }
     PutInOrBack(available ? std::wstring_view(mText) : std::wstring_view());
     mFuncBodyAvailable = available;
     Send(EM_SETREADONLY, available ? FALSE : TRUE);
     mMargin.SetAvailable(available);
+    if (!available) {
+        mMargin.LayOut(1);
+    }
     ShowBackground();
     ShowScrollBars();
     if (available) {
@@ -258,6 +263,9 @@ LRESULT RichTextBox::EdgeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         return 0;
     }
+    if ((message == WM_WINDOWPOSCHANGED || message == WM_SIZE) && mMargin.IsFollowing()) {
+        return 0;
+    }
     const LRESULT result = Default(message, wParam, lParam);
     if (message == WM_NCCALCSIZE) {
         mMargin.NcCalcSize(*reinterpret_cast<RECT*>(lParam)); // which stands in front of whatever else there is
@@ -266,7 +274,7 @@ LRESULT RichTextBox::EdgeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     } else if (message == WM_PRINT && (lParam & PRF_NONCLIENT) != 0) {
         mMargin.PaintOn(reinterpret_cast<HDC>(wParam), mMargin.Place());
     } else if (message == WM_MOUSEWHEEL || message == EM_SETZOOM) {
-        mMargin.LayOut(); // the text may have another size
+        mMargin.FollowEdit(); // the text may have another size
     }
     return result;
 }
@@ -318,7 +326,7 @@ LRESULT RichTextBox::DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam, E
         InvalidateRgn(Handle(), toPaint.get(), TRUE);
     }
     if (mFormat.LineCount() != before.lines) {
-        mMargin.LayOut();
+        mMargin.FollowEdit();
     }
     return result;
 }
@@ -375,7 +383,7 @@ void RichTextBox::Changed() {
         TakeOver(0, mText.size(), ShownText());
     }
     if (!mEdit) {
-        ParentWindow().Later([this] { mMargin.LayOut(); });
+        ParentWindow().Later([this] { mMargin.FollowEdit(); });
     }
     Raise(onChange);
 }

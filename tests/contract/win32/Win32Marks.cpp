@@ -87,7 +87,7 @@ Mark MarkOf(const std::uint32_t* pixels, int side) {
         return sum;
     };
     for (const Mark mark : {Mark::Warning, Mark::Error}) {
-        if (opacity(MarkPicture(mark, side, 0).data()) == opacity(pixels)) {
+        if (opacity(MarkPicture(mark, side, 0, 0).data()) == opacity(pixels)) {
             return mark;
         }
     }

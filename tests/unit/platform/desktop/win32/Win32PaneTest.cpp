@@ -694,5 +694,24 @@ TEST_F(Win32PaneTest, ATabReachesTheStopsThatWereSet) {
     EXPECT_NEAR(left(5) - left(3), 120, 1);
 }
 
+// Some systems take a time for it that grows with the square of the lines.
+TEST_F(Win32PaneTest, AWiderMarginDoesNotHaveAllOfTheTextLaidOutAgain) {
+    std::string text;
+    for (int line = 0; line < 3000; ++line) {
+        text += "    total += samples[" + std::to_string(line) + "];\n";
+    }
+    Edit("", 0);
+    const auto time = [&] {
+        const DWORD start = GetTickCount();
+        Desktop().FuncBody().SetText(text);
+        user.Settle();
+        return GetTickCount() - start;
+    };
+    const DWORD wider = time();
+    const DWORD asWide = time();
+    EXPECT_LT(wider, 4 * asWide + 500);
+    EXPECT_EQ(user.MarginShown().front(), "1");
+}
+
 } // namespace
 } // namespace tessaly
