@@ -1,7 +1,9 @@
-// Any line behind any other: its tokens stand in order within it, and are what they are called.
+// Any line behind any other: its tokens stand in order within it, and are what they are called. Any text: the names
+// declared in it are there.
 // The first byte is the state before the line; the line is in UTF-8 and in a block of exactly its own size.
 #include "fuzz/Check.h"
 #include "platform/text/Utf8.h"
+#include "syntax/CDeclarations.h"
 #include "syntax/CSyntax.h"
 
 #include <cstdint>
@@ -79,6 +81,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             CHECK(token.kind == CTokenKind::Keyword || token.kind == CTokenKind::Type ||
                   token.kind == CTokenKind::Number);
         }
+    }
+    for (const CName& name : DeclaredNames(bytes)) {
+        CHECK(!name.name.empty() && !name.declaration.empty() && name.position < bytes.size());
     }
     std::vector<CToken> again;
     CHECK(ScanCLine(line, before, again) == after && again == tokens);
