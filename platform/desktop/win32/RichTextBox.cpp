@@ -112,6 +112,9 @@ void RichTextBox::SetText(std::string_view text) {
     std::wstring wide = ToWide(breaks.Set(text));
     const bool hasPictures = ShowControlCharacters(wide);
     if (mFuncBodyAvailable) {
+        if (ShownLength() == 0) {
+            mMargin.LayOut(CountBreaks(wide) + 1);
+        }
         PutInOrBack(wide);
         Send(EM_SETREADONLY, FALSE); // if it came to the worst before
     }

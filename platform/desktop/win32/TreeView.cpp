@@ -3,6 +3,7 @@
 
 #include "platform/desktop/win32/ControlIds.h"
 #include "platform/desktop/win32/Picture.h"
+#include "platform/desktop/win32/Spoken.h"
 #include "platform/system/win32/Text.h"
 
 #include <algorithm>
@@ -99,7 +100,7 @@ void TreeView::ShowText(void* node, std::string_view text) {
 }
 
 // The picture is the state's, as only items that have one make room for it.
-void TreeView::ShowMark(void* node, Mark mark, std::string_view /*description*/) {
+void TreeView::ShowMark(void* node, Mark mark, std::string_view description) {
     if (!mPictures) {
         ShowPictures();
         SetWindowLongW(Handle(), GWL_STYLE, GetWindowLongW(Handle(), GWL_STYLE) | TVS_INFOTIP);
@@ -110,6 +111,7 @@ void TreeView::ShowMark(void* node, Mark mark, std::string_view /*description*/)
     shown.stateMask = TVIS_STATEIMAGEMASK;
     shown.state = INDEXTOSTATEIMAGEMASK(static_cast<UINT>(mark));
     Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&shown));
+    DescribeItem(Handle(), shown.hItem, ToWide(description));
 }
 
 void TreeView::ShowPictures() {

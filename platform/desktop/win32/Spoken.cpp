@@ -1,0 +1,44 @@
+// The service is of COM, which most runs never need: it is set up when the first item is described.
+#include "platform/desktop/win32/Spoken.h"
+
+#include "platform/system/win32/Library.h"
+
+#include <oleacc.h>
+
+namespace tessaly::win32 {
+
+namespace {
+
+constexpr GUID ServiceClass = {0xB5F8350B, 0x0548, 0x48B1, {0xA6, 0xEE, 0x88, 0xBD, 0x00, 0xB4, 0xA5, 0xE7}};
+constexpr GUID ServiceId = {0x6E26E776, 0x04F0, 0x495D, {0x80, 0xE4, 0x33, 0x30, 0x35, 0x2E, 0x31, 0x69}};
+constexpr GUID DescriptionId = {0x4D48DFE4, 0xBD3F, 0x491F, {0xA6, 0x48, 0x49, 0x2D, 0x6F, 0x20, 0xC5, 0x88}};
+
+Com<IAccPropServices> Service() {
+    static const HRESULT started =
+        LibraryFunction<decltype(&CoInitialize)>(L"ole32.dll", "CoInitialize")(nullptr); // for the whole run
+    const auto create = LibraryFunction<decltype(&CoCreateInstance)>(L"ole32.dll", "CoCreateInstance");
+    void* service = nullptr;
+    if (FAILED(started) || FAILED(create(ServiceClass, nullptr, CLSCTX_INPROC_SERVER, ServiceId, &service))) {
+        return nullptr;
+    }
+    return Com<IAccPropServices>(static_cast<IAccPropServices*>(service));
+}
+
+} // namespace
+
+void DescribeItem(HWND tree, HTREEITEM item, const std::wstring& description) {
+    const auto number =
+        static_cast<DWORD>(SendMessageW(tree, TVM_MAPHTREEITEMTOACCID, reinterpret_cast<WPARAM>(item), 0));
+    const Com<IAccPropServices> service = number != 0 ? Service() : nullptr;
+    if (!service) {
+        return;
+    }
+    const auto part = static_cast<DWORD>(OBJID_CLIENT);
+    if (description.empty()) {
+        service->ClearHwndProps(tree, part, number, &DescriptionId, 1);
+    } else {
+        service->SetHwndPropStr(tree, part, number, DescriptionId, description.c_str());
+    }
+}
+
+} // namespace tessaly::win32
