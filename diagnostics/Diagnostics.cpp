@@ -11,6 +11,7 @@
 #include "platform/text/Utf8.h"
 
 #include <array>
+#include <unordered_set>
 #include <utility>
 
 namespace tessaly {
@@ -212,8 +213,19 @@ private:
                 diagnostic.file = CleanText(message.where);
             }
         }
-        mIsNamedOnly = diagnostic.column == 0 && named.has_value();
-        mDiagnostics.push_back(std::move(diagnostic));
+        const bool isNote = diagnostic.kind == DiagnosticKind::Note;
+        mIsRepeated = isNote ? mIsRepeated : IsRepeated(diagnostic);
+        if (!mIsRepeated) {
+            mIsNamedOnly = diagnostic.column == 0 && named.has_value();
+            mDiagnostics.push_back(std::move(diagnostic));
+        }
+    }
+
+    // A repeated message takes the notes under it along.
+    bool IsRepeated(const Diagnostic& diagnostic) {
+        const std::string place =
+            diagnostic.member + ":" + std::to_string(diagnostic.line) + ":" + std::to_string(diagnostic.column) + ":";
+        return !diagnostic.member.empty() && !mSaid.insert(place + diagnostic.text).second;
     }
 
     static void SetPlace(const MemberPlace& place, Diagnostic& diagnostic) {
@@ -250,6 +262,8 @@ private:
     LinkerMessages mLinker;
     std::vector<Diagnostic> mDiagnostics;
     bool mIsNamedOnly = false; // the place of the last one is not certain
+    std::unordered_set<std::string> mSaid;
+    bool mIsRepeated = false;
 };
 
 } // namespace

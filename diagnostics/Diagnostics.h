@@ -25,8 +25,8 @@ struct Diagnostic {
 
 // The messages in the output of a compiler and its linker, in the order they came, notes under their message. `output`
 // may be anything: half a line, bytes that are no text, sequences that colour a terminal. What is no message (excerpts
-// of the source, summaries of counts) is left out. A linker's message without a line is led to the member that it
-// names.
+// of the source, summaries of counts) is left out, and so is what has been said of the same place: a mistake in front
+// of a body stands in the C file twice. A linker's message without a line is led to the member that it names.
 std::vector<Diagnostic> ReadDiagnostics(const BuildMap& map, std::string_view output);
 
 // What Lint finds in `document` and compilers do not say, or say at another place: warnings that belong in front of

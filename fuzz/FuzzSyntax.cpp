@@ -1,9 +1,10 @@
 // Any line behind any other: its tokens stand in order within it, and are what they are called. Any text: the names
-// declared in it are there.
+// declared in it are there, and what it leaves open stands in one of its lines.
 // The first byte is the state before the line; the line is in UTF-8 and in a block of exactly its own size.
 #include "fuzz/Check.h"
 #include "platform/text/Utf8.h"
 #include "syntax/CDeclarations.h"
+#include "syntax/COutline.h"
 #include "syntax/CSyntax.h"
 
 #include <cstdint>
@@ -54,6 +55,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto before = static_cast<CLineState>(data[0] % 9);
     std::u16string text;
     const std::string_view bytes(reinterpret_cast<const char*>(data) + 1, size - 1);
+    const std::size_t lines = CLineAt(bytes, bytes.size());
+    for (const OpenEnd& open : OutlineC(bytes).openEnds) {
+        CHECK(open.line >= 1 && open.line <= lines);
+    }
     for (std::size_t at = 0; at < bytes.size();) {
         const char32_t character = ReadUtf8(bytes, at);
         text += static_cast<char16_t>(character > 0xFFFF ? 0xD800 + (character & 0x7FF) : character);

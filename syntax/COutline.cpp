@@ -160,6 +160,7 @@ private:
             Literal(token, text);
             break;
         case CTokenKind::Preprocessor:
+            mDirectiveLine = mIsDirective ? mDirectiveLine : mLineNumber;
             mIsDirective = true;
             mDirective.append(text).append(" ");
             break;
@@ -363,7 +364,7 @@ private:
     void BeginConditional(bool isNever, bool isAlways) {
         const bool isOuterSkipped = IsSkipped();
         mDeclaration.Branch();
-        mConditionals.push_back({mLineNumber - 1, isOuterSkipped, isOuterSkipped || isNever, isAlways,
+        mConditionals.push_back({mDirectiveLine, isOuterSkipped, isOuterSkipped || isNever, isAlways,
                                  !isOuterSkipped && !isNever, mDepth, std::nullopt});
         mBraces.push_back({BraceEvent::Kind::If, mLineNumber, 0, false});
     }
@@ -412,6 +413,7 @@ private:
     std::size_t mCommentLine = 0; // where the last comment and the last literal begin
     std::size_t mLiteralLine = 0;
     bool mIsDirective = false;
+    std::size_t mDirectiveLine = 0;
     std::string mDirective; // without its comments and literals
 
     // The last two pieces of code.

@@ -222,6 +222,18 @@ TEST_F(DiagnosticsTest, TheMapIsThatOfTheFileAsItWasWritten) {
     EXPECT_EQ(map.Text("functions/None"), "");
 }
 
+TEST_F(DiagnosticsTest, WhatIsSaidTwiceOfOnePlaceIsThereOnce) {
+    AddFunction("Wrong", "void Wrong(Type t)\r\n{\r\n}\r\n");
+    const std::string text = Generate();
+    const std::string prototype = std::to_string(LineAt(text, text.find("Wrong("), true));
+    const std::string function = std::to_string(LineAt(text, text.rfind("Wrong("), true));
+    const std::string output = "gen.c:" + prototype + ":12: error: x\ngen.c:3:1: note: y\ngen.c:" + function +
+                               ":12: error: x\ngen.c:3:1: note: y\ngen.c:" + function + ":12: error: z\n";
+    EXPECT_EQ(Read(output), "error | functions/Wrong:1:12 |  | x\nnote | :0:0 | gen.c:3:1 | y\n"
+                            "error | functions/Wrong:1:12 |  | z");
+    EXPECT_EQ(Read("a.h:1:1: error: x\na.h:1:1: error: x"), "error | :0:0 | a.h:1:1 | x\nerror | :0:0 | a.h:1:1 | x");
+}
+
 TEST_F(DiagnosticsTest, AMapOfNoBuildLeadsNothingBack) {
     const std::vector<Diagnostic> found = ReadDiagnostics(BuildMap(), "gen.c:" + mNumber + ":7: error: x");
     EXPECT_EQ(testing::PrintToString(found.at(0)), "error | :0:0 | gen.c:" + mNumber + ":7 | x");

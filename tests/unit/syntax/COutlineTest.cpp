@@ -55,6 +55,27 @@ TEST(COutlineTest, TheIndentationTellsWhichBraceIsMeant) {
     EXPECT_EQ(OpenEndsOf("{\n{\n}\n"), (Ends{{OpenEndKind::Brace, 1}}));
 }
 
+TEST(COutlineTest, AConditionWithoutItsEndIsOpenAndBracesAreNotToldThen) {
+    EXPECT_EQ(OpenEndsOf("int a;\n#if A\n{\n#if B\n#endif\n"), (Ends{{OpenEndKind::Conditional, 2}}));
+    EXPECT_EQ(OpenEndsOf("#if A \\\n && B\n"), (Ends{{OpenEndKind::Conditional, 1}}));
+    EXPECT_EQ(OpenEndsOf("#if A\n/*"), (Ends{{OpenEndKind::Comment, 2}}));
+}
+
+TEST(COutlineTest, ADeclarationIsOpenWithoutASemicolonOrABody) {
+    const auto open = [](std::size_t line) { return Ends{{OpenEndKind::Declaration, line}}; };
+    EXPECT_EQ(OpenEndsOf("int a;\nint b\n\n"), open(2));
+    EXPECT_EQ(OpenEndsOf("struct S\n{\n  int x;\n}\n// }"), open(4));
+    EXPECT_EQ(OpenEndsOf("int a[] = { 1, { 2 } }"), open(1));
+    EXPECT_EQ(OpenEndsOf("void Foo(int n)\n"), open(1));
+    EXPECT_EQ(OpenEndsOf("void F(int n) {}\nstatic"), open(2));
+    EXPECT_EQ(OpenEndsOf("x = (1\n+ \"2\""), open(2));
+    for (const char* text : {"", "x", "F(int)", "int F(void) {}", "struct S F(void) {}", "int a;;",
+                             "int F(n) int n; {}", "#define A int a", "static LOCK(a)", "void F(int n\n{\n}",
+                             "extern \"C\" {\nint a;\n}", "#if 0\nint a\n#endif", "int a\n#if A\n;\n#endif"}) {
+        EXPECT_EQ(OpenEndsOf(text), Ends{}) << text;
+    }
+}
+
 TEST(COutlineTest, BranchesOfThePreprocessorStandForOneAnother) {
     EXPECT_EQ(OpenEndsOf("#if A\n{\n#else\n{\n#endif\n}"), Ends{});
     EXPECT_EQ(OpenEndsOf("#if A\n{\n#elif B\n{\n#else\n{\n#endif\n"), (Ends{{OpenEndKind::Brace, 2}}));
