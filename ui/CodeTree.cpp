@@ -107,6 +107,9 @@ bool VornMainFrm::ShowFunctionCode(TreeItem node) {
 void VornMainFrm::ShowText(TreeItem node, const std::string& member, std::string_view text) {
     PutIntoPane(text, member);
     mShownNode = node;
+    if (!mMessages.All().empty()) {
+        Attempt([&] { ShowLineMarks(text); });
+    }
 }
 
 void VornMainFrm::PutIntoPane(std::string_view text, const std::string& member) {

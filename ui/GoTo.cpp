@@ -1,12 +1,16 @@
-// From a message to its line: a click on the tree item, done by the program, and then the caret.
+// From a message to its line: a click on the tree item, done by the program, and then the caret. And from a line back:
+// marks in the pane and the tree.
 #include "diagnostics/NearestLines.h"
 #include "document/Members.h"
+#include "platform/text/Ascii.h"
 #include "platform/text/Utf8.h"
 #include "ui/Command.h"
 #include "ui/VornMainFrm.h"
 
 #include <algorithm>
+#include <map>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 namespace tessaly {
@@ -21,6 +25,59 @@ std::size_t UnitsOf(std::string_view text) {
         std::count_if(text.begin(), text.end(),
                       [](char byte) { return static_cast<unsigned char>(byte) >= fourBytes; }));
 }
+
+Mark MarkOf(const Diagnostic& message) {
+    switch (message.kind) {
+    case DiagnosticKind::Error:
+        return Mark::Error;
+    case DiagnosticKind::Warning:
+        return Mark::Warning;
+    default:
+        return Mark::None;
+    }
+}
+
+// Where messages lead in a text as it is now. Positions are those of the pane: each line break counts as one.
+class PlacesNow {
+public:
+    // Both texts must outlive it.
+    PlacesNow(std::string_view before, std::string_view now) : mNearest(before, now), mLines(SplitEditorLines(now)) {
+        std::size_t begin = 0;
+        for (const std::string_view line : mLines) {
+            mBegins.push_back(begin);
+            begin += UnitsOf(line) + 1;
+        }
+    }
+
+    std::size_t Caret(const Diagnostic& message) const {
+        const TextPosition place = Find(message);
+        return mBegins[place.line - 1] + place.column;
+    }
+
+    // From there to the end of the line; all of it where nothing stands behind the place. Blanks around are left out.
+    LineMark Marked(const Diagnostic& message) const {
+        const TextPosition place = Find(message);
+        const std::string_view line = mLines[place.line - 1];
+        const std::size_t front = UnitsOf(line) - UnitsOf(TrimFront(line));
+        const std::size_t end = UnitsOf(TrimBack(line));
+        const std::size_t begin = place.column < end ? std::max(place.column, front) : front;
+        const std::size_t start = mBegins[place.line - 1];
+        return {place.line, MarkOf(message), start + std::min(begin, end), start + end};
+    }
+
+private:
+    // The column from 0, and both such that they are there.
+    TextPosition Find(const Diagnostic& message) const {
+        TextPosition place = mNearest.Find({message.line, message.column});
+        place.line = std::clamp<std::size_t>(place.line, 1, mLines.size());
+        place.column = std::min(std::max<std::size_t>(place.column, 1) - 1, UnitsOf(mLines[place.line - 1]));
+        return place;
+    }
+
+    NearestLines mNearest;
+    std::vector<std::string_view> mLines;
+    std::vector<std::size_t> mBegins;
+};
 
 } // namespace
 
@@ -66,22 +123,46 @@ void VornMainFrm::GoTo(const Diagnostic& message) {
     }
     const std::optional<CCodeOrigin> origin = FindMember(*mSourceDoc, message.member);
     if (origin) {
-        mFuncBody.MoveCaret(CaretOf(message, MemberText(*mSourceDoc, *origin)));
+        const PlacesNow places(mMessages.map.Text(message.member), MemberText(*mSourceDoc, *origin));
+        mFuncBody.MoveCaret(places.Caret(message));
     }
     mFuncBody.SetFocus();
 }
 
-// In `text`, which may have been edited since the build. Each line break counts as one.
-std::size_t VornMainFrm::CaretOf(const Diagnostic& message, std::string_view text) const {
-    const TextPosition place =
-        NearestLines(mMessages.map.Text(message.member), text).Find({message.line, message.column});
-    const std::vector<std::string_view> lines = SplitEditorLines(text);
-    const std::size_t line = std::min(std::max<std::size_t>(place.line, 1), lines.size()) - 1;
-    std::size_t position = line;
-    for (std::size_t above = 0; above < line; ++above) {
-        position += UnitsOf(lines[above]);
+// What stands in the pane may have been edited since the build.
+void VornMainFrm::ShowLineMarks(std::string_view text) {
+    const PlacesNow places(mMessages.map.Text(mShownMember), text);
+    std::vector<LineMark> marks;
+    for (const Diagnostic& message : mMessages.All()) {
+        if (message.member == mShownMember && MarkOf(message) != Mark::None) {
+            marks.push_back(places.Marked(message));
+        }
     }
-    return position + std::min(std::max<std::size_t>(place.column, 1) - 1, UnitsOf(lines[line]));
+    mFuncBody.SetLineMarks(marks);
+}
+
+// Each step by itself: a mark that cannot be shown is no reason to leave the others out.
+void VornMainFrm::ShowMarks() {
+    if (!mShownMember.empty()) {
+        Attempt([this] { ShowLineMarks(PaneText()); });
+    }
+    for (const std::string& member : std::exchange(mMarkedMembers, {})) {
+        Attempt([&] { mCodeTree.SetMark(ItemOf(member), Mark::None, ""); });
+    }
+    std::map<std::string, Mark> marks;
+    for (const Diagnostic& message : mMessages.All()) {
+        if (FindMember(*mSourceDoc, message.member)) {
+            Mark& mark = marks[message.member];
+            mark = std::max(mark, MarkOf(message));
+        }
+    }
+    for (const auto& [member, mark] : marks) {
+        if (mark != Mark::None) {
+            mMarkedMembers.push_back(member);
+            const OwnText words = mark == Mark::Error ? OwnText::ErrorMessage : OwnText::WarningMessage;
+            Attempt([&] { mCodeTree.SetMark(ItemOf(member), mark, OwnWords(words, mLanguage)); });
+        }
+    }
 }
 
 } // namespace tessaly

@@ -250,7 +250,7 @@ void VornMainFrm::Listen() {
     };
     mMessages.onName = [this](const std::string& member) { return NameOf(member); };
     mMessages.onGo = [this](const Diagnostic& message) { GoTo(message); };
-    mMessages.onChange = [] {};
+    mMessages.onChange = [this] { ShowMarks(); };
     mCodeTree.onNodeClick = command(&VornMainFrm::CodeTree_NodeClick);
     mFuncBody.onGotFocus = [this] { FuncBody_GotFocus(); };
     mFuncBody.onLostFocus = [this] { FuncBody_LostFocus(); };

@@ -165,7 +165,8 @@ private:
 
     void StepOnKey(int keyCode, int shift);
     void GoTo(const Diagnostic& message);
-    std::size_t CaretOf(const Diagnostic& message, std::string_view text) const;
+    void ShowLineMarks(std::string_view text);
+    void ShowMarks();
     std::string NameOf(const std::string& member) const;
 
     MsgResult Ask(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon);
@@ -190,6 +191,7 @@ private:
     };
 
     BuildMessages mMessages;
+    std::vector<std::string> mMarkedMembers; // by messages, in the tree
     RecoveryStore mRecovery;
     DocumentFile mFile;
     std::string mShownMember;    // whose text the pane holds, be it stored or not; "" for none of the document

@@ -67,6 +67,34 @@ TEST_P(ProgramScenario, TwoMistakesAreFoundByTheirMessagesAndMended) {
     EXPECT_NE(ReadFile(CFile()).find("int b = 2;"), std::string::npos);
 }
 
+TEST_P(ProgramScenario, LinesAndItemsWithMessagesAreMarkedUntilTheNextBuild) {
+    StartProgram();
+    OpenWrong();
+    Click("One");
+    Choose("mnuBuildExe");
+    Print(Printout(CFile(), ReadFile(CFile()))
+              .Behind("int ", "warning: odd")
+              .Behind("int a = ", "error: one")
+              .Behind("void Two()\n", "warning: two")
+              .Text());
+    ASSERT_TRUE(WaitForRows(3));
+    EXPECT_EQ(user->MarginShown(), (Strings{"1", "2", "3 error", "4", "5"}));
+    EXPECT_EQ(user->MarkShown(Tree().Find("One")), "error: Error");
+    EXPECT_EQ(user->MarkShown(Tree().Find("Two")), "warning: Warning");
+    Click("Two");
+    EXPECT_EQ(user->MarginShown(), (Strings{"1", "2 warning", "3", "4"}));
+    Write("One", "/* in front */");
+    EXPECT_EQ(user->MarginShown(), (Strings{"1", "2", "3 error", "4", "5"}));
+    user->PressEnter();
+    Click("_0v");
+    Click("One");
+    EXPECT_EQ(user->MarginShown(), (Strings{"1", "2", "3", "4 error", "5", "6"}));
+    BuildAndSave();
+    user->Settle();
+    EXPECT_EQ(user->MarginShown(), (Strings{"1", "2", "3", "4", "5", "6"}));
+    EXPECT_EQ(user->MarkShown(Tree().Find("One")), "");
+}
+
 TEST_P(ProgramScenario, TheKeysGoRoundInACircleOfMessagesInMembers) {
     StartProgram();
     OpenWrong();
