@@ -1,7 +1,7 @@
 """From a compiler's message to its line, by real keys and by the mouse."""
 
 import pytest
-from harness import click, example_file, wait_until, xdotool
+from harness import example_file, wait_until, xdotool
 from linux_harness import write_all_settings
 
 TITLES = ["Messages of the build", "Meldungen zum Erstellen"]
