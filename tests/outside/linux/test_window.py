@@ -287,6 +287,22 @@ def test_a_text_that_there_is_no_memory_for_is_refused_and_the_program_lives(hom
     assert b"[GVars]\r\n" + lines in block.read_bytes()
 
 
+def references(path):
+    """The words of the references in a PSF file."""
+    return path.read_bytes().partition(b"[GVars]\r\n")[2].partition(b"[GFuncs]")[0].split()
+
+
+def test_a_copy_has_the_text_without_the_numbers_of_its_lines(home, start):
+    block = with_references(home / "numbered.PSF", b"extern int a;\nextern int b;\rextern int c;\r\n")
+    before = references(block)
+    program = start(block)
+    program.wait_for("Tessaly")
+    program.key("F2", "Home", "F3", "ctrl+a", "ctrl+c", "ctrl+Home", "ctrl+v")
+    program.key("alt+f", "s", "alt+F4")
+    assert program.wait_for_end() == 0
+    assert references(block) == 2 * before
+
+
 def test_pictures_of_a_dark_theme_and_of_200_percent(home, start, picture):
     colours = home / "dark/kdeglobals"
     colours.parent.mkdir()
