@@ -29,7 +29,7 @@ bool IsStatementWord(std::string_view word) {
                                                           "return", "goto", "break", "continue", "sizeof"}));
 }
 
-bool IsAttributeWord(std::string_view word) {
+bool BeginsAttribute(std::string_view word) {
     return IsOneOf(word, std::to_array<std::string_view>({"__attribute__", "__attribute", "__declspec", "__asm__",
                                                           "__asm", "asm", "_Alignas", "__pragma"}));
 }
@@ -113,7 +113,7 @@ private:
                 }
                 part.push_back(braces);
                 hasFields = true;
-            } else if (IsAttributeWord(token.text)) {
+            } else if (BeginsAttribute(token.text)) {
                 ++mAt;
                 if (IsAt("(")) {
                     ++mAt;
