@@ -2,6 +2,7 @@
 
 import json
 import os
+import re
 import shlex
 import stat
 import subprocess
@@ -391,3 +392,15 @@ def test_a_file_keeps_its_owner_where_that_is_allowed(file):
     os.chown(file, 12345, 23456)
     assert psf("set", file, "references", stdin=b"x").status == 0
     assert (os.stat(file).st_uid, os.stat(file).st_gid) == (12345, 23456)
+
+
+def test_map_leads_positions_in_a_c_file_to_members(tmp_path):
+    (tmp_path / "x.PSF").write_bytes(source([("Main", "void Main()\r\n{\r\n    marker;\r\n}")]))
+    c_file = psf("generate", "x.PSF", cwd=tmp_path).out
+    (tmp_path / "x.c").write_bytes(c_file)
+    line = 1 + len(re.findall(b"\r\n|\r|\n", c_file[:c_file.index(b"marker")]))
+    for text, mapped in [(f"x.c:{line}:5: error: y\r\n", f"x.PSF:functions/Main:3: error: y (x.c:{line}:5)\r\n"),
+                         (f"#0 Main () at x.c:{line}", f"#0 Main () at x.PSF:functions/Main:3 (x.c:{line})"),
+                         ("\n\r\n\x1a\0x.c:1", "\n\r\n\x1a\0x.c:1")]:
+        result = psf("map", "x.PSF", "--c-file", "x.c", stdin=text.encode(), cwd=tmp_path)
+        assert (result.status, result.out, result.err) == (0, mapped.encode(), "")
