@@ -110,7 +110,7 @@ protected:
     void OpenWrong() {
         VornSrcObj document(TheDesktop().Files(), TheDesktop().AnsiCodePage());
         document.Init();
-        document.AddFunction("One", "", "void One()\n{\n\tint a = 1\n}");
+        document.AddFunction("One", "", "void One()\n{\n\tint a = ;\n}");
         document.AddFunction("Two", "", "void Two()\n{\n}");
         ASSERT_EQ(document.SaveFile(user->FilePath("a.PSF")), Status::Done);
         user->WillChooseFile(user->FilePath("a.PSF"));
