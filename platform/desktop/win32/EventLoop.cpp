@@ -37,9 +37,10 @@ bool EventLoop::Next(MSG& message) {
     return Wait(message);
 }
 
-// A change of a file comes as a message of nobody's.
+// A change of a file comes as a message of nobody's. What another program sends is handled on the way and is no message
+// here, so the wait goes on behind it.
 bool EventLoop::Wait(MSG& message) {
-    if (mWatched != nullptr) {
+    while (mWatched != nullptr) {
         const DWORD come = MsgWaitForMultipleObjectsEx(1, &mWatched, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
         if (come == WAIT_OBJECT_0 && FindNextChangeNotification(mWatched) != 0) {
             message = {};
@@ -48,6 +49,8 @@ bool EventLoop::Wait(MSG& message) {
         }
         if (come != WAIT_OBJECT_0 + 1) {
             EndWatch(); // the folder has gone, and would wake the loop for ever
+        } else if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
+            return message.message != WM_QUIT;
         }
     }
     return GetMessageW(&message, nullptr, 0, 0) > 0;
