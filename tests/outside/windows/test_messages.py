@@ -83,4 +83,3 @@ def test_a_double_click_leads_to_the_line(launch, folder, installed, wrong, comp
     rows = next(c for c in program.probe.ask("children", window) if c["id"] == ROWS)["rect"]
     xdotool("mousemove", rows[0] + 30, rows[1] + 26, "click", "--repeat", 2, "--delay", 60, 1)
     wait_until("a line with a mistake", lambda: program.pane().startswith(("int one", "int two")))
-    program.bring()
