@@ -156,11 +156,11 @@ void VornMainFrm::ShowMarks() {
             mark = std::max(mark, MarkOf(message));
         }
     }
-    for (const auto& [member, mark] : marks) {
-        if (mark != Mark::None) {
-            mMarkedMembers.push_back(member);
-            const OwnText words = mark == Mark::Error ? OwnText::ErrorMessage : OwnText::WarningMessage;
-            Attempt([&] { mCodeTree.SetMark(ItemOf(member), mark, OwnWords(words, mLanguage)); });
+    for (const auto& marked : marks) {
+        if (marked.second != Mark::None) {
+            mMarkedMembers.push_back(marked.first);
+            const OwnText words = marked.second == Mark::Error ? OwnText::ErrorMessage : OwnText::WarningMessage;
+            Attempt([&] { mCodeTree.SetMark(ItemOf(marked.first), marked.second, OwnWords(words, mLanguage)); });
         }
     }
 }

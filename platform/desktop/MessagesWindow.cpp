@@ -93,7 +93,7 @@ void MessagesWindow::SetPrinted(std::string_view text) {
 }
 
 void MessagesWindow::Choose(std::size_t row) {
-    mRows.at(row);
+    static_cast<void>(mRows.at(row));
     Select(row);
     mIsChosen = true;
     SetPage(Page::Messages);

@@ -271,10 +271,13 @@ LRESULT RichTextBox::EdgeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     const LRESULT result = Default(message, wParam, lParam);
     if (message == WM_NCCALCSIZE) {
-        mMargin.NcCalcSize(*reinterpret_cast<RECT*>(lParam)); // which stands in front of whatever else there is
+        // A rectangle stands in front of whatever else there is.
+        mMargin.NcCalcSize(
+            *reinterpret_cast<RECT*>(lParam)); // NOLINT(performance-no-int-to-ptr): so the message has it
     } else if (message == WM_NCPAINT) {
         mMargin.Paint();
     } else if (message == WM_PRINT && (lParam & PRF_NONCLIENT) != 0) {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): so the message has it
         mMargin.PaintOn(reinterpret_cast<HDC>(wParam), mMargin.Place());
     } else if (message == WM_MOUSEWHEEL || message == EM_SETZOOM) {
         mMargin.FollowEdit(); // the text may have another size
