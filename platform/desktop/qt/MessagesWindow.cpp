@@ -57,6 +57,7 @@ MessagesWindow::MessagesWindow(Window& owner)
     mRows->setRootIsDecorated(false);
     mRows->setUniformRowHeights(true);
     mRows->setAllColumnsShowFocus(true);
+    mPages->setMinimumSize(1, 1); // or its controls would have it grow over the main window's
     mRows->header()->setSectionsMovable(false);
     mRows->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     mPrinted->setReadOnly(true);
