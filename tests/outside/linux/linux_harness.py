@@ -27,7 +27,9 @@ class Program:
                                         env=environment({**own, **variables}), preexec_fn=set_limits)
 
     def windows(self, title=""):
-        return xdotool("search", "--all", "--onlyvisible", "--pid", self.process.pid, "--name", title, check=False)
+        """Those with this in their titles, or all, as menus have none."""
+        named = ["--all", "--name", title] if title else []
+        return xdotool("search", "--onlyvisible", "--pid", self.process.pid, *named, check=False)
 
     def wait_for(self, title):
         """Waits for a window with this title that has the keyboard, and returns its number."""
