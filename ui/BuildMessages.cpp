@@ -95,12 +95,8 @@ OwnText NameOf(MessageKind kind) {
 
 } // namespace
 
-BuildMessages::BuildMessages(Desktop& desktop, PrivateFiles& files)
-    : mDesktop(desktop),
-      mWindow(desktop.Messages()),
-      mFiles(files) {
+BuildMessages::BuildMessages(Desktop& desktop, PrivateFiles& files) : mDesktop(desktop), mFiles(files) {
     mDesktop.App().onFollowed = [this] { RunCommand([this] { Read(); }); };
-    mWindow.onGo = [this](std::size_t row) { RunCommand([&] { Go(row); }); };
 }
 
 // Whatever of it fails, the rest is done: nothing old is to stay in view.
@@ -113,9 +109,11 @@ void BuildMessages::Forget() {
     mHasCome = false;
     map = {};
     Attempt([this] { mDesktop.App().Follow(""); });
-    Attempt([this] { mWindow.Hide(); });
-    Attempt([this] { mWindow.SetRows({}); });
-    Attempt([this] { mWindow.SetPrinted(""); });
+    if (mWindow != nullptr) {
+        Attempt([this] { mWindow->Hide(); });
+        Attempt([this] { mWindow->SetRows({}); });
+        Attempt([this] { mWindow->SetPrinted(""); });
+    }
     Attempt([this] { onChange(); });
 }
 
@@ -170,17 +168,27 @@ void BuildMessages::Show() {
         printed.insert(0, Words(OwnText::BeginningOfOutput) + "\n" + mPath + "\n\n");
     }
     const bool isEmpty = rows.empty() && printed.find_first_not_of(" \t\n") == std::string::npos;
-    mWindow.SetTexts(
+    if (!isEmpty && mWindow == nullptr) {
+        mWindow = &mDesktop.Messages();
+        mWindow->onGo = [this](std::size_t row) { RunCommand([&] { Go(row); }); };
+    }
+    if (mWindow != nullptr) {
+        ShowIn(*mWindow, std::move(rows), printed);
+    }
+    if (!isEmpty && !std::exchange(mHasCome, true)) {
+        mWindow->Show();
+    }
+    onChange();
+}
+
+void BuildMessages::ShowIn(MessagesWindow& window, std::vector<MessageRow> rows, const std::string& printed) {
+    window.SetTexts(
         {Words(OwnText::Messages),
          {Words(OwnText::KindHead), Words(OwnText::MemberHead), Words(OwnText::LineHead), Words(OwnText::TextHead)},
          Words(OwnText::MessagesPage),
          Words(OwnText::PrintedPage)});
-    mWindow.SetRows(std::move(rows));
-    mWindow.SetPrinted(printed);
-    if (!isEmpty && !std::exchange(mHasCome, true)) {
-        mWindow.Show();
-    }
-    onChange();
+    window.SetRows(std::move(rows));
+    window.SetPrinted(printed);
 }
 
 MessageRow BuildMessages::RowOf(const Diagnostic& message) const {
@@ -205,15 +213,15 @@ void BuildMessages::Step(bool backwards) {
     if (!mHasCome) {
         return;
     }
-    mWindow.Show();
+    mWindow->Show();
     const auto leads = [this](std::size_t row) {
         return !mMessages[row].member.empty() && mMessages[row].kind != DiagnosticKind::Note;
     };
-    std::size_t row = std::min(mWindow.Selected().value_or(0), count);
+    std::size_t row = std::min(mWindow->Selected().value_or(0), count);
     for (std::size_t steps = mGone == row ? 1 : 0; steps <= count; ++steps) {
         const std::size_t next = (backwards ? row + count * 2 - steps : row + steps) % std::max<std::size_t>(count, 1);
         if (next < count && leads(next)) {
-            mWindow.Choose(next);
+            mWindow->Choose(next);
             Go(next);
             return;
         }

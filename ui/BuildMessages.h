@@ -55,12 +55,13 @@ public:
 private:
     void Read();
     void Show();
+    void ShowIn(MessagesWindow& window, std::vector<MessageRow> rows, const std::string& printed);
     void Go(std::size_t row);
     MessageRow RowOf(const Diagnostic& message) const;
     std::string Words(OwnText text) const { return std::string(OwnWords(text, mLanguage)); }
 
     Desktop& mDesktop;
-    MessagesWindow& mWindow;
+    MessagesWindow* mWindow = nullptr; // once there was something to show
     PrivateFiles& mFiles;
     std::uint8_t mLanguage = EnglishLanguage;
     std::string mPath;               // of the output; "" where nothing may be read

@@ -40,12 +40,14 @@ public:
     ImageList& QuorvaneImages() const { return mParts.toolBar->images; } // image 1 is "Add", image 2 "Delete"
     StatusBar& StatusBar1() const { return *mParts.status; }
     FileDialog& CommonDialog1() const { return *mParts.fileDialog; }
-    MessagesWindow& Messages() const { return *mParts.messages; }
 
     // See Menus.
     MenuItem& AddMenu(MenuItem* parent, std::string_view name) { return mParts.menus->Add(parent, name); }
     MenuItem& Menu(std::string_view name) const { return (*mParts.menus)[name]; }
     void AddMenuSeparator(MenuItem& parent) { mParts.menus->AddSeparator(parent); }
+
+    // Made when it is asked for first: most starts never need its controls.
+    virtual MessagesWindow& Messages() = 0;
 
     // New windows, owned by the main window.
     virtual std::unique_ptr<NameWindow> NewNameWindow() = 0;
@@ -70,7 +72,6 @@ protected:
         StatusBar* status = nullptr;
         Menus* menus = nullptr;
         FileDialog* fileDialog = nullptr;
-        MessagesWindow* messages = nullptr;
         MsgBox* msgBox = nullptr;
         Application* app = nullptr;
         Registry* settings = nullptr;

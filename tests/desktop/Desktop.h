@@ -30,6 +30,7 @@ class Desktop final : public tessaly::Desktop {
 public:
     Desktop();
 
+    MessagesWindow& Messages() override { return messages; }
     std::unique_ptr<tessaly::NameWindow> NewNameWindow() override;
     std::unique_ptr<tessaly::SplashWindow> NewSplashWindow() override;
 

@@ -17,6 +17,8 @@
 #include "platform/desktop/qt/Window.h"
 #include "platform/system/SequentialFiles.h"
 
+#include <optional>
+
 namespace tessaly::qt {
 
 class Desktop final : public tessaly::Desktop {
@@ -28,6 +30,7 @@ public:
     Desktop(const Desktop&) = delete;
     Desktop& operator=(const Desktop&) = delete;
 
+    MessagesWindow& Messages() override { return mMessages ? *mMessages : mMessages.emplace(window); }
     std::unique_ptr<tessaly::NameWindow> NewNameWindow() override;
     std::unique_ptr<tessaly::SplashWindow> NewSplashWindow() override;
 
@@ -48,9 +51,6 @@ public:
     ToolBar toolBar{window};
     StatusBar status{window};
 
-    // Beside it.
-    MessagesWindow messages{window};
-
     // Once the help was opened without a browser.
     std::unique_ptr<HelpWindow> help;
 
@@ -60,6 +60,7 @@ private:
     Menus mMenus{*window.menuBar(), window.controls.focus};
     FileDialog mFileDialog{window};
     MsgBox mMsgBox{window};
+    std::optional<MessagesWindow> mMessages;
     DestroyedWindows mDestroyedWindows;
 };
 

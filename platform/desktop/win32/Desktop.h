@@ -18,6 +18,8 @@
 #include "platform/system/SequentialFiles.h"
 #include "platform/system/win32/Registry.h"
 
+#include <optional>
+
 namespace tessaly::win32 {
 
 class Desktop final : public tessaly::Desktop {
@@ -28,6 +30,7 @@ public:
     // Runs the program until its window is gone.
     EventLoop& Loop() { return mLoop; }
 
+    MessagesWindow& Messages() override { return mMessages ? *mMessages : mMessages.emplace(mWindow); }
     std::unique_ptr<tessaly::NameWindow> NewNameWindow() override;
     std::unique_ptr<tessaly::SplashWindow> NewSplashWindow() override;
 
@@ -51,7 +54,7 @@ private:
 
     FileDialog mFileDialog{mWindow.Handle()};
     MsgBox mMsgBox{mWindow.Handle()};
-    MessagesWindow mMessages{mWindow};
+    std::optional<MessagesWindow> mMessages;
 };
 
 } // namespace tessaly::win32

@@ -83,7 +83,7 @@ void EventLoop::Later(HWND window, std::function<void()> action) {
     PostMessageW(window, WM_NULL, 0, 0);
 }
 
-void EventLoop::Handle(MSG& message, const Filter& filter) {
+void EventLoop::Handle(MSG& message, Filter filter) {
     if (!filter || !filter(message)) {
         TranslateMessage(&message);
         DispatchMessageW(&message);

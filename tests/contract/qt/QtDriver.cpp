@@ -341,7 +341,7 @@ void QtDriver::ClickMargin() {
 }
 
 SeenMessages QtDriver::Messages() const {
-    qt::MessagesWindow& window = mDesktop->messages;
+    qt::MessagesWindow& window = mDesktop->Messages();
     QTreeWidget& list = window.Rows();
     SeenMessages seen;
     seen.isVisible = window.isVisible();
@@ -369,58 +369,58 @@ SeenMessages QtDriver::Messages() const {
 }
 
 void QtDriver::GoToMessages() {
-    ASSERT_TRUE(mDesktop->messages.isVisible()) << "an action in the messages window, which is not shown";
+    ASSERT_TRUE(mDesktop->Messages().isVisible()) << "an action in the messages window, which is not shown";
     mIsInMessages = true;
-    mDesktop->messages.activateWindow();
+    mDesktop->Messages().activateWindow();
     Settle();
 }
 
 QPoint QtDriver::PlaceOfMessage(std::size_t row) const {
-    QTreeWidget& list = mDesktop->messages.Rows();
+    QTreeWidget& list = mDesktop->Messages().Rows();
     QTreeWidgetItem* const item = list.topLevelItem(static_cast<int>(row));
     list.scrollToItem(item);
-    return list.viewport()->mapTo(&mDesktop->messages, QPoint(5, list.visualItemRect(item).center().y()));
+    return list.viewport()->mapTo(&mDesktop->Messages(), QPoint(5, list.visualItemRect(item).center().y()));
 }
 
 void QtDriver::ClickMessage(std::size_t row) {
     GoToMessages();
-    QTest::mouseClick(mDesktop->messages.windowHandle(), Qt::LeftButton, Qt::NoModifier, PlaceOfMessage(row));
+    QTest::mouseClick(mDesktop->Messages().windowHandle(), Qt::LeftButton, Qt::NoModifier, PlaceOfMessage(row));
     Settle();
 }
 
 void QtDriver::DoubleClickMessage(std::size_t row) {
     ClickMessage(row);
-    QTest::mouseDClick(mDesktop->messages.windowHandle(), Qt::LeftButton, Qt::NoModifier, PlaceOfMessage(row));
+    QTest::mouseDClick(mDesktop->Messages().windowHandle(), Qt::LeftButton, Qt::NoModifier, PlaceOfMessage(row));
     Settle();
 }
 
 void QtDriver::PressKeyInMessages(int keyCode, int shift) {
     GoToMessages();
-    PressKeyAt(mDesktop->messages.windowHandle(), keyCode, shift);
+    PressKeyAt(mDesktop->Messages().windowHandle(), keyCode, shift);
     Settle();
 }
 
 void QtDriver::CloseMessages() {
     GoToMessages();
-    mDesktop->messages.close();
+    mDesktop->Messages().close();
     Settle();
 }
 
 Size QtDriver::SizeOfMessages() const {
-    const QSize size = mDesktop->messages.size();
+    const QSize size = mDesktop->Messages().size();
     return {qt::ToTwips(size.width()), qt::ToTwips(size.height())};
 }
 
 void QtDriver::ResizeMessages(const Size& size) {
     GoToMessages();
-    mDesktop->messages.resize(qt::ToPixels(size.width), qt::ToPixels(size.height));
+    mDesktop->Messages().resize(qt::ToPixels(size.width), qt::ToPixels(size.height));
     Settle();
 }
 
 bool QtDriver::IsCovered(Control& control) const {
     const QWidget& widget = WidgetOf(control);
     const QRect place(widget.mapToGlobal(QPoint(0, 0)), widget.size());
-    return mDesktop->messages.isVisible() && mDesktop->messages.frameGeometry().intersects(place);
+    return mDesktop->Messages().isVisible() && mDesktop->Messages().frameGeometry().intersects(place);
 }
 
 void QtDriver::FillScreen() {

@@ -178,8 +178,9 @@ TEST_F(QtDesktopTest, WithoutAFolderForTheStateOutputGoesIntoATemporaryOne) {
 }
 
 TEST_F(QtDesktopTest, TheMessagesWindowDoesNotAskForTheKeyboard) {
-    EXPECT_TRUE(user.Qt().messages.testAttribute(Qt::WA_ShowWithoutActivating));
-    EXPECT_EQ(user.Qt().messages.parentWidget(), &user.Qt().window);
+    const qt::MessagesWindow& messages = user.Qt().Messages();
+    EXPECT_TRUE(messages.testAttribute(Qt::WA_ShowWithoutActivating));
+    EXPECT_EQ(messages.parentWidget(), &user.Qt().window);
 }
 
 TEST_F(QtDesktopTest, ATitleOfADialogIsNeverTheNameOfTheProgram) {
