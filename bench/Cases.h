@@ -25,5 +25,6 @@ void AddWriteCases(const BenchFiles& files);
 // Make their documents themselves, in the disk folder.
 void AddGrowthCases(const BenchFiles& files);
 void AddHostileCase(const BenchFiles& files);
+void AddCompletionCases(const BenchFiles& files);
 
 } // namespace tessaly

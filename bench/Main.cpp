@@ -93,6 +93,7 @@ int Run(std::vector<char*> arguments) {
     AddWriteCases(files);
     AddGrowthCases(files);
     AddHostileCase(files);
+    AddCompletionCases(files);
     ReadAll(files);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();

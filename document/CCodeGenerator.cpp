@@ -118,6 +118,10 @@ bool CutPrototype(std::string_view code, std::string_view& prototype) {
     return true;
 }
 
+std::string_view CCodeHead() {
+    return Head;
+}
+
 bool GenerateCCode(const VornSrcObj& document, CCodeSink& sink) {
     return Generator(document, sink).Run();
 }

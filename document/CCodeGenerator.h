@@ -42,6 +42,9 @@ private:
 // when the code begins with "{", which no prototype can be cut from.
 bool CutPrototype(std::string_view code, std::string_view& prototype);
 
+// The "#include" lines at the front of each generated file, and what else stands there.
+std::string_view CCodeHead();
+
 // Generates the whole file into `sink`. False, at the point where it happens, when a prototype cannot be cut.
 // Throws what `sink` throws.
 bool GenerateCCode(const VornSrcObj& document, CCodeSink& sink);

@@ -83,10 +83,13 @@ private:
         --mDepth;
     }
 
-    // From behind an opening bracket to its closing one.
-    void SkipToClosing() {
+    // From behind an opening bracket to its closing one, or to what shows that a round one has none.
+    void SkipToClosing(bool isRound = false) {
         for (std::size_t depth = 1; mAt < mTokens.size(); ++mAt) {
             const std::string_view text = mTokens[mAt].text;
+            if (isRound && (text == ";" || (text == "{" && mTokens[mAt - 1].text != ")"))) {
+                return;
+            }
             depth += text == "(" || text == "[" || text == "{" ? 1U : 0U;
             depth -= text == ")" || text == "]" || text == "}" ? 1U : 0U;
             if (depth == 0) {
@@ -151,8 +154,8 @@ private:
             return;
         }
         const std::size_t begin = mAt++;
-        SkipToClosing();
-        const std::size_t end = std::min(mAt + 1, mTokens.size());
+        SkipToClosing(part.empty() || part.front().text != "for");
+        const std::size_t end = IsAt(";") || IsAt("{") ? mAt : std::min(mAt + 1, mTokens.size());
         const auto at = [this](std::size_t index) { return mTokens.begin() + static_cast<std::ptrdiff_t>(index); };
         part.insert(part.end(), at(begin), at(end));
         mAt = end;

@@ -10,7 +10,8 @@
 
 namespace tessaly {
 
-enum class CNameKind : std::uint8_t { Function, Variable, Type, Constant, Macro, Field };
+// DeclaredNames finds no keywords.
+enum class CNameKind : std::uint8_t { Function, Variable, Type, Constant, Macro, Field, Keyword };
 
 struct CName {
     std::string name;

@@ -243,4 +243,17 @@ CLineState ScanCLine(std::u16string_view line, CLineState before, std::vector<CT
     return LineScanner(line, before, tokens).Scan(before);
 }
 
+// Of the types those are none that a header defines.
+std::vector<std::string> CKeywords() {
+    std::vector<std::string> keywords(Keywords.size());
+    const auto narrow = [](Word word) { return std::string(word.begin(), word.end()); };
+    std::transform(Keywords.begin(), Keywords.end(), keywords.begin(), narrow);
+    for (const Word type : Types) {
+        if (!type.ends_with(u"_t") && type != u"bool") {
+            keywords.push_back(narrow(type));
+        }
+    }
+    return keywords;
+}
+
 } // namespace tessaly

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -40,5 +41,8 @@ enum class CLineState : std::uint8_t {
 // Keywords are those of C11 (ISO/IEC 9899:2011, 6.4.1). Names of types, also those of <stddef.h> and <stdint.h>, are of
 // the kind Type.
 CLineState ScanCLine(std::u16string_view line, CLineState before, std::vector<CToken>& tokens);
+
+// The keywords of C11, those of types among them.
+std::vector<std::string> CKeywords();
 
 } // namespace tessaly

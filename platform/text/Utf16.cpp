@@ -57,4 +57,35 @@ std::string EncodeUtf16(std::string_view text) {
     return bytes;
 }
 
+std::u16string ToUtf16(std::string_view text) {
+    std::u16string units;
+    units.reserve(text.size());
+    for (std::size_t position = 0; position < text.size();) {
+        const char32_t character = ReadUtf8OrReplacement(text, position);
+        if (character < FirstOfTwoUnits) {
+            units += static_cast<char16_t>(character);
+        } else {
+            units += HighSurrogate(character);
+            units += LowSurrogate(character);
+        }
+    }
+    return units;
+}
+
+std::string ToUtf8(std::u16string_view units) {
+    std::string text;
+    text.reserve(units.size());
+    for (std::size_t at = 0; at < units.size(); ++at) {
+        const char32_t unit = units[at];
+        const char32_t next = at + 1 < units.size() ? units[at + 1] : 0;
+        if (IsHighSurrogate(unit) && IsLowSurrogate(next)) {
+            AppendUtf8(JoinSurrogates(unit, next), text);
+            ++at;
+        } else {
+            AppendUtf8(IsHighSurrogate(unit) || IsLowSurrogate(unit) ? ReplacementCharacter : unit, text);
+        }
+    }
+    return text;
+}
+
 } // namespace tessaly

@@ -40,4 +40,8 @@ std::string DecodeUtf16(std::string_view bytes);
 // broken had.
 std::string EncodeUtf16(std::string_view text);
 
+// Between UTF-8 and units. What is no character becomes U+FFFD.
+std::u16string ToUtf16(std::string_view text);
+std::string ToUtf8(std::u16string_view units);
+
 } // namespace tessaly

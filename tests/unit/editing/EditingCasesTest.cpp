@@ -2,14 +2,12 @@
 #include "editing/Brackets.h"
 #include "editing/Indenting.h"
 #include "editing/LineCommands.h"
+#include "tests/unit/editing/Cases.h"
 #include "tests/unit/editing/TextModel.h"
 
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
 #include <map>
-#include <random>
 #include <sstream>
 
 namespace tessaly {
@@ -49,36 +47,6 @@ void Press(TextModel& text, const std::string& key) {
     } else if (rule == Rules().end() || key == "}") {
         text.Type(ToUtf16(key));
     }
-}
-
-struct Case {
-    std::string name;
-    std::string before;
-    std::string keys;
-    std::string after;
-};
-
-// "= NAME", the text, "- KEYS", the text behind them. A blank line in front of "=" belongs to no text.
-std::vector<Case> ReadCases(const std::filesystem::path& path) {
-    std::ifstream file(path);
-    std::vector<Case> cases;
-    std::string* text = nullptr;
-    for (std::string line; std::getline(file, line);) {
-        if (line.starts_with("= ")) {
-            cases.push_back({line.substr(2), "", "", ""});
-            text = &cases.back().before;
-        } else if (line.starts_with("- ")) {
-            cases.back().keys = line.substr(2);
-            text = &cases.back().after;
-        } else if (text != nullptr) {
-            *text += line + "\n";
-        }
-    }
-    for (Case& each : cases) {
-        each.before.pop_back();
-        each.after.erase(each.after.find_last_not_of('\n') + 1);
-    }
-    return cases;
 }
 
 TEST(EditingCasesTest, EachDoesWhatIsWritten) {

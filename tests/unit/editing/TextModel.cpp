@@ -1,9 +1,6 @@
 // Changes are done from the last to the first, so that places in front of them stay what they are.
 #include "tests/unit/editing/TextModel.h"
 
-#include "platform/text/Utf16.h"
-#include "platform/text/Utf8.h"
-
 #include <stdexcept>
 
 namespace tessaly {
@@ -14,30 +11,6 @@ constexpr char16_t AnchorMark = u'▯';
 constexpr char16_t CaretMark = u'▮';
 
 } // namespace
-
-std::u16string ToUtf16(std::string_view text) {
-    std::u16string units;
-    for (std::size_t position = 0; position < text.size();) {
-        const char32_t character = ReadUtf8(text, position);
-        if (character >= FirstOfTwoUnits) {
-            units += HighSurrogate(character);
-            units += LowSurrogate(character);
-        } else {
-            units += static_cast<char16_t>(character);
-        }
-    }
-    return units;
-}
-
-std::string ToUtf8(std::u16string_view text) {
-    std::string bytes;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const bool isPair = IsHighSurrogate(text[at]) && at + 1 < text.size();
-        AppendUtf8(isPair ? JoinSurrogates(text[at], text[at + 1]) : text[at], bytes);
-        at += isPair ? 1U : 0U;
-    }
-    return bytes;
-}
 
 TextModel::TextModel(std::string_view written) {
     std::u16string text = ToUtf16(written);

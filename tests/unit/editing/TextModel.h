@@ -3,6 +3,7 @@
 #pragma once
 
 #include "editing/Text.h"
+#include "platform/text/Utf16.h"
 
 #include <string>
 #include <string_view>
@@ -39,8 +40,5 @@ private:
     std::vector<std::u16string> mLines;
     Selection mSelection;
 };
-
-std::u16string ToUtf16(std::string_view text);
-std::string ToUtf8(std::u16string_view text);
 
 } // namespace tessaly

@@ -93,6 +93,13 @@ TEST(CDeclarationsTest, CommentsLiteralsAndHalfTextsDeclareNothing) {
     EXPECT_EQ(Names(std::string(100'000, '{')), "") << "as deep as it may be";
 }
 
+TEST(CDeclarationsTest, ABracketThatIsNotClosedEndsWithItsStatement) {
+    EXPECT_EQ(Names("void f(void) { g(1; int a; if (b { int c; } }\nint d;"),
+              "F f: void f(void)\nVl a: int a\nVl c: int c\nV d: int d\n");
+    EXPECT_EQ(Names("void f(void) { g((P){1, 2}); for (int i = 0; i < 3; ++i) {} int a; }"),
+              "F f: void f(void)\nVl i: int i\nVl a: int a\n");
+}
+
 TEST(CDeclarationsTest, IncludedFilesAreNamedAsTheyStand) {
     EXPECT_EQ(IncludedNames("#include <stdio.h>\n # include \"own.h\" // mine\n#include OTHER\n// #include <no.h>\n"),
               (std::vector<std::string>{"<stdio.h>", "\"own.h\""}));

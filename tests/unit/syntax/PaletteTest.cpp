@@ -19,7 +19,7 @@ double Luminance(std::uint32_t colour) {
     return 0.2126 * part(16) + 0.7152 * part(8) + 0.0722 * part(0);
 }
 
-double Contrast(std::uint32_t first, std::uint32_t second) {
+double ContrastOf(std::uint32_t first, std::uint32_t second) {
     const double lighter = std::max(Luminance(first), Luminance(second));
     const double darker = std::min(Luminance(first), Luminance(second));
     return (lighter + 0.05) / (darker + 0.05);
@@ -30,7 +30,7 @@ TEST(PaletteTest, EveryKindCanBeReadAndToldFromTheOthers) {
         std::set<std::uint32_t> colours;
         for (const CTokenKind kind : Kinds) {
             const std::uint32_t colour = TokenColour(kind, IsDark(background));
-            EXPECT_GE(Contrast(colour, background), 4.5) << std::hex << colour << " on " << background;
+            EXPECT_GE(ContrastOf(colour, background), 4.5) << std::hex << colour << " on " << background;
             colours.insert(colour);
         }
         EXPECT_EQ(colours.size(), std::size(Kinds));
