@@ -174,10 +174,11 @@ def build_rows(cases, verdict):
 
 
 def completion_rows(cases, verdict):
-    return [[what, cases[f"complete/{case}"].range_text(), f"less than {COMPLETION_SECONDS * 1e3:.0f}",
-             verdict(cases[f"complete/{case}"].time < COMPLETION_SECONDS)]
-            for case, what in [("list", "The list for three letters"), ("changed", "The same, when all functions changed"),
-                               ("hint", "The parameters of a call")]]
+    kinds = {"list": "The list for three letters", "changed": "The same, behind a change of the functions",
+             "hint": "The parameters of a call"}
+    return [[what, cases[f"complete/{kind}"].range_text(), f"less than {COMPLETION_SECONDS * 1e3:.0f}",
+             verdict(cases[f"complete/{kind}"].time < COMPLETION_SECONDS)]
+            for kind, what in kinds.items()]
 
 
 def hostile_rows(cases, verdict):

@@ -7,7 +7,6 @@
 #include "syntax/CTokens.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace tessaly {
@@ -63,30 +62,36 @@ void Names::TakeReferences(std::string text) {
     }
 }
 
-// The one in the pane may be another by now: its text there tells.
+// The one in the pane may be another by now: its text there tells. All are taken apart in one go, which is quicker.
 void Names::TakeFunctions(const VornSrcObj& document, std::string_view member) {
     const FuncObject& functions = document.Functions();
     const std::string_view shown = member.starts_with(FunctionPrefix) ? member.substr(FunctionPrefix.size()) : "";
     std::string prototypes;
-    std::vector<std::pair<std::string_view, std::string_view>> all;
+    std::vector<std::pair<std::string_view, std::size_t>> ends; // names, and where the prototypes end
     for (std::int32_t i = 0; i < functions.GetCount(); ++i) {
         std::string_view prototype;
         if (functions.NameAt(i) != shown && CutPrototype(functions.CodeAt(i), prototype)) {
-            all.emplace_back(functions.NameAt(i), prototype);
-            prototypes.append(functions.NameAt(i)).append(1, '\0').append(prototype).append(1, '\0');
+            prototypes.append(prototype).append("\n;");
+            ends.emplace_back(functions.NameAt(i), prototypes.size());
         }
     }
     if (prototypes == mPrototypes) {
         return;
     }
     mFunctions.clear();
-    for (const auto& function : all) {
-        std::vector<CName> declared = DeclaredNames(std::string(function.second) + "\n;");
-        std::erase_if(declared, [](const CName& name) { return name.isLocal; });
-        if (declared.empty()) {
-            declared.push_back({std::string(function.first), CNameKind::Function, InOneLine(function.second)});
+    std::vector<CName> declared = DeclaredNames(prototypes);
+    auto name = declared.begin();
+    std::size_t begin = 0;
+    for (const auto& function : ends) {
+        const auto first = name;
+        for (; name != declared.end() && name->position < function.second; ++name) {
+            mFunctions.push_back(std::move(*name));
         }
-        std::move(declared.begin(), declared.end(), std::back_inserter(mFunctions));
+        if (name == first) {
+            const std::string_view prototype = std::string_view(prototypes).substr(begin, function.second - 2 - begin);
+            mFunctions.push_back({std::string(function.first), CNameKind::Function, InOneLine(prototype)});
+        }
+        begin = function.second;
     }
     mPrototypes = std::move(prototypes);
 }
