@@ -1,10 +1,12 @@
-// The editing pane: plain text of any length, with the numbers of its lines in a margin. Undo, clipboard keys and the
-// caret are its own business.
+// The editing pane: plain text of any length, with the numbers of its lines in a margin. What keys do beyond what every
+// editor does the program says; the desktop shows the text, the caret and the marks.
 #pragma once
 
+#include "editing/Text.h"
 #include "platform/desktop/Control.h"
 #include "platform/desktop/LineMarks.h"
 #include "platform/desktop/Raise.h"
+#include "platform/desktop/TextHistory.h"
 
 #include <functional>
 #include <span>
@@ -14,16 +16,30 @@
 
 namespace tessaly {
 
+// A key that is pressed in the pane, or a character that is typed there.
+struct PaneKey {
+    int keyCode = 0; // as Window::onKeyDown has it; 0 for a character
+    int shift = 0;   // likewise
+    char16_t character = 0;
+
+    bool operator==(const PaneKey&) const = default;
+};
+
 // Line breaks: a text comes back exactly as it was put in while the user has not edited it. After an edit untouched
 // line breaks are still those that were put in, and a typed or pasted one is CR LF; of two breaks in a row, one of
-// which is new, the first counts as the old one.
-// BreakList keeps them.
-class RichTextBox : public Control {
+// which is new, the first counts as the old one. What is undone has its own ones back.
+//
+// The lines are those of the text as it is now, also while the pane is unavailable.
+class RichTextBox : public Control, public TextLines {
 public:
     explicit RichTextBox(Controls& controls) : Control(controls, Keyboard::Used) {}
 
     // Raised after every change of the text, by the user as well as by SetText, even if that puts in what was there.
     std::function<void()> onChange;
+
+    // Raised before the pane does with a key, or with a typed character from the blank on, what it always does. True:
+    // nothing of that is to happen, it has been dealt with. A key that types raises it as a key first.
+    std::function<bool(const PaneKey& key)> onKey;
 
     std::function<void()> onGotFocus;
     std::function<void()> onLostFocus;
@@ -31,14 +47,40 @@ public:
     // The text, UTF-8. SetText shows all of it, forgets what could be undone and raises onChange. Or it throws a
     // std::exception, where memory is short as a rule; then the old text is still there and whole, and nothing is
     // raised. What could be undone is still there, too, unless the control of the system failed half-way.
-    virtual std::string Text() const = 0;
+    std::string Text() const { return mBreaks.Apply(ShownText()); }
     virtual void SetText(std::string_view text) = 0;
 
     // Where the caret is: in units of UTF-16 from the beginning of the text, each line break counted as one. SetText
     // puts it to the beginning. MoveCaret selects nothing, brings the caret into view and goes to the end of the text
     // at most.
-    virtual std::size_t CaretPosition() const = 0;
-    virtual void MoveCaret(std::size_t position) = 0;
+    std::size_t CaretPosition() const { return SelectedEnds().caret; }
+    void MoveCaret(std::size_t position);
+
+    // What is selected; places that are not there are the nearest ones that are. Select brings the caret into view. A
+    // system may not tell at which end of what the user selected the caret is; then it is taken to be the later one.
+    Selection Selected() const;
+    void Select(const Selection& selection);
+    void SelectAll();
+
+    // The text between two places, each break an LF.
+    std::u16string TextBetween(Place begin, Place end) const;
+
+    // Does an edit as if the user had typed it: it is one step to undo, raises onChange once, and its line breaks are
+    // CR LF. All others stay what they are. An unavailable pane takes none, as it takes no key.
+    void Do(const Edit& edit);
+
+    // Takes the last step back, or does it again. False, and nothing happens, where there is none. Otherwise the text
+    // is what it was, byte for byte, and onChange is raised once. The pane does it by Ctrl+Z and Alt+Backspace, and by
+    // Ctrl+Y and Ctrl+Shift+Z.
+    bool CanUndo() const { return mFuncBodyAvailable && mHistory.CanUndo(); }
+    bool CanRedo() const { return mFuncBodyAvailable && mHistory.CanRedo(); }
+    bool Undo();
+    bool Redo();
+
+    // As the keys for the clipboard do it.
+    virtual void Cut() = 0;
+    virtual void Copy() = 0;
+    virtual void Paste() = 0;
 
     // An unavailable pane takes no input and refuses the focus. It is shown empty and grey, not hidden, so that the
     // window keeps its shape under the user's hand. If it has the focus when it becomes unavailable it keeps it. It is
@@ -56,7 +98,7 @@ public:
     // is a change of the text: it raises nothing, cannot be undone and moves neither caret nor view. An unavailable
     // pane shows neither numbers nor marks, but keeps these.
     void SetLineMarks(std::span<const LineMark> marks) {
-        mMarks.Set(marks, LineCount(), [this](std::size_t line) { return SpanOf(line); });
+        mMarks.Set(marks, Count(), [this](std::size_t line) { return SpanOf(line); });
         ShowMarks();
     }
 
@@ -74,27 +116,52 @@ protected:
     // Sets it as soon as the text is there or gone, if something is painted before this returns.
     virtual void ShowAvailable(bool available) = 0;
 
-    // Of the text: SpanOf is asked for lines that are there, from 1.
-    virtual std::size_t LineCount() const = 0;
+    // The text in UTF-8, with LF as its only break.
+    virtual std::string ShownText() const = 0;
+
+    // Of the text: SpanOf is asked for lines that are there, from 1. LineAt counts from 0.
     virtual LineSpan SpanOf(std::size_t line) const = 0;
+    virtual std::size_t LineAt(std::size_t position) const = 0;
+
+    // Both ends are in the text.
+    virtual Ends SelectedEnds() const = 0;
+    virtual void SelectEnds(const Ends& ends) = 0;
+
+    // Shows `text`, with LF as its only break, in the place of what is from `start` to before `end`. Raises nothing.
+    virtual void ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) = 0;
+
+    // Does `work`, which calls ShowReplaced some times and SelectEnds, and draws what came of it once.
+    virtual void ShowTogether(const std::function<void()>& work) = 0;
 
     // Other lines are marked now.
     virtual void ShowMarks() = 0;
 
-    // The user has edited the text, or it is a new one. To be called before onChange is raised.
-    void FollowEdit(const TextEdit& edit) {
-        if (mMarks.Follow(edit, [this](std::size_t line) { return SpanOf(line); })) {
-            ShowMarks();
-        }
-    }
-    void ForgetMarks() { SetLineMarks({}); }
+    // A new text is shown that had these breaks: tells of it.
+    void NoteNewText(BreakList breaks);
+
+    // The user has put `added`, which is shown, in the place of `removed`; breaks are LFs. To be called before onChange
+    // is raised.
+    void NoteEdit(std::size_t start, std::u16string removed, std::u16string added);
+
+    // To be called for every key and typed character before the control gets it. True for one that it is not to get.
+    bool TakesKey(const PaneKey& key);
 
     const LineMarks& Marks() const { return mMarks; }
 
     bool mFuncBodyAvailable = true;
 
 private:
+    std::size_t Length() const { return SpanOf(Count()).end; }
+    std::size_t PositionOf(Place place) const;
+    Place PlaceAt(std::size_t position) const;
+    Replacement Put(std::size_t start, std::size_t end, std::size_t firstBreak, const Stretch& added);
+    void GoThrough(const std::function<void()>& work);
+    void FollowEdit(std::size_t start, const Stretch& removed, const Stretch& added);
+    std::size_t BreaksBehind(std::size_t position) const;
+
     LineMarks mMarks;
+    BreakList mBreaks;
+    TextHistory mHistory;
 };
 
 } // namespace tessaly

@@ -12,14 +12,20 @@
 namespace tessaly {
 
 // Key codes, as Windows' virtual-key codes have them. Letters have the codes of their ASCII capitals.
+inline constexpr int KeyBackspace = 8;
+inline constexpr int KeyTab = 9;
 inline constexpr int KeyEnter = 13;
 inline constexpr int KeyEscape = 27;
+inline constexpr int KeyUp = 38;
+inline constexpr int KeyDown = 40;
+inline constexpr int KeyDivide = 111; // among the digits
 inline constexpr int KeyF1 = 112;
 inline constexpr int KeyF2 = 113;
 inline constexpr int KeyF3 = 114;
 inline constexpr int KeyF4 = 115;
 inline constexpr int KeyF5 = 116;
 inline constexpr int KeyF10 = 121;
+inline constexpr int KeySlash = 191;
 
 // Ctrl+J, also with Shift: it is the window's alone. To an edit control it would be a line break.
 constexpr bool IsStepKey(int keyCode, int shift) {

@@ -6,8 +6,6 @@
 namespace tessaly {
 namespace {
 
-constexpr int KeyTab = 9;
-
 std::vector<Control*> ControlsOf(Desktop& desktop) {
     return {&desktop.CodeTree(), &desktop.LblcodeTreeViewer(), &desktop.FuncLabel(),
             &desktop.FuncBody(), &desktop.VornToolBar(),       &desktop.StatusBar1()};

@@ -61,7 +61,7 @@ public:
     void PressEnter() override { mDesktop.pane.PressEnter(); }
     void Backspace() override { mDesktop.pane.Backspace(); }
     void Paste(std::string_view text) override { mDesktop.pane.Paste(text); }
-    void Undo() override { mDesktop.pane.Undo(); }
+    void Undo() override { mDesktop.window.PressKey('Z', 2); }
     std::string PaneShown() const override { return mDesktop.pane.Shown(); }
     std::vector<std::string> MarginShown() override { return mDesktop.pane.MarginShown(); }
     std::vector<std::string> Underlined() override { return mDesktop.pane.Underlined(); }

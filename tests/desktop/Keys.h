@@ -4,12 +4,9 @@
 
 namespace tessaly::memory {
 
-inline constexpr int KeyBackspace = 8;
-inline constexpr int KeyTab = 9;
 inline constexpr int KeyBlank = 32;
-inline constexpr int KeyUp = 38;
-inline constexpr int KeyDown = 40;
 
 inline constexpr int Shift = 1;
+inline constexpr int Ctrl = 2;
 
 } // namespace tessaly::memory

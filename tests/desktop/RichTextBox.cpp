@@ -1,6 +1,8 @@
-// The pane knows LF only, as controls do; LineBreaks remembers what the breaks were.
+// The pane knows LF only, as controls do. All that counts is in bytes, what the program asks for in units of UTF-16.
 #include "tests/desktop/RichTextBox.h"
 
+#include "platform/desktop/Window.h"
+#include "platform/text/Utf16.h"
 #include "platform/text/Utf8.h"
 #include "tests/desktop/Keys.h"
 #include "tests/desktop/TestFailure.h"
@@ -38,26 +40,51 @@ std::size_t Utf16Units(std::string_view text) {
 }
 
 std::string WithLineFeeds(std::string_view text) {
-    LineBreaks breaks;
-    breaks.Set(text);
-    return breaks.Shown();
+    return BreakList().Set(text);
+}
+
+std::size_t CountBreaks(std::string_view text) {
+    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+}
+
+std::u16string Units(std::string_view text) {
+    std::u16string units;
+    for (std::size_t position = 0; position < text.size();) {
+        const char32_t character = ReadUtf8(text, position);
+        if (character >= FirstOfTwoUnits) {
+            units += HighSurrogate(character);
+            units += LowSurrogate(character);
+        } else {
+            units += static_cast<char16_t>(character);
+        }
+    }
+    return units;
+}
+
+std::string Bytes(std::u16string_view units) {
+    std::string text;
+    for (std::size_t at = 0; at < units.size(); ++at) {
+        const bool isPair = IsHighSurrogate(units[at]) && at + 1 < units.size();
+        AppendUtf8(isPair ? JoinSurrogates(units[at], units[at + 1]) : units[at], text);
+        at += isPair ? 1U : 0U;
+    }
+    return text;
 }
 
 } // namespace
 
-std::string RichTextBox::Text() const {
+std::string RichTextBox::ShownText() const {
     CountCall();
-    return mLines.Text();
+    return mShown;
 }
 
 void RichTextBox::SetText(std::string_view text) {
     CountCall();
-    mLines.Set(text);
+    BreakList breaks;
+    mShown = breaks.Set(text);
     mCaret = 0;
     mAnchor = 0;
-    mUndo.clear();
-    ForgetMarks();
-    Raise(onChange);
+    NoteNewText(std::move(breaks));
 }
 
 float RichTextBox::CharacterWidth() const {
@@ -70,14 +97,63 @@ void RichTextBox::SetTabStops(const std::vector<float>& stops) {
     mTabStops = stops;
 }
 
-std::size_t RichTextBox::CaretPosition() const {
-    CountCall();
-    return Utf16Units(std::string_view(Shown()).substr(0, mCaret));
+std::size_t RichTextBox::Count() const {
+    return CountBreaks(mShown) + 1;
 }
 
-void RichTextBox::MoveCaret(std::size_t position) {
+std::u16string RichTextBox::Line(std::size_t index) const {
+    return Units(LineBytes(index));
+}
+
+CLineState RichTextBox::StateBefore(std::size_t index) const {
+    CLineState state = CLineState::Code;
+    std::vector<CToken> tokens;
+    for (std::size_t line = 0; line < index; ++line) {
+        state = ScanCLine(Line(line), state, tokens);
+    }
+    return state;
+}
+
+Ends RichTextBox::SelectedEnds() const {
     CountCall();
-    SetCaret(PlaceOf(position));
+    const auto units = [this](std::size_t bytes) { return Utf16Units(std::string_view(mShown).substr(0, bytes)); };
+    return {units(mAnchor), units(mCaret)};
+}
+
+void RichTextBox::SelectEnds(const Ends& ends) {
+    CountCall();
+    mAnchor = PlaceOf(ends.anchor);
+    mCaret = PlaceOf(ends.caret);
+}
+
+void RichTextBox::ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) {
+    CountCall();
+    const std::size_t from = PlaceOf(start);
+    mShown.replace(from, PlaceOf(end) - from, Bytes(text));
+    mCaret = from;
+    mAnchor = from;
+}
+
+void RichTextBox::Cut() {
+    if (mCaret != mAnchor) {
+        Copy();
+        ReplaceSelection("");
+    }
+}
+
+void RichTextBox::Copy() {
+    CountCall();
+    if (mCaret != mAnchor) {
+        const std::size_t start = std::min(mCaret, mAnchor);
+        mClipboard = mShown.substr(start, std::max(mCaret, mAnchor) - start);
+    }
+}
+
+void RichTextBox::Paste() {
+    CountCall();
+    if (FuncBodyAvailable()) {
+        ReplaceSelection(WithLineFeeds(mClipboard));
+    }
 }
 
 bool RichTextBox::Click() {
@@ -91,69 +167,63 @@ bool RichTextBox::Click() {
 bool RichTextBox::Type(std::string_view text) {
     const std::string typed = WithLineFeeds(text);
     for (std::size_t start = 0; start < typed.size();) {
-        if (!TakesInput()) {
+        const std::size_t end = CharacterEnd(typed, start);
+        const std::string_view character = std::string_view(typed).substr(start, end - start);
+        if (character == "\n" ? !PressEnter() : !TakesInput()) {
             return false;
         }
-        const std::size_t end = CharacterEnd(typed, start);
-        ReplaceSelection(std::string_view(typed).substr(start, end - start));
+        if (character != "\n" && (character < " " || !TakesKey({0, 0, Units(character).front()}))) {
+            ReplaceSelection(character);
+        }
         start = end;
     }
     return TakesInput();
 }
 
 bool RichTextBox::PressEnter() {
-    return Type("\n");
+    return TakesInput() && (TakesKey({KeyEnter, 0, 0}) || Insert("\n"));
 }
 
 bool RichTextBox::Backspace() {
-    if (!TakesInput() || (mCaret == 0 && mAnchor == 0)) {
-        return false;
-    }
-    if (mCaret != mAnchor) {
-        ReplaceSelection("");
-    } else {
-        Replace(CharacterBefore(Shown(), mCaret), mCaret, "");
-    }
-    return true;
+    return TakesInput() && (TakesKey({KeyBackspace, 0, 0}) || TakeBack());
 }
 
 bool RichTextBox::Paste(std::string_view text) {
     if (!TakesInput()) {
         return false;
     }
-    ReplaceSelection(WithLineFeeds(text));
+    mClipboard = text;
+    return TakeKey('V', Ctrl);
+}
+
+bool RichTextBox::Insert(std::string_view text) {
+    ReplaceSelection(text);
     return true;
 }
 
-bool RichTextBox::Undo() {
-    if (!TakesInput() || mUndo.empty()) {
+bool RichTextBox::TakeBack() {
+    if (mCaret == 0 && mAnchor == 0) {
         return false;
     }
-    const State state = std::move(mUndo.back());
-    mUndo.pop_back();
-    ShowEdited(state.shown);
-    mCaret = state.caret;
-    mAnchor = state.caret;
-    Raise(onChange);
+    if (mCaret != mAnchor) {
+        ReplaceSelection("");
+    } else {
+        Replace(CharacterBefore(mShown, mCaret), mCaret, "");
+    }
     return true;
 }
 
 void RichTextBox::SetCaret(std::size_t position) {
-    if (position > Shown().size() || (position < Shown().size() && IsContinuation(Shown()[position]))) {
+    if (position > mShown.size() || (position < mShown.size() && IsContinuation(mShown[position]))) {
         throw ImpossibleAction("the caret cannot stand at " + std::to_string(position));
     }
     mCaret = position;
     mAnchor = position;
 }
 
-void RichTextBox::SelectAll() {
-    mAnchor = 0;
-    mCaret = Shown().size();
-}
-
 std::vector<std::string> RichTextBox::MarginShown() const {
     std::vector<std::string> lines;
-    for (std::size_t line = 1; FuncBodyAvailable() && line <= LineCount(); ++line) {
+    for (std::size_t line = 1; FuncBodyAvailable() && line <= Count(); ++line) {
         const Mark mark = Marks().On(line);
         lines.push_back(std::to_string(line) + (mark == Mark::Error     ? " error"
                                                 : mark == Mark::Warning ? " warning"
@@ -167,7 +237,7 @@ std::vector<std::string> RichTextBox::Underlined() const {
     for (const LineMark& mark : Marks().All()) {
         const std::size_t begin = PlaceOf(mark.begin);
         if (FuncBodyAvailable() && mark.begin < mark.end) {
-            texts.push_back(Shown().substr(begin, PlaceOf(mark.end) - begin));
+            texts.push_back(mShown.substr(begin, PlaceOf(mark.end) - begin));
         }
     }
     return texts;
@@ -175,7 +245,7 @@ std::vector<std::string> RichTextBox::Underlined() const {
 
 // The byte that this unit begins at, or the end.
 std::size_t RichTextBox::PlaceOf(std::size_t position) const {
-    const std::string_view shown = Shown();
+    const std::string_view shown = mShown;
     std::size_t end = 0;
     while (end < shown.size() && Utf16Units(shown.substr(0, end)) < position) {
         end = CharacterEnd(shown, end);
@@ -183,32 +253,47 @@ std::size_t RichTextBox::PlaceOf(std::size_t position) const {
     return end;
 }
 
-LineSpan RichTextBox::SpanOf(std::size_t line) const {
-    const std::string_view shown = Shown();
+std::string_view RichTextBox::LineBytes(std::size_t index) const {
     std::size_t begin = 0;
-    for (; line > 1; --line) {
-        begin = shown.find('\n', begin) + 1;
+    for (; index > 0; --index) {
+        begin = mShown.find('\n', begin) + 1;
     }
-    return {Utf16Units(shown.substr(0, begin)), Utf16Units(shown.substr(0, shown.find('\n', begin)))};
+    return std::string_view(mShown).substr(begin, mShown.find('\n', begin) - begin);
 }
 
-void RichTextBox::ShowEdited(const std::string& shown) {
-    const Difference difference = mLines.Edit(shown);
-    const std::string_view front = std::string_view(Shown()).substr(0, difference.start);
-    FollowEdit({Utf16Units(front), Utf16Units(difference.removed), Utf16Units(difference.added), CountBreaks(front) + 1,
-                CountBreaks(difference.removed), CountBreaks(difference.added)});
+LineSpan RichTextBox::SpanOf(std::size_t line) const {
+    const std::string_view bytes = LineBytes(line - 1);
+    const auto before = static_cast<std::size_t>(bytes.data() - mShown.data());
+    const std::size_t begin = Utf16Units(std::string_view(mShown).substr(0, before));
+    return {begin, begin + Utf16Units(bytes)};
+}
+
+std::size_t RichTextBox::LineAt(std::size_t position) const {
+    return CountBreaks(std::string_view(mShown).substr(0, PlaceOf(position)));
 }
 
 bool RichTextBox::TakeKey(int keyCode, int shift) {
     const bool isLetter = keyCode >= 'A' && keyCode <= 'Z';
     const bool isDigit = keyCode >= '0' && keyCode <= '9';
-    if (keyCode == KeyBackspace) {
-        Backspace();
-    } else if (keyCode == KeyEnter) {
-        PressEnter();
+    if (!TakesInput() || TakesKey({keyCode, shift, 0})) {
+        return true;
+    }
+    if (keyCode == KeyBackspace && shift == 0) {
+        TakeBack();
+    } else if (keyCode == KeyEnter && (shift & ~Shift) == 0) {
+        Insert("\n");
+    } else if (keyCode == 'A' && shift == Ctrl) {
+        SelectAll();
+    } else if (keyCode == 'C' && shift == Ctrl) {
+        Copy();
+    } else if (keyCode == 'X' && shift == Ctrl) {
+        Cut();
+    } else if (keyCode == 'V' && shift == Ctrl) {
+        Paste();
     } else if (isLetter && shift == 0) {
         Type(std::string(1, static_cast<char>(keyCode - 'A' + 'a')));
-    } else if ((isLetter && shift == Shift) || (isDigit && shift == 0) || keyCode == KeyTab || keyCode == KeyBlank) {
+    } else if ((isLetter && shift == Shift) || (isDigit && shift == 0) ||
+               ((keyCode == KeyTab || keyCode == KeyBlank) && (shift & ~Shift) == 0)) {
         Type(std::string(1, static_cast<char>(keyCode)));
     }
     return true;
@@ -221,11 +306,12 @@ bool RichTextBox::TakesInput() const {
 
 // Replaces the text from `start` to before `end`, as the user, who can undo it.
 void RichTextBox::Replace(std::size_t start, std::size_t end, std::string_view text) {
-    std::string shown = Shown();
-    mUndo.push_back({shown, mCaret});
-    ShowEdited(shown.replace(start, end - start, text));
+    const std::size_t position = Utf16Units(std::string_view(mShown).substr(0, start));
+    std::u16string removed = Units(std::string_view(mShown).substr(start, end - start));
+    mShown.replace(start, end - start, text);
     mCaret = start + text.size();
     mAnchor = mCaret;
+    NoteEdit(position, std::move(removed), Units(text));
     Raise(onChange);
 }
 

@@ -4,7 +4,6 @@
 
 #include "platform/desktop/RichTextBox.h"
 #include "tests/desktop/Control.h"
-#include "tests/desktop/LineBreaks.h"
 
 #include <cstddef>
 #include <string>
@@ -17,12 +16,15 @@ class RichTextBox final : public Control<tessaly::RichTextBox>, public KeyTarget
 public:
     using Control::Control;
 
-    std::string Text() const override;
     void SetText(std::string_view text) override;
     float CharacterWidth() const override;
     void SetTabStops(const std::vector<float>& stops) override;
-    std::size_t CaretPosition() const override;
-    void MoveCaret(std::size_t position) override;
+    std::size_t Count() const override;
+    std::u16string Line(std::size_t index) const override;
+    CLineState StateBefore(std::size_t index) const override;
+    void Cut() override;
+    void Copy() override;
+    void Paste() override;
 
     // The user clicks into the pane, which moves the focus there and the caret nowhere. False, and nothing happens,
     // when it is unavailable.
@@ -34,15 +36,13 @@ public:
     bool PressEnter();
     bool Backspace(); // also false when there is nothing before the caret
     bool Paste(std::string_view text);
-    bool Undo(); // also false when there is nothing to undo
 
     // Puts the caret before the byte at `position`; nothing is selected then. Throws ImpossibleAction for a position
     // behind the end or within a character.
     void SetCaret(std::size_t position);
-    void SelectAll();
 
     std::size_t Caret() const { return mCaret; }
-    const std::string& Shown() const { return mLines.Shown(); }
+    const std::string& Shown() const { return mShown; }
     const std::vector<float>& TabStops() const { return mTabStops; }
 
     // What the user sees in the margin: for each line its number and the mark, if there is one.
@@ -54,25 +54,27 @@ public:
     bool TakeKey(int keyCode, int shift) override;
 
 private:
-    struct State {
-        std::string shown;
-        std::size_t caret = 0;
-    };
-
     void ShowAvailable(bool /*available*/) override { CountCall(); }
-    std::size_t LineCount() const override { return CountBreaks(Shown()) + 1; }
+    std::string ShownText() const override;
     LineSpan SpanOf(std::size_t line) const override;
+    std::size_t LineAt(std::size_t position) const override;
+    Ends SelectedEnds() const override;
+    void SelectEnds(const Ends& ends) override;
+    void ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) override;
+    void ShowTogether(const std::function<void()>& work) override { work(); }
     void ShowMarks() override {}
-    void ShowEdited(const std::string& shown);
+    std::string_view LineBytes(std::size_t index) const;
     std::size_t PlaceOf(std::size_t position) const;
     bool TakesInput() const;
+    bool Insert(std::string_view text);
+    bool TakeBack();
     void Replace(std::size_t start, std::size_t end, std::string_view text);
     void ReplaceSelection(std::string_view text);
 
-    LineBreaks mLines;
+    std::string mShown;
     std::size_t mCaret = 0;
     std::size_t mAnchor = 0; // the other end of what is selected
-    std::vector<State> mUndo;
+    std::string mClipboard;
     std::vector<float> mTabStops;
 };
 

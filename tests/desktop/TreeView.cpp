@@ -1,6 +1,7 @@
 // Every call for the control counts; what the items hold cannot fail.
 #include "tests/desktop/TreeView.h"
 
+#include "platform/desktop/Window.h"
 #include "tests/desktop/Keys.h"
 #include "tests/desktop/TestFailure.h"
 

@@ -38,6 +38,14 @@ void Colouring::SetDark(bool dark) {
     mRound = (mRound + 1) % Rounds;
 }
 
+CLineState Colouring::StateBefore(int block) {
+    const QTextBlock before = mDocument.findBlockByNumber(block - 1);
+    if (before.isValid()) {
+        Scan(before);
+    }
+    return StateOf(before);
+}
+
 void Colouring::Colour(const QTextBlock& first, const QTextBlock& last) {
     Scan(last);
     for (QTextBlock block = first; block.isValid() && block.blockNumber() <= last.blockNumber(); block = block.next()) {

@@ -21,6 +21,9 @@ public:
     // Light colours for a dark background. What was coloured is to be drawn anew then.
     void SetDark(bool dark);
 
+    // What this block, counted from 0, begins in. Those in front of it are scanned where nobody has looked yet.
+    CLineState StateBefore(int block);
+
     // To be called before the blocks from `first` to `last` are drawn.
     void Colour(const QTextBlock& first, const QTextBlock& last);
 

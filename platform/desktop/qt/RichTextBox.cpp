@@ -2,11 +2,14 @@
 // has: so every text comes back as it was.
 #include "platform/desktop/qt/RichTextBox.h"
 
+#include "platform/desktop/qt/Keys.h"
 #include "platform/desktop/qt/Pictures.h"
 
+#include <QContextMenuEvent>
 #include <QEvent>
 #include <QFontDatabase>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QPainter>
 #include <QTextBlock>
@@ -178,8 +181,20 @@ void PlainTextEdit::PaintMargin() {
     }
 }
 
-// Shift and Enter would put in a line separator, which is no line break in a file.
+// A key of which nobody knows goes on as one that was typed. Shift and Enter would put in a line separator, which is no
+// line break in a file.
 void PlainTextEdit::keyPressEvent(QKeyEvent* event) {
+    if (takeKey({VirtualKey(*event), ShiftState(event->modifiers()), 0})) {
+        event->accept();
+        return;
+    }
+    const auto command = event->modifiers() & (Qt::ControlModifier | Qt::AltModifier); // both are AltGr
+    const QString typed = command == Qt::ControlModifier ? QString() : event->text();
+    if (!typed.isEmpty() && typed.front() >= u' ' && typed.front() != u'\x7F' &&
+        takeKey({0, 0, typed.front().unicode()})) {
+        event->accept();
+        return;
+    }
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && event->modifiers() == Qt::ShiftModifier) {
         QKeyEvent plain(event->type(), event->key(), Qt::NoModifier, event->text(), event->isAutoRepeat());
         QPlainTextEdit::keyPressEvent(&plain);
@@ -209,6 +224,19 @@ void PlainTextEdit::changeEvent(QEvent* event) {
     }
 }
 
+// Qt knows nothing of what can be undone here.
+void PlainTextEdit::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu* const menu = createStandardContextMenu(event->pos());
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (const auto& [name, key] : {std::pair("edit-undo", 'Z'), std::pair("edit-redo", 'Y')}) {
+        if (QAction* const action = menu->findChild<QAction*>(name)) {
+            action->setEnabled(!isReadOnly());
+            connect(action, &QAction::triggered, this, [this, key = int{key}] { takeKey({key, 2, 0}); });
+        }
+    }
+    menu->popup(event->globalPos());
+}
+
 // A file that is dragged here is for the window.
 bool PlainTextEdit::canInsertFromMimeData(const QMimeData* source) const {
     return source->hasText() && !source->hasUrls();
@@ -235,32 +263,35 @@ void PlainTextEdit::UpdateColours() {
 }
 
 RichTextBox::RichTextBox(Window& window) : Control(window, mEdit), mEdit(&window.Area(), Marks()) {
+    mEdit.setUndoRedoEnabled(false); // the pane has a history of its own
+    mEdit.takeKey = [this](const PaneKey& key) { return TakesKey(key); };
     QObject::connect(mEdit.document(), &QTextDocument::contentsChange, &mEdit,
-                     [this](int position, int removed, int added) { FollowChange(position, removed, added); });
+                     [this](int position, int, int added) { FollowChange(position, added); });
     QObject::connect(mEdit.document(), &QTextDocument::contentsChanged, &mEdit, [this] { TellChange(); });
 }
 
-std::string RichTextBox::Text() const {
-    return mBreaks.Apply(FromQt(mEdit.ExactText()));
+std::string RichTextBox::ShownText() const {
+    return FromQt(mEdit.ExactText());
 }
 
 void RichTextBox::SetText(std::string_view text) {
     BreakList breaks;
-    const QString shown = ToDocument(ToQt(breaks.Set(text)));
+    QString shown = ToDocument(ToQt(breaks.Set(text)));
     CheckMemory(shown);
     mIsSetting = true;
     mEdit.setPlainText(shown);
     mIsSetting = false;
-    mBreaks = std::move(breaks);
-    mBlockCount = mEdit.blockCount();
-    mLength = Length();
-    ForgetMarks();
-    Raise(onChange);
+    mBefore = std::move(shown);
+    NoteNewText(std::move(breaks));
 }
 
 // The document's own last break is no character of the text.
 int RichTextBox::Length() const {
     return mEdit.document()->characterCount() - 1;
+}
+
+std::u16string RichTextBox::Line(std::size_t index) const {
+    return FromDocument(mEdit.document()->findBlockByNumber(static_cast<int>(index)).text()).toStdU16String();
 }
 
 LineSpan RichTextBox::SpanOf(std::size_t line) const {
@@ -269,11 +300,58 @@ LineSpan RichTextBox::SpanOf(std::size_t line) const {
     return {begin, begin + static_cast<std::size_t>(block.length()) - 1};
 }
 
-void RichTextBox::MoveCaret(std::size_t position) {
+std::size_t RichTextBox::LineAt(std::size_t position) const {
+    return static_cast<std::size_t>(mEdit.document()->findBlock(static_cast<int>(position)).blockNumber());
+}
+
+Ends RichTextBox::SelectedEnds() const {
+    const QTextCursor cursor = mEdit.textCursor();
+    return {static_cast<std::size_t>(cursor.anchor()), static_cast<std::size_t>(cursor.position())};
+}
+
+void RichTextBox::SelectEnds(const Ends& ends) {
     QTextCursor cursor = mEdit.textCursor();
-    cursor.setPosition(static_cast<int>(std::min(position, static_cast<std::size_t>(Length()))));
+    cursor.setPosition(static_cast<int>(ends.anchor));
+    cursor.setPosition(static_cast<int>(ends.caret), QTextCursor::KeepAnchor);
     mEdit.setTextCursor(cursor);
     mEdit.ensureCursorVisible();
+}
+
+void RichTextBox::ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) {
+    const QString shown =
+        ToDocument(QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size())));
+    QTextCursor cursor(mEdit.document());
+    cursor.setPosition(static_cast<int>(start));
+    cursor.setPosition(static_cast<int>(end), QTextCursor::KeepAnchor);
+    cursor.insertText(shown);
+    mBefore.replace(static_cast<qsizetype>(start), static_cast<qsizetype>(end - start), shown);
+}
+
+// As one change of the document, so that it lays out and draws once.
+void RichTextBox::ShowTogether(const std::function<void()>& work) {
+    class Together {
+    public:
+        Together(QTextDocument* document, bool& isSetting) : mCursor(document), mIsSetting(isSetting) {
+            mIsSetting = true;
+            mCursor.beginEditBlock();
+        }
+        Together(const Together&) = delete;
+        Together& operator=(const Together&) = delete;
+        ~Together() {
+            mCursor.endEditBlock();
+            mIsSetting = false;
+        }
+
+    private:
+        QTextCursor mCursor;
+        bool& mIsSetting;
+    };
+    {
+        const Together together(mEdit.document(), mIsSetting);
+        work();
+    }
+    mEdit.ensureCursorVisible();
+    mWindow.UpdateFocusInUse();
 }
 
 void RichTextBox::ShowAvailable(bool available) {
@@ -302,35 +380,22 @@ void RichTextBox::SetTabStops(const std::vector<float>& stops) {
     mEdit.document()->setDefaultTextOption(option);
 }
 
-// Where only breaks went in or out beside others, the last of the row are taken for those that came or went.
-void RichTextBox::FollowChange(int position, int removed, int added) {
+// Qt tells where, but not how the text was before. It may count the document's own last break.
+void RichTextBox::FollowChange(int position, int added) {
     if (mIsSetting) {
         return;
     }
-    const QTextDocument& document = *mEdit.document();
-    const int end = Length();
-    int behind = std::min(position + added, end);
-    const int addedBreaks = document.findBlock(behind).blockNumber() - document.findBlock(position).blockNumber();
-    const int removedBreaks = addedBreaks - (mEdit.blockCount() - mBlockCount);
-    int first = document.findBlock(position).blockNumber();
-    if ((removed == 0 && added == addedBreaks) || (added == 0 && removed == removedBreaks)) {
-        while (behind < end && document.characterAt(behind) == QChar(QChar::ParagraphSeparator)) {
-            ++behind;
-            ++first;
-        }
-    }
-    mBreaks.Replace(static_cast<std::size_t>(first), static_cast<std::size_t>(removedBreaks),
-                    static_cast<std::size_t>(addedBreaks));
-    TextEdit edit;
-    edit.start = static_cast<std::size_t>(position);
-    edit.added = static_cast<std::size_t>(std::min(added, end - position));
-    edit.removed = edit.added + static_cast<std::size_t>(mLength - end);
-    edit.line = static_cast<std::size_t>(document.findBlock(position).blockNumber()) + 1;
-    edit.addedBreaks = static_cast<std::size_t>(addedBreaks);
-    edit.removedBreaks = static_cast<std::size_t>(removedBreaks);
-    mBlockCount = mEdit.blockCount();
-    mLength = end;
-    FollowEdit(edit);
+    const int count = std::min(added, Length() - position);
+    QTextCursor cursor(mEdit.document());
+    cursor.setPosition(position);
+    cursor.setPosition(position + count, QTextCursor::KeepAnchor);
+    QString now = cursor.selectedText();
+    now.replace(QChar(QChar::ParagraphSeparator), LineFeed);
+    const qsizetype gone = mBefore.size() - Length() + count;
+    const QString before = mBefore.mid(position, gone);
+    mBefore.replace(position, gone, now);
+    NoteEdit(static_cast<std::size_t>(position), FromDocument(before).toStdU16String(),
+             FromDocument(now).toStdU16String());
     mIsChanged = true;
 }
 

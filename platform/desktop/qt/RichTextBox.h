@@ -5,9 +5,9 @@
 #include "platform/desktop/RichTextBox.h"
 #include "platform/desktop/qt/Colouring.h"
 #include "platform/desktop/qt/Control.h"
-#include "platform/text/LineBreaks.h"
 
 #include <QPlainTextEdit>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,7 +24,13 @@ public:
     // The text, with LF as its only line break.
     QString ExactText() const;
 
+    // Told of every key and typed character; true for one that the editor is not to get.
+    std::function<bool(const PaneKey& key)> takeKey;
+
     void SetGrey(bool grey);
+
+    // What this block begins in.
+    CLineState StateBefore(int block) const { return mColouring.StateBefore(block); }
 
     // Other lines are marked now, or the same ones elsewhere.
     void ShowMarks();
@@ -34,6 +40,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     bool canInsertFromMimeData(const QMimeData* source) const override;
     void insertFromMimeData(const QMimeData* source) override;
     QMimeData* createMimeDataFromSelection() const override;
@@ -45,7 +52,7 @@ private:
     QRect MarginPlace() const;
 
     const LineMarks& mMarks;
-    Colouring mColouring{*document()};
+    mutable Colouring mColouring{*document()}; // goes on where somebody looks
     Margin mMargin;
     bool mIsGrey = false;
 };
@@ -54,30 +61,36 @@ class RichTextBox final : public Control<tessaly::RichTextBox> {
 public:
     explicit RichTextBox(Window& window);
 
-    std::string Text() const override;
     void SetText(std::string_view text) override;
     float CharacterWidth() const override;
     void SetTabStops(const std::vector<float>& stops) override;
-    std::size_t CaretPosition() const override { return static_cast<std::size_t>(mEdit.textCursor().position()); }
-    void MoveCaret(std::size_t position) override;
+    std::size_t Count() const override { return static_cast<std::size_t>(mEdit.blockCount()); }
+    std::u16string Line(std::size_t index) const override;
+    CLineState StateBefore(std::size_t index) const override { return mEdit.StateBefore(static_cast<int>(index)); }
+    void Cut() override { mEdit.cut(); }
+    void Copy() override { mEdit.copy(); }
+    void Paste() override { mEdit.paste(); }
 
     PlainTextEdit& Widget() { return mEdit; }
     const PlainTextEdit& Widget() const { return mEdit; }
 
 private:
     void ShowAvailable(bool available) override;
-    std::size_t LineCount() const override { return static_cast<std::size_t>(mEdit.blockCount()); }
+    std::string ShownText() const override;
     LineSpan SpanOf(std::size_t line) const override;
+    std::size_t LineAt(std::size_t position) const override;
+    Ends SelectedEnds() const override;
+    void SelectEnds(const Ends& ends) override;
+    void ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) override;
+    void ShowTogether(const std::function<void()>& work) override;
     void ShowMarks() override { mEdit.ShowMarks(); }
     int Length() const;
-    void FollowChange(int position, int removed, int added);
+    void FollowChange(int position, int added);
     void TellChange();
 
     PlainTextEdit mEdit;
-    BreakList mBreaks;
-    int mBlockCount = 1;
-    int mLength = 0;         // of the text, in characters of the document
-    bool mIsSetting = false; // the program is putting in a text
+    QString mBefore;         // what the document held when its last change was told, each break an LF
+    bool mIsSetting = false; // the program changes the text
     bool mIsChanged = false; // by the user, and not told yet
 };
 

@@ -37,6 +37,12 @@ public:
     // The tokens of a line; scans the lines in front of it that nobody has looked at yet.
     void Tokens(std::wstring_view text, std::size_t line, std::vector<CToken>& tokens);
 
+    // What a line begins in; scans likewise.
+    CLineState StateBefore(std::wstring_view text, std::size_t line) {
+        ScanTo(text, line + 1);
+        return mLines[line].before;
+    }
+
     // Scans the lines in front of `end`, so that it is known which of them are shown as they should be.
     void ScanTo(std::wstring_view text, std::size_t end);
 

@@ -1,6 +1,8 @@
 // A rich edit control has keys for formats, too, which a plain text has no use for.
 #include "platform/desktop/win32/EditKeys.h"
 
+#include "platform/desktop/Window.h"
+
 #include <string_view>
 
 namespace tessaly::win32 {
@@ -27,8 +29,14 @@ bool IsFormattingKey(WPARAM key) {
            (isSign || (isLetterOrDigit && editing.find(static_cast<wchar_t>(key)) == std::wstring_view::npos));
 }
 
-bool IsUndoKey(WPARAM key) {
-    return (IsControlAlone() && (key == 'Z' || key == 'Y')) || (key == VK_BACK && IsDown(VK_MENU));
+int KeyCodeOf(WPARAM key) {
+    const SHORT slash = VkKeyScanW(L'/');
+    const bool needsShift = (HIBYTE(slash) & 1) != 0;
+    if (LOBYTE(slash) == key && (!needsShift || IsDown(VK_SHIFT))) {
+        return KeySlash;
+    }
+    constexpr int none = 0xFF;
+    return key == KeySlash ? none : static_cast<int>(key);
 }
 
 } // namespace tessaly::win32

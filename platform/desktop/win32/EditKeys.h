@@ -10,10 +10,12 @@ namespace tessaly::win32 {
 bool IsDown(int key);
 bool IsControlAlone();
 
-// Of a key that is pressed now: whether it pastes, formats or takes back.
+// Of a key that is pressed now: whether it pastes or formats.
 bool IsPasteKey(WPARAM key);
 bool IsFormattingKey(WPARAM key);
-bool IsUndoKey(WPARAM key);
+
+// The code of a key for the program. Keyboards have the slash, which has a code of its own there, on many keys.
+int KeyCodeOf(WPARAM key);
 
 // Lets the control see the Shift key as not pressed, as long as it lives.
 class WithoutShift {

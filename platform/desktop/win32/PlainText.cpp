@@ -28,15 +28,21 @@ bool ShowControlCharacters(std::wstring& text) {
     return hasPictures;
 }
 
-std::string PlainText(std::wstring text, bool hasPictures) {
-    for (wchar_t& character : text) {
-        if (character == L'\r') {
-            character = L'\n';
+std::u16string ToUnits(std::wstring_view text, bool hasPictures) {
+    std::u16string units(text.begin(), text.end());
+    for (char16_t& character : units) {
+        if (character == u'\r') {
+            character = u'\n';
         } else if (hasPictures && IsShownByPicture(character - FirstPicture)) {
-            character = static_cast<wchar_t>(character - FirstPicture);
+            character = static_cast<char16_t>(character - FirstPicture);
         }
     }
-    return ToUtf8(text);
+    return units;
+}
+
+std::string PlainText(std::wstring_view text, bool hasPictures) {
+    const std::u16string units = ToUnits(text, hasPictures);
+    return ToUtf8(std::wstring(units.begin(), units.end()));
 }
 
 } // namespace tessaly::win32

@@ -2,13 +2,17 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace tessaly::win32 {
 
 // Makes of a text whose line breaks are LFs one for the control. Returns whether there are pictures in it now.
 bool ShowControlCharacters(std::wstring& text);
 
+// The same the other way, for some of the text.
+std::u16string ToUnits(std::wstring_view text, bool hasPictures);
+
 // The text for the control's, in UTF-8.
-std::string PlainText(std::wstring text, bool hasPictures);
+std::string PlainText(std::wstring_view text, bool hasPictures);
 
 } // namespace tessaly::win32

@@ -2,7 +2,6 @@
 #include "platform/desktop/win32/RichTextBox.h"
 
 #include "platform/desktop/win32/ControlIds.h"
-#include "platform/desktop/win32/EditKeys.h"
 #include "platform/desktop/win32/Headers.h"
 #include "platform/desktop/win32/PlainText.h"
 #include "platform/system/win32/Library.h"
@@ -52,7 +51,6 @@ RichTextBox::RichTextBox(Parent& parent)
       mMargin(Handle(), mFormat, Marks()) {
     SetUpControl();
     ApplyFont();
-    Send(EM_EMPTYUNDOBUFFER);
     Send(EM_SETEVENTMASK, 0, ENM_CHANGE);
 }
 
@@ -61,6 +59,7 @@ void RichTextBox::SetUpControl() {
     constexpr LPARAM noLimit = 0x7FFFFFFE;
     Send(EM_SETTARGETDEVICE, 0, noWordWrap);
     Send(EM_EXLIMITTEXT, 0, noLimit);
+    Send(EM_SETUNDOLIMIT, 0); // the pane has a history of its own
     // One font and one keyboard for all that is typed.
     const LRESULT options = Send(EM_GETLANGOPTIONS);
     Send(EM_SETLANGOPTIONS, 0, options & ~LRESULT{IMF_AUTOKEYBOARD | IMF_DUALFONT | IMF_AUTOFONTSIZEADJUST});
@@ -102,9 +101,9 @@ void RichTextBox::ShowBackground() {
     Send(EM_SETBKGNDCOLOR, mFuncBodyAvailable ? 1 : 0, static_cast<LPARAM>(GetSysColor(COLOR_BTNFACE)));
 }
 
-std::string RichTextBox::Text() const {
-    return mBreaks.Apply(
-        PlainText(mFuncBodyAvailable && Handle() != nullptr && mIsEdited ? ShownText() : mText, mHasPictures));
+std::string RichTextBox::ShownText() const {
+    const bool isThere = mFuncBodyAvailable && Handle() != nullptr && mIsEdited;
+    return PlainText(isThere ? TextIn(0, ShownLength()) : mText, mHasPictures);
 }
 
 void RichTextBox::SetText(std::string_view text) {
@@ -118,21 +117,19 @@ void RichTextBox::SetText(std::string_view text) {
         PutInOrBack(wide);
         Send(EM_SETREADONLY, FALSE); // if it came to the worst before
     }
-    mBreaks = std::move(breaks);
     mText = std::move(wide);
     mHasPictures = hasPictures;
     mIsEdited = false;
-    mHiddenSelection = {};
+    mSelected = {};
     mMargin.FollowEdit();
-    ForgetMarks();
-    Raise(onChange);
+    NoteNewText(std::move(breaks));
 }
 
 // The text of an unavailable pane is kept, but not shown.
 void RichTextBox::ShowAvailable(bool available) {
     if (!available) {
-        mText = mIsEdited ? ShownText() : std::move(mText);
-        mHiddenSelection = Selection();
+        mText = mIsEdited ? TextIn(0, ShownLength()) : std::move(mText);
+        mSelected = SelectedEnds();
     } else {
         mMargin.LayOut(CountBreaks(mText) + 1);
     }
@@ -146,7 +143,7 @@ void RichTextBox::ShowAvailable(bool available) {
     ShowBackground();
     ShowScrollBars();
     if (available) {
-        Select(mHiddenSelection);
+        SelectEnds(mSelected);
     }
 }
 
@@ -168,7 +165,7 @@ void RichTextBox::ShowScrollBars() {
 // edit what it shows.
 void RichTextBox::PutInOrBack(std::wstring_view text) {
     CodeLines lines(text);
-    const CHARRANGE selection = Selection();
+    const CHARRANGE selection = SelectedRange();
     if (PutIn(text)) {
         mFormat.Reset(std::move(lines));
         return;
@@ -177,14 +174,13 @@ void RichTextBox::PutInOrBack(std::wstring_view text) {
     const bool isBack = PutIn(mFuncBodyAvailable ? std::wstring_view(mText) : std::wstring_view());
     mFormat.ForgetFormats();
     Send(EM_SETREADONLY, mFuncBodyAvailable && isBack ? FALSE : TRUE);
-    Select(selection);
+    SelectRange(selection);
     throw std::runtime_error("the pane cannot show the text");
 }
 
 // By a stream: the messages that take a whole text can be slow beyond measure. Returns whether all of it is there.
 bool RichTextBox::PutIn(std::wstring_view text) {
     if (text.empty() && ShownLength() == 0) {
-        Send(EM_EMPTYUNDOBUFFER);
         return true;
     }
     const LRESULT events = Send(EM_SETEVENTMASK, 0, 0);
@@ -192,22 +188,56 @@ bool RichTextBox::PutIn(std::wstring_view text) {
     std::wstring_view left = text;
     EDITSTREAM stream = {reinterpret_cast<DWORD_PTR>(&left), 0, Stream};
     Send(EM_STREAMIN, SF_TEXT | SF_UNICODE, reinterpret_cast<LPARAM>(&stream));
-    Select({});
+    SelectRange({});
     Send(EM_SCROLLCARET);
-    Send(EM_EMPTYUNDOBUFFER);
     Send(WM_SETREDRAW, TRUE);
     Send(EM_SETEVENTMASK, 0, events);
     InvalidateRect(Handle(), nullptr, TRUE);
     return stream.dwError == 0 && static_cast<std::size_t>(ShownLength()) == text.size();
 }
 
-void RichTextBox::MoveCaret(std::size_t position) {
-    const auto place = static_cast<LONG>(std::min(position, mText.size()));
-    mHiddenSelection = {place, place};
+std::u16string RichTextBox::Line(std::size_t index) const {
+    const LineSpan span = SpanOf(index + 1);
+    return ToUnits(std::wstring_view(mText).substr(span.begin, span.end - span.begin), mHasPictures);
+}
+
+// The control does not tell at which end the caret is, but it has not moved where the program put it. All that there
+// is to select has one character more than the text.
+Ends RichTextBox::SelectedEnds() const {
+    if (!mFuncBodyAvailable) {
+        return mSelected;
+    }
+    const CHARRANGE range = SelectedRange();
+    const Ends ends = {std::min(static_cast<std::size_t>(range.cpMin), mText.size()),
+                       std::min(static_cast<std::size_t>(range.cpMax), mText.size())};
+    return mSelected == Ends{ends.caret, ends.anchor} ? mSelected : ends;
+}
+
+void RichTextBox::SelectEnds(const Ends& ends) {
+    mSelected = ends;
     if (mFuncBodyAvailable) {
-        Select(mHiddenSelection);
+        const auto [first, last] = std::minmax(ends.anchor, ends.caret);
+        SelectRange({static_cast<LONG>(first), static_cast<LONG>(last)});
         Send(EM_SCROLLCARET);
     }
+}
+
+void RichTextBox::ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) {
+    std::wstring wide(text.begin(), text.end());
+    mHasPictures = ShowControlCharacters(wide) || mHasPictures;
+    const LRESULT events = Send(EM_SETEVENTMASK, 0, 0);
+    SelectRange({static_cast<LONG>(start), static_cast<LONG>(end)});
+    Send(EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(wide.c_str()));
+    Send(EM_SETEVENTMASK, 0, events);
+    mIsEdited = true;
+    TakeOver(start, end, wide);
+}
+
+void RichTextBox::ShowTogether(const std::function<void()>& work) {
+    AtWork(EditPlace::Anywhere, [&work] {
+        work();
+        return LRESULT{0};
+    });
 }
 
 void RichTextBox::ShowMarks() {
@@ -227,166 +257,18 @@ void RichTextBox::Rescale() {
     ShowTabStops();
 }
 
-LRESULT RichTextBox::Message(UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-    case WM_KEYDOWN:
-    case WM_SYSKEYDOWN:
-    case WM_CHAR:
-        return Key(message, wParam, lParam);
-    case WM_PASTE:
-        return Paste();
-    case WM_CUT:
-    case WM_CLEAR:
-        return DefaultOfEdit(message, wParam, lParam, EditPlace::AtSelection);
-    case WM_UNDO:
-    case EM_UNDO:
-    case EM_REDO:
-        return DefaultOfEdit(message, wParam, lParam, EditPlace::Anywhere);
-    case WM_LBUTTONDOWN:
-    case WM_LBUTTONDBLCLK:
-    case WM_RBUTTONDOWN:
-    case WM_MBUTTONDOWN:
-        return mFuncBodyAvailable ? Default(message, wParam, lParam) : 0;
-    case WM_PAINT:
-        return Paint(wParam, lParam);
-    default:
-        return EdgeMessage(message, wParam, lParam);
-    }
-}
-
-// The margin is in the edge of the window, where a click is one into the pane and no more.
-LRESULT RichTextBox::EdgeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    const POINT mouse = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
-    if (message == WM_NCHITTEST && mMargin.IsHit(mouse)) {
-        return HTBORDER;
-    }
-    if (message == WM_NCLBUTTONDOWN && mMargin.IsHit(mouse)) {
-        if (mFuncBodyAvailable) {
-            TakeKeyboard();
-        }
-        return 0;
-    }
-    if ((message == WM_WINDOWPOSCHANGED || message == WM_SIZE) && mMargin.IsFollowing()) {
-        return 0;
-    }
-    const LRESULT result = Default(message, wParam, lParam);
-    if (message == WM_NCCALCSIZE) {
-        // A rectangle stands in front of whatever else there is.
-        mMargin.NcCalcSize(
-            *reinterpret_cast<RECT*>(lParam)); // NOLINT(performance-no-int-to-ptr): so the message has it
-    } else if (message == WM_NCPAINT) {
-        mMargin.Paint();
-    } else if (message == WM_PRINT && (lParam & PRF_NONCLIENT) != 0) {
-        // NOLINTNEXTLINE(performance-no-int-to-ptr): so the message has it
-        mMargin.PaintOn(reinterpret_cast<HDC>(wParam), mMargin.Place());
-    } else if (message == WM_MOUSEWHEEL || message == EM_SETZOOM) {
-        mMargin.FollowEdit(); // the text may have another size
-    }
-    return result;
-}
-
-LRESULT RichTextBox::Key(UINT message, WPARAM wParam, LPARAM lParam) {
-    const bool isChar = message == WM_CHAR;
-    if (!isChar && IsPasteKey(wParam)) {
-        return Paste();
-    }
-    // The characters that belong to keys with Ctrl: the keys themselves have done their work.
-    const bool isCommand = isChar && IsControlAlone() && wParam < L' ';
-    if (isCommand || (!isChar && IsFormattingKey(wParam))) {
-        return 0;
-    }
-    const auto place = !isChar && IsUndoKey(wParam) ? EditPlace::Anywhere : EditPlace::AtSelection;
-    if (wParam == VK_RETURN && IsDown(VK_SHIFT)) { // else it would break the line without ending the paragraph
-        const WithoutShift released;
-        return DefaultOfEdit(message, wParam, lParam, place);
-    }
-    return DefaultOfEdit(message, wParam, lParam, place);
-}
-
-// Plain text, whatever else the clipboard holds.
-LRESULT RichTextBox::Paste() {
-    return mFuncBodyAvailable ? DefaultOfEdit(EM_PASTESPECIAL, CF_UNICODETEXT, 0, EditPlace::AtSelection) : 0;
-}
-
-// While the control is at work with an edit it would paint what has not been read and coloured yet, too much of it, and
-// then nothing any more when it has been.
-LRESULT RichTextBox::DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam, EditPlace place) {
-    if (mEdit) {
-        return Default(message, wParam, lParam);
-    }
-    const Sight before = WhatIsSeen();
-    const bool isAllPainted = GetUpdateRect(Handle(), nullptr, FALSE) == 0;
-    mEdit.emplace();
-    if (place == EditPlace::AtSelection) {
-        mEdit->start = before.selection.cpMin;
-    }
-    const LRESULT result = Default(message, wParam, lParam);
-    const RegionOwner toPaint = std::move(mEdit->toPaint);
-    mEdit.reset();
-    if (toPaint) {
-        if (isAllPainted && place == EditPlace::AtSelection && IsInOneLine(before, WhatIsSeen())) {
-            const RECT line = mFormat.LineRect(static_cast<std::size_t>(before.selection.cpMin));
-            const RegionOwner lineRegion(CreateRectRgnIndirect(&line));
-            CombineRgn(toPaint.get(), toPaint.get(), lineRegion.get(), RGN_AND);
-        }
-        InvalidateRgn(Handle(), toPaint.get(), TRUE);
-    }
-    if (mFormat.LineCount() != before.lines) {
-        mMargin.FollowEdit();
-    }
-    return result;
-}
-
-// Windows has a window painted when nothing else is to be done: what is left over waits for that, and no key for it.
-LRESULT RichTextBox::Paint(WPARAM wParam, LPARAM lParam) {
-    if (mEdit) {
-        HoldPaintingBack();
-        return 0;
-    }
-    const std::optional<RECT> left = mFuncBodyAvailable ? mFormat.FormatView(mText) : std::nullopt;
-    const RegionOwner painted(CreateRectRgn(0, 0, 0, 0));
-    GetUpdateRgn(Handle(), painted.get(), FALSE);
-    const LRESULT result = Default(WM_PAINT, wParam, lParam);
-    mMargin.PaintUnderlines(painted.get());
-    mMargin.Follow();
-    if (left) {
-        InvalidateRect(Handle(), &*left, FALSE);
-    }
-    return result;
-}
-
-void RichTextBox::HoldPaintingBack() {
-    RegionOwner asked(CreateRectRgn(0, 0, 0, 0));
-    GetUpdateRgn(Handle(), asked.get(), FALSE);
-    ValidateRect(Handle(), nullptr);
-    if (mEdit->toPaint) {
-        CombineRgn(asked.get(), asked.get(), mEdit->toPaint.get(), RGN_OR);
-    }
-    mEdit->toPaint = std::move(asked);
-}
-
-RichTextBox::Sight RichTextBox::WhatIsSeen() const {
-    return {mFormat.LineCount(), Selection(), mFormat.PlaceOf(0)};
-}
-
-bool RichTextBox::IsInOneLine(const Sight& before, const Sight& now) {
-    const auto isCaret = [](const CHARRANGE& selection) { return selection.cpMin == selection.cpMax; };
-    return before.lines == now.lines && isCaret(before.selection) && isCaret(now.selection) &&
-           before.text.x == now.text.x && before.text.y == now.text.y;
-}
-
 // Where the edit tells its place only what it touched is read and compared, and what is behind it moved.
 void RichTextBox::Changed() {
     mIsEdited = true;
     const LONG before = static_cast<LONG>(mText.size());
-    const LONG end = Selection().cpMax;
+    const LONG end = SelectedRange().cpMax;
     const std::optional<LONG> knownStart = mEdit ? mEdit->start : std::nullopt;
     const LONG start = std::min(knownStart.value_or(0), end);
     const LONG endBefore = end - (ShownLength() - before);
     if (knownStart && endBefore >= start && endBefore <= before) {
-        TakeOver(static_cast<std::size_t>(start), static_cast<std::size_t>(endBefore), ShownText(start, end));
+        NoteDifference(static_cast<std::size_t>(start), static_cast<std::size_t>(endBefore), TextIn(start, end));
     } else {
-        TakeOver(0, mText.size(), ShownText());
+        NoteDifference(0, mText.size(), TextIn(0, ShownLength()));
     }
     if (!mEdit) {
         ParentWindow().Later([this] { mMargin.FollowEdit(); });
@@ -395,7 +277,7 @@ void RichTextBox::Changed() {
 }
 
 // `now` stands in place of the text from `start` to before `end`; some of it may be as before.
-void RichTextBox::TakeOver(std::size_t start, std::size_t end, std::wstring_view now) {
+void RichTextBox::NoteDifference(std::size_t start, std::size_t end, std::wstring_view now) {
     std::wstring_view before = std::wstring_view(mText).substr(start, end - start);
     const auto front = std::mismatch(before.begin(), before.end(), now.begin(), now.end()).first - before.begin();
     before.remove_prefix(static_cast<std::size_t>(front));
@@ -404,16 +286,19 @@ void RichTextBox::TakeOver(std::size_t start, std::size_t end, std::wstring_view
     before.remove_suffix(static_cast<std::size_t>(back));
     now.remove_suffix(static_cast<std::size_t>(back));
     start += static_cast<std::size_t>(front);
-    const std::size_t removed = CountBreaks(before);
-    const std::size_t line = mFormat.LineAt(start);
-    const std::size_t added = CountBreaks(now);
-    mBreaks.Replace(line, removed, added);
-    mText.replace(start, before.size(), now);
-    mFormat.Edit(mText, start, start + now.size(), removed);
-    FollowEdit({start, before.size(), now.size(), line + 1, removed, added});
+    std::u16string removed = ToUnits(before, mHasPictures);
+    TakeOver(start, start + before.size(), now);
+    NoteEdit(start, std::move(removed), ToUnits(now, mHasPictures));
 }
 
-std::wstring RichTextBox::ShownText(LONG start, LONG end) const {
+// The control shows `now` in place of the text from `start` to before `end`.
+void RichTextBox::TakeOver(std::size_t start, std::size_t end, std::wstring_view now) {
+    const std::size_t removed = CountBreaks(std::wstring_view(mText).substr(start, end - start));
+    mText.replace(start, end - start, now);
+    mFormat.Edit(mText, start, start + now.size(), removed);
+}
+
+std::wstring RichTextBox::TextIn(LONG start, LONG end) const {
     std::wstring text(static_cast<std::size_t>(end - start) + 1, L'\0');
     TEXTRANGEW request = {{start, end}, text.data()};
     text.resize(
@@ -426,14 +311,14 @@ LONG RichTextBox::ShownLength() const {
     return static_cast<LONG>(Send(EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&request)));
 }
 
-CHARRANGE RichTextBox::Selection() const {
+CHARRANGE RichTextBox::SelectedRange() const {
     CHARRANGE selection = {};
     Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
     return selection;
 }
 
-void RichTextBox::Select(CHARRANGE selection) const {
-    Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+void RichTextBox::SelectRange(CHARRANGE range) const {
+    Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
 }
 
 } // namespace tessaly::win32

@@ -6,8 +6,8 @@
 #include "platform/desktop/win32/Headers.h"
 #include "platform/desktop/win32/MarginView.h"
 #include "platform/desktop/win32/ViewFormat.h"
-#include "platform/text/LineBreaks.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -18,17 +18,20 @@ class RichTextBox final : public Control<tessaly::RichTextBox> {
 public:
     explicit RichTextBox(Parent& parent);
 
-    std::string Text() const override;
     void SetText(std::string_view text) override;
     float CharacterWidth() const override;
     void SetTabStops(const std::vector<float>& stops) override {
         mTabStops = stops;
         ShowTabStops();
     }
-    std::size_t CaretPosition() const override {
-        return static_cast<std::size_t>((mFuncBodyAvailable ? Selection() : mHiddenSelection).cpMax);
+    std::size_t Count() const override { return mFuncBodyAvailable ? mFormat.LineCount() : CodeLines(mText).Count(); }
+    std::u16string Line(std::size_t index) const override;
+    CLineState StateBefore(std::size_t index) const override {
+        return mFuncBodyAvailable ? mFormat.StateBefore(mText, index) : CodeLines(mText).StateBefore(mText, index);
     }
-    void MoveCaret(std::size_t position) override;
+    void Cut() override { Send(WM_CUT); }
+    void Copy() override { Send(WM_COPY); }
+    void Paste() override { Send(WM_PASTE); }
 
     bool TakesTabKey() const override { return true; }
     void Command(int id, int code) override;
@@ -48,12 +51,17 @@ private:
     LOGFONTW TextFont() const;
     void ShowTabStops();
     void ShowAvailable(bool available) override;
-    std::size_t LineCount() const override {
-        return mFuncBodyAvailable ? mFormat.LineCount() : CodeLines(mText).Count();
-    }
+    std::string ShownText() const override;
     LineSpan SpanOf(std::size_t line) const override {
         return mFuncBodyAvailable ? mFormat.SpanOf(mText, line - 1) : CodeLines(mText).SpanOf(mText, line - 1);
     }
+    std::size_t LineAt(std::size_t position) const override {
+        return mFuncBodyAvailable ? mFormat.LineAt(position) : CodeLines(mText).LineAt(position);
+    }
+    Ends SelectedEnds() const override;
+    void SelectEnds(const Ends& ends) override;
+    void ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) override;
+    void ShowTogether(const std::function<void()>& work) override;
     void ShowMarks() override;
     void ShowBackground();
     void ShowScrollBars();
@@ -79,28 +87,29 @@ private:
 
     LRESULT EdgeMessage(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Key(UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT Paste();
+    LRESULT PasteText();
     LRESULT DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam, EditPlace place);
+    LRESULT AtWork(EditPlace place, const std::function<LRESULT()>& work);
     LRESULT Paint(WPARAM wParam, LPARAM lParam);
     void HoldPaintingBack();
     Sight WhatIsSeen() const;
     static bool IsInOneLine(const Sight& before, const Sight& now);
     void Changed();
+    void NoteDifference(std::size_t start, std::size_t end, std::wstring_view now);
     void TakeOver(std::size_t start, std::size_t end, std::wstring_view now);
-    std::wstring ShownText() const { return ShownText(0, ShownLength()); }
-    std::wstring ShownText(LONG start, LONG end) const;
+    std::wstring TextIn(LONG start, LONG end) const;
     LONG ShownLength() const;
-    CHARRANGE Selection() const; // the caret is at its end
-    void Select(CHARRANGE selection) const;
+    CHARRANGE SelectedRange() const;
+    void SelectRange(CHARRANGE range) const;
 
-    BreakList mBreaks;
-    std::wstring mText;        // as the control shows it, every line break a single CR
-    bool mHasPictures = false; // of control characters
-    bool mIsEdited = false;    // by the user, since it was put in
-    ViewFormat mFormat;
+    std::wstring mText;         // as the control shows it, every line break a single CR
+    bool mHasPictures = false;  // of control characters
+    bool mIsEdited = false;     // by the user, since it was put in
+    mutable ViewFormat mFormat; // goes on where somebody looks
     MarginView mMargin;
     std::vector<float> mTabStops;
-    CHARRANGE mHiddenSelection = {}; // while it is not
+    Ends mSelected;            // by the program, or while it is hidden
+    bool mHasTakenKey = false; // the last one
     std::optional<Edit> mEdit;
 };
 

@@ -1,5 +1,5 @@
-// The text object model is used for the undo list alone: it formats, too, but under some systems each of its calls goes
-// through the whole text.
+// The control's text object model could format, too, but under some systems each of its calls goes through the whole
+// text. What can be undone is none of the control's business.
 #include "platform/desktop/win32/ViewFormat.h"
 
 #include "platform/desktop/win32/Headers.h"
@@ -15,20 +15,6 @@ namespace tessaly::win32 {
 
 namespace {
 
-// IID_ITextDocument, which the libraries of the compiler do not have.
-constexpr GUID TextDocumentId = {0x8CC497C0, 0xA1DF, 0x11CE, {0x80, 0x98, 0x00, 0xAA, 0x00, 0x47, 0xBE, 0x5D}};
-
-Com<ITextDocument> TextDocumentOf(HWND control) {
-    IUnknown* ole = nullptr;
-    SendMessageW(control, EM_GETOLEINTERFACE, 0, reinterpret_cast<LPARAM>(&ole));
-    const Com<IUnknown> owner(ole);
-    void* document = nullptr;
-    if (!owner || FAILED(owner->QueryInterface(TextDocumentId, &document))) {
-        return nullptr;
-    }
-    return Com<ITextDocument>(static_cast<ITextDocument*>(document));
-}
-
 // Where the character at `index` stands, in pixels of the client area; far outside where it is out of sight.
 POINTL PlaceOf(HWND control, std::size_t index) {
     POINTL place = {};
@@ -36,12 +22,12 @@ POINTL PlaceOf(HWND control, std::size_t index) {
     return place;
 }
 
-// As long as it lives, formatting is not recorded for undo, raises no event, is not painted, and may move the
-// selection. What was to be painted before is so afterwards, and nothing else: turning the drawing on again would have
-// all of the control painted, the scroll bars, too.
+// As long as it lives, formatting raises no event, is not painted, and may move the selection. What was to be painted
+// before is so afterwards, and nothing else: turning the drawing on again would have all of the control painted, the
+// scroll bars, too.
 class Formatting {
 public:
-    Formatting(HWND control, ITextDocument* document) : mControl(control), mDocument(document) {
+    explicit Formatting(HWND control) : mControl(control) {
         mEvents = SendMessageW(control, EM_SETEVENTMASK, 0, 0);
         RedrawWindow(control, nullptr, nullptr, RDW_ERASENOW | RDW_NOCHILDREN); // the frame, where it is due
         GetUpdateRgn(control, mToPaint.get(), FALSE);
@@ -49,12 +35,10 @@ public:
         SendMessageW(control, EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&mSelection));
         SendMessageW(control, EM_GETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&mScroll));
         mTextPlace = PlaceOf(control, 0);
-        Undo(tomSuspend);
     }
     Formatting(const Formatting&) = delete;
     Formatting& operator=(const Formatting&) = delete;
     ~Formatting() {
-        Undo(tomResume);
         SendMessageW(mControl, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&mSelection));
         ScrollBack();
         SendMessageW(mControl, WM_SETREDRAW, TRUE, 0);
@@ -85,15 +69,7 @@ private:
         return std::max(std::abs(place.x - mTextPlace.x), std::abs(place.y - mTextPlace.y));
     }
 
-    void Undo(long what) const {
-        long count = 0;
-        if (mDocument != nullptr) {
-            mDocument->Undo(what, &count);
-        }
-    }
-
     HWND mControl;
-    ITextDocument* mDocument;
     RegionOwner mToPaint{CreateRectRgn(0, 0, 0, 0)};
     LRESULT mEvents = 0;
     CHARRANGE mSelection = {};
@@ -103,15 +79,14 @@ private:
 
 } // namespace
 
-ViewFormat::ViewFormat(HWND control) : mControl(control), mDocument(TextDocumentOf(control)) {
+ViewFormat::ViewFormat(HWND control) : mControl(control) {
     mParagraph.cbSize = sizeof mParagraph;
     mParagraph.dwMask = PFM_TABSTOPS;
     ReadColours();
 }
 
-// Without the means to keep it out of the undo list there is no colouring.
 void ViewFormat::ReadColours() {
-    mHasColours = mDocument && !IsHighContrast();
+    mHasColours = !IsHighContrast();
     mIsDark = IsDark(PaperColour());
     mLines.SetNoneFormatted();
     mLastLine.reset();
@@ -126,7 +101,7 @@ void ViewFormat::SetFont(const std::wstring& name, LONG height) {
     format.yHeight = height;
     format.bCharSet = DEFAULT_CHARSET;
     std::wcsncpy(format.szFaceName, name.c_str(), LF_FACESIZE - 1);
-    const Formatting formatting(mControl, mDocument.get());
+    const Formatting formatting(mControl);
     for (const WPARAM of : {WPARAM{SCF_DEFAULT}, WPARAM{SCF_ALL}}) {
         SendMessageW(mControl, EM_SETCHARFORMAT, of, reinterpret_cast<LPARAM>(&format));
     }
@@ -179,7 +154,7 @@ std::optional<RECT> ViewFormat::FormatView(std::wstring_view text) {
         end = first + LinesAtOnce;
     }
     {
-        const Formatting formatting(mControl, mDocument.get());
+        const Formatting formatting(mControl);
         FormatLines(text, first, end);
     }
     // Only these: to paint all that is in view takes longer than everything else about a keystroke.
@@ -231,9 +206,7 @@ void ViewFormat::FormatLines(std::wstring_view text, std::size_t first, std::siz
         Select(mLines.Start(withStops), mLines.Start(end - 1) + mLines.TextOf(text, end - 1).size());
         SendMessageW(mControl, EM_SETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&mParagraph));
     }
-    if (mDocument) {
-        ColourLines(text, first, end);
-    }
+    ColourLines(text, first, end);
     for (std::size_t line = first; line < end; ++line) {
         mLines.SetFormatted(line);
     }

@@ -46,6 +46,7 @@ public:
 
     // See CodeLines.
     LineSpan SpanOf(std::wstring_view text, std::size_t line) const { return mLines.SpanOf(text, line); }
+    CLineState StateBefore(std::wstring_view text, std::size_t line) { return mLines.StateBefore(text, line); }
 
     // How many lines are in front of the one with the character at `place`.
     std::size_t LineAt(std::size_t place) const { return mLines.LineAt(place); }
@@ -87,7 +88,6 @@ private:
     std::size_t LinesInView(std::size_t first) const;
 
     HWND mControl;
-    Com<ITextDocument> mDocument;
     bool mHasColours = false;
     bool mIsDark = false; // what the colours are for
     PARAFORMAT2 mParagraph = {};

@@ -36,7 +36,7 @@ struct KeyPair {
 
 constexpr KeyPair SpecialKeys[] = {{8, Qt::Key_Backspace, "\b"}, {9, Qt::Key_Tab, "\t"},   {13, Qt::Key_Return, "\r"},
                                    {27, Qt::Key_Escape, ""},     {32, Qt::Key_Space, " "}, {38, Qt::Key_Up, ""},
-                                   {40, Qt::Key_Down, ""}};
+                                   {40, Qt::Key_Down, ""},       {191, Qt::Key_Slash, "/"}};
 
 Qt::KeyboardModifiers Modifiers(int shift) {
     Qt::KeyboardModifiers modifiers = Qt::NoModifier;

@@ -1,0 +1,191 @@
+// What every pane does with an edit, whoever made it: line breaks, marks and history follow the text.
+#include "platform/desktop/RichTextBox.h"
+
+#include "platform/desktop/Window.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tessaly {
+
+namespace {
+
+// Of a text that comes from outside.
+Stretch Fresh(std::u16string text) {
+    const auto breaks = static_cast<std::size_t>(std::count(text.begin(), text.end(), u'\n'));
+    return {std::move(text), std::vector<LineBreak>(breaks, LineBreak::CrLf)};
+}
+
+bool IsBreaksAlone(const Stretch& stretch) {
+    return stretch.text.size() == stretch.breaks.size();
+}
+
+} // namespace
+
+void RichTextBox::MoveCaret(std::size_t position) {
+    position = std::min(position, Length());
+    SelectEnds({position, position});
+}
+
+Selection RichTextBox::Selected() const {
+    const Ends ends = SelectedEnds();
+    return {PlaceAt(ends.anchor), PlaceAt(ends.caret)};
+}
+
+void RichTextBox::Select(const Selection& selection) {
+    SelectEnds({PositionOf(selection.anchor), PositionOf(selection.caret)});
+}
+
+void RichTextBox::SelectAll() {
+    SelectEnds({0, Length()});
+}
+
+std::size_t RichTextBox::PositionOf(Place place) const {
+    if (place.line >= Count()) {
+        return Length();
+    }
+    const LineSpan span = SpanOf(place.line + 1);
+    return std::min(span.begin + place.column, span.end);
+}
+
+Place RichTextBox::PlaceAt(std::size_t position) const {
+    const std::size_t line = LineAt(position);
+    return {line, position - SpanOf(line + 1).begin};
+}
+
+std::u16string RichTextBox::TextBetween(Place begin, Place end) const {
+    std::u16string text;
+    for (std::size_t line = begin.line; line <= std::min(end.line, Count() - 1); ++line) {
+        const std::u16string whole = Line(line);
+        const std::size_t from = line == begin.line ? std::min(begin.column, whole.size()) : 0;
+        const std::size_t to = line == end.line ? end.column : whole.size();
+        text += line == begin.line ? u"" : u"\n";
+        text += std::u16string_view(whole).substr(from, to - from);
+    }
+    return text;
+}
+
+void RichTextBox::Do(const Edit& edit) {
+    if (!mFuncBodyAvailable || edit.changes.empty()) {
+        return;
+    }
+    GoThrough([&] {
+        Step step;
+        step.before = SelectedEnds();
+        for (auto change = edit.changes.rbegin(); change != edit.changes.rend(); ++change) {
+            const std::size_t start = PositionOf(change->begin);
+            step.parts.push_back(Put(start, PositionOf(change->end), LineAt(start), Fresh(change->text)));
+        }
+        step.after = {PositionOf(edit.after.anchor), PositionOf(edit.after.caret)};
+        SelectEnds(step.after);
+        mHistory.Add(std::move(step), TextHistory::By::Command);
+    });
+}
+
+bool RichTextBox::Undo() {
+    if (!CanUndo()) {
+        return false;
+    }
+    GoThrough([this] {
+        const Step& step = mHistory.Undo();
+        for (auto part = step.parts.rbegin(); part != step.parts.rend(); ++part) {
+            Put(part->start, part->start + part->added.text.size(), part->firstBreak, part->removed);
+        }
+        SelectEnds(step.before);
+    });
+    return true;
+}
+
+bool RichTextBox::Redo() {
+    if (!CanRedo()) {
+        return false;
+    }
+    GoThrough([this] {
+        const Step& step = mHistory.Redo();
+        for (const Replacement& part : step.parts) {
+            Put(part.start, part.start + part.removed.text.size(), part.firstBreak, part.added);
+        }
+        SelectEnds(step.after);
+    });
+    return true;
+}
+
+// What fails half-way cannot be undone any more.
+void RichTextBox::GoThrough(const std::function<void()>& work) {
+    try {
+        ShowTogether(work);
+    } catch (const std::exception&) {
+        mHistory.Forget();
+        Raise(onChange);
+        throw;
+    }
+    Raise(onChange);
+}
+
+Replacement RichTextBox::Put(std::size_t start, std::size_t end, std::size_t firstBreak, const Stretch& added) {
+    Replacement part{start, firstBreak, Fresh(TextBetween(PlaceAt(start), PlaceAt(end))), added};
+    ShowReplaced(start, end, added.text);
+    part.removed.breaks = mBreaks.Replace(firstBreak, part.removed.breaks.size(), added.breaks);
+    FollowEdit(start, part.removed, part.added);
+    return part;
+}
+
+void RichTextBox::NoteNewText(BreakList breaks) {
+    mBreaks = std::move(breaks);
+    mHistory.Forget();
+    SetLineMarks({});
+    Raise(onChange);
+}
+
+void RichTextBox::NoteEdit(std::size_t start, std::u16string removed, std::u16string added) {
+    Replacement part{start, LineAt(start), Fresh(std::move(removed)), Fresh(std::move(added))};
+    if (IsBreaksAlone(part.removed) && IsBreaksAlone(part.added) &&
+        (part.removed.text.empty() || part.added.text.empty())) {
+        part.firstBreak += BreaksBehind(start + part.added.text.size());
+    }
+    part.removed.breaks = mBreaks.Replace(part.firstBreak, part.removed.breaks.size(), part.added.breaks);
+    FollowEdit(start, part.removed, part.added);
+    const std::size_t before = start + part.removed.text.size();
+    const std::size_t after = start + part.added.text.size();
+    mHistory.Add({{std::move(part)}, {before, before}, {after, after}}, TextHistory::By::Typing);
+}
+
+// How many there are in a row.
+std::size_t RichTextBox::BreaksBehind(std::size_t position) const {
+    std::size_t line = LineAt(position);
+    std::size_t count = 0;
+    while (line + 1 < Count() && SpanOf(line + 1).end == position + count) {
+        ++line;
+        ++count;
+    }
+    return count;
+}
+
+void RichTextBox::FollowEdit(std::size_t start, const Stretch& removed, const Stretch& added) {
+    if (mMarks.AreNone()) {
+        return;
+    }
+    const TextEdit edit = {
+        start, removed.text.size(), added.text.size(), LineAt(start) + 1, removed.breaks.size(), added.breaks.size()};
+    if (mMarks.Follow(edit, [this](std::size_t line) { return SpanOf(line); })) {
+        ShowMarks();
+    }
+}
+
+bool RichTextBox::TakesKey(const PaneKey& key) {
+    if (!mFuncBodyAvailable) {
+        return false;
+    }
+    bool isTaken = false;
+    Raise(std::function<void()>([&] { isTaken = onKey && onKey(key); }));
+    if (!isTaken && ((key.keyCode == 'Z' && key.shift == 2) || (key.keyCode == KeyBackspace && key.shift == 4))) {
+        Undo();
+        isTaken = true;
+    } else if (!isTaken && ((key.keyCode == 'Y' && key.shift == 2) || (key.keyCode == 'Z' && key.shift == 3))) {
+        Redo();
+        isTaken = true;
+    }
+    return isTaken;
+}
+
+} // namespace tessaly

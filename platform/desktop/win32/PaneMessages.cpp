@@ -1,0 +1,186 @@
+// The messages to the editing pane: keys, the mouse in the margin, and painting.
+#include "platform/desktop/win32/EditKeys.h"
+#include "platform/desktop/win32/RichTextBox.h"
+#include "platform/desktop/win32/Window.h"
+
+#include <exception>
+#include <utility>
+
+namespace tessaly::win32 {
+
+LRESULT RichTextBox::Message(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_KEYDOWN:
+    case WM_SYSKEYDOWN:
+    case WM_CHAR:
+        return Key(message, wParam, lParam);
+    case WM_PASTE:
+        return PasteText();
+    case WM_CUT:
+    case WM_CLEAR:
+        return DefaultOfEdit(message, wParam, lParam, EditPlace::AtSelection);
+    case WM_UNDO:
+    case EM_UNDO:
+        return Undo() ? TRUE : FALSE;
+    case EM_REDO:
+        return Redo() ? TRUE : FALSE;
+    case EM_CANUNDO:
+        return CanUndo() ? TRUE : FALSE;
+    case EM_CANREDO:
+        return CanRedo() ? TRUE : FALSE;
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+    case WM_RBUTTONDOWN:
+    case WM_MBUTTONDOWN:
+        return mFuncBodyAvailable ? Default(message, wParam, lParam) : 0;
+    case WM_PAINT:
+        return Paint(wParam, lParam);
+    default:
+        return EdgeMessage(message, wParam, lParam);
+    }
+}
+
+// The margin is in the edge of the window, where a click is one into the pane and no more.
+LRESULT RichTextBox::EdgeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    const POINT mouse = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
+    if (message == WM_NCHITTEST && mMargin.IsHit(mouse)) {
+        return HTBORDER;
+    }
+    if (message == WM_NCLBUTTONDOWN && mMargin.IsHit(mouse)) {
+        if (mFuncBodyAvailable) {
+            TakeKeyboard();
+        }
+        return 0;
+    }
+    if ((message == WM_WINDOWPOSCHANGED || message == WM_SIZE) && mMargin.IsFollowing()) {
+        return 0;
+    }
+    const LRESULT result = Default(message, wParam, lParam);
+    if (message == WM_NCCALCSIZE) {
+        // A rectangle stands in front of whatever else there is.
+        mMargin.NcCalcSize(
+            *reinterpret_cast<RECT*>(lParam)); // NOLINT(performance-no-int-to-ptr): so the message has it
+    } else if (message == WM_NCPAINT) {
+        mMargin.Paint();
+    } else if (message == WM_PRINT && (lParam & PRF_NONCLIENT) != 0) {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): so the message has it
+        mMargin.PaintOn(reinterpret_cast<HDC>(wParam), mMargin.Place());
+    } else if (message == WM_MOUSEWHEEL || message == EM_SETZOOM) {
+        mMargin.FollowEdit(); // the text may have another size
+    }
+    return result;
+}
+
+// Some keys bring a character behind them, which is not for the control either.
+LRESULT RichTextBox::Key(UINT message, WPARAM wParam, LPARAM lParam) {
+    const bool isChar = message == WM_CHAR;
+    if (isChar && wParam < L' ' && std::exchange(mHasTakenKey, false)) {
+        return 0;
+    }
+    const auto character = static_cast<char16_t>(wParam);
+    const bool isTyped = isChar && character >= u' ' && character != u'\x7F';
+    const bool isTaken =
+        isChar ? isTyped && TakesKey({0, 0, character}) : TakesKey({KeyCodeOf(wParam), ShiftState(), 0});
+    mHasTakenKey = isTaken && !isChar;
+    if (isTaken) {
+        return 0;
+    }
+    if (!isChar && IsPasteKey(wParam)) {
+        return PasteText();
+    }
+    // The characters that belong to keys with Ctrl: the keys themselves have done their work.
+    const bool isCommand = isChar && IsControlAlone() && wParam < L' ';
+    if (isCommand || (!isChar && IsFormattingKey(wParam))) {
+        return 0;
+    }
+    if (wParam == VK_RETURN && IsDown(VK_SHIFT)) { // else it would break the line without ending the paragraph
+        const WithoutShift released;
+        return DefaultOfEdit(message, wParam, lParam, EditPlace::AtSelection);
+    }
+    return DefaultOfEdit(message, wParam, lParam, EditPlace::AtSelection);
+}
+
+// Plain text, whatever else the clipboard holds.
+LRESULT RichTextBox::PasteText() {
+    return mFuncBodyAvailable ? DefaultOfEdit(EM_PASTESPECIAL, CF_UNICODETEXT, 0, EditPlace::AtSelection) : 0;
+}
+
+LRESULT RichTextBox::DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam, EditPlace place) {
+    return AtWork(place, [&] { return Default(message, wParam, lParam); });
+}
+
+// While the control is at work with an edit it would paint what has not been read and coloured yet, too much of it, and
+// then nothing any more when it has been.
+LRESULT RichTextBox::AtWork(EditPlace place, const std::function<LRESULT()>& work) {
+    if (mEdit) {
+        return work();
+    }
+    const Sight before = WhatIsSeen();
+    const bool isAllPainted = GetUpdateRect(Handle(), nullptr, FALSE) == 0;
+    mEdit.emplace();
+    if (place == EditPlace::AtSelection) {
+        mEdit->start = before.selection.cpMin;
+    }
+    LRESULT result = 0;
+    try {
+        result = work();
+    } catch (const std::exception&) {
+        mEdit.reset();
+        InvalidateRect(Handle(), nullptr, TRUE);
+        throw;
+    }
+    const RegionOwner toPaint = std::move(mEdit->toPaint);
+    mEdit.reset();
+    if (toPaint) {
+        if (isAllPainted && place == EditPlace::AtSelection && IsInOneLine(before, WhatIsSeen())) {
+            const RECT line = mFormat.LineRect(static_cast<std::size_t>(before.selection.cpMin));
+            const RegionOwner lineRegion(CreateRectRgnIndirect(&line));
+            CombineRgn(toPaint.get(), toPaint.get(), lineRegion.get(), RGN_AND);
+        }
+        InvalidateRgn(Handle(), toPaint.get(), TRUE);
+    }
+    if (mFormat.LineCount() != before.lines) {
+        mMargin.FollowEdit();
+    }
+    return result;
+}
+
+// Windows has a window painted when nothing else is to be done: what is left over waits for that, and no key for it.
+LRESULT RichTextBox::Paint(WPARAM wParam, LPARAM lParam) {
+    if (mEdit) {
+        HoldPaintingBack();
+        return 0;
+    }
+    const std::optional<RECT> left = mFuncBodyAvailable ? mFormat.FormatView(mText) : std::nullopt;
+    const RegionOwner painted(CreateRectRgn(0, 0, 0, 0));
+    GetUpdateRgn(Handle(), painted.get(), FALSE);
+    const LRESULT result = Default(WM_PAINT, wParam, lParam);
+    mMargin.PaintUnderlines(painted.get());
+    mMargin.Follow();
+    if (left) {
+        InvalidateRect(Handle(), &*left, FALSE);
+    }
+    return result;
+}
+
+void RichTextBox::HoldPaintingBack() {
+    RegionOwner asked(CreateRectRgn(0, 0, 0, 0));
+    GetUpdateRgn(Handle(), asked.get(), FALSE);
+    ValidateRect(Handle(), nullptr);
+    if (mEdit->toPaint) {
+        CombineRgn(asked.get(), asked.get(), mEdit->toPaint.get(), RGN_OR);
+    }
+    mEdit->toPaint = std::move(asked);
+}
+
+RichTextBox::Sight RichTextBox::WhatIsSeen() const {
+    return {mFormat.LineCount(), SelectedRange(), mFormat.PlaceOf(0)};
+}
+
+bool RichTextBox::IsInOneLine(const Sight& before, const Sight& now) {
+    const auto isCaret = [](const CHARRANGE& selection) { return selection.cpMin == selection.cpMax; };
+    return before.lines == now.lines && isCaret(before.selection) && isCaret(now.selection) &&
+           before.text.x == now.text.x && before.text.y == now.text.y;
+}
+
+} // namespace tessaly::win32
