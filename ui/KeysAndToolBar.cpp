@@ -1,4 +1,5 @@
-// The five keys of the window and its tool bar.
+// The keys of the window, those of the pane, and the tool bar.
+#include "ui/Editing.h"
 #include "ui/VornMainFrm.h"
 
 namespace tessaly {
@@ -28,6 +29,14 @@ void VornMainFrm::Form_KeyDown(int keyCode, int) {
             break;
         }
     });
+}
+
+bool VornMainFrm::FuncBody_KeyDown(const PaneKey& key) {
+    const std::optional<Edit> edit = EditOf(key, mFuncBody, mFuncBody.Selected());
+    if (edit) {
+        mFuncBody.Do(*edit);
+    }
+    return edit.has_value();
 }
 
 void VornMainFrm::SetUpToolBar(std::string_view kind) {

@@ -255,6 +255,7 @@ void VornMainFrm::Listen() {
     mFuncBody.onGotFocus = [this] { FuncBody_GotFocus(); };
     mFuncBody.onLostFocus = [this] { FuncBody_LostFocus(); };
     mFuncBody.onChange = [this] { FuncBody_Change(); };
+    mFuncBody.onKey = [this](const PaneKey& key) { return FuncBody_KeyDown(key); };
     mDesktop.VornToolBar().onButtonClick = command(&VornMainFrm::VornToolBar_ButtonClick);
     const std::pair<std::string_view, void (VornMainFrm::*)()> commands[] = {
         {"mnuNewPSF", &VornMainFrm::mnuNewPSF_Click},     {"mnuOpenPSF", &VornMainFrm::mnuOpenPSF_Click},

@@ -80,6 +80,7 @@ public:
     void FuncBody_GotFocus();
     void FuncBody_LostFocus();
     void FuncBody_Change();
+    bool FuncBody_KeyDown(const PaneKey& key); // whether it has been dealt with
 
     // Keys and tool bar
 

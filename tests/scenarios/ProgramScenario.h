@@ -136,6 +136,27 @@ protected:
         Write("One", "/* first */");
     }
 
+    static constexpr std::string_view OneBody = "void One()\r\n{\r\n}\r\n";
+
+    // Opens a file whose function One is in the pane, which has the keyboard; this is selected there.
+    void BeginEditing(const Selection& selection) {
+        StartProgram();
+        Open("a.PSF", GoodPsf());
+        Click("One");
+        user->ClickPane();
+        Pane().Select(selection);
+        ASSERT_FALSE(program->FuncBodyChangedFlag);
+    }
+
+    // What was done to it is one step to undo and an unsaved edit. It is undone then.
+    void ExpectOneEdit(std::string_view text) {
+        EXPECT_EQ(Pane().Text(), text);
+        EXPECT_TRUE(program->FuncBodyChangedFlag);
+        user->Undo();
+        EXPECT_EQ(Pane().Text(), OneBody);
+        EXPECT_FALSE(Pane().CanUndo());
+    }
+
     // Types into the focused control and closes the window, which asks; the answer is Yes.
     void TypeOn() {
         user->Type("/* later */");

@@ -1,0 +1,102 @@
+// The pane as who writes a handler meets it: keys that indent, comment out and move lines, in the whole program.
+#include "tests/scenarios/ProgramScenario.h"
+
+namespace tessaly {
+namespace {
+
+TEST_P(ProgramScenario, EnterBehindABraceGoesOneStepIn) {
+    BeginEditing({{1, 1}, {1, 1}});
+    user->PressEnter();
+    user->Type("x;");
+    user->PressEnter();
+    user->Type("y;");
+    EXPECT_EQ(Pane().Text(), "void One()\r\n{\r\n\tx;\r\n\ty;\r\n}\r\n");
+    EXPECT_TRUE(program->FuncBodyChangedFlag);
+}
+
+TEST_P(ProgramScenario, AClosingBraceGoesBackToItsPartner) {
+    BeginEditing({{1, 1}, {1, 1}});
+    user->PressEnter();
+    user->Type("if (x) {");
+    user->PressEnter();
+    user->Type("}");
+    EXPECT_EQ(Pane().Text(), "void One()\r\n{\r\n\tif (x) {\r\n\t}\r\n}\r\n");
+}
+
+TEST_P(ProgramScenario, TheTabKeyMovesSelectedLinesAndElseInsertsATab) {
+    BeginEditing({{0, 0}, {1, 1}});
+    user->PressKey(KeyTab, 0);
+    EXPECT_EQ(Pane().Text(), "\tvoid One()\r\n\t{\r\n}\r\n");
+    user->PressKey(KeyTab, 1);
+    EXPECT_EQ(Pane().Text(), OneBody);
+    user->Undo();
+    ExpectOneEdit("\tvoid One()\r\n\t{\r\n}\r\n");
+    Pane().Select({{0, 0}, {0, 4}});
+    user->PressKey(KeyTab, 0);
+    ExpectOneEdit("\t One()\r\n{\r\n}\r\n");
+}
+
+TEST_P(ProgramScenario, BackspaceGoesBackToTheTabStop) {
+    BeginEditing({{1, 0}, {1, 0}});
+    user->Paste("      ");
+    user->Backspace();
+    EXPECT_EQ(Pane().Line(1), u"    {");
+    user->Backspace();
+    EXPECT_EQ(Pane().Line(1), u"{");
+}
+
+TEST_P(ProgramScenario, APasteKeepsItsText) {
+    BeginEditing({{1, 1}, {1, 1}});
+    user->Paste("\n  a {\nb\n}");
+    EXPECT_EQ(Pane().Text(), "void One()\r\n{\r\n  a {\r\nb\r\n}\r\n}\r\n");
+}
+
+TEST_P(ProgramScenario, LinesBecomeCommentsAndCodeAgain) {
+    BeginEditing({{0, 0}, {1, 1}});
+    user->PressKey(KeySlash, 2);
+    EXPECT_EQ(Pane().Text(), "// void One()\r\n// {\r\n}\r\n");
+    user->PressKey(KeySlash, 2);
+    EXPECT_EQ(Pane().Text(), OneBody);
+    user->Undo();
+    ExpectOneEdit("// void One()\r\n// {\r\n}\r\n");
+}
+
+TEST_P(ProgramScenario, LinesMoveUpAndDown) {
+    BeginEditing({{1, 0}, {1, 0}});
+    user->PressKey(KeyUp, 4);
+    ExpectOneEdit("{\r\nvoid One()\r\n}\r\n");
+    user->PressKey(KeyDown, 4);
+    ExpectOneEdit("void One()\r\n}\r\n{\r\n");
+    Pane().MoveCaret(0);
+    user->PressKey(KeyUp, 4);
+    EXPECT_EQ(Pane().Text(), OneBody);
+}
+
+TEST_P(ProgramScenario, LinesAreDoubledAndDeleted) {
+    BeginEditing({{1, 0}, {1, 0}});
+    user->PressKey('D', 3);
+    ExpectOneEdit("void One()\r\n{\r\n{\r\n}\r\n");
+    user->PressKey('K', 3);
+    ExpectOneEdit("void One()\r\n}\r\n");
+}
+
+TEST_P(ProgramScenario, RedoHasBothOfItsKeys) {
+    BeginEditing({{1, 0}, {1, 0}});
+    for (const auto& [key, shift] : {std::pair('Y', 2), std::pair('Z', 3)}) {
+        user->PressKey('K', 3);
+        user->Undo();
+        user->PressKey(key, shift);
+        ExpectOneEdit("void One()\r\n}\r\n");
+    }
+}
+
+TEST_P(ProgramScenario, WhatAKeyDidIsSaved) {
+    BeginEditing({{0, 0}, {0, 0}});
+    user->PressKey(KeySlash, 2);
+    Choose("mnuSavePSF");
+    EXPECT_FALSE(program->FuncBodyChangedFlag);
+    EXPECT_NE(ReadFile(user->FilePath("a.PSF")).find("// void One()"), std::string::npos);
+}
+
+} // namespace
+} // namespace tessaly
