@@ -27,7 +27,11 @@ struct PsfContent {
 // number; what was read until then stays.
 bool ReadPsf(InputFile& file, const CodePage& codePage, PsfContent& content, PsfReadObserver& observer);
 
+// How a file is written: with all texts as they are held, or without the line breaks at their ends and those of the
+// stored prototypes, so that saves without an edit add nothing to it.
+enum class PsfForm { AsHeld, Normal };
+
 // Writes a whole file. Throws what `output` throws.
-void WritePsf(const PsfContent& content, EncodedOutput& output);
+void WritePsf(const PsfContent& content, EncodedOutput& output, PsfForm form = PsfForm::AsHeld);
 
 } // namespace tessaly

@@ -2,6 +2,7 @@
 #include "document/EncodedOutput.h"
 #include "document/PsfFile.h"
 #include "document/PsfKeys.h"
+#include "platform/text/Ascii.h"
 
 #include <string>
 
@@ -12,6 +13,10 @@ namespace {
 void WriteValue(EncodedOutput& output, std::string_view key, std::string_view value) {
     output.WriteAscii(key);
     output.WriteLine(value);
+}
+
+std::string_view InForm(std::string_view text, PsfForm form) {
+    return form == PsfForm::Normal ? TrimBack(text, "\r\n") : text;
 }
 
 void WriteFunctionList(const FuncObject& functions, EncodedOutput& output) {
@@ -25,32 +30,32 @@ void WriteFunctionList(const FuncObject& functions, EncodedOutput& output) {
     output.WriteLine("");
 }
 
-void WriteFunction(const FuncObject& functions, std::int32_t index, EncodedOutput& output) {
+void WriteFunction(const FuncObject& functions, std::int32_t index, PsfForm form, EncodedOutput& output) {
     output.WriteAscii("[");
     output.Write(functions.NameAt(index));
     output.WriteAscii("]\r\n");
-    WriteValue(output, ProtoTypeKey, functions.PrototypeAt(index));
-    WriteValue(output, FuncBodyKey, functions.CodeAt(index));
+    WriteValue(output, ProtoTypeKey, InForm(functions.PrototypeAt(index), form));
+    WriteValue(output, FuncBodyKey, InForm(functions.CodeAt(index), form));
 }
 
 } // namespace
 
-void WritePsf(const PsfContent& content, EncodedOutput& output) {
+void WritePsf(const PsfContent& content, EncodedOutput& output, PsfForm form) {
     output.WriteLine("[BeginPSF]");
     output.WriteLine("Comment= Do not modify this file! Doing so will produce unpredictable results!!!");
     output.WriteLine("FileName="); // the key alone: the name is never written
     output.WriteLine(GVarsTag);
-    output.WriteLine(content.references);
+    output.WriteLine(InForm(content.references, form));
     output.WriteLine(GFuncsTag);
     WriteFunctionList(content.functions, output);
     output.WriteLine(FuncCodeTag);
     for (std::int32_t i = 0; i < content.functions.GetCount(); ++i) {
-        WriteFunction(content.functions, i, output);
+        WriteFunction(content.functions, i, form, output);
     }
     output.WriteLine(EventCodeTag);
     for (std::size_t i = 0; i < EventTable.size(); ++i) {
         output.WriteLine(EventTable[i].tag);
-        WriteValue(output, FuncBodyKey, content.eventTexts[i].View());
+        WriteValue(output, FuncBodyKey, InForm(content.eventTexts[i].View(), form));
     }
     output.WriteLine(EndPsfTag);
 }

@@ -37,7 +37,7 @@ VornSrcObj::VornSrcObj(const VornSrcObj& other, SequentialFiles& files)
 void VornSrcObj::TakeContent(VornSrcObj&& other) {
     mContent = std::move(other.mContent);
     mLoadedOK = true;
-    mRanOutOfMemory = false;
+    mReadError.clear();
 }
 
 Status VornSrcObj::Init() {
@@ -57,7 +57,7 @@ Status VornSrcObj::GetEventProtoTypeByIndex(std::int32_t index, std::string& pro
 }
 
 Status VornSrcObj::LoadFile(const std::string& fileName, PsfReadObserver* observer) {
-    mRanOutOfMemory = false;
+    mReadError.clear();
     try {
         Init();
         PsfReadObserver nobody;
@@ -65,7 +65,10 @@ Status VornSrcObj::LoadFile(const std::string& fileName, PsfReadObserver* observ
             ReadPsf(*mFiles.OpenForInput(fileName), mCodePage, mContent, observer != nullptr ? *observer : nobody);
     } catch (const std::bad_alloc&) {
         mLoadedOK = false;
-        mRanOutOfMemory = true;
+        mReadError = std::make_error_code(std::errc::not_enough_memory);
+    } catch (const std::system_error& error) {
+        mLoadedOK = false;
+        mReadError = error.code();
     } catch (const std::exception&) {
         mLoadedOK = false;
     }
@@ -120,10 +123,10 @@ Status VornSrcObj::DeleteFunction(std::string_view name) {
     return mContent.functions.DeleteFunction(name);
 }
 
-Status VornSrcObj::SaveFile(const std::string& fileName) const {
+Status VornSrcObj::SaveFile(const std::string& fileName, PsfForm form) const {
     try {
         EncodedOutput output(mFiles.OpenForOutput(fileName), mCodePage);
-        WritePsf(mContent, output);
+        WritePsf(mContent, output, form);
         output.Close();
         return Status::Done;
     } catch (const std::exception&) {

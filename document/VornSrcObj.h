@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace tessaly {
 
@@ -65,7 +66,7 @@ public:
 
     // Writes the whole document to a PSF file in place of what is there. Done, or UnexpectedError on any
     // failure, which leaves the file as far as it was written.
-    Status SaveFile(const std::string& fileName) const;
+    Status SaveFile(const std::string& fileName, PsfForm form = PsfForm::AsHeld) const;
 
     // Writes the generated C file in place of what is there. Done, or GenerationFailed when the file cannot be
     // written or a function's code begins with "{"; the file then holds what was written before the failure.
@@ -81,8 +82,9 @@ public:
     // True when the last LoadFile read its file to the end tag. No operation reads it.
     bool LoadedOK() const { return mLoadedOK; }
 
-    // True when memory was short in the last LoadFile: nothing is known about the file then.
-    bool RanOutOfMemory() const { return mRanOutOfMemory; }
+    // Why the last LoadFile did not get to read its file; none when all of it was read. errc::not_enough_memory when
+    // memory was short: nothing is known about the file then.
+    std::error_code ReadError() const { return mReadError; }
 
     // The texts without copying, good until the document changes.
     const FuncObject& Functions() const { return mContent.functions; }
@@ -93,7 +95,7 @@ private:
     SequentialFiles& mFiles;
     const CodePage& mCodePage;
     bool mLoadedOK = false;
-    bool mRanOutOfMemory = false;
+    std::error_code mReadError;
     PsfContent mContent;
 };
 

@@ -19,7 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::vector<psf::PsfWarning> found = warnings.Finish(document, bytes, codePage);
     for (const psf::PsfWarning& warning : found) {
         CHECK(warning.offset <= bytes.size());
-        CHECK(warning.text.find(": ") != std::string::npos);
+        CHECK(!warning.member.empty() && !warning.text.empty() && !warning.rule.empty());
     }
     CHECK(status == Status::Done || !found.empty());
     return 0;

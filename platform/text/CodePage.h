@@ -33,8 +33,8 @@ public:
         bytes.resize(static_cast<std::size_t>(Encode(text, bytes.data() + start) - bytes.data()));
     }
 
-    // The position of the first byte that stands for no character, or npos.
-    virtual std::size_t FindUnassigned(std::string_view bytes) const = 0;
+    // The position of the first byte that is decoded and encoded to another one, or npos.
+    virtual std::size_t FindLost(std::string_view bytes) const = 0;
 };
 
 } // namespace tessaly

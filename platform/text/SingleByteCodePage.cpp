@@ -39,8 +39,7 @@ SingleByteCodePage::SingleByteCodePage(const HighHalf& highHalf) {
             throw std::invalid_argument(
                 "a single-byte code page holds characters of the Basic Multilingual Plane only");
         }
-        mAssigned[i] = highHalf[i] != 0;
-        const char32_t character = mAssigned[i] ? highHalf[i] : StandIn(0x80 + i);
+        const char32_t character = highHalf[i] != 0 ? highHalf[i] : StandIn(0x80 + i);
         std::string utf8;
         AppendUtf8(character, utf8);
         mDecoded[i] = {};
@@ -80,16 +79,6 @@ char* SingleByteCodePage::Encode(std::string_view text, char* to) const {
         }
     }
     return to;
-}
-
-std::size_t SingleByteCodePage::FindUnassigned(std::string_view bytes) const {
-    for (std::size_t position = AsciiPrefix(bytes); position < bytes.size(); ++position) {
-        const auto byte = static_cast<unsigned char>(bytes[position]);
-        if (byte >= 0x80 && !mAssigned[byte - 0x80U]) {
-            return position;
-        }
-    }
-    return std::string_view::npos;
 }
 
 char SingleByteCodePage::EncodeCharacter(char32_t character) const {

@@ -18,7 +18,7 @@ public:
 
     void AppendDecoded(std::string_view bytes, std::string& text) const override;
     char* Encode(std::string_view text, char* to) const override;
-    std::size_t FindUnassigned(std::string_view bytes) const override;
+    std::size_t FindLost(std::string_view) const override { return std::string_view::npos; }
 
 private:
     struct Utf8Character {
@@ -33,7 +33,6 @@ private:
     char EncodeCharacter(char32_t character) const;
 
     std::array<Utf8Character, 128> mDecoded;
-    std::array<bool, 128> mAssigned;
     std::array<char, 0x800> mLowPlaces; // by character: those of at most two bytes in UTF-8
     std::vector<Place> mPlaces;         // all, sorted by character
 };

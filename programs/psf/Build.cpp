@@ -33,7 +33,7 @@ CompilerSettings ReadCompilerSettings(SequentialFiles& files) {
 
 int Build(Session& session, const std::string& file) {
     VornSrcObj document = session.NewDocument();
-    if (const Status status = Load(document, file); status != Status::Done) {
+    if (const Status status = Load(session, document, file); status != Status::Done) {
         return ExitStatus(status);
     }
     const CompilerSettings settings = ReadCompilerSettings(session.files);

@@ -5,46 +5,14 @@
 #include "document/EncodedOutput.h"
 #include "document/Members.h"
 #include "document/NewFunction.h"
-#include "platform/text/Utf8.h"
+#include "programs/psf/Json.h"
 #include "programs/psf/Printable.h"
 
 #include <cstdio>
-#include <functional>
-#include <nlohmann/json.hpp>
 
 namespace tessaly::psf {
 
 namespace {
-
-std::string ReadStandardInput() {
-    std::string text;
-    char piece[65536];
-    std::size_t count = 0;
-    while ((count = std::fread(piece, 1, sizeof piece, stdin)) > 0) {
-        text.append(piece, count);
-    }
-    return text;
-}
-
-// Loads `file` and runs `command` on it. Returns the exit status.
-int WithDocument(Session& session, const std::string& file, const std::function<int(VornSrcObj&)>& command) {
-    VornSrcObj document = session.NewDocument();
-    const Status status = Load(document, file);
-    return status == Status::Done ? command(document) : ExitStatus(status);
-}
-
-// The same with its member of that name.
-int WithMember(Session& session, const std::string& file, const std::string& member,
-               const std::function<int(VornSrcObj&, CCodeOrigin)>& command) {
-    return WithDocument(session, file, [&](VornSrcObj& document) {
-        const auto found = FindMember(document, member);
-        if (!found) {
-            PrintError(file + ": there is no member \"" + member + "\"");
-            return ExitStatus(Status::NotFound);
-        }
-        return command(document, *found);
-    });
-}
 
 // Takes a generation that is made only to see whether it succeeds.
 class Discard final : public CCodeSink {
@@ -91,7 +59,7 @@ int ShowMember(Session& session, const std::string& file, const std::string& mem
 
 int ShowJson(Session& session, const std::string& file) {
     VornSrcObj document = session.NewDocument();
-    const Status status = Load(document, file);
+    const Status status = Load(session, document, file);
     nlohmann::ordered_json functions = nlohmann::ordered_json::array();
     for (std::int32_t i = 0; i < document.GetFunctionCount(); ++i) {
         functions.push_back({{"name", document.Functions().NameAt(i)},
@@ -109,27 +77,8 @@ int ShowJson(Session& session, const std::string& file) {
     json["references"] = document.VarCode();
     json["functions"] = std::move(functions);
     json["events"] = std::move(events);
-    Print(json.dump() + "\n");
+    Print(ToText(json) + "\n");
     return ExitStatus(status);
-}
-
-int Set(Session& session, const std::string& file, const std::string& member) {
-    return WithMember(session, file, member, [&](VornSrcObj& document, CCodeOrigin found) {
-        const std::string text = ReadStandardInput();
-        if (std::ferror(stdin) != 0) {
-            PrintError("standard input cannot be read");
-            return WrongUsage;
-        }
-        if (!IsUtf8(text)) {
-            PrintError("standard input is not UTF-8");
-            return WrongUsage;
-        }
-        if (const Status status = UpdateMember(document, found, text); status != Status::Done) {
-            PrintError(file + ": the text of \"" + member + "\" cannot be replaced");
-            return ExitStatus(status);
-        }
-        return ExitStatus(Save(document, file));
-    });
 }
 
 int Add(Session& session, const std::string& file, const std::string& name) {
@@ -180,7 +129,7 @@ int Generate(Session& session, const std::string& file, const std::optional<std:
     return WithDocument(session, file, [&](VornSrcObj& document) {
         Discard discard;
         if (const Status status = document.BuildCCode(discard); status != Status::Done) {
-            PrintError(file + ": C code cannot be generated: the code of a function begins with \"{\"");
+            PrintError(session.NameOf(file) + ": C code cannot be generated: the code of a function begins with \"{\"");
             return ExitStatus(status);
         }
         if (!output) {

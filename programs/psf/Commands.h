@@ -9,11 +9,16 @@
 
 namespace tessaly::psf {
 
+class Report;
+
 int New(Session& session, const std::string& file, bool force);
 int ShowList(Session& session, const std::string& file);
 int ShowMember(Session& session, const std::string& file, const std::string& member);
 int ShowJson(Session& session, const std::string& file);
-int Set(Session& session, const std::string& file, const std::string& member);
+// The new text is standard input. Says which of its characters the code page lacks; when it is `strict` that is
+// WrongUsage, and nothing is changed.
+int Set(Session& session, const std::string& file, const std::string& member, bool strict);
+
 int Add(Session& session, const std::string& file, const std::string& name);
 int Delete(Session& session, const std::string& file, const std::string& name);
 int Resave(Session& session, const std::string& input, const std::string& output);
@@ -21,11 +26,33 @@ int Resave(Session& session, const std::string& input, const std::string& output
 // Without `output` the C file goes to standard output.
 int Generate(Session& session, const std::string& file, const std::optional<std::string>& output);
 
+// Prints the whole document as UTF-8, each member under a line with its name in brackets. What could be read is printed
+// when the load fails, too; that is Success. LoadFailed when the file cannot be read at all.
+int ShowText(Session& session, const std::string& file);
+
+// Writes `file` in normal form: every text and every stored prototype loses the line breaks at its end. Standard input
+// goes to standard output. With `onlyTell` it only prints the first line that would change; WarningsFound then.
+int Tidy(Session& session, const std::string& file, bool onlyTell);
+
+// Merges two versions of a document into `ours`, member by member, in normal form. Says for each member with a conflict
+// where it is; WarningsFound then. The status of a load that failed, and `ours` untouched. Messages call `ours` `name`.
+struct MergeFiles {
+    std::string base;
+    std::string ours;
+    std::string theirs;
+    std::string name;
+};
+int Merge(Session& session, const MergeFiles& files);
+
+// Configures git for program source files: the repository of the current folder, or all of the user's. Says what it
+// changed. With a `codePage` the commands that git runs name it.
+int GitSetup(Session& session, bool global, const std::string& codePage);
+
 // psf check: what a load loses or changes without a word.
-// Prints the warnings for `file`, one a line, as "FILE:LINE: warning: MEMBER: ...", in the order of the lines.
-// Returns Success, WarningsFound, or the load's status. With `lint`, what each member's text shows by itself and what
-// is wrong with the whole file's bytes is told, too; such a line ends with the name of its rule: " [open-comment]".
-int Check(Session& session, const std::string& file, bool lint);
+// Tells `report` the warnings for `file`, in the order of the lines. Returns Success, WarningsFound, or the load's
+// status. With `lint`, what each member's text shows by itself and what is wrong with the whole file's bytes is told,
+// too. `file` may be standard input.
+int Check(Session& session, const std::string& file, bool lint, Report& report);
 
 // psf build: the window's Build command. Unlike the window, it waits for the compiler.
 // Generates the C file of `file` where the settings want it, runs the compiler's batch file and prints its output, with

@@ -27,9 +27,9 @@ std::string Quoted(std::string_view text) {
 
 void Findings::Warn(std::uint64_t offset, const std::string& member, const std::string& text, std::string_view rule) {
     if (mWarnings.size() + 1 < MostWarnings) {
-        mWarnings.push_back({offset, member + ": " + text, rule});
+        mWarnings.push_back({offset, member, text, rule});
     } else if (mWarnings.size() + 1 == MostWarnings) {
-        mWarnings.push_back({offset, member + ": there are more warnings than are shown", {}});
+        mWarnings.push_back({offset, member, "there are more warnings than are shown", rule::FileMore});
     }
 }
 
@@ -49,9 +49,10 @@ void Findings::TellIgnored(const std::string& beforeWhat, const std::string& mem
     } else if (mIgnored && mEnding) {
         Warn(mEnding->offset, mEnding->member,
              "the line " + Quoted(mEnding->line) + " ends its text early; what follows up to " + beforeWhat +
-                 " is lost");
+                 " is lost",
+             rule::FileEndsEarly);
     } else if (mIgnored) {
-        Warn(*mIgnored, member, "the text before " + beforeWhat + " is ignored");
+        Warn(*mIgnored, member, "the text before " + beforeWhat + " is ignored", rule::FileIgnored);
     }
     mIgnored.reset();
     mEnding.reset();
@@ -65,7 +66,7 @@ void Findings::CheckCharacters(const std::string& bytes, const CodePage& codePag
         for (; stretch != mStretches.end() && stretch->offset <= start; ++stretch) {
             member = &stretch->member;
         }
-        const std::size_t place = codePage.FindUnassigned(std::string_view(bytes).substr(start, end - start));
+        const std::size_t place = codePage.FindLost(std::string_view(bytes).substr(start, end - start));
         if (place != std::string_view::npos && member != nullptr && !member->empty()) {
             char code[8];
             std::snprintf(code, sizeof code, "%02X",

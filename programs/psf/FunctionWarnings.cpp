@@ -34,8 +34,9 @@ void FunctionWarnings::Count(PsfLine value) {
     const std::optional<std::int32_t> count = ToInteger(value.text);
     if (!count) {
         mFindings.Warn(value.offset, "functions",
-                       "NumFuncs= is not a 32-bit number: " + Quoted(value.text) + "; the load ends here");
-        mCountIsBad = true;
+                       "NumFuncs= is not a 32-bit number: " + Quoted(value.text) + "; the load ends here",
+                       rule::FileCount);
+        mFileIsOver = true;
         return;
     }
     mFindings.TellIgnored("\"NumFuncs=\"", "functions");
@@ -57,7 +58,8 @@ void FunctionWarnings::Names(PsfLine value) {
     if (mCount > 0 && mNames.size() < static_cast<std::size_t>(mCount)) {
         mFindings.Warn(value.offset, "functions/" + Shown(mNames.back()),
                        "NumFuncs= announces " + std::to_string(mCount) + " functions and FuncNames= lists " +
-                           std::to_string(mNames.size()) + "; the others all get this name");
+                           std::to_string(mNames.size()) + "; the others all get this name",
+                       rule::FileNames);
     }
 }
 
@@ -97,21 +99,25 @@ void FunctionWarnings::Ended(std::int32_t index, PsfLine line) {
         mFindings.Warn(line.offset, Member(index + 1),
                        "NumFuncs= announces " + std::to_string(mCount) + " functions, but only " +
                            std::to_string(index + 1) +
-                           " sections stand before \"[EventCode]\"; this function takes the events as its text");
+                           " sections stand before \"[EventCode]\"; this function takes the events as its text",
+                       rule::FileSections);
     }
 }
 
 void FunctionWarnings::Lost(std::int32_t index, PsfLine line) {
+    mFileIsOver = line.text.empty();
     if (mSection.index == index) {
         mFindings.LossIsTold();
         mFindings.Warn(line.text.empty() ? mSection.header : line.offset, Member(index),
                        line.text.empty() ? "lost, because the file ends before its text does"
-                                         : "lost, because the line \"[EndPSF]\" ends its text early");
+                                         : "lost, because the line \"[EndPSF]\" ends its text early",
+                       rule::FileNotEnded);
     } else if (!mSectionsMissing) {
         mSectionsMissing = true;
         mFindings.Warn(mCountLine, Member(index),
                        "NumFuncs= announces " + std::to_string(mCount) + " functions, but the section \"[" +
-                           Shown(NameOf(index)) + "]\" was not found where it belongs");
+                           Shown(NameOf(index)) + "]\" was not found where it belongs",
+                       rule::FileSections);
     }
 }
 
@@ -159,7 +165,7 @@ void FunctionWarnings::CheckDropped(const FuncObject& functions) {
             collision = &entry->second;
         }
         mFindings.Warn(section.header, Member(section.index),
-                       "dropped, because its name collides with \"" + *collision + "\"");
+                       "dropped, because its name collides with \"" + *collision + "\"", rule::FileCollision);
     }
 }
 
@@ -167,17 +173,20 @@ void FunctionWarnings::CheckFunction(const Section& section, const std::string& 
                                      std::string_view code) {
     std::string_view generated;
     if (!CutPrototype(code, generated)) {
-        mFindings.Warn(section.body, member, "its code begins with \"{\", so no C file can be generated");
+        mFindings.Warn(section.body, member, "its code begins with \"{\", so no C file can be generated",
+                       rule::FileNoPrototype);
         return;
     }
     if (code.find('{') == std::string_view::npos) {
-        mFindings.Warn(section.body, member, "its code holds no \"{\", so all of it becomes the prototype");
+        mFindings.Warn(section.body, member, "its code holds no \"{\", so all of it becomes the prototype",
+                       rule::FileNoPrototype);
     }
     const std::string stored = Essence(prototype);
     if (!stored.empty() && stored != Essence(generated)) {
         mFindings.Warn(section.prototype, member,
                        "the stored prototype " + Quoted(stored) + " is not used; generation takes " +
-                           Quoted(Essence(generated)) + " from the code");
+                           Quoted(Essence(generated)) + " from the code",
+                       rule::FilePrototype);
     }
 }
 
@@ -197,7 +206,7 @@ void FunctionWarnings::CheckNames(const std::string& bytes, const CodePage& code
             codePage.AppendDecoded(line.substr(1, line.size() - 2), name);
             if (list.find("," + name + ",") != std::string::npos) {
                 mFindings.Warn(mNamesLine, "functions/" + Shown(name),
-                               "the name is split at its comma, so the function is not found");
+                               "the name is split at its comma, so the function is not found", rule::FileNames);
                 ++found;
             }
             --candidates;
@@ -207,7 +216,8 @@ void FunctionWarnings::CheckNames(const std::string& bytes, const CodePage& code
     if (found == 0) {
         mFindings.Warn(mNamesLine, "functions/" + Shown(mNames[static_cast<std::size_t>(mCount)]),
                        "FuncNames= lists " + std::to_string(mNames.size()) + " names and NumFuncs= announces " +
-                           std::to_string(mCount) + "; a name was split at a comma, or the last ones are left out");
+                           std::to_string(mCount) + "; a name was split at a comma, or the last ones are left out",
+                       rule::FileNames);
     }
 }
 

@@ -17,8 +17,8 @@ public:
 
     bool AreAnnounced() const { return mCount > 0; }
 
-    // The load ended at a count that is no number.
-    bool CountIsBad() const { return mCountIsBad; }
+    // A count or a section is wrong, so no event was read.
+    bool EventsAreLost() const { return mFileIsOver || mSectionsMissing; }
 
     // Where the text of each function of the document begins in the file, once Finish was called: its FuncBody= line.
     std::vector<std::uint64_t> TextBegins() const;
@@ -48,7 +48,6 @@ private:
     Findings& mFindings;
     std::int32_t mCount = 0;
     std::uint64_t mCountLine = 0;
-    bool mCountIsBad = false;
     std::string mNamesText;
     std::vector<std::string_view> mNames; // pieces of mNamesText
     std::uint64_t mNamesLine = 0;
@@ -56,6 +55,7 @@ private:
     std::vector<Section> mRead;
     std::vector<Section> mKept;    // those of the functions of the document, in their order
     bool mSectionsMissing = false; // and this has its warning
+    bool mFileIsOver = false;      // before the events
 };
 
 } // namespace tessaly::psf

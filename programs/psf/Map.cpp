@@ -61,7 +61,7 @@ void CompareWithFile(Session& session, const std::string& cFile, BuildMap& map) 
 
 int Map(Session& session, const std::string& file, const std::optional<std::string>& cFile) {
     VornSrcObj document = session.NewDocument();
-    if (const Status status = Load(document, file); status != Status::Done) {
+    if (const Status status = Load(session, document, file); status != Status::Done) {
         return ExitStatus(status);
     }
     const std::string path = cFile ? *cFile : ReadCompilerSettings(session.files).cFile;

@@ -85,8 +85,11 @@ std::vector<PsfWarning> PsfWarnings::Finish(const VornSrcObj& document, const st
                                             const CodePage& codePage) {
     const std::size_t lastBreak = bytes.find_last_of("\r\n", bytes.find_last_not_of("\r\n"));
     const std::uint64_t lastLine = lastBreak == std::string::npos ? 0 : lastBreak + 1;
-    if (!mFunctions.CountIsBad()) {
-        CheckTags(lastLine);
+    if (mReferences) {
+        CheckHeader(std::string_view(bytes).substr(0, static_cast<std::size_t>(*mReferences)));
+    }
+    // What follows from a mistake further up is none of its own.
+    if (!mFunctions.EventsAreLost() && !TagIsMissing(lastLine)) {
         CheckEvents(lastLine);
     }
     mFunctions.Finish(document.Functions(), bytes, codePage);
@@ -99,30 +102,49 @@ std::vector<PsfWarning> PsfWarnings::Finish(const VornSrcObj& document, const st
     return mFindings.Take();
 }
 
-// Where a tag is missing the rest of the file was searched for it. Behind a function that "[EndPSF]" ended the events
-// are looked for without "[EventCode]".
-void PsfWarnings::CheckTags(std::uint64_t lastLine) {
-    if (!mAnyEvent && mTagsFound < std::size(Tags)) {
-        const TagEntry& missing = Tags[mTagsFound];
-        mFindings.Warn(lastLine, missing.member, "there is no line " + Quoted(missing.tag) + " where it belongs");
+// Of what stands in front of "[GVars]" a save keeps nothing; it writes the three usual lines.
+void PsfWarnings::CheckHeader(std::string_view header) {
+    for (std::size_t start = 0; start < header.size();) {
+        const std::size_t end = std::min(header.find('\r', start), header.size());
+        const std::string_view line = header.substr(start, end - start);
+        if (line != "[BeginPSF]" && !line.starts_with("Comment=") && line != "FileName=" && !line.empty()) {
+            mFindings.Warn(start, "references", "the line " + Quoted(line) + " before \"[GVars]\" is ignored",
+                           rule::FileIgnored);
+            return;
+        }
+        start = end + (header.substr(end, 2) == "\r\n" ? 2 : 1);
     }
 }
 
-void PsfWarnings::CheckEvents(std::uint64_t lastLine) {
-    for (std::int32_t i = 0; i < EventCount; ++i) {
-        const EventText& text = mEvents[static_cast<std::size_t>(i)];
-        if (text.isStored) {
-            continue;
-        }
-        if (text.begin != 0) {
-            mFindings.Warn(text.begin, EventMember(i),
-                           "lost, because its text is not ended by the next tag or \"[EndPSF]\"");
-        } else {
-            mFindings.Warn(lastLine, EventMember(i), "never stored; it keeps its default text");
-        }
+// Where a tag is missing the rest of the file was searched for it. Behind a function that "[EndPSF]" ended the events
+// are looked for without "[EventCode]".
+bool PsfWarnings::TagIsMissing(std::uint64_t lastLine) {
+    if (mAnyEvent || mTagsFound == std::size(Tags)) {
+        return false;
     }
-    if (!mEnd && mEvents.back().isStored) {
-        mFindings.Warn(lastLine, EventMember(OnMsgIndex), "its text is not followed by \"[EndPSF]\"");
+    const TagEntry& missing = Tags[mTagsFound];
+    mFindings.Warn(lastLine, missing.member, "there is no line " + Quoted(missing.tag) + " where it belongs",
+                   rule::FileNoTag);
+    return true;
+}
+
+void PsfWarnings::CheckEvents(std::uint64_t lastLine) {
+    const auto lost =
+        std::find_if(mEvents.begin(), mEvents.end(), [](const EventText& text) { return !text.isStored; });
+    const auto index = static_cast<std::int32_t>(lost - mEvents.begin());
+    if (lost == mEvents.end()) {
+        if (!mEnd) {
+            mFindings.Warn(lastLine, EventMember(OnMsgIndex), "its text is not followed by \"[EndPSF]\"",
+                           rule::FileNoTag);
+        }
+    } else if (lost->begin != 0) {
+        mFindings.Warn(lost->begin, EventMember(index),
+                       "lost, because its text is not ended by the next tag or \"[EndPSF]\"", rule::FileNotEnded);
+    } else {
+        mFindings.Warn(lastLine, EventMember(index),
+                       index == OnMsgIndex ? "never stored; it keeps its default text"
+                                           : "never stored; it and the events behind it keep their default texts",
+                       rule::FileNotStored);
     }
 }
 
@@ -131,7 +153,7 @@ void PsfWarnings::CheckTexts(const VornSrcObj& document, const std::string& byte
     const std::vector<std::uint64_t> functions = mFunctions.TextBegins();
     for (const Finding& finding : Lint(document)) {
         const auto index = static_cast<std::size_t>(finding.member.index);
-        std::uint64_t begin = mReferences;
+        std::uint64_t begin = mReferences.value_or(0);
         std::size_t lines = finding.line; // the first one of the references stands behind their tag
         if (finding.member.kind == CCodeOrigin::Kind::Event) {
             begin = mEvents.at(index).begin;
@@ -155,9 +177,9 @@ void PsfWarnings::CheckEnd(const std::string& bytes) {
         return;
     }
     if (mEndEvent < EventCount - 1) {
-        mFindings.Warn(*mEnd, EventMember(mEndEvent), "the line \"[EndPSF]\" ends its text early");
+        mFindings.Warn(*mEnd, EventMember(mEndEvent), "the line \"[EndPSF]\" ends its text early", rule::FileEndsEarly);
     }
-    mFindings.Warn(rest, EventMember(mEndEvent), "there is text after \"[EndPSF]\"");
+    mFindings.Warn(rest, EventMember(mEndEvent), "there is text after \"[EndPSF]\"", rule::FileBehindEnd);
 }
 
 } // namespace tessaly::psf

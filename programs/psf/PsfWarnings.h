@@ -31,14 +31,15 @@ private:
     };
 
     void EventEnded(std::int32_t index, PsfLine line);
-    void CheckTags(std::uint64_t lastLine);
+    void CheckHeader(std::string_view header);
+    bool TagIsMissing(std::uint64_t lastLine); // and so it says
     void CheckEvents(std::uint64_t lastLine);
     void CheckEnd(const std::string& bytes);
 
     void CheckTexts(const VornSrcObj& document, const std::string& bytes);
 
     bool mLint;
-    std::uint64_t mReferences = 0; // the line of "[GVars]"
+    std::optional<std::uint64_t> mReferences; // the line of "[GVars]"
     Findings mFindings;
     FunctionWarnings mFunctions{mFindings};
     std::size_t mTagsFound = 0;

@@ -2,11 +2,10 @@
 #include "document/Members.h"
 #include "programs/psf/Commands.h"
 #include "programs/psf/Diff.h"
+#include "programs/psf/Json.h"
 #include "programs/psf/Printable.h"
 #include "recovery/Differences.h"
 #include "recovery/RecoveryStore.h"
-
-#include <nlohmann/json.hpp>
 
 namespace tessaly::psf {
 
@@ -104,8 +103,7 @@ int RecoverJson(Session& session) {
                         {"members", kept.DifferingMembers(copy)},
                         {"file", copy.path}});
     }
-    // A path may be anything; the output is UTF-8.
-    Print(json.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n");
+    Print(ToText(json) + "\n");
     return Success;
 }
 
@@ -133,17 +131,7 @@ int RecoverWrite(Session& session, std::uint64_t number, const std::string& outp
             PrintError("recover: " + copy.path + " has changed meanwhile");
             return ExitStatus(Status::LoadFailed);
         }
-        const std::error_code error = Replace(output, Existing::Replace, [&](const std::string& path) {
-            try {
-                const std::unique_ptr<OutputFile> file = session.files.OpenForOutput(path);
-                file->Write(bytes);
-                file->Close();
-                return true;
-            } catch (const std::system_error&) {
-                return false;
-            }
-        });
-        return error ? ExitStatus(Status::UnexpectedError) : Success;
+        return ExitStatus(SaveBytes(session, bytes, output));
     });
 }
 

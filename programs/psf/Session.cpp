@@ -1,34 +1,48 @@
 // Loading, saving and printing for all commands.
 #include "programs/psf/Session.h"
 
+#include "document/Members.h"
 #include "programs/psf/Printable.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <new>
 #include <system_error>
+#include <utility>
 
 namespace tessaly::psf {
 
 namespace {
 
-// Why `file` cannot be read, "" when it can.
-std::string ReadProblem(const std::string& file) {
-    try {
-        char byte = 0;
-        SystemFiles().OpenForInput(file)->Read(&byte, 1);
-        return "";
-    } catch (const std::system_error& error) {
-        return Reason(error.code());
+class StandardInputFile final : public InputFile {
+public:
+    std::size_t Read(char* buffer, std::size_t size) override {
+        const std::size_t count = std::fread(buffer, 1, size, stdin);
+        if (count == 0 && std::ferror(stdin) != 0) {
+            throw std::system_error(errno, std::generic_category(), "read");
+        }
+        return count;
     }
-}
+
+    void Close() override {}
+};
 
 } // namespace
+
+std::unique_ptr<InputFile> InputFiles::OpenForInput(const std::string& path) {
+    if (takesStandardInput && path == StandardInput) {
+        return std::make_unique<StandardInputFile>();
+    }
+    return mFiles.OpenForInput(path);
+}
 
 int ExitStatus(Status status) {
     return static_cast<int>(static_cast<std::uint32_t>(status) & 0xFFU);
 }
 
 void PrintError(std::string_view message) {
+    std::fflush(stdout); // what was printed before stands before it, also where both go to one place
     char piece[1024] = "psf: ";
     std::size_t size = std::strlen(piece);
     for (std::size_t position = 0; position < message.size();) {
@@ -54,21 +68,56 @@ std::string Reason(std::error_code error) {
     return common.category() == std::generic_category() ? common.message() : error.message();
 }
 
-std::string_view LoadProblem(const VornSrcObj& document) {
-    return document.RanOutOfMemory() ? OutOfMemory : "not a complete program source file";
+std::string LoadProblem(const VornSrcObj& document) {
+    const std::error_code error = document.ReadError();
+    if (error == std::errc::not_enough_memory) {
+        return std::string(OutOfMemory);
+    }
+    return error ? Reason(error) : "not a complete program source file";
 }
 
-Status Load(VornSrcObj& document, const std::string& file) {
+Status Load(Session& session, VornSrcObj& document, const std::string& file) {
     const Status status = document.LoadFile(file);
     if (status != Status::Done) {
-        std::string problem = ReadProblem(file);
-        if (problem.empty()) {
-            problem = LoadProblem(document);
-            problem += document.RanOutOfMemory() ? "" : " (\"psf check\" tells what it finds)";
-        }
-        PrintError(file + ": " + problem);
+        const std::string_view hint = document.ReadError() ? "" : " (\"psf check\" tells what it finds)";
+        PrintError(session.NameOf(file) + ": " + LoadProblem(document).append(hint));
     }
     return status;
+}
+
+int WithDocument(Session& session, const std::string& file, const std::function<int(VornSrcObj&)>& command) {
+    VornSrcObj document = session.NewDocument();
+    const Status status = Load(session, document, file);
+    return status == Status::Done ? command(document) : ExitStatus(status);
+}
+
+int WithMember(Session& session, const std::string& file, const std::string& member,
+               const std::function<int(VornSrcObj&, CCodeOrigin)>& command) {
+    return WithDocument(session, file, [&](VornSrcObj& document) {
+        const auto found = FindMember(document, member);
+        if (!found) {
+            PrintError(session.NameOf(file) + ": there is no member \"" + member + "\"");
+            return ExitStatus(Status::NotFound);
+        }
+        return command(document, *found);
+    });
+}
+
+bool ReadInput(Session& session, const std::string& file, std::string& bytes) {
+    const bool before = std::exchange(session.files.takesStandardInput, true);
+    std::string problem;
+    try {
+        bytes = ReadWhole(session.files, file);
+    } catch (const std::system_error& error) {
+        problem = Reason(error.code());
+    } catch (const std::bad_alloc&) {
+        problem = OutOfMemory;
+    }
+    if (!problem.empty()) {
+        PrintError((file == StandardInput ? session.inputName : file) + ": " + problem);
+    }
+    session.files.takesStandardInput = before;
+    return problem.empty();
 }
 
 std::error_code Replace(const std::string& file, Existing existing,
@@ -86,6 +135,20 @@ std::error_code Replace(const std::string& file, Existing existing,
 Status Save(const VornSrcObj& document, const std::string& file) {
     const std::error_code error = Replace(
         file, Existing::Replace, [&](const std::string& path) { return document.SaveFile(path) == Status::Done; });
+    return error ? Status::UnexpectedError : Status::Done;
+}
+
+Status SaveBytes(Session& session, std::string_view bytes, const std::string& file) {
+    const std::error_code error = Replace(file, Existing::Replace, [&](const std::string& path) {
+        try {
+            const std::unique_ptr<OutputFile> output = session.files.OpenForOutput(path);
+            output->Write(bytes);
+            output->Close();
+            return true;
+        } catch (const std::system_error&) {
+            return false;
+        }
+    });
     return error ? Status::UnexpectedError : Status::Done;
 }
 

@@ -1,6 +1,7 @@
 // What every command of psf needs: the files, the code page, and the one way to complain.
 #pragma once
 
+#include "document/CCodeGenerator.h"
 #include "document/VornSrcObj.h"
 #include "platform/system/AtomicFile.h"
 #include "platform/system/CodePages.h"
@@ -21,9 +22,31 @@ inline constexpr int WrongUsage = 64;       // also a bad name, and standard inp
 inline constexpr int OutputFailed = 74;     // standard output cannot be written
 inline constexpr int CompilerMissing = 127; // as a shell has it for a command that it cannot find
 
+// The path that stands for standard input where a command reads a file.
+inline constexpr std::string_view StandardInput = "-";
+
+// The files of this machine.
+class InputFiles final : public SequentialFiles {
+public:
+    std::unique_ptr<InputFile> OpenForInput(const std::string& path) override;
+    std::unique_ptr<OutputFile> OpenForOutput(const std::string& path) override { return mFiles.OpenForOutput(path); }
+    bool FileExists(const std::string& path) const override { return mFiles.FileExists(path); }
+
+    bool takesStandardInput = false; // as "-"; a command that changes a file takes that for a file's name
+
+private:
+    SystemFiles mFiles;
+};
+
 struct Session {
-    SystemFiles files;
+    InputFiles files;
     std::unique_ptr<CodePage> codePage;
+    std::string inputName{StandardInput}; // how messages call standard input
+
+    // How messages call `file`.
+    const std::string& NameOf(const std::string& file) const {
+        return files.takesStandardInput && file == StandardInput ? inputName : file;
+    }
 
     VornSrcObj NewDocument() { return VornSrcObj(files, *codePage); }
 };
@@ -39,11 +62,21 @@ void PrintError(std::string_view message);
 // Writes `bytes` to standard output as they are.
 void Print(std::string_view bytes);
 
-// Why a document was not loaded from a file that can be read.
-std::string_view LoadProblem(const VornSrcObj& document);
+// Why `document` was not loaded.
+std::string LoadProblem(const VornSrcObj& document);
 
 // Loads `file`; on failure says so, and why as far as that can be told.
-Status Load(VornSrcObj& document, const std::string& file);
+Status Load(Session& session, VornSrcObj& document, const std::string& file);
+
+// Loads `file` and runs `command` on it. Returns the exit status.
+int WithDocument(Session& session, const std::string& file, const std::function<int(VornSrcObj&)>& command);
+
+// The same with its member of that name.
+int WithMember(Session& session, const std::string& file, const std::string& member,
+               const std::function<int(VornSrcObj&, CCodeOrigin)>& command);
+
+// Reads all of `file`, which may be standard input, into `bytes`. False, and it says why, when that cannot be.
+bool ReadInput(Session& session, const std::string& file, std::string& bytes);
 
 struct CompilerSettings {
     std::string batchFile; // FCompBat
@@ -62,5 +95,8 @@ std::error_code Replace(const std::string& file, Existing existing,
 
 // Saves `document` as `file`, which is replaced as a whole or not at all; says so when it fails.
 Status Save(const VornSrcObj& document, const std::string& file);
+
+// Writes `bytes` as `file` in the same way.
+Status SaveBytes(Session& session, std::string_view bytes, const std::string& file);
 
 } // namespace tessaly::psf

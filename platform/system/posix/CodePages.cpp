@@ -90,7 +90,7 @@ public:
         return std::copy(bytes.begin(), bytes.end(), to);
     }
 
-    std::size_t FindUnassigned(std::string_view bytes) const override {
+    std::size_t FindLost(std::string_view bytes) const override {
         std::string_view rest = bytes;
         std::string ignored;
         mToUtf8.Convert(rest, ignored);

@@ -104,7 +104,7 @@ public:
         return EncodeRun(run, to);
     }
 
-    std::size_t FindUnassigned(std::string_view bytes) const override {
+    std::size_t FindLost(std::string_view bytes) const override {
         for (std::size_t position = AsciiPrefix(bytes); position < bytes.size();) {
             const std::size_t length = CharacterLength(bytes.substr(position));
             if (length == 0) {
@@ -188,7 +188,7 @@ public:
         return to;
     }
 
-    std::size_t FindUnassigned(std::string_view bytes) const override {
+    std::size_t FindLost(std::string_view bytes) const override {
         for (std::size_t position = 0; position < bytes.size();) {
             const std::size_t start = position;
             if (ReadUtf8(bytes, position) == NotACharacter) {

@@ -5,7 +5,7 @@ _psf() {
     COMPREPLY=()
     for ((i = 1; i < COMP_CWORD; i++)); do
         case ${COMP_WORDS[i]} in
-        --codepage | -o | --output | --c-file) ((i++)) ;;
+        --codepage | -o | --output | --c-file | --name | --files-from | --format) ((i++)) ;;
         -*) ;;
         *)
             ((count++))
@@ -21,21 +21,32 @@ _psf() {
         return
     fi
     if [[ $count -eq 0 ]]; then
-        mapfile -t COMPREPLY < <(compgen -W 'new show set add delete resave generate check build map recover --codepage --help --version' -- "$word")
+        mapfile -t COMPREPLY < <(compgen -W 'new show set add delete resave generate check build tidy merge text git-setup map recover --codepage --help --version' -- "$word")
         return
     fi
-    if [[ ${COMP_WORDS[COMP_CWORD - 1]} == --c-file ]]; then
+    case ${COMP_WORDS[COMP_CWORD - 1]} in
+    --c-file | --files-from)
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -f -- "$word")
         return
-    fi
+        ;;
+    --format)
+        mapfile -t COMPREPLY < <(compgen -W 'text gcc json sarif github' -- "$word")
+        return
+        ;;
+    --name) return ;;
+    esac
     if [[ $word == -* ]]; then
         local options='--codepage --help'
         case $command in
         new) options+=' --force' ;;
-        show) options+=' --json' ;;
-        check) options+=' --lint' ;;
-        generate) options+=' --output' ;;
+        show) options+=' --json --name' ;;
+        set) options+=' --strict' ;;
+        check) options+=' --lint --format --files-from --name' ;;
+        generate) options+=' --output --name' ;;
+        tidy) options+=' --check --files-from --name' ;;
+        merge) options+=' --name' ;;
+        git-setup) options+=' --global' ;;
         map) options+=' --c-file' ;;
         recover) options+=' --json --output --delete' ;;
         esac
@@ -52,7 +63,12 @@ _psf() {
             return
         fi
         ;;&
-    add:2) return ;;
+    add:2 | git-setup:*) return ;;
+    merge:*)
+        compopt -o filenames 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -f -- "$word")
+        return
+        ;;
     *)
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -f -X '!*.[Pp][Ss][Ff]' -- "$word"; compgen -d -- "$word")

@@ -6,7 +6,7 @@ function __psf_words
     for word in (commandline -opc)
         if test $skip = 1
             set skip 0
-        else if contains -- $word --codepage -o --output --c-file
+        else if contains -- $word --codepage -o --output --c-file --name --files-from --format
             set skip 1
         else if not string match -q -- '-*' $word
             echo $word
@@ -38,11 +38,21 @@ complete -c psf -n __fish_use_subcommand -a resave -d 'Load a file and save it a
 complete -c psf -n __fish_use_subcommand -a generate -d 'Write the generated C file'
 complete -c psf -n __fish_use_subcommand -a check -d 'Report what a load loses or changes'
 complete -c psf -n __fish_use_subcommand -a build -d "Generate C code, compile it and map the messages"
+complete -c psf -n __fish_use_subcommand -a tidy -d 'Write the normal form, without empty lines at the ends of texts'
+complete -c psf -n __fish_use_subcommand -a merge -d 'Merge two changed versions of a file, member by member'
+complete -c psf -n __fish_use_subcommand -a text -d 'Print the whole document for reading and comparing'
+complete -c psf -n __fish_use_subcommand -a git-setup -d 'Have git use tidy, merge and text'
 complete -c psf -n __fish_use_subcommand -a map -d 'Copy standard input with positions mapped to members'
 complete -c psf -n __fish_use_subcommand -a recover -d 'List, show or write what the window kept of unsaved texts'
 complete -c psf -n '__fish_seen_subcommand_from new' -l force -d 'Replace a file that exists'
 complete -c psf -n '__fish_seen_subcommand_from show' -l json -d 'Print the whole document as one JSON object'
 complete -c psf -n '__fish_seen_subcommand_from check' -l lint -d 'Report what the texts show by themselves, too'
+complete -c psf -n '__fish_seen_subcommand_from check' -l format -x -a 'text gcc json sarif github' -d 'The form of the report'
+complete -c psf -n '__fish_seen_subcommand_from check tidy' -l files-from -r -F -d 'Read more paths from this file'
+complete -c psf -n '__fish_seen_subcommand_from check tidy show generate merge' -l name -x -d 'How messages call the file'
+complete -c psf -n '__fish_seen_subcommand_from tidy' -l check -d 'Change nothing, only tell'
+complete -c psf -n '__fish_seen_subcommand_from set' -l strict -d 'Refuse characters that the code page lacks'
+complete -c psf -n '__fish_seen_subcommand_from git-setup' -l global -d 'For all repositories of this user'
 complete -c psf -n '__fish_seen_subcommand_from generate' -s o -l output -r -F -d 'The C file'
 complete -c psf -n '__fish_seen_subcommand_from map' -l c-file -r -F -d 'The C file'
 complete -c psf -n '__fish_seen_subcommand_from recover' -l json -d 'Print the list as JSON'
@@ -50,8 +60,11 @@ complete -c psf -n '__fish_seen_subcommand_from recover' -s o -l output -r -F -d
 complete -c psf -n '__fish_seen_subcommand_from recover' -l delete -d 'Remove it for good'
 # fish takes what stands behind the first tab as the description.
 complete -c psf -n '__psf_at recover 1' -k -a '(psf recover 2>/dev/null)'
-for command in new show set add delete resave generate build check
+for command in new show set add delete resave generate build check tidy text
     complete -c psf -n "__psf_at $command 1" -k -a '(__fish_complete_suffix .PSF .psf)'
+end
+for place in 1 2 3
+    complete -c psf -n "__psf_at merge $place" -F
 end
 complete -c psf -n '__psf_at resave 2' -k -a '(__fish_complete_suffix .PSF .psf)'
 complete -c psf -n '__psf_at show 2' -a '(__psf_members)'

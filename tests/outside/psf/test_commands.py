@@ -161,6 +161,33 @@ def test_standard_input_that_is_not_utf_8_is_refused(file, text):
     unchanged(file, "set", file, "references", status=64, stdin=text)
 
 
+def test_set_tells_which_characters_the_code_page_lacks(file):
+    result = psf("set", file, "references", stdin="ä€\nΩ → ≤\nΩ😀".encode())
+    assert result.status == 0
+    assert result.err == (f'psf: {file}: references: characters that the code page lacks become "?": '
+                          "U+03A9 in line 2, U+2192 in line 2, U+2264 in line 2, U+1F600 in line 3\n")
+    unchanged(file, "set", "--strict", file, "references", status=64, stdin="Ω".encode())
+    assert psf("set", "--strict", file, "references", stdin="ä€?\u0081".encode()).err == ""
+
+
+def test_set_drops_a_byte_order_mark(file):
+    result = psf("set", file, "references", stdin=b"\xef\xbb\xbfint y;")
+    assert (result.status, result.err) == (0, "")
+    assert psf("show", file, "references").out == b"int y;\r\n"
+
+
+@not_on_windows("its pipes are another matter")
+def test_set_takes_the_file_as_it_is_when_the_text_has_come(file):
+    process = subprocess.Popen([*COMMAND, "set", file, "references"], stdin=subprocess.PIPE)
+    process.stdin.write(b"int y;")
+    process.stdin.flush()
+    psf("add", file, "Added")
+    process.stdin.close()
+    assert process.wait(timeout=60) == 0
+    assert [f["name"] for f in shown(file)["functions"]] == ["Main", "Other", "Added"]
+    assert psf("show", file, "references").out == b"int y;\r\n"
+
+
 def test_set_on_a_file_that_does_not_load_changes_nothing(tmp_path):
     path = tmp_path / "cut.PSF"
     path.write_bytes(source(end=None))
@@ -331,12 +358,22 @@ def test_wrong_usage_is_64_with_one_line(tmp_path, arguments):
     assert os.listdir(tmp_path) == []
 
 
+@pytest.mark.parametrize("arguments, named", [
+    (["shwo", "x"], '"shwo"'), (["-V"], '"-V"'), (["--bogus"], '"--bogus"'), (["--bogus", "show", "x"], '"--bogus"'),
+    (["show", "x", "--bogus"], "--bogus"), (["--codepage", "1252", "nonsense"], '"nonsense"')])
+def test_a_wrong_command_or_option_is_named(arguments, named):
+    result = psf(*arguments)
+    assert (result.status, result.out) == (64, b"")
+    assert named in result.err
+
+
 @pytest.mark.parametrize("command", ["", "new", "show", "set", "add", "delete", "resave", "generate", "check", "build",
-                                     "recover"])
+                                     "tidy", "merge", "text", "git-setup", "recover"])
 def test_every_command_has_help(command):
     result = psf(*[command] if command else [], "--help")
     assert (result.status, result.err) == (0, "")
     assert b"Usage" in result.out
+    assert command == "" or (b"Exit status: " in result.out and b"Example: " in result.out)
 
 
 def test_the_version_is_printed():

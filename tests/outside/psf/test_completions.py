@@ -9,7 +9,8 @@ from psf_harness import PSF, leave, not_on_windows, source
 
 pytestmark = not_on_windows("the shells that complete are not there")
 FOLDER = f"{ROOT}/programs/psf/completions"
-COMMANDS = {"new", "show", "set", "add", "delete", "resave", "generate", "check", "build", "map", "recover"}
+COMMANDS = {"new", "show", "set", "add", "delete", "resave", "generate", "check", "build", "tidy", "merge", "text",
+            "git-setup", "map", "recover"}
 
 
 @pytest.fixture
@@ -45,7 +46,11 @@ def test_bash_completes_commands_files_members_and_functions(folder):
     assert bash(folder, "psf", "set", "Main.PSF", "events/OnK") == {"events/OnKey"}
     assert bash(folder, "psf", "delete", "Main.PSF", "") == {"Blink"}
     assert "--json" in bash(folder, "psf", "show", "--")
-    assert "--lint" in bash(folder, "psf", "check", "--")
+    assert {"--lint", "--format", "--files-from", "--name"} <= bash(folder, "psf", "check", "--")
+    assert bash(folder, "psf", "check", "--format", "s") == {"sarif"}
+    assert bash(folder, "psf", "tidy", "--files-from", "n") == {"notes.txt"}
+    assert bash(folder, "psf", "tidy", "--name", "x", "") == {"Main.PSF"}
+    assert bash(folder, "psf", "merge", "Main.PSF", "no") == {"notes.txt"}
     assert "--c-file" in bash(folder, "psf", "map", "--")
     assert bash(folder, "psf", "map", "Main.PSF", "--c-file", "") == {"Main.PSF", "notes.txt"}
     assert bash(folder, "psf", "map", "--c-file", "notes.txt", "") == {"Main.PSF"}
@@ -60,7 +65,11 @@ def test_fish_completes_commands_files_members_and_functions(folder):
     assert {"references", "functions/Blink", "events/OnMsg"} <= fish(folder, "psf show Main.PSF ")
     assert fish(folder, "psf delete Main.PSF ") == {"Blink"}
     assert "--json" in fish(folder, "psf show --")
-    assert "--lint" in fish(folder, "psf check --")
+    assert {"--lint", "--format", "--files-from", "--name"} <= fish(folder, "psf check --")
+    assert fish(folder, "psf check --format s") == {"sarif"}
+    assert "Main.PSF" in fish(folder, "psf tidy --name x ")
+    assert "notes.txt" in fish(folder, "psf merge Main.PSF ")
+    assert "--global" in fish(folder, "psf git-setup --")
     assert "--c-file" in fish(folder, "psf map --")
     assert "notes.txt" in fish(folder, "psf map Main.PSF --c-file ")
     assert "--delete" in fish(folder, "psf recover --")

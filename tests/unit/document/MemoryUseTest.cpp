@@ -150,9 +150,9 @@ TEST_F(MemoryUseTest, ALoadThatRanOutOfMemorySaysSoUntilTheNextOne) {
     for (const char* const next : {"in.PSF", "there is none.PSF"}) {
         Allocations().leftUntilFailure = 1;
         EXPECT_EQ(document.LoadFile("in.PSF"), Status::LoadFailed);
-        EXPECT_TRUE(document.RanOutOfMemory());
+        EXPECT_EQ(document.ReadError(), std::errc::not_enough_memory);
         EXPECT_EQ(document.LoadFile(next), files.FileExists(next) ? Status::Done : Status::LoadFailed);
-        EXPECT_FALSE(document.RanOutOfMemory()) << next;
+        EXPECT_NE(document.ReadError(), std::errc::not_enough_memory) << next;
     }
 }
 

@@ -75,12 +75,11 @@ TEST(CodePageTest, LongTextsCrossEveryInnerBuffer) {
     }
 }
 
-TEST(CodePageTest, UnassignedBytesAreFound) {
+TEST(CodePageTest, BytesThatASaveWouldChangeAreFound) {
     const SingleByteCodePage codePage(Windows1252HighHalf());
-    EXPECT_EQ(codePage.FindUnassigned("a\xE4 b\x81"), 4U);
-    EXPECT_EQ(codePage.FindUnassigned("a\xE4 b\x80"), std::string_view::npos);
-    EXPECT_EQ(MakeCodePage("932")->FindUnassigned("\x82\xA0\x82"), 2U);
-    EXPECT_EQ(MakeCodePage("932")->FindUnassigned("\x82\xA0"), std::string_view::npos);
+    EXPECT_EQ(codePage.FindLost("a\xE4 b\x81"), std::string_view::npos);
+    EXPECT_EQ(MakeCodePage("932")->FindLost("\x82\xA0\x82"), 2U);
+    EXPECT_EQ(MakeCodePage("932")->FindLost("\x82\xA0"), std::string_view::npos);
 }
 
 TEST(CodePageTest, NamesAreTakenInEveryUsualForm) {

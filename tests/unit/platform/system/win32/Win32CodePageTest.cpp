@@ -20,7 +20,7 @@ TEST(Win32CodePageTest, Windows1252KeepsTheFiveUnassignedBytes) {
     const auto codePage = MakeCodePage("1252");
     EXPECT_EQ(Decode(*codePage, "a\x80\xE4\x81\x8D\x8F\x90\x9D"), "a€ä\u0081\u008D\u008F\u0090\u009D");
     EXPECT_EQ(Decode(*codePage, AllBytes()), Decode(SingleByteCodePage(Windows1252HighHalf()), AllBytes()));
-    EXPECT_EQ(codePage->FindUnassigned("\xE4\x81"), 1U);
+    EXPECT_EQ(codePage->FindLost("\xE4\x81"), std::string::npos);
 }
 
 TEST(Win32CodePageTest, EveryByteOfASingleByteCodePageSurvives) {
@@ -34,11 +34,10 @@ TEST(Win32CodePageTest, EveryByteOfASingleByteCodePageSurvives) {
     }
 }
 
-TEST(Win32CodePageTest, BytesThatACodePageLeavesOpenAreFound) {
-    EXPECT_EQ(MakeCodePage("1253")->FindUnassigned("a\xD9\xAA"), 2U);
-    EXPECT_EQ(MakeCodePage("1253")->FindUnassigned("a\xD9"), std::string::npos);
-    EXPECT_EQ(MakeCodePage("874")->FindUnassigned("\xA1\xFF"), 1U);
-    EXPECT_EQ(MakeCodePage("ISO-8859-1")->FindUnassigned(AllBytes()), std::string::npos);
+TEST(Win32CodePageTest, BytesThatACodePageLeavesOpenAreNotLost) {
+    EXPECT_EQ(MakeCodePage("1253")->FindLost("a\xD9\xAA"), std::string::npos);
+    EXPECT_EQ(MakeCodePage("874")->FindLost("\xA1\xFF"), std::string::npos);
+    EXPECT_EQ(MakeCodePage("ISO-8859-1")->FindLost(AllBytes()), std::string::npos);
 }
 
 TEST(Win32CodePageTest, DoubleByteCodePagesDecodeAndEncode) {
@@ -54,18 +53,18 @@ TEST(Win32CodePageTest, DoubleByteCodePagesDecodeAndEncode) {
         ASSERT_NE(codePage, nullptr) << each.name;
         EXPECT_EQ(Decode(*codePage, each.bytes), each.text) << each.name;
         EXPECT_EQ(Encode(*codePage, each.text), each.bytes) << each.name;
-        EXPECT_EQ(codePage->FindUnassigned(each.bytes), std::string::npos) << each.name;
+        EXPECT_EQ(codePage->FindLost(each.bytes), std::string::npos) << each.name;
     }
 }
 
 TEST(Win32CodePageTest, AByteOutOfPlaceInADoubleByteCodePageIsOneReplacementCharacter) {
     const auto codePage = MakeCodePage("932");
     EXPECT_EQ(Decode(*codePage, "a\x82"), "a\uFFFD");
-    EXPECT_EQ(codePage->FindUnassigned("\x82\xA0\x82"), 2U);
+    EXPECT_EQ(codePage->FindLost("\x82\xA0\x82"), 2U);
     const std::string text = Decode(*codePage, "\x82\xA0\x81\x20\x82\xA0");
     EXPECT_TRUE(text.starts_with("あ\uFFFD")) << text;
     EXPECT_TRUE(text.ends_with("あ")) << text;
-    EXPECT_EQ(codePage->FindUnassigned("\x82\xA0\x81\x20"), 2U);
+    EXPECT_EQ(codePage->FindLost("\x82\xA0\x81\x20"), 2U);
 }
 
 TEST(Win32CodePageTest, EveryDoubleByteCharacterSurvivesOrIsARepetitionOfOneThatDoes) {
@@ -76,7 +75,7 @@ TEST(Win32CodePageTest, EveryDoubleByteCharacterSurvivesOrIsARepetitionOfOneThat
                 const std::string bytes = {static_cast<char>(lead), static_cast<char>(trail)};
                 const std::string text = Decode(*codePage, bytes);
                 ASSERT_TRUE(IsUtf8(text));
-                if (codePage->FindUnassigned(bytes) == std::string::npos) {
+                if (codePage->FindLost(bytes) == std::string::npos) {
                     // Some characters stand in a code page twice; Windows writes one of the two.
                     ASSERT_EQ(Decode(*codePage, Encode(*codePage, text)), text) << name << " " << lead << " " << trail;
                 }
@@ -108,7 +107,7 @@ TEST(Win32CodePageTest, BrokenUtf8InAFileBecomesReplacementCharacters) {
     const auto codePage = MakeCodePage("65001");
     ASSERT_NE(codePage, nullptr);
     EXPECT_EQ(Decode(*codePage, "ä\xFFz\xC3"), "ä\uFFFDz\uFFFD");
-    EXPECT_EQ(codePage->FindUnassigned("ä\xFF"), 2U);
+    EXPECT_EQ(codePage->FindLost("ä\xFF"), 2U);
 }
 
 TEST(Win32CodePageTest, LongTextsCrossEveryInnerBuffer) {

@@ -1,0 +1,35 @@
+// psf merge: what git and its kin call for a file that two branches changed.
+#include "programs/psf/Commands.h"
+#include "programs/psf/DocumentMerge.h"
+#include "programs/psf/NormalForm.h"
+
+namespace tessaly::psf {
+
+int Merge(Session& session, const MergeFiles& files) {
+    VornSrcObj base = session.NewDocument();
+    VornSrcObj ours = session.NewDocument();
+    VornSrcObj theirs = session.NewDocument();
+    const std::string& name = files.name.empty() ? files.ours : files.name;
+    for (const auto& [document, file] :
+         {std::pair(&base, &files.base), {&ours, &files.ours}, {&theirs, &files.theirs}}) {
+        if (const Status status = Load(session, *document, *file); status != Status::Done) {
+            return ExitStatus(status);
+        }
+    }
+    VornSrcObj result = session.NewDocument();
+    const std::vector<std::string> conflicts = MergeDocuments(base, ours, theirs, result);
+    const std::optional<std::string> merged = NormalForm(session, result);
+    if (!merged) {
+        PrintError(name + ": cannot be merged, because a line of a text is the tag of the text behind it");
+        return ExitStatus(Status::UnexpectedError);
+    }
+    if (const Status status = SaveBytes(session, *merged, files.ours); status != Status::Done) {
+        return ExitStatus(status);
+    }
+    for (const std::string& member : conflicts) {
+        PrintError(name + ": conflict in " + member);
+    }
+    return conflicts.empty() ? Success : WarningsFound;
+}
+
+} // namespace tessaly::psf

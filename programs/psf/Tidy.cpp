@@ -1,0 +1,47 @@
+// psf tidy: a file in its normal form, which is what version control should see.
+#include "programs/psf/Commands.h"
+#include "programs/psf/LineCounter.h"
+#include "programs/psf/MemoryFile.h"
+#include "programs/psf/NormalForm.h"
+#include "programs/psf/Printable.h"
+
+#include <algorithm>
+
+namespace tessaly::psf {
+
+int Tidy(Session& session, const std::string& file, bool onlyTell) {
+    std::string bytes;
+    if (!ReadInput(session, file, bytes)) {
+        return ExitStatus(Status::LoadFailed);
+    }
+    const std::string& name = file == StandardInput ? session.inputName : file;
+    MemoryFile source(bytes);
+    VornSrcObj document(source, *session.codePage);
+    if (document.LoadFile(file) != Status::Done) {
+        PrintError(name + ": " + LoadProblem(document));
+        return ExitStatus(Status::LoadFailed);
+    }
+    const std::optional<std::string> tidy = NormalForm(session, document);
+    if (!tidy) {
+        PrintError(name + ": has no normal form, because a line of a text is the tag of the text behind it");
+        return ExitStatus(Status::UnexpectedError);
+    }
+    if (onlyTell) {
+        if (*tidy == bytes) {
+            return Success;
+        }
+        const auto place = std::mismatch(bytes.begin(), bytes.end(), tidy->begin(), tidy->end()).first;
+        const auto offset = static_cast<std::uint64_t>(place - bytes.begin());
+        Print(Printable(name + ":" + std::to_string(LineCounter(bytes).LineAt(offset)) +
+                        ": warning: not in normal form from here on") +
+              "\n");
+        return WarningsFound;
+    }
+    if (file == StandardInput) {
+        Print(*tidy);
+        return Success;
+    }
+    return *tidy == bytes ? Success : ExitStatus(SaveBytes(session, *tidy, file));
+}
+
+} // namespace tessaly::psf
