@@ -231,7 +231,9 @@ void VornMainFrm::DisableTabKeyForUseOnlyInFuncBody() {
                                      &mDesktop.FuncLabel(),         &mFuncBody,
                                      &mDesktop.VornToolBar(),       &mDesktop.StatusBar1()};
         for (Control* const control : controls) {
-            Attempt([control] { control->SetTabStop(false); }); // some have none
+            if (control->HasTabStop()) { // to try it all the same costs the start an exception for each without
+                control->SetTabStop(false);
+            }
         }
     });
 }
