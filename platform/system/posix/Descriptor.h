@@ -17,6 +17,11 @@ class Descriptor {
 public:
     // Takes over `number`; a negative one stands for none.
     explicit Descriptor(int number = -1) : mNumber(number) {}
+    Descriptor(Descriptor&& other) noexcept : mNumber(std::exchange(other.mNumber, -1)) {}
+    Descriptor& operator=(Descriptor&& other) noexcept {
+        std::swap(mNumber, other.mNumber);
+        return *this;
+    }
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
     ~Descriptor() { Close(); }

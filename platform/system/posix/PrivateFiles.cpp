@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
+#include <map>
 #include <sstream>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -42,7 +43,7 @@ std::error_code FlushPath(const std::string& path, int flags) {
     return file.Number() >= 0 && fsync(file.Number()) == 0 ? std::error_code() : LastError();
 }
 
-std::error_code WriteAll(posix::Descriptor& file, std::string_view bytes, Flushing flushing) {
+std::error_code WriteAll(const posix::Descriptor& file, std::string_view bytes, Flushing flushing) {
     const auto size = static_cast<off_t>(bytes.size());
     while (!bytes.empty()) {
         const ssize_t count = write(file.Number(), bytes.data(), bytes.size());
@@ -54,7 +55,7 @@ std::error_code WriteAll(posix::Descriptor& file, std::string_view bytes, Flushi
     if (ftruncate(file.Number(), size) != 0 || (flushing == Flushing::Now && fsync(file.Number()) != 0)) {
         return LastError();
     }
-    return {file.Close(), std::generic_category()};
+    return {};
 }
 
 std::string FolderOf(const std::string& path) {
@@ -65,6 +66,9 @@ std::string FolderOf(const std::string& path) {
 std::error_code Fill(posix::Descriptor& file, const std::string& temporary, const std::string& path,
                      std::string_view bytes, Flushing flushing) {
     std::error_code error = file.Number() < 0 ? LastError() : WriteAll(file, bytes, flushing);
+    if (!error) {
+        error = {file.Close(), std::generic_category()};
+    }
     if (!error && rename(temporary.c_str(), path.c_str()) != 0) {
         error = LastError();
     }
@@ -77,7 +81,23 @@ std::error_code Fill(posix::Descriptor& file, const std::string& temporary, cons
     return error;
 }
 
+// Whether the descriptor is of the file that has this name.
+bool IsAt(const posix::Descriptor& file, const std::string& path) {
+    struct stat here = {};
+    struct stat there = {};
+    return file.Number() >= 0 && fstat(file.Number(), &here) == 0 && lstat(path.c_str(), &there) == 0 &&
+           here.st_ino == there.st_ino && here.st_dev == there.st_dev;
+}
+
 } // namespace
+
+struct SystemPrivateFiles::OpenFiles {
+    std::map<std::string, posix::Descriptor> files;
+};
+
+SystemPrivateFiles::SystemPrivateFiles() : mOpen(std::make_unique<OpenFiles>()) {}
+
+SystemPrivateFiles::~SystemPrivateFiles() = default;
 
 std::error_code SystemPrivateFiles::MakeFolder(const std::string& folder) {
     struct stat found = {};
@@ -130,15 +150,19 @@ std::error_code SystemPrivateFiles::Write(const std::string& path, std::string_v
     return Fill(file, temporary, path, bytes, flushing);
 }
 
-// Neither a file nor its blocks are made or given back, and no file is replaced: ext4 would bring the new content to
-// the disk first. 0.05 ms for 100 KB instead of 0.09.
+// No folder is looked through or changed, and no file is replaced: ext4 would bring the new content to the disk first.
 std::error_code SystemPrivateFiles::Rewrite(const std::string& path, std::string_view bytes, Flushing flushing) {
-    const std::string folder = FolderOf(path);
-    const std::string temporary = folder + ".psf-" + path.substr(folder.size());
-    rename(path.c_str(), temporary.c_str()); // without a file a new one is made
-    constexpr mode_t ownerOnly = 0600;
-    posix::Descriptor file(open(temporary.c_str(), O_WRONLY | O_CREAT | O_NOFOLLOW | O_CLOEXEC, ownerOnly));
-    return Fill(file, temporary, path, bytes, flushing);
+    posix::Descriptor& file = mOpen->files[path];
+    if (!IsAt(file, path)) {
+        constexpr mode_t ownerOnly = 0600;
+        file = posix::Descriptor(open(path.c_str(), O_WRONLY | O_CREAT | O_NOFOLLOW | O_CLOEXEC, ownerOnly));
+    }
+    if (file.Number() < 0) {
+        const std::error_code error = LastError();
+        unlink(path.c_str()); // it may be a link
+        return error;
+    }
+    return lseek(file.Number(), 0, SEEK_SET) == 0 ? WriteAll(file, bytes, flushing) : LastError();
 }
 
 std::string SystemPrivateFiles::FullPath(const std::string& path) const {
@@ -148,6 +172,7 @@ std::string SystemPrivateFiles::FullPath(const std::string& path) const {
 }
 
 std::error_code SystemPrivateFiles::Remove(const std::string& path) {
+    mOpen->files.erase(path);
     return unlink(path.c_str()) == 0 || errno == ENOENT ? std::error_code() : LastError();
 }
 

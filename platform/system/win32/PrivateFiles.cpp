@@ -7,6 +7,7 @@
 
 #include <aclapi.h>
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <sddl.h>
 
@@ -121,7 +122,7 @@ struct FindEnd {
     void operator()(void* search) const { FindClose(search); }
 };
 
-std::error_code WriteAll(Handle& file, std::string_view bytes, Flushing flushing) {
+std::error_code WriteAll(const Handle& file, std::string_view bytes, Flushing flushing) {
     constexpr std::size_t mostAtOnce = 1U << 30U;
     while (!bytes.empty()) {
         DWORD count = 0;
@@ -133,17 +134,20 @@ std::error_code WriteAll(Handle& file, std::string_view bytes, Flushing flushing
     }
     const bool isFilled =
         SetEndOfFile(file.Get()) != 0 && (flushing == Flushing::Later || FlushFileBuffers(file.Get()) != 0);
-    return isFilled && file.Close() ? std::error_code() : LastError();
+    return isFilled ? std::error_code() : LastError();
 }
 
-// Opens the file `temporary`, fills it and gives it the name `path`. After an error it is gone.
-std::error_code Fill(const std::wstring& temporary, DWORD disposition, DWORD attributes, const std::wstring& path,
-                     std::string_view bytes, Flushing flushing) {
-    Handle file(CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, disposition, attributes, nullptr));
+// Makes the file `temporary`, fills it and gives it the name `path`. After an error it is gone.
+std::error_code Fill(const std::wstring& temporary, DWORD attributes, const std::wstring& path, std::string_view bytes,
+                     Flushing flushing) {
+    Handle file(CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, attributes, nullptr));
     if (!file) {
         return LastError();
     }
     std::error_code error = WriteAll(file, bytes, flushing);
+    if (!error && !file.Close()) {
+        error = LastError();
+    }
     if (!error) {
         const DWORD through = flushing == Flushing::Now ? MOVEFILE_WRITE_THROUGH : 0U;
         error = win32::Move(temporary, path, MOVEFILE_REPLACE_EXISTING | through);
@@ -165,6 +169,14 @@ DWORD AttributesOf(const std::wstring& path) {
 }
 
 } // namespace
+
+struct SystemPrivateFiles::OpenFiles {
+    std::map<std::string, Handle> files;
+};
+
+SystemPrivateFiles::SystemPrivateFiles() : mOpen(std::make_unique<OpenFiles>()) {}
+
+SystemPrivateFiles::~SystemPrivateFiles() = default;
 
 std::error_code SystemPrivateFiles::MakeFolder(const std::string& folder) {
     try {
@@ -213,7 +225,7 @@ std::error_code SystemPrivateFiles::Write(const std::string& path, std::string_v
         const std::wstring temporary = wide.substr(0, NameIn(wide)) + L".psf-" +
                                        std::to_wstring(GetCurrentProcessId()) + L"-" +
                                        std::to_wstring(GetTickCount64()) + L"-" + std::to_wstring(++number) + L".tmp";
-        return Fill(temporary, CREATE_NEW, AttributesOf(wide), wide, bytes, flushing);
+        return Fill(temporary, AttributesOf(wide), wide, bytes, flushing);
     } catch (const std::system_error& error) { // of the path
         return error.code();
     }
@@ -222,9 +234,13 @@ std::error_code SystemPrivateFiles::Write(const std::string& path, std::string_v
 std::error_code SystemPrivateFiles::Rewrite(const std::string& path, std::string_view bytes, Flushing flushing) {
     try {
         const std::wstring wide = win32::WidePath(path);
-        const std::wstring temporary = wide.substr(0, NameIn(wide)) + L".psf-" + wide.substr(NameIn(wide));
-        MoveFileExW(wide.c_str(), temporary.c_str(), MOVEFILE_REPLACE_EXISTING); // without a file a new one is made
-        return Fill(temporary, OPEN_ALWAYS, AttributesOf(wide), wide, bytes, flushing);
+        Handle& file = mOpen->files[path];
+        if (!file) {
+            file = Handle(CreateFileW(wide.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
+                                      AttributesOf(wide), nullptr));
+        }
+        return file && SetFilePointer(file.Get(), 0, nullptr, FILE_BEGIN) == 0 ? WriteAll(file, bytes, flushing)
+                                                                               : LastError();
     } catch (const std::system_error& error) { // of the path
         return error.code();
     }
@@ -254,6 +270,7 @@ std::string SystemPrivateFiles::FullPath(const std::string& path) const {
 
 std::error_code SystemPrivateFiles::Remove(const std::string& path) {
     try {
+        mOpen->files.erase(path);
         if (DeleteFileW(win32::WidePath(path).c_str()) != 0) {
             return {};
         }

@@ -5,6 +5,7 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -115,11 +116,26 @@ TEST_F(PrivateFilesTest, AFileIsWrittenOverWholeWhetherItGrowsOrShrinks) {
 
 TEST_F(PrivateFilesTest, WhatAnEndInTheMiddleLeftIsWrittenOver) {
     own.MakeFolder(folder);
-    std::ofstream(folder + "/.psf-a") << "a longer text, half of it new";
+    std::ofstream(folder + "/a") << "a longer text, half of it new";
     ASSERT_FALSE(own.Rewrite(folder + "/a", "new", Flushing::Later));
     SystemFiles files;
     EXPECT_EQ(ReadWhole(files, folder + "/a"), "new");
     EXPECT_EQ(Names(), std::vector<std::string>{"a"});
+}
+
+TEST_F(PrivateFilesTest, AFileThatOthersTookAwayIsMadeAnew) {
+    own.MakeFolder(folder);
+    ASSERT_FALSE(own.Rewrite(folder + "/a", "first", Flushing::Later));
+    SystemFiles files;
+    const std::vector<std::function<void()>> ways = {
+        [&] { fs::remove(folder + "/a"); }, [&] { fs::rename(folder + "/a", folder + "/b"); },
+        [&] { std::ofstream(folder + "/b") << "other", fs::rename(folder + "/b", folder + "/a"); },
+        [&] { own.Remove(folder + "/a"); }};
+    for (const std::function<void()>& takeAway : ways) {
+        takeAway();
+        ASSERT_FALSE(own.Rewrite(folder + "/a", "again", Flushing::Later));
+        EXPECT_EQ(ReadWhole(files, folder + "/a"), "again");
+    }
 }
 
 TEST_F(PrivateFilesTest, AFileIsNotWrittenThroughALink) {

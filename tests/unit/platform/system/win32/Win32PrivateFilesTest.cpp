@@ -76,6 +76,10 @@ TEST_F(Win32PrivateFilesTest, AFileIsWrittenOverWholeWhetherItGrowsOrShrinks) {
             EXPECT_EQ(entries.size(), 1U);
         }
     }
+    EXPECT_TRUE(SystemPrivateFiles().Remove(folder + "\\a")) << "another program cannot take it away";
+    ASSERT_FALSE(own.Remove(folder + "\\a"));
+    ASSERT_FALSE(own.Rewrite(folder + "\\a", "again", Flushing::Later));
+    EXPECT_EQ(ReadWhole(files, folder + "\\a"), "again");
 }
 
 TEST_F(Win32PrivateFilesTest, AProcessHasAStartUntilItEnds) {
