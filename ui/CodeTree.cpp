@@ -176,6 +176,7 @@ void VornMainFrm::Form_AddFunction() {
         mCurrentNode = mCodeTree.Add(mCurrentNode, name, name);
         mShownNode = mCurrentNode;
         mCodeTree.Select(mCurrentNode);
+        NoteEdited(mCurrentNode);
     } else if (status == Status::NameCollision) {
         Tell(Text::FunctionExists, Text::DuplicateFunction, MsgIcon::Stop);
     }
@@ -258,6 +259,9 @@ void VornMainFrm::FuncBody_LostFocus() {
 
 void VornMainFrm::FuncBody_Change() {
     NoteChange();
+    if (!mIsFilling) {
+        NoteEdited(mShownNode);
+    }
     if (FuncBodyChangeMode == 2) {
         FuncBodyChangedFlag = true;
     }

@@ -1,5 +1,5 @@
 // From a message to its line: a click on the tree item, done by the program, and then the caret. And from a line back:
-// marks in the pane and the tree.
+// marks in the pane and the tree, which also shows what is edited.
 #include "diagnostics/NearestLines.h"
 #include "document/Members.h"
 #include "platform/text/Ascii.h"
@@ -139,6 +139,19 @@ void VornMainFrm::ShowLineMarks(std::string_view text) {
         }
     }
     mFuncBody.SetLineMarks(marks);
+}
+
+void VornMainFrm::NoteEdited(TreeItem item) {
+    if (item != TreeItem::None && mEditedItems.insert(item).second) {
+        ShowEdited(true);
+    }
+}
+
+// Items that have gone since are passed over.
+void VornMainFrm::ShowEdited(bool areEdited) {
+    for (const TreeItem item : mEditedItems) {
+        Attempt([&] { mCodeTree.SetItalic(item, areEdited, OwnWords(OwnText::NotSaved, mLanguage)); });
+    }
 }
 
 // Each step by itself: a mark that cannot be shown is no reason to leave the others out.

@@ -64,6 +64,7 @@ void VornMainFrm::ShowLanguage() {
     mDesktop.Menu("mnuGerman").SetChecked(mLanguage != EnglishLanguage);
     mDesktop.Menu("mnuEnglish").SetChecked(mLanguage == EnglishLanguage);
     ShowButtonTips();
+    ShowEdited(true);
     Attempt([this] { mMessages.SetLanguage(mLanguage); });
 }
 

@@ -78,6 +78,8 @@ void VornMainFrm::NoteLoaded(const std::string& fileName) {
     mIsUnsaved = false;
     mIsCopyBehind = false;
     mHasSaveFailed = false;
+    ShowEdited(false);
+    mEditedItems.clear();
     mFile = {};
     Attempt([&] {
         if (!fileName.empty()) {

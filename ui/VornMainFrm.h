@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -168,6 +169,8 @@ private:
     void GoTo(const Diagnostic& message);
     void ShowLineMarks(std::string_view text);
     void ShowMarks();
+    void NoteEdited(TreeItem item);
+    void ShowEdited(bool areEdited);
     std::string NameOf(const std::string& member) const;
 
     MsgResult Ask(std::string_view text, std::string_view caption, MsgButtons buttons, MsgIcon icon);
@@ -193,6 +196,7 @@ private:
 
     BuildMessages mMessages;
     std::vector<std::string> mMarkedMembers; // by messages, in the tree
+    std::set<TreeItem> mEditedItems;         // whose texts the file does not have
     RecoveryStore mRecovery;
     DocumentFile mFile;
     std::string mShownMember;    // whose text the pane holds, be it stored or not; "" for none of the document

@@ -74,11 +74,32 @@ void TreeView::SetText(TreeItem item, std::string_view text) {
 
 void TreeView::SetMark(TreeItem item, Mark mark, std::string_view description) {
     Item& marked = mItems.at(item);
-    if (marked.mark != mark || marked.description != description) {
-        ShowMark(marked.node, mark, description);
-        marked.mark = mark;
-        marked.description = description;
+    Item changed = marked;
+    changed.mark = mark;
+    changed.markDescription = description;
+    Change(marked, changed);
+}
+
+void TreeView::SetItalic(TreeItem item, bool isItalic, std::string_view description) {
+    Item& slanted = mItems.at(item);
+    Item changed = slanted;
+    changed.isItalic = isItalic;
+    changed.italicDescription = isItalic ? description : "";
+    Change(slanted, changed);
+}
+
+void TreeView::Change(Item& item, const Item& changed) {
+    const Look before = LookOf(item);
+    const Look now = LookOf(changed);
+    if (before.mark != now.mark || before.isItalic != now.isItalic || before.description != now.description) {
+        ShowLook(item.node, now);
     }
+    item = changed;
+}
+
+TreeView::Look TreeView::LookOf(const Item& item) {
+    const bool isBoth = !item.markDescription.empty() && !item.italicDescription.empty();
+    return {item.mark, item.isItalic, item.markDescription + (isBoth ? ", " : "") + item.italicDescription};
 }
 
 std::int32_t TreeView::Index(TreeItem item) const {

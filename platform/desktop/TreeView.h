@@ -50,6 +50,10 @@ public:
     // A picture beside the item, none at first. `description` says the same in words: a screen reader has it, and it
     // is shown where the mouse rests on the item. The text stays what it is.
     void SetMark(TreeItem item, Mark mark, std::string_view description);
+
+    // Its text in italics, or upright as at first. `description` says why, behind that of the mark.
+    void SetItalic(TreeItem item, bool isItalic, std::string_view description);
+
     std::int32_t Index(TreeItem item) const;
     TreeItem Parent(TreeItem item) const { return mItems.at(item).parent; } // None at the top level
     void Expand(TreeItem item);
@@ -62,10 +66,19 @@ protected:
         std::string text;
         std::string tag;
         Mark mark = Mark::None;
-        std::string description; // of the mark
+        std::string markDescription;
+        bool isItalic = false;
+        std::string italicDescription;
         bool isExpanded = false; // also wished for, before there are children
         void* node = nullptr;    // what the control knows it by
     };
+
+    struct Look {
+        Mark mark = Mark::None;
+        bool isItalic = false;
+        std::string description; // of both
+    };
+    static Look LookOf(const Item& item);
 
     // Items get rising numbers, so that a map keeps them in the order of adding and parents before their children.
     using Items = std::map<TreeItem, Item>;
@@ -75,7 +88,7 @@ protected:
     virtual void RemoveNode(void* node, bool isSelected) = 0; // and all below, one of which may be selected
     virtual void RemoveNodes() = 0;
     virtual void ShowText(void* node, std::string_view text) = 0;
-    virtual void ShowMark(void* node, Mark mark, std::string_view description) = 0;
+    virtual void ShowLook(void* node, const Look& look) = 0;
     virtual void ExpandNode(void* node) = 0;
     virtual void SelectNode(void* node) = 0;
 
@@ -92,6 +105,8 @@ protected:
     void RaiseClick(TreeItem item);
 
 private:
+    void Change(Item& item, const Item& changed);
+
     Items mItems;
     std::map<std::string, TreeItem, std::less<>> mKeys;
     TreeItem mLastItem = TreeItem::None;

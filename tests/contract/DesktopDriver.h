@@ -100,6 +100,12 @@ inline std::string NameOf(Mark mark) {
     return mark == Mark::Error ? "error" : mark == Mark::Warning ? "warning" : "";
 }
 
+// What MarkShown gives.
+inline std::string LookShown(Mark mark, bool isItalic, const std::string& description) {
+    const std::string kind = NameOf(mark) + (mark != Mark::None && isItalic ? " " : "") + (isItalic ? "italic" : "");
+    return kind.empty() ? description : kind + ": " + description;
+}
+
 class DesktopDriver {
 public:
     virtual ~DesktopDriver() = default;
@@ -154,7 +160,8 @@ public:
     // of the selected one with "*" behind it.
     virtual std::vector<std::string> TreeShown() const = 0;
 
-    // The kind of an item's mark and its description, "error: 2 errors", "" without a mark.
+    // The kind of an item's mark and its description, "error: 2 errors", "" without a mark. With a text in italics
+    // "italic: changed" or "error italic: 2 errors, changed".
     virtual std::string MarkShown(TreeItem item) = 0;
 
     // The pane. Positions count bytes of the shown text, in which every line break is one LF. Typing goes where the

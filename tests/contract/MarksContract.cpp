@@ -199,6 +199,26 @@ TEST_P(DesktopContract, AnItemShowsItsMarkBesideItsText) {
     EXPECT_EQ(events, Strings{});
 }
 
+TEST_P(DesktopContract, AnItemInItalicsSaysWhyBehindItsMark) {
+    const TreeItem item = Tree().Add(TreeItem::None, "a", "A");
+    MainWindow().Show();
+    Record();
+    Tree().SetItalic(item, true, "ch\xC3\xA4nged");
+    EXPECT_EQ(user->MarkShown(item), "italic: ch\xC3\xA4nged");
+    Tree().SetMark(item, Mark::Error, "2 errors");
+    EXPECT_EQ(user->MarkShown(item), "error italic: 2 errors, ch\xC3\xA4nged");
+    Tree().SetItalic(item, true, "edited");
+    Tree().SetText(item, "B");
+    EXPECT_EQ(user->MarkShown(item), "error italic: 2 errors, edited");
+    Tree().SetMark(item, Mark::None, "");
+    EXPECT_EQ(user->MarkShown(item), "italic: edited");
+    Tree().SetItalic(item, false, "edited");
+    EXPECT_EQ(user->MarkShown(item), "");
+    EXPECT_EQ(user->TreeShown(), Strings{"B"});
+    EXPECT_EQ(events, Strings{});
+    EXPECT_THROW(Tree().SetItalic(TreeItem::None, true, ""), std::out_of_range);
+}
+
 TEST_P(DesktopContract, AnItemThatIsNotInTheTreeCannotBeMarked) {
     EXPECT_THROW(Tree().SetMark(TreeItem::None, Mark::Error, ""), std::out_of_range);
 }

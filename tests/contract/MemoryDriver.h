@@ -50,14 +50,19 @@ public:
     std::vector<std::string> TreeShown() const override { return mDesktop.tree.AllShown(); }
 
     std::string MarkShown(TreeItem item) override {
-        const Mark mark = mDesktop.tree.MarkOf(item);
-        return mark == Mark::None ? "" : NameOf(mark) + ": " + mDesktop.tree.DescriptionOf(item);
+        return LookShown(mDesktop.tree.MarkOf(item), mDesktop.tree.IsItalic(item), mDesktop.tree.DescriptionOf(item));
     }
 
     void ClickPane() override { mDesktop.pane.Click(); }
     void SetCaret(std::size_t position) override { mDesktop.pane.SetCaret(position); }
     void SelectAll() override { mDesktop.pane.SelectAll(); }
-    void Type(std::string_view text) override { mDesktop.pane.Type(text); }
+    void Type(std::string_view text) override {
+        if (mDesktop.tree.HasFocus()) {
+            mDesktop.tree.Type(text);
+        } else {
+            mDesktop.pane.Type(text);
+        }
+    }
     void PressEnter() override { mDesktop.pane.PressEnter(); }
     void Backspace() override { mDesktop.pane.Backspace(); }
     void Paste(std::string_view text) override { mDesktop.pane.Paste(text); }

@@ -360,5 +360,29 @@ TEST_P(DesktopContract, TheClickHandlerMayRebuildTheTree) {
     EXPECT_EQ(user->TreeShown().size(), 6U);
 }
 
+TEST_P(DesktopContract, TypingLettersFindsAnItem) {
+    const TreeItem group = Tree().Add(TreeItem::None, "group", "Group");
+    for (const char* const key : {"Alpha", "Beta", "Bison", "Gamma"}) {
+        Tree().Add(group, key, key);
+    }
+    Tree().Expand(group);
+    MainWindow().Show();
+    user->ClickItem(group);
+    Record();
+    user->Type("bi");
+    EXPECT_EQ(Selected(), "Bison");
+    ASSERT_FALSE(events.empty());
+    EXPECT_EQ(events.back(), "click Bison");
+}
+
+TEST_P(DesktopContract, LettersThatNoItemBeginsWithSelectNothingElse) {
+    MainWindow().Show();
+    user->ClickItem(Tree().Add(TreeItem::None, "Alpha", "Alpha"));
+    Record();
+    user->Type("xy");
+    EXPECT_EQ(Selected(), "Alpha");
+    EXPECT_EQ(events, Strings{});
+}
+
 } // namespace
 } // namespace tessaly

@@ -2,6 +2,7 @@
 #include "tests/desktop/TreeView.h"
 
 #include "platform/desktop/Window.h"
+#include "platform/text/Ascii.h"
 #include "tests/desktop/Keys.h"
 #include "tests/desktop/TestFailure.h"
 
@@ -28,7 +29,7 @@ void TreeView::ShowText(void* /*node*/, std::string_view /*text*/) {
     CountCall();
 }
 
-void TreeView::ShowMark(void* /*node*/, Mark /*mark*/, std::string_view /*description*/) {
+void TreeView::ShowLook(void* /*node*/, const Look& /*look*/) {
     CountCall();
 }
 
@@ -46,6 +47,7 @@ void TreeView::Click(TreeItem item) {
         throw ImpossibleAction("a click on a tree item that cannot be seen");
     }
     MoveHere();
+    mSought.clear();
     SelectByUser(item);
 }
 
@@ -102,13 +104,31 @@ std::string TreeView::Line(TreeItem item) const {
     return blanks + Text(item) + (item == Selected() ? "*" : "");
 }
 
-bool TreeView::TakeKey(int keyCode, int /*shift*/) {
+bool TreeView::TakeKey(int keyCode, int shift) {
     if (keyCode == KeyUp) {
         MoveUp();
     } else if (keyCode == KeyDown) {
         MoveDown();
+    } else if ((keyCode >= 'A' && keyCode <= 'Z') && (shift & ~Shift) == 0) {
+        Type(std::string(1, static_cast<char>(keyCode)));
     }
     return keyCode != KeyTab;
+}
+
+// What is typed goes on with what was typed before, from the selected item on and round the end.
+void TreeView::Type(std::string_view letters) {
+    CheckReachable("a key in the tree");
+    mSought += SmallLetters(letters);
+    std::vector<TreeItem> visible = Visible();
+    const auto selected = std::find(visible.begin(), visible.end(), Selected());
+    if (selected != visible.end()) {
+        std::rotate(visible.begin(), mSought.size() > 1 ? selected : std::next(selected), visible.end());
+    }
+    const auto found = std::find_if(visible.begin(), visible.end(),
+                                    [this](TreeItem item) { return SmallLetters(Text(item)).starts_with(mSought); });
+    if (found != visible.end() && *found != Selected()) {
+        SelectByUser(*found);
+    }
 }
 
 // All items, or those whose parents are all expanded.

@@ -33,8 +33,13 @@ public:
     bool MoveUp();
     bool MoveDown();
 
+    // The user types letters in a row, while the tree has the focus: the next item that can be seen and begins with
+    // them is selected.
+    void Type(std::string_view letters);
+
     Mark MarkOf(TreeItem item) const { return AllItems().at(item).mark; }
-    const std::string& DescriptionOf(TreeItem item) const { return AllItems().at(item).description; }
+    bool IsItalic(TreeItem item) const { return AllItems().at(item).isItalic; }
+    std::string DescriptionOf(TreeItem item) const { return LookOf(AllItems().at(item)).description; }
 
     // What the user sees: a line for each item, two blanks for each level, the selected one with a "*" at the end.
     std::string Shown() const;
@@ -49,7 +54,7 @@ private:
     void RemoveNode(void* node, bool isSelected) override;
     void RemoveNodes() override;
     void ShowText(void* node, std::string_view text) override;
-    void ShowMark(void* node, Mark mark, std::string_view description) override;
+    void ShowLook(void* node, const Look& look) override;
     void ExpandNode(void* node) override;
     void SelectNode(void* node) override;
 
@@ -59,6 +64,8 @@ private:
     bool IsVisible(TreeItem item) const;
     void SelectByUser(TreeItem item);
     bool Move(std::ptrdiff_t step);
+
+    std::string mSought; // the letters that were typed in a row
 };
 
 } // namespace tessaly::memory

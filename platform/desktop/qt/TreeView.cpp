@@ -128,7 +128,7 @@ TreeView::TreeView(Window& window) : Control(window, mTree), mTree(&window.Area(
     mTree.setEditTriggers(QAbstractItemView::NoEditTriggers);
     mTree.onColoursChanged = [this] {
         for (const auto& [item, content] : AllItems()) {
-            ShowMark(content.node, content.mark, content.description);
+            ShowLook(content.node, LookOf(content));
         }
     };
     mTree.onUserSelect = [this](const QTreeWidgetItem* node) {
@@ -165,13 +165,16 @@ void TreeView::ShowText(void* node, std::string_view text) {
 }
 
 // No line becomes higher by its picture.
-void TreeView::ShowMark(void* node, Mark mark, std::string_view description) {
+void TreeView::ShowLook(void* node, const Look& look) {
     QTreeWidgetItem& item = ItemOf(node);
-    item.setData(0, Qt::AccessibleDescriptionRole, ToQt(description));
-    item.setToolTip(0, ToQt(description));
+    item.setData(0, Qt::AccessibleDescriptionRole, ToQt(look.description));
+    item.setToolTip(0, ToQt(look.description));
+    QFont font;
+    font.setItalic(look.isItalic);
+    item.setData(0, Qt::FontRole, look.isItalic ? QVariant(font) : QVariant());
     const int side = mTree.fontMetrics().height() * 3 / 4;
     mTree.setIconSize({side, side});
-    item.setIcon(0, Icon(mark, side, mTree.devicePixelRatioF(), mTree.palette()));
+    item.setIcon(0, Icon(look.mark, side, mTree.devicePixelRatioF(), mTree.palette()));
 }
 
 void TreeView::ExpandNode(void* node) {

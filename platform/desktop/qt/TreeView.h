@@ -51,7 +51,7 @@ private:
     void RemoveNode(void* node, bool isSelected) override;
     void RemoveNodes() override;
     void ShowText(void* node, std::string_view text) override;
-    void ShowMark(void* node, Mark mark, std::string_view description) override;
+    void ShowLook(void* node, const Look& look) override;
     void ExpandNode(void* node) override;
     void SelectNode(void* node) override;
 

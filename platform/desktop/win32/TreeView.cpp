@@ -100,7 +100,7 @@ void TreeView::ShowText(void* node, std::string_view text) {
 }
 
 // The picture is the state's, as only items that have one make room for it.
-void TreeView::ShowMark(void* node, Mark mark, std::string_view description) {
+void TreeView::ShowLook(void* node, const Look& look) {
     if (!mPictures) {
         ShowPictures();
         SetWindowLongW(Handle(), GWL_STYLE, GetWindowLongW(Handle(), GWL_STYLE) | TVS_INFOTIP);
@@ -109,9 +109,10 @@ void TreeView::ShowMark(void* node, Mark mark, std::string_view description) {
     shown.mask = TVIF_HANDLE | TVIF_STATE;
     shown.hItem = static_cast<HTREEITEM>(node);
     shown.stateMask = TVIS_STATEIMAGEMASK;
-    shown.state = INDEXTOSTATEIMAGEMASK(static_cast<UINT>(mark));
+    shown.state = INDEXTOSTATEIMAGEMASK(static_cast<UINT>(look.mark));
     Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&shown));
-    DescribeItem(Handle(), shown.hItem, ToWide(description));
+    DescribeItem(Handle(), shown.hItem, ToWide(look.description));
+    InvalidateRect(Handle(), nullptr, FALSE); // italics are no state of the control's
 }
 
 void TreeView::ShowPictures() {
@@ -120,6 +121,7 @@ void TreeView::ShowPictures() {
 }
 
 void TreeView::Rescale() {
+    mItalicFont.reset();
     Control::Rescale();
     ColoursChanged();
 }
@@ -177,20 +179,23 @@ LRESULT TreeView::Notify(NMHDR& header) {
 // The tool tip of an item. Without a mark it is the control's own.
 void TreeView::Describe(NMTVGETINFOTIPW& tip) const {
     const auto item = AllItems().find(ItemOf(tip.lParam));
-    if (item != AllItems().end() && !item->second.description.empty()) {
-        const std::wstring text = ToWide(item->second.description);
+    const std::wstring text = item != AllItems().end() ? ToWide(LookOf(item->second).description) : L"";
+    if (!text.empty()) {
         const std::size_t count = text.copy(tip.pszText, static_cast<std::size_t>(tip.cchTextMax) - 1);
         tip.pszText[count] = L'\0';
     }
 }
 
 // Without the focus the control would set the selected item apart so faintly that nobody sees it.
-LRESULT TreeView::Draw(NMTVCUSTOMDRAW& drawing) const {
+LRESULT TreeView::Draw(NMTVCUSTOMDRAW& drawing) {
     if (drawing.nmcd.dwDrawStage == CDDS_PREPAINT) {
         return CDRF_NOTIFYITEMDRAW;
     }
-    const bool isSelected = ItemOf(drawing.nmcd.lItemlParam) == Selected();
-    if (drawing.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && isSelected && GetFocus() != Handle()) {
+    if (drawing.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) {
+        return CDRF_DODEFAULT;
+    }
+    const TreeItem item = ItemOf(drawing.nmcd.lItemlParam);
+    if (item == Selected() && GetFocus() != Handle()) {
         const COLORREF paper = GetSysColor(COLOR_WINDOW);
         const COLORREF text = GetSysColor(COLOR_WINDOWTEXT);
         const auto quarter = [](int from, int to) { return from + (to - from) / 4; };
@@ -198,7 +203,22 @@ LRESULT TreeView::Draw(NMTVCUSTOMDRAW& drawing) const {
         drawing.clrTextBk = RGB(quarter(GetRValue(paper), GetRValue(text)), quarter(GetGValue(paper), GetGValue(text)),
                                 quarter(GetBValue(paper), GetBValue(text)));
     }
-    return CDRF_DODEFAULT;
+    const auto found = AllItems().find(item);
+    if (found == AllItems().end() || !found->second.isItalic) {
+        return CDRF_DODEFAULT;
+    }
+    SelectObject(drawing.nmcd.hdc, ItalicFont());
+    return CDRF_NEWFONT;
+}
+
+HFONT TreeView::ItalicFont() {
+    if (!mItalicFont) {
+        LOGFONTW font = {};
+        GetObjectW(ParentWindow().Font(), sizeof font, &font);
+        font.lfItalic = TRUE;
+        mItalicFont.reset(CreateFontIndirectW(&font));
+    }
+    return mItalicFont.get();
 }
 
 // The collapsed item is selected in place of a hidden one. Not every system tells so.

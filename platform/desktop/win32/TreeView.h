@@ -22,7 +22,7 @@ private:
     void RemoveNode(void* node, bool isSelected) override;
     void RemoveNodes() override;
     void ShowText(void* node, std::string_view text) override;
-    void ShowMark(void* node, Mark mark, std::string_view description) override;
+    void ShowLook(void* node, const Look& look) override;
     void ExpandNode(void* node) override;
     void SelectNode(void* node) override;
     void ShowPictures();
@@ -30,12 +30,14 @@ private:
     void HoldDrawing();
     void ShowAdded();
     void RaiseLater();
-    LRESULT Draw(NMTVCUSTOMDRAW& drawing) const;
+    LRESULT Draw(NMTVCUSTOMDRAW& drawing);
+    HFONT ItalicFont();
     void Describe(NMTVGETINFOTIPW& tip) const;
     void Clicked();
     void FollowSelection();
 
     ImageListOwner mPictures;      // of marks
+    FontOwner mItalicFont;         // once it is needed
     bool mIsDrawingHeld = false;   // until the items that are being added are all there
     bool mHasToolTips = false;     // for texts that are cut off
     POINT mClick = {};             // where the mouse was pressed last

@@ -242,8 +242,7 @@ std::string QtDriver::MarkShown(TreeItem item) {
     EXPECT_EQ(node.toolTip(0), description);
     const QSize size = mDesktop->tree.Widget().iconSize();
     const Mark mark = node.icon(0).isNull() ? Mark::None : MarkOf(node.icon(0).pixmap(size).toImage());
-    EXPECT_EQ(mark == Mark::None, description.isEmpty());
-    return mark == Mark::None ? "" : NameOf(mark) + ": " + qt::FromQt(description);
+    return LookShown(mark, node.font(0).italic(), qt::FromQt(description));
 }
 
 // They differ in shape: the colours are left out.

@@ -120,6 +120,7 @@ private:
     static HWND HandleOf(tessaly::Control& control);
     HWND Tree() const { return Control(win32::ControlId::CodeTree); }
     HTREEITEM Node(TreeItem item) const;
+    bool IsItalic(TreeItem item) const;
     void ForEachNode(const std::function<void(const TVITEMW& node, int level)>& look) const;
     MenuPlace PlaceOf(const MenuItem& item) const;
     static std::string MenuText(HMENU menu, int number);

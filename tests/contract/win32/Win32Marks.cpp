@@ -223,6 +223,24 @@ void Win32Driver::ClickMargin() {
     Settle();
 }
 
+// The tree asks for the font of an item, too.
+bool Win32Driver::IsItalic(TreeItem item) const {
+    const HDC screen = GetDC(Tree());
+    NMTVCUSTOMDRAW asked = {};
+    asked.nmcd.hdr = {Tree(), win32::ControlId::CodeTree, NM_CUSTOMDRAW};
+    asked.nmcd.dwDrawStage = CDDS_ITEMPREPAINT;
+    asked.nmcd.hdc = screen;
+    asked.nmcd.lItemlParam = static_cast<LPARAM>(item);
+    const HGDIOBJ before = GetCurrentObject(screen, OBJ_FONT);
+    const LRESULT answer =
+        SendMessageW(mFrame, WM_NOTIFY, win32::ControlId::CodeTree, reinterpret_cast<LPARAM>(&asked));
+    LOGFONTW font = {};
+    GetObjectW(GetCurrentObject(screen, OBJ_FONT), sizeof font, &font);
+    SelectObject(screen, before);
+    ReleaseDC(Tree(), screen);
+    return answer == CDRF_NEWFONT && font.lfItalic != 0;
+}
+
 // The tree asks for the tool tip, and a screen reader gets the same.
 std::string Win32Driver::MarkShown(TreeItem item) {
     Settle();
@@ -237,9 +255,9 @@ std::string Win32Driver::MarkShown(TreeItem item) {
     asked.pszText = tip.data();
     asked.cchTextMax = static_cast<int>(tip.size());
     SendMessageW(mFrame, WM_NOTIFY, win32::ControlId::CodeTree, reinterpret_cast<LPARAM>(&asked));
-    EXPECT_EQ(image == 0, tip[0] == L'\0');
+    const std::string description = win32::ToUtf8(tip.data());
     if (image == 0) {
-        return "";
+        return LookShown(Mark::None, IsItalic(item), description);
     }
     const auto list = std::bit_cast<HIMAGELIST>(SendMessageW(Tree(), TVM_GETIMAGELIST, TVSIL_STATE, 0));
     int side = 0;
@@ -252,7 +270,7 @@ std::string Win32Driver::MarkShown(TreeItem item) {
         const Pixels expected({side, side});
         ImageList_Draw(known.get(), static_cast<int>(mark), expected.Drawing(), 0, 0, ILD_NORMAL);
         if (!shown.Differs(expected, {0, 0, side, side})) {
-            return NameOf(mark) + ": " + win32::ToUtf8(tip.data());
+            return LookShown(mark, IsItalic(item), description);
         }
     }
     ADD_FAILURE() << "a picture of nothing that is known";
