@@ -2,6 +2,8 @@
 #include "ui/Editing.h"
 #include "ui/VornMainFrm.h"
 
+#include <utility>
+
 namespace tessaly {
 
 // F4 deletes and F5 adds, although the list of hot keys says the opposite: kept on purpose.
@@ -29,6 +31,16 @@ void VornMainFrm::Form_KeyDown(int keyCode, int) {
             break;
         }
     });
+}
+
+// Does what the item of the menu does, also while another control has the keyboard.
+void VornMainFrm::ChooseMenuOnKey(int keyCode, int shift) {
+    constexpr std::pair<int, std::string_view> keys[] = {{'N', "mnuNewPSF"}, {'O', "mnuOpenPSF"}, {'S', "mnuSavePSF"}};
+    for (const auto& [key, menu] : keys) {
+        if (key == keyCode && IsWindowKey(keyCode, shift)) {
+            mDesktop.ChooseMenu(menu);
+        }
+    }
 }
 
 bool VornMainFrm::FuncBody_KeyDown(const PaneKey& key) {

@@ -247,6 +247,7 @@ void VornMainFrm::Listen() {
     mWindow.onKeyDown = [this](int keyCode, int shift) {
         Form_KeyDown(keyCode, shift);
         StepOnKey(keyCode, shift);
+        ChooseMenuOnKey(keyCode, shift);
     };
     mMessages.onName = [this](const std::string& member) { return NameOf(member); };
     mMessages.onGo = [this](const Diagnostic& message) { GoTo(message); };

@@ -86,6 +86,7 @@ public:
     // Keys and tool bar
 
     void Form_KeyDown(int keyCode, int shift);
+    void ChooseMenuOnKey(int keyCode, int shift);
     void SetUpToolBar(std::string_view kind); // EventTool or FuncVarTool
     void VornToolBar_ButtonClick(std::int32_t number);
 

@@ -44,6 +44,7 @@ public:
     // See Menus.
     MenuItem& AddMenu(MenuItem* parent, std::string_view name) { return mParts.menus->Add(parent, name); }
     MenuItem& Menu(std::string_view name) const { return (*mParts.menus)[name]; }
+    void ChooseMenu(std::string_view name) const { mParts.menus->Choose(Menu(name)); }
     void AddMenuSeparator(MenuItem& parent) { mParts.menus->AddSeparator(parent); }
 
     // Made when it is asked for first: most starts never need its controls.

@@ -29,7 +29,7 @@ MenuItem* Menus::Find(std::string_view name) const {
     return found != mItems.end() ? found->get() : nullptr;
 }
 
-void Menus::RaiseClick(const MenuItem& item) {
+void Menus::Choose(const MenuItem& item) {
     const FocusEvents::Command command(mFocus, FocusEvents::Keyboard::IsTaken);
     Raise(item.onClick);
 }

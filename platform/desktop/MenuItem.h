@@ -56,15 +56,15 @@ public:
     // The menu of this name. Throws std::out_of_range when there is none.
     MenuItem& operator[](std::string_view name) const;
 
+    // As if the user had chosen the item: the command has the keyboard as long as it runs.
+    void Choose(const MenuItem& item);
+
     // Adds a line between the items of a drop-down.
     virtual void AddSeparator(MenuItem& parent) = 0;
 
 protected:
     // Stands in the bar, or in the drop-down of `parent`. All items of a desktop are of its own class.
     virtual std::unique_ptr<MenuItem> Make(MenuItem* parent, std::string_view name) = 0;
-
-    // The user has chosen an item.
-    void RaiseClick(const MenuItem& item);
 
     std::vector<std::unique_ptr<MenuItem>> mItems;
 

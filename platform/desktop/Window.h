@@ -27,9 +27,15 @@ inline constexpr int KeyF5 = 116;
 inline constexpr int KeyF10 = 121;
 inline constexpr int KeySlash = 191;
 
-// Ctrl+J, also with Shift: it is the window's alone. To an edit control it would be a line break.
+// Ctrl+J, also with Shift.
 constexpr bool IsStepKey(int keyCode, int shift) {
     return keyCode == 'J' && (shift & ~1) == 2;
+}
+
+// Whether a key is the window's alone: the one above, which to an edit control would be a line break, and Ctrl+N,
+// Ctrl+O and Ctrl+S, which stand for a menu.
+constexpr bool IsWindowKey(int keyCode, int shift) {
+    return IsStepKey(keyCode, shift) || (shift == 2 && (keyCode == 'N' || keyCode == 'O' || keyCode == 'S'));
 }
 
 // Whether a key only goes with others or locks: Shift, Ctrl, Alt, the locks, the Windows keys, and each of two alike.
@@ -61,7 +67,7 @@ public:
     std::function<void()> onResize;
 
     // Raised for every key pressed in the window, before the control with the focus gets it, which it does in any case
-    // but that of IsStepKey; and for keys of the messages window. `shift`: 1 Shift, 2 Ctrl, 4 Alt, added up.
+    // but that of IsWindowKey; and for keys of the messages window. `shift`: 1 Shift, 2 Ctrl, 4 Alt, added up.
     std::function<void(int keyCode, int shift)> onKeyDown;
 
     // Raised when the user drops a file on the window; with its whole path, and once for each of several files. Not

@@ -113,6 +113,23 @@ TEST_P(DesktopContract, AKeyThatMovesTheFocusIsToldAtOnce) {
     EXPECT_EQ(events, (Strings{"lost focus", "end", "got focus", "end"}));
 }
 
+TEST_P(DesktopContract, AMenuItemThatAKeyChoosesHasTheKeyboardUntilItsCommandHasEnded) {
+    MenuItem& file = TheDesktop().AddMenu(nullptr, "mnuFile");
+    TheDesktop().AddMenu(&file, "mnuSave").onClick = [this] {
+        ShowBox();
+        events.emplace_back("saved");
+    };
+    BeginInPane();
+    MainWindow().onKeyDown = [this](int keyCode, int) {
+        if (keyCode == 'S') {
+            TheDesktop().ChooseMenu("mnuSave");
+        }
+    };
+    user->PressKey('S', 2);
+    user->Settle();
+    EXPECT_EQ(EventsAcrossWindows(), (Strings{"lost focus", "saved", "got focus"}));
+}
+
 TEST_P(DesktopContract, AMenuThatIsLeftGivesTheKeyboardBack) {
     MenuItem& file = TheDesktop().AddMenu(nullptr, "mnuFile");
     TheDesktop().AddMenu(&file, "mnuSave");

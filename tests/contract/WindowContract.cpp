@@ -94,6 +94,30 @@ TEST_P(DesktopContract, FunctionKeysAreToldAndChangeNoText) {
     EXPECT_EQ(Pane().Text(), "ab");
 }
 
+TEST_P(DesktopContract, AKeyThatIsTheWindowsAloneReachesNoControl) {
+    Edit("ab", 1);
+    Record();
+    std::string told;
+    MainWindow().onKeyDown = [&told](int keyCode, int shift) {
+        if (!IsModifierKey(keyCode)) {
+            told += static_cast<char>(keyCode);
+            told += std::to_string(shift);
+        }
+    };
+    Pane().onKey = [this](const PaneKey& key) {
+        if (!IsModifierKey(key.keyCode)) {
+            events.emplace_back("key in the pane");
+        }
+        return false;
+    };
+    for (const int key : {'N', 'O', 'S'}) {
+        user->PressKey(key, 2);
+    }
+    EXPECT_EQ(told, "N2O2S2");
+    EXPECT_EQ(events, Strings{});
+    EXPECT_EQ(Pane().Text(), "ab");
+}
+
 TEST_P(DesktopContract, AKeyReachesTheControlThatHasTheFocusAfterTheEvent) {
     MainWindow().Show();
     Tree().SetFocus();

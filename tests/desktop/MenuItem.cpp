@@ -36,7 +36,7 @@ void Menus::Choose(const MenuItem& item) {
     if (!item.dropDown.empty()) {
         throw ImpossibleAction("the choice of the menu \"" + item.Name() + "\", which only opens its drop-down");
     }
-    RaiseClick(item);
+    tessaly::Menus::Choose(item);
 }
 
 MenuItem& Menus::operator[](std::string_view name) {

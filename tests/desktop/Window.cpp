@@ -68,7 +68,7 @@ void Window::PressKey(int keyCode, int shift) {
     CheckUsable("a key in the window");
     focus.LeaveMessages(); // it is there that the user presses it
     TellKey(keyCode, shift);
-    if (HasEnded() || IsStepKey(keyCode, shift)) {
+    if (HasEnded() || IsWindowKey(keyCode, shift)) {
         return;
     }
     auto* const target = dynamic_cast<KeyTarget*>(controls.Owner());

@@ -12,6 +12,36 @@ TEST_P(ProgramScenario, WhatIsTypedAfterASaveIsAskedAbout) {
     EXPECT_NE(ReadFile(user->FilePath("a.PSF")).find("/* first *//* later */void One()"), std::string::npos);
 }
 
+TEST_P(ProgramScenario, WhatIsTypedAfterASaveByItsKeyIsAskedAbout) {
+    BeginTyping();
+    user->PressKey('S', 2);
+    user->Settle();
+    EXPECT_FALSE(program->FuncBodyChangedFlag);
+    EXPECT_EQ(Panel(2), "File was saved successfully!");
+    TypeOn();
+    EXPECT_NE(ReadFile(user->FilePath("a.PSF")).find("/* first *//* later */void One()"), std::string::npos);
+}
+
+TEST_P(ProgramScenario, WhatIsTypedAfterAnOpenByItsKeyThatIsCancelledIsAskedAbout) {
+    BeginTyping();
+    user->WillPress(MsgResult::Yes);
+    user->WillCancelFileDialog();
+    user->PressKey('O', 2);
+    user->Settle();
+    EXPECT_FALSE(program->FuncBodyChangedFlag);
+    TypeOn();
+}
+
+TEST_P(ProgramScenario, TheKeyForANewFileWorksInTheTreeToo) {
+    StartProgram();
+    Open("a.PSF", GoodPsf());
+    Click("One");
+    user->PressKey('N', 2);
+    user->Settle();
+    EXPECT_EQ(FunctionItems(), Strings{});
+    EXPECT_EQ(Panel(2), "File was created successfully!");
+}
+
 TEST_P(ProgramScenario, WhatIsTypedAfterASaveUnderAnotherNameIsAskedAbout) {
     BeginTyping();
     WriteFile(user->FilePath("there.PSF"), "");

@@ -43,7 +43,7 @@ QMenu& MenuItem::DropDown() {
 
 std::unique_ptr<tessaly::MenuItem> Menus::Make(tessaly::MenuItem* parent, std::string_view name) {
     auto item = std::make_unique<MenuItem>(mFocus, name);
-    item->onChosen = [this, &chosen = *item] { RaiseClick(chosen); };
+    item->onChosen = [this, &chosen = *item] { Choose(chosen); };
     if (parent == nullptr) {
         item->DropDown();
         mBar.addAction(&item->Action());

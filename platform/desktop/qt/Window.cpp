@@ -155,7 +155,7 @@ bool Window::eventFilter(QObject* object, QEvent* event) {
             UpdateFocusInUse();
             const int shift = ShiftState(key.modifiers());
             TellKey(VirtualKey(key), shift);
-            if (IsStepKey(VirtualKey(key), shift)) {
+            if (IsWindowKey(VirtualKey(key), shift)) {
                 return true;
             }
         }

@@ -78,7 +78,7 @@ void Menus::AddSeparator(tessaly::MenuItem& parent) {
 void Menus::Choose(int id) {
     const auto place = static_cast<std::size_t>(id) - static_cast<std::size_t>(ControlId::FirstMenu);
     if (place < mItems.size() && static_cast<MenuItem&>(*mItems[place]).DropDownThatIsThere() == nullptr) {
-        RaiseClick(*mItems[place]);
+        tessaly::Menus::Choose(*mItems[place]);
     }
 }
 

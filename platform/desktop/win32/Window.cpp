@@ -122,7 +122,7 @@ bool Window::TakeKey(MSG& message) {
     const auto key = static_cast<int>(message.wParam);
     const int shift = ShiftState();
     TellKey(key, shift);
-    if (HasEnded() || IsStepKey(key, shift)) {
+    if (HasEnded() || IsWindowKey(key, shift)) {
         return true;
     }
     HWND target = GetFocus();
