@@ -10,6 +10,8 @@ namespace {
 constexpr std::u16string_view Opening = u"([{";
 constexpr std::u16string_view Closing = u")]}";
 
+constexpr std::size_t LinesLookedThrough = 1000; // in each direction: every key that is pressed asks
+
 bool IsOpening(char16_t character) {
     return Opening.find(character) != std::u16string_view::npos;
 }
@@ -36,13 +38,20 @@ public:
             return std::nullopt;
         }
         std::size_t line = from.line;
-        while (mIsForward ? ++line < mLines.Count() : line-- > 0) {
+        for (std::size_t count = 0; mIsForward ? ++line < mLines.Count() : line-- > 0; ++count) {
+            if (count == LinesLookedThrough) {
+                mHasGivenUp = true;
+                return std::nullopt;
+            }
             if (const std::optional<Place> found = WalkLine(line, std::u16string::npos)) {
                 return mIsMatch ? found : std::nullopt;
             }
         }
         return std::nullopt;
     }
+
+    // Its partner may be further away than anybody looks.
+    bool HasGivenUp() const { return mHasGivenUp; }
 
 private:
     // From behind `column` on, or in front of it; npos is the whole line. Returns the bracket that ends the search.
@@ -84,6 +93,7 @@ private:
     CPart mPart;
     bool mIsForward;
     bool mIsMatch = false;
+    bool mHasGivenUp = false;
     std::u16string mOpen;
 };
 
@@ -96,7 +106,9 @@ std::optional<BracketPair> PairAt(const TextLines& lines, Place place) {
     if (part == CPart::Hidden) {
         return std::nullopt;
     }
-    return BracketPair{place, BracketWalk(lines, part, IsOpening(text[place.column])).Find(place, text[place.column])};
+    BracketWalk walk(lines, part, IsOpening(text[place.column]));
+    const BracketPair pair{place, walk.Find(place, text[place.column])};
+    return walk.HasGivenUp() ? std::nullopt : std::optional(pair);
 }
 
 } // namespace

@@ -20,10 +20,11 @@ struct BracketPair {
     bool operator==(const BracketPair&) const = default;
 };
 
-// The round, square or curly bracket behind the caret, or else the one in front of it. No value without one.
+// The round, square or curly bracket behind the caret, or else the one in front of it. No value without one,
+// nor where its partner is not among the next thousand lines.
 std::optional<BracketPair> FindBracket(const TextLines& lines, Place caret);
 
-// The "{" in code that is open at `place`, which the next "}" would close.
+// The "{" in code that is open at `place`, which the next "}" would close. It is looked for as far.
 std::optional<Place> FindOpenBrace(const TextLines& lines, Place place);
 
 } // namespace tessaly

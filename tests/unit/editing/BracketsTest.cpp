@@ -70,6 +70,13 @@ TEST(BracketsTest, APreprocessorLineHasItsOwn) {
     EXPECT_EQ(Marked("▮{\n#define F }\n}"), "‹{\n#define F }\n›}");
 }
 
+TEST(BracketsTest, NobodyLooksFurtherThanAThousandLines) {
+    const std::string near = "▮{" + std::string(1000, '\n') + "}";
+    EXPECT_EQ(Marked(near), "‹{" + std::string(1000, '\n') + "›}");
+    EXPECT_EQ(Marked("▮{" + std::string(1001, '\n') + "}"), "none");
+    EXPECT_EQ(Marked("▮{" + std::string(900, '\n')), "!{" + std::string(900, '\n'));
+}
+
 TEST(BracketsTest, TheOpenBraceIsTheOneThatTheNextOneWouldClose) {
     const auto open = [](std::string_view written) {
         const TextModel text(written);
