@@ -122,7 +122,7 @@ bool SettingsRegistry::WriteBack(const Key& key, std::string_view valueName, con
             return false;
         }
         fs::create_directories(fs::absolute(path).parent_path());
-        return !ReplaceWhole(path, Existing::Replace, [this, &changed](const std::string& newPath) {
+        return !ReplaceWhole(path, Existing::ReplaceLinked, [this, &changed](const std::string& newPath) {
             const std::unique_ptr<OutputFile> file = mFiles.OpenForOutput(newPath);
             file->Write(*changed);
             file->Close();

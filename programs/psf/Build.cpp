@@ -4,6 +4,7 @@
 #include "app/Settings.h"
 #include "diagnostics/Diagnostics.h"
 #include "diagnostics/RewriteMessages.h"
+#include "platform/system/FileLock.h"
 #include "platform/system/Process.h"
 #include "platform/text/TerminalText.h"
 #include "programs/psf/Commands.h"
@@ -21,6 +22,16 @@ std::string HiddenMistakes(const VornSrcObj& document, const std::string& file) 
         text.append("\n");
     }
     return text;
+}
+
+// Why `path` cannot be written.
+std::string WriteProblem(Session& session, const std::string& path) {
+    try {
+        session.files.OpenForOutput(path)->Close();
+        return "the disk may be full";
+    } catch (const std::system_error& error) {
+        return Reason(error.code());
+    }
 }
 
 } // namespace
@@ -48,9 +59,13 @@ int Build(Session& session, const std::string& file) {
                    std::string(UncarriedCharacters()));
         return WrongUsage;
     }
+    const std::unique_ptr<FileLock> turn = LockForWriting(
+        settings.cFile, [&] { PrintError(settings.cFile + ": waiting for another build with this C file"); });
     BuildMap map;
     if (const Status status = BuildMap::BuildCCodeFile(document, settings.cFile, map); status != Status::Done) {
-        PrintError(settings.cFile + ": the C file cannot be generated");
+        if (CheckGeneration(session, document, file) == Success) {
+            PrintError(settings.cFile + ": the C file cannot be written: " + WriteProblem(session, settings.cFile));
+        }
         return ExitStatus(status);
     }
     std::string output;

@@ -7,6 +7,7 @@
 #include "document/NewFunction.h"
 #include "programs/psf/Json.h"
 #include "programs/psf/Printable.h"
+#include "programs/psf/Saving.h"
 
 #include <cstdio>
 
@@ -28,17 +29,13 @@ public:
 
 } // namespace
 
-int New(Session& session, const std::string& file, bool force) {
+int New(Session& session, const std::string& file) {
     const VornSrcObj document = session.NewDocument();
-    if (force) {
-        return ExitStatus(Save(document, file));
+    if (session.force) {
+        return Save(session, document, file);
     }
-    const std::error_code error =
-        Replace(file, Existing::Keep, [&](const std::string& path) { return document.SaveFile(path) == Status::Done; });
-    if (error == std::errc::file_exists) {
-        return WrongUsage;
-    }
-    return error ? ExitStatus(Status::UnexpectedError) : Success;
+    return Replace(file, Existing::Keep,
+                   [&](const std::string& path) { return document.SaveFile(path) == Status::Done; });
 }
 
 int ShowList(Session& session, const std::string& file) {
@@ -51,8 +48,12 @@ int ShowList(Session& session, const std::string& file) {
 }
 
 int ShowMember(Session& session, const std::string& file, const std::string& member) {
-    return WithMember(session, file, member, [](VornSrcObj& document, CCodeOrigin found) {
-        Print(MemberText(document, found));
+    return WithDocument(session, file, [&](VornSrcObj& document) {
+        const std::optional<CCodeOrigin> found = FindOrSay(session, document, file, member);
+        if (!found) {
+            return ExitStatus(Status::NotFound);
+        }
+        Print(MemberText(document, *found));
         return Success;
     });
 }
@@ -92,7 +93,7 @@ int Add(Session& session, const std::string& file, const std::string& name) {
     case NameCheck::Accepted:
         break;
     }
-    return WithDocument(session, file, [&](VornSrcObj& document) {
+    return ChangeDocument(session, file, [&](VornSrcObj& document) {
         const Status status = document.AddFunction(name, "", NewFunctionText(name));
         if (status == Status::NameCollision) {
             PrintError(file + ": \"" + name + "\" collides with the function \"" +
@@ -104,12 +105,12 @@ int Add(Session& session, const std::string& file, const std::string& name) {
             PrintError(file + ": \"" + name + "\" cannot be added");
             return ExitStatus(status);
         }
-        return ExitStatus(Save(document, file));
+        return Success;
     });
 }
 
 int Delete(Session& session, const std::string& file, const std::string& name) {
-    return WithDocument(session, file, [&](VornSrcObj& document) {
+    return ChangeDocument(session, file, [&](VornSrcObj& document) {
         const bool empty = document.GetFunctionCount() == 0;
         if (const Status status = document.DeleteFunction(name); status != Status::Done) {
             PrintError(file +
@@ -117,20 +118,31 @@ int Delete(Session& session, const std::string& file, const std::string& name) {
                        name + "\"");
             return ExitStatus(status);
         }
-        return ExitStatus(Save(document, file));
+        return Success;
     });
 }
 
 int Resave(Session& session, const std::string& input, const std::string& output) {
-    return WithDocument(session, input, [&](VornSrcObj& document) { return ExitStatus(Save(document, output)); });
+    const std::optional<FileState> target = StateOf(output);
+    if (target && target == StateOf(input)) {
+        return ChangeDocument(session, output, [](VornSrcObj&) { return Success; });
+    }
+    return WithDocument(session, input, [&](VornSrcObj& document) { return Save(session, document, output); });
+}
+
+int CheckGeneration(const Session& session, const VornSrcObj& document, const std::string& file) {
+    Discard discard;
+    const Status status = document.BuildCCode(discard);
+    if (status != Status::Done) {
+        PrintError(session.NameOf(file) + ": C code cannot be generated: the code of a function begins with \"{\"");
+    }
+    return ExitStatus(status);
 }
 
 int Generate(Session& session, const std::string& file, const std::optional<std::string>& output) {
     return WithDocument(session, file, [&](VornSrcObj& document) {
-        Discard discard;
-        if (const Status status = document.BuildCCode(discard); status != Status::Done) {
-            PrintError(session.NameOf(file) + ": C code cannot be generated: the code of a function begins with \"{\"");
-            return ExitStatus(status);
+        if (const int status = CheckGeneration(session, document, file); status != Success) {
+            return status;
         }
         if (!output) {
             EncodedOutput encoded(std::make_unique<StandardOutput>(), *session.codePage);
@@ -139,10 +151,10 @@ int Generate(Session& session, const std::string& file, const std::optional<std:
             encoded.Close();
             return Success;
         }
-        const std::error_code error = Replace(*output, Existing::Replace, [&](const std::string& path) {
-            return document.BuildCCodeFile(path) == Status::Done;
-        });
-        return error ? ExitStatus(Status::GenerationFailed) : Success;
+        const int status =
+            Replace(*output, session.force ? Existing::ReplaceLinked : Existing::Replace,
+                    [&](const std::string& path) { return document.BuildCCodeFile(path) == Status::Done; });
+        return status == ExitStatus(Status::UnexpectedError) ? ExitStatus(Status::GenerationFailed) : status;
     });
 }
 

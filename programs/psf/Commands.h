@@ -11,7 +11,7 @@ namespace tessaly::psf {
 
 class Report;
 
-int New(Session& session, const std::string& file, bool force);
+int New(Session& session, const std::string& file);
 int ShowList(Session& session, const std::string& file);
 int ShowMember(Session& session, const std::string& file, const std::string& member);
 int ShowJson(Session& session, const std::string& file);
@@ -22,6 +22,9 @@ int Set(Session& session, const std::string& file, const std::string& member, bo
 int Add(Session& session, const std::string& file, const std::string& name);
 int Delete(Session& session, const std::string& file, const std::string& name);
 int Resave(Session& session, const std::string& input, const std::string& output);
+
+// Whether a C file can be made of `document`, which is in `file`; says why not. Success, or GenerationFailed.
+int CheckGeneration(const Session& session, const VornSrcObj& document, const std::string& file);
 
 // Without `output` the C file goes to standard output.
 int Generate(Session& session, const std::string& file, const std::optional<std::string>& output);

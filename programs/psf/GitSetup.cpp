@@ -5,6 +5,7 @@
 #include "programs/psf/Commands.h"
 #include "programs/psf/Paths.h"
 #include "programs/psf/Printable.h"
+#include "programs/psf/Saving.h"
 
 #include <filesystem>
 #include <optional>
@@ -64,20 +65,20 @@ public:
         return true;
     }
 
-    Status AddAttributes(const std::string& path) {
+    int AddAttributes(const std::string& path) {
         std::string text;
         if (mSession.files.FileExists(path) && !ReadInput(mSession, path, text)) {
-            return Status::UnexpectedError;
+            return ExitStatus(Status::UnexpectedError);
         }
         if (("\n" + text + "\n").find("\n" + std::string(AttributesLine) + "\n") != std::string::npos) {
-            return Status::Done;
+            return Success;
         }
         text += text.empty() || text.ends_with('\n') ? "" : "\n";
         text.append(AttributesLine).append("\n");
         std::error_code ignored; // then the file cannot be written, which is told
         std::filesystem::create_directories(ToPath(path).parent_path(), ignored);
-        const Status status = SaveBytes(mSession, text, path);
-        if (status == Status::Done) {
+        const int status = SaveBytes(mSession, text, path);
+        if (status == Success) {
             Tell(path + ": " + std::string(AttributesLine));
         }
         return status;
@@ -111,13 +112,13 @@ int Configure(Session& session, bool global, const std::string& codePage) {
     if (!taken) {
         return ExitStatus(Status::UnexpectedError);
     }
-    const Status status = git.AddAttributes(global ? *top : *top + "/.gitattributes");
-    if (status == Status::Done) {
+    const int status = git.AddAttributes(global ? *top : *top + "/.gitattributes");
+    if (status == Success) {
         Print(git.HasChanged()
                   ? "Files that are in a repository already get their normal form by: git add --renormalize .\n"
                   : "Nothing to change.\n");
     }
-    return ExitStatus(status);
+    return status;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // Windows: arguments in UTF-16, the real registry, text of compilers in the system's code page.
 #include "platform/settings/SettingsRegistry.h"
 #include "platform/system/CodePages.h"
+#include "platform/system/Interrupts.h"
 #include "platform/system/win32/Library.h"
 #include "platform/system/win32/Registry.h"
 #include "platform/system/win32/Streams.h"
@@ -13,6 +14,7 @@ namespace tessaly::psf {
 
 int RunWithArguments(int /*argc*/, char** /*argv*/, const std::function<int(const std::vector<std::string>&)>& run) {
     win32::KeepToSystemLibraries();
+    EndCleanlyWhenInterrupted();
     _putenv_s("TESSALY_NO_PAUSE", "1"); // nobody would see the kit's batch file ask for a key
     const win32::Streams streams;
     return run(win32::Arguments());

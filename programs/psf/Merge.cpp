@@ -2,10 +2,13 @@
 #include "programs/psf/Commands.h"
 #include "programs/psf/DocumentMerge.h"
 #include "programs/psf/NormalForm.h"
+#include "programs/psf/Saving.h"
 
 namespace tessaly::psf {
 
-int Merge(Session& session, const MergeFiles& files) {
+namespace {
+
+int MergeOnce(Session& session, const MergeFiles& files, const std::optional<FileState>& state) {
     VornSrcObj base = session.NewDocument();
     VornSrcObj ours = session.NewDocument();
     VornSrcObj theirs = session.NewDocument();
@@ -23,13 +26,20 @@ int Merge(Session& session, const MergeFiles& files) {
         PrintError(name + ": cannot be merged, because a line of a text is the tag of the text behind it");
         return ExitStatus(Status::UnexpectedError);
     }
-    if (const Status status = SaveBytes(session, *merged, files.ours); status != Status::Done) {
-        return ExitStatus(status);
+    if (const int status = SaveBytes(session, *merged, files.ours, state); status != Success) {
+        return status;
     }
     for (const std::string& member : conflicts) {
         PrintError(name + ": conflict in " + member);
     }
     return conflicts.empty() ? Success : WarningsFound;
+}
+
+} // namespace
+
+int Merge(Session& session, const MergeFiles& files) {
+    return ChangeFile(files.ours,
+                      [&](const std::optional<FileState>& state) { return MergeOnce(session, files, state); });
 }
 
 } // namespace tessaly::psf

@@ -4,6 +4,7 @@
 #include "programs/psf/Diff.h"
 #include "programs/psf/Json.h"
 #include "programs/psf/Printable.h"
+#include "programs/psf/Saving.h"
 #include "recovery/Differences.h"
 #include "recovery/RecoveryStore.h"
 
@@ -131,7 +132,7 @@ int RecoverWrite(Session& session, std::uint64_t number, const std::string& outp
             PrintError("recover: " + copy.path + " has changed meanwhile");
             return ExitStatus(Status::LoadFailed);
         }
-        return ExitStatus(SaveBytes(session, bytes, output));
+        return SaveBytes(session, bytes, output);
     });
 }
 

@@ -91,16 +91,13 @@ int WithDocument(Session& session, const std::string& file, const std::function<
     return status == Status::Done ? command(document) : ExitStatus(status);
 }
 
-int WithMember(Session& session, const std::string& file, const std::string& member,
-               const std::function<int(VornSrcObj&, CCodeOrigin)>& command) {
-    return WithDocument(session, file, [&](VornSrcObj& document) {
-        const auto found = FindMember(document, member);
-        if (!found) {
-            PrintError(session.NameOf(file) + ": there is no member \"" + member + "\"");
-            return ExitStatus(Status::NotFound);
-        }
-        return command(document, *found);
-    });
+std::optional<CCodeOrigin> FindOrSay(const Session& session, const VornSrcObj& document, const std::string& file,
+                                     const std::string& member) {
+    const std::optional<CCodeOrigin> found = FindMember(document, member);
+    if (!found) {
+        PrintError(session.NameOf(file) + ": there is no member \"" + member + "\"");
+    }
+    return found;
 }
 
 bool ReadInput(Session& session, const std::string& file, std::string& bytes) {
@@ -118,38 +115,6 @@ bool ReadInput(Session& session, const std::string& file, std::string& bytes) {
     }
     session.files.takesStandardInput = before;
     return problem.empty();
-}
-
-std::error_code Replace(const std::string& file, Existing existing,
-                        const std::function<bool(const std::string&)>& write) {
-    const std::error_code error = ReplaceWhole(file, existing, write);
-    if (error == std::errc::file_exists) {
-        PrintError(file + ": exists already; --force replaces it");
-    } else if (error) {
-        PrintError(file + ": cannot be written: " +
-                   (error == std::errc::operation_canceled ? "the disk may be full" : Reason(error)));
-    }
-    return error;
-}
-
-Status Save(const VornSrcObj& document, const std::string& file) {
-    const std::error_code error = Replace(
-        file, Existing::Replace, [&](const std::string& path) { return document.SaveFile(path) == Status::Done; });
-    return error ? Status::UnexpectedError : Status::Done;
-}
-
-Status SaveBytes(Session& session, std::string_view bytes, const std::string& file) {
-    const std::error_code error = Replace(file, Existing::Replace, [&](const std::string& path) {
-        try {
-            const std::unique_ptr<OutputFile> output = session.files.OpenForOutput(path);
-            output->Write(bytes);
-            output->Close();
-            return true;
-        } catch (const std::system_error&) {
-            return false;
-        }
-    });
-    return error ? Status::UnexpectedError : Status::Done;
 }
 
 } // namespace tessaly::psf

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -19,7 +20,8 @@ namespace tessaly::psf {
 inline constexpr int Success = 0;
 inline constexpr int WarningsFound = 1;
 inline constexpr int WrongUsage = 64;       // also a bad name, and standard input that is not UTF-8
-inline constexpr int OutputFailed = 74;     // standard output cannot be written
+inline constexpr int OutputFailed = 74;     // standard output cannot be written, or a file may not be
+inline constexpr int BeingChanged = 75;     // by another program, again and again
 inline constexpr int CompilerMissing = 127; // as a shell has it for a command that it cannot find
 
 // The path that stands for standard input where a command reads a file.
@@ -42,6 +44,7 @@ struct Session {
     InputFiles files;
     std::unique_ptr<CodePage> codePage;
     std::string inputName{StandardInput}; // how messages call standard input
+    bool force = false;                   // replace files that exist, and those with several names
 
     // How messages call `file`.
     const std::string& NameOf(const std::string& file) const {
@@ -71,9 +74,9 @@ Status Load(Session& session, VornSrcObj& document, const std::string& file);
 // Loads `file` and runs `command` on it. Returns the exit status.
 int WithDocument(Session& session, const std::string& file, const std::function<int(VornSrcObj&)>& command);
 
-// The same with its member of that name.
-int WithMember(Session& session, const std::string& file, const std::string& member,
-               const std::function<int(VornSrcObj&, CCodeOrigin)>& command);
+// The member of `document`, which is in `file`, of that name; says so when there is none.
+std::optional<CCodeOrigin> FindOrSay(const Session& session, const VornSrcObj& document, const std::string& file,
+                                     const std::string& member);
 
 // Reads all of `file`, which may be standard input, into `bytes`. False, and it says why, when that cannot be.
 bool ReadInput(Session& session, const std::string& file, std::string& bytes);
@@ -88,15 +91,5 @@ CompilerSettings ReadCompilerSettings(SequentialFiles& files);
 
 // The name of an error. A common one has the same English name on every system.
 std::string Reason(std::error_code error);
-
-// ReplaceWhole, with its result; says so when it fails.
-std::error_code Replace(const std::string& file, Existing existing,
-                        const std::function<bool(const std::string&)>& write);
-
-// Saves `document` as `file`, which is replaced as a whole or not at all; says so when it fails.
-Status Save(const VornSrcObj& document, const std::string& file);
-
-// Writes `bytes` as `file` in the same way.
-Status SaveBytes(Session& session, std::string_view bytes, const std::string& file);
 
 } // namespace tessaly::psf

@@ -2,10 +2,12 @@
 #include "document/Members.h"
 #include "platform/text/Utf8.h"
 #include "programs/psf/Commands.h"
+#include "programs/psf/Saving.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <set>
+#include <utility>
 
 namespace tessaly::psf {
 
@@ -58,19 +60,25 @@ int Set(Session& session, const std::string& file, const std::string& member, bo
     if (!text) {
         return WrongUsage;
     }
-    return WithMember(session, file, member, [&](VornSrcObj& document, CCodeOrigin found) {
-        if (const std::string lacking = LackingCharacters(*session.codePage, *text); !lacking.empty()) {
+    bool isTold = false;
+    return ChangeDocument(session, file, [&](VornSrcObj& document) {
+        const std::optional<CCodeOrigin> found = FindOrSay(session, document, file, member);
+        if (!found) {
+            return ExitStatus(Status::NotFound);
+        }
+        const std::string lacking = LackingCharacters(*session.codePage, *text);
+        if (!lacking.empty() && !std::exchange(isTold, true)) {
             PrintError(file + ": " + member + ": characters that the code page lacks" +
                        (strict ? ": " : " become \"?\": ") + lacking);
-            if (strict) {
-                return WrongUsage;
-            }
         }
-        if (const Status status = UpdateMember(document, found, *text); status != Status::Done) {
+        if (!lacking.empty() && strict) {
+            return WrongUsage;
+        }
+        const Status status = UpdateMember(document, *found, *text);
+        if (status != Status::Done) {
             PrintError(file + ": the text of \"" + member + "\" cannot be replaced");
-            return ExitStatus(status);
         }
-        return ExitStatus(Save(document, file));
+        return ExitStatus(status);
     });
 }
 

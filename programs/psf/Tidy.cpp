@@ -4,12 +4,15 @@
 #include "programs/psf/MemoryFile.h"
 #include "programs/psf/NormalForm.h"
 #include "programs/psf/Printable.h"
+#include "programs/psf/Saving.h"
 
 #include <algorithm>
 
 namespace tessaly::psf {
 
-int Tidy(Session& session, const std::string& file, bool onlyTell) {
+namespace {
+
+int TidyOnce(Session& session, const std::string& file, bool onlyTell, const std::optional<FileState>& state) {
     std::string bytes;
     if (!ReadInput(session, file, bytes)) {
         return ExitStatus(Status::LoadFailed);
@@ -41,7 +44,17 @@ int Tidy(Session& session, const std::string& file, bool onlyTell) {
         Print(*tidy);
         return Success;
     }
-    return *tidy == bytes ? Success : ExitStatus(SaveBytes(session, *tidy, file));
+    return *tidy == bytes ? Success : SaveBytes(session, *tidy, file, state);
+}
+
+} // namespace
+
+int Tidy(Session& session, const std::string& file, bool onlyTell) {
+    if (onlyTell || file == StandardInput) {
+        return TidyOnce(session, file, onlyTell, std::nullopt);
+    }
+    return ChangeFile(file,
+                      [&](const std::optional<FileState>& state) { return TidyOnce(session, file, false, state); });
 }
 
 } // namespace tessaly::psf

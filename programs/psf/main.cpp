@@ -78,6 +78,11 @@ struct CommandLine {
         command->add_option("--name", inputName, "How messages call standard input")->type_name("NAME");
     }
 
+    // Of a command that replaces a file.
+    void AddForce(CLI::App* command) {
+        command->add_flag("--force", force, "Replace a file that has other names, too");
+    }
+
     void AddInput(CLI::App* command) {
         command->add_option("FILE", file, "A program source file; - is standard input")->required();
         AddName(command);
@@ -107,7 +112,7 @@ struct CommandLine {
         CLI::App* create = Command("new", "Write a PSF that holds the default document",
                                    "Exit status: 0 done; 64 the file exists; 255 it cannot be written.\n"
                                    "Example: psf new Blink.PSF",
-                                   [this](Session& session) { return New(session, file, force); });
+                                   [this](Session& session) { return New(session, file); });
         AddFile(create);
         create->add_flag("--force", force, "Replace a file that exists");
 
@@ -117,6 +122,7 @@ struct CommandLine {
                                    [this](Session& session) { return Resave(session, file, second); });
         resave->add_option("IN", file, "The file to load")->required();
         resave->add_option("OUT", second, "The file to write")->required();
+        AddForce(resave);
     }
 
     void AddMemberCommands() {
@@ -140,6 +146,7 @@ struct CommandLine {
                                 "Example: psf set Blink.PSF events/OnKey < OnKey.c",
                                 [this](Session& session) { return Set(session, file, second, strict); });
         AddFile(set);
+        AddForce(set);
         set->add_option("MEMBER", second, "references, functions/NAME or events/NAME")->required();
         set->add_flag("--strict", strict, "Refuse characters that the code page lacks");
 
@@ -149,6 +156,7 @@ struct CommandLine {
                                 "Example: psf add Blink.PSF Toggle",
                                 [this](Session& session) { return Add(session, file, second); });
         AddFile(add);
+        AddForce(add);
         add->add_option("NAME", second, "The name: letters and digits")->required();
 
         CLI::App* remove = Command("delete", "Delete a function",
@@ -157,6 +165,7 @@ struct CommandLine {
                                    "Example: psf delete Blink.PSF Toggle",
                                    [this](Session& session) { return Delete(session, file, second); });
         AddFile(remove);
+        AddForce(remove);
         remove->add_option("NAME", second, "The name of the function")->required();
     }
 
@@ -167,6 +176,7 @@ struct CommandLine {
                                      "Example: psf generate Blink.PSF -o Blink.c",
                                      [this](Session& session) { return Generate(Reading(session), file, output); });
         AddInput(generate);
+        AddForce(generate);
         generate->add_option("-o,--output", output, "The C file; without it, standard output")->type_name("OUT");
 
         CLI::App* check = Command("check", "Report what a load loses or changes",
@@ -207,6 +217,7 @@ struct CommandLine {
                     });
         AddPaths(tidy, "Files, folders with such files, or - from standard input to standard output");
         AddName(tidy);
+        AddForce(tidy);
         tidy->add_flag("--check", onlyTell, "Change nothing, only tell");
 
         CLI::App* merge = Command("merge", "Merge two changed versions of a file into OURS, member by member",
@@ -217,6 +228,7 @@ struct CommandLine {
         merge->add_option("BASE", merged.base, "The version that both come from")->required();
         merge->add_option("OURS", merged.ours, "One version, which is replaced by the result")->required();
         merge->add_option("THEIRS", merged.theirs, "The other version")->required();
+        AddForce(merge);
         merge->add_option("--name", merged.name, "How messages call OURS")->type_name("NAME");
 
         CLI::App* text = Command("text", "Print the whole document for reading and comparing",
@@ -263,6 +275,7 @@ struct CommandLine {
         auto* write = recover->add_option("-o,--output", output, "Write it to this file instead")->type_name("OUT");
         auto* remove = recover->add_flag("--delete", isToBeDeleted, "Remove it for good");
         write->needs(one)->excludes(remove);
+        AddForce(recover);
         remove->needs(one);
     }
 
@@ -306,6 +319,7 @@ int Run(const std::vector<std::string>& arguments) {
         return WrongUsage;
     }
     Session session;
+    session.force = commandLine.force;
     if (!commandLine.inputName.empty()) {
         session.inputName = commandLine.inputName;
     }

@@ -28,6 +28,12 @@ public:
 
     int Number() const { return mNumber; }
 
+    // Closes what it has and takes over `number`.
+    void Take(int number) {
+        Close();
+        mNumber = number;
+    }
+
     // Returns 0 or errno. The descriptor is gone whatever close says, so it is never closed twice.
     int Close() {
         const int number = std::exchange(mNumber, -1);

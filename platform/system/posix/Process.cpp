@@ -3,6 +3,7 @@
 #include "platform/system/posix/Process.h"
 
 #include "platform/system/posix/Descriptor.h"
+#include "platform/system/posix/Interrupts.h"
 
 #include <algorithm>
 #include <array>
@@ -83,7 +84,8 @@ private:
         sigaddset(&ignored, SIGXFSZ);
         Check(posix_spawnattr_setsigmask(&mAttributes, &none));
         Check(posix_spawnattr_setsigdefault(&mAttributes, &ignored));
-        Check(posix_spawnattr_setflags(&mAttributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF));
+        constexpr short flags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP;
+        Check(posix_spawnattr_setflags(&mAttributes, flags)); // a group of its own, for what it starts in turn
     }
 
     posix_spawn_file_actions_t mActions = {};
@@ -93,7 +95,7 @@ private:
 // A process that was started and becomes no zombie: one that nobody waited for is killed.
 class Child {
 public:
-    explicit Child(pid_t process) : mProcess(process) {}
+    explicit Child(pid_t process) : mProcess(process), mEndedOnInterrupt(process) {}
     Child(const Child&) = delete;
     Child& operator=(const Child&) = delete;
     ~Child() {
@@ -128,6 +130,7 @@ public:
 
 private:
     pid_t mProcess;
+    EndedOnInterrupt mEndedOnInterrupt;
     bool mEnded = false;
     int mStatus = 0;
 };

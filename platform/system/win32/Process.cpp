@@ -30,15 +30,42 @@ struct StartedProcess {
     std::error_code error;
 };
 
-StartedProcess Start(const std::string& commandLine, bool inherit, DWORD flags, STARTUPINFOW& startup) {
+// What is in it ends with this process, however that ends, unless it was let go. Where the system has none it does
+// nothing.
+class Job {
+public:
+    Job() : mJob(CreateJobObjectW(nullptr, nullptr)) { SetLimit(JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE); }
+
+    HANDLE Get() const { return mJob.Get(); }
+
+    // What is still in it goes on.
+    void LetGo() { SetLimit(0); }
+
+private:
+    void SetLimit(DWORD flags) {
+        JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
+        limits.BasicLimitInformation.LimitFlags = flags;
+        SetInformationJobObject(mJob.Get(), JobObjectExtendedLimitInformation, &limits, sizeof limits);
+    }
+
+    Handle mJob;
+};
+
+StartedProcess Start(const std::string& commandLine, bool inherit, DWORD flags, STARTUPINFOW& startup,
+                     const Job* job = nullptr) {
     if (commandLine.find('\0') != std::string::npos) {
         return {{}, {ERROR_INVALID_PARAMETER, std::system_category()}};
     }
     std::wstring line = win32::ToWide(commandLine); // CreateProcessW may write there
     PROCESS_INFORMATION started = {};
+    flags |= job != nullptr ? CREATE_SUSPENDED : 0U; // it starts nothing before it is in the job
     if (CreateProcessW(nullptr, line.data(), nullptr, nullptr, inherit ? TRUE : FALSE, flags, nullptr, nullptr,
                        &startup, &started) == 0) {
         return {{}, LastError()};
+    }
+    if (job != nullptr) {
+        AssignProcessToJobObject(job->Get(), started.hProcess);
+        ResumeThread(started.hThread);
     }
     CloseHandle(started.hThread);
     return {Handle(started.hProcess), {}};
@@ -72,7 +99,7 @@ private:
 };
 
 // Starts a process with both outputs in `output` and nothing to read.
-StartedProcess StartWithOutput(const std::string& commandLine, HANDLE output) {
+StartedProcess StartWithOutput(const std::string& commandLine, HANDLE output, const Job& job) {
     SECURITY_ATTRIBUTES inheritable = {sizeof inheritable, nullptr, TRUE};
     const Handle nothing(CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, &inheritable,
                                      OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -90,7 +117,7 @@ StartedProcess StartWithOutput(const std::string& commandLine, HANDLE output) {
     startup.lpAttributeList = inherited.Get();
     // Without a console of our own the process would open one for all to see.
     const DWORD window = GetConsoleWindow() == nullptr ? CREATE_NO_WINDOW : 0;
-    return Start(commandLine, true, EXTENDED_STARTUPINFO_PRESENT | window, startup.StartupInfo);
+    return Start(commandLine, true, EXTENDED_STARTUPINFO_PRESENT | window, startup.StartupInfo, &job);
 }
 
 // Passes on what is in the pipe now, and returns whether there was anything. More may come without end, from a process
@@ -155,13 +182,16 @@ ProcessResult RunProcess(const std::string& commandLine, const std::function<voi
     }
     const Handle readEnd(ends[0]);
     Handle writeEnd(ends[1]);
-    const StartedProcess started = StartWithOutput(commandLine, writeEnd.Get());
+    Job job;
+    const StartedProcess started = StartWithOutput(commandLine, writeEnd.Get(), job);
     if (started.error) {
         return {started.error, 0};
     }
     writeEnd.Close();
     try {
-        return {{}, Follow(started.process.Get(), readEnd.Get(), onOutput)};
+        const int status = Follow(started.process.Get(), readEnd.Get(), onOutput);
+        job.LetGo();
+        return {{}, status};
     } catch (...) { // passed on: only the process must not stay behind
         TerminateProcess(started.process.Get(), KilledStatus);
         throw;

@@ -39,16 +39,16 @@ _psf() {
     if [[ $word == -* ]]; then
         local options='--codepage --help'
         case $command in
-        new) options+=' --force' ;;
+        new | add | delete | resave) options+=' --force' ;;
         show) options+=' --json --name' ;;
-        set) options+=' --strict' ;;
+        set) options+=' --strict --force' ;;
         check) options+=' --lint --format --files-from --name' ;;
-        generate) options+=' --output --name' ;;
-        tidy) options+=' --check --files-from --name' ;;
-        merge) options+=' --name' ;;
+        generate) options+=' --output --name --force' ;;
+        tidy) options+=' --check --files-from --name --force' ;;
+        merge) options+=' --name --force' ;;
         git-setup) options+=' --global' ;;
         map) options+=' --c-file' ;;
-        recover) options+=' --json --output --delete' ;;
+        recover) options+=' --json --output --delete --force' ;;
         esac
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$word")
         return

@@ -45,6 +45,7 @@ complete -c psf -n __fish_use_subcommand -a git-setup -d 'Have git use tidy, mer
 complete -c psf -n __fish_use_subcommand -a map -d 'Copy standard input with positions mapped to members'
 complete -c psf -n __fish_use_subcommand -a recover -d 'List, show or write what the window kept of unsaved texts'
 complete -c psf -n '__fish_seen_subcommand_from new' -l force -d 'Replace a file that exists'
+complete -c psf -n '__fish_seen_subcommand_from set add delete resave generate tidy merge recover' -l force -d 'Replace a file that has other names, too'
 complete -c psf -n '__fish_seen_subcommand_from show' -l json -d 'Print the whole document as one JSON object'
 complete -c psf -n '__fish_seen_subcommand_from check' -l lint -d 'Report what the texts show by themselves, too'
 complete -c psf -n '__fish_seen_subcommand_from check' -l format -x -a 'text gcc json sarif github' -d 'The form of the report'

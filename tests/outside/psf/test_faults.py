@@ -18,8 +18,8 @@ from psf_harness import COMMAND, psf, source
 
 LIBRARY = os.environ.get("PSF_FAULTS")
 ALL = bool(os.environ.get("PSF_FAULTS_ALL"))
-CALLS = ["malloc", "open", "read", "write", "short-write", "close", "fsync", "rename", "chmod", "chown", "stat",
-         "readlink", "pipe", "spawn", "poll", "waitpid", "ioctl"]
+CALLS = ["malloc", "open", "read", "write", "short-write", "close", "fsync", "rename", "link", "flock", "chmod",
+         "chown", "stat", "readlink", "pipe", "spawn", "poll", "waitpid", "ioctl"]
 
 pytestmark = pytest.mark.skipif(not LIBRARY, reason="no library to make calls fail")
 

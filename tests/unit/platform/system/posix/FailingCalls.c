@@ -117,6 +117,24 @@ int chmod(const char* path, mode_t mode) {
     return real(path, mode);
 }
 
+int fchmod(int file, mode_t mode) {
+    FAIL("chmod", EPERM)
+    REAL(int, "fchmod", int, mode_t)
+    return real(file, mode);
+}
+
+int fchown(int file, uid_t owner, gid_t group) {
+    FAIL("chown", EPERM)
+    REAL(int, "fchown", int, uid_t, gid_t)
+    return real(file, owner, group);
+}
+
+int linkat(int fromFolder, const char* from, int toFolder, const char* to, int flags) {
+    FAIL("link", ENOSPC)
+    REAL(int, "linkat", int, const char*, int, const char*, int)
+    return real(fromFolder, from, toFolder, to, flags);
+}
+
 int chown(const char* path, uid_t owner, gid_t group) {
     FAIL("chown", EPERM)
     REAL(int, "chown", const char*, uid_t, gid_t)

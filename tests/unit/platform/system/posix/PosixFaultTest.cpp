@@ -85,7 +85,7 @@ TEST_F(PosixFaultTest, AFileThatIsReplacedIsTheOldOneOrTheNewOne) {
     std::error_code error;
     const std::size_t openFiles = OpenFiles();
     ForEachFailure(
-        {"open", "write", "short-write", "close", "fsync", "rename", "chmod", "chown", "stat"},
+        {"open", "write", "short-write", "close", "fsync", "rename", "link", "chmod", "chown", "stat", "flock"},
         [&] {
             Write(path, "old");
             ::chmod(path.c_str(), 0640);
@@ -114,7 +114,7 @@ TEST_F(PosixFaultTest, AFileThatMustNotBeReplacedIsNot) {
     const fs::path path = mFolder / "file";
     std::error_code error;
     ForEachFailure(
-        {"open", "rename", "stat"}, [&] { Write(path, "old"); },
+        {"open", "rename", "link", "stat"}, [&] { Write(path, "old"); },
         [&] { error = ReplaceWhole(path, Existing::Keep, [](const std::string&) { return true; }); },
         [&] {
             EXPECT_TRUE(error);

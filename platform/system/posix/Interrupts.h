@@ -1,0 +1,43 @@
+// What an interrupted program must undo. Signal handlers see it, so it is written in an order that suits them.
+#pragma once
+
+#include <csignal>
+#include <string>
+#include <sys/types.h>
+
+namespace tessaly::posix {
+
+// While it lives the file `path` is removed when the program is interrupted. One at a time counts, the newest.
+class RemovedOnInterrupt {
+public:
+    explicit RemovedOnInterrupt(const std::string& path);
+    RemovedOnInterrupt(const RemovedOnInterrupt&) = delete;
+    RemovedOnInterrupt& operator=(const RemovedOnInterrupt&) = delete;
+    ~RemovedOnInterrupt();
+};
+
+// While it lives the processes of the group of `process` get the signal that interrupts the program.
+class EndedOnInterrupt {
+public:
+    explicit EndedOnInterrupt(pid_t process);
+    EndedOnInterrupt(const EndedOnInterrupt&) = delete;
+    EndedOnInterrupt& operator=(const EndedOnInterrupt&) = delete;
+    ~EndedOnInterrupt();
+
+private:
+    int mPlace; // -1 for one too many
+};
+
+// While it lives no interruption comes through.
+class InterruptsHeld {
+public:
+    InterruptsHeld();
+    InterruptsHeld(const InterruptsHeld&) = delete;
+    InterruptsHeld& operator=(const InterruptsHeld&) = delete;
+    ~InterruptsHeld();
+
+private:
+    sigset_t mBefore;
+};
+
+} // namespace tessaly::posix
