@@ -81,11 +81,13 @@ private:
 
 } // namespace
 
-// Ctrl+J, and with Shift the way back.
-void VornMainFrm::StepOnKey(int keyCode, int shift) {
-    if (IsStepKey(keyCode, shift)) {
+// Ctrl+J, and with Shift the way back. To an edit control it would be a line break.
+bool VornMainFrm::StepOnKey(int keyCode, int shift) {
+    const bool isStep = keyCode == 'J' && (shift & ~1) == 2;
+    if (isStep) {
         RunCommand([this, shift] { mMessages.Step((shift & 1) != 0); });
     }
+    return isStep;
 }
 
 // Where there is no such item any more, or none was ever shown, that of its group.

@@ -34,13 +34,15 @@ void VornMainFrm::Form_KeyDown(int keyCode, int) {
 }
 
 // Does what the item of the menu does, also while another control has the keyboard.
-void VornMainFrm::ChooseMenuOnKey(int keyCode, int shift) {
+bool VornMainFrm::ChooseMenuOnKey(int keyCode, int shift) {
     constexpr std::pair<int, std::string_view> keys[] = {{'N', "mnuNewPSF"}, {'O', "mnuOpenPSF"}, {'S', "mnuSavePSF"}};
     for (const auto& [key, menu] : keys) {
-        if (key == keyCode && IsWindowKey(keyCode, shift)) {
+        if (key == keyCode && shift == 2) {
             mDesktop.ChooseMenu(menu);
+            return true;
         }
     }
+    return false;
 }
 
 bool VornMainFrm::FuncBody_KeyDown(const PaneKey& key) {

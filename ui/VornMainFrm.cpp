@@ -244,10 +244,9 @@ void VornMainFrm::Listen() {
     mWindow.onFileDropped = command(&VornMainFrm::Form_FileDropped);
     mWindow.onIdle = [this] { WriteCopyWhenIdle(); };
     mWindow.onSuspend = [this] { WriteCopy(Flushing::Now); };
-    mWindow.onKeyDown = [this](int keyCode, int shift) {
-        Form_KeyDown(keyCode, shift);
-        StepOnKey(keyCode, shift);
-        ChooseMenuOnKey(keyCode, shift);
+    mWindow.onKeyDown = [this](int keyCode, int shift) { Form_KeyDown(keyCode, shift); };
+    mWindow.onOwnKey = [this](int keyCode, int shift) {
+        return StepOnKey(keyCode, shift) || ChooseMenuOnKey(keyCode, shift);
     };
     mMessages.onName = [this](const std::string& member) { return NameOf(member); };
     mMessages.onGo = [this](const Diagnostic& message) { GoTo(message); };

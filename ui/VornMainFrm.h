@@ -86,7 +86,7 @@ public:
     // Keys and tool bar
 
     void Form_KeyDown(int keyCode, int shift);
-    void ChooseMenuOnKey(int keyCode, int shift);
+    bool ChooseMenuOnKey(int keyCode, int shift);
     void SetUpToolBar(std::string_view kind); // EventTool or FuncVarTool
     void VornToolBar_ButtonClick(std::int32_t number);
 
@@ -166,7 +166,7 @@ private:
     void SelectMember(const std::string& member, std::size_t caret);
     TreeItem ItemOf(const std::string& member) const;
 
-    void StepOnKey(int keyCode, int shift);
+    bool StepOnKey(int keyCode, int shift);
     void GoTo(const Diagnostic& message);
     void ShowLineMarks(std::string_view text);
     void ShowMarks();

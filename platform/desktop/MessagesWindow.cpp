@@ -132,8 +132,7 @@ bool MessagesWindow::TellKey(int keyCode, int shift) {
         Go(mSelected);
         return true;
     }
-    mOwner.TellKey(keyCode, shift);
-    return mOwner.HasEnded();
+    return mOwner.TellKey(keyCode, shift);
 }
 
 void MessagesWindow::TellDoubleClick(std::size_t row) {

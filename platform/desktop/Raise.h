@@ -20,4 +20,12 @@ void Raise(const std::function<void(Arguments...)>& event, const std::type_ident
     }
 }
 
+// Asks whoever listens. False where nobody does, and where the answer fails.
+template <class... Arguments>
+bool Answer(const std::function<bool(Arguments...)>& question, const std::type_identity_t<Arguments>&... arguments) {
+    bool isYes = false;
+    Raise(std::function<void()>([&] { isYes = question && question(arguments...); }));
+    return isYes;
+}
+
 } // namespace tessaly

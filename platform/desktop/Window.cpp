@@ -62,17 +62,17 @@ void Window::LayOut(const Size& client) {
     Raise(onMoved);
 }
 
-void Window::TellKey(int keyCode, int shift) {
-    if (mIsClosed) {
-        return;
-    }
-    {
+bool Window::TellKey(int keyCode, int shift) {
+    bool isOwn = false;
+    if (!mIsClosed) {
         const FocusEvents::Command command(controls.focus, FocusEvents::Keyboard::Stays);
         Raise(onKeyDown, keyCode, shift);
+        isOwn = !mIsClosed && Answer(onOwnKey, keyCode, shift);
     }
     if (keyCode == KeyF1 && !mIsClosed) {
         mApplication.OpenHelp();
     }
+    return isOwn || mIsClosed;
 }
 
 void Window::TellDrop(const std::string& path) {

@@ -27,17 +27,6 @@ inline constexpr int KeyF5 = 116;
 inline constexpr int KeyF10 = 121;
 inline constexpr int KeySlash = 191;
 
-// Ctrl+J, also with Shift.
-constexpr bool IsStepKey(int keyCode, int shift) {
-    return keyCode == 'J' && (shift & ~1) == 2;
-}
-
-// Whether a key is the window's alone: the one above, which to an edit control would be a line break, and Ctrl+N,
-// Ctrl+O and Ctrl+S, which stand for a menu.
-constexpr bool IsWindowKey(int keyCode, int shift) {
-    return IsStepKey(keyCode, shift) || (shift == 2 && (keyCode == 'N' || keyCode == 'O' || keyCode == 'S'));
-}
-
 // Whether a key only goes with others or locks: Shift, Ctrl, Alt, the locks, the Windows keys, and each of two alike.
 constexpr bool IsModifierKey(int keyCode) {
     const auto isIn = [keyCode](int first, int last) { return keyCode >= first && keyCode <= last; };
@@ -66,9 +55,12 @@ public:
     // Raised after the size has changed. A window that is minimised keeps its size.
     std::function<void()> onResize;
 
-    // Raised for every key pressed in the window, before the control with the focus gets it, which it does in any case
-    // but that of IsWindowKey; and for keys of the messages window. `shift`: 1 Shift, 2 Ctrl, 4 Alt, added up.
+    // Raised for every key pressed in the window, before the control with the focus gets it; and for keys of the
+    // messages window. `shift`: 1 Shift, 2 Ctrl, 4 Alt, added up.
     std::function<void(int keyCode, int shift)> onKeyDown;
+
+    // Asked of every such key behind onKeyDown. True for one that is the window's alone: then no control gets it.
+    std::function<bool(int keyCode, int shift)> onOwnKey;
 
     // Raised when the user drops a file on the window; with its whole path, and once for each of several files. Not
     // raised while a modal window or dialog is shown.
@@ -130,8 +122,8 @@ public:
 
     bool HasEnded() const { return mIsClosed; }
 
-    // A key was pressed, here or in the messages window.
-    void TellKey(int keyCode, int shift);
+    // A key was pressed, here or in the messages window. True when no control is to get it.
+    bool TellKey(int keyCode, int shift);
 
 protected:
     virtual void ShowFrame() = 0;

@@ -126,6 +126,22 @@ TEST_P(DesktopContract, AKeyReachesTheControlThatHasTheFocusAfterTheEvent) {
     EXPECT_EQ(Pane().Text(), "b");
 }
 
+TEST_P(DesktopContract, AKeyOfTheWindowsOwnReachesNoControl) {
+    Edit("b", 0);
+    std::vector<int> asked;
+    MainWindow().onOwnKey = [&asked](int keyCode, int) {
+        asked.push_back(keyCode);
+        return keyCode == KeyEnter;
+    };
+    user->PressKey(KeyEnter, 0);
+    EXPECT_EQ(Pane().Text(), "b");
+    EXPECT_EQ(asked, std::vector<int>{KeyEnter});
+    user->PressKey(KeyF2, 0);
+    EXPECT_EQ(asked.back(), KeyF2);
+    user->Type("a");
+    EXPECT_EQ(Pane().Text(), "ab");
+}
+
 TEST_P(DesktopContract, AKeyWithTheFocusElsewhereDoesNotReachThePane) {
     Edit("", 0);
     Tree().SetFocus();

@@ -67,8 +67,7 @@ void Window::SetIcon(const std::string& path) {
 void Window::PressKey(int keyCode, int shift) {
     CheckUsable("a key in the window");
     focus.LeaveMessages(); // it is there that the user presses it
-    TellKey(keyCode, shift);
-    if (HasEnded() || IsWindowKey(keyCode, shift)) {
+    if (TellKey(keyCode, shift)) {
         return;
     }
     auto* const target = dynamic_cast<KeyTarget*>(controls.Owner());

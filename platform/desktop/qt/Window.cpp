@@ -86,6 +86,9 @@ Window::~Window() {
 
 void Window::Watch(tessaly::Control& control, QWidget& widget) {
     mWidgets.emplace_back(&widget, &control);
+    if (isVisible()) {
+        widget.installEventFilter(this);
+    }
 }
 
 void Window::StopWatching() {
@@ -153,9 +156,7 @@ bool Window::eventFilter(QObject* object, QEvent* event) {
             QApplication::activeModalWidget() == nullptr) {
             const auto& key = static_cast<const QKeyEvent&>(*event);
             UpdateFocusInUse();
-            const int shift = ShiftState(key.modifiers());
-            TellKey(VirtualKey(key), shift);
-            if (IsWindowKey(VirtualKey(key), shift)) {
+            if (TellKey(VirtualKey(key), ShiftState(key.modifiers()))) {
                 return true;
             }
         }

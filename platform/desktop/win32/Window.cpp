@@ -120,9 +120,7 @@ bool Window::TakeKey(MSG& message) {
         return false;
     }
     const auto key = static_cast<int>(message.wParam);
-    const int shift = ShiftState();
-    TellKey(key, shift);
-    if (HasEnded() || IsWindowKey(key, shift)) {
+    if (TellKey(key, ShiftState())) {
         return true;
     }
     HWND target = GetFocus();
