@@ -23,6 +23,7 @@ constexpr DWORD PagesStyle = WS_CLIPSIBLINGS | TCS_FOCUSNEVER;
 constexpr int TextColumn = 3;
 constexpr float LeastTextWidth = 3000; // in twips
 constexpr float CodeHeight = 200;
+constexpr float AroundHead = 300;
 
 Extent InTwips(const RECT& rect, int dpi) {
     return {ToTwips(rect.left, dpi), ToTwips(rect.top, dpi), ToTwips(rect.right - rect.left, dpi),
@@ -36,6 +37,16 @@ std::wstring Lines(std::string_view text) {
         lines += character == '\n' ? "\r\n" : std::string_view(&character, 1);
     }
     return ToWide(lines);
+}
+
+LONG HeadWidth(HWND list, int number) {
+    std::array<wchar_t, 200> text = {};
+    LVCOLUMNW head = {};
+    head.mask = LVCF_TEXT;
+    head.pszText = text.data();
+    head.cchTextMax = static_cast<int>(text.size());
+    SendMessageW(list, LVM_GETCOLUMNW, static_cast<WPARAM>(number), reinterpret_cast<LPARAM>(&head));
+    return static_cast<LONG>(SendMessageW(list, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(text.data())));
 }
 
 bool IsInput(UINT message) {
@@ -318,9 +329,16 @@ void MessagesWindow::FitColumns() {
     RECT client = {};
     GetClientRect(list, &client);
     LONG left = client.right;
-    for (int column = 0; column < TextColumn; ++column) {
-        SendMessageW(list, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), LVSCW_AUTOSIZE_USEHEADER);
-        left -= static_cast<LONG>(SendMessageW(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0));
+    for (int number = 0; number < TextColumn; ++number) {
+        const auto column = static_cast<WPARAM>(number);
+        SendMessageW(list, LVM_SETCOLUMNWIDTH, column, LVSCW_AUTOSIZE_USEHEADER);
+        // Not every system leaves its own head room.
+        const auto width = static_cast<LONG>(SendMessageW(list, LVM_GETCOLUMNWIDTH, column, 0));
+        const LONG wanted = std::max(width, HeadWidth(list, number) + ToPixels(AroundHead, Dpi()));
+        if (wanted > width) {
+            SendMessageW(list, LVM_SETCOLUMNWIDTH, column, wanted);
+        }
+        left -= wanted;
     }
     SendMessageW(list, LVM_SETCOLUMNWIDTH, TextColumn, std::max<LONG>(left, ToPixels(LeastTextWidth, Dpi())));
 }

@@ -23,6 +23,9 @@ std::string PageName(HWND pages, int page) {
     return win32::ToUtf8(item.pszText) + (isInFront ? "*" : "");
 }
 
+// What a head draws beside its text, in pixels: measured.
+constexpr LRESULT BesideHead = 16;
+
 std::string Head(HWND list, int number) {
     std::array<wchar_t, 200> text = {};
     LVCOLUMNW column = {};
@@ -30,7 +33,9 @@ std::string Head(HWND list, int number) {
     column.pszText = text.data();
     column.cchTextMax = static_cast<int>(text.size());
     SendMessageW(list, LVM_GETCOLUMNW, static_cast<WPARAM>(number), reinterpret_cast<LPARAM>(&column));
-    return win32::ToUtf8(column.pszText);
+    const LRESULT width = SendMessageW(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(number), 0);
+    const LRESULT needed = SendMessageW(list, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(column.pszText));
+    return win32::ToUtf8(column.pszText) + (width < needed + BesideHead ? " cut off" : "");
 }
 
 std::string Cell(HWND list, int row, int column) {
