@@ -50,6 +50,18 @@ void Control::SetExtent(const Extent& extent) {
     Move();
 }
 
+void Control::SetRoomAbove(float height) {
+    mRoomAbove = height;
+    Move();
+}
+
+void Control::SetVisible(bool visible) {
+    if (visible != mIsVisible) {
+        ShowVisible(visible);
+        mIsVisible = visible;
+    }
+}
+
 void Control::SetTabStop(bool stop) {
     if (!HasTabStop()) {
         throw std::logic_error("the control has no tab stop");
@@ -76,6 +88,9 @@ void Control::Move() {
     if (const std::optional<float> footerTop = mControls.mFooterTop; footerTop && place.top < *footerTop) {
         place.height = std::min(place.height, *footerTop - place.top);
     }
+    const float room = std::clamp(mRoomAbove, 0.0F, std::max(place.height, 0.0F));
+    place.top += room;
+    place.height -= room;
     Show(place);
 }
 

@@ -70,6 +70,13 @@ public:
     Extent GetExtent() const { return mExtent.value_or(Extent{}); }
     void SetExtent(const Extent& extent);
 
+    // Keeps as much at the upper edge of its place free, on the screen only: something else stands there. 0 at first.
+    void SetRoomAbove(float height);
+
+    // One that is not visible takes no keyboard. It is visible at first.
+    bool IsVisible() const { return mIsVisible; }
+    void SetVisible(bool visible);
+
     // Whether the control has this property: whether the Tab key stops here. To set it throws std::logic_error where
     // it has not.
     bool HasTabStop() const { return mKeyboard == Keyboard::Used; }
@@ -84,10 +91,13 @@ public:
     // that took it has ended. Nothing is raised where the keyboard already is, nor once the window closes.
     void SetFocus();
 
+    // Whether it has the keyboard, or will have it again when that comes back to the window.
+    bool HasKeyboard() const { return mControls.Owner() == this; }
+
     // For the desktop:
 
     bool IsTabStop() const { return HasTabStop() && mIsTabStop; }
-    virtual bool CanHaveFocus() const { return HasTabStop(); }
+    virtual bool CanHaveFocus() const { return HasTabStop() && mIsVisible; }
 
     // Has the system give the keyboard to this control.
     virtual void TakeKeyboard() = 0;
@@ -97,6 +107,7 @@ public:
 
 protected:
     virtual void Show(const Extent& place) = 0;
+    virtual void ShowVisible(bool visible) = 0;
 
     // Shows a control that the program gave no place in a client area of this size.
     virtual void Dock(const Size& /*client*/) {}
@@ -108,6 +119,8 @@ protected:
 private:
     Keyboard mKeyboard;
     std::optional<Extent> mExtent;
+    float mRoomAbove = 0;
+    bool mIsVisible = true;
     bool mIsTabStop = true;
 };
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/desktop/Application.h"
+#include "platform/desktop/BarControls.h"
 #include "platform/desktop/FileDialog.h"
 #include "platform/desktop/MenuItem.h"
 #include "platform/desktop/MessagesWindow.h"
@@ -47,8 +48,9 @@ public:
     void ChooseMenu(std::string_view name) const { mParts.menus->Choose(Menu(name)); }
     void AddMenuSeparator(MenuItem& parent) { mParts.menus->AddSeparator(parent); }
 
-    // Made when it is asked for first: most starts never need its controls.
+    // Made when they are asked for first: most starts never need these controls.
     virtual MessagesWindow& Messages() = 0;
+    virtual const BarControls& Bar() = 0;
 
     // New windows, owned by the main window.
     virtual std::unique_ptr<NameWindow> NewNameWindow() = 0;

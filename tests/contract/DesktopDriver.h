@@ -196,6 +196,11 @@ public:
     // The main window takes all of the screen that windows may take.
     virtual void FillScreen() = 0;
 
+    // The bar over the pane. A click into the middle; what stands on or in a control; whether it is to be seen.
+    virtual void Click(Control& control) = 0;
+    virtual std::string WordsOn(Control& control) const = 0;
+    virtual bool IsSeen(Control& control) const = 0;
+
     // Bars and menus.
     virtual float PanelWidth(std::int32_t number) const = 0;
     virtual std::string PanelToolTip(std::int32_t number) const = 0;

@@ -108,6 +108,24 @@ bool MemoryDriver::IsCovered(Control& control) const {
            over.top < top + shown.height && top < over.top + over.height;
 }
 
+void MemoryDriver::Click(Control& control) {
+    if (auto* const button = dynamic_cast<memory::Button*>(&control)) {
+        button->Press();
+    } else {
+        dynamic_cast<memory::TextBox&>(control).Click();
+    }
+}
+
+std::string MemoryDriver::WordsOn(Control& control) const {
+    if (const auto* const button = dynamic_cast<memory::Button*>(&control)) {
+        return button->Caption();
+    }
+    if (const auto* const label = dynamic_cast<memory::Label*>(&control)) {
+        return label->Caption();
+    }
+    return dynamic_cast<memory::TextBox&>(control).Text();
+}
+
 std::vector<std::string> MemoryDriver::MenusIn(MenuItem* menu) const {
     return menu == nullptr ? mDesktop.menus.Bar() : static_cast<memory::MenuItem*>(menu)->dropDown;
 }

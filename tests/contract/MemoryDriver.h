@@ -57,9 +57,7 @@ public:
     void SetCaret(std::size_t position) override { mDesktop.pane.SetCaret(position); }
     void SelectAll() override { mDesktop.pane.SelectAll(); }
     void Type(std::string_view text) override {
-        if (mDesktop.tree.HasFocus()) {
-            mDesktop.tree.Type(text);
-        } else {
+        if (!mDesktop.bar.wanted.Type(text) && !mDesktop.bar.replacement.Type(text)) {
             mDesktop.pane.Type(text);
         }
     }
@@ -84,6 +82,10 @@ public:
     void ResizeMessages(const Size& size) override { mDesktop.messages.Resize(size); }
     bool IsCovered(Control& control) const override;
     void FillScreen() override { Resize(mDesktop.messages.work.width, mDesktop.messages.work.height); }
+
+    void Click(Control& control) override;
+    std::string WordsOn(Control& control) const override;
+    bool IsSeen(Control& control) const override { return control.IsVisible(); }
 
     float PanelWidth(std::int32_t number) const override { return mDesktop.status.PanelWidth(number); }
     std::string PanelToolTip(std::int32_t number) const override { return mDesktop.status.PanelText(number); }

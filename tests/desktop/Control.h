@@ -39,11 +39,18 @@ protected:
     void CountCall() const { mFaults.Count(); }
 
     void Show(const Extent& place) override { mPlace = place; }
+    void ShowVisible(bool /*visible*/) override { CountCall(); }
     void MoveHere() {
         mFocus.isWithMessages = false;
         mFocus.controls.focus.MovedTo(*this);
     }
     void CheckReachable(std::string_view action) const { mFocus.CheckReachable(action); }
+    void CheckVisible(std::string_view action) const {
+        CheckReachable(action);
+        if (!this->IsVisible()) {
+            throw ImpossibleAction(std::string(action) + " that is not there");
+        }
+    }
 
 private:
     Faults& mFaults;

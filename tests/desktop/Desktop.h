@@ -5,6 +5,7 @@
 #include "platform/desktop/Desktop.h"
 #include "platform/text/SingleByteCodePage.h"
 #include "tests/desktop/Application.h"
+#include "tests/desktop/BarControls.h"
 #include "tests/desktop/Control.h"
 #include "tests/desktop/CountedFiles.h"
 #include "tests/desktop/CountedRegistry.h"
@@ -31,6 +32,7 @@ public:
     Desktop();
 
     MessagesWindow& Messages() override { return messages; }
+    const BarControls& Bar() override { return bar.controls; }
     std::unique_ptr<tessaly::NameWindow> NewNameWindow() override;
     std::unique_ptr<tessaly::SplashWindow> NewSplashWindow() override;
 
@@ -65,6 +67,7 @@ public:
     MsgBox msgBox{faults, focus};
     ModalScripts modal;
     MessagesWindow messages{faults, window};
+    PaneBar bar{faults, focus};
 
 private:
     CountedRegistry mCountedRegistry{faults, registry};

@@ -31,6 +31,8 @@ protected:
         mWidget.setGeometry(QRect(topLeft, QSize(end.x() - topLeft.x(), end.y() - topLeft.y())));
     }
 
+    void ShowVisible(bool visible) override { mWidget.setVisible(visible); }
+
     Window& mWindow;
 
 private:

@@ -3,6 +3,7 @@
 
 #include "platform/desktop/Desktop.h"
 #include "platform/desktop/qt/Application.h"
+#include "platform/desktop/qt/BarControls.h"
 #include "platform/desktop/qt/Control.h"
 #include "platform/desktop/qt/DestroyedWindows.h"
 #include "platform/desktop/qt/FileDialog.h"
@@ -31,6 +32,8 @@ public:
     Desktop& operator=(const Desktop&) = delete;
 
     MessagesWindow& Messages() override { return mMessages ? *mMessages : mMessages.emplace(window); }
+    const BarControls& Bar() override { return OwnBar().controls; }
+    PaneBar& OwnBar() { return mBar ? *mBar : mBar.emplace(window); }
     std::unique_ptr<tessaly::NameWindow> NewNameWindow() override;
     std::unique_ptr<tessaly::SplashWindow> NewSplashWindow() override;
 
@@ -61,6 +64,7 @@ private:
     FileDialog mFileDialog{window};
     MsgBox mMsgBox{window};
     std::optional<MessagesWindow> mMessages;
+    std::optional<PaneBar> mBar;
     DestroyedWindows mDestroyedWindows;
 };
 

@@ -79,6 +79,7 @@ public:
 
 protected:
     void Show(const Extent& place) override { Place(place); }
+    void ShowVisible(bool visible) override { ShowWindow(Handle(), visible ? SW_SHOWNA : SW_HIDE); }
 };
 
 // A control of one of the small windows that nobody reaches but the window itself.

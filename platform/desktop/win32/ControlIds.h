@@ -11,6 +11,20 @@ inline constexpr int FuncBody = 104;
 inline constexpr int VornToolBar = 105;
 inline constexpr int StatusBar1 = 106;
 
+// The bar over the pane, in the main window.
+inline constexpr int WantedLabel = 111;
+inline constexpr int Wanted = 112;
+inline constexpr int Count = 113;
+inline constexpr int MatchCase = 114;
+inline constexpr int WholeWord = 115;
+inline constexpr int Previous = 116;
+inline constexpr int Next = 117;
+inline constexpr int Close = 118;
+inline constexpr int ReplacementLabel = 119;
+inline constexpr int Replacement = 120;
+inline constexpr int ReplaceOne = 121;
+inline constexpr int ReplaceAll = 122;
+
 // The name window, of the class UserFuncVarFrm; its buttons are IDOK and IDCANCEL.
 inline constexpr int NameLabel = 201;
 inline constexpr int FuncVarName = 202;

@@ -3,6 +3,7 @@
 
 #include "platform/desktop/Desktop.h"
 #include "platform/desktop/win32/Application.h"
+#include "platform/desktop/win32/BarControls.h"
 #include "platform/desktop/win32/ControlIds.h"
 #include "platform/desktop/win32/EventLoop.h"
 #include "platform/desktop/win32/FileDialog.h"
@@ -31,6 +32,7 @@ public:
     EventLoop& Loop() { return mLoop; }
 
     MessagesWindow& Messages() override { return mMessages ? *mMessages : mMessages.emplace(mWindow); }
+    const BarControls& Bar() override { return (mBar ? *mBar : mBar.emplace(mWindow)).controls; }
     std::unique_ptr<tessaly::NameWindow> NewNameWindow() override;
     std::unique_ptr<tessaly::SplashWindow> NewSplashWindow() override;
 
@@ -55,6 +57,7 @@ private:
     FileDialog mFileDialog{mWindow.Handle()};
     MsgBox mMsgBox{mWindow.Handle()};
     std::optional<MessagesWindow> mMessages;
+    std::optional<PaneBar> mBar;
 };
 
 } // namespace tessaly::win32

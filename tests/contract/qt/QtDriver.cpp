@@ -173,15 +173,40 @@ Extent QtDriver::Shown(Control& control) const {
     return {qt::ToTwips(place.x()), qt::ToTwips(place.y()), qt::ToTwips(place.width()), qt::ToTwips(place.height())};
 }
 
-QWidget& QtDriver::WidgetOf(Control& control) const {
+std::vector<std::pair<Control*, QWidget*>> QtDriver::Widgets() const {
     qt::Desktop& desktop = *mDesktop;
-    const std::pair<Control*, QWidget*> widgets[] = {
-        {&desktop.treeLabel, &desktop.treeLabel.Widget()}, {&desktop.tree, &desktop.tree.Widget()},
-        {&desktop.paneLabel, &desktop.paneLabel.Widget()}, {&desktop.pane, &desktop.pane.Widget()},
-        {&desktop.toolBar, &desktop.toolBar.Widget()},     {&desktop.status, &desktop.status.Widget()}};
-    return *std::find_if(std::begin(widgets), std::end(widgets), [&control](const auto& pair) {
+    std::vector<std::pair<Control*, QWidget*>> widgets;
+    const auto add = [&widgets](auto&... controls) { (widgets.emplace_back(&controls, &controls.Widget()), ...); };
+    add(desktop.treeLabel, desktop.tree, desktop.paneLabel, desktop.pane, desktop.toolBar, desktop.status);
+    qt::PaneBar& bar = desktop.OwnBar();
+    add(bar.wantedLabel, bar.wanted, bar.count, bar.matchCase, bar.wholeWord, bar.previous, bar.next, bar.close,
+        bar.replacementLabel, bar.replacement, bar.replaceOne, bar.replaceAll);
+    return widgets;
+}
+
+QWidget& QtDriver::WidgetOf(Control& control) const {
+    const std::vector<std::pair<Control*, QWidget*>> widgets = Widgets();
+    return *std::find_if(widgets.begin(), widgets.end(), [&control](const auto& pair) {
                 return pair.first == &control;
             })->second;
+}
+
+void QtDriver::Click(Control& control) {
+    Settle();
+    const QWidget& widget = WidgetOf(control);
+    Click(widget, widget.rect().center());
+    Settle();
+}
+
+std::string QtDriver::WordsOn(Control& control) const {
+    QWidget& widget = WidgetOf(control);
+    if (const auto* const line = qobject_cast<QLineEdit*>(&widget)) {
+        return qt::FromQt(line->text());
+    }
+    if (const auto* const button = qobject_cast<QAbstractButton*>(&widget)) {
+        return qt::FromQt(button->text().replace(QStringLiteral("&&"), QStringLiteral("&")));
+    }
+    return LabelText(dynamic_cast<Label&>(control));
 }
 
 // The ampersands of a label with a buddy are doubled.

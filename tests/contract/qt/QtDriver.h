@@ -69,6 +69,10 @@ public:
     bool IsCovered(Control& control) const override;
     void FillScreen() override;
 
+    void Click(Control& control) override;
+    std::string WordsOn(Control& control) const override;
+    bool IsSeen(Control& control) const override { return WidgetOf(control).isVisible(); }
+
     float PanelWidth(std::int32_t number) const override;
     std::string PanelToolTip(std::int32_t number) const override;
     std::string ButtonTip(std::int32_t number) const override;
@@ -111,6 +115,7 @@ private:
     QRect MarginPlace() const; // in the pane
     Mark MarkOf(const QImage& picture) const;
     QWidget& WidgetOf(Control& control) const;
+    std::vector<std::pair<Control*, QWidget*>> Widgets() const;
     void Open(QAction& menu); // one in the menu bar
     void MakeProgram(const std::string& path, const std::string& whatToWhere) const;
     std::vector<std::string> Lines(std::string_view name) const; // of a file in the folder

@@ -214,6 +214,23 @@ std::string Win32Driver::LabelText(Label& label) const {
     return win32::ToUtf8(win32::WindowText(HandleOf(label)));
 }
 
+void Win32Driver::Click(tessaly::Control& control) {
+    RECT rect = {};
+    GetClientRect(HandleOf(control), &rect);
+    Click(HandleOf(control), {rect.right / 2, rect.bottom / 2});
+}
+
+// The ampersands of a button are doubled.
+std::string Win32Driver::WordsOn(tessaly::Control& control) const {
+    std::string words = win32::ToUtf8(win32::WindowText(HandleOf(control)));
+    if (dynamic_cast<Button*>(&control) != nullptr) {
+        for (std::size_t at = words.find("&&"); at != std::string::npos; at = words.find("&&", at + 1)) {
+            words.erase(at, 1);
+        }
+    }
+    return words;
+}
+
 std::string Win32Driver::Icon() const {
     return std::to_string(SendMessageW(mFrame, WM_GETICON, ICON_BIG, 0));
 }

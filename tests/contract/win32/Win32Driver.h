@@ -71,6 +71,10 @@ public:
     bool IsCovered(tessaly::Control& control) const override;
     void FillScreen() override;
 
+    void Click(tessaly::Control& control) override;
+    std::string WordsOn(tessaly::Control& control) const override;
+    bool IsSeen(tessaly::Control& control) const override { return IsWindowVisible(HandleOf(control)) != 0; }
+
     float PanelWidth(std::int32_t number) const override;
     std::string PanelToolTip(std::int32_t number) const override;
     std::string ButtonTip(std::int32_t number) const override;
