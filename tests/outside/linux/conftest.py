@@ -1,10 +1,15 @@
 """Homes and programs that are gone at the end of the test, and pictures."""
 
 import functools
+import os
+import pathlib
+import subprocess
 
 import pytest
 from harness import ROOT, identify, screenshot, wait_until
 from linux_harness import Program, make_home, make_opener
+
+READER = pathlib.Path(__file__).parent / "spoken.py"
 
 
 @pytest.fixture(name="home")
@@ -47,3 +52,23 @@ def fixture_picture():
         return path
 
     return picture
+
+
+@pytest.fixture(name="spoken")
+def fixture_spoken(home):
+    """A session of D-Bus of its own with the accessibility service: its variables, and what is said there."""
+    variables = {**os.environ, "HOME": str(home), "XDG_RUNTIME_DIR": str(home / "run")}
+    bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address",
+                            f"--address=unix:dir={home}/run"], env=variables, stdout=subprocess.PIPE, text=True)
+    session = {"DBUS_SESSION_BUS_ADDRESS": bus.stdout.readline().strip(), "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
+
+    def spoken(*roles):
+        done = subprocess.run(["/usr/bin/python3", READER, *roles], env={**variables, **session}, capture_output=True,
+                              text=True, timeout=60, check=False)
+        return done.stdout.splitlines()
+
+    spoken.session = session
+    spoken()  # starts the service, which the program looks for when it begins
+    yield spoken
+    bus.kill()
+    bus.wait()

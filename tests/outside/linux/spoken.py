@@ -1,5 +1,6 @@
 """What a screen reader is told of the running program: spoken.py ROLE... prints "role: name" of the visible objects of
-these roles, one a line. Run beside the program in a session of D-Bus that has the accessibility service."""
+these roles, one a line. spoken.py --where ROLE NAME prints where the middle of the last one is. Run beside the
+program in a session of D-Bus that has the accessibility service."""
 
 import sys
 
@@ -10,16 +11,28 @@ from gi.repository import Atspi  # noqa: E402  pylint: disable=wrong-import-posi
 
 
 def walk(item, roles):
+    """The visible ones."""
     if item is None:
         return
     if item.get_role_name() in roles and item.get_state_set().contains(Atspi.StateType.SHOWING):
-        print(f"{item.get_role_name()}: {item.get_name()}")
+        yield item
     for number in range(item.get_child_count()):
-        walk(item.get_child_at_index(number), roles)
+        yield from walk(item.get_child_at_index(number), roles)
 
 
-desktop = Atspi.get_desktop(0)
-for index in range(desktop.get_child_count()):
-    program = desktop.get_child_at_index(index)
-    if program is not None and program.get_name() == "tessaly":
-        walk(program, sys.argv[1:])
+def of_program(roles):
+    desktop = Atspi.get_desktop(0)
+    for index in range(desktop.get_child_count()):
+        program = desktop.get_child_at_index(index)
+        if program is not None and program.get_name() == "tessaly":
+            yield from walk(program, roles)
+
+
+if sys.argv[1] == "--where":
+    places = [found.get_extents(Atspi.CoordType.SCREEN) for found in of_program(sys.argv[2:3])
+              if found.get_name() == sys.argv[3]]
+    for place in places[-1:]:
+        print(place.x + place.width // 2, place.y + place.height // 2)
+else:
+    for found in of_program(sys.argv[1:]):
+        print(f"{found.get_role_name()}: {found.get_name()}")

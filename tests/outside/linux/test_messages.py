@@ -65,6 +65,58 @@ def test_mistakes_are_mended_by_keys(start, home, wrong, picture, language, scal
     build_mended(program, wrong, language)
 
 
+@pytest.fixture(name="broken")
+def fixture_broken(home):
+    """A program in which a function and an event lack a semicolon each."""
+    block = home / "broken.PSF"
+    text = example_file("blink", ".PSF").read_bytes()
+    for right in (b"halfPeriod = period;", b"SetLamp(1);"):
+        assert text.count(right) == 1
+        text = text.replace(right, right[:-1])
+    block.write_bytes(text)
+    return block
+
+
+class Mouse:
+    """It finds its way by what a screen reader is told."""
+
+    def __init__(self, spoken):
+        self.spoken = spoken
+
+    def find(self, role, name):
+        return wait_until(f"the {role} {name}", lambda: self.spoken("--where", role, name))[0].split()
+
+    def click(self, role, name, times=1):
+        xdotool("mousemove", *self.find(role, name), "click", "--repeat", times, "--delay", 60, 1)
+
+
+@pytest.mark.parametrize("language", [0, 1])
+def test_what_a_compiler_finds_is_mended_by_the_mouse_alone(start, home, broken, spoken, language):
+    """But for the character that was missing."""
+    write_all_settings(home, Language=language)
+    mouse = Mouse(spoken)
+    program = start(broken, **spoken.session)
+    program.wait_for("Tessaly")
+
+    def build():
+        mouse.click("menu item", ["Compile", "Compiler"][language])
+        mouse.click("menu item", ["Build Exe", "Exe erstellen"][language])
+
+    build()
+    messages(program, language)
+    for row in ("ChangePace", "OnStart()"):
+        mouse.click("table cell", row, times=2)
+        program.wait_for("Tessaly")
+        program.type(";")
+    build()
+    program.wait_for(SAVE[language])
+    mouse.click("push button", ["Yes", "Ja"][language])
+    wait_until("the program block", broken.with_suffix(".out").exists)
+    for text in (b"halfPeriod = period;\r\n", b"SetLamp(1);\r\n"):
+        assert text in broken.read_bytes()
+    wait_until("the end of the messages window", lambda: not program.windows(f"^{TITLES[language]}$"))
+
+
 def test_a_double_click_and_enter_lead_to_the_line(start, home, wrong):
     program = start(wrong)
     program.wait_for("Tessaly")

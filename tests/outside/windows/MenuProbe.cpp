@@ -14,7 +14,17 @@ std::string ItemText(HMENU menu, UINT position) {
     return Utf8(text);
 }
 
-std::string Items(HMENU menu) {
+// On the screen: of an item of the bar, which is `window`'s, or of a menu that is open; else "null".
+std::string Place(HWND window, HMENU menu, UINT position) {
+    RECT rect{};
+    if (!GetMenuItemRect(window, menu, position, &rect)) {
+        return "null";
+    }
+    return Array(
+        {std::to_string(rect.left), std::to_string(rect.top), std::to_string(rect.right), std::to_string(rect.bottom)});
+}
+
+std::string Items(HWND window, HMENU menu) {
     std::vector<std::string> items;
     for (UINT i = 0; i < static_cast<UINT>(GetMenuItemCount(menu)); ++i) {
         const UINT state = GetMenuState(menu, i, MF_BYPOSITION);
@@ -24,7 +34,8 @@ std::string Items(HMENU menu) {
                                 {"checked", Bool((state & MF_CHECKED) != 0)},
                                 {"enabled", Bool((state & (MF_GRAYED | MF_DISABLED)) == 0)},
                                 {"separator", Bool(!drop && (state & MF_SEPARATOR) != 0)},
-                                {"items", drop ? Items(drop) : "[]"}}));
+                                {"rect", Place(window, menu, i)},
+                                {"items", drop ? Items(nullptr, drop) : "[]"}}));
     }
     return Array(items);
 }
@@ -35,7 +46,7 @@ BOOL CALLBACK FindMenu(HWND window, LPARAM found) {
     if (process != GetCurrentProcessId() || !GetMenu(window)) {
         return TRUE;
     }
-    *reinterpret_cast<HMENU*>(found) = GetMenu(window);
+    *reinterpret_cast<HWND*>(found) = window;
     return FALSE;
 }
 
@@ -45,9 +56,9 @@ void Answer() {
         return;
     }
     if (void* view = MapViewOfFile(mapping, FILE_MAP_WRITE, 0, 0, 0)) {
-        HMENU menu = nullptr;
-        EnumWindows(FindMenu, reinterpret_cast<LPARAM>(&menu));
-        lstrcpynA(static_cast<char*>(view), (menu ? Items(menu) : "[]").c_str(), MenuProbeSize);
+        HWND window = nullptr;
+        EnumWindows(FindMenu, reinterpret_cast<LPARAM>(&window));
+        lstrcpynA(static_cast<char*>(view), (window ? Items(window, GetMenu(window)) : "[]").c_str(), MenuProbeSize);
         UnmapViewOfFile(view);
     }
     CloseHandle(mapping);

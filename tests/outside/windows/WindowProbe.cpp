@@ -202,6 +202,35 @@ std::string Panels(const Words& words) {
     return Array(panels);
 }
 
+std::string Cell(const RemoteMemory& memory, HWND list, WPARAM row, int column) {
+    LVITEMW item{};
+    item.iSubItem = column;
+    item.pszText = static_cast<wchar_t*>(memory.At(TextOffset));
+    item.cchTextMax = TextCount;
+    SendStructure(memory, list, LVM_GETITEMTEXTW, row, item);
+    return Quoted(Utf8(memory.ReadText(TextOffset, TextCount)));
+}
+
+// rows WINDOW: of a list with columns, their cells and the first one's place
+std::string Rows(const Words& words) {
+    HWND list = Window(words.at(1));
+    const RemoteMemory memory(list, MemorySize);
+    HWND head = reinterpret_cast<HWND>(Send(list, LVM_GETHEADER));
+    const auto columns = static_cast<int>(Send(head, HDM_GETITEMCOUNT));
+    const auto count = static_cast<WPARAM>(Send(list, LVM_GETITEMCOUNT));
+    std::vector<std::string> rows;
+    for (WPARAM row = 0; row < count; ++row) {
+        std::vector<std::string> cells;
+        for (int column = 0; column < columns; ++column) {
+            cells.push_back(Cell(memory, list, row, column));
+        }
+        RECT rect{LVIR_LABEL, 0, 0, 0};
+        SendStructure(memory, list, LVM_GETITEMRECT, row, rect);
+        rows.push_back(Object({{"cells", Array(cells)}, {"rect", OnScreen(list, rect)}}));
+    }
+    return Array(rows);
+}
+
 // spoken WINDOW: what a screen reader says of it
 std::string Spoken(const Words& words) {
     IAccessible* object = nullptr;
@@ -396,6 +425,7 @@ std::map<std::string, Command> Commands(Processes& processes, HANDLE& held) {
             {"tree", Tree},
             {"panels", Panels},
             {"buttons", Buttons},
+            {"rows", Rows},
             {"spoken", Spoken},
             {"measure", Measure},
             {"menu", Menu},

@@ -5,7 +5,7 @@ import subprocess
 
 import pytest
 from harness import example_file, recovery_folder, windows_path
-from windows_harness import Program, install, probe
+from windows_harness import Program, import_registry, install, probe
 
 
 @pytest.fixture(scope="session", name="probe")
@@ -55,6 +55,15 @@ def german_keyboard():
     subprocess.run(["setxkbmap", "de"], check=True)
     yield
     subprocess.run(["setxkbmap", "us"], check=True)
+
+
+@pytest.fixture
+def resolution(folder):
+    """Sets the resolution of the display, in dots per inch, for programs that are started after it."""
+    def change(dpi):
+        import_registry(f'[HKEY_CURRENT_USER\\Control Panel\\Desktop]\r\n"LogPixels"=dword:{dpi:08x}\r\n', folder)
+    yield change
+    change(96)
 
 
 @pytest.fixture

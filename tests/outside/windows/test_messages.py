@@ -7,6 +7,7 @@ from harness import ROOT, screenshot, wait_until, windows_path, xdotool
 from windows_harness import CODE_TREE, FUNC_BODY, STATUS_BAR, install
 
 ROWS = 402
+BUILD = [("Compile", "Build Exe"), ("Compiler", "Exe erstellen")]
 
 
 @pytest.fixture(name="wrong")
@@ -52,7 +53,7 @@ def wait_for_both(folder):
 def test_mistakes_are_mended_by_keys(launch, folder, installed, wrong, compiler, language):
     install(folder, **{**installed, "FCompBat": compiler, "Language": language})
     program = launch(windows_path(wrong))
-    program.choose(*[("Compile", "Build Exe"), ("Compiler", "Exe erstellen")][language])
+    program.choose(*BUILD[language])
     window = messages(program)
     for control in (CODE_TREE, FUNC_BODY, STATUS_BAR):
         assert not overlap(window["rect"], program.control(control)["rect"])
@@ -75,12 +76,130 @@ def test_mistakes_are_mended_by_keys(launch, folder, installed, wrong, compiler,
     assert b"int one = 1;" in wrong.read_bytes() and b"int two = 2;" in wrong.read_bytes()
 
 
-def test_a_double_click_leads_to_the_line(launch, folder, installed, wrong, compiler):
+def list_of(window, program):
+    return next(c for c in program.probe.ask("children", window) if c["id"] == ROWS)
+
+
+def wait_for_pane(program, test):
+    """The pane shows this, and Windows has given it the keyboard. The display may still name the window of the click:
+    Wine takes keys from each of its windows, and tells no window manager of a change between two of one program."""
+    wait_until(lambda: f"a line in {program.pane()!r}", lambda: test(program.pane()))
+    wait_until("the pane to have the keyboard", lambda: program.focus() == FUNC_BODY and
+               program.probe.ask("focus", program.main)["front"] == program.main)
+
+
+def double_click(rect):
+    xdotool("mousemove", rect[0] + 5, (rect[1] + rect[3]) // 2, "click", "--repeat", 2, "--delay", 60, 1)
+
+
+def test_a_double_click_leads_to_the_line_with_the_keyboard(launch, folder, installed, wrong, compiler):
     install(folder, **{**installed, "FCompBat": compiler})
     program = launch(windows_path(wrong))
-    program.choose("Compile", "Build Exe")
+    program.choose(*BUILD[0])
     window = messages(program)["window"]
     wait_for_both(folder)
-    rows = next(c for c in program.probe.ask("children", window) if c["id"] == ROWS)["rect"]
-    xdotool("mousemove", rows[0] + 30, rows[1] + 26, "click", "--repeat", 2, "--delay", 60, 1)
-    wait_until("a line with a mistake", lambda: program.pane().startswith(("int one", "int two")))
+    rows = list_of(window, program)
+    wait_until("both rows", lambda: len(program.probe.ask("rows", rows["window"])) == 2)
+    for number, begin in [(1, "int two"), (0, "int one")] * 3:
+        double_click(program.probe.ask("rows", rows["window"])[number]["rect"])
+        wait_for_pane(program, lambda text, begin=begin: text.startswith(begin))
+        program.keys("a")
+        wait_for_pane(program, lambda text, begin=begin: text.startswith(f"{begin} = a"))
+
+
+# With the kit and a real compiler, which is on the PATH.
+
+@pytest.fixture(name="broken")
+def fixture_broken(example):
+    """A function and an event that lack a semicolon each, at the end of a line."""
+    block = pathlib.Path(example)
+    text = block.read_bytes()
+    for right in (b"halfPeriod = period;", b"SetLamp(1);"):
+        assert text.count(right) == 1
+        text = text.replace(right, right[:-1])
+    block.write_bytes(text)
+    return block
+
+
+class Mending:
+    """The program with the messages of a build that found both mistakes."""
+
+    def __init__(self, program, language):
+        self.program = program
+        self.kind = ["Error", "Fehler"][language]
+
+    def see_both(self):
+        self.window = messages(self.program)["window"]
+        self.rows = list_of(self.window, self.program)["window"]
+        wait_until(lambda: f"both mistakes in {self.shown()}", lambda: [row["cells"][:3] for row in self.shown()] == [
+            [self.kind, "ChangePace", "5"], [self.kind, "OnStart()", "3"]])
+        self.program.bring()  # it still has the keyboard
+
+    def shown(self):
+        return self.program.probe.ask("rows", self.rows)
+
+    def wait_for(self, text):
+        wait_for_pane(self.program, lambda pane: text in pane)
+
+    def end(self, block):
+        wait_until("the end of the messages window", lambda: gone(self.program))
+        wait_until("the program block", block.with_suffix(".out").exists)
+        text = block.read_bytes()
+        assert b"halfPeriod = period;\r\n" in text and b"SetLamp(1);\r\n" in text
+
+
+@pytest.fixture(name="mending")
+def fixture_mending(launch, folder, installed, broken, resolution):
+    def start(language, percent):
+        resolution(96 * percent // 100)
+        install(folder, **{**installed, "FCompBat": windows_path(ROOT / "kit/compile.bat"), "Language": language})
+        return Mending(launch(windows_path(broken)), language)
+    return start
+
+
+@pytest.mark.parametrize("percent", [100, 200])
+@pytest.mark.parametrize("language", [0, 1])
+def test_what_a_compiler_finds_is_mended_by_the_keyboard_alone(mending, broken, language, percent):
+    user = mending(language, percent)
+    program = user.program
+    program.press_key("F10")
+    user.see_both()
+    program.keys("Escape")  # F10 has gone on to the menu bar
+    screenshot(ROOT / f"build/screenshots/windows-mistakes-{language}-{percent}.png", "-trim", "+repage")
+    program.keys("alt+Tab")
+    program.bring(user.window)
+    program.keys("Return")
+    user.wait_for("halfPeriod = period\r\n")
+    program.keys("semicolon")
+    user.wait_for("halfPeriod = period;\r\n")
+    program.keys("ctrl+j")
+    user.wait_for("SetLamp(1)\r\n")
+    screenshot(ROOT / f"build/screenshots/windows-mistake-{language}-{percent}.png", "-trim", "+repage")
+    program.keys("semicolon")
+    user.wait_for("SetLamp(1);\r\n")
+    program.keys("F10")
+    question = program.dialog()
+    program.bring(question.window)
+    program.keys("Return")
+    user.end(broken)
+
+
+@pytest.mark.parametrize("percent", [100, 200])
+@pytest.mark.parametrize("language", [0, 1])
+def test_what_a_compiler_finds_is_mended_by_the_mouse_alone(mending, broken, language, percent):
+    """But for the character that was missing."""
+    user = mending(language, percent)
+    program = user.program
+    program.click_menu(*BUILD[language])
+    user.see_both()
+    for row, text in enumerate(["halfPeriod = period", "SetLamp(1)"]):
+        double_click(user.shown()[row]["rect"])
+        user.wait_for(f"{text}\r\n")
+        program.click(program.control(FUNC_BODY)["rect"])  # anywhere
+        double_click(user.shown()[row]["rect"])
+        user.wait_for(f"{text}\r\n")
+        program.keys("semicolon")
+        user.wait_for(f"{text};\r\n")
+    program.click_menu(*BUILD[language])
+    program.dialog().press("Yes")
+    user.end(broken)

@@ -4,7 +4,7 @@ import shutil
 
 import pytest
 from harness import BITS, ROOT, drive_c, identify, screenshot, wait_until
-from windows_harness import CODE_TREE, FUNC_BODY, STATUS_BAR, import_registry, install
+from windows_harness import CODE_TREE, FUNC_BODY, STATUS_BAR, install
 
 MENUS = {"en": [("File", "Save Program Source File As"), ("Help", "About"), ("Help", "Hot Keys")],
          "de": [("Datei", "Programmquelldatei speichern unter..."), ("Hilfe", "Info..."), ("Hilfe", "Hot Keys")]}
@@ -67,15 +67,6 @@ def test_pictures_of_all_windows(launch, folder, installed, example, language):
     dialog = program.dialog()
     program.bring(dialog.window)
     shown(program, f"{language}-save", 20)
-
-
-@pytest.fixture
-def resolution(folder):
-    """Sets the resolution of the display, in dots per inch, for programs that are started after it."""
-    def change(dpi):
-        import_registry(f'[HKEY_CURRENT_USER\\Control Panel\\Desktop]\r\n"LogPixels"=dword:{dpi:08x}\r\n', folder)
-    yield change
-    change(96)
 
 
 def size(rect):

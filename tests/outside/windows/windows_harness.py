@@ -291,6 +291,16 @@ class Program:
             item = self.find(item["items"], caption)
             self.keys(self.access_key(item))
 
+    def click_menu(self, *path):
+        """The same with the mouse alone."""
+        self.click(self.find(self.menu(), path[0])["rect"])
+        for depth, caption in enumerate(path[1:], 1):
+            wait_until(f"the menu {path[0]} to drop down", self.has_open_menu)
+            items = self.menu()
+            for above in path[:depth]:
+                items = self.find(items, above)["items"]
+            self.click(self.find(items, caption)["rect"])
+
     def has_open_menu(self):
         return any(w["class"] == "#32768" for w in self.windows())
 

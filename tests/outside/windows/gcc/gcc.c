@@ -60,15 +60,43 @@ static char* Argument(const wchar_t* argument, UnixFileName unixFileName) {
     return Joined(Utf8(option), name);
 }
 
-static int PrintAndRemove(const wchar_t* name, FILE* to) {
+// A path as the caller wrote it, and as the compiler got it.
+typedef struct {
+    char* given;
+    char* handed;
+} Path;
+
+// The longest path at the front of the text; NULL for none.
+static const Path* PathAt(const char* text, const Path* paths, size_t count) {
+    const Path* longest = NULL;
+    for (size_t i = 0; i < count; ++i)
+        if (strncmp(text, paths[i].handed, strlen(paths[i].handed)) == 0 &&
+            (!longest || strlen(longest->handed) < strlen(paths[i].handed)))
+            longest = &paths[i];
+    return longest;
+}
+
+// A compiler names files as they were given to it.
+static int PrintAndRemove(const wchar_t* name, const Path* paths, size_t count, FILE* to) {
     FILE* file = _wfopen(name, L"rb");
     if (!file)
         return Fail("the compiler's output is not there");
-    char part[4096];
-    for (size_t got; (got = fread(part, 1, sizeof part, file)) > 0;)
-        fwrite(part, 1, got, to);
+    fseek(file, 0, SEEK_END);
+    size_t size = (size_t)ftell(file);
+    rewind(file);
+    char* text = calloc(size + 1, 1);
+    size = fread(text, 1, size, file);
     fclose(file);
     _wremove(name);
+    for (const char* at = text; at < text + size;) {
+        const Path* path = PathAt(at, paths, count);
+        if (path) {
+            fputs(path->given, to);
+            at += strlen(path->handed);
+        } else {
+            fputc(*at++, to);
+        }
+    }
     return 0;
 }
 
@@ -96,11 +124,17 @@ int wmain(int count, wchar_t** arguments) {
     unixArguments[used++] = "gcc.exe";
     unixArguments[used++] = unixFileName(output);
     unixArguments[used++] = unixFileName(current);
-    for (int i = 1; i < count; ++i)
+    Path* paths = calloc((size_t)count, sizeof *paths);
+    size_t pathCount = 0;
+    for (int i = 1; i < count; ++i) {
         unixArguments[used++] = Argument(arguments[i], unixFileName);
+        int before = BeforeFileName(arguments[i]);
+        if (before >= 0)
+            paths[pathCount++] = (Path){Utf8(arguments[i] + before), unixArguments[used - 1] + before};
+    }
 
     int status = (int)spawn(unixArguments, TRUE);
-    if (PrintAndRemove(output, status == 0 ? stdout : stderr) != 0)
+    if (PrintAndRemove(output, paths, pathCount, status == 0 ? stdout : stderr) != 0)
         return 1;
     return status;
 }
