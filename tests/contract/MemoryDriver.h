@@ -57,7 +57,9 @@ public:
     void SetCaret(std::size_t position) override { mDesktop.pane.SetCaret(position); }
     void SelectAll() override { mDesktop.pane.SelectAll(); }
     void Type(std::string_view text) override {
-        if (!mDesktop.bar.wanted.Type(text) && !mDesktop.bar.replacement.Type(text)) {
+        if (mDesktop.tree.HasFocus()) {
+            mDesktop.tree.Type(text);
+        } else if (!mDesktop.bar.wanted.Type(text) && !mDesktop.bar.replacement.Type(text)) {
             mDesktop.pane.Type(text);
         }
     }
