@@ -5,11 +5,10 @@
 #include "platform/text/Ascii.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <limits>
-#include <locale>
 #include <optional>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 
@@ -64,12 +63,26 @@ std::string TakeDecimal(std::string_view text) {
     return number;
 }
 
+// Whether a decimal number that does not fit is too small for it, and not too large.
+bool IsTiny(std::string_view number) {
+    const std::size_t end = std::min(number.find('e'), number.size());
+    const auto point = static_cast<std::int64_t>(std::min(number.find('.'), end));
+    const auto first = static_cast<std::int64_t>(std::min(number.find_first_of("123456789"), end));
+    const std::string_view digits = number.substr(std::min(end + 1, number.size()));
+    std::int64_t exponent = 0;
+    if (std::from_chars(digits.data(), digits.data() + digits.size(), exponent).ec == std::errc::result_out_of_range) {
+        return digits.starts_with('-');
+    }
+    return point - first + exponent < 0;
+}
+
+// 0 when it is no number.
 double ReadDecimal(std::string_view text) {
-    std::istringstream number(TakeDecimal(text));
-    number.imbue(std::locale::classic());
+    const std::string number = TakeDecimal(text);
     double value = 0;
-    number >> value; // 0 when it is no number
-    return value;
+    const auto read = std::from_chars(number.data(), number.data() + number.size(), value);
+    const bool isHuge = read.ec == std::errc::result_out_of_range && !IsTiny(number);
+    return isHuge ? std::numeric_limits<double>::max() : value;
 }
 
 } // namespace

@@ -1,10 +1,10 @@
 // Most spellings are known beforehand; those with "." and ".." in them are made normal first.
 #include "diagnostics/FileSpellings.h"
 
+#include "platform/system/Environment.h"
 #include "platform/text/Ascii.h"
 
 #include <algorithm>
-#include <filesystem>
 
 namespace tessaly {
 
@@ -82,7 +82,7 @@ FileSpellings::FileSpellings(const std::string& path) {
     if (path.empty()) {
         return;
     }
-    const std::string full = IsWindowsPath(path) ? path : std::filesystem::absolute(path).string();
+    const std::string full = IsWindowsPath(path) ? path : FullPath(path);
     mIsWindows = IsWindowsPath(full);
     const std::string_view separators = mIsWindows ? WindowsSeparators : "/";
     mBaseName = path.substr(path.find_last_of(separators) + 1);

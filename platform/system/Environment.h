@@ -13,4 +13,7 @@ using Environment = std::function<std::optional<std::string>(const std::string& 
 // The environment of this process.
 std::optional<std::string> ProcessEnvironment(const std::string& name);
 
+// The path by which a file is found wherever the program goes; `path` itself where the system cannot tell.
+std::string FullPath(const std::string& path);
+
 } // namespace tessaly

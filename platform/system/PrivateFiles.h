@@ -72,7 +72,7 @@ public:
     std::error_code Write(const std::string& path, std::string_view bytes, Flushing flushing) override;
     std::error_code Rewrite(const std::string& path, std::string_view bytes, Flushing flushing) override;
     std::error_code Flush(const std::string& path) override;
-    std::string FullPath(const std::string& path) const override;
+    std::string FullPath(const std::string& path) const override { return tessaly::FullPath(path); }
     std::error_code Remove(const std::string& path) override;
     std::optional<std::string> ProcessStart(std::uint64_t id) const override;
 

@@ -1,7 +1,7 @@
 // Work on texts alone: no folder is looked at.
 #include "platform/system/UserFolders.h"
 
-#include <sstream>
+#include <algorithm>
 
 namespace tessaly {
 
@@ -18,11 +18,13 @@ std::string Base(const Environment& environment, const std::string& variable, co
 
 std::vector<std::string> Folders(const Environment& environment, const std::string& own, const std::string& variable,
                                  const std::string& standard) {
-    const std::string list = environment(variable).value_or("");
-    std::istringstream others(list.empty() ? standard : list);
+    const std::string others = environment(variable).value_or("");
+    const std::string& list = others.empty() ? standard : others;
     std::vector<std::string> folders = {own};
-    for (std::string folder; std::getline(others, folder, ':');) {
-        folders.push_back(folder);
+    for (std::size_t begin = 0; begin <= list.size();) {
+        const std::size_t end = std::min(list.find(':', begin), list.size());
+        folders.push_back(list.substr(begin, end - begin));
+        begin = end + 1;
     }
     std::erase_if(folders, [](const std::string& folder) { return !IsAbsolute(folder); });
     return folders;

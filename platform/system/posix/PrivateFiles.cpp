@@ -165,12 +165,6 @@ std::error_code SystemPrivateFiles::Rewrite(const std::string& path, std::string
     return lseek(file.Number(), 0, SEEK_SET) == 0 ? WriteAll(file, bytes, flushing) : LastError();
 }
 
-std::string SystemPrivateFiles::FullPath(const std::string& path) const {
-    std::error_code error;
-    const fs::path full = fs::absolute(path, error);
-    return error ? path : full.string();
-}
-
 std::error_code SystemPrivateFiles::Remove(const std::string& path) {
     mOpen->files.erase(path);
     return unlink(path.c_str()) == 0 || errno == ENOENT ? std::error_code() : LastError();

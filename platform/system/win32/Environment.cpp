@@ -3,6 +3,7 @@
 
 #include "platform/system/win32/Text.h"
 
+#include <system_error>
 #include <windows.h>
 
 namespace tessaly {
@@ -17,6 +18,17 @@ std::optional<std::string> ProcessEnvironment(const std::string& name) {
     room = GetEnvironmentVariableW(wideName.c_str(), value.data(), room);
     value.resize(room);
     return win32::ToUtf8(value);
+}
+
+std::string FullPath(const std::string& path) {
+    try {
+        const std::wstring wide = win32::ToWide(path);
+        std::wstring full(GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr), L'\0');
+        full.resize(GetFullPathNameW(wide.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+        return full.empty() ? path : win32::ToUtf8(full);
+    } catch (const std::system_error&) { // of the path
+        return path;
+    }
 }
 
 } // namespace tessaly

@@ -257,17 +257,6 @@ std::error_code SystemPrivateFiles::Flush(const std::string& path) {
     }
 }
 
-std::string SystemPrivateFiles::FullPath(const std::string& path) const {
-    try {
-        const std::wstring wide = win32::ToWide(path);
-        std::wstring full(GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr), L'\0');
-        full.resize(GetFullPathNameW(wide.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
-        return full.empty() ? path : win32::ToUtf8(full);
-    } catch (const std::system_error&) { // of the path
-        return path;
-    }
-}
-
 std::error_code SystemPrivateFiles::Remove(const std::string& path) {
     try {
         mOpen->files.erase(path);

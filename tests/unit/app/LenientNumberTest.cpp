@@ -82,6 +82,8 @@ TEST(LenientNumberTest, ANumberThatIsTooLargeIsTheLargestOne) {
     EXPECT_EQ(LenientValue("-1e400"), -largest);
     EXPECT_EQ(LenientValue("1e99999999999999999999"), largest);
     EXPECT_EQ(LenientValue(std::string(400, '9')), largest);
+    EXPECT_EQ(LenientValue(std::string(400, '9') + "e-20"), largest);
+    EXPECT_EQ(LenientValue("0." + std::string(50, '0') + "1e400"), largest);
     EXPECT_EQ(LenientValue("&H" + std::string(400, 'F')), largest);
 }
 
@@ -89,6 +91,9 @@ TEST(LenientNumberTest, ANumberThatIsTooSmallIsZero) {
     EXPECT_EQ(LenientValue("1e-400"), 0);
     EXPECT_EQ(LenientValue("1e-99999999999999999999"), 0);
     EXPECT_EQ(LenientValue("0e400"), 0);
+    EXPECT_EQ(LenientValue("0." + std::string(400, '0') + "1"), 0);
+    EXPECT_EQ(LenientValue("0." + std::string(400, '0') + "1e20"), 0);
+    EXPECT_EQ(LenientValue(std::string(50, '9') + "e-400"), 0);
 }
 
 class CommaForPoint : public std::numpunct<char> {
