@@ -15,7 +15,6 @@ namespace {
 
 // What a person may still look through. Without a limit a compiler that goes wild would stop the window.
 constexpr std::size_t MostBytes = std::size_t{1024} * 1024;
-constexpr std::size_t MostRows = 1000;
 
 // The beginning of a file: what comes first counts most. One byte more than is shown tells that there are more.
 std::string ReadBeginning(SequentialFiles& files, const std::string& path) {
@@ -105,6 +104,8 @@ void BuildMessages::Forget() {
     mOutput = "";
     mHidden.clear();
     mMessages.clear();
+    mLeftOut = 0;
+    mFound = {};
     mGone.reset();
     mHasCome = false;
     map = {};
@@ -142,6 +143,10 @@ void BuildMessages::Read() {
     std::string output = ReadBeginning(mDesktop.Files(), mPath);
     if (output != mOutput) {
         mOutput = std::move(output);
+        if (HasFound()) {
+            mFound = {};
+            mGone.reset();
+        }
         Show();
     }
 }
@@ -152,28 +157,16 @@ void BuildMessages::Show() {
     mMessages = mHidden;
     const std::vector<Diagnostic> read = InOrder(ReadDiagnostics(map, text));
     mMessages.insert(mMessages.end(), read.begin(), read.end());
-
-    std::vector<MessageRow> rows;
-    for (const Diagnostic& message : mMessages) {
-        rows.push_back(RowOf(message));
-    }
-    if (rows.size() > MostRows) {
-        const std::string left = std::to_string(rows.size() - MostRows);
-        rows.resize(MostRows);
-        mMessages.resize(MostRows);
-        rows.push_back({MessageKind::Note, {Words(OwnText::NoteMessage), "", "", left + Words(OwnText::MoreMessages)}});
-    }
+    mLeftOut = mMessages.size() - std::min(mMessages.size(), MostRows);
+    mMessages.resize(mMessages.size() - mLeftOut);
     std::string printed = Printed(text);
     if (mOutput.size() > MostBytes) {
         printed.insert(0, Words(OwnText::BeginningOfOutput) + "\n" + mPath + "\n\n");
     }
-    const bool isEmpty = rows.empty() && printed.find_first_not_of(" \t\n") == std::string::npos;
-    if (!isEmpty && mWindow == nullptr) {
-        mWindow = &mDesktop.Messages();
-        mWindow->onGo = [this](std::size_t row) { RunCommand([&] { Go(row); }); };
-    }
-    if (mWindow != nullptr) {
-        ShowIn(*mWindow, std::move(rows), printed);
+    const bool isEmpty = mMessages.empty() && printed.find_first_not_of(" \t\n") == std::string::npos;
+    if (!isEmpty || mWindow != nullptr) {
+        List();
+        mWindow->SetPrinted(printed);
     }
     if (!isEmpty && !std::exchange(mHasCome, true)) {
         mWindow->Show();
@@ -181,41 +174,74 @@ void BuildMessages::Show() {
     onChange();
 }
 
-void BuildMessages::ShowIn(MessagesWindow& window, std::vector<MessageRow> rows, const std::string& printed) {
-    window.SetTexts(
-        {Words(OwnText::Messages),
+void BuildMessages::List() {
+    if (mWindow == nullptr) {
+        mWindow = &mDesktop.Messages();
+        mWindow->onGo = [this](std::size_t row) { RunCommand([&] { Go(row); }); };
+    }
+    const bool isFound = HasFound();
+    std::vector<MessageRow> rows;
+    for (const Diagnostic& message : Listed()) {
+        rows.push_back(RowOf(message));
+    }
+    if (const std::size_t left = isFound ? mFound.count - mFound.places.size() : mLeftOut; left > 0) {
+        const std::string words = Words(isFound ? OwnText::MorePlaces : OwnText::MoreMessages);
+        rows.push_back({MessageKind::Note, {Words(OwnText::NoteMessage), "", "", std::to_string(left) + words}});
+    }
+    mWindow->SetTexts(
+        {Words(isFound ? OwnText::PlacesFound : OwnText::Messages),
          {Words(OwnText::KindHead), Words(OwnText::MemberHead), Words(OwnText::LineHead), Words(OwnText::TextHead)},
          Words(OwnText::MessagesPage),
          Words(OwnText::PrintedPage)});
-    window.SetRows(std::move(rows));
-    window.SetPrinted(printed);
+    mWindow->SetRows(std::move(rows));
+}
+
+void BuildMessages::ShowFound(FoundPlaces found) {
+    mFound = std::move(found);
+    mGone.reset();
+    if (HasFound() || mWindow != nullptr) {
+        List();
+    }
+    if (HasFound()) {
+        mWindow->Show();
+    } else if (mWindow != nullptr && !mHasCome) {
+        mWindow->Hide();
+    }
+}
+
+std::string_view BuildMessages::TextOf(const std::string& member) const {
+    const auto found = mFound.texts.find(member);
+    return found != mFound.texts.end() ? std::string_view(found->second) : map.Text(member);
 }
 
 MessageRow BuildMessages::RowOf(const Diagnostic& message) const {
     const MessageKind kind = KindOf(message);
     return {kind,
-            {Words(NameOf(kind)), message.member.empty() ? message.file : onName(message.member),
+            {Words(HasFound() ? OwnText::PlaceFound : NameOf(kind)),
+             message.member.empty() ? message.file : onName(message.member),
              message.line != 0 ? std::to_string(message.line) : "", message.text}};
 }
 
 void BuildMessages::Go(std::size_t row) {
-    if (row >= mMessages.size()) { // the one that counts the others
+    if (row >= Listed().size()) { // the one that counts the others
         return;
     }
     mGone = row;
-    if (!mMessages[row].member.empty()) {
-        onGo(mMessages[row]);
+    const Diagnostic message = Listed()[row];
+    if (!message.member.empty()) {
+        onGo(message);
     }
 }
 
 void BuildMessages::Step(bool backwards) {
-    const std::size_t count = mMessages.size();
-    if (!mHasCome) {
+    const std::size_t count = Listed().size();
+    if (!mHasCome && !HasFound()) {
         return;
     }
     mWindow->Show();
     const auto leads = [this](std::size_t row) {
-        return !mMessages[row].member.empty() && mMessages[row].kind != DiagnosticKind::Note;
+        const Diagnostic& message = Listed()[row];
+        return !message.member.empty() && (HasFound() || message.kind != DiagnosticKind::Note);
     };
     std::size_t row = std::min(mWindow->Selected().value_or(0), count);
     for (std::size_t steps = mGone == row ? 1 : 0; steps <= count; ++steps) {
@@ -232,6 +258,8 @@ void BuildMessages::SetLanguage(std::uint8_t language) {
     mLanguage = language;
     if (mHasCome) {
         Show();
+    } else if (HasFound()) {
+        List();
     }
 }
 

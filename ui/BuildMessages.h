@@ -6,6 +6,7 @@
 #include "document/VornSrcObj.h"
 #include "platform/desktop/Desktop.h"
 #include "platform/system/PrivateFiles.h"
+#include "ui/FindEverywhere.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -42,6 +43,15 @@ public:
     // The compiler has been started, for `document` as it is now. From here on its output is followed.
     void Listen(const VornSrcObj& document);
 
+    // Lists these places, in the stead of the messages, which come back with others, or when there are no places.
+    void ShowFound(FoundPlaces found);
+
+    // How many places are listed at most.
+    static constexpr std::size_t MostRows = 1000;
+
+    // The text that a listed message is about, as it was then; good until another list comes.
+    std::string_view TextOf(const std::string& member) const;
+
     // Goes on to the next message that leads somewhere, or back to the one before, round in a circle. The one that is
     // selected comes first if nobody has gone there. Brings the window back.
     void Step(bool backwards);
@@ -49,13 +59,15 @@ public:
     // Shows what is there in this language.
     void SetLanguage(std::uint8_t language);
 
-    // As the window shows them.
+    // Those of the build.
     const std::vector<Diagnostic>& All() const { return mMessages; }
 
 private:
     void Read();
     void Show();
-    void ShowIn(MessagesWindow& window, std::vector<MessageRow> rows, const std::string& printed);
+    void List();
+    bool HasFound() const { return !mFound.places.empty(); }
+    const std::vector<Diagnostic>& Listed() const { return HasFound() ? mFound.places : mMessages; }
     void Go(std::size_t row);
     MessageRow RowOf(const Diagnostic& message) const;
     std::string Words(OwnText text) const { return std::string(OwnWords(text, mLanguage)); }
@@ -68,6 +80,8 @@ private:
     std::string mOutput;             // as it was read last
     std::vector<Diagnostic> mHidden; // what the compiler does not say
     std::vector<Diagnostic> mMessages;
+    std::size_t mLeftOut = 0; // of the messages
+    FoundPlaces mFound;
     std::optional<std::size_t> mGone; // where somebody has gone last
     bool mHasCome = false;            // the window, in this build; who has hidden it since does not want it
 };

@@ -21,6 +21,7 @@ constexpr std::int32_t EventItemOffset = 4;
 // The groups are English in every language, until one is applied: kept on purpose.
 void VornMainFrm::BuildCodeTree() {
     mCodeTree.Clear();
+    mCameFrom.clear();
     mCurrentNode = TreeItem::None;
     const TreeItem references = mCodeTree.Add(TreeItem::None, ReferencesKey, Row(Text::ReferencesGroup).english);
     mCodeTree.SetTag(references, "variable");
@@ -41,6 +42,7 @@ void VornMainFrm::BuildCodeTree() {
     mFuncBody.SetFuncBodyAvailable(false);
     PutIntoPane("");
     SetUpFuncBodyTabs();
+    Attempt([this] { mFinding.NoteItem(); });
 }
 
 void VornMainFrm::CodeTree_NodeClick(TreeItem node) {
@@ -52,6 +54,7 @@ void VornMainFrm::CodeTree_NodeClick(TreeItem node) {
     mFuncBody.SetFuncBodyAvailable(false);
     PutIntoPane("");
     ShowNodeCode(node);
+    Attempt([this] { mFinding.NoteItem(); });
 }
 
 void VornMainFrm::ShowNodeCode(TreeItem node) {
@@ -211,6 +214,7 @@ void VornMainFrm::DeleteCurrentFunction() {
     SelectFunctionsItem();
     PutIntoPane("");
     mFuncBody.SetFuncBodyAvailable(false);
+    Attempt([this] { mFinding.NoteItem(); });
 }
 
 void VornMainFrm::SetUpFuncBodyTabs() {
@@ -262,6 +266,7 @@ void VornMainFrm::FuncBody_Change() {
     if (!mIsFilling) {
         NoteEdited(mShownNode);
     }
+    mFinding.NoteChange();
     if (FuncBodyChangeMode == 2) {
         FuncBodyChangedFlag = true;
     }

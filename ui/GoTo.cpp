@@ -26,6 +26,23 @@ std::size_t UnitsOf(std::string_view text) {
                       [](char byte) { return static_cast<unsigned char>(byte) >= fourBytes; }));
 }
 
+bool IsInName(char16_t unit) {
+    return unit < 0x80 && (IsLetter(static_cast<char>(unit)) || IsDigit(static_cast<char>(unit)) || unit == u'_');
+}
+
+// The name that the place is in, or right behind; "" for none.
+std::string WordAt(const std::u16string& line, std::size_t column) {
+    std::size_t begin = std::min(column, line.size());
+    std::size_t end = begin;
+    while (begin > 0 && IsInName(line[begin - 1])) {
+        --begin;
+    }
+    while (end < line.size() && IsInName(line[end])) {
+        ++end;
+    }
+    return {line.begin() + static_cast<std::ptrdiff_t>(begin), line.begin() + static_cast<std::ptrdiff_t>(end)};
+}
+
 Mark MarkOf(const Diagnostic& message) {
     switch (message.kind) {
     case DiagnosticKind::Error:
@@ -115,20 +132,85 @@ std::string VornMainFrm::NameOf(const std::string& member) const {
     return isGroup ? member.substr(member.find('/') + 1) : mCodeTree.Text(item);
 }
 
-void VornMainFrm::GoTo(const Diagnostic& message) {
-    const TreeItem item = ItemOf(message.member);
+// A click on its item, done by the program. False where there is no text to go to.
+bool VornMainFrm::ShowMember(const std::string& member) {
+    const TreeItem item = ItemOf(member);
     mCodeTree.Select(item);
     CodeTree_NodeClick(item);
     if (!mFuncBody.FuncBodyAvailable()) {
         mCodeTree.SetFocus();
+    }
+    return mFuncBody.FuncBodyAvailable();
+}
+
+void VornMainFrm::GoTo(const Diagnostic& message) {
+    if (!ShowMember(message.member)) {
         return;
     }
     const std::optional<CCodeOrigin> origin = FindMember(*mSourceDoc, message.member);
     if (origin) {
-        const PlacesNow places(mMessages.map.Text(message.member), MemberText(*mSourceDoc, *origin));
+        const PlacesNow places(mMessages.TextOf(message.member), MemberText(*mSourceDoc, *origin));
         mFuncBody.MoveCaret(places.Caret(message));
     }
     mFuncBody.SetFocus();
+}
+
+// Ctrl+D goes to what the caret stands on, and Alt+Left back.
+bool VornMainFrm::GoOnKey(int keyCode, int shift) {
+    constexpr int control = 2;
+    constexpr int alt = 4;
+    if (keyCode == 'D' && shift == control) {
+        RunCommand([this] { GoToNamed(); });
+        return true;
+    }
+    if (keyCode == KeyLeft && shift == alt) {
+        RunCommand([this] { GoBack(); });
+        return true;
+    }
+    return false;
+}
+
+// The function or the event whose name it is; one that is shown already, or has no item, leads nowhere.
+void VornMainFrm::GoToNamed() {
+    if (!mFuncBody.FuncBodyAvailable()) {
+        return;
+    }
+    const Selection selected = mFuncBody.Selected();
+    const std::string name = WordAt(mFuncBody.Line(selected.caret.line), selected.caret.column);
+    for (const std::string_view prefix : {FunctionPrefix, EventPrefix}) {
+        const std::string member = std::string(prefix) + name;
+        if (member != mShownMember && FindMember(*mSourceDoc, member) &&
+            mCodeTree.Parent(ItemOf(member)) != TreeItem::None) {
+            mCameFrom.push_back({mShownMember, selected});
+            if (ShowMember(member)) {
+                mFuncBody.SetFocus();
+            }
+            return;
+        }
+    }
+}
+
+// One that is gone is left out.
+void VornMainFrm::GoBack() {
+    while (!mCameFrom.empty()) {
+        const WayBack back = std::move(mCameFrom.back());
+        mCameFrom.pop_back();
+        if (FindMember(*mSourceDoc, back.member)) {
+            if (ShowMember(back.member)) {
+                mFuncBody.Select(back.selected);
+                mFuncBody.SetFocus();
+            }
+            return;
+        }
+    }
+}
+
+void VornMainFrm::ListEverywhere(const std::string& wanted, FindOptions options) {
+    ShownMember shown;
+    if (mFuncBody.FuncBodyAvailable()) {
+        shown = {mShownMember, mFuncBody.Text()};
+    }
+    mMessages.ShowFound(FindEverywhere(*mSourceDoc, shown, wanted, options, BuildMessages::MostRows));
 }
 
 // What stands in the pane may have been edited since the build.

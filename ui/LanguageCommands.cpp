@@ -66,6 +66,7 @@ void VornMainFrm::ShowLanguage() {
     ShowButtonTips();
     ShowEdited(true);
     Attempt([this] { mMessages.SetLanguage(mLanguage); });
+    Attempt([this] { mFinding.SetLanguage(mLanguage); });
 }
 
 std::string VornMainFrm::FuncLabelText() const {

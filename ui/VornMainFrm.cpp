@@ -50,6 +50,7 @@ VornMainFrm::VornMainFrm(Desktop& desktop, const RecoveryHost& recovery)
       mCodeTree(desktop.CodeTree()),
       mFuncBody(desktop.FuncBody()),
       mMessages(desktop, recovery.own),
+      mFinding(desktop),
       mRecovery(recovery) {
     MakeMenus();
     PlaceControls();
@@ -174,6 +175,7 @@ void VornMainFrm::Form_Resize() {
     mFuncBody.SetExtent(pane);
 
     SetUpFuncBodyTabs();
+    Attempt([this] { mFinding.LayOut(); });
     mLastHeight = newHeight;
     mLastWidth = newWidth;
 }
@@ -242,15 +244,21 @@ void VornMainFrm::Listen() {
     mWindow.onResize = command(&VornMainFrm::Form_Resize);
     mWindow.onUnload = command(&VornMainFrm::Form_Unload);
     mWindow.onFileDropped = command(&VornMainFrm::Form_FileDropped);
-    mWindow.onIdle = [this] { WriteCopyWhenIdle(); };
+    mWindow.onIdle = [this] {
+        WriteCopyWhenIdle();
+        mFinding.WhenIdle();
+    };
     mWindow.onSuspend = [this] { WriteCopy(Flushing::Now); };
     mWindow.onKeyDown = [this](int keyCode, int shift) { Form_KeyDown(keyCode, shift); };
     mWindow.onOwnKey = [this](int keyCode, int shift) {
-        return StepOnKey(keyCode, shift) || ChooseMenuOnKey(keyCode, shift);
+        return StepOnKey(keyCode, shift) || ChooseMenuOnKey(keyCode, shift) || mFinding.TakeKey(keyCode, shift) ||
+               GoOnKey(keyCode, shift);
     };
     mMessages.onName = [this](const std::string& member) { return NameOf(member); };
     mMessages.onGo = [this](const Diagnostic& message) { GoTo(message); };
     mMessages.onChange = [this] { ShowMarks(); };
+    mFinding.onEdited = [this] { FuncBodyChangedFlag = true; };
+    mFinding.onEverywhere = [this](const std::string& wanted, FindOptions options) { ListEverywhere(wanted, options); };
     mCodeTree.onNodeClick = command(&VornMainFrm::CodeTree_NodeClick);
     mFuncBody.onGotFocus = [this] { FuncBody_GotFocus(); };
     mFuncBody.onLostFocus = [this] { FuncBody_LostFocus(); };

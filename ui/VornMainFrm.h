@@ -8,6 +8,7 @@
 #include "platform/desktop/Desktop.h"
 #include "recovery/RecoveryStore.h"
 #include "ui/BuildMessages.h"
+#include "ui/Finding.h"
 
 #include <cstdint>
 #include <functional>
@@ -167,6 +168,11 @@ private:
     TreeItem ItemOf(const std::string& member) const;
 
     bool StepOnKey(int keyCode, int shift);
+    bool GoOnKey(int keyCode, int shift);
+    void GoToNamed();
+    void GoBack();
+    bool ShowMember(const std::string& member);
+    void ListEverywhere(const std::string& wanted, FindOptions options);
     void GoTo(const Diagnostic& message);
     void ShowLineMarks(std::string_view text);
     void ShowMarks();
@@ -195,7 +201,15 @@ private:
         std::optional<FileMark> mark;
     };
 
+    // Where somebody was before going to a function or event.
+    struct WayBack {
+        std::string member;
+        Selection selected;
+    };
+
     BuildMessages mMessages;
+    Finding mFinding;
+    std::vector<WayBack> mCameFrom;
     std::vector<std::string> mMarkedMembers; // by messages, in the tree
     std::set<TreeItem> mEditedItems;         // whose texts the file does not have
     RecoveryStore mRecovery;

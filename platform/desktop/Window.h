@@ -16,6 +16,7 @@ inline constexpr int KeyBackspace = 8;
 inline constexpr int KeyTab = 9;
 inline constexpr int KeyEnter = 13;
 inline constexpr int KeyEscape = 27;
+inline constexpr int KeyLeft = 37;
 inline constexpr int KeyUp = 38;
 inline constexpr int KeyDown = 40;
 inline constexpr int KeyDivide = 111; // among the digits

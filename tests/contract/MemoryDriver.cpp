@@ -69,12 +69,13 @@ MemoryDriver::MemoryDriver(const Launch& launch) {
 }
 
 Extent MemoryDriver::Shown(Control& control) const {
-    const std::pair<const Control*, Extent> places[] = {
-        {&mDesktop.treeLabel, mDesktop.treeLabel.Place()}, {&mDesktop.tree, mDesktop.tree.Place()},
-        {&mDesktop.paneLabel, mDesktop.paneLabel.Place()}, {&mDesktop.pane, mDesktop.pane.Place()},
-        {&mDesktop.toolBar, mDesktop.toolBar.Place()},     {&mDesktop.status, mDesktop.status.Place()}};
-    return std::find_if(std::begin(places), std::end(places),
-                        [&control](const auto& place) { return place.first == &control; })
+    std::vector<std::pair<const Control*, Extent>> places;
+    const auto add = [&places](const auto&... controls) { (places.emplace_back(&controls, controls.Place()), ...); };
+    add(mDesktop.treeLabel, mDesktop.tree, mDesktop.paneLabel, mDesktop.pane, mDesktop.toolBar, mDesktop.status);
+    const memory::PaneBar& bar = mDesktop.bar;
+    add(bar.wantedLabel, bar.wanted, bar.count, bar.matchCase, bar.wholeWord, bar.previous, bar.next, bar.close,
+        bar.replacementLabel, bar.replacement, bar.replaceOne, bar.replaceAll);
+    return std::find_if(places.begin(), places.end(), [&control](const auto& place) { return place.first == &control; })
         ->second;
 }
 

@@ -6,9 +6,6 @@
 namespace tessaly {
 namespace {
 
-constexpr int Ctrl = 2;
-constexpr int CtrlWithShift = 3;
-
 // What a compiler would print.
 class Printout {
 public:

@@ -15,6 +15,11 @@ namespace tessaly {
 
 class ProgramScenario : public DesktopContract {
 protected:
+    static constexpr int Shift = 1;
+    static constexpr int Ctrl = 2;
+    static constexpr int CtrlWithShift = 3;
+    static constexpr int Alt = 4;
+
     // Starts the program with the settings of a good installation.
     void StartProgram(std::uint32_t language = 0) {
         SetSetting(CompBatSetting, user->StartableCommand());
@@ -156,6 +161,28 @@ protected:
         EXPECT_EQ(Pane().Text(), OneBody);
         EXPECT_FALSE(Pane().CanUndo());
     }
+
+    static constexpr std::string_view FindText = "void One()\r\n{\r\n\tTwo();\r\n\ttwo = 2;\r\n}\r\n";
+
+    // The program with that in the pane, which has the keyboard, and the caret in front of it.
+    void BeginFinding(std::uint32_t language = 0) {
+        StartProgram(language);
+        Open("a.PSF", Psf(" 2", "One,Two",
+                          PsfFunction("One", "void One()\r\n{\r\n\tTwo();\r\n\ttwo = 2;\r\n}") +
+                              PsfFunction("Two", "void Two()\r\n{\r\n}")));
+        Click("One");
+        user->ClickPane();
+        Pane().Select({});
+        ASSERT_EQ(Pane().Text(), FindText);
+    }
+
+    void Find(std::string_view text) {
+        user->PressKey('F', 2);
+        user->Type(text);
+    }
+
+    const BarControls& Bar() { return TheDesktop().Bar(); }
+    std::string Count() { return user->WordsOn(Bar().count); }
 
     // Types into the focused control and closes the window, which asks; the answer is Yes.
     void TypeOn() {

@@ -41,6 +41,7 @@ PaneBar::PaneBar(Window& theWindow) : window(theWindow) {
     wantedLabel.SetBuddy(wanted.Widget());
     replacementLabel.SetBuddy(replacement.Widget());
     controls.Hide();
+    window.WatchEvents();
 }
 
 } // namespace tessaly::qt

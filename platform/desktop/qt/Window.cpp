@@ -86,8 +86,11 @@ Window::~Window() {
 
 void Window::Watch(tessaly::Control& control, QWidget& widget) {
     mWidgets.emplace_back(&widget, &control);
-    if (isVisible()) {
-        widget.installEventFilter(this);
+}
+
+void Window::WatchEvents() {
+    for (const auto& watched : mWidgets) {
+        watched.first->installEventFilter(this);
     }
 }
 
@@ -212,9 +215,7 @@ bool Window::focusNextPrevChild(bool next) {
 
 // Where no control has the focus yet, the first one gets it.
 void Window::ShowFrame() {
-    for (const auto& [widget, control] : mWidgets) {
-        widget->installEventFilter(this);
-    }
+    WatchEvents();
     if (tessaly::Control* const first = controls.ToReturnTo(); first != nullptr && controls.Owner() == nullptr) {
         first->TakeKeyboard();
     }

@@ -47,6 +47,9 @@ public:
     // The focus of `widget`, and of what is in it, is that of the control.
     void Watch(tessaly::Control& control, QWidget& widget);
 
+    // The controls are made, and those that came later than the window was shown.
+    void WatchEvents();
+
     // The controls go.
     void StopWatching();
 

@@ -8,6 +8,7 @@
 #include <QAbstractEventDispatcher>
 #include <QAccessible>
 #include <QApplication>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QDropEvent>
 #include <QImage>
@@ -35,8 +36,8 @@ struct KeyPair {
 };
 
 constexpr KeyPair SpecialKeys[] = {{8, Qt::Key_Backspace, "\b"}, {9, Qt::Key_Tab, "\t"},   {13, Qt::Key_Return, "\r"},
-                                   {27, Qt::Key_Escape, ""},     {32, Qt::Key_Space, " "}, {38, Qt::Key_Up, ""},
-                                   {40, Qt::Key_Down, ""},       {191, Qt::Key_Slash, "/"}};
+                                   {27, Qt::Key_Escape, ""},     {32, Qt::Key_Space, " "}, {37, Qt::Key_Left, ""},
+                                   {38, Qt::Key_Up, ""},         {40, Qt::Key_Down, ""},   {191, Qt::Key_Slash, "/"}};
 
 Qt::KeyboardModifiers Modifiers(int shift) {
     Qt::KeyboardModifiers modifiers = Qt::NoModifier;
@@ -194,7 +195,8 @@ QWidget& QtDriver::WidgetOf(Control& control) const {
 void QtDriver::Click(Control& control) {
     Settle();
     const QWidget& widget = WidgetOf(control);
-    Click(widget, widget.rect().center());
+    const bool isCheckBox = qobject_cast<const QCheckBox*>(&widget) != nullptr; // which is no wider than its caption
+    Click(widget, isCheckBox ? QPoint(8, widget.height() / 2) : widget.rect().center());
     Settle();
 }
 

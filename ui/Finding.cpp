@@ -1,0 +1,206 @@
+// The pane selects what is found, wherever the keyboard is.
+#include "ui/Finding.h"
+
+#include "app/Catalogue.h"
+#include "platform/text/Utf16.h"
+#include "ui/Command.h"
+
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+namespace tessaly {
+
+namespace {
+
+using Purpose = FindBar::Purpose;
+
+std::optional<Purpose> PurposeOf(int keyCode, int shift) {
+    constexpr int control = 2;
+    constexpr int controlWithShift = 3;
+    if (keyCode == 'F' && shift == controlWithShift) {
+        return Purpose::Everywhere;
+    }
+    if (shift != control) {
+        return std::nullopt;
+    }
+    switch (keyCode) {
+    case 'F':
+        return Purpose::Find;
+    case 'H':
+        return Purpose::Replace;
+    case 'G':
+        return Purpose::Line;
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+Finding::Finding(Desktop& desktop) : mDesktop(desktop), mPane(desktop.FuncBody()), mBar(desktop) {
+    mBar.onChange = [this] { RunCommand([this] { Find(); }); };
+    mBar.onGo = [this](bool isForward) { RunCommand([&] { Go(isForward); }); };
+    mBar.onReplaceOne = [this] { RunCommand([this] { ReplaceOne(); }); };
+    mBar.onReplaceAll = [this] { RunCommand([this] { ReplaceAll(); }); };
+    mBar.onClosed = [this] { RunCommand([this] { Closed(); }); };
+}
+
+bool Finding::IsFinding() const {
+    return mBar.OpenFor() == Purpose::Find || mBar.OpenFor() == Purpose::Replace;
+}
+
+bool Finding::TakeKey(int keyCode, int shift) {
+    const std::optional<Purpose> purpose = PurposeOf(keyCode, shift);
+    if (!purpose) {
+        return mBar.TakeKey(keyCode, shift);
+    }
+    if (mPane.FuncBodyAvailable() || purpose == Purpose::Everywhere) {
+        RunCommand([&] { Open(*purpose); });
+    }
+    return true;
+}
+
+void Finding::Open(Purpose purpose) {
+    mBar.Open(purpose, FirstContent(purpose));
+    mIsBehind = true;
+    WhenIdle();
+}
+
+// What is selected in one line, and the number of the line.
+std::optional<std::string> Finding::FirstContent(Purpose purpose) const {
+    const Selection selected = mPane.Selected();
+    if (purpose == Purpose::Line) {
+        return std::to_string(selected.caret.line + 1);
+    }
+    if (selected.IsEmpty() || selected.anchor.line != selected.caret.line || !mPane.FuncBodyAvailable()) {
+        return std::nullopt;
+    }
+    return ToUtf8(mPane.TextBetween(selected.Begin(), selected.End()));
+}
+
+void Finding::NoteItem() {
+    mIsBehind = true;
+    if (!mPane.FuncBodyAvailable() && mBar.OpenFor() != Purpose::Everywhere) {
+        mBar.Close();
+    }
+}
+
+void Finding::WhenIdle() {
+    if (!mIsBehind || !IsFinding()) {
+        return;
+    }
+    mIsBehind = false;
+    mMatches = FindAll(mPane.Text(), mBar.Wanted(), mBar.Options());
+    ShowCount();
+}
+
+// As the user types, from where the selection begins: so it grows with what is typed.
+void Finding::Find() {
+    mIsBehind = true;
+    WhenIdle();
+    if (IsFinding()) {
+        SelectNext(mPane.Selected().Begin(), true);
+    }
+}
+
+void Finding::Go(bool isForward) {
+    if (mBar.OpenFor() == Purpose::Line) {
+        GoToLine();
+    } else if (mBar.OpenFor() == Purpose::Everywhere) {
+        onEverywhere(mBar.Wanted(), mBar.Options());
+    } else {
+        WhenIdle();
+        SelectNext(isForward ? mPane.Selected().End() : mPane.Selected().Begin(), isForward);
+    }
+}
+
+// The nearest line that is there. What is no number leads nowhere.
+void Finding::GoToLine() {
+    const std::string wanted = mBar.Wanted();
+    std::size_t line = 0;
+    const auto [end, error] = std::from_chars(wanted.data(), wanted.data() + wanted.size(), line);
+    if (error == std::errc::invalid_argument || end != wanted.data() + wanted.size()) {
+        return;
+    }
+    const std::size_t last = mPane.Count();
+    const Place begin = {error == std::errc() ? std::clamp<std::size_t>(line, 1, last) - 1 : last - 1, 0};
+    mBar.Close();
+    mPane.Select({begin, begin});
+}
+
+void Finding::SelectNext(Place from, bool isForward) {
+    if (!mMatches.empty()) {
+        const Match& match = mMatches[NextMatch(mMatches, from, isForward)];
+        mPane.Select({match.begin, match.End()});
+    }
+    ShowCount();
+}
+
+// The match that is selected; where none is, the next one is selected first.
+void Finding::ReplaceOne() {
+    WhenIdle();
+    const Selection selected = mPane.Selected();
+    const auto match = std::find_if(mMatches.begin(), mMatches.end(), [&](const Match& each) {
+        return each.begin == selected.Begin() && each.End() == selected.End();
+    });
+    if (match != mMatches.end()) {
+        Replace({*match});
+        WhenIdle();
+    }
+    SelectNext(mPane.Selected().End(), true);
+}
+
+void Finding::ReplaceAll() {
+    WhenIdle();
+    if (mMatches.empty()) {
+        return;
+    }
+    const std::string count = std::to_string(mMatches.size());
+    Replace(mMatches);
+    WhenIdle();
+    mBar.ShowCount(count + std::string(OwnWords(OwnText::Replaced, mLanguage)));
+}
+
+void Finding::Replace(const std::vector<Match>& matches) {
+    mPane.Do(tessaly::ReplaceAll(matches, ToUtf16(mBar.Replacement())));
+    mIsBehind = true;
+    onEdited();
+}
+
+// Which of them is selected, if one is.
+void Finding::ShowCount() {
+    if (mBar.Wanted().empty()) {
+        mBar.ShowCount("");
+        return;
+    }
+    if (mMatches.empty()) {
+        mBar.ShowCount(OwnWords(OwnText::NothingFound, mLanguage));
+        return;
+    }
+    const Selection selected = mPane.Selected();
+    const auto match = std::find_if(mMatches.begin(), mMatches.end(),
+                                    [&](const Match& each) { return each.begin == selected.Begin(); });
+    const bool isSelected = match != mMatches.end() && match->End() == selected.End();
+    const std::string number = isSelected ? std::to_string(match - mMatches.begin() + 1) : "-";
+    mBar.ShowCount(number + std::string(OwnWords(OwnText::MatchOf, mLanguage)) + std::to_string(mMatches.size()));
+}
+
+void Finding::SetLanguage(std::uint8_t language) {
+    mLanguage = language;
+    mBar.SetLanguage(language);
+    if (IsFinding()) {
+        ShowCount();
+    }
+}
+
+void Finding::Closed() {
+    mMatches.clear();
+    if (mPane.FuncBodyAvailable()) {
+        mPane.SetFocus();
+    } else {
+        mDesktop.CodeTree().SetFocus();
+    }
+}
+
+} // namespace tessaly
