@@ -20,11 +20,11 @@ std::string OutputName(std::string_view psfPath) {
 }
 
 std::string CompilerCommandLine(std::string_view compBat, std::string_view psfPath) {
-    std::string line(compBat);
-    line += " \"";
-    line += OutputName(psfPath);
-    line += '"';
-    return line;
+    return CompilerCommandLineFor(compBat, OutputName(psfPath));
+}
+
+std::string CompilerCommandLineFor(std::string_view compBat, std::string_view outputName) {
+    return std::string(compBat).append(" \"").append(outputName).append("\"");
 }
 
 } // namespace tessaly

@@ -1,6 +1,6 @@
 @echo off
 rem The compile batch file of the host kit on Windows: compiles the written C file and the kit's runtime into one
-rem program. Its only argument is the output name; the C file's path is the setting FCompFileName, looked up here.
+rem program. Its only argument is the output name; the C file is TESSALY_C_FILE, or the setting FCompFileName.
 rem Exit status: 0 done, 64 wrong argument, 127 no compiler, 1 no C file to compile, else the compiler's own.
 rem What is printed about the C file stands in the file of its name with ".log" behind it, too.
 rem The window stays open after an error, unless TESSALY_NO_PAUSE is set. CC is the name or the full path of a compiler.
@@ -88,7 +88,8 @@ rem ---- The C file
 rem Sets source to the setting, from place: the registry export file that TESSALY_SETTINGS names, or else the registry.
 rem The editor is a 32-bit program, so on 64-bit Windows its settings lie in the 32-bit view.
 :find_source
-set "source="
+set "source=%TESSALY_C_FILE%"
+if defined source exit /b
 if defined TESSALY_SETTINGS goto find_source_in_file
 for %%v in (/reg:32 "") do if not defined source call :query_source %%~v
 exit /b

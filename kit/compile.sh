@@ -1,6 +1,6 @@
 #!/bin/sh
 # The compile batch file of the host kit: compiles the written C file and the kit's runtime into one program.
-# Its only argument is the output name. The C file's path is the setting FCompFileName, looked up here.
+# Its only argument is the output name. The C file is $TESSALY_C_FILE, or the setting FCompFileName, looked up here.
 # What is printed about the C file stands in the file of its name with ".log" behind it, too.
 # Exit status: 0 done, 64 wrong argument, 127 no compiler, 1 no C file to compile, else the compiler's own.
 set -u
@@ -81,12 +81,14 @@ look_into_all() {
 # Sets $source, the C file as the setting names it.
 find_source() {
     settings=
-    source=
-    look_into_all
-    [ -n "$settings" ] ||
-        fail 1 "no settings file: ${TESSALY_SETTINGS:-tessaly/settings.reg in the configuration folders} does not exist"
-    [ -n "$source" ] ||
-        fail 1 "the setting FCompFileName, the path of the C file, is missing in $settings"
+    source=${TESSALY_C_FILE:-}
+    if [ -z "$source" ]; then
+        look_into_all
+        [ -n "$settings" ] ||
+            fail 1 "no settings file: ${TESSALY_SETTINGS:-tessaly/settings.reg in the configuration folders} does not exist"
+        [ -n "$source" ] ||
+            fail 1 "the setting FCompFileName, the path of the C file, is missing in $settings"
+    fi
     log=$source.log
     case $output in
     "$source") is="the C file itself" ;;

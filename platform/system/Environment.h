@@ -16,4 +16,7 @@ std::optional<std::string> ProcessEnvironment(const std::string& name);
 // The path by which a file is found wherever the program goes; `path` itself where the system cannot tell.
 std::string FullPath(const std::string& path);
 
+// Sets a variable for this process and those that it starts from now on; without a value it is removed.
+void SetProcessEnvironment(const std::string& name, const std::optional<std::string>& value);
+
 } // namespace tessaly

@@ -20,4 +20,7 @@ std::unique_ptr<FileLock> LockForReplacing(const std::string& path);
 // `onWait` is called once, when that has taken a second. Unix: flock; Windows: LockFileEx behind all content.
 std::unique_ptr<FileLock> LockForWriting(const std::string& path, const std::function<void()>& onWait);
 
+// The same without waiting: `isFree` is false, and nothing is held, while another program has the turn.
+std::unique_ptr<FileLock> TryLockForWriting(const std::string& path, bool& isFree);
+
 } // namespace tessaly

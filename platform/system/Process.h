@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -34,6 +35,27 @@ struct ProcessResult {
 // What `onOutput` throws is passed on, and the process killed. Throws std::system_error when its output cannot be read,
 // or on Unix when this process ignores SIGCHLD and so cannot wait.
 ProcessResult RunProcess(const std::string& commandLine, const std::function<void(std::string_view)>& onOutput);
+
+// A process as RunProcess runs one, beside others. One that has not ended is killed with this.
+class RunningProcess {
+public:
+    // Starts it. That it cannot be started is the result of one that has ended.
+    RunningProcess(const std::string& commandLine, std::function<void(std::string_view)> onOutput);
+    RunningProcess(const RunningProcess&) = delete;
+    RunningProcess& operator=(const RunningProcess&) = delete;
+    ~RunningProcess();
+
+    // Passes on what it has printed. Where that is nothing it waits up to so many milliseconds. True once it has ended
+    // and all is passed on. Throws as RunProcess does.
+    bool HasEnded(int patience);
+
+    // How it ended.
+    const ProcessResult& Result() const;
+
+private:
+    struct State;
+    std::unique_ptr<State> mState;
+};
 
 // Whether `commandLine` hands `argument`, which it ends with in double quotes, to its program as it stands.
 bool CarriesArgument(const std::string& commandLine, const std::string& argument);

@@ -82,16 +82,18 @@ int ShowJson(Session& session, const std::string& file) {
     return ExitStatus(status);
 }
 
+bool IsFunctionName(const std::string& name) {
+    const NameCheck check = name.empty() ? NameCheck::BadCharacter : CheckFunctionName(name);
+    if (check != NameCheck::Accepted) {
+        const Text reason = check == NameCheck::BeginsWithDigit ? Text::NameBeginsWithDigit : Text::NameHasBadCharacter;
+        PrintError("\"" + name + "\": " + std::string(Row(reason).english));
+    }
+    return check == NameCheck::Accepted;
+}
+
 int Add(Session& session, const std::string& file, const std::string& name) {
-    switch (name.empty() ? NameCheck::BadCharacter : CheckFunctionName(name)) {
-    case NameCheck::BeginsWithDigit:
-        PrintError("\"" + name + "\": " + std::string(Row(Text::NameBeginsWithDigit).english));
+    if (!IsFunctionName(name)) {
         return WrongUsage;
-    case NameCheck::BadCharacter:
-        PrintError("\"" + name + "\": " + std::string(Row(Text::NameHasBadCharacter).english));
-        return WrongUsage;
-    case NameCheck::Accepted:
-        break;
     }
     return ChangeDocument(session, file, [&](VornSrcObj& document) {
         const Status status = document.AddFunction(name, "", NewFunctionText(name));
@@ -130,19 +132,18 @@ int Resave(Session& session, const std::string& input, const std::string& output
     return WithDocument(session, input, [&](VornSrcObj& document) { return Save(session, document, output); });
 }
 
-int CheckGeneration(const Session& session, const VornSrcObj& document, const std::string& file) {
+std::string GenerationProblem(const VornSrcObj& document) {
     Discard discard;
-    const Status status = document.BuildCCode(discard);
-    if (status != Status::Done) {
-        PrintError(session.NameOf(file) + ": C code cannot be generated: the code of a function begins with \"{\"");
-    }
-    return ExitStatus(status);
+    return document.BuildCCode(discard) == Status::Done
+               ? ""
+               : "C code cannot be generated: the code of a function begins with \"{\"";
 }
 
 int Generate(Session& session, const std::string& file, const std::optional<std::string>& output) {
     return WithDocument(session, file, [&](VornSrcObj& document) {
-        if (const int status = CheckGeneration(session, document, file); status != Success) {
-            return status;
+        if (const std::string problem = GenerationProblem(document); !problem.empty()) {
+            PrintError(session.NameOf(file) + ": " + problem);
+            return ExitStatus(Status::GenerationFailed);
         }
         if (!output) {
             EncodedOutput encoded(std::make_unique<StandardOutput>(), *session.codePage);

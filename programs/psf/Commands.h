@@ -21,13 +21,26 @@ int Set(Session& session, const std::string& file, const std::string& member, bo
 
 int Add(Session& session, const std::string& file, const std::string& name);
 int Delete(Session& session, const std::string& file, const std::string& name);
+int Rename(Session& session, const std::string& file, const std::string& oldName, const std::string& newName);
+
+// Whether a function may be given that name; says why not.
+bool IsFunctionName(const std::string& name);
+
 int Resave(Session& session, const std::string& input, const std::string& output);
 
-// Whether a C file can be made of `document`, which is in `file`; says why not. Success, or GenerationFailed.
-int CheckGeneration(const Session& session, const VornSrcObj& document, const std::string& file);
+// Why no C file can be made of `document`; "" when one can.
+std::string GenerationProblem(const VornSrcObj& document);
 
 // Without `output` the C file goes to standard output.
 int Generate(Session& session, const std::string& file, const std::optional<std::string>& output);
+
+// Writes a file for each member of `file` into `folder`, and the order of the functions. Functions that are not there
+// any more lose their files.
+int Export(Session& session, const std::string& file, const std::string& folder);
+
+// Makes `file` of such a folder. NotFound when a file of it is missing, NameCollision, WrongUsage for what is not
+// UTF-8; `file` stays as it was then.
+int Import(Session& session, const std::string& folder, const std::string& file);
 
 // Prints the whole document as UTF-8, each member under a line with its name in brackets. What could be read is printed
 // when the load fails, too; that is Success. LoadFailed when the file cannot be read at all.
@@ -57,16 +70,10 @@ int GitSetup(Session& session, bool global, const std::string& codePage);
 // too. `file` may be standard input.
 int Check(Session& session, const std::string& file, bool lint, Report& report);
 
-// psf build: the window's Build command. Unlike the window, it waits for the compiler.
-// Generates the C file of `file` where the settings want it, runs the compiler's batch file and prints its output, with
-// the positions mapped to members. In front stands what Lint finds and compilers hide. Returns the compiler's exit
-// status, or that of what went wrong before: the load's, the generation's, CompilerMissing, WrongUsage.
-int Build(Session& session, const std::string& file);
-
 // psf map: copies standard input to standard output, line by line as it comes, with the positions in the C file of the
-// last build of `file` led to members. That is `cFile`, or the one that the settings name. What it holds is compared
-// with what `file` would give now, because `file` may have been edited since. Returns the load's status, or
-// CompilerMissing without a C file.
+// last build of `file` led to members. That is `cFile`, or the one that the settings name, or the one that `file` has
+// by itself where that is newer. What it holds is compared with what `file` would give now, because `file` may have
+// been edited since. Returns the load's status, or CompilerMissing without a C file.
 int Map(Session& session, const std::string& file, const std::optional<std::string>& cFile);
 
 // psf recover: what the window kept. The list is one line each, the newest first: number, time, reason, origin and the

@@ -2,6 +2,7 @@
 #include "diagnostics/NearestLines.h"
 #include "diagnostics/RewriteMessages.h"
 #include "platform/text/Ascii.h"
+#include "programs/psf/Build.h"
 #include "programs/psf/Commands.h"
 #include "programs/psf/Printable.h"
 
@@ -57,6 +58,15 @@ void CompareWithFile(Session& session, const std::string& cFile, BuildMap& map) 
     map.SetFileText(text);
 }
 
+// The C file of the settings, or the one that `file` has by itself where that was written later; "" for none.
+std::string LastCFile(Session& session, const std::string& file) {
+    const std::string shared = ReadCompilerSettings(session.files).cFile;
+    const std::string own = shared.empty() ? "" : OwnCFile(shared, file);
+    const std::optional<FileState> ownState = StateOf(own);
+    const std::optional<FileState> sharedState = StateOf(shared);
+    return ownState && (!sharedState || ownState->written > sharedState->written) ? own : shared;
+}
+
 } // namespace
 
 int Map(Session& session, const std::string& file, const std::optional<std::string>& cFile) {
@@ -64,7 +74,7 @@ int Map(Session& session, const std::string& file, const std::optional<std::stri
     if (const Status status = Load(session, document, file); status != Status::Done) {
         return ExitStatus(status);
     }
-    const std::string path = cFile ? *cFile : ReadCompilerSettings(session.files).cFile;
+    const std::string path = cFile ? *cFile : LastCFile(session, file);
     if (path.empty()) {
         PrintError("the setting FCompFileName, the path of the C file, is missing; --c-file can name one");
         return CompilerMissing;

@@ -76,11 +76,14 @@ std::string LoadProblem(const VornSrcObj& document) {
     return error ? Reason(error) : "not a complete program source file";
 }
 
+std::string LoadProblemWithHint(const VornSrcObj& document) {
+    return LoadProblem(document) + (document.ReadError() ? "" : " (\"psf check\" tells what it finds)");
+}
+
 Status Load(Session& session, VornSrcObj& document, const std::string& file) {
     const Status status = document.LoadFile(file);
     if (status != Status::Done) {
-        const std::string_view hint = document.ReadError() ? "" : " (\"psf check\" tells what it finds)";
-        PrintError(session.NameOf(file) + ": " + LoadProblem(document).append(hint));
+        PrintError(session.NameOf(file) + ": " + LoadProblemWithHint(document));
     }
     return status;
 }

@@ -65,8 +65,9 @@ void PrintError(std::string_view message);
 // Writes `bytes` to standard output as they are.
 void Print(std::string_view bytes);
 
-// Why `document` was not loaded.
+// Why `document` was not loaded; with a hint who tells more.
 std::string LoadProblem(const VornSrcObj& document);
+std::string LoadProblemWithHint(const VornSrcObj& document);
 
 // Loads `file`; on failure says so, and why as far as that can be told.
 Status Load(Session& session, VornSrcObj& document, const std::string& file);

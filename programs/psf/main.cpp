@@ -1,4 +1,5 @@
 // psf, the command-line companion: the document without a window, for scripts, version control and servers.
+#include "programs/psf/Build.h"
 #include "programs/psf/Commands.h"
 #include "programs/psf/Paths.h"
 #include "programs/psf/Report.h"
@@ -43,6 +44,8 @@ struct CommandLine {
     bool onlyTell = false;
     bool global = false;
     MergeFiles merged;
+    BuildOptions builds;
+    std::string third;
     std::function<int(Session&)> run;
 
     CommandLine() {
@@ -159,6 +162,16 @@ struct CommandLine {
         AddForce(add);
         add->add_option("NAME", second, "The name: letters and digits")->required();
 
+        CLI::App* rename = Command("rename", "Rename a function",
+                                   "Exit status: 0 done; 2 the file does not load; 4 it has no such function; 7 the "
+                                   "new name collides with another;\n64 it is no name.\n"
+                                   "Example: psf rename Blink.PSF Toggle Flip",
+                                   [this](Session& session) { return Rename(session, file, second, third); });
+        AddFile(rename);
+        AddForce(rename);
+        rename->add_option("OLD", second, "The name of the function")->required();
+        rename->add_option("NEW", third, "The new one: letters and digits")->required();
+
         CLI::App* remove = Command("delete", "Delete a function",
                                    "Exit status: 0 done; 2 the file does not load; 4 it has no such function; 255 it "
                                    "has none, or cannot be written.\n"
@@ -195,8 +208,10 @@ struct CommandLine {
                     "Exit status: that of the compiler; 2 the file does not load; 6 no C file can be made "
                     "or written;\n127 there is no compiler.\n"
                     "Example: psf build Blink.PSF",
-                    [this](Session& session) { return Build(session, file); });
-        AddFile(build);
+                    [this](Session& session) { return BuildAll(session); });
+        AddPaths(build, "Files, or folders with such files");
+        build->add_option("-j,--jobs", builds.jobs, "How many compilers may run at the same time")->type_name("N");
+        build->add_option("-o,--output", builds.output, "The output name, for one file")->type_name("OUT");
 
         CLI::App* map = Command("map", "Copy standard input with positions in the C file mapped to members",
                                 "Exit status: 0 done; 2 the file does not load; 127 there is no C file.\n"
@@ -237,12 +252,38 @@ struct CommandLine {
                                  [this](Session& session) { return ShowText(session, file); });
         AddFile(text);
 
+        CLI::App* out = Command("export", "Write a file for each member, in UTF-8, into a folder",
+                                "Exit status: 0 done; 2 the file does not load; 255 something cannot be written.\n"
+                                "Example: psf export Blink.PSF blink/",
+                                [this](Session& session) { return Export(session, file, second); });
+        AddFile(out);
+        out->add_option("DIR", second, "The folder, which is made where it is not there")->required();
+
+        CLI::App* in = Command("import", "Make a file of what export has written",
+                               "Exit status: 0 done; 4 a member's file is missing; 7 two names collide; 64 a file is "
+                               "not UTF-8;\n255 FILE cannot be written.\n"
+                               "Example: psf import blink/ Blink.PSF",
+                               [this](Session& session) { return Import(session, second, file); });
+        in->add_option("DIR", second, "The folder")->required();
+        AddFile(in);
+        AddForce(in);
+
         CLI::App* setup = Command("git-setup", "Have git use tidy, merge and text for program source files",
                                   "Exit status: 0 done; 4 the current folder is in no repository; 127 there is no git; "
                                   "255 something cannot be written.\n"
                                   "Example: psf git-setup",
                                   [this](Session& session) { return GitSetup(session, global, codePage); });
         setup->add_flag("--global", global, "For all repositories of this user");
+    }
+
+    int BuildAll(Session& session) {
+        std::vector<std::string> all;
+        const int status = ForEach(session, [&all](const std::string& each) {
+            all.push_back(each);
+            return Success;
+        });
+        const int built = status == WrongUsage ? Success : Build(session, all, builds);
+        return built == Success ? status : built;
     }
 
     int CheckAll(Session& session) {

@@ -17,4 +17,12 @@ std::string FullPath(const std::string& path) {
     return error ? path : full.string();
 }
 
+void SetProcessEnvironment(const std::string& name, const std::optional<std::string>& value) {
+    if (value) {
+        setenv(name.c_str(), value->c_str(), 1);
+    } else {
+        unsetenv(name.c_str());
+    }
+}
+
 } // namespace tessaly

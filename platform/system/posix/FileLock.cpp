@@ -41,6 +41,10 @@ bool IsNoFile(const std::string& path) {
     return ::stat(path.c_str(), &found) == 0 && !S_ISREG(found.st_mode);
 }
 
+int OpenToLock(const std::string& path, int flags) {
+    return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | flags, 0666);
+}
+
 void WaitFor(int file, const std::function<void()>& onWait) {
     for (long waited = 0; ::flock(file, LOCK_EX | LOCK_NB) != 0 && (errno == EWOULDBLOCK || errno == EINTR);
          waited += NapInMilliseconds) {
@@ -57,7 +61,7 @@ std::unique_ptr<FileLock> Lock(const std::string& path, int flags, const std::fu
         return nullptr;
     }
     while (true) {
-        auto lock = std::make_unique<Flock>(::open(path.c_str(), O_RDONLY | O_CLOEXEC | flags, 0666));
+        auto lock = std::make_unique<Flock>(OpenToLock(path, flags));
         if (lock->Number() < 0) {
             return nullptr;
         }
@@ -76,6 +80,16 @@ std::unique_ptr<FileLock> LockForReplacing(const std::string& path) {
 
 std::unique_ptr<FileLock> LockForWriting(const std::string& path, const std::function<void()>& onWait) {
     return Lock(path, O_CREAT, onWait);
+}
+
+std::unique_ptr<FileLock> TryLockForWriting(const std::string& path, bool& isFree) {
+    isFree = true;
+    if (IsNoFile(path)) {
+        return nullptr;
+    }
+    auto lock = std::make_unique<Flock>(OpenToLock(path, O_CREAT));
+    isFree = lock->Number() < 0 || ::flock(lock->Number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+    return isFree ? std::move(lock) : nullptr;
 }
 
 } // namespace tessaly

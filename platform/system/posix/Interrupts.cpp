@@ -36,7 +36,7 @@ void OnInterrupt(int signal) {
     }
     for (const std::atomic<pid_t>& group : groups) {
         if (group != 0) {
-            ::kill(-group, signal);
+            ::kill(-group, SIGTERM); // a shell may take the others for its child's business
         }
     }
     ::signal(signal, SIG_DFL); // what is raised now comes when this handler returns

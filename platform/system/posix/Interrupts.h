@@ -16,7 +16,7 @@ public:
     ~RemovedOnInterrupt();
 };
 
-// While it lives the processes of the group of `process` get the signal that interrupts the program.
+// While it lives the processes of the group of `process` are ended when the program is interrupted.
 class EndedOnInterrupt {
 public:
     explicit EndedOnInterrupt(pid_t process);

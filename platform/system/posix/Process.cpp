@@ -12,6 +12,7 @@
 #include <csignal>
 #include <cstddef>
 #include <fcntl.h>
+#include <optional>
 #include <poll.h>
 #include <spawn.h>
 #include <sys/ioctl.h>
@@ -153,9 +154,9 @@ std::size_t ReadPiece(int pipe, std::size_t size, const std::function<void(std::
 }
 
 // Whether something can be read, the end included, before the time is over.
-bool WaitForOutput(int pipe) {
+bool WaitForOutput(int pipe, int milliseconds) {
     pollfd entry = {pipe, POLLIN, 0};
-    const int count = ::poll(&entry, 1, SilenceInMilliseconds);
+    const int count = ::poll(&entry, 1, milliseconds);
     if (count < 0 && errno != EINTR) {
         ThrowSystemError("poll");
     }
@@ -175,14 +176,17 @@ void Drain(int pipe, const std::function<void(std::string_view)>& onOutput) {
     }
 }
 
-int Follow(Child& child, int pipe, const std::function<void(std::string_view)>& onOutput) {
-    while (!child.HasEnded(WNOHANG)) {
-        if (WaitForOutput(pipe) && ReadPiece(pipe, PIPE_BUF * 4, onOutput) == 0) {
+// One step of following: whether the process has ended and all that it printed is passed on.
+bool Follow(Child& child, int pipe, const std::function<void(std::string_view)>& onOutput, int patience) {
+    if (!child.HasEnded(WNOHANG)) {
+        if (WaitForOutput(pipe, patience) && ReadPiece(pipe, PIPE_BUF * 4, onOutput) == 0) {
             child.HasEnded(0);
+        } else {
+            return false;
         }
     }
     Drain(pipe, onOutput);
-    return child.ExitStatus();
+    return true;
 }
 
 bool CanStart(const std::vector<std::string>& arguments) {
@@ -247,31 +251,78 @@ bool IsRegularFile(const std::string& path) {
     return path.find('\0') == std::string::npos && ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
-ProcessResult RunProcess(const std::vector<std::string>& arguments,
-                         const std::function<void(std::string_view)>& onOutput) {
+namespace {
+
+// Starts a process; `pipe` is the end from which what it prints is read. Its start error, or none.
+std::error_code StartPiped(const std::vector<std::string>& arguments, std::optional<Child>& child, Descriptor& pipe) {
     if (!CanStart(arguments)) {
-        return {Error(EINVAL), 0};
+        return Error(EINVAL);
     }
     std::array<int, 2> ends = {-1, -1};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
-        return {Error(errno), 0};
+        return Error(errno);
     }
-    const Descriptor readEnd(ends[0]);
-    Descriptor writeEnd(ends[1]);
+    pipe.Take(ends[0]);
+    const Descriptor writeEnd(ends[1]);
+    const InterruptsHeld held; // until it is known whom they concern
     pid_t process = 0;
     const int error = SpawnPlan(writeEnd.Number()).Start(arguments, process);
-    if (error != 0) {
-        return {Error(error), 0};
+    if (error == 0) {
+        child.emplace(process);
     }
-    Child child(process);
-    writeEnd.Close();
-    return {{}, Follow(child, readEnd.Number(), onOutput)};
+    return Error(error);
+}
+
+} // namespace
+
+ProcessResult RunProcess(const std::vector<std::string>& arguments,
+                         const std::function<void(std::string_view)>& onOutput) {
+    std::optional<Child> child;
+    Descriptor pipe;
+    if (const std::error_code error = StartPiped(arguments, child, pipe)) {
+        return {error, 0};
+    }
+    while (!Follow(*child, pipe.Number(), onOutput, SilenceInMilliseconds)) {
+    }
+    return {{}, child->ExitStatus()};
 }
 
 } // namespace posix
 
 ProcessResult RunProcess(const std::string& commandLine, const std::function<void(std::string_view)>& onOutput) {
     return posix::RunProcess(posix::SplitCommandLine(commandLine, posix::IsRegularFile), onOutput);
+}
+
+struct RunningProcess::State {
+    std::function<void(std::string_view)> onOutput;
+    posix::Descriptor pipe;
+    std::optional<posix::Child> child;
+    ProcessResult result;
+};
+
+RunningProcess::RunningProcess(const std::string& commandLine, std::function<void(std::string_view)> onOutput)
+    : mState(std::make_unique<State>()) {
+    mState->onOutput = std::move(onOutput);
+    mState->result.startError =
+        posix::StartPiped(posix::SplitCommandLine(commandLine, posix::IsRegularFile), mState->child, mState->pipe);
+}
+
+RunningProcess::~RunningProcess() = default;
+
+bool RunningProcess::HasEnded(int patience) {
+    if (!mState->child) {
+        return true;
+    }
+    if (!posix::Follow(*mState->child, mState->pipe.Number(), mState->onOutput, patience)) {
+        return false;
+    }
+    mState->result.exitStatus = mState->child->ExitStatus();
+    mState->child.reset();
+    return true;
+}
+
+const ProcessResult& RunningProcess::Result() const {
+    return mState->result;
 }
 
 bool CarriesArgument(const std::string& commandLine, const std::string& argument) {

@@ -31,4 +31,9 @@ std::string FullPath(const std::string& path) {
     }
 }
 
+void SetProcessEnvironment(const std::string& name, const std::optional<std::string>& value) {
+    const std::wstring wide = win32::ToWide(value.value_or(""));
+    SetEnvironmentVariableW(win32::ToWide(name).c_str(), value ? wide.c_str() : nullptr);
+}
+
 } // namespace tessaly

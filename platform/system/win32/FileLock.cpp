@@ -64,8 +64,9 @@ std::unique_ptr<FileLock> LockForReplacing(const std::string& path) {
     }
 }
 
-std::unique_ptr<FileLock> LockForWriting(const std::string& path, const std::function<void()>& onWait) {
+std::unique_ptr<FileLock> TryLockForWriting(const std::string& path, bool& isFree) {
     win32::Handle file;
+    isFree = true;
     try {
         file = win32::Handle(CreateFileW(win32::WidePath(path).c_str(), GENERIC_READ,
                                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,
@@ -78,18 +79,24 @@ std::unique_ptr<FileLock> LockForWriting(const std::string& path, const std::fun
     }
     OVERLAPPED behindAll = {};
     behindAll.OffsetHigh = 0x7FFFFFFF;
-    for (DWORD waited = 0;
-         LockFileEx(file.Get(), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &behindAll) == 0;
-         waited += NapInMilliseconds) {
-        if (GetLastError() != ERROR_LOCK_VIOLATION && GetLastError() != ERROR_IO_PENDING) {
-            return nullptr;
-        }
+    if (LockFileEx(file.Get(), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &behindAll) != 0) {
+        return std::make_unique<OpenFileLock>(std::move(file));
+    }
+    isFree = GetLastError() != ERROR_LOCK_VIOLATION && GetLastError() != ERROR_IO_PENDING;
+    return nullptr;
+}
+
+std::unique_ptr<FileLock> LockForWriting(const std::string& path, const std::function<void()>& onWait) {
+    bool isFree = false;
+    std::unique_ptr<FileLock> lock = TryLockForWriting(path, isFree);
+    for (DWORD waited = 0; !isFree; waited += NapInMilliseconds) {
         if (waited == PatienceInMilliseconds && onWait) {
             onWait();
         }
         Sleep(NapInMilliseconds);
+        lock = TryLockForWriting(path, isFree);
     }
-    return std::make_unique<OpenFileLock>(std::move(file));
+    return lock;
 }
 
 } // namespace tessaly

@@ -20,7 +20,7 @@ using win32::ThrowLastError;
 namespace {
 
 // How long a silent process is waited for before its pipe is looked into again.
-constexpr DWORD SilenceInMilliseconds = 10;
+constexpr int SilenceInMilliseconds = 10;
 
 // The exit status of a process that had to be killed.
 constexpr UINT KilledStatus = 1;
@@ -144,23 +144,58 @@ bool PassOn(HANDLE pipe, const std::function<void(std::string_view)>& onOutput) 
     return available > 0;
 }
 
-int Follow(HANDLE process, HANDLE pipe, const std::function<void(std::string_view)>& onOutput) {
-    bool ended = false;
-    while (!ended) {
-        const DWORD patience = PassOn(pipe, onOutput) ? 0 : SilenceInMilliseconds;
-        const DWORD answer = WaitForSingleObject(process, patience);
+// A process, its job, and the pipe with what it prints.
+struct PipedProcess {
+    Job job;
+    Handle process;
+    Handle pipe;
+    std::function<void(std::string_view)> onOutput;
+    ProcessResult result;
+
+    void Start(const std::string& commandLine) {
+        SECURITY_ATTRIBUTES inheritable = {sizeof inheritable, nullptr, TRUE};
+        HANDLE ends[2] = {nullptr, nullptr};
+        if (CreatePipe(&ends[0], &ends[1], &inheritable, 0) == 0) {
+            result.startError = LastError();
+            return;
+        }
+        pipe = Handle(ends[0]);
+        const Handle writeEnd(ends[1]);
+        StartedProcess started = StartWithOutput(commandLine, writeEnd.Get(), job);
+        process = std::move(started.process);
+        result.startError = started.error;
+    }
+
+    // One step of following: whether the process has ended and all that it printed is passed on.
+    bool HasEnded(DWORD patience) {
+        if (!process) {
+            return true;
+        }
+        const DWORD answer = WaitForSingleObject(process.Get(), PassOn(pipe.Get(), onOutput) ? 0 : patience);
         if (answer == WAIT_FAILED) {
             ThrowLastError("WaitForSingleObject");
         }
-        ended = answer == WAIT_OBJECT_0;
+        if (answer != WAIT_OBJECT_0) {
+            return false;
+        }
+        PassOn(pipe.Get(), onOutput);
+        DWORD status = 0;
+        if (GetExitCodeProcess(process.Get(), &status) == 0) {
+            ThrowLastError("GetExitCodeProcess");
+        }
+        result.exitStatus = static_cast<int>(status);
+        process.Close();
+        job.LetGo();
+        return true;
     }
-    PassOn(pipe, onOutput);
-    DWORD status = 0;
-    if (GetExitCodeProcess(process, &status) == 0) {
-        ThrowLastError("GetExitCodeProcess");
+
+    // What is thrown out of HasEnded leaves a process that must not stay behind.
+    ~PipedProcess() {
+        if (process) {
+            TerminateProcess(process.Get(), KilledStatus);
+        }
     }
-    return static_cast<int>(status);
-}
+};
 
 } // namespace
 
@@ -175,27 +210,28 @@ void StartProcess(const std::string& commandLine, std::int32_t windowStyle, cons
 }
 
 ProcessResult RunProcess(const std::string& commandLine, const std::function<void(std::string_view)>& onOutput) {
-    SECURITY_ATTRIBUTES inheritable = {sizeof inheritable, nullptr, TRUE};
-    HANDLE ends[2] = {nullptr, nullptr};
-    if (CreatePipe(&ends[0], &ends[1], &inheritable, 0) == 0) {
-        return {LastError(), 0};
+    RunningProcess process(commandLine, onOutput);
+    while (!process.HasEnded(SilenceInMilliseconds)) {
     }
-    const Handle readEnd(ends[0]);
-    Handle writeEnd(ends[1]);
-    Job job;
-    const StartedProcess started = StartWithOutput(commandLine, writeEnd.Get(), job);
-    if (started.error) {
-        return {started.error, 0};
-    }
-    writeEnd.Close();
-    try {
-        const int status = Follow(started.process.Get(), readEnd.Get(), onOutput);
-        job.LetGo();
-        return {{}, status};
-    } catch (...) { // passed on: only the process must not stay behind
-        TerminateProcess(started.process.Get(), KilledStatus);
-        throw;
-    }
+    return process.Result();
+}
+
+struct RunningProcess::State : PipedProcess {};
+
+RunningProcess::RunningProcess(const std::string& commandLine, std::function<void(std::string_view)> onOutput)
+    : mState(std::make_unique<State>()) {
+    mState->onOutput = std::move(onOutput);
+    mState->Start(commandLine);
+}
+
+RunningProcess::~RunningProcess() = default;
+
+bool RunningProcess::HasEnded(int patience) {
+    return mState->HasEnded(static_cast<DWORD>(patience));
+}
+
+const ProcessResult& RunningProcess::Result() const {
+    return mState->result;
 }
 
 // The shell of a batch file puts the value of a variable in place of its name between two percent signs.

@@ -5,7 +5,7 @@ _psf() {
     COMPREPLY=()
     for ((i = 1; i < COMP_CWORD; i++)); do
         case ${COMP_WORDS[i]} in
-        --codepage | -o | --output | --c-file | --name | --files-from | --format) ((i++)) ;;
+        --codepage | -o | --output | --c-file | --name | --files-from | --format | -j | --jobs) ((i++)) ;;
         -*) ;;
         *)
             ((count++))
@@ -21,7 +21,7 @@ _psf() {
         return
     fi
     if [[ $count -eq 0 ]]; then
-        mapfile -t COMPREPLY < <(compgen -W 'new show set add delete resave generate check build tidy merge text git-setup map recover --codepage --help --version' -- "$word")
+        mapfile -t COMPREPLY < <(compgen -W 'new show set add delete rename resave export import generate check build tidy merge text git-setup map recover --codepage --help --version' -- "$word")
         return
     fi
     case ${COMP_WORDS[COMP_CWORD - 1]} in
@@ -34,14 +34,15 @@ _psf() {
         mapfile -t COMPREPLY < <(compgen -W 'text gcc json sarif github' -- "$word")
         return
         ;;
-    --name) return ;;
+    --name | -j | --jobs) return ;;
     esac
     if [[ $word == -* ]]; then
         local options='--codepage --help'
         case $command in
-        new | add | delete | resave) options+=' --force' ;;
+        new | add | delete | rename | resave | import) options+=' --force' ;;
         show) options+=' --json --name' ;;
         set) options+=' --strict --force' ;;
+        build) options+=' --jobs --output --files-from' ;;
         check) options+=' --lint --format --files-from --name' ;;
         generate) options+=' --output --name --force' ;;
         tidy) options+=' --check --files-from --name --force' ;;
@@ -56,14 +57,19 @@ _psf() {
     local names=''
     case $command:$count in
     show:2 | set:2) names=$(psf show "$file" 2>/dev/null) ;;
-    delete:2) names=$(psf show "$file" 2>/dev/null | sed -n 's|^functions/||p') ;;
+    delete:2 | rename:2) names=$(psf show "$file" 2>/dev/null | sed -n 's|^functions/||p') ;;
     recover:1)
         if [[ ${COMP_WORDS[COMP_CWORD - 1]} != -o && ${COMP_WORDS[COMP_CWORD - 1]} != --output ]]; then
             mapfile -t COMPREPLY < <(compgen -W "$(psf recover 2>/dev/null | cut -f 1)" -- "$word")
             return
         fi
         ;;&
-    add:2 | git-setup:*) return ;;
+    add:2 | rename:3 | git-setup:*) return ;;
+    export:2 | import:1)
+        compopt -o filenames 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -d -- "$word")
+        return
+        ;;
     merge:*)
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -f -- "$word")

@@ -6,7 +6,7 @@ function __psf_words
     for word in (commandline -opc)
         if test $skip = 1
             set skip 0
-        else if contains -- $word --codepage -o --output --c-file --name --files-from --format
+        else if contains -- $word --codepage -o --output --c-file --name --files-from --format -j --jobs
             set skip 1
         else if not string match -q -- '-*' $word
             echo $word
@@ -38,6 +38,9 @@ complete -c psf -n __fish_use_subcommand -a resave -d 'Load a file and save it a
 complete -c psf -n __fish_use_subcommand -a generate -d 'Write the generated C file'
 complete -c psf -n __fish_use_subcommand -a check -d 'Report what a load loses or changes'
 complete -c psf -n __fish_use_subcommand -a build -d "Generate C code, compile it and map the messages"
+complete -c psf -n __fish_use_subcommand -a rename -d 'Rename a function'
+complete -c psf -n __fish_use_subcommand -a export -d 'Write a file for each member into a folder'
+complete -c psf -n __fish_use_subcommand -a import -d 'Make a file of what export has written'
 complete -c psf -n __fish_use_subcommand -a tidy -d 'Write the normal form, without empty lines at the ends of texts'
 complete -c psf -n __fish_use_subcommand -a merge -d 'Merge two changed versions of a file, member by member'
 complete -c psf -n __fish_use_subcommand -a text -d 'Print the whole document for reading and comparing'
@@ -45,11 +48,13 @@ complete -c psf -n __fish_use_subcommand -a git-setup -d 'Have git use tidy, mer
 complete -c psf -n __fish_use_subcommand -a map -d 'Copy standard input with positions mapped to members'
 complete -c psf -n __fish_use_subcommand -a recover -d 'List, show or write what the window kept of unsaved texts'
 complete -c psf -n '__fish_seen_subcommand_from new' -l force -d 'Replace a file that exists'
-complete -c psf -n '__fish_seen_subcommand_from set add delete resave generate tidy merge recover' -l force -d 'Replace a file that has other names, too'
+complete -c psf -n '__fish_seen_subcommand_from set add delete rename resave import generate tidy merge recover' -l force -d 'Replace a file that has other names, too'
 complete -c psf -n '__fish_seen_subcommand_from show' -l json -d 'Print the whole document as one JSON object'
 complete -c psf -n '__fish_seen_subcommand_from check' -l lint -d 'Report what the texts show by themselves, too'
 complete -c psf -n '__fish_seen_subcommand_from check' -l format -x -a 'text gcc json sarif github' -d 'The form of the report'
-complete -c psf -n '__fish_seen_subcommand_from check tidy' -l files-from -r -F -d 'Read more paths from this file'
+complete -c psf -n '__fish_seen_subcommand_from build' -s j -l jobs -x -d 'How many compilers may run at the same time'
+complete -c psf -n '__fish_seen_subcommand_from build' -s o -l output -r -F -d 'The output name'
+complete -c psf -n '__fish_seen_subcommand_from check tidy build' -l files-from -r -F -d 'Read more paths from this file'
 complete -c psf -n '__fish_seen_subcommand_from check tidy show generate merge' -l name -x -d 'How messages call the file'
 complete -c psf -n '__fish_seen_subcommand_from tidy' -l check -d 'Change nothing, only tell'
 complete -c psf -n '__fish_seen_subcommand_from set' -l strict -d 'Refuse characters that the code page lacks'
@@ -61,7 +66,7 @@ complete -c psf -n '__fish_seen_subcommand_from recover' -s o -l output -r -F -d
 complete -c psf -n '__fish_seen_subcommand_from recover' -l delete -d 'Remove it for good'
 # fish takes what stands behind the first tab as the description.
 complete -c psf -n '__psf_at recover 1' -k -a '(psf recover 2>/dev/null)'
-for command in new show set add delete resave generate build check tidy text
+for command in new show set add delete rename resave export generate build check tidy text
     complete -c psf -n "__psf_at $command 1" -k -a '(__fish_complete_suffix .PSF .psf)'
 end
 for place in 1 2 3
@@ -70,4 +75,8 @@ end
 complete -c psf -n '__psf_at resave 2' -k -a '(__fish_complete_suffix .PSF .psf)'
 complete -c psf -n '__psf_at show 2' -a '(__psf_members)'
 complete -c psf -n '__psf_at set 2' -a '(__psf_members)'
+complete -c psf -n '__psf_at export 2' -x -a '(__fish_complete_directories)'
+complete -c psf -n '__psf_at import 1' -x -a '(__fish_complete_directories)'
+complete -c psf -n '__psf_at import 2' -k -a '(__fish_complete_suffix .PSF .psf)'
+complete -c psf -n '__psf_at rename 2' -a "(__psf_members | string replace -f functions/ '')"
 complete -c psf -n '__psf_at delete 2' -a "(__psf_members | string replace -f functions/ '')"

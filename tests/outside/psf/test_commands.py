@@ -368,7 +368,8 @@ def test_a_wrong_command_or_option_is_named(arguments, named):
 
 
 @pytest.mark.parametrize("command", ["", "new", "show", "set", "add", "delete", "resave", "generate", "check", "build",
-                                     "tidy", "merge", "text", "git-setup", "recover"])
+                                     "tidy", "merge", "text", "git-setup", "rename", "export",
+                                     "import", "recover"])
 def test_every_command_has_help(command):
     result = psf(*[command] if command else [], "--help")
     assert (result.status, result.err) == (0, "")

@@ -10,7 +10,7 @@ from psf_harness import PSF, leave, not_on_windows, source
 pytestmark = not_on_windows("the shells that complete are not there")
 FOLDER = f"{ROOT}/programs/psf/completions"
 COMMANDS = {"new", "show", "set", "add", "delete", "resave", "generate", "check", "build", "tidy", "merge", "text",
-            "git-setup", "map", "recover"}
+            "git-setup", "map", "recover", "rename", "export", "import"}
 
 
 @pytest.fixture
@@ -45,6 +45,9 @@ def test_bash_completes_commands_files_members_and_functions(folder):
     assert {"references", "functions/Blink", "events/OnMsg"} <= bash(folder, "psf", "show", "Main.PSF", "")
     assert bash(folder, "psf", "set", "Main.PSF", "events/OnK") == {"events/OnKey"}
     assert bash(folder, "psf", "delete", "Main.PSF", "") == {"Blink"}
+    assert bash(folder, "psf", "rename", "Main.PSF", "") == {"Blink"}
+    assert bash(folder, "psf", "rename", "Main.PSF", "Blink", "") == {""}
+    assert bash(folder, "psf", "build", "--jobs", "2", "") == {"Main.PSF"}
     assert "--json" in bash(folder, "psf", "show", "--")
     assert {"--lint", "--format", "--files-from", "--name"} <= bash(folder, "psf", "check", "--")
     assert bash(folder, "psf", "check", "--format", "s") == {"sarif"}
@@ -64,6 +67,8 @@ def test_fish_completes_commands_files_members_and_functions(folder):
     assert "Main.PSF" in fish(folder, "psf show ")
     assert {"references", "functions/Blink", "events/OnMsg"} <= fish(folder, "psf show Main.PSF ")
     assert fish(folder, "psf delete Main.PSF ") == {"Blink"}
+    assert fish(folder, "psf rename Main.PSF ") == {"Blink"}
+    assert "--jobs" in fish(folder, "psf build --")
     assert "--json" in fish(folder, "psf show --")
     assert {"--lint", "--format", "--files-from", "--name"} <= fish(folder, "psf check --")
     assert fish(folder, "psf check --format s") == {"sarif"}
