@@ -26,6 +26,49 @@ namespace tessaly {
 
 namespace posix {
 
+// A process that was started and becomes no zombie: one that nobody waited for is killed.
+class Child {
+public:
+    explicit Child(pid_t process) : mProcess(process), mEndedOnInterrupt(process) {}
+    Child(const Child&) = delete;
+    Child& operator=(const Child&) = delete;
+    ~Child() {
+        if (!mEnded) {
+            ::kill(mProcess, SIGKILL);
+            int status = 0;
+            while (::waitpid(mProcess, &status, 0) < 0 && errno == EINTR) {
+            }
+        }
+    }
+
+    // Whether it has ended. Waits for that when `flags` is 0, not at all when it is WNOHANG.
+    bool HasEnded(int flags) {
+        int status = 0;
+        while (!mEnded) {
+            const pid_t ended = ::waitpid(mProcess, &status, flags);
+            if (ended == mProcess) {
+                mStatus = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
+                mEnded = true;
+            } else if (ended == 0) {
+                return false;
+            } else if (errno != EINTR) {
+                const int error = errno;
+                mEnded = true; // it is gone: nothing is left to kill
+                throw std::system_error(error, std::generic_category(), "waitpid");
+            }
+        }
+        return true;
+    }
+
+    int ExitStatus() const { return mStatus; }
+
+private:
+    pid_t mProcess;
+    EndedOnInterrupt mEndedOnInterrupt;
+    bool mEnded = false;
+    int mStatus = 0;
+};
+
 namespace {
 
 constexpr std::string_view Blanks = " \t";
@@ -91,49 +134,6 @@ private:
 
     posix_spawn_file_actions_t mActions = {};
     posix_spawnattr_t mAttributes = {};
-};
-
-// A process that was started and becomes no zombie: one that nobody waited for is killed.
-class Child {
-public:
-    explicit Child(pid_t process) : mProcess(process), mEndedOnInterrupt(process) {}
-    Child(const Child&) = delete;
-    Child& operator=(const Child&) = delete;
-    ~Child() {
-        if (!mEnded) {
-            ::kill(mProcess, SIGKILL);
-            int status = 0;
-            while (::waitpid(mProcess, &status, 0) < 0 && errno == EINTR) {
-            }
-        }
-    }
-
-    // Whether it has ended. Waits for that when `flags` is 0, not at all when it is WNOHANG.
-    bool HasEnded(int flags) {
-        int status = 0;
-        while (!mEnded) {
-            const pid_t ended = ::waitpid(mProcess, &status, flags);
-            if (ended == mProcess) {
-                mStatus = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
-                mEnded = true;
-            } else if (ended == 0) {
-                return false;
-            } else if (errno != EINTR) {
-                const int error = errno;
-                mEnded = true; // it is gone: nothing is left to kill
-                throw std::system_error(error, std::generic_category(), "waitpid");
-            }
-        }
-        return true;
-    }
-
-    int ExitStatus() const { return mStatus; }
-
-private:
-    pid_t mProcess;
-    EndedOnInterrupt mEndedOnInterrupt;
-    bool mEnded = false;
-    int mStatus = 0;
 };
 
 // Reads once, at most `size` bytes, and passes on what came. 0 at the end.

@@ -17,18 +17,7 @@ using win32::Handle;
 using win32::LastError;
 using win32::ThrowLastError;
 
-namespace {
-
-// How long a silent process is waited for before its pipe is looked into again.
-constexpr int SilenceInMilliseconds = 10;
-
-// The exit status of a process that had to be killed.
-constexpr UINT KilledStatus = 1;
-
-struct StartedProcess {
-    Handle process;
-    std::error_code error;
-};
+namespace win32 {
 
 // What is in it ends with this process, however that ends, unless it was let go. Where the system has none it does
 // nothing.
@@ -51,8 +40,23 @@ private:
     Handle mJob;
 };
 
+} // namespace win32
+
+namespace {
+
+// How long a silent process is waited for before its pipe is looked into again.
+constexpr int SilenceInMilliseconds = 10;
+
+// The exit status of a process that had to be killed.
+constexpr UINT KilledStatus = 1;
+
+struct StartedProcess {
+    Handle process;
+    std::error_code error;
+};
+
 StartedProcess Start(const std::string& commandLine, bool inherit, DWORD flags, STARTUPINFOW& startup,
-                     const Job* job = nullptr) {
+                     const win32::Job* job = nullptr) {
     if (commandLine.find('\0') != std::string::npos) {
         return {{}, {ERROR_INVALID_PARAMETER, std::system_category()}};
     }
@@ -99,7 +103,7 @@ private:
 };
 
 // Starts a process with both outputs in `output` and nothing to read.
-StartedProcess StartWithOutput(const std::string& commandLine, HANDLE output, const Job& job) {
+StartedProcess StartWithOutput(const std::string& commandLine, HANDLE output, const win32::Job& job) {
     SECURITY_ATTRIBUTES inheritable = {sizeof inheritable, nullptr, TRUE};
     const Handle nothing(CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, &inheritable,
                                      OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -143,6 +147,10 @@ bool PassOn(HANDLE pipe, const std::function<void(std::string_view)>& onOutput) 
     }
     return available > 0;
 }
+
+} // namespace
+
+namespace win32 {
 
 // A process, its job, and the pipe with what it prints.
 struct PipedProcess {
@@ -197,7 +205,7 @@ struct PipedProcess {
     }
 };
 
-} // namespace
+} // namespace win32
 
 void StartProcess(const std::string& commandLine, std::int32_t windowStyle, const std::string& /*outputPath*/) {
     STARTUPINFOW startup = {};
@@ -216,7 +224,7 @@ ProcessResult RunProcess(const std::string& commandLine, const std::function<voi
     return process.Result();
 }
 
-struct RunningProcess::State : PipedProcess {};
+struct RunningProcess::State : win32::PipedProcess {};
 
 RunningProcess::RunningProcess(const std::string& commandLine, std::function<void(std::string_view)> onOutput)
     : mState(std::make_unique<State>()) {
