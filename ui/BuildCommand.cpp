@@ -15,6 +15,7 @@ void VornMainFrm::mnuBuildExe_Click() {
             return;
         }
         SaveCurrentNodeCode(mCurrentNode);
+        mNames.headers.LookAgain(); // a build may make some
         Attempt([this] { mMessages.Begin(mCompFileName); });
         if (BuildMap::BuildCCodeFile(*mSourceDoc, mCompFileName, mMessages.map) != Status::Done) {
             Tell(Text::InstallationCorrupted, Text::Error, MsgIcon::Stop);

@@ -258,6 +258,7 @@ void VornMainFrm::FuncBody_GotFocus() {
 
 void VornMainFrm::FuncBody_LostFocus() {
     FuncBodyChangeMode = 1;
+    mTypingHelp.Close();
     WriteCopy(Flushing::Later);
 }
 
@@ -270,6 +271,7 @@ void VornMainFrm::FuncBody_Change() {
     if (FuncBodyChangeMode == 2) {
         FuncBodyChangedFlag = true;
     }
+    Attempt([this] { mTypingHelp.FollowChange(); });
 }
 
 // The key of the item above `node`; "" at the top level.

@@ -1,4 +1,5 @@
 // The keys of the window, those of the pane, and the tool bar.
+#include "ui/Command.h"
 #include "ui/Editing.h"
 #include "ui/VornMainFrm.h"
 
@@ -46,6 +47,11 @@ bool VornMainFrm::ChooseMenuOnKey(int keyCode, int shift) {
 }
 
 bool VornMainFrm::FuncBody_KeyDown(const PaneKey& key) {
+    bool isTaken = false;
+    Attempt([&] { isTaken = mTypingHelp.TakeKey(key); });
+    if (isTaken) {
+        return true;
+    }
     const std::optional<Edit> edit = EditOf(key, mFuncBody, mFuncBody.Selected());
     if (edit) {
         mFuncBody.Do(*edit);

@@ -49,6 +49,12 @@ VornMainFrm::VornMainFrm(Desktop& desktop, const RecoveryHost& recovery)
       mWindow(desktop.MainWindow()),
       mCodeTree(desktop.CodeTree()),
       mFuncBody(desktop.FuncBody()),
+      mNames(desktop.Files(), desktop.AnsiCodePage()),
+      mTypingHelp(mFuncBody, desktop.NameSuggestions(),
+                  [this](Place place) {
+                      const Headers::Places headers = {mCompBat, mCompFileName, mLastOpenedFile};
+                      return mNames.At(mFuncBody, place, *mSourceDoc, mShownMember, headers);
+                  }),
       mMessages(desktop, recovery.own),
       mFinding(desktop),
       mRecovery(recovery) {
@@ -153,6 +159,7 @@ void VornMainFrm::AddFunctionItems(bool skipErrors) {
 }
 
 void VornMainFrm::Form_Resize() {
+    mTypingHelp.Close();
     SaveCurrentNodeCode(mCurrentNode);
     const float newHeight = mWindow.Height();
     const float newWidth = mWindow.Width();
@@ -248,7 +255,10 @@ void VornMainFrm::Listen() {
         WriteCopyWhenIdle();
         mFinding.WhenIdle();
     };
-    mWindow.onSuspend = [this] { WriteCopy(Flushing::Now); };
+    mWindow.onSuspend = [this] {
+        mNames.headers.LookAgain(); // somebody may edit them
+        WriteCopy(Flushing::Now);
+    };
     mWindow.onKeyDown = [this](int keyCode, int shift) { Form_KeyDown(keyCode, shift); };
     mWindow.onOwnKey = [this](int keyCode, int shift) {
         return StepOnKey(keyCode, shift) || ChooseMenuOnKey(keyCode, shift) || mFinding.TakeKey(keyCode, shift) ||

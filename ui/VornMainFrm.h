@@ -9,6 +9,8 @@
 #include "recovery/RecoveryStore.h"
 #include "ui/BuildMessages.h"
 #include "ui/Finding.h"
+#include "ui/Names.h"
+#include "ui/TypingHelp.h"
 
 #include <cstdint>
 #include <functional>
@@ -207,6 +209,8 @@ private:
         Selection selected;
     };
 
+    Names mNames;
+    TypingHelp mTypingHelp;
     BuildMessages mMessages;
     Finding mFinding;
     std::vector<WayBack> mCameFrom;

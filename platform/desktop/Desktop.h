@@ -11,6 +11,7 @@
 #include "platform/desktop/MsgBox.h"
 #include "platform/desktop/RichTextBox.h"
 #include "platform/desktop/StatusBar.h"
+#include "platform/desktop/Suggestions.h"
 #include "platform/desktop/ToolBar.h"
 #include "platform/desktop/TreeView.h"
 #include "platform/desktop/Window.h"
@@ -37,6 +38,7 @@ public:
     TreeView& CodeTree() const { return *mParts.tree; }
     Label& FuncLabel() const { return *mParts.paneLabel; }
     RichTextBox& FuncBody() const { return *mParts.pane; }
+    Suggestions& NameSuggestions() const { return *mParts.suggestions; }
     ToolBar& VornToolBar() const { return *mParts.toolBar; }
     ImageList& QuorvaneImages() const { return mParts.toolBar->images; } // image 1 is "Add", image 2 "Delete"
     StatusBar& StatusBar1() const { return *mParts.status; }
@@ -71,6 +73,7 @@ protected:
         TreeView* tree = nullptr;
         Label* paneLabel = nullptr;
         RichTextBox* pane = nullptr;
+        Suggestions* suggestions = nullptr;
         ToolBar* toolBar = nullptr;
         StatusBar* status = nullptr;
         Menus* menus = nullptr;

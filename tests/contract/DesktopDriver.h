@@ -181,6 +181,13 @@ public:
     virtual std::vector<std::string> Underlined() = 0; // the pieces of text, from the top
     virtual void ClickMargin() = 0;
 
+    // Beside the caret: each name with "|" and its declaration behind it, and "*" behind the selected one; and the
+    // parameters. Nothing where they are not shown.
+    virtual std::vector<std::string> NamesSuggested() = 0;
+    virtual bool IsSuggestionInView(std::size_t row) = 0;
+    virtual void ClickSuggestion(std::size_t row) = 0;
+    virtual std::string HintShown() = 0;
+
     // The messages window. The keyboard goes there with all that the user does in it.
     virtual SeenMessages Messages() const = 0;
     virtual void ClickMessage(std::size_t row) = 0;

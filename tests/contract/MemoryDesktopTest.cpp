@@ -109,7 +109,7 @@ TEST_F(MemoryDesktopTest, TypingTellsWhetherItHappened) {
 TEST_F(MemoryDesktopTest, KeysTypeLettersDigitsAndBlanks) {
     desktop.window.Show();
     desktop.pane.Click();
-    for (const int key : {static_cast<int>('X'), static_cast<int>('7'), memory::KeyBlank, KeyEnter, KeyF10}) {
+    for (const int key : {static_cast<int>('X'), static_cast<int>('7'), KeyBlank, KeyEnter, KeyF10}) {
         desktop.window.PressKey(key);
     }
     desktop.window.PressKey('Y', memory::Shift);

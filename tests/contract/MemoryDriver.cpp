@@ -79,6 +79,15 @@ Extent MemoryDriver::Shown(Control& control) const {
         ->second;
 }
 
+std::vector<std::string> MemoryDriver::NamesSuggested() {
+    std::vector<std::string> rows;
+    for (const SuggestedName& name : mDesktop.suggestions.Names()) {
+        const bool isSelected = rows.size() == mDesktop.suggestions.SelectedName();
+        rows.push_back(name.name + "|" + name.declaration + (isSelected ? "*" : ""));
+    }
+    return rows;
+}
+
 SeenMessages MemoryDriver::Messages() const {
     const memory::MessagesWindow& window = mDesktop.messages;
     const MessageTexts& texts = window.Texts();

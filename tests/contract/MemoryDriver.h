@@ -53,7 +53,10 @@ public:
         return LookShown(mDesktop.tree.MarkOf(item), mDesktop.tree.IsItalic(item), mDesktop.tree.DescriptionOf(item));
     }
 
-    void ClickPane() override { mDesktop.pane.Click(); }
+    void ClickPane() override {
+        mDesktop.suggestions.ClickElsewhere();
+        mDesktop.pane.Click();
+    }
     void SetCaret(std::size_t position) override { mDesktop.pane.SetCaret(position); }
     void SelectAll() override { mDesktop.pane.SelectAll(); }
     void Type(std::string_view text) override {
@@ -71,6 +74,10 @@ public:
     std::vector<std::string> MarginShown() override { return mDesktop.pane.MarginShown(); }
     std::vector<std::string> Underlined() override { return mDesktop.pane.Underlined(); }
     void ClickMargin() override { mDesktop.pane.Click(); }
+    std::vector<std::string> NamesSuggested() override;
+    bool IsSuggestionInView(std::size_t row) override { return row == mDesktop.suggestions.SelectedName(); }
+    void ClickSuggestion(std::size_t row) override { mDesktop.suggestions.Click(row); }
+    std::string HintShown() override { return mDesktop.suggestions.Hint().text; }
 
     SeenMessages Messages() const override;
     void ClickMessage(std::size_t row) override { mDesktop.messages.Click(row); }

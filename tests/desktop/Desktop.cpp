@@ -4,8 +4,9 @@
 namespace tessaly::memory {
 
 Desktop::Desktop() {
-    mParts = {&window,     &treeLabel, &tree, &paneLabel,        &pane,          &toolBar, &status, &menus,
-              &fileDialog, &msgBox,    &app,  &mCountedRegistry, &mCountedFiles, &codePage};
+    mParts = {&window,           &treeLabel,     &tree,    &paneLabel,  &pane,   &suggestions,
+              &toolBar,          &status,        &menus,   &fileDialog, &msgBox, &app,
+              &mCountedRegistry, &mCountedFiles, &codePage};
 }
 
 std::unique_ptr<tessaly::NameWindow> Desktop::NewNameWindow() {

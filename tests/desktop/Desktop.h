@@ -21,6 +21,7 @@
 #include "tests/desktop/RichTextBox.h"
 #include "tests/desktop/SequentialFiles.h"
 #include "tests/desktop/StatusBar.h"
+#include "tests/desktop/Suggestions.h"
 #include "tests/desktop/ToolBar.h"
 #include "tests/desktop/TreeView.h"
 #include "tests/desktop/Window.h"
@@ -68,6 +69,7 @@ public:
     ModalScripts modal;
     MessagesWindow messages{faults, window};
     PaneBar bar{faults, focus};
+    Suggestions suggestions{faults, focus};
 
 private:
     CountedRegistry mCountedRegistry{faults, registry};

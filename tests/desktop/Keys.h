@@ -4,8 +4,6 @@
 
 namespace tessaly::memory {
 
-inline constexpr int KeyBlank = 32;
-
 inline constexpr int Shift = 1;
 inline constexpr int Ctrl = 2;
 

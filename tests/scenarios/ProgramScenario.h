@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/Settings.h"
+#include "platform/text/Utf16.h"
 #include "tests/contract/DesktopContract.h"
 #include "tests/unit/document/PsfBuilder.h"
 #include "ui/VornMainFrm.h"
@@ -121,6 +122,25 @@ protected:
         user->WillChooseFile(user->FilePath("a.PSF"));
         Choose("mnuOpenPSF");
     }
+
+    // A document with a function and a header, and the caret in the empty third line of another function.
+    void BeginBesideOthers() {
+        WriteFile(user->FilePath("mine.h"), "int MineToSend(int first, char* second);\n");
+        VornSrcObj document(TheDesktop().Files(), TheDesktop().AnsiCodePage());
+        document.Init();
+        document.UpdateVarCode("#include \"mine.h\"\r\nlong measured;\r\n");
+        document.AddFunction("Calculate", "", "long Calculate(int value)\r\n{\r\n}");
+        document.AddFunction("Work", "", "void Work(int amount)\r\n{\r\n\r\n}");
+        ASSERT_EQ(document.SaveFile(user->FilePath("a.PSF")), Status::Done);
+        StartProgram();
+        user->WillChooseFile(user->FilePath("a.PSF"));
+        Choose("mnuOpenPSF");
+        Click("Work");
+        user->ClickPane();
+        Pane().Select({{2, 0}, {2, 0}});
+    }
+
+    std::string LineNow() { return ToUtf8(Pane().Line(2)); }
 
     void Choose(std::string_view menu) { user->ChooseMenu(TheDesktop().Menu(menu)); }
 

@@ -13,6 +13,7 @@
 #include "platform/desktop/qt/MsgBox.h"
 #include "platform/desktop/qt/RichTextBox.h"
 #include "platform/desktop/qt/StatusBar.h"
+#include "platform/desktop/qt/Suggestions.h"
 #include "platform/desktop/qt/ToolBar.h"
 #include "platform/desktop/qt/TreeView.h"
 #include "platform/desktop/qt/Window.h"
@@ -51,6 +52,7 @@ public:
     TreeView tree{window};
     Label paneLabel{window};
     RichTextBox pane{window};
+    Suggestions suggestions{window, pane};
     ToolBar toolBar{window};
     StatusBar status{window};
 

@@ -294,6 +294,14 @@ std::u16string RichTextBox::Line(std::size_t index) const {
     return FromDocument(mEdit.document()->findBlockByNumber(static_cast<int>(index)).text()).toStdU16String();
 }
 
+QRect RichTextBox::CharacterPlace(Place place) const {
+    const LineSpan span = SpanOf(place.line + 1);
+    QTextCursor cursor(mEdit.document());
+    cursor.setPosition(static_cast<int>(std::min(span.begin + place.column, span.end)));
+    const QRect inView = mEdit.cursorRect(cursor);
+    return {mEdit.viewport()->mapToGlobal(inView.topLeft()), inView.size()};
+}
+
 LineSpan RichTextBox::SpanOf(std::size_t line) const {
     const QTextBlock block = mEdit.document()->findBlockByNumber(static_cast<int>(line) - 1);
     const auto begin = static_cast<std::size_t>(block.position());

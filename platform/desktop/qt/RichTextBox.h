@@ -71,6 +71,9 @@ public:
     void Copy() override { mEdit.copy(); }
     void Paste() override { mEdit.paste(); }
 
+    // Of the character at a place, on the screen.
+    QRect CharacterPlace(Place place) const;
+
     PlainTextEdit& Widget() { return mEdit; }
     const PlainTextEdit& Widget() const { return mEdit; }
 

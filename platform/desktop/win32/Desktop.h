@@ -13,6 +13,7 @@
 #include "platform/desktop/win32/MsgBox.h"
 #include "platform/desktop/win32/RichTextBox.h"
 #include "platform/desktop/win32/StatusBar.h"
+#include "platform/desktop/win32/Suggestions.h"
 #include "platform/desktop/win32/ToolBar.h"
 #include "platform/desktop/win32/TreeView.h"
 #include "platform/desktop/win32/Window.h"
@@ -51,6 +52,7 @@ private:
     TreeView mCodeTree{mWindow};
     Label mFuncLabel{mWindow, ControlId::FuncLabel};
     RichTextBox mFuncBody{mWindow};
+    Suggestions mSuggestions{mWindow, mFuncBody};
     ToolBar mToolBar{mWindow};
     StatusBar mStatusBar{mWindow};
 

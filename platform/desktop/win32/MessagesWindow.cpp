@@ -22,7 +22,6 @@ constexpr DWORD PagesStyle = WS_CLIPSIBLINGS | TCS_FOCUSNEVER;
 
 constexpr int TextColumn = 3;
 constexpr float LeastTextWidth = 3000; // in twips
-constexpr float CodeHeight = 200;
 constexpr float AroundHead = 300;
 
 Extent InTwips(const RECT& rect, int dpi) {
@@ -295,11 +294,7 @@ LRESULT MessagesWindow::Notified(const NMHDR& header) {
 
 void MessagesWindow::Rescale(int dpi) {
     SetDpi(dpi);
-    LOGFONTW font = {};
-    font.lfHeight = -ToPixels(CodeHeight, dpi);
-    font.lfPitchAndFamily = FIXED_PITCH;
-    CodeFontName().copy(font.lfFaceName, LF_FACESIZE - 1);
-    FontOwner made(CreateFontIndirectW(&font));
+    FontOwner made = MakeCodeFont(dpi);
     SendMessageW(mPrinted.Handle(), WM_SETFONT, reinterpret_cast<WPARAM>(made.get()), TRUE);
     mCodeFont = std::move(made);
     ImageListOwner pictures = MakePictures(dpi);

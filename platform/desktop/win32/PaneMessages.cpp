@@ -74,7 +74,7 @@ LRESULT RichTextBox::EdgeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 // Some keys bring a character behind them, which is not for the control either.
 LRESULT RichTextBox::Key(UINT message, WPARAM wParam, LPARAM lParam) {
     const bool isChar = message == WM_CHAR;
-    if (isChar && wParam < L' ' && std::exchange(mHasTakenKey, false)) {
+    if (isChar && wParam <= L' ' && std::exchange(mHasTakenKey, false)) {
         return 0;
     }
     const auto character = static_cast<char16_t>(wParam);

@@ -80,6 +80,15 @@ LOGFONTW RichTextBox::TextFont() const {
     return font;
 }
 
+RECT RichTextBox::CharacterPlace(tessaly::Place place) const {
+    const LineSpan span = SpanOf(place.line + 1);
+    const std::size_t position = std::min(span.begin + place.column, span.end);
+    RECT character = mFormat.LineRect(position);
+    character.left = character.right = mFormat.PlaceOf(position).x;
+    MapWindowPoints(Handle(), nullptr, reinterpret_cast<POINT*>(&character), 2);
+    return character;
+}
+
 float RichTextBox::CharacterWidth() const {
     const LOGFONTW font = TextFont();
     const FontOwner made(CreateFontIndirectW(&font));

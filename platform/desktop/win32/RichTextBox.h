@@ -33,6 +33,9 @@ public:
     void Copy() override { Send(WM_COPY); }
     void Paste() override { Send(WM_PASTE); }
 
+    // Of the character at a place, on the screen.
+    RECT CharacterPlace(tessaly::Place place) const;
+
     bool TakesTabKey() const override { return true; }
     void Command(int id, int code) override;
     void Rescale() override;

@@ -149,6 +149,15 @@ std::wstring CodeFontName() {
     return AnyFixedPitchFont();
 }
 
+FontOwner MakeCodeFont(int dpi) {
+    constexpr float height = 200; // in twips
+    LOGFONTW font = {};
+    font.lfHeight = -ToPixels(height, dpi);
+    font.lfPitchAndFamily = FIXED_PITCH;
+    CodeFontName().copy(font.lfFaceName, LF_FACESIZE - 1);
+    return FontOwner(CreateFontIndirectW(&font));
+}
+
 bool IsHighContrast() {
     HIGHCONTRASTW contrast = {};
     contrast.cbSize = sizeof contrast;

@@ -46,7 +46,8 @@ constexpr std::uint32_t Turned(std::uint32_t colour) {
     return (colour & 0xFF) << 16 | (colour & 0xFF00) | (colour >> 16 & 0xFF);
 }
 
-// The name of a fixed-pitch font that is installed.
+// The name of a fixed-pitch font that is installed, and that font in the size for what stands beside the pane.
 std::wstring CodeFontName();
+FontOwner MakeCodeFont(int dpi);
 
 } // namespace tessaly::win32

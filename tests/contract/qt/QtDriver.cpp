@@ -36,7 +36,8 @@ struct KeyPair {
 };
 
 constexpr KeyPair SpecialKeys[] = {{8, Qt::Key_Backspace, "\b"}, {9, Qt::Key_Tab, "\t"},   {13, Qt::Key_Return, "\r"},
-                                   {27, Qt::Key_Escape, ""},     {32, Qt::Key_Space, " "}, {37, Qt::Key_Left, ""},
+                                   {27, Qt::Key_Escape, ""},     {32, Qt::Key_Space, " "}, {33, Qt::Key_PageUp, ""},
+                                   {34, Qt::Key_PageDown, ""},   {35, Qt::Key_End, ""},    {37, Qt::Key_Left, ""},
                                    {38, Qt::Key_Up, ""},         {40, Qt::Key_Down, ""},   {191, Qt::Key_Slash, "/"}};
 
 Qt::KeyboardModifiers Modifiers(int shift) {

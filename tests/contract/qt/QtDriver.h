@@ -58,6 +58,10 @@ public:
     std::vector<std::string> MarginShown() override;
     std::vector<std::string> Underlined() override;
     void ClickMargin() override;
+    std::vector<std::string> NamesSuggested() override;
+    bool IsSuggestionInView(std::size_t row) override;
+    void ClickSuggestion(std::size_t row) override;
+    std::string HintShown() override;
 
     SeenMessages Messages() const override;
     void ClickMessage(std::size_t row) override;

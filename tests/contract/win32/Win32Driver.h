@@ -60,6 +60,10 @@ public:
     std::vector<std::string> MarginShown() override;
     std::vector<std::string> Underlined() override;
     void ClickMargin() override;
+    std::vector<std::string> NamesSuggested() override;
+    bool IsSuggestionInView(std::size_t row) override;
+    void ClickSuggestion(std::size_t row) override;
+    std::string HintShown() override;
 
     SeenMessages Messages() const override;
     void ClickMessage(std::size_t row) override;
@@ -135,7 +139,9 @@ private:
     void PostMenuKey(WPARAM key, std::ptrdiff_t times = 1);
     std::wstring Shown() const;
     RECT MarginPlace() const;
-    HWND MessagesFrame() const;
+    HWND MessagesFrame() const { return Owned(L"Messages"); }
+    HWND Owned(const wchar_t* className) const;
+    HWND NameList() const;
     HWND InMessages(int id) const { return GetDlgItem(MessagesFrame(), id); }
     void GoToMessages();
     POINT PlaceOfMessage(std::size_t row) const;

@@ -50,11 +50,11 @@ std::string Cell(HWND list, int row, int column) {
 
 } // namespace
 
-// Owned by the main window.
-HWND Win32Driver::MessagesFrame() const {
+// Null where there is none.
+HWND Win32Driver::Owned(const wchar_t* className) const {
     HWND window = nullptr;
     do {
-        window = FindWindowExW(nullptr, window, L"Messages", nullptr);
+        window = FindWindowExW(nullptr, window, className, nullptr);
     } while (window != nullptr && GetWindow(window, GW_OWNER) != mFrame);
     return window;
 }

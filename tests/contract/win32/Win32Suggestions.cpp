@@ -1,0 +1,63 @@
+// The user beside the caret of the pane of the Windows desktop.
+#include "platform/desktop/win32/Screen.h"
+#include "platform/system/win32/Text.h"
+#include "tests/contract/win32/Win32Driver.h"
+
+namespace tessaly {
+
+namespace {
+
+RECT RowPlace(HWND list, std::size_t row) {
+    RECT place = {};
+    SendMessageW(list, LB_GETITEMRECT, row, reinterpret_cast<LPARAM>(&place));
+    return place;
+}
+
+} // namespace
+
+// Null while it is not shown.
+HWND Win32Driver::NameList() const {
+    const HWND popup = Owned(L"Suggestions");
+    return popup != nullptr && IsWindowVisible(popup) != 0 ? GetWindow(popup, GW_CHILD) : nullptr;
+}
+
+// Two blanks at least are between the columns, and none in a name.
+std::vector<std::string> Win32Driver::NamesSuggested() {
+    Settle();
+    std::vector<std::string> rows;
+    const HWND list = NameList();
+    const LRESULT count = list != nullptr ? SendMessageW(list, LB_GETCOUNT, 0, 0) : 0;
+    for (LRESULT row = 0; row < count; ++row) {
+        const auto number = static_cast<WPARAM>(row);
+        std::wstring text(static_cast<std::size_t>(SendMessageW(list, LB_GETTEXTLEN, number, 0)) + 1, L'\0');
+        SendMessageW(list, LB_GETTEXT, number, reinterpret_cast<LPARAM>(text.data()));
+        text.pop_back();
+        const std::size_t end = std::min(text.find(L' '), text.size());
+        const std::size_t second = std::min(text.find_first_not_of(L' ', end), text.size());
+        const bool isSelected = SendMessageW(list, LB_GETCURSEL, 0, 0) == row;
+        rows.push_back(win32::ToUtf8(text.substr(0, end) + L"|" + text.substr(second)) + (isSelected ? "*" : ""));
+    }
+    return rows;
+}
+
+bool Win32Driver::IsSuggestionInView(std::size_t row) {
+    Settle();
+    RECT client = {};
+    GetClientRect(NameList(), &client);
+    const RECT place = RowPlace(NameList(), row);
+    return place.top >= client.top && place.bottom <= client.bottom;
+}
+
+void Win32Driver::ClickSuggestion(std::size_t row) {
+    Settle();
+    const RECT place = RowPlace(NameList(), row);
+    Click(NameList(), {place.left + 5, (place.top + place.bottom) / 2});
+}
+
+std::string Win32Driver::HintShown() {
+    Settle();
+    const HWND hint = Owned(L"ParameterHint");
+    return hint != nullptr && IsWindowVisible(hint) != 0 ? win32::ToUtf8(win32::WindowText(hint)) : "";
+}
+
+} // namespace tessaly

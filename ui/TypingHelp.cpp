@@ -1,0 +1,175 @@
+// A list comes up with what was known when it did, and narrows while the word in it goes on.
+#include "ui/TypingHelp.h"
+
+#include "editing/ParameterHint.h"
+#include "platform/desktop/Window.h"
+#include "platform/text/Utf16.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tessaly {
+
+namespace {
+
+constexpr std::size_t MostNamesShown = 200; // whoever wants another one types on
+constexpr std::size_t RowsInPage = 8;
+constexpr char16_t Deleted = u'\b';
+
+bool IsMoving(int keyCode) {
+    return keyCode >= KeyPageUp && keyCode <= KeyDown;
+}
+
+} // namespace
+
+TypingHelp::TypingHelp(RichTextBox& pane, Suggestions& suggestions, Known known)
+    : mPane(pane),
+      mSuggestions(suggestions),
+      mAsk(std::move(known)) {
+    mSuggestions.onPick = [this](std::size_t row) { Accept(row); };
+}
+
+bool TypingHelp::TakeKey(const PaneKey& key) {
+    mTyped = key.character;
+    if (key.character != 0 || IsModifierKey(key.keyCode)) {
+        return false;
+    }
+    if (key.keyCode == KeyBlank && key.shift == 2) {
+        Open(mPane.Selected().caret);
+        return true;
+    }
+    if (mSuggestions.IsListShown() && TakeListKey(key)) {
+        return true;
+    }
+    if (key.keyCode == KeyEscape && mSuggestions.IsHintShown()) {
+        Close();
+        return true;
+    }
+    if ((key.keyCode == KeyBackspace || key.keyCode == KeyDelete || key.keyCode == KeyEnter) && key.shift == 0) {
+        mTyped = Deleted;
+    } else if (IsMoving(key.keyCode) || (key.shift & ~1) != 0) {
+        Close();
+    }
+    return false;
+}
+
+// Enter for a word that is whole already is meant for the text.
+bool TypingHelp::TakeListKey(const PaneKey& key) {
+    const std::size_t row = mSuggestions.Selected();
+    if (key.shift != 0) {
+        return false;
+    }
+    switch (key.keyCode) {
+    case KeyUp:
+        mSuggestions.Select(row - std::min<std::size_t>(row, 1));
+        return true;
+    case KeyDown:
+        mSuggestions.Select(row + 1);
+        return true;
+    case KeyPageUp:
+        mSuggestions.Select(row - std::min(row, RowsInPage));
+        return true;
+    case KeyPageDown:
+        mSuggestions.Select(row + RowsInPage);
+        return true;
+    case KeyEscape:
+        mSuggestions.HideList();
+        return true;
+    case KeyEnter:
+    case KeyTab:
+        if (mCompletion->names[row]->name == mCompletion->typed) {
+            mSuggestions.HideList();
+            return false;
+        }
+        Accept(row);
+        return true;
+    default:
+        return false;
+    }
+}
+
+void TypingHelp::FollowChange() {
+    const char16_t typed = std::exchange(mTyped, u'\0');
+    if (typed == 0) {
+        Close();
+        return;
+    }
+    const Place caret = mPane.Selected().caret;
+    if (mSuggestions.IsListShown()) {
+        Narrow(caret);
+    } else if (typed != Deleted && IsThirdLetter(mPane, caret)) {
+        Open(caret);
+    }
+    if (typed == u'(') {
+        mKnown = mAsk(caret);
+        mSuggestions.HideList();
+    }
+    if (typed == u'(' || mSuggestions.IsHintShown()) {
+        ShowHint(caret);
+    }
+}
+
+void TypingHelp::Close() {
+    mSuggestions.HideList();
+    mSuggestions.HideHint();
+    mKnown.clear();
+    mCompletion.reset();
+}
+
+std::string TypingHelp::TipAt(Place place) {
+    if (mSuggestions.IsListShown() || mSuggestions.IsHintShown() || place.line >= mPane.Count()) {
+        return "";
+    }
+    const std::u16string line = mPane.Line(place.line);
+    const Word word = WordAt(line, std::min(place.column, line.size()));
+    if (word.Length() == 0) {
+        return "";
+    }
+    const std::optional<NamedPlace> found = NameAt(mPane, place, mAsk({place.line, word.end}));
+    return found ? found->name->declaration : "";
+}
+
+// The word that is being typed is none of the names.
+void TypingHelp::Open(Place caret) {
+    const std::u16string line = mPane.Line(caret.line);
+    mKnown = mAsk({caret.line, WordAt(line, caret.column).begin});
+    mCompletion.reset();
+    Narrow(caret);
+}
+
+void TypingHelp::Narrow(Place caret) {
+    std::optional<Completion> completion = CompletionAt(mPane, caret, mKnown);
+    const bool isSameWord = completion && (!mCompletion || mCompletion->begin == completion->begin);
+    const bool isWhole = isSameWord && completion->names.size() == 1 && completion->names[0]->name == completion->typed;
+    if (!isSameWord || isWhole) {
+        mSuggestions.HideList();
+        return;
+    }
+    std::vector<SuggestedName> rows;
+    for (const CName* const name : completion->names) {
+        if (rows.size() < MostNamesShown) {
+            rows.push_back({name->name, name->declaration});
+        }
+    }
+    mCompletion = std::move(completion);
+    mSuggestions.ShowList(rows, mCompletion->begin);
+}
+
+void TypingHelp::ShowHint(Place caret) {
+    if (const std::optional<ParameterHint> hint = ParameterHintAt(mPane, caret, mKnown)) {
+        mSuggestions.ShowHint({hint->declaration, hint->begin, hint->end}, hint->open);
+    } else {
+        mSuggestions.HideHint();
+    }
+}
+
+// It counts as typing: the parameters stay.
+void TypingHelp::Accept(std::size_t row) {
+    const std::u16string name = ToUtf16(mCompletion->names.at(row)->name);
+    const Place after = {mCompletion->begin.line, mCompletion->begin.column + name.size()};
+    mSuggestions.HideList();
+    mTyped = Deleted;
+    mPane.Do({{{mCompletion->begin, mCompletion->end, name}}, {after, after}});
+}
+
+} // namespace tessaly
