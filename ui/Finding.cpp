@@ -1,7 +1,6 @@
 // The pane selects what is found, wherever the keyboard is.
 #include "ui/Finding.h"
 
-#include "app/Catalogue.h"
 #include "platform/text/Utf16.h"
 #include "ui/Command.h"
 
@@ -108,7 +107,7 @@ void Finding::Go(bool isForward) {
     if (mBar.OpenFor() == Purpose::Line) {
         GoToLine();
     } else if (mBar.OpenFor() == Purpose::Everywhere) {
-        onEverywhere(mBar.Wanted(), mBar.Options());
+        GoEverywhere();
     } else {
         WhenIdle();
         SelectNext(isForward ? mPane.Selected().End() : mPane.Selected().Begin(), isForward);
@@ -127,6 +126,12 @@ void Finding::GoToLine() {
     const Place begin = {error == std::errc() ? std::clamp<std::size_t>(line, 1, last) - 1 : last - 1, 0};
     mBar.Close();
     mPane.Select({begin, begin});
+}
+
+void Finding::GoEverywhere() {
+    const std::string wanted = mBar.Wanted();
+    const std::size_t count = onEverywhere(wanted, mBar.Options());
+    mBar.ShowCount(wanted.empty() ? "" : count > 0 ? std::to_string(count) : Words(OwnText::NothingFound));
 }
 
 void Finding::SelectNext(Place from, bool isForward) {
@@ -159,7 +164,7 @@ void Finding::ReplaceAll() {
     const std::string count = std::to_string(mMatches.size());
     Replace(mMatches);
     WhenIdle();
-    mBar.ShowCount(count + std::string(OwnWords(OwnText::Replaced, mLanguage)));
+    mBar.ShowCount(count + Words(OwnText::Replaced));
 }
 
 void Finding::Replace(const std::vector<Match>& matches) {
@@ -175,7 +180,7 @@ void Finding::ShowCount() {
         return;
     }
     if (mMatches.empty()) {
-        mBar.ShowCount(OwnWords(OwnText::NothingFound, mLanguage));
+        mBar.ShowCount(Words(OwnText::NothingFound));
         return;
     }
     const Selection selected = mPane.Selected();
@@ -183,7 +188,7 @@ void Finding::ShowCount() {
                                     [&](const Match& each) { return each.begin == selected.Begin(); });
     const bool isSelected = match != mMatches.end() && match->End() == selected.End();
     const std::string number = isSelected ? std::to_string(match - mMatches.begin() + 1) : "-";
-    mBar.ShowCount(number + std::string(OwnWords(OwnText::MatchOf, mLanguage)) + std::to_string(mMatches.size()));
+    mBar.ShowCount(number + Words(OwnText::MatchOf) + std::to_string(mMatches.size()));
 }
 
 void Finding::SetLanguage(std::uint8_t language) {

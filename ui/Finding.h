@@ -1,6 +1,7 @@
 // Finding and replacing in the pane's text, going to a line of it, and finding in all of the document.
 #pragma once
 
+#include "app/Catalogue.h"
 #include "platform/desktop/Desktop.h"
 #include "ui/FindBar.h"
 
@@ -23,8 +24,8 @@ public:
     // It has edited the pane's text, as the user wanted.
     std::function<void()> onEdited;
 
-    // The user wants to see all places of this text in the document; "" for none any more.
-    std::function<void(const std::string& wanted, FindOptions options)> onEverywhere;
+    // The user wants to see all places of this text in the document; "" for none any more. Returns how many there are.
+    std::function<std::size_t(const std::string& wanted, FindOptions options)> onEverywhere;
 
     // Whether it had a use for the key: Ctrl+F, Ctrl+H, Ctrl+Shift+F and Ctrl+G, and those of the bar.
     bool TakeKey(int keyCode, int shift);
@@ -48,11 +49,13 @@ private:
     void Find();
     void Go(bool isForward);
     void GoToLine();
+    void GoEverywhere();
     void SelectNext(Place from, bool isForward);
     void ReplaceOne();
     void ReplaceAll();
     void Replace(const std::vector<Match>& matches);
     void ShowCount();
+    std::string Words(OwnText text) const { return std::string(OwnWords(text, mLanguage)); }
     void Closed();
     bool IsFinding() const;
 

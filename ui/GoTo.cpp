@@ -205,12 +205,15 @@ void VornMainFrm::GoBack() {
     }
 }
 
-void VornMainFrm::ListEverywhere(const std::string& wanted, FindOptions options) {
+std::size_t VornMainFrm::ListEverywhere(const std::string& wanted, FindOptions options) {
     ShownMember shown;
     if (mFuncBody.FuncBodyAvailable()) {
         shown = {mShownMember, mFuncBody.Text()};
     }
-    mMessages.ShowFound(FindEverywhere(*mSourceDoc, shown, wanted, options, BuildMessages::MostRows));
+    FoundPlaces found = FindEverywhere(*mSourceDoc, shown, wanted, options, BuildMessages::MostRows);
+    const std::size_t count = found.count;
+    mMessages.ShowFound(std::move(found));
+    return count;
 }
 
 // What stands in the pane may have been edited since the build.

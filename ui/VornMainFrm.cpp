@@ -268,7 +268,9 @@ void VornMainFrm::Listen() {
     mMessages.onGo = [this](const Diagnostic& message) { GoTo(message); };
     mMessages.onChange = [this] { ShowMarks(); };
     mFinding.onEdited = [this] { FuncBodyChangedFlag = true; };
-    mFinding.onEverywhere = [this](const std::string& wanted, FindOptions options) { ListEverywhere(wanted, options); };
+    mFinding.onEverywhere = [this](const std::string& wanted, FindOptions options) {
+        return ListEverywhere(wanted, options);
+    };
     mCodeTree.onNodeClick = command(&VornMainFrm::CodeTree_NodeClick);
     mFuncBody.onGotFocus = [this] { FuncBody_GotFocus(); };
     mFuncBody.onLostFocus = [this] { FuncBody_LostFocus(); };

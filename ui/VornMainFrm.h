@@ -174,7 +174,7 @@ private:
     void GoToNamed();
     void GoBack();
     bool ShowMember(const std::string& member);
-    void ListEverywhere(const std::string& wanted, FindOptions options);
+    std::size_t ListEverywhere(const std::string& wanted, FindOptions options);
     void GoTo(const Diagnostic& message);
     void ShowLineMarks(std::string_view text);
     void ShowMarks();

@@ -171,6 +171,7 @@ TEST_P(ProgramScenario, AllPlacesOfTheDocumentAreListed) {
     user->PressKey(KeyEnter, 0);
     user->Settle();
     EXPECT_EQ(Seen().caption, "Places found");
+    EXPECT_EQ(Count(), "4");
     EXPECT_EQ(Seen().rows, (Strings{"Found|One|1|two void One()*", "Found|One|3|Two();", "Found|One|4|two = 2;",
                                     "Found|Two|1|void Two()"}));
     user->DoubleClickMessage(3);
@@ -180,9 +181,10 @@ TEST_P(ProgramScenario, AllPlacesOfTheDocumentAreListed) {
     EXPECT_EQ(Pane().Selected().caret, (Place{3, 1}));
     EXPECT_TRUE(Pane().Text().starts_with("two void One()"));
     user->PressKey('F', CtrlWithShift);
-    Bar().wanted.SetText("");
+    user->Type("nowhere");
     user->PressKey(KeyEnter, 0);
     user->Settle();
+    EXPECT_EQ(Count(), "Nothing found");
     EXPECT_FALSE(Seen().isVisible);
 }
 
