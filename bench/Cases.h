@@ -26,5 +26,6 @@ void AddWriteCases(const BenchFiles& files);
 void AddGrowthCases(const BenchFiles& files);
 void AddHostileCase(const BenchFiles& files);
 void AddCompletionCases(const BenchFiles& files);
+void AddFindCases();
 
 } // namespace tessaly

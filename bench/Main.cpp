@@ -94,6 +94,7 @@ int Run(std::vector<char*> arguments) {
     AddGrowthCases(files);
     AddHostileCase(files);
     AddCompletionCases(files);
+    AddFindCases();
     ReadAll(files);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();

@@ -24,6 +24,7 @@ BUILD = 1.25  # at most, beside the same compile by hand
 HOSTILE_SECONDS = 0.010  # less
 HOSTILE_PEAK = 10e6  # bytes, less
 COMPLETION_SECONDS = 0.005  # less
+FIND_SECONDS = 0.100  # less
 
 LOADERS = {
     "tessaly": "**Tessaly**",
@@ -181,6 +182,13 @@ def completion_rows(cases, verdict):
             for kind, what in kinds.items()]
 
 
+def find_rows(cases, verdict):
+    kinds = {"any-case": "Capitals and small letters alike", "match-case": "As they are"}
+    return [[what, cases[f"find/{kind}"].range_text(), f"less than {FIND_SECONDS * 1e3:.0f}",
+             verdict(cases[f"find/{kind}"].time < FIND_SECONDS)]
+            for kind, what in kinds.items()]
+
+
 def hostile_rows(cases, verdict):
     case = cases["hostile/tessaly"]
     return [
@@ -223,6 +231,8 @@ def section(results, verdict):
     lines += table(["", "ms", "by hand, ms", "ours / by hand", "target", ""], build_rows(cases, verdict))
     lines += ["", "Names while typing, in 1,000 functions and a text of 10,000 lines, ms:", ""]
     lines += table(["", "ms", "target", ""], completion_rows(cases, verdict))
+    lines += ["", "Finding a text in all of a document, 10 MB in 1,000 functions, ms:", ""]
+    lines += table(["", "ms", "target", ""], find_rows(cases, verdict))
     lines += ["", "Memory, and a hostile file of 100 bytes:", ""]
     lines += table(["", "", "target", ""], [peak_row(cases, verdict), *hostile_rows(cases, verdict)])
     return "\n".join(lines)

@@ -41,7 +41,7 @@ public:
     }
 
 private:
-    std::size_t LineEnd() const { return std::min(mText.find_first_of("\r\n", mLineBegin), mText.size()); }
+    std::size_t LineEnd() const { return mLineBegin + LineLength(mText.substr(mLineBegin)); }
 
     std::string_view mText;
     std::size_t mLineBegin = 0;

@@ -17,15 +17,13 @@ public:
     // Not in front of the one that was asked for last.
     std::string_view Line(std::size_t number) {
         for (; mNumber < number; ++mNumber) {
-            const std::size_t end = LineEnd();
+            const std::size_t end = LineLength(mRest);
             mRest.remove_prefix(std::min(end + (mRest.substr(end, 2) == "\r\n" ? 2 : 1), mRest.size()));
         }
-        return mRest.substr(0, LineEnd());
+        return mRest.substr(0, LineLength(mRest));
     }
 
 private:
-    std::size_t LineEnd() const { return std::min(mRest.find_first_of("\r\n"), mRest.size()); }
-
     std::string_view mRest;
     std::size_t mNumber = 0;
 };

@@ -87,4 +87,13 @@ constexpr std::string_view TakeDigits(std::string_view& text) {
     return digits;
 }
 
+// How much of the text stands in front of its first CR or LF; all of it without one. Quicker than find_first_of.
+constexpr std::size_t LineLength(std::string_view text) {
+    std::size_t length = 0;
+    while (length < text.size() && text[length] != '\n' && text[length] != '\r') {
+        ++length;
+    }
+    return length;
+}
+
 } // namespace tessaly

@@ -37,15 +37,21 @@ char32_t FoldCharacter(char32_t character) {
 std::string FoldCase(std::string_view text) {
     std::string folded;
     folded.reserve(text.size());
-    for (std::size_t position = 0; position < text.size();) {
-        const std::size_t start = position;
-        const char32_t character = ReadUtf8(text, position);
-        if (character < 0x80) {
-            folded += SmallLetter(static_cast<char>(character));
-        } else if (character == NotACharacter) {
-            folded += text[start];
-        } else {
-            AppendUtf8(FoldCharacter(character), folded);
+    while (!text.empty()) {
+        const std::string_view ascii = text.substr(0, AsciiPrefix(text));
+        const std::size_t begin = folded.size();
+        folded.resize(begin + ascii.size());
+        std::transform(ascii.begin(), ascii.end(), folded.begin() + static_cast<std::ptrdiff_t>(begin), SmallLetter);
+        text.remove_prefix(ascii.size());
+        if (!text.empty()) {
+            std::size_t end = 0;
+            const char32_t character = ReadUtf8(text, end);
+            if (character == NotACharacter) {
+                folded += text.front();
+            } else {
+                AppendUtf8(FoldCharacter(character), folded);
+            }
+            text.remove_prefix(end);
         }
     }
     return folded;
