@@ -4,6 +4,8 @@
 #include "editing/Indenting.h"
 #include "editing/LineCommands.h"
 #include "platform/desktop/Window.h"
+#include "platform/text/Utf16.h"
+#include "platform/text/Utf8.h"
 
 #include <algorithm>
 #include <iterator>
@@ -70,6 +72,19 @@ std::optional<Edit> EditOf(const PaneKey& key, const TextLines& lines, const Sel
     const auto found =
         std::find_if(std::begin(KeyRules), std::end(KeyRules), [&key](const KeyRule& each) { return each.key == key; });
     return found != std::end(KeyRules) ? found->rule(lines, selection) : std::nullopt;
+}
+
+bool Keeps(const CodePage& codePage, char32_t character) {
+    std::string text;
+    std::string bytes;
+    std::string back;
+    if (character < FirstOfTwoUnits && (IsHighSurrogate(character) || IsLowSurrogate(character))) {
+        return false;
+    }
+    AppendUtf8(character, text);
+    codePage.AppendEncoded(text, bytes);
+    codePage.AppendDecoded(bytes, back);
+    return back == text;
 }
 
 } // namespace tessaly

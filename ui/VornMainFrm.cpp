@@ -4,6 +4,7 @@
 #include "app/LenientNumber.h"
 #include "app/Settings.h"
 #include "ui/Command.h"
+#include "ui/Editing.h"
 #include "ui/MenuTable.h"
 #include "ui/frmSplash.h"
 
@@ -275,6 +276,7 @@ void VornMainFrm::Listen() {
     mFuncBody.onGotFocus = [this] { FuncBody_GotFocus(); };
     mFuncBody.onLostFocus = [this] { FuncBody_LostFocus(); };
     mFuncBody.onChange = [this] { FuncBody_Change(); };
+    mFuncBody.keeps = [this](char32_t character) { return Keeps(mDesktop.AnsiCodePage(), character); };
     mFuncBody.onKey = [this](const PaneKey& key) { return FuncBody_KeyDown(key); };
     mDesktop.VornToolBar().onButtonClick = command(&VornMainFrm::VornToolBar_ButtonClick);
     const std::pair<std::string_view, void (VornMainFrm::*)()> commands[] = {

@@ -25,6 +25,7 @@ bool IsBreaksAlone(const Stretch& stretch) {
 void RichTextBox::MoveCaret(std::size_t position) {
     position = std::min(position, Length());
     SelectEnds({position, position});
+    LookAtCaret();
 }
 
 Selection RichTextBox::Selected() const {
@@ -34,10 +35,12 @@ Selection RichTextBox::Selected() const {
 
 void RichTextBox::Select(const Selection& selection) {
     SelectEnds({PositionOf(selection.anchor), PositionOf(selection.caret)});
+    LookAtCaret();
 }
 
 void RichTextBox::SelectAll() {
     SelectEnds({0, Length()});
+    LookAtCaret();
 }
 
 std::size_t RichTextBox::PositionOf(Place place) const {
@@ -119,6 +122,7 @@ void RichTextBox::GoThrough(const std::function<void()>& work) {
         Raise(onChange);
         throw;
     }
+    LookAtCaret();
     Raise(onChange);
 }
 
@@ -134,6 +138,7 @@ void RichTextBox::NoteNewText(BreakList breaks) {
     mBreaks = std::move(breaks);
     mHistory.Forget();
     SetLineMarks({});
+    LookAtCaret();
     Raise(onChange);
 }
 
@@ -170,6 +175,47 @@ void RichTextBox::FollowEdit(std::size_t start, const Stretch& removed, const St
     if (mMarks.Follow(edit, [this](std::size_t line) { return SpanOf(line); })) {
         ShowMarks();
     }
+}
+
+void RichTextBox::LookAtCaret() {
+    Raise(std::function<void()>([this] { // it is no reason for a key to fail
+        const Place caret = Selected().caret;
+        const std::u16string line = Line(caret.line);
+        const bool isBehindBlanks = caret.column == line.size() && !line.empty() && IsBlank({&line.back(), 1});
+        const CaretSight before = std::exchange(mCaret, {caret.line, isBehindBlanks, FindBracket(*this, caret)});
+        if (mCaret == before) {
+            return;
+        }
+        for (const CaretSight& sight : {before, mCaret}) {
+            ShowSpots(sight.line);
+            if (sight.brackets) {
+                ShowSpots(sight.brackets->bracket.line);
+                ShowSpots(sight.brackets->partner.value_or(sight.brackets->bracket).line);
+            }
+        }
+    }));
+}
+
+std::vector<Spot> RichTextBox::SpotsOf(std::size_t line) const {
+    if (!mFuncBodyAvailable || line >= Count()) {
+        return {};
+    }
+    std::vector<Spot> spots = FindSpots(Line(line), keeps);
+    if (line == mCaret.line && mCaret.isBehindBlanks && !spots.empty()) {
+        spots.pop_back();
+    }
+    if (mCaret.brackets) {
+        const auto add = [&](Place place) {
+            if (place.line == line) {
+                const bool isAlone = !mCaret.brackets->partner;
+                spots.push_back(
+                    {isAlone ? Spot::Kind::LoneBracket : Spot::Kind::Bracket, place.column, place.column + 1});
+            }
+        };
+        add(mCaret.brackets->bracket);
+        add(mCaret.brackets->partner.value_or(Place{Count(), 0}));
+    }
+    return spots;
 }
 
 bool RichTextBox::TakesKey(const PaneKey& key) {

@@ -2,13 +2,15 @@
 // editor does the program says; the desktop shows the text, the caret and the marks.
 #pragma once
 
-#include "editing/Text.h"
+#include "editing/Brackets.h"
+#include "editing/Spots.h"
 #include "platform/desktop/Control.h"
 #include "platform/desktop/LineMarks.h"
 #include "platform/desktop/Raise.h"
 #include "platform/desktop/TextHistory.h"
 
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -90,6 +92,7 @@ public:
         if (available != mFuncBodyAvailable) {
             ShowAvailable(available);
             mFuncBodyAvailable = available;
+            LookAtCaret();
         }
     }
 
@@ -102,11 +105,19 @@ public:
         ShowMarks();
     }
 
+    // Whether a save keeps a character. Others are set apart, as are blanks at the end of a line, the line of the
+    // caret, and the bracket beside it with its partner, or another way without one. It is asked when they are drawn.
+    std::function<bool(char32_t character)> keeps;
+
     // How wide each character is, in twips: the font has a fixed pitch.
     virtual float CharacterWidth() const = 0;
 
     // Where the tab stops are, in twips from the left edge of the text, ascending.
     virtual void SetTabStops(const std::vector<float>& stops) = 0;
+
+    // For the desktop: what is to be set apart, in lines counted from 0.
+    std::size_t CurrentLine() const { return mCaret.line; }
+    std::vector<Spot> SpotsOf(std::size_t line) const;
 
     bool CanHaveFocus() const override { return mFuncBodyAvailable; }
     void GainFocus() override { Raise(onGotFocus); }
@@ -133,6 +144,9 @@ protected:
     // Does `work`, which calls ShowReplaced some times and SelectEnds, and draws what came of it once.
     virtual void ShowTogether(const std::function<void()>& work) = 0;
 
+    // Other things are set apart in this line, from 0; it may be gone.
+    virtual void ShowSpots(std::size_t line) = 0;
+
     // Other lines are marked now.
     virtual void ShowMarks() = 0;
 
@@ -142,6 +156,9 @@ protected:
     // The user has put `added`, which is shown, in the place of `removed`; breaks are LFs. To be called before onChange
     // is raised.
     void NoteEdit(std::size_t start, std::u16string removed, std::u16string added);
+
+    // To be called when the user has moved the caret, and behind every NoteEdit when the caret is where it belongs.
+    void LookAtCaret();
 
     // To be called for every key and typed character before the control gets it. True for one that it is not to get.
     bool TakesKey(const PaneKey& key);
@@ -159,9 +176,19 @@ private:
     void FollowEdit(std::size_t start, const Stretch& removed, const Stretch& added);
     std::size_t BreaksBehind(std::size_t position) const;
 
+    // What is set apart on account of the caret.
+    struct CaretSight {
+        std::size_t line = 0;
+        bool isBehindBlanks = false; // at the end of the line: they are being typed
+        std::optional<BracketPair> brackets;
+
+        bool operator==(const CaretSight&) const = default;
+    };
+
     LineMarks mMarks;
     BreakList mBreaks;
     TextHistory mHistory;
+    CaretSight mCaret;
 };
 
 } // namespace tessaly

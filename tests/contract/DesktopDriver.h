@@ -188,6 +188,9 @@ public:
     virtual void ClickSuggestion(std::size_t row) = 0;
     virtual std::string HintShown() = 0;
 
+    // The colour of the paper behind a character in view, which counts as above; any number for each colour.
+    virtual std::uint32_t ColourBehind(std::size_t position) = 0;
+
     // The messages window. The keyboard goes there with all that the user does in it.
     virtual SeenMessages Messages() const = 0;
     virtual void ClickMessage(std::size_t row) = 0;

@@ -78,6 +78,7 @@ public:
     bool IsSuggestionInView(std::size_t row) override { return row == mDesktop.suggestions.SelectedName(); }
     void ClickSuggestion(std::size_t row) override { mDesktop.suggestions.Click(row); }
     std::string HintShown() override { return mDesktop.suggestions.Hint().text; }
+    std::uint32_t ColourBehind(std::size_t position) override { return mDesktop.pane.ColourBehind(position); }
 
     SeenMessages Messages() const override;
     void ClickMessage(std::size_t row) override { mDesktop.messages.Click(row); }

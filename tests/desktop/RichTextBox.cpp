@@ -115,7 +115,6 @@ CLineState RichTextBox::StateBefore(std::size_t index) const {
 }
 
 Ends RichTextBox::SelectedEnds() const {
-    CountCall();
     const auto units = [this](std::size_t bytes) { return Utf16Units(std::string_view(mShown).substr(0, bytes)); };
     return {units(mAnchor), units(mCaret)};
 }
@@ -219,6 +218,7 @@ void RichTextBox::SetCaret(std::size_t position) {
     }
     mCaret = position;
     mAnchor = position;
+    LookAtCaret();
 }
 
 std::vector<std::string> RichTextBox::MarginShown() const {
@@ -230,6 +230,19 @@ std::vector<std::string> RichTextBox::MarginShown() const {
                                                                         : ""));
     }
     return lines;
+}
+
+std::uint32_t RichTextBox::ColourBehind(std::size_t position) const {
+    const std::size_t line = CountBreaks(std::string_view(mShown).substr(0, position));
+    const std::size_t before = mShown.substr(0, position).rfind('\n') + 1;
+    const std::size_t column = Utf16Units(std::string_view(mShown).substr(before, position - before));
+    std::uint32_t colour = line == CurrentLine() ? 1 : 0;
+    for (const Spot& spot : SpotsOf(line)) {
+        if (spot.begin <= column && column < spot.end) {
+            colour = static_cast<std::uint32_t>(spot.kind) + 2;
+        }
+    }
+    return colour;
 }
 
 std::vector<std::string> RichTextBox::Underlined() const {
@@ -312,6 +325,7 @@ void RichTextBox::Replace(std::size_t start, std::size_t end, std::string_view t
     mCaret = start + text.size();
     mAnchor = mCaret;
     NoteEdit(position, std::move(removed), Units(text));
+    LookAtCaret();
     Raise(onChange);
 }
 

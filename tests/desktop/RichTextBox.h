@@ -48,6 +48,9 @@ public:
     // What the user sees in the margin: for each line its number and the mark, if there is one.
     std::vector<std::string> MarginShown() const;
 
+    // What is behind the character at this byte, as 0xRRGGBB; another one for all that is set apart.
+    std::uint32_t ColourBehind(std::size_t position) const;
+
     // What is underlined, from the top.
     std::vector<std::string> Underlined() const;
 
@@ -62,6 +65,7 @@ private:
     void SelectEnds(const Ends& ends) override;
     void ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) override;
     void ShowTogether(const std::function<void()>& work) override { work(); }
+    void ShowSpots(std::size_t /*line*/) override {}
     void ShowMarks() override {}
     std::string_view LineBytes(std::size_t index) const;
     std::size_t PlaceOf(std::size_t position) const;

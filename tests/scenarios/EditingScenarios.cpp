@@ -90,6 +90,17 @@ TEST_P(ProgramScenario, RedoHasBothOfItsKeys) {
     }
 }
 
+TEST_P(ProgramScenario, WhatTheFileCannotHoldIsSetApartAsSoonAsItIsPasted) {
+    BeginEditing({{2, 0}, {2, 0}});
+    user->Paste("// \xC3\xA4 \xE2\x82\xAC \xCE\xB1\n");
+    const std::size_t start = user->PaneShown().find("//");
+    const std::size_t lost = user->PaneShown().find("\xCE\xB1");
+    EXPECT_NE(user->ColourBehind(lost), user->ColourBehind(start));
+    for (const std::string_view kept : {"\xC3\xA4", "\xE2\x82\xAC"}) {
+        EXPECT_EQ(user->ColourBehind(user->PaneShown().find(kept)), user->ColourBehind(start)) << kept;
+    }
+}
+
 TEST_P(ProgramScenario, WhatAKeyDidIsSaved) {
     BeginEditing({{0, 0}, {0, 0}});
     user->PressKey(KeySlash, 2);

@@ -2,6 +2,7 @@
 // has: so every text comes back as it was.
 #include "platform/desktop/qt/RichTextBox.h"
 
+#include "platform/desktop/Tint.h"
 #include "platform/desktop/qt/Keys.h"
 #include "platform/desktop/qt/Pictures.h"
 
@@ -88,7 +89,10 @@ QString FromClipboard(const QString& text) {
 
 } // namespace
 
-PlainTextEdit::PlainTextEdit(QWidget* parent, const LineMarks& marks) : QPlainTextEdit(parent), mMarks(marks) {
+PlainTextEdit::PlainTextEdit(QWidget* parent, const LineMarks& marks, const tessaly::RichTextBox& pane)
+    : QPlainTextEdit(parent),
+      mMarks(marks),
+      mPane(pane) {
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setLineWrapMode(QPlainTextEdit::NoWrap);
     connect(this, &QPlainTextEdit::blockCountChanged, this, &PlainTextEdit::LayOutMargin);
@@ -127,6 +131,45 @@ void PlainTextEdit::ShowMarks() {
     }
     setExtraSelections(underlines);
     update(MarginPlace());
+}
+
+void PlainTextEdit::ShowSpots(int block) {
+    const QTextBlock shown = document()->findBlockByNumber(block);
+    if (shown.isValid()) {
+        const QRectF place = blockBoundingGeometry(shown).translated(contentOffset());
+        viewport()->update(QRectF(0, place.top(), viewport()->width(), place.height()).toAlignedRect());
+    }
+}
+
+// Below the text, which is painted next.
+void PlainTextEdit::PaintSpots(const QRect& place) {
+    QPainter painter(viewport());
+    const std::uint32_t ink = Rgb(palette().color(QPalette::Text));
+    const auto paint = [&](const QRectF& where, const Tint& tint) {
+        QColor colour(tint.colour);
+        colour.setAlpha(tint.opacity);
+        painter.fillRect(where, colour);
+        if (tint.hasFrame) {
+            painter.setPen(QColor(ink));
+            painter.drawRect(where.adjusted(0, 0, -1, -1));
+        }
+    };
+    for (QTextBlock block = firstVisibleBlock(); block.isValid() && !mIsGrey; block = block.next()) {
+        const QRectF line = blockBoundingGeometry(block).translated(contentOffset());
+        if (line.top() > place.bottom()) {
+            break;
+        }
+        const auto number = static_cast<std::size_t>(block.blockNumber());
+        if (number == mPane.CurrentLine()) {
+            paint(QRectF(0, line.top(), viewport()->width(), line.height()), TintOfCurrentLine(ink, false));
+        }
+        const QTextLine text = block.layout()->lineAt(0);
+        for (const Spot& spot : mPane.SpotsOf(number)) {
+            const qreal left = text.cursorToX(static_cast<int>(spot.begin));
+            const qreal right = text.cursorToX(static_cast<int>(spot.end));
+            paint(QRectF(line.left() + left, line.top(), right - left, line.height()), TintOf(spot.kind, ink, false));
+        }
+    }
 }
 
 void PlainTextEdit::LayOutMargin() {
@@ -212,6 +255,7 @@ void PlainTextEdit::paintEvent(QPaintEvent* event) {
         last = last.next();
     }
     mColouring.Colour(firstVisibleBlock(), last);
+    PaintSpots(event->rect());
     QPlainTextEdit::paintEvent(event);
 }
 
@@ -262,12 +306,17 @@ void PlainTextEdit::UpdateColours() {
     ShowMarks();
 }
 
-RichTextBox::RichTextBox(Window& window) : Control(window, mEdit), mEdit(&window.Area(), Marks()) {
+RichTextBox::RichTextBox(Window& window) : Control(window, mEdit), mEdit(&window.Area(), Marks(), *this) {
     mEdit.setUndoRedoEnabled(false); // the pane has a history of its own
     mEdit.takeKey = [this](const PaneKey& key) { return TakesKey(key); };
     QObject::connect(mEdit.document(), &QTextDocument::contentsChange, &mEdit,
                      [this](int position, int, int added) { FollowChange(position, added); });
     QObject::connect(mEdit.document(), &QTextDocument::contentsChanged, &mEdit, [this] { TellChange(); });
+    QObject::connect(&mEdit, &QPlainTextEdit::cursorPositionChanged, &mEdit, [this] {
+        if (!mIsSetting) {
+            LookAtCaret();
+        }
+    });
 }
 
 std::string RichTextBox::ShownText() const {
@@ -317,7 +366,12 @@ Ends RichTextBox::SelectedEnds() const {
     return {static_cast<std::size_t>(cursor.anchor()), static_cast<std::size_t>(cursor.position())};
 }
 
+// While the text is being changed its lines are not laid out, and Qt must not look where the caret is.
 void RichTextBox::SelectEnds(const Ends& ends) {
+    if (mIsSetting) {
+        mToSelect = ends;
+        return;
+    }
     QTextCursor cursor = mEdit.textCursor();
     cursor.setPosition(static_cast<int>(ends.anchor));
     cursor.setPosition(static_cast<int>(ends.caret), QTextCursor::KeepAnchor);
@@ -358,7 +412,9 @@ void RichTextBox::ShowTogether(const std::function<void()>& work) {
         const Together together(mEdit.document(), mIsSetting);
         work();
     }
-    mEdit.ensureCursorVisible();
+    if (const std::optional<Ends> ends = std::exchange(mToSelect, std::nullopt)) {
+        SelectEnds(*ends);
+    }
     mWindow.UpdateFocusInUse();
 }
 
@@ -412,6 +468,7 @@ void RichTextBox::TellChange() {
         return;
     }
     mWindow.UpdateFocusInUse();
+    LookAtCaret();
     Raise(onChange);
 }
 

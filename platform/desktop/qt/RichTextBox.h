@@ -8,6 +8,7 @@
 
 #include <QPlainTextEdit>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,8 +19,8 @@ namespace tessaly::qt {
 // that it changes on the way to the clipboard.
 class PlainTextEdit final : public QPlainTextEdit {
 public:
-    // `marks` are those of its lines.
-    PlainTextEdit(QWidget* parent, const LineMarks& marks);
+    // `marks` are those of its lines; `pane` is what it belongs to.
+    PlainTextEdit(QWidget* parent, const LineMarks& marks, const tessaly::RichTextBox& pane);
 
     // The text, with LF as its only line break.
     QString ExactText() const;
@@ -35,6 +36,9 @@ public:
     // Other lines are marked now, or the same ones elsewhere.
     void ShowMarks();
 
+    // What is set apart in this block is another thing now.
+    void ShowSpots(int block);
+
 protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -49,9 +53,11 @@ private:
     void UpdateColours();
     void LayOutMargin();
     void PaintMargin();
+    void PaintSpots(const QRect& place);
     QRect MarginPlace() const;
 
     const LineMarks& mMarks;
+    const tessaly::RichTextBox& mPane;
     mutable Colouring mColouring{*document()}; // goes on where somebody looks
     Margin mMargin;
     bool mIsGrey = false;
@@ -86,15 +92,17 @@ private:
     void SelectEnds(const Ends& ends) override;
     void ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) override;
     void ShowTogether(const std::function<void()>& work) override;
+    void ShowSpots(std::size_t line) override { mEdit.ShowSpots(static_cast<int>(line)); }
     void ShowMarks() override { mEdit.ShowMarks(); }
     int Length() const;
     void FollowChange(int position, int added);
     void TellChange();
 
     PlainTextEdit mEdit;
-    QString mBefore;         // what the document held when its last change was told, each break an LF
-    bool mIsSetting = false; // the program changes the text
-    bool mIsChanged = false; // by the user, and not told yet
+    QString mBefore;               // what the document held when its last change was told, each break an LF
+    bool mIsSetting = false;       // the program changes the text
+    std::optional<Ends> mToSelect; // when that is done
+    bool mIsChanged = false;       // by the user, and not told yet
 };
 
 } // namespace tessaly::qt

@@ -35,6 +35,9 @@ public:
     // An unavailable pane has a grey margin without anything in it.
     void SetAvailable(bool available);
 
+    // Of the text, in pixels.
+    int LineHeight() const { return mLineHeight; }
+
     // Where it is, from the corner of the window, in pixels.
     RECT Place() const;
 

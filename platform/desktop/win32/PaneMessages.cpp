@@ -142,6 +142,7 @@ LRESULT RichTextBox::AtWork(EditPlace place, const std::function<LRESULT()>& wor
     if (mFormat.LineCount() != before.lines) {
         mMargin.FollowEdit();
     }
+    LookAtCaret();
     return result;
 }
 
@@ -155,6 +156,7 @@ LRESULT RichTextBox::Paint(WPARAM wParam, LPARAM lParam) {
     const RegionOwner painted(CreateRectRgn(0, 0, 0, 0));
     GetUpdateRgn(Handle(), painted.get(), FALSE);
     const LRESULT result = Default(WM_PAINT, wParam, lParam);
+    mSpots.Paint(painted.get(), mMargin.LineHeight());
     mMargin.PaintUnderlines(painted.get());
     mMargin.Follow();
     if (left) {

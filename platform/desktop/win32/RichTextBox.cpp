@@ -48,10 +48,11 @@ RichTextBox::RichTextBox(Parent& parent)
                            ES_NOOLEDRAGDROP | ES_DISABLENOSCROLL | WS_VSCROLL | WS_HSCROLL,
                        WS_EX_CLIENTEDGE, ControlId::FuncBody}),
       mFormat(Handle()),
-      mMargin(Handle(), mFormat, Marks()) {
+      mMargin(Handle(), mFormat, Marks()),
+      mSpots(Handle(), mFormat, *this) {
     SetUpControl();
     ApplyFont();
-    Send(EM_SETEVENTMASK, 0, ENM_CHANGE);
+    Send(EM_SETEVENTMASK, 0, ENM_CHANGE | ENM_SELCHANGE);
 }
 
 void RichTextBox::SetUpControl() {
@@ -258,6 +259,14 @@ void RichTextBox::Command(int /*id*/, int code) {
     if (code == EN_CHANGE) {
         Changed();
     }
+}
+
+// While an edit is being done the text is not yet what the control has.
+LRESULT RichTextBox::Notify(NMHDR& header) {
+    if (header.code == EN_SELCHANGE && !mEdit) {
+        LookAtCaret();
+    }
+    return 0;
 }
 
 void RichTextBox::Rescale() {

@@ -5,6 +5,7 @@
 #include "platform/desktop/win32/Child.h"
 #include "platform/desktop/win32/Headers.h"
 #include "platform/desktop/win32/MarginView.h"
+#include "platform/desktop/win32/SpotView.h"
 #include "platform/desktop/win32/ViewFormat.h"
 
 #include <functional>
@@ -38,6 +39,7 @@ public:
 
     bool TakesTabKey() const override { return true; }
     void Command(int id, int code) override;
+    LRESULT Notify(NMHDR& header) override;
     void Rescale() override;
     void ColoursChanged() override {
         ShowBackground();
@@ -65,6 +67,7 @@ private:
     void SelectEnds(const Ends& ends) override;
     void ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) override;
     void ShowTogether(const std::function<void()>& work) override;
+    void ShowSpots(std::size_t line) override { mSpots.Repaint(line); }
     void ShowMarks() override;
     void ShowBackground();
     void ShowScrollBars();
@@ -110,6 +113,7 @@ private:
     bool mIsEdited = false;     // by the user, since it was put in
     mutable ViewFormat mFormat; // goes on where somebody looks
     MarginView mMargin;
+    SpotView mSpots;
     std::vector<float> mTabStops;
     Ends mSelected;            // by the program, or while it is hidden
     bool mHasTakenKey = false; // the last one

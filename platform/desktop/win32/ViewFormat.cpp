@@ -319,17 +319,18 @@ void ViewFormat::Select(std::size_t start, std::size_t end) const {
 }
 
 std::size_t ViewFormat::FirstInView() const {
-    return static_cast<std::size_t>(SendMessageW(mControl, EM_GETFIRSTVISIBLELINE, 0, 0));
+    const auto first = static_cast<std::size_t>(SendMessageW(mControl, EM_GETFIRSTVISIBLELINE, 0, 0));
+    return std::min(first, mLines.Count() - 1);
 }
 
 // Rather a few more than one too few.
 std::size_t ViewFormat::LinesInView(std::size_t first) const {
-    constexpr int smallestHeight = 8; // of a line, in pixels
+    constexpr LONG smallestHeight = 8; // of a line, in pixels
     RECT client = {};
     GetClientRect(mControl, &client);
-    int height = 0;
+    LONG height = 0;
     if (first + 1 < mLines.Count()) {
-        height = static_cast<int>(TopOf(first + 1) - TopOf(first));
+        height = TopOf(first + 1) - TopOf(first);
     }
     return static_cast<std::size_t>(client.bottom / std::max(height, smallestHeight)) + 2;
 }

@@ -58,6 +58,11 @@ public:
     POINTL PlaceOf(std::size_t place) const;
     LONG TopOf(std::size_t line) const;
 
+    // The first line that is seen; where a line begins in the text; and where it stands.
+    std::size_t FirstInView() const;
+    std::size_t StartOf(std::size_t line) const { return mLines.Start(line); }
+    RECT RectOfLine(std::size_t line) const { return LinesRect(line, line + 1); }
+
     // Where the line with the character at `place` stands in the control, in pixels of its client area.
     RECT LineRect(std::size_t place) const;
 
@@ -84,7 +89,6 @@ private:
     void SetColour(std::size_t start, std::size_t end, signed char colour) const;
     RECT LinesRect(std::size_t first, std::size_t end) const;
     void Select(std::size_t start, std::size_t end) const;
-    std::size_t FirstInView() const;
     std::size_t LinesInView(std::size_t first) const;
 
     HWND mControl;

@@ -23,6 +23,7 @@
 #include <array>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <map>
 #include <sys/stat.h>
 
 namespace tessaly {
@@ -361,6 +362,26 @@ std::vector<std::string> QtDriver::Underlined() {
         }
     }
     return texts;
+}
+
+// Most of its cell.
+std::uint32_t QtDriver::ColourBehind(std::size_t position) {
+    Settle();
+    qt::PlainTextEdit& pane = mDesktop->pane.Widget();
+    QTextCursor cursor = pane.textCursor();
+    cursor.setPosition(static_cast<int>(qt::ToQt(std::string_view(PaneShown()).substr(0, position)).size()));
+    const QRect begin = pane.cursorRect(cursor);
+    const int width = pane.fontMetrics().horizontalAdvance(u'0');
+    const QImage shown = pane.viewport()->grab().toImage();
+    std::map<std::uint32_t, int> counts;
+    for (int x = begin.left() + 1; x < begin.left() + width; ++x) {
+        for (int y = begin.top() + 1; y < begin.bottom(); ++y) {
+            ++counts[shown.pixel(x, y) & 0xFFFFFFU];
+        }
+    }
+    const auto most = std::max_element(counts.begin(), counts.end(),
+                                       [](const auto& a, const auto& b) { return a.second < b.second; });
+    return most->first;
 }
 
 void QtDriver::ClickMargin() {

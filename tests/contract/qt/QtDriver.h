@@ -62,6 +62,7 @@ public:
     bool IsSuggestionInView(std::size_t row) override;
     void ClickSuggestion(std::size_t row) override;
     std::string HintShown() override;
+    std::uint32_t ColourBehind(std::size_t position) override;
 
     SeenMessages Messages() const override;
     void ClickMessage(std::size_t row) override;

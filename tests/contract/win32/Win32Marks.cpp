@@ -5,10 +5,12 @@
 #include "platform/system/win32/Text.h"
 #include "tests/contract/win32/Win32Driver.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstring>
 #include <gtest/gtest.h>
+#include <map>
 
 namespace tessaly {
 
@@ -202,6 +204,28 @@ std::vector<std::string> Win32Driver::Underlined() {
         isGoingOn = isIn;
     }
     return texts;
+}
+
+// Most of its cell.
+std::uint32_t Win32Driver::ColourBehind(std::size_t position) {
+    Settle();
+    const HWND pane = Control(win32::ControlId::FuncBody);
+    POINTL place = {};
+    SendMessageW(pane, EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&place),
+                 static_cast<LPARAM>(win32::ToWide(PaneShown().substr(0, position)).size()));
+    const int dpi = win32::WindowDpi(pane);
+    const int width = win32::ToPixels(TheDesktop().FuncBody().CharacterWidth(), dpi);
+    HDC window = GetDC(pane);
+    std::map<COLORREF, int> counts;
+    for (LONG x = place.x + 1; x < place.x + width; ++x) {
+        for (LONG y = place.y + 1; y < place.y + win32::ToPixels(200, dpi); ++y) {
+            ++counts[GetPixel(window, x, y)];
+        }
+    }
+    ReleaseDC(pane, window);
+    const auto most = std::max_element(counts.begin(), counts.end(),
+                                       [](const auto& a, const auto& b) { return a.second < b.second; });
+    return most->first;
 }
 
 // The window under the mouse is asked first what the place is.

@@ -1,0 +1,28 @@
+// What is laid over paper and text to set them apart. The same on every desktop.
+#pragma once
+
+#include "editing/Spots.h"
+
+#include <cstdint>
+
+namespace tessaly {
+
+struct Tint {
+    std::uint32_t colour = 0; // 0xRRGGBB
+    std::uint8_t opacity = 0; // 255 hides what is below
+    bool hasFrame = false;    // of the ink's colour: shapes can be told without colours
+};
+
+// On a text in this ink. Where the user wants high contrast it is the ink alone.
+constexpr Tint TintOfCurrentLine(std::uint32_t ink, bool isHighContrast) {
+    return {ink, static_cast<std::uint8_t>(isHighContrast ? 40 : 15), false};
+}
+
+constexpr Tint TintOf(Spot::Kind kind, std::uint32_t ink, bool isHighContrast) {
+    const Tint tints[] = {{0x2F7BEA, 90, false}, {0xE02B26, 90, true}, {ink, 36, false}, {0xE02B26, 120, false}};
+    Tint tint = tints[static_cast<std::size_t>(kind)];
+    tint.colour = isHighContrast ? ink : tint.colour;
+    return tint;
+}
+
+} // namespace tessaly

@@ -1,0 +1,93 @@
+// What the pane sets apart in a text: the line of the caret, brackets, and what nobody would see otherwise.
+#include "tests/contract/DesktopContract.h"
+
+namespace tessaly {
+namespace {
+
+TEST_P(DesktopContract, TheLineOfTheCaretIsSetApartWhereverTheCaretGoes) {
+    Edit("one\ntwo\nthree", 5);
+    const std::uint32_t paper = user->ColourBehind(0);
+    EXPECT_NE(user->ColourBehind(4), paper);
+    EXPECT_EQ(user->ColourBehind(8), paper);
+    user->SetCaret(0);
+    EXPECT_NE(user->ColourBehind(0), paper);
+    EXPECT_EQ(user->ColourBehind(4), paper);
+    Pane().MoveCaret(8);
+    EXPECT_NE(user->ColourBehind(8), paper);
+    EXPECT_EQ(user->ColourBehind(0), paper);
+    user->PressEnter();
+    EXPECT_NE(user->ColourBehind(9), paper) << "one line down, with the caret";
+    EXPECT_EQ(user->ColourBehind(4), paper);
+}
+
+TEST_P(DesktopContract, TheBracketAtTheCaretAndItsPartnerAreSetApart) {
+    Edit("f(a)\n{\n\")\"}", 1);
+    const std::uint32_t line = user->ColourBehind(0);
+    const std::uint32_t bracket = user->ColourBehind(1);
+    EXPECT_NE(bracket, line);
+    EXPECT_EQ(user->ColourBehind(3), bracket);
+    EXPECT_EQ(user->ColourBehind(2), line);
+    user->SetCaret(5);
+    const std::uint32_t paper = user->ColourBehind(0);
+    EXPECT_EQ(user->ColourBehind(1), paper);
+    EXPECT_NE(user->ColourBehind(5), paper);
+    EXPECT_NE(user->ColourBehind(10), paper) << "the partner is in another line";
+    EXPECT_EQ(user->ColourBehind(8), paper) << "in a literal there is no bracket";
+}
+
+TEST_P(DesktopContract, ABracketWithoutAPartnerIsSetApartInAnotherWay) {
+    Edit("(a)\n(a]", 0);
+    const std::uint32_t bracket = user->ColourBehind(0);
+    user->SetCaret(4);
+    EXPECT_NE(user->ColourBehind(4), bracket);
+    EXPECT_NE(user->ColourBehind(4), user->ColourBehind(5));
+    EXPECT_EQ(user->ColourBehind(6), user->ColourBehind(5));
+}
+
+TEST_P(DesktopContract, ABracketFollowsWhatIsTyped) {
+    Edit("(a", 0);
+    const std::uint32_t alone = user->ColourBehind(0);
+    user->SetCaret(2);
+    user->Type(")");
+    EXPECT_NE(user->ColourBehind(0), user->ColourBehind(1));
+    EXPECT_NE(user->ColourBehind(0), alone);
+    EXPECT_EQ(user->ColourBehind(0), user->ColourBehind(2));
+    user->Undo();
+    EXPECT_EQ(user->ColourBehind(0), user->ColourBehind(1)) << "the caret stands behind the letter again";
+}
+
+TEST_P(DesktopContract, BlanksAtTheEndOfALineAreSetApartUnlessTheyAreBeingTyped) {
+    Edit("a b  \n\xC2\xA0"
+         "c\nx",
+         10);
+    const std::uint32_t paper = user->ColourBehind(0);
+    EXPECT_EQ(user->ColourBehind(1), paper);
+    EXPECT_NE(user->ColourBehind(3), paper);
+    EXPECT_NE(user->ColourBehind(4), paper);
+    EXPECT_NE(user->ColourBehind(6), paper) << "a no-break space";
+    EXPECT_EQ(user->ColourBehind(8), paper);
+    user->SetCaret(5);
+    EXPECT_EQ(user->ColourBehind(3), user->ColourBehind(0));
+    user->SetCaret(0);
+    EXPECT_NE(user->ColourBehind(3), user->ColourBehind(0));
+}
+
+TEST_P(DesktopContract, WhatASaveWouldLoseIsSetApart) {
+    Pane().keeps = [](char32_t character) { return character == 0xE4; };
+    Edit("a\xC3\xA4\xCE\xB1z\nx", 6);
+    const std::uint32_t paper = user->ColourBehind(0);
+    EXPECT_EQ(user->ColourBehind(1), paper);
+    EXPECT_NE(user->ColourBehind(3), paper);
+    EXPECT_EQ(user->ColourBehind(5), paper);
+    user->Paste("\xCE\xB2");
+    EXPECT_NE(user->ColourBehind(7), user->ColourBehind(9)) << "as soon as it is pasted";
+}
+
+TEST_P(DesktopContract, AnUnavailablePaneSetsNothingApart) {
+    Edit("(a)  ", 0);
+    Pane().SetFuncBodyAvailable(false);
+    EXPECT_TRUE(Pane().SpotsOf(0).empty());
+}
+
+} // namespace
+} // namespace tessaly
