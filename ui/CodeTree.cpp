@@ -20,6 +20,7 @@ constexpr std::int32_t EventItemOffset = 4;
 
 // The groups are English in every language, until one is applied: kept on purpose.
 void VornMainFrm::BuildCodeTree() {
+    mLeft.clear();
     mCodeTree.Clear();
     mCameFrom.clear();
     mCurrentNode = TreeItem::None;
@@ -49,6 +50,7 @@ void VornMainFrm::CodeTree_NodeClick(TreeItem node) {
     FuncBodyChangeMode = 1;
     SaveCurrentNodeCode(mCurrentNode);
     KeepPane();
+    LeaveText();
     mCurrentNode = node;
     mShownNode = TreeItem::None;
     mFuncBody.SetFuncBodyAvailable(false);
@@ -109,10 +111,36 @@ bool VornMainFrm::ShowFunctionCode(TreeItem node) {
 // Puts the text of `node` into the pane. Only from then on what the pane holds may go back to the document as such.
 void VornMainFrm::ShowText(TreeItem node, const std::string& member, std::string_view text) {
     PutIntoPane(text, member);
+    ReturnToText(text);
     mShownNode = node;
     if (!mMessages.All().empty()) {
         Attempt([&] { ShowLineMarks(text); });
     }
+}
+
+// A user who comes back finds the caret where it was, and can undo what was done before.
+void VornMainFrm::LeaveText() {
+    Attempt([this] {
+        if (!mShownMember.empty() && mFuncBody.FuncBodyAvailable()) {
+            const bool isEdited = mFuncBody.CanUndo() || mFuncBody.CanRedo();
+            std::string text = isEdited ? mFuncBody.Text() : "";
+            mLeft[mShownMember] = {std::move(text), mFuncBody.TakeSight()};
+        }
+    });
+}
+
+// Of another text than was left only the caret's place is of use.
+void VornMainFrm::ReturnToText(std::string_view text) {
+    const auto left = mLeft.find(mShownMember);
+    if (left == mLeft.end()) {
+        return;
+    }
+    LeftText found = std::move(left->second);
+    mLeft.erase(left);
+    if (found.text != text) {
+        found.sight.history = {};
+    }
+    Attempt([&] { mFuncBody.GiveSight(std::move(found.sight)); });
 }
 
 void VornMainFrm::PutIntoPane(std::string_view text, const std::string& member) {
@@ -168,6 +196,7 @@ void VornMainFrm::Form_AddFunction() {
         return;
     }
     KeepPane();
+    LeaveText();
     SelectFunctionsItem();
     const std::string text = NewFunctionText(name);
     const Status status = mSourceDoc->AddFunction(name, "", text);
@@ -201,6 +230,7 @@ void VornMainFrm::DeleteCurrentFunction() {
         return;
     }
     KeepDocument(Reason::MemberDeleted);
+    mLeft.erase(mShownMember);
     mCodeTree.Remove(mCodeTree.Index(mCurrentNode));
     mCurrentNode = TreeItem::None;
     mShownMember = "";

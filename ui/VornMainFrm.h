@@ -14,6 +14,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -134,6 +135,8 @@ private:
     bool ShowFunctionCode(TreeItem node);
     void ShowText(TreeItem node, const std::string& member, std::string_view text);
     void PutIntoPane(std::string_view text, const std::string& member = "");
+    void LeaveText();
+    void ReturnToText(std::string_view text);
     void StoreNodeCode(TreeItem node);
     std::string ParentKey(TreeItem node) const;
     std::int32_t EventIndex(TreeItem node) const;
@@ -209,6 +212,13 @@ private:
         Selection selected;
     };
 
+    // What the user had of a text that was in the pane.
+    struct LeftText {
+        std::string text; // where something of it can be undone
+        PaneSight sight;
+    };
+
+    std::map<std::string, LeftText> mLeft; // by the names of members
     Names mNames;
     TypingHelp mTypingHelp;
     BuildMessages mMessages;

@@ -113,6 +113,18 @@ bool RichTextBox::Redo() {
     return true;
 }
 
+PaneSight RichTextBox::TakeSight() {
+    return {SelectedEnds(), FirstLine(), std::exchange(mHistory, {})};
+}
+
+void RichTextBox::GiveSight(PaneSight sight) {
+    const std::size_t length = Length();
+    SelectEnds({std::min(sight.selected.anchor, length), std::min(sight.selected.caret, length)});
+    ScrollTo(std::min(sight.firstLine, Count() - 1));
+    mHistory = std::move(sight.history);
+    LookAtCaret();
+}
+
 // What fails half-way cannot be undone any more.
 void RichTextBox::GoThrough(const std::function<void()>& work) {
     try {

@@ -27,6 +27,13 @@ struct PaneKey {
     bool operator==(const PaneKey&) const = default;
 };
 
+// What a user had of a text beside the text itself: where the caret was, what was seen, what can be undone.
+struct PaneSight {
+    Ends selected;
+    std::size_t firstLine = 0; // that was seen, from 0
+    TextHistory history;
+};
+
 // Line breaks: a text comes back exactly as it was put in while the user has not edited it. After an edit untouched
 // line breaks are still those that were put in, and a typed or pasted one is CR LF; of two breaks in a row, one of
 // which is new, the first counts as the old one. What is undone has its own ones back.
@@ -78,6 +85,11 @@ public:
     bool CanRedo() const { return mFuncBodyAvailable && mHistory.CanRedo(); }
     bool Undo();
     bool Redo();
+
+    // Takes it all away from the text, for when it comes back, and gives it to the text that was put in since. Both
+    // are of the same text, byte for byte, or else the history is to be an empty one. Nothing is raised.
+    PaneSight TakeSight();
+    void GiveSight(PaneSight sight);
 
     // As the keys for the clipboard do it.
     virtual void Cut() = 0;
@@ -137,6 +149,10 @@ protected:
     // Both ends are in the text.
     virtual Ends SelectedEnds() const = 0;
     virtual void SelectEnds(const Ends& ends) = 0;
+
+    // The first line that is seen, from 0; to be seen first, as far as the text goes on that long below it.
+    virtual std::size_t FirstLine() const = 0;
+    virtual void ScrollTo(std::size_t line) = 0;
 
     // Shows `text`, with LF as its only break, in the place of what is from `start` to before `end`. Raises nothing.
     virtual void ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) = 0;

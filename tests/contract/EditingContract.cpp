@@ -189,6 +189,42 @@ TEST_P(DesktopContract, AnEditInALongTextBringsTheCaretIntoView) {
     EXPECT_EQ(Pane().Line(1990), u"other!");
 }
 
+TEST_P(DesktopContract, ATextThatComesBackIsSeenAsItWasAndUndoneAsIfItHadStayed) {
+    std::string text;
+    for (int line = 1; line <= 300; ++line) {
+        text += line % 2 == 0 ? "line\n" : "line\r";
+    }
+    Edit(text, 0);
+    Pane().MoveCaret(1000);
+    user->Type("x");
+    Pane().Select({{201, 2}, {203, 0}});
+    const std::string left = Pane().Text();
+    const std::string first = user->MarginShown().front();
+    PaneSight sight = Pane().TakeSight();
+    Pane().SetText("other");
+    EXPECT_FALSE(Pane().CanUndo());
+    Pane().SetText(left);
+    Record();
+    Pane().GiveSight(std::move(sight));
+    EXPECT_EQ(Pane().Selected(), (Selection{{201, 2}, {203, 0}}));
+    EXPECT_EQ(user->MarginShown().front(), first);
+    EXPECT_EQ(events, Strings{});
+    user->Undo();
+    EXPECT_EQ(Pane().Text(), text);
+    EXPECT_TRUE(Pane().Redo());
+    EXPECT_EQ(Pane().Text(), left);
+}
+
+TEST_P(DesktopContract, WhatWasSeenOfALongerTextIsTheEndOfAShortOne) {
+    Edit("one\ntwo\nthree", 13);
+    PaneSight sight = Pane().TakeSight();
+    Pane().SetText("a\nb");
+    sight.history = {};
+    Pane().GiveSight(std::move(sight));
+    EXPECT_EQ(Pane().CaretPosition(), 3U);
+    EXPECT_FALSE(Pane().CanUndo());
+}
+
 // The keys that the pane tells of, as "key 13+0" and "char x".
 std::string Told(const PaneKey& key) {
     return key.keyCode != 0 ? "key " + std::to_string(key.keyCode) + "+" + std::to_string(key.shift)

@@ -63,6 +63,8 @@ private:
     std::size_t LineAt(std::size_t position) const override;
     Ends SelectedEnds() const override;
     void SelectEnds(const Ends& ends) override;
+    std::size_t FirstLine() const override { return mFirstLine; }
+    void ScrollTo(std::size_t line) override { mFirstLine = line; }
     void ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) override;
     void ShowTogether(const std::function<void()>& work) override { work(); }
     void ShowSpots(std::size_t /*line*/) override {}
@@ -77,7 +79,8 @@ private:
 
     std::string mShown;
     std::size_t mCaret = 0;
-    std::size_t mAnchor = 0; // the other end of what is selected
+    std::size_t mAnchor = 0;    // the other end of what is selected
+    std::size_t mFirstLine = 0; // there is no screen: nothing else scrolls
     std::string mClipboard;
     std::vector<float> mTabStops;
 };

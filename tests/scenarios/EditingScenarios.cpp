@@ -101,6 +101,62 @@ TEST_P(ProgramScenario, WhatTheFileCannotHoldIsSetApartAsSoonAsItIsPasted) {
     }
 }
 
+TEST_P(ProgramScenario, WhoComesBackToAnItemFindsTheCaretAndUndoesWhatWasDone) {
+    BeginEditing({{1, 1}, {1, 1}});
+    user->PressEnter();
+    user->Type("x;");
+    Click("Two");
+    EXPECT_EQ(Pane().Selected(), Selection{});
+    EXPECT_FALSE(Pane().CanUndo());
+    user->ClickPane();
+    user->SetCaret(0);
+    user->Type("y");
+    Click("_0f");
+    Click("One");
+    EXPECT_EQ(Pane().Selected(), (Selection{{2, 3}, {2, 3}}));
+    user->PressKey(KeyF3, 0);
+    user->Undo();
+    user->Undo();
+    EXPECT_EQ(Pane().Text(), OneBody);
+    EXPECT_FALSE(Pane().CanUndo());
+    Click("Two");
+    EXPECT_EQ(Pane().CaretPosition(), 1U);
+    EXPECT_TRUE(Pane().Undo());
+    EXPECT_EQ(Pane().Text(), "void Two()\r\n{\r\n}\r\n");
+    Click("One");
+    EXPECT_TRUE(Pane().CanRedo());
+}
+
+TEST_P(ProgramScenario, AnItemThatIsSelectedAgainKeepsItsCaret) {
+    BeginEditing({{1, 1}, {1, 1}});
+    Click("One");
+    Tree().Select(Tree().Find("One"));
+    program->CodeTree_NodeClick(Tree().Find("One"));
+    EXPECT_EQ(Pane().Selected(), (Selection{{1, 1}, {1, 1}}));
+}
+
+TEST_P(ProgramScenario, AnotherDocumentBeginsAtTheTopWithNothingToUndo) {
+    BeginEditing({{1, 1}, {1, 1}});
+    user->Type("x");
+    Choose("mnuSavePSF");
+    Open("b.PSF", GoodPsf());
+    Click("One");
+    EXPECT_EQ(Pane().CaretPosition(), 0U);
+    EXPECT_FALSE(Pane().CanUndo());
+}
+
+TEST_P(ProgramScenario, AFunctionThatIsDeletedAndAddedAgainIsANewOne) {
+    BeginEditing({{1, 1}, {1, 1}});
+    user->Type("x");
+    user->WillPress(MsgResult::Yes);
+    user->PressKey(KeyF4, 0);
+    AddFunction("One");
+    Click("Two");
+    Click("One");
+    EXPECT_EQ(Pane().CaretPosition(), 0U);
+    EXPECT_FALSE(Pane().CanUndo());
+}
+
 TEST_P(ProgramScenario, WhatAKeyDidIsSaved) {
     BeginEditing({{0, 0}, {0, 0}});
     user->PressKey(KeySlash, 2);

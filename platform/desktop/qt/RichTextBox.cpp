@@ -13,6 +13,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QPainter>
+#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -377,6 +378,15 @@ void RichTextBox::SelectEnds(const Ends& ends) {
     cursor.setPosition(static_cast<int>(ends.caret), QTextCursor::KeepAnchor);
     mEdit.setTextCursor(cursor);
     mEdit.ensureCursorVisible();
+}
+
+// No line is broken, so each is one step of the scroll bar.
+std::size_t RichTextBox::FirstLine() const {
+    return static_cast<std::size_t>(mEdit.verticalScrollBar()->value());
+}
+
+void RichTextBox::ScrollTo(std::size_t line) {
+    mEdit.verticalScrollBar()->setValue(static_cast<int>(line));
 }
 
 void RichTextBox::ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) {

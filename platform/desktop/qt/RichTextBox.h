@@ -90,6 +90,8 @@ private:
     std::size_t LineAt(std::size_t position) const override;
     Ends SelectedEnds() const override;
     void SelectEnds(const Ends& ends) override;
+    std::size_t FirstLine() const override;
+    void ScrollTo(std::size_t line) override;
     void ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) override;
     void ShowTogether(const std::function<void()>& work) override;
     void ShowSpots(std::size_t line) override { mEdit.ShowSpots(static_cast<int>(line)); }

@@ -232,6 +232,12 @@ void RichTextBox::SelectEnds(const Ends& ends) {
     }
 }
 
+void RichTextBox::ScrollTo(std::size_t line) {
+    if (mFuncBodyAvailable) {
+        Send(EM_LINESCROLL, 0, static_cast<LPARAM>(line) - static_cast<LPARAM>(mFormat.FirstInView()));
+    }
+}
+
 void RichTextBox::ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) {
     std::wstring wide(text.begin(), text.end());
     mHasPictures = ShowControlCharacters(wide) || mHasPictures;

@@ -187,6 +187,7 @@ TEST_F(CodeTreeTest, AddingByKeyOverwritesUnstoredEditsAndByButtonStoresThemFirs
     EXPECT_EQ(FunctionText("One"), "void One(void)\n{\n\n}");
     desktop.tree.Click("One");
     ASSERT_TRUE(desktop.pane.Click());
+    desktop.pane.SetCaret(0);
     desktop.pane.Type("/* kept */");
     desktop.modal.WillUseName([](memory::NameWindow& dialog) {
         dialog.Type("Three");

@@ -79,10 +79,11 @@ public:
         desktop.window.PressKey(KeyF5);
     }
 
-    // Clicks an item, then into the pane, and types there.
+    // Clicks an item, then into the pane, and types there at the beginning.
     void Edit(std::string_view key, std::string_view text) {
         desktop.tree.Click(key);
         ASSERT_TRUE(desktop.pane.Click());
+        desktop.pane.SetCaret(0);
         ASSERT_TRUE(desktop.pane.Type(text));
     }
 
