@@ -15,6 +15,12 @@
 
 namespace tessaly::qt {
 
+inline constexpr QChar LineFeed = u'\n';
+
+// Between a text with LF as its only break and what a document holds for it.
+QString ToDocument(QString text);
+QString FromDocument(QString text);
+
 // An editor for plain text of which every character counts: those that Qt takes for line breaks of its own, and those
 // that it changes on the way to the clipboard.
 class PlainTextEdit final : public QPlainTextEdit {
