@@ -21,6 +21,11 @@ LOAD_PEAK = 2.5  # at most, times the size of the file
 WRITE_SPEED = 0.7  # at least, beside one write()
 GROWTH = 12.0  # at most, for ten times as many functions
 BUILD = 1.25  # at most, beside the same compile by hand
+FLEET = 4.0  # times the processor time of reading the files
+FLEET_LARGEST = 206_000
+FLEET_PEAK = 2.0
+MERGE_SECONDS = 0.05
+HUGE_PEAK = 2.2
 HOSTILE_SECONDS = 0.010  # less
 HOSTILE_PEAK = 10e6  # bytes, less
 COMPLETION_SECONDS = 0.005  # less
@@ -174,6 +179,25 @@ def build_rows(cases, verdict):
     return rows
 
 
+def fleet_rows(cases, verdict):
+    cat, nothing = cases["fleet/cat"], cases["fleet/nothing"]
+    rows = []
+    for key, name in [("check", "`psf check` of 2,000 files"), ("tidy", "`psf tidy --check` of 2,000 files")]:
+        ratio = cases[f"fleet/{key}"].time / cat.time
+        rows.append([name + " / `cat` of them", f"{ratio:.1f}", f"at most {FLEET:.0f}", verdict(ratio <= FLEET)])
+    peak = (cases["fleet/check"].peak - nothing.peak) / FLEET_LARGEST
+    rows.append(["The memory of that / the largest of them", f"{peak:.1f}", f"at most {FLEET_PEAK:.0f}",
+                 verdict(peak <= FLEET_PEAK)])
+    merge = cases["fleet/merge"]
+    rows.append(["`psf merge` of 1,000 functions, ms", merge.range_text(), f"less than {MERGE_SECONDS * 1e3:.0f}",
+                 verdict(merge.time < MERGE_SECONDS)])
+    huge = cases["fleet/huge"]
+    ratio = huge.peak / huge.bytes
+    rows.append(["The memory of `psf check` of 1 GB / the file", f"{ratio:.2f}", f"at most {HUGE_PEAK}",
+                 verdict(ratio <= HUGE_PEAK)])
+    return rows
+
+
 def completion_rows(cases, verdict):
     kinds = {"list": "The list for three letters", "changed": "The same, behind a change of the functions",
              "hint": "The parameters of a call"}
@@ -229,6 +253,8 @@ def section(results, verdict):
                    growth_rows(cases, verdict))
     lines += ["", "A build of an example, its runtime kept from an earlier one, and the same compile by hand:", ""]
     lines += table(["", "ms", "by hand, ms", "ours / by hand", "target", ""], build_rows(cases, verdict))
+    lines += ["", "Many files and large ones, in processor time:", ""]
+    lines += table(["", "", "target", ""], fleet_rows(cases, verdict))
     lines += ["", "Names while typing, in 1,000 functions and a text of 10,000 lines, ms:", ""]
     lines += table(["", "ms", "target", ""], completion_rows(cases, verdict))
     lines += ["", "Finding a text in all of a document, 10 MB in 1,000 functions, ms:", ""]

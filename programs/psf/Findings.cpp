@@ -59,6 +59,9 @@ void Findings::TellIgnored(const std::string& beforeWhat, const std::string& mem
 }
 
 void Findings::CheckCharacters(const std::string& bytes, const CodePage& codePage) {
+    if (codePage.FindLost(bytes) == std::string_view::npos) {
+        return;
+    }
     auto stretch = mStretches.begin();
     const std::string* member = nullptr;
     for (std::size_t start = 0; start < bytes.size();) {

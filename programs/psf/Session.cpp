@@ -57,6 +57,7 @@ void PrintError(std::string_view message) {
     }
     piece[size++] = '\n';
     std::fwrite(piece, 1, size, stderr);
+    std::fflush(stderr); // not everywhere does it go out by itself, and somebody may be waiting for it
 }
 
 void Print(std::string_view bytes) {
