@@ -10,6 +10,7 @@ import json
 import os
 import pathlib
 import random
+import resource
 import shutil
 import subprocess
 import sys
@@ -21,9 +22,9 @@ RUNS = 7
 
 def source(functions):
     """The bytes of a file in normal form."""
-    parts = ["[BeginPSF]", "Comment= Do not modify this file! Doing so will produce unpredictable results!!!", "FileName=",
-             "[GVars]", "int x;", "[GFuncs]", f"NumFuncs= {len(functions)}", "FuncNames=" + ",".join(functions),
-             "[FuncCode]"]
+    comment = "Comment= Do not modify this file! Doing so will produce unpredictable results!!!"
+    parts = ["[BeginPSF]", comment, "FileName=", "[GVars]", "int x;", "[GFuncs]", f"NumFuncs= {len(functions)}",
+             "FuncNames=" + ",".join(functions), "[FuncCode]"]
     for name, body in functions.items():
         parts += [f"[{name}]", "ProtoType=", "FuncBody=" + body]
     parts.append("[EventCode]")
@@ -71,11 +72,12 @@ def make_files(folder):
 
 def run(words):
     """Processor seconds and peak bytes of a command."""
-    process = os.posix_spawnp(words[0], words, os.environ, file_actions=[
-        (os.POSIX_SPAWN_OPEN, 1, "/dev/null", os.O_WRONLY, 0)])
-    _, status, usage = os.wait4(process, 0)
-    assert os.waitstatus_to_exitcode(status) == 0, words
-    return usage.ru_utime + usage.ru_stime, usage.ru_maxrss * 1024
+    # What a process has used begins with that of who starts it, so that is a small program.
+    before = resource.getrusage(resource.RUSAGE_CHILDREN)
+    done = subprocess.run(["/usr/bin/time", "-f", "%M", *words], stdout=subprocess.DEVNULL, stderr=subprocess.PIPE,
+                          check=True)
+    after = resource.getrusage(resource.RUSAGE_CHILDREN)
+    return after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime, int(done.stderr) * 1024
 
 
 def commands(psf, folder):

@@ -38,6 +38,9 @@ public:
     virtual void Function(PsfStep, std::int32_t, PsfLine) {}
     virtual void Event(PsfStep, std::int32_t, PsfLine) {}
 
+    // A line of a text that begins as a tag does and is none here.
+    virtual void TagLike(PsfLine) {}
+
     // A line that counts for nothing where it stands.
     virtual void Ignored(PsfLine) {}
 };

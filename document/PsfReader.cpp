@@ -327,6 +327,9 @@ bool PsfReader::ReadText(std::string& text, Test isEnd) {
         if (isEnd()) {
             return true;
         }
+        if (mLine.starts_with('[')) {
+            mObserver.TagLike(Line());
+        }
         AppendLine(text, mLine);
     }
 }

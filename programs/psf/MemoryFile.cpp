@@ -25,7 +25,11 @@ private:
 
 class MemoryOutput final : public OutputFile {
 public:
-    explicit MemoryOutput(std::string& bytes) : mBytes(bytes) { mBytes.clear(); }
+    // `size`: what it may come to, more or less.
+    MemoryOutput(std::string& bytes, std::size_t size) : mBytes(bytes) {
+        mBytes.clear();
+        mBytes.reserve(size);
+    }
 
     void Write(std::string_view bytes) override { mBytes += bytes; }
     void Close() override {}
@@ -41,7 +45,7 @@ std::unique_ptr<InputFile> MemoryFile::OpenForInput(const std::string& /*path*/)
 }
 
 std::unique_ptr<OutputFile> MemoryFile::OpenForOutput(const std::string& /*path*/) {
-    return std::make_unique<MemoryOutput>(mWritten);
+    return std::make_unique<MemoryOutput>(mWritten, mBytes.size());
 }
 
 } // namespace tessaly::psf

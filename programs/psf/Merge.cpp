@@ -19,9 +19,10 @@ int MergeOnce(Session& session, const MergeFiles& files, const std::optional<Fil
             return ExitStatus(status);
         }
     }
-    VornSrcObj result = session.NewDocument();
+    MemoryFile file;
+    VornSrcObj result(file, *session.codePage);
     const std::vector<std::string> conflicts = MergeDocuments(base, ours, theirs, result);
-    const std::optional<std::string> merged = NormalForm(session, result);
+    const std::optional<std::string> merged = NormalForm(session, result, file);
     if (!merged) {
         PrintError(name + ": cannot be merged, because a line of a text is the tag of the text behind it");
         return ExitStatus(Status::UnexpectedError);

@@ -1,30 +1,14 @@
-// A text in which no line begins like a tag cannot load as another one, so most files need no second look.
+// Whether it loads as the same document is tried.
 #include "programs/psf/NormalForm.h"
 
 #include "document/Members.h"
 #include "platform/text/Ascii.h"
-#include "programs/psf/MemoryFile.h"
 
 #include <algorithm>
 
 namespace tessaly::psf {
 
 namespace {
-
-bool HasTagLikeLine(std::string_view text) {
-    return text.starts_with('[') || text.find("\n[") != std::string_view::npos;
-}
-
-bool HasTagLikeLines(const VornSrcObj& document) {
-    const std::vector<CCodeOrigin> members = AllMembers(document);
-    for (std::int32_t i = 0; i < document.GetFunctionCount(); ++i) {
-        if (HasTagLikeLine(document.Functions().PrototypeAt(i))) {
-            return true;
-        }
-    }
-    return std::any_of(members.begin(), members.end(),
-                       [&](CCodeOrigin member) { return HasTagLikeLine(MemberText(document, member)); });
-}
 
 bool AreSameButForEnds(const VornSrcObj& a, const VornSrcObj& b) {
     const std::vector<CCodeOrigin> members = AllMembers(a);
@@ -38,11 +22,10 @@ bool AreSameButForEnds(const VornSrcObj& a, const VornSrcObj& b) {
 
 } // namespace
 
-std::optional<std::string> NormalForm(const Session& session, const VornSrcObj& document) {
-    MemoryFile file;
-    VornSrcObj copy(document, file);
-    copy.SaveFile("", PsfForm::Normal);
-    if (HasTagLikeLines(document)) {
+std::optional<std::string> NormalForm(const Session& session, const VornSrcObj& document, MemoryFile& file,
+                                      bool mayHaveTags) {
+    document.SaveFile("", PsfForm::Normal);
+    if (mayHaveTags) {
         MemoryFile again(file.Written());
         VornSrcObj loaded(again, *session.codePage);
         if (loaded.LoadFile("") != Status::Done || !AreSameButForEnds(document, loaded)) {

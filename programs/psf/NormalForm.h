@@ -1,6 +1,7 @@
 // The form of a file in which texts have no line breaks at their ends, for version control.
 #pragma once
 
+#include "programs/psf/MemoryFile.h"
 #include "programs/psf/Session.h"
 
 #include <optional>
@@ -8,8 +9,9 @@
 
 namespace tessaly::psf {
 
-// `document` in normal form. No value when that would load as another document: a line of a text can be the tag of what
-// now follows it.
-std::optional<std::string> NormalForm(const Session& session, const VornSrcObj& document);
+// `document`, which saves into `file`, in normal form. No value when that would load as another document: a line of a
+// text can be the tag of what now follows it. That is only looked for when the document `mayHaveTags` in its texts.
+std::optional<std::string> NormalForm(const Session& session, const VornSrcObj& document, MemoryFile& file,
+                                      bool mayHaveTags = true);
 
 } // namespace tessaly::psf

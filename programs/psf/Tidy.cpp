@@ -1,4 +1,5 @@
 // psf tidy: a file in its normal form, which is what version control should see.
+#include "document/PsfReadObserver.h"
 #include "programs/psf/Commands.h"
 #include "programs/psf/LineCounter.h"
 #include "programs/psf/MemoryFile.h"
@@ -12,6 +13,12 @@ namespace tessaly::psf {
 
 namespace {
 
+// A text without a line that begins like a tag cannot load as another one; most files have none.
+struct TagWatch final : PsfReadObserver {
+    void TagLike(PsfLine) override { found = true; }
+    bool found = false;
+};
+
 int TidyOnce(Session& session, const std::string& file, bool onlyTell, const std::optional<FileState>& state) {
     std::string bytes;
     if (!ReadInput(session, file, bytes)) {
@@ -20,11 +27,12 @@ int TidyOnce(Session& session, const std::string& file, bool onlyTell, const std
     const std::string& name = file == StandardInput ? session.inputName : file;
     MemoryFile source(bytes);
     VornSrcObj document(source, *session.codePage);
-    if (document.LoadFile(file) != Status::Done) {
+    TagWatch watch;
+    if (document.LoadFile(file, &watch) != Status::Done) {
         PrintError(name + ": " + LoadProblem(document));
         return ExitStatus(Status::LoadFailed);
     }
-    const std::optional<std::string> tidy = NormalForm(session, document);
+    const std::optional<std::string> tidy = NormalForm(session, document, source, watch.found);
     if (!tidy) {
         PrintError(name + ": has no normal form, because a line of a text is the tag of the text behind it");
         return ExitStatus(Status::UnexpectedError);

@@ -104,9 +104,9 @@ def test_a_text_that_would_become_another_one_is_refused():
 
 # text
 
-def test_text_has_all_members_with_their_names():
-    assert psf("text", "/dev/stdin", stdin=source([("Main", "void Größe()\r\n{\n\tx;\r\n}\r\n\r\n")], events=EVENTS)
-               ).out.decode() == (
+def test_text_has_all_members_with_their_names(tmp_path):
+    (tmp_path / "x.PSF").write_bytes(source([("Main", "void Größe()\r\n{\n\tx;\r\n}\r\n\r\n")]))
+    assert psf("text", tmp_path / "x.PSF").out.decode() == (
         "[references]\nint x;\n\n[functions/Main]\nvoid Größe()\n{\n\tx;\n}\n"
         + "".join(f"\n[events/{event}]\nvoid {event}()\n{{\n}}\n" for event in EVENTS))
 
