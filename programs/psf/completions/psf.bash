@@ -1,5 +1,18 @@
 # Completion of psf for bash.
 
+# A word as it stands on the command line, as a path: without its quoting, and with the home folder for "~". Nothing in
+# it is run.
+_psf_path() {
+    local path=$1
+    case $path in
+    '"'*) path=${path#'"'} && path=${path%'"'} ;;
+    "'"*) path=${path#"'"} && path=${path%"'"} ;;
+    '~/'*) path=$HOME/${path#'~/'} && path=${path//\\/} ;;
+    *) path=${path//\\/} ;;
+    esac
+    printf '%s' "$path"
+}
+
 _psf() {
     local word=${COMP_WORDS[COMP_CWORD]} command='' file='' count=0 i
     COMPREPLY=()
@@ -11,7 +24,7 @@ _psf() {
             ((count++))
             case $count in
             1) command=${COMP_WORDS[i]} ;;
-            2) file=${COMP_WORDS[i]} ;;
+            2) file=$(_psf_path "${COMP_WORDS[i]}") ;;
             esac
             ;;
         esac
@@ -27,7 +40,7 @@ _psf() {
     case ${COMP_WORDS[COMP_CWORD - 1]} in
     --c-file | --files-from)
         compopt -o filenames 2>/dev/null
-        mapfile -t COMPREPLY < <(compgen -f -- "$word")
+        mapfile -t COMPREPLY < <(compgen -f -- "$(_psf_path "$word")")
         return
         ;;
     --format)
@@ -67,17 +80,17 @@ _psf() {
     add:2 | rename:3 | git-setup:*) return ;;
     export:2 | import:1)
         compopt -o filenames 2>/dev/null
-        mapfile -t COMPREPLY < <(compgen -d -- "$word")
+        mapfile -t COMPREPLY < <(compgen -d -- "$(_psf_path "$word")")
         return
         ;;
     merge:*)
         compopt -o filenames 2>/dev/null
-        mapfile -t COMPREPLY < <(compgen -f -- "$word")
+        mapfile -t COMPREPLY < <(compgen -f -- "$(_psf_path "$word")")
         return
         ;;
     *)
         compopt -o filenames 2>/dev/null
-        mapfile -t COMPREPLY < <(compgen -f -X '!*.[Pp][Ss][Ff]' -- "$word"; compgen -d -- "$word")
+        mapfile -t COMPREPLY < <(compgen -f -X '!*.[Pp][Ss][Ff]' -- "$(_psf_path "$word")"; compgen -d -- "$(_psf_path "$word")")
         return
         ;;
     esac

@@ -62,6 +62,18 @@ def test_bash_completes_commands_files_members_and_functions(folder):
     assert bash(folder, "psf", "--codepage", "1251", "show", "Main.PSF", "functions/") == {"functions/Blink"}
 
 
+@pytest.mark.parametrize("word", [r"my\ block.PSF", '"my block.PSF"', r"~/my\ block.PSF"])
+def test_bash_knows_files_however_they_are_written(folder, word):
+    (folder / "my block.PSF").write_bytes((folder / "Main.PSF").read_bytes())
+    assert bash(folder, "psf", "delete", word, "") == {"Blink"}
+    assert {os.path.basename(name) for name in bash(folder, "psf", "check", word[:-6])} == {"my block.PSF"}
+
+
+def test_bash_runs_nothing_of_what_is_written(folder):
+    bash(folder, "psf", "show", "$(touch run).PSF", "")
+    assert not (folder / "run").exists()
+
+
 def test_fish_completes_commands_files_members_and_functions(folder):
     assert COMMANDS <= fish(folder, "psf ")
     assert "Main.PSF" in fish(folder, "psf show ")
