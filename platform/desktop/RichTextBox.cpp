@@ -4,6 +4,7 @@
 #include "platform/desktop/Window.h"
 
 #include <algorithm>
+#include <ranges>
 #include <utility>
 
 namespace tessaly {
@@ -75,9 +76,9 @@ void RichTextBox::Do(const Edit& edit) {
     GoThrough([&] {
         Step step;
         step.before = SelectedEnds();
-        for (auto change = edit.changes.rbegin(); change != edit.changes.rend(); ++change) {
-            const std::size_t start = PositionOf(change->begin);
-            step.parts.push_back(Put(start, PositionOf(change->end), LineAt(start), Fresh(change->text)));
+        for (const Change& change : std::ranges::reverse_view(edit.changes)) {
+            const std::size_t start = PositionOf(change.begin);
+            step.parts.push_back(Put(start, PositionOf(change.end), LineAt(start), Fresh(change.text)));
         }
         step.after = {PositionOf(edit.after.anchor), PositionOf(edit.after.caret)};
         SelectEnds(step.after);
@@ -91,8 +92,8 @@ bool RichTextBox::Undo() {
     }
     GoThrough([this] {
         const Step& step = mHistory.Undo();
-        for (auto part = step.parts.rbegin(); part != step.parts.rend(); ++part) {
-            Put(part->start, part->start + part->added.text.size(), part->firstBreak, part->removed);
+        for (const Replacement& part : std::ranges::reverse_view(step.parts)) {
+            Put(part.start, part.start + part.added.text.size(), part.firstBreak, part.removed);
         }
         SelectEnds(step.before);
     });

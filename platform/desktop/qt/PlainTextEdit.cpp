@@ -6,6 +6,7 @@
 #include "platform/desktop/qt/RichTextBox.h"
 
 #include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QEvent>
 #include <QFontDatabase>
 #include <QKeyEvent>
@@ -250,7 +251,7 @@ void PlainTextEdit::contextMenuEvent(QContextMenuEvent* event) {
     QMenu* const menu = createStandardContextMenu(event->pos());
     menu->setAttribute(Qt::WA_DeleteOnClose);
     for (const auto& [name, key] : {std::pair("edit-undo", 'Z'), std::pair("edit-redo", 'Y')}) {
-        if (QAction* const action = menu->findChild<QAction*>(name)) {
+        if (auto* const action = menu->findChild<QAction*>(name)) {
             action->setEnabled(!isReadOnly());
             connect(action, &QAction::triggered, this, [this, key = int{key}] { takeKey({key, 2, 0}); });
         }
