@@ -31,7 +31,7 @@ bool IsInName(char16_t unit) {
 }
 
 // The name that the place is in, or right behind; "" for none.
-std::string WordAt(const std::u16string& line, std::size_t column) {
+std::string NameBeside(const std::u16string& line, std::size_t column) {
     std::size_t begin = std::min(column, line.size());
     std::size_t end = begin;
     while (begin > 0 && IsInName(line[begin - 1])) {
@@ -176,7 +176,7 @@ void VornMainFrm::GoToNamed() {
         return;
     }
     const Selection selected = mFuncBody.Selected();
-    const std::string name = WordAt(mFuncBody.Line(selected.caret.line), selected.caret.column);
+    const std::string name = NameBeside(mFuncBody.Line(selected.caret.line), selected.caret.column);
     for (const std::string_view prefix : {FunctionPrefix, EventPrefix}) {
         const std::string member = std::string(prefix) + name;
         if (member != mShownMember && FindMember(*mSourceDoc, member) &&
