@@ -75,7 +75,7 @@ std::vector<const CName*> Fitting(const KnownNames& names, std::string_view type
 
 // The word at the caret; no value where no name can be typed.
 std::optional<Word> TypedWord(const TextLines& lines, Place caret, const std::u16string& line) {
-    const Word word = WordAt(line, caret.column);
+    const Word word = WordBeside(line, caret.column);
     const bool isNumber = word.begin < word.end && line[word.begin] >= u'0' && line[word.begin] <= u'9';
     return isNumber || !IsInCode(lines, caret) ? std::nullopt : std::optional(word);
 }

@@ -76,7 +76,7 @@ std::string StructureAt(std::u16string_view line, std::size_t end, const KnownNa
     while (end > 0 && (line[end - 1] == u')' || line[end - 1] == u']')) {
         end = BlanksSkipped(line, GroupBegin(line, end));
     }
-    const Word word = WordAt(line.substr(0, end), end);
+    const Word word = WordBeside(line.substr(0, end), end);
     const std::optional<std::size_t> owner = OwnerEnd(line, word.begin);
     if (word.Length() == 0 || (owner && chain == 0)) {
         return "";
@@ -128,7 +128,7 @@ std::vector<CName> NamesInFrontOf(const TextLines& lines, Place place) {
     return names;
 }
 
-Word WordAt(std::u16string_view line, std::size_t column) {
+Word WordBeside(std::u16string_view line, std::size_t column) {
     Word word = {column, column};
     while (word.begin > 0 && IsWordUnit(line[word.begin - 1])) {
         --word.begin;
@@ -163,7 +163,7 @@ std::optional<NameContext> ContextAt(std::u16string_view line, std::size_t colum
     if (!end) {
         return NameContext();
     }
-    const Word number = WordAt(line.substr(0, *end), *end);
+    const Word number = WordBeside(line.substr(0, *end), *end);
     if (number.Length() > 0 && IsDigitUnit(line[number.begin])) {
         return std::nullopt;
     }
@@ -183,7 +183,7 @@ const CName* FindName(const KnownNames& names, std::string_view name, const Name
 
 std::optional<NamedPlace> NameAt(const TextLines& lines, Place place, const KnownNames& names) {
     const std::u16string line = lines.Line(place.line);
-    const Word word = WordAt(line, std::min(place.column, line.size()));
+    const Word word = WordBeside(line, std::min(place.column, line.size()));
     const Place end = {place.line, word.end};
     if (word.Length() == 0 || IsDigitUnit(line[word.begin]) || !IsInCode(lines, end)) {
         return std::nullopt;

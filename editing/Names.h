@@ -32,7 +32,7 @@ struct Word {
 };
 
 // The one that `column` is in or beside.
-Word WordAt(std::u16string_view line, std::size_t column);
+Word WordBeside(std::u16string_view line, std::size_t column);
 
 // Whether what is typed at `place` is code: not in a comment, in a literal or behind "#include".
 bool IsInCode(const TextLines& lines, Place place);

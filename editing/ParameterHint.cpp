@@ -38,12 +38,12 @@ std::u16string_view TrimBlanks(std::u16string_view line) {
 // What is called by the "(" at `column`; empty for brackets that call nothing.
 Word CalledAt(std::u16string_view line, std::size_t column) {
     const std::u16string_view front = TrimBlanks(line.substr(0, column));
-    const Word name = WordAt(front, front.size());
+    const Word name = WordBeside(front, front.size());
     if (name.Length() == 0 || IsKeyword(ToUtf8(front.substr(name.begin)))) {
         return {};
     }
     const std::u16string_view before = TrimBlanks(front.substr(0, name.begin));
-    const Word type = WordAt(before, before.size());
+    const Word type = WordBeside(before, before.size());
     return type.Length() == 0 || GoesOnWithValue(ToUtf8(before.substr(type.begin))) ? name : Word();
 }
 

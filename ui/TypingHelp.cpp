@@ -27,6 +27,7 @@ TypingHelp::TypingHelp(RichTextBox& pane, Suggestions& suggestions, Known known)
       mSuggestions(suggestions),
       mAsk(std::move(known)) {
     mSuggestions.onPick = [this](std::size_t row) { Accept(row); };
+    mSuggestions.onTip = [this](Place place) { return TipAt(place); };
 }
 
 bool TypingHelp::TakeKey(const PaneKey& key) {
@@ -116,12 +117,14 @@ void TypingHelp::Close() {
     mCompletion.reset();
 }
 
+// The declaration of the name there. What is known cannot be asked for anew while it is shown.
 std::string TypingHelp::TipAt(Place place) {
-    if (mSuggestions.IsListShown() || mSuggestions.IsHintShown() || place.line >= mPane.Count()) {
+    if (!mPane.FuncBodyAvailable() || mSuggestions.IsListShown() || mSuggestions.IsHintShown() ||
+        place.line >= mPane.Count()) {
         return "";
     }
     const std::u16string line = mPane.Line(place.line);
-    const Word word = WordAt(line, std::min(place.column, line.size()));
+    const Word word = WordBeside(line, std::min(place.column, line.size()));
     if (word.Length() == 0) {
         return "";
     }
@@ -132,7 +135,7 @@ std::string TypingHelp::TipAt(Place place) {
 // The word that is being typed is none of the names.
 void TypingHelp::Open(Place caret) {
     const std::u16string line = mPane.Line(caret.line);
-    mKnown = mAsk({caret.line, WordAt(line, caret.column).begin});
+    mKnown = mAsk({caret.line, WordBeside(line, caret.column).begin});
     mCompletion.reset();
     Narrow(caret);
 }

@@ -28,10 +28,8 @@ public:
     // Nothing is shown any more.
     void Close();
 
-    // The declaration of the name at a place, in UTF-8; "" for none, and while something is shown.
-    std::string TipAt(Place place);
-
 private:
+    std::string TipAt(Place place);
     bool TakeListKey(const PaneKey& key);
     void Open(Place caret);
     void Narrow(Place caret);

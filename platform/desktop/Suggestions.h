@@ -5,6 +5,7 @@
 #include "editing/Text.h"
 #include "platform/desktop/Raise.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <functional>
 #include <string>
@@ -39,6 +40,9 @@ public:
 
     // Raised when the user clicks a name of the list.
     std::function<void(std::size_t row)> onPick;
+
+    // Asked when the mouse rests on the text of the pane: what a tool tip says of that place, "" for none.
+    std::function<std::string(Place place)> onTip;
 
     // Shows these names, of which there is one at least, and selects the first. They stand below the line of `place` in
     // the pane, from its column on, or above it where there is no room below.
@@ -87,6 +91,11 @@ protected:
         if (row < mCount) {
             Raise(onPick, row);
         }
+    }
+    std::string AskTip(Place place) {
+        std::string tip;
+        Raise(std::function<void()>([&] { tip = onTip ? onTip(place) : ""; }));
+        return tip;
     }
     void TellElsewhere() {
         HideList();

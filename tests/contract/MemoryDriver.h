@@ -77,6 +77,7 @@ public:
     std::vector<std::string> NamesSuggested() override;
     bool IsSuggestionInView(std::size_t row) override { return row == mDesktop.suggestions.SelectedName(); }
     void ClickSuggestion(std::size_t row) override { mDesktop.suggestions.Click(row); }
+    std::string TipShown(Place place) override { return mDesktop.suggestions.TipAt(place); }
     std::string HintShown() override { return mDesktop.suggestions.Hint().text; }
     std::uint32_t ColourBehind(std::size_t position) override { return mDesktop.pane.ColourBehind(position); }
 

@@ -96,5 +96,18 @@ TEST_P(DesktopContract, ParametersAreShownAsTheyStand) {
     EXPECT_EQ(events, Strings{});
 }
 
+TEST_P(DesktopContract, WhereTheMouseRestsATipSaysWhatIsAsked) {
+    BeginInPane();
+    Pane().SetText("first\nsecond");
+    events.clear();
+    TheDesktop().NameSuggestions().onTip = [](Place place) {
+        return place.line == 0 ? "" : "T<b> & " + std::to_string(place.line) + ":" + std::to_string(place.column);
+    };
+    EXPECT_EQ(user->TipShown({0, 2}), "");
+    EXPECT_EQ(user->TipShown({1, 3}), "T<b> & 1:3");
+    user->Type("a");
+    EXPECT_EQ(events, Strings{"change"}) << "the pane keeps the keyboard";
+}
+
 } // namespace
 } // namespace tessaly

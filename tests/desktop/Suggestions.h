@@ -21,6 +21,9 @@ public:
     }
     void ClickElsewhere() { TellElsewhere(); }
 
+    // The tool tip that the user sees when the mouse rests at a place of the pane's text.
+    std::string TipAt(Place place) { return AskTip(place); }
+
     // What the user sees.
     const std::vector<SuggestedName>& Names() const { return mNames; }
     std::size_t SelectedName() const { return mRow; }

@@ -141,5 +141,13 @@ TEST_P(ProgramScenario, NothingIsOfferedInCommentsAndLiterals) {
     EXPECT_EQ(user->NamesSuggested(), Strings{});
 }
 
+TEST_P(ProgramScenario, ATipTellsWhatANameIs) {
+    BeginBesideOthers();
+    user->Type("x = measured + 1;");
+    EXPECT_EQ(user->TipShown({2, 15}), "");
+    EXPECT_EQ(user->TipShown({2, 6}), "long measured");
+    EXPECT_EQ(user->TipShown({0, 14}), "int amount");
+}
+
 } // namespace
 } // namespace tessaly

@@ -79,6 +79,17 @@ QRect RichTextBox::CharacterPlace(Place place) const {
     return {mEdit.viewport()->mapToGlobal(inView.topLeft()), inView.size()};
 }
 
+// What is nearest may be far away.
+std::optional<Place> RichTextBox::PlaceUnder(QPoint point) const {
+    const QTextCursor nearest = mEdit.cursorForPosition(point);
+    const QRect caret = mEdit.cursorRect(nearest);
+    const int reach = mEdit.fontMetrics().horizontalAdvance(u'0');
+    if (!caret.adjusted(-reach, 0, reach, 0).contains(point)) {
+        return std::nullopt;
+    }
+    return Place{static_cast<std::size_t>(nearest.blockNumber()), static_cast<std::size_t>(nearest.positionInBlock())};
+}
+
 LineSpan RichTextBox::SpanOf(std::size_t line) const {
     const QTextBlock block = mEdit.document()->findBlockByNumber(static_cast<int>(line) - 1);
     const auto begin = static_cast<std::size_t>(block.position());

@@ -86,6 +86,9 @@ public:
     // Of the character at a place, on the screen.
     QRect CharacterPlace(Place place) const;
 
+    // The place of the character that is drawn there, in pixels of the viewport; no value for none.
+    std::optional<Place> PlaceUnder(QPoint point) const;
+
     PlainTextEdit& Widget() { return mEdit; }
     const PlainTextEdit& Widget() const { return mEdit; }
 

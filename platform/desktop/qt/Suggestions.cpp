@@ -16,18 +16,23 @@ namespace {
 
 constexpr int MostRowsInView = 8;
 
-// What the list adds round its rows.
-int FrameOf(const QTreeWidget& list) {
-    return 2 * list.frameWidth();
-}
-
-QSize SizeFor(const QTreeWidget& list, int widest) {
-    const QAbstractItemView& view = list;
-    const int rows = std::min(list.topLevelItemCount(), MostRowsInView);
-    const bool isLong = list.topLevelItemCount() > rows;
-    const int columns = view.sizeHintForColumn(0) + view.sizeHintForColumn(1);
-    const int width = columns + FrameOf(list) + (isLong ? list.style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0);
-    return {std::min(width, widest), rows * list.sizeHintForRow(0) + FrameOf(list)};
+// Measured by the font: a list that has not been shown yet knows no sizes. Its frame and blanks come on top.
+QSize SizeFor(const std::vector<SuggestedName>& names, QTreeWidget& list, int widest) {
+    const QFontMetrics font = list.fontMetrics();
+    const int blank = 2 * font.horizontalAdvance(u'0');
+    int name = 0;
+    int declaration = 0;
+    for (const SuggestedName& each : names) {
+        name = std::max(name, font.horizontalAdvance(ToQt(each.name)) + blank);
+        declaration = std::max(declaration, font.horizontalAdvance(ToQt(each.declaration)) + blank);
+    }
+    list.setColumnWidth(0, name);
+    list.setColumnWidth(1, declaration);
+    const int rows = std::min(static_cast<int>(names.size()), MostRowsInView);
+    const int bar = list.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    const int frame = 2 * list.frameWidth();
+    return {std::min(name + declaration + bar + frame, widest),
+            rows * std::max(list.sizeHintForRow(0), font.height()) + frame};
 }
 
 QString Marked(const HintText& hint) {
@@ -46,6 +51,18 @@ void BeTip(QWidget& widget) {
 
 } // namespace
 
+Suggestions::Suggestions(Window& window, RichTextBox& pane) : mWindow(window), mPane(pane) {
+    mPane.Widget().viewport()->installEventFilter(this);
+}
+
+// A text is shown as it stands, whatever is in it.
+void Suggestions::ShowTip(const QHelpEvent& event) {
+    const std::optional<Place> place = mPane.PlaceUnder(event.pos());
+    const std::string tip = place ? AskTip(*place) : "";
+    const QString text = tip.empty() ? QString() : "<p style='white-space:pre'>" + ToQt(tip).toHtmlEscaped() + "</p>";
+    QToolTip::showText(event.globalPos(), text, mPane.Widget().viewport());
+}
+
 void Suggestions::MakeList() {
     if (mList) {
         return;
@@ -58,7 +75,6 @@ void Suggestions::MakeList() {
     mList->setUniformRowHeights(true);
     mList->setAllColumnsShowFocus(true);
     mList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    mList->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     mList->header()->setMinimumSectionSize(1);
     QObject::connect(mList.get(), &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) {
         TellPick(static_cast<std::size_t>(mList->indexOfTopLevelItem(item)));
@@ -79,6 +95,10 @@ void Suggestions::MakeHint() {
 }
 
 bool Suggestions::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::ToolTip && object == mPane.Widget().viewport()) {
+        ShowTip(*static_cast<QHelpEvent*>(event));
+        return true;
+    }
     const auto* const widget = qobject_cast<QWidget*>(object);
     const bool isMouse = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::Wheel;
     const bool isOther =
@@ -118,7 +138,7 @@ void Suggestions::ShowNames(const std::vector<SuggestedName>& names, Place place
         items.append(new QTreeWidgetItem({ToQt(name.name), ToQt(name.declaration)})); // the list's own from here on
     }
     mList->addTopLevelItems(items);
-    mList->resize(SizeFor(*mList, mWindow.screen()->availableGeometry().width() * 2 / 3));
+    mList->resize(SizeFor(names, *mList, mWindow.screen()->availableGeometry().width() * 2 / 3));
     PutBeside(*mList, place, true);
 }
 

@@ -5,6 +5,7 @@
 #include "platform/desktop/qt/RichTextBox.h"
 #include "platform/desktop/qt/Window.h"
 
+#include <QHelpEvent>
 #include <QLabel>
 #include <QTreeWidget>
 #include <memory>
@@ -14,12 +15,12 @@ namespace tessaly::qt {
 
 class Suggestions final : public QObject, public tessaly::Suggestions {
 public:
-    Suggestions(Window& window, RichTextBox& pane) : mWindow(window), mPane(pane) {}
+    Suggestions(Window& window, RichTextBox& pane);
     Suggestions(const Suggestions&) = delete;
     Suggestions& operator=(const Suggestions&) = delete;
     ~Suggestions() override = default;
 
-    // Sees all that the user does while something is shown.
+    // Sees all that the user does while something is shown, and where the mouse rests in the pane.
     bool eventFilter(QObject* object, QEvent* event) override;
 
     // Null before something was shown in it.
@@ -34,6 +35,7 @@ private:
     void HideHintText() override;
     void PutBeside(QWidget& what, Place place, bool isBelow);
     void Watch();
+    void ShowTip(const QHelpEvent& event);
     void MakeList();
     void MakeHint();
 

@@ -90,6 +90,19 @@ RECT RichTextBox::CharacterPlace(tessaly::Place place) const {
     return character;
 }
 
+// What is nearest may be far away.
+std::optional<tessaly::Place> RichTextBox::PlaceUnder(POINT point) const {
+    POINTL wanted = {point.x, point.y};
+    const auto position = static_cast<std::size_t>(Send(EM_CHARFROMPOS, 0, reinterpret_cast<LPARAM>(&wanted)));
+    const RECT line = mFormat.LineRect(position);
+    const LONG reach = line.bottom - line.top; // wider than a character
+    if (point.y < line.top || point.y >= line.bottom || std::abs(mFormat.PlaceOf(position).x - point.x) > reach) {
+        return std::nullopt;
+    }
+    const std::size_t number = LineAt(position);
+    return tessaly::Place{number, position - SpanOf(number + 1).begin};
+}
+
 float RichTextBox::CharacterWidth() const {
     const LOGFONTW font = TextFont();
     const FontOwner made(CreateFontIndirectW(&font));

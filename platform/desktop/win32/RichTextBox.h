@@ -37,6 +37,9 @@ public:
     // Of the character at a place, on the screen.
     RECT CharacterPlace(tessaly::Place place) const;
 
+    // The place of the character that is drawn there, in pixels of the client area; no value for none.
+    std::optional<tessaly::Place> PlaceUnder(POINT point) const;
+
     bool TakesTabKey() const override { return true; }
     void Command(int id, int code) override;
     LRESULT Notify(NMHDR& header) override;

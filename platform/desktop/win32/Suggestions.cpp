@@ -136,18 +136,56 @@ LRESULT HintPopup::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     return Popup::Message(message, wParam, lParam);
 }
 
+Suggestions::Suggestions(Window& frame, RichTextBox& pane)
+    : mFrame(frame),
+      mPane(pane),
+      mMainFilter(frame.loop.mainFilter) {
+    frame.loop.mainFilter = [this](MSG& message) { return TakeMessage(message) || mMainFilter(message); };
+}
+
 Suggestions::~Suggestions() {
-    if (mWindows) {
-        mFrame.loop.mainFilter = mMainFilter;
-    }
+    mFrame.loop.mainFilter = mMainFilter;
 }
 
 void Suggestions::MakeWindows() {
     if (!mWindows) {
         mWindows = std::make_unique<Windows>(mFrame);
         mWindows->list.onClick = [this](std::size_t row) { TellPick(row); };
-        mMainFilter = mFrame.loop.mainFilter;
-        mFrame.loop.mainFilter = [this](MSG& message) { return TakeMouse(message) || mMainFilter(message); };
+    }
+}
+
+bool Suggestions::TakeMessage(const MSG& message) {
+    FollowMouse(message);
+    return mWindows && TakeMouse(message);
+}
+
+// A tip goes as soon as the user does anything. The system tells when the mouse rests.
+void Suggestions::FollowMouse(const MSG& message) {
+    const bool isMove = message.message == WM_MOUSEMOVE;
+    const bool isSamePlace = isMove && message.lParam == mTipPlace;
+    if (mWindows && mWindows->tip.IsShown() && !isSamePlace &&
+        (isMove || IsMousePress(message.message) || message.message == WM_KEYDOWN ||
+         message.message == WM_SYSKEYDOWN)) {
+        mWindows->tip.Hide();
+    }
+    if (message.hwnd != mPane.Handle() || mPane.Handle() == nullptr) {
+        return;
+    }
+    if (isMove) {
+        TRACKMOUSEEVENT track = {sizeof track, TME_HOVER, mPane.Handle(), HOVER_DEFAULT};
+        TrackMouseEvent(&track);
+    } else if (message.message == WM_MOUSEHOVER) {
+        mTipPlace = message.lParam;
+        ShowTip({static_cast<short>(LOWORD(message.lParam)), static_cast<short>(HIWORD(message.lParam))});
+    }
+}
+
+void Suggestions::ShowTip(POINT mouse) {
+    const std::optional<Place> place = mPane.PlaceUnder(mouse);
+    const std::string tip = place ? AskTip(*place) : "";
+    if (!tip.empty()) {
+        MakeWindows();
+        mWindows->tip.Show({tip, 0, 0}, mPane.CharacterPlace(*place));
     }
 }
 

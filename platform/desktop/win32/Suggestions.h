@@ -50,7 +50,7 @@ private:
 
 class HintPopup final : public Popup {
 public:
-    explicit HintPopup(Window& frame) : Popup(frame, L"ParameterHint") {}
+    using Popup::Popup;
 
     void Show(const HintText& hint, const RECT& character);
 
@@ -68,7 +68,7 @@ private:
 
 class Suggestions final : public tessaly::Suggestions {
 public:
-    Suggestions(Window& frame, RichTextBox& pane) : mFrame(frame), mPane(pane) {}
+    Suggestions(Window& frame, RichTextBox& pane);
     Suggestions(const Suggestions&) = delete;
     Suggestions& operator=(const Suggestions&) = delete;
     ~Suggestions() override;
@@ -76,11 +76,16 @@ public:
 private:
     // Made when something is to be shown: windows take their time.
     struct Windows {
-        explicit Windows(Window& frame) : listPopup(frame, L"Suggestions"), list(listPopup), hint(frame) {}
+        explicit Windows(Window& frame)
+            : listPopup(frame, L"Suggestions"),
+              list(listPopup),
+              hint(frame, L"ParameterHint"),
+              tip(frame, L"NameTip") {}
 
         Popup listPopup;
         NameList list;
         HintPopup hint;
+        HintPopup tip;
     };
 
     void ShowNames(const std::vector<SuggestedName>& names, Place place) override;
@@ -89,11 +94,15 @@ private:
     void ShowHintText(const HintText& hint, Place place) override;
     void HideHintText() override { mWindows->hint.Hide(); }
     void MakeWindows();
+    bool TakeMessage(const MSG& message);
     bool TakeMouse(const MSG& message);
+    void FollowMouse(const MSG& message);
+    void ShowTip(POINT mouse);
 
     Window& mFrame;
     RichTextBox& mPane;
     std::unique_ptr<Windows> mWindows;
+    LPARAM mTipPlace = 0;          // of the mouse
     EventLoop::Filter mMainFilter; // that was there before
 };
 

@@ -64,6 +64,8 @@ public:
     std::string HintShown() override;
     std::uint32_t ColourBehind(std::size_t position) override;
 
+    std::string TipShown(Place place) override;
+
     SeenMessages Messages() const override;
     void ClickMessage(std::size_t row) override;
     void DoubleClickMessage(std::size_t row) override;

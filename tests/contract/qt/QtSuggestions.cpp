@@ -4,6 +4,7 @@
 
 #include <QTest>
 #include <QTextDocumentFragment>
+#include <QToolTip>
 #include <QWindow>
 
 namespace tessaly {
@@ -40,6 +41,17 @@ std::string QtDriver::HintShown() {
     const QLabel* const hint = mDesktop->suggestions.Hint();
     const bool isShown = hint != nullptr && hint->isVisible();
     return isShown ? qt::FromQt(QTextDocumentFragment::fromHtml(hint->text()).toPlainText()) : "";
+}
+
+std::string QtDriver::TipShown(Place place) {
+    Settle();
+    QWidget& view = *mDesktop->pane.Widget().viewport();
+    const QRect character = mDesktop->pane.CharacterPlace(place);
+    const QPoint point = view.mapFromGlobal(QPoint(character.left() + 1, character.center().y()));
+    QHelpEvent rest(QEvent::ToolTip, point, view.mapToGlobal(point));
+    QCoreApplication::sendEvent(&view, &rest);
+    Settle();
+    return qt::FromQt(QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText());
 }
 
 } // namespace tessaly

@@ -1,4 +1,5 @@
 // The user beside the caret of the pane of the Windows desktop.
+#include "platform/desktop/win32/ControlIds.h"
 #include "platform/desktop/win32/Screen.h"
 #include "platform/system/win32/Text.h"
 #include "tests/contract/win32/Win32Driver.h"
@@ -58,6 +59,21 @@ std::string Win32Driver::HintShown() {
     Settle();
     const HWND hint = Owned(L"ParameterHint");
     return hint != nullptr && IsWindowVisible(hint) != 0 ? win32::ToUtf8(win32::WindowText(hint)) : "";
+}
+
+// The system tells after a while that the mouse rests.
+std::string Win32Driver::TipShown(Place place) {
+    Settle();
+    const HWND pane = Control(win32::ControlId::FuncBody);
+    const LRESULT line = SendMessageW(pane, EM_LINEINDEX, place.line, 0);
+    POINTL character = {};
+    SendMessageW(pane, EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&character), line + static_cast<LRESULT>(place.column));
+    const LPARAM mouse = MAKELPARAM(character.x + 1, character.y + 3);
+    Post(pane, WM_MOUSEMOVE, 0, mouse - 1);
+    Post(pane, WM_MOUSEHOVER, 0, mouse);
+    Settle();
+    const HWND tip = Owned(L"NameTip");
+    return tip != nullptr && IsWindowVisible(tip) != 0 ? win32::ToUtf8(win32::WindowText(tip)) : "";
 }
 
 } // namespace tessaly

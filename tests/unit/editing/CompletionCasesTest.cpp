@@ -39,7 +39,7 @@ std::string Marked(const ParameterHint& hint) {
 
 std::string Answer(TextModel& text, const std::string& asked, const std::vector<CName>& kit) {
     const Place caret = text.Selected().caret;
-    const Word word = WordAt(text.Line(caret.line), caret.column);
+    const Word word = WordBeside(text.Line(caret.line), caret.column);
     const bool isTip = asked == "tip";
     const std::vector<CName> own = NamesInFrontOf(text, {caret.line, isTip ? word.end : word.begin});
     const KnownNames names = {own, kit, KeywordNames()};
