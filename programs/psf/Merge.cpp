@@ -31,7 +31,7 @@ int MergeOnce(Session& session, const MergeFiles& files, const std::optional<Fil
         return status;
     }
     for (const std::string& member : conflicts) {
-        PrintError(name + ": conflict in " + member);
+        PrintError(std::string(name).append(": conflict in ").append(member));
     }
     return conflicts.empty() ? Success : WarningsFound;
 }

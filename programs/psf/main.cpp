@@ -60,8 +60,10 @@ struct CommandLine {
         app.footer("psf COMMAND --help tells more about a command, with its exit statuses and an example.");
         AddFileCommands();
         AddMemberCommands();
+        AddFunctionCommands();
         AddCodeCommands();
         AddVersionControl();
+        AddOtherForms();
         AddRecover();
     }
 
@@ -152,7 +154,9 @@ struct CommandLine {
         AddForce(set);
         set->add_option("MEMBER", second, "references, functions/NAME or events/NAME")->required();
         set->add_flag("--strict", strict, "Refuse characters that the code page lacks");
+    }
 
+    void AddFunctionCommands() {
         CLI::App* add = Command("add", "Add a function",
                                 "Exit status: 0 done; 2 the file does not load; 7 the name collides with another; 64 "
                                 "it is no name;\n255 the file cannot be written.\n"
@@ -245,7 +249,9 @@ struct CommandLine {
         merge->add_option("THEIRS", merged.theirs, "The other version")->required();
         AddForce(merge);
         merge->add_option("--name", merged.name, "How messages call OURS")->type_name("NAME");
+    }
 
+    void AddOtherForms() {
         CLI::App* text = Command("text", "Print the whole document for reading and comparing",
                                  "Exit status: 0 done, also for a part of a document; 2 the file cannot be read.\n"
                                  "Example: psf text Blink.PSF",

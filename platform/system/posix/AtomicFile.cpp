@@ -177,8 +177,8 @@ int FlushFolder(const std::string& path) {
 
 // Access lists are among the attributes. The content counts more than any of them.
 void CopyAttributes(const std::string& from, int to) {
-    std::vector<char> names(64 * 1024);
-    std::vector<char> value(64 * 1024);
+    std::vector<char> names(std::size_t{64} * 1024);
+    std::vector<char> value(std::size_t{64} * 1024);
     const ssize_t size = listxattr(from.c_str(), names.data(), names.size());
     for (const char* name = names.data(); name < names.data() + size; name += std::strlen(name) + 1) {
         const ssize_t length = getxattr(from.c_str(), name, value.data(), value.size());

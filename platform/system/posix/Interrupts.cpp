@@ -57,7 +57,7 @@ RemovedOnInterrupt::~RemovedOnInterrupt() {
     hasTemporary = false;
 }
 
-EndedOnInterrupt::EndedOnInterrupt(pid_t process) : mPlace(-1) {
+EndedOnInterrupt::EndedOnInterrupt(pid_t process) {
     for (std::size_t i = 0; i < groups.size(); ++i) {
         if (groups[i] == 0) {
             groups[i] = process;

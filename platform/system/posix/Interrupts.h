@@ -25,7 +25,7 @@ public:
     ~EndedOnInterrupt();
 
 private:
-    int mPlace; // -1 for one too many
+    int mPlace = -1; // for one too many
 };
 
 // While it lives no interruption comes through.
