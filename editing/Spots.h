@@ -15,6 +15,7 @@ struct Spot {
         LoneBracket, // at the caret, without a partner
         Blank,       // at the end of a line, or one that only looks like a blank
         Lost,        // a character that a save would lose
+        Match,       // what the user looks for
     };
 
     Kind kind = Kind::Blank;

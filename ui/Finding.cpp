@@ -1,4 +1,4 @@
-// The pane selects what is found, wherever the keyboard is.
+// The pane selects what is found, wherever the keyboard is, and sets all matches apart.
 #include "ui/Finding.h"
 
 #include "platform/text/Utf16.h"
@@ -91,6 +91,7 @@ void Finding::WhenIdle() {
     }
     mIsBehind = false;
     mMatches = FindAll(mPane.Text(), mBar.Wanted(), mBar.Options());
+    mPane.SetMatches(mMatches);
     ShowCount();
 }
 
@@ -201,6 +202,7 @@ void Finding::SetLanguage(std::uint8_t language) {
 
 void Finding::Closed() {
     mMatches.clear();
+    mPane.SetMatches({});
     if (mPane.FuncBodyAvailable()) {
         mPane.SetFocus();
     } else {

@@ -2,7 +2,9 @@
 // marks in the pane and the tree, which also shows what is edited.
 #include "diagnostics/NearestLines.h"
 #include "document/Members.h"
+#include "editing/Names.h"
 #include "platform/text/Ascii.h"
+#include "platform/text/Utf16.h"
 #include "platform/text/Utf8.h"
 #include "ui/Command.h"
 #include "ui/VornMainFrm.h"
@@ -24,23 +26,6 @@ std::size_t UnitsOf(std::string_view text) {
         std::count_if(text.begin(), text.end(), [](char byte) { return !IsContinuation(byte); }) +
         std::count_if(text.begin(), text.end(),
                       [](char byte) { return static_cast<unsigned char>(byte) >= fourBytes; }));
-}
-
-bool IsInName(char16_t unit) {
-    return unit < 0x80 && (IsLetter(static_cast<char>(unit)) || IsDigit(static_cast<char>(unit)) || unit == u'_');
-}
-
-// The name that the place is in, or right behind; "" for none.
-std::string NameBeside(const std::u16string& line, std::size_t column) {
-    std::size_t begin = std::min(column, line.size());
-    std::size_t end = begin;
-    while (begin > 0 && IsInName(line[begin - 1])) {
-        --begin;
-    }
-    while (end < line.size() && IsInName(line[end])) {
-        ++end;
-    }
-    return {line.begin() + static_cast<std::ptrdiff_t>(begin), line.begin() + static_cast<std::ptrdiff_t>(end)};
 }
 
 Mark MarkOf(const Diagnostic& message) {
@@ -176,7 +161,9 @@ void VornMainFrm::GoToNamed() {
         return;
     }
     const Selection selected = mFuncBody.Selected();
-    const std::string name = NameBeside(mFuncBody.Line(selected.caret.line), selected.caret.column);
+    const std::u16string line = mFuncBody.Line(selected.caret.line);
+    const Word word = WordAt(line, selected.caret.column);
+    const std::string name = ToUtf8(std::u16string_view(line).substr(word.begin, word.Length()));
     for (const std::string_view prefix : {FunctionPrefix, EventPrefix}) {
         const std::string member = std::string(prefix) + name;
         if (member != mShownMember && FindMember(*mSourceDoc, member) &&

@@ -151,6 +151,7 @@ void RichTextBox::NoteNewText(BreakList breaks) {
     mBreaks = std::move(breaks);
     mHistory.Forget();
     SetLineMarks({});
+    SetMatches({});
     LookAtCaret();
     Raise(onChange);
 }
@@ -180,6 +181,7 @@ std::size_t RichTextBox::BreaksBehind(std::size_t position) const {
 }
 
 void RichTextBox::FollowEdit(std::size_t start, const Stretch& removed, const Stretch& added) {
+    SetMatches({});
     if (mMarks.AreNone()) {
         return;
     }
@@ -187,6 +189,13 @@ void RichTextBox::FollowEdit(std::size_t start, const Stretch& removed, const St
         start, removed.text.size(), added.text.size(), LineAt(start) + 1, removed.breaks.size(), added.breaks.size()};
     if (mMarks.Follow(edit, [this](std::size_t line) { return SpanOf(line); })) {
         ShowMarks();
+    }
+}
+
+void RichTextBox::SetMatches(std::vector<Match> matches) {
+    if (matches != mMatches) {
+        mMatches = std::move(matches);
+        ShowAllSpots();
     }
 }
 
@@ -216,6 +225,12 @@ std::vector<Spot> RichTextBox::SpotsOf(std::size_t line) const {
     std::vector<Spot> spots = FindSpots(Line(line), keeps);
     if (line == mCaret.line && mCaret.isBehindBlanks && !spots.empty()) {
         spots.pop_back();
+    }
+    const auto first =
+        std::lower_bound(mMatches.begin(), mMatches.end(), line,
+                         [](const Match& match, std::size_t wanted) { return match.begin.line < wanted; });
+    for (auto match = first; match != mMatches.end() && match->begin.line == line; ++match) {
+        spots.push_back({Spot::Kind::Match, match->begin.column, match->End().column});
     }
     if (mCaret.brackets) {
         const auto add = [&](Place place) {

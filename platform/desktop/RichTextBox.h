@@ -3,6 +3,7 @@
 #pragma once
 
 #include "editing/Brackets.h"
+#include "editing/Find.h"
 #include "editing/Spots.h"
 #include "platform/desktop/Control.h"
 #include "platform/desktop/LineMarks.h"
@@ -121,6 +122,10 @@ public:
     // caret, and the bracket beside it with its partner, or another way without one. It is asked when they are drawn.
     std::function<bool(char32_t character)> keeps;
 
+    // Sets these matches apart, which are in order, and no others. Any change of the text takes them away. It is as
+    // little a change itself as SetLineMarks is.
+    void SetMatches(std::vector<Match> matches);
+
     // How wide each character is, in twips: the font has a fixed pitch.
     virtual float CharacterWidth() const = 0;
 
@@ -162,6 +167,9 @@ protected:
 
     // Other things are set apart in this line, from 0; it may be gone.
     virtual void ShowSpots(std::size_t line) = 0;
+
+    // The same of all lines.
+    virtual void ShowAllSpots() = 0;
 
     // Other lines are marked now.
     virtual void ShowMarks() = 0;
@@ -205,6 +213,7 @@ private:
     BreakList mBreaks;
     TextHistory mHistory;
     CaretSight mCaret;
+    std::vector<Match> mMatches;
 };
 
 } // namespace tessaly

@@ -19,7 +19,8 @@ constexpr Tint TintOfCurrentLine(std::uint32_t ink, bool isHighContrast) {
 }
 
 constexpr Tint TintOf(Spot::Kind kind, std::uint32_t ink, bool isHighContrast) {
-    const Tint tints[] = {{0x2F7BEA, 90, false}, {0xE02B26, 90, true}, {ink, 36, false}, {0xE02B26, 120, false}};
+    const Tint tints[] = {
+        {0x2F7BEA, 90, false}, {0xE02B26, 90, true}, {ink, 36, false}, {0xE02B26, 120, false}, {0xF2A900, 110, true}};
     Tint tint = tints[static_cast<std::size_t>(kind)];
     tint.colour = isHighContrast ? ink : tint.colour;
     return tint;

@@ -83,6 +83,22 @@ TEST_P(DesktopContract, WhatASaveWouldLoseIsSetApart) {
     EXPECT_NE(user->ColourBehind(7), user->ColourBehind(9)) << "as soon as it is pasted";
 }
 
+TEST_P(DesktopContract, MatchesAreSetApartUntilTheTextChanges) {
+    Edit("one two\ntwo", 0);
+    const std::uint32_t line = user->ColourBehind(0);
+    const std::uint32_t paper = user->ColourBehind(8);
+    Record();
+    Pane().SetMatches({{{0, 4}, 3}, {{1, 0}, 3}});
+    EXPECT_EQ(user->ColourBehind(2), line);
+    EXPECT_NE(user->ColourBehind(5), line);
+    EXPECT_NE(user->ColourBehind(9), paper);
+    EXPECT_EQ(events, Strings{});
+    Pane().SetMatches({{{1, 0}, 3}});
+    EXPECT_EQ(user->ColourBehind(5), line);
+    user->Type("x");
+    EXPECT_EQ(user->ColourBehind(10), paper);
+}
+
 TEST_P(DesktopContract, AnUnavailablePaneSetsNothingApart) {
     Edit("(a)  ", 0);
     Pane().SetFuncBodyAvailable(false);

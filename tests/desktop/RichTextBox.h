@@ -68,6 +68,7 @@ private:
     void ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) override;
     void ShowTogether(const std::function<void()>& work) override { work(); }
     void ShowSpots(std::size_t /*line*/) override {}
+    void ShowAllSpots() override {}
     void ShowMarks() override {}
     std::string_view LineBytes(std::size_t index) const;
     std::size_t PlaceOf(std::size_t position) const;

@@ -67,6 +67,17 @@ TEST_P(ProgramScenario, WhatIsTypedIsFoundAtOnceAndEnterGoesOn) {
     EXPECT_FALSE(program->FuncBodyChangedFlag);
 }
 
+TEST_P(ProgramScenario, AllMatchesAreSetApartUntilTheBarGoes) {
+    constexpr std::size_t match = 22; // the second one, which is not selected
+    constexpr std::size_t beside = 26;
+    BeginFinding();
+    Find("two");
+    EXPECT_NE(user->ColourBehind(match), user->ColourBehind(beside));
+    user->PressKey(KeyEscape, 0);
+    user->Settle();
+    EXPECT_EQ(user->ColourBehind(match), user->ColourBehind(beside));
+}
+
 TEST_P(ProgramScenario, CaseAndWholeWordsCountWhereTheUserWantsIt) {
     BeginFinding();
     Find("two");

@@ -104,6 +104,7 @@ private:
     void ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) override;
     void ShowTogether(const std::function<void()>& work) override;
     void ShowSpots(std::size_t line) override { mEdit.ShowSpots(static_cast<int>(line)); }
+    void ShowAllSpots() override { mEdit.viewport()->update(); }
     void ShowMarks() override { mEdit.ShowMarks(); }
     int Length() const;
     void FollowChange(int position, int added);

@@ -73,6 +73,7 @@ private:
     void ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) override;
     void ShowTogether(const std::function<void()>& work) override;
     void ShowSpots(std::size_t line) override { mSpots.Repaint(line); }
+    void ShowAllSpots() override { InvalidateRect(Handle(), nullptr, TRUE); }
     void ShowMarks() override;
     void ShowBackground();
     void ShowScrollBars();
