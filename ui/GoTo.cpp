@@ -162,7 +162,7 @@ void VornMainFrm::GoToNamed() {
     }
     const Selection selected = mFuncBody.Selected();
     const std::u16string line = mFuncBody.Line(selected.caret.line);
-    const Word word = WordAt(line, selected.caret.column);
+    const Word word = WordBeside(line, selected.caret.column);
     const std::string name = ToUtf8(std::u16string_view(line).substr(word.begin, word.Length()));
     for (const std::string_view prefix : {FunctionPrefix, EventPrefix}) {
         const std::string member = std::string(prefix) + name;
