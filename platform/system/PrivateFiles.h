@@ -66,6 +66,8 @@ public:
 class SystemPrivateFiles final : public PrivateFiles {
 public:
     SystemPrivateFiles();
+    SystemPrivateFiles(const SystemPrivateFiles&) = delete;
+    SystemPrivateFiles& operator=(const SystemPrivateFiles&) = delete;
     ~SystemPrivateFiles() override;
     std::error_code MakeFolder(const std::string& folder) override;
     std::error_code List(const std::string& folder, std::vector<FolderEntry>& entries) const override;

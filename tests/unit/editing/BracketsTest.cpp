@@ -71,8 +71,8 @@ TEST(BracketsTest, APreprocessorLineHasItsOwn) {
 }
 
 TEST(BracketsTest, NobodyLooksFurtherThanAThousandLines) {
-    const std::string near = "▮{" + std::string(1000, '\n') + "}";
-    EXPECT_EQ(Marked(near), "‹{" + std::string(1000, '\n') + "›}");
+    const std::string close = "▮{" + std::string(1000, '\n') + "}";
+    EXPECT_EQ(Marked(close), "‹{" + std::string(1000, '\n') + "›}");
     EXPECT_EQ(Marked("▮{" + std::string(1001, '\n') + "}"), "none");
     EXPECT_EQ(Marked("▮{" + std::string(900, '\n')), "!{" + std::string(900, '\n'));
 }
