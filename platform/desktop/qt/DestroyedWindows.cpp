@@ -37,14 +37,14 @@ DestroyedWindows::DestroyedWindows() {
     qApp->installNativeEventFilter(this);
 }
 
-// Qt is to know first that the window has gone.
+// Qt is to know first that the window has gone. What comes up beside the caret Qt itself makes anew each time.
 bool DestroyedWindows::nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/) {
     if (eventType != "xcb_generic_event_t") {
         return false;
     }
     const auto& event = *static_cast<const DestroyNotify*>(message);
     QWidget* const window = (event.type & TypeBits) == DestroyNotifyType ? QWidget::find(event.window) : nullptr;
-    if (window != nullptr && window->isWindow()) {
+    if (window != nullptr && window->isWindow() && window->windowType() != Qt::ToolTip) {
         Post(*window, [window] { Close(*window); });
     }
     return false;

@@ -43,8 +43,8 @@ QString Marked(const HintText& hint) {
     return part(0, hint.begin) + "<b>" + part(hint.begin, hint.end) + "</b>" + part(hint.end, text.size());
 }
 
-void BeTip(QWidget& widget) {
-    widget.setWindowFlags(Qt::ToolTip);
+void BeTip(QWidget& widget, QWidget& window) {
+    widget.setParent(&window, Qt::ToolTip);
     widget.setAttribute(Qt::WA_ShowWithoutActivating);
     widget.setFocusPolicy(Qt::NoFocus);
 }
@@ -67,8 +67,8 @@ void Suggestions::MakeList() {
     if (mList) {
         return;
     }
-    mList = std::make_unique<QTreeWidget>(&mWindow);
-    BeTip(*mList);
+    mList = std::make_unique<QTreeWidget>();
+    BeTip(*mList, mWindow);
     mList->setColumnCount(2);
     mList->setHeaderHidden(true);
     mList->setRootIsDecorated(false);
@@ -85,8 +85,8 @@ void Suggestions::MakeHint() {
     if (mHint) {
         return;
     }
-    mHint = std::make_unique<QLabel>(&mWindow);
-    BeTip(*mHint);
+    mHint = std::make_unique<QLabel>();
+    BeTip(*mHint, mWindow);
     mHint->setTextFormat(Qt::RichText);
     mHint->setPalette(QToolTip::palette());
     mHint->setAutoFillBackground(true);
