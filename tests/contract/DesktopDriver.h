@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -113,7 +114,7 @@ public:
     virtual Desktop& TheDesktop() = 0;
 
     // Where the program may keep what is the user's own.
-    virtual PrivateFiles& OwnFiles() { return mOwnFiles; }
+    virtual PrivateFiles& OwnFiles() { return *mOwnFiles; }
 
     // Lets everything happen that is under way, such as keys that were sent. What a user does is done when the
     // operation returns.
@@ -252,8 +253,9 @@ public:
     virtual bool HasStarted(const std::string& commandLine, std::int32_t windowStyle) const = 0;
     virtual bool HasStartedNothing() const = 0;
 
-private:
-    SystemPrivateFiles mOwnFiles;
+protected:
+    // To be reset before the folder of a test is removed where open files keep it.
+    std::optional<SystemPrivateFiles> mOwnFiles{std::in_place};
 };
 
 // One desktop that has to keep the contracts.

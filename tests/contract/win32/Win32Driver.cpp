@@ -91,6 +91,7 @@ Win32Driver::Win32Driver(const Launch& launch) {
 // The end of the program must not reach the next one.
 Win32Driver::~Win32Driver() {
     mDesktop.reset();
+    mOwnFiles.reset();
     MSG message = {};
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
         DispatchMessageW(&message);
