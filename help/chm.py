@@ -6,7 +6,7 @@ import subprocess
 import tempfile
 from pathlib import Path
 
-from topics import HERE, Language, Topic, index_entries
+from topics import Language, Topic, assets, index_entries
 
 # What the help window shows: tree, index, search; and its buttons: hide, back, forward, print, options.
 NAVIGATION = "0x63520"
@@ -55,7 +55,7 @@ def _contents(topics: list[Topic]) -> str:
 # chmcmd's binary index has a question mark for every umlaut; without it the viewer reads index.hhk, which is right.
 def _project(topics: list[Topic], language: Language, chm: Path) -> str:
     home = topics[0].file
-    files = "\n".join([topic.file for topic in topics] + ["style.css"])
+    files = "\n".join([topic.file for topic in topics] + [file.name for file in assets(language)])
     return f"""[OPTIONS]
 Compatibility=1.1 or later
 Compiled file={chm}
@@ -87,7 +87,8 @@ def write_chm(topics: list[Topic], language: Language, chm: Path) -> None:
         texts["help.hhp"] = _project(topics, language, made.name)
         for file, text in texts.items():
             (folder / file).write_bytes(text.encode(CODE_PAGE, "xmlcharrefreplace"))
-        shutil.copy(HERE / "style.css", folder)
+        for file in assets(language):
+            shutil.copy(file, folder)
         run = subprocess.run(["chmcmd", "help.hhp"], cwd=folder, capture_output=True, text=True, check=False)
         if run.returncode != 0 or not made.exists():
             raise RuntimeError(f"chmcmd made no {chm.name}:\n{run.stdout}{run.stderr}")

@@ -4,7 +4,7 @@ import html
 import shutil
 from pathlib import Path
 
-from topics import HERE, LANGUAGES, Language, Topic, index_entries
+from topics import LANGUAGES, Language, Topic, assets, index_entries
 
 KEYWORDS_FILE = "keywords.html"
 
@@ -57,4 +57,5 @@ def write_html(topics: list[Topic], language: Language, folder: Path) -> None:
     entries = "".join(f"<li>{_link(target, word)}</li>" for word, target in index_entries(topics))
     keywords = _page(language.keywords, f"<ul>{entries}</ul>", KEYWORDS_FILE, language, "")
     (folder / KEYWORDS_FILE).write_text(keywords, encoding="utf-8")
-    shutil.copy(HERE / "style.css", folder / "style.css")
+    for file in assets(language):
+        shutil.copy(file, folder)

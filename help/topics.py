@@ -51,6 +51,11 @@ def topic_names() -> list[str]:
     return (HERE / "order.txt").read_text(encoding="utf-8").split()
 
 
+def assets(language: Language) -> list[Path]:
+    """What stands beside the pages: the style sheet and the pictures of this language."""
+    return [HERE / "style.css", *sorted((HERE / language.code).glob("*.png"))]
+
+
 def _plain(value: str) -> str:
     """Text that means nothing but itself, in Markdown as in HTML."""
     return re.sub(r"[^\w ]", lambda match: f"&#{ord(match.group())};", value).replace("_", "&#95;")

@@ -219,8 +219,19 @@ def extracted(language, name, folder):
 @pytest.mark.parametrize("language", LANGUAGES)
 def test_the_chm_file_holds_every_page_with_contents_index_and_full_text_search(language):
     files = chm_files(language)
-    wanted = {*(f"{name}.html" for name in TOPICS), "style.css", "contents.hhc", "index.hhk", "#SYSTEM", "$FIftiMain"}
+    wanted = {*(f"{name}.html" for name in TOPICS), "style.css", "messages.png", "contents.hhc", "index.hhk", "#SYSTEM",
+              "$FIftiMain"}
     assert wanted <= files
+
+
+@pytest.mark.parametrize("language", LANGUAGES)
+def test_pictures_are_there_and_say_in_words_what_they_show(language, tmp_path):
+    pictures = [picture for name in TOPICS for picture in page(language, name).attributes.get("img", [])]
+    assert pictures
+    for picture in pictures:
+        assert len(picture["alt"]) > 20
+        shown = (HELP / "html" / language / picture["src"]).read_bytes()
+        assert shown.startswith(b"\x89PNG") and shown == extracted(language, picture["src"], tmp_path)
 
 
 @pytest.mark.parametrize("language", LANGUAGES)
