@@ -39,4 +39,10 @@ int KeyCodeOf(WPARAM key) {
     return key == KeySlash ? none : static_cast<int>(key);
 }
 
+void NoteTakenKey(HWND window, UINT message, WPARAM key, LPARAM state) {
+    if (message == WM_SYSKEYDOWN && (HIWORD(state) & KF_ALTDOWN) != 0) {
+        DefWindowProcW(window, message, key, state);
+    }
+}
+
 } // namespace tessaly::win32

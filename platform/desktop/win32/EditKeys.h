@@ -17,6 +17,10 @@ bool IsFormattingKey(WPARAM key);
 // The code of a key for the program. Keyboards have the slash, which has a code of its own there, on many keys.
 int KeyCodeOf(WPARAM key);
 
+// To be called with the message of a key that no window gets, as the program has dealt with it. After one with Alt the
+// system has to know that there was one, or it opens the menus when Alt comes up.
+void NoteTakenKey(HWND window, UINT message, WPARAM key, LPARAM state);
+
 // Lets the control see the Shift key as not pressed, as long as it lives.
 class WithoutShift {
 public:

@@ -83,6 +83,7 @@ LRESULT RichTextBox::Key(UINT message, WPARAM wParam, LPARAM lParam) {
         isChar ? isTyped && TakesKey({0, 0, character}) : TakesKey({KeyCodeOf(wParam), ShiftState(), 0});
     mHasTakenKey = isTaken && !isChar;
     if (isTaken) {
+        NoteTakenKey(Handle(), message, wParam, lParam);
         return 0;
     }
     if (!isChar && IsPasteKey(wParam)) {

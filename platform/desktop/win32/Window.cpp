@@ -1,6 +1,7 @@
 // Messages of the main window are led to the controls and events that they concern.
 #include "platform/desktop/win32/Window.h"
 
+#include "platform/desktop/win32/EditKeys.h"
 #include "platform/desktop/win32/Picture.h"
 #include "platform/desktop/win32/Screen.h"
 #include "platform/system/win32/Library.h"
@@ -121,6 +122,7 @@ bool Window::TakeKey(MSG& message) {
     }
     const auto key = static_cast<int>(message.wParam);
     if (TellKey(key, ShiftState())) {
+        NoteTakenKey(message.hwnd, message.message, message.wParam, message.lParam);
         return true;
     }
     HWND target = GetFocus();

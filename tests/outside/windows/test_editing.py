@@ -27,7 +27,7 @@ def shown(program, text):
 
 def test_enter_indents_and_a_brace_goes_back(program):
     write(program, "if (a) {", "b;", "}")
-    shown(program, "if (a) {\r\n\tb;\r\n}\r\nvoid SetLamp")
+    shown(program, "if (a) {\r\n    b;\r\n}\r\nvoid SetLamp")
 
 
 def test_lines_are_commented_out_moved_doubled_and_deleted(program):
