@@ -216,12 +216,12 @@ if "%its:"=%"=="%key%" set "kept=%cache%\%1"
 exit /b
 
 rem Nothing is kept in the very minute in which the kit or the compiler changed: it could change again without a trace.
-rem Builds that start in the same second get the same RANDOM: only one of them hears nothing from MKDIR.
+rem Builds that start in the same second get the same RANDOM: only one of them hears nothing from MKDIR, and the others
+rem ask for the next numbers.
 :make_runtime
 for /f "skip=15" %%d in ('dir /b /ad /o-d "%cache%\runtime-*" 2^>nul') do rmdir /s /q "%cache%\%%d"
-set "own=runtime-%RANDOM%-%RANDOM%-%RANDOM%"
-set "made=1"
-for /f "delims=" %%e in ('mkdir "%cache%\%own%" 2^>^&1') do set "made="
+set "made="
+for %%t in (1 2 3 4 5 6 7 8) do if not defined made call :make_own
 if not defined made exit /b
 >"%cache%\%own%\new" echo "%key%"
 for %%n in ("%cache%\%own%\new") do set "now=%%~tn"
@@ -233,6 +233,12 @@ if defined made for /f "delims=" %%f in ('dir /b "%kit%runtime\*.c"') do if defi
 if defined made ren "%cache%\%own%\new" key
 if defined made call :compare_key %own%
 if not defined kept rmdir /s /q "%cache%\%own%"
+exit /b
+
+:make_own
+set "own=runtime-%RANDOM%-%RANDOM%-%RANDOM%"
+set "made=1"
+for /f "delims=" %%e in ('mkdir "%cache%\%own%" 2^>^&1') do set "made="
 exit /b
 
 :make_object_with_gcc
