@@ -165,16 +165,17 @@ void BuildMessages::Show() {
     }
     const bool isEmpty = mMessages.empty() && printed.find_first_not_of(" \t\n") == std::string::npos;
     if (!isEmpty || mWindow != nullptr) {
-        List();
-        mWindow->SetPrinted(printed);
-    }
-    if (!isEmpty && !std::exchange(mHasCome, true)) {
-        mWindow->Show();
+        MessagesWindow& window = List();
+        window.SetPrinted(printed);
+        if (!isEmpty && !std::exchange(mHasCome, true)) {
+            window.Show();
+        }
     }
     onChange();
 }
 
-void BuildMessages::List() {
+// Makes the window when there is something to show: its controls would be a good part of each start.
+MessagesWindow& BuildMessages::List() {
     if (mWindow == nullptr) {
         mWindow = &mDesktop.Messages();
         mWindow->onGo = [this](std::size_t row) { RunCommand([&] { Go(row); }); };
@@ -188,24 +189,26 @@ void BuildMessages::List() {
         const std::string words = Words(isFound ? OwnText::MorePlaces : OwnText::MoreMessages);
         rows.push_back({MessageKind::Note, {Words(OwnText::NoteMessage), "", "", std::to_string(left) + words}});
     }
-    mWindow->SetTexts(
+    MessagesWindow& window = *mWindow;
+    window.SetTexts(
         {Words(isFound ? OwnText::PlacesFound : OwnText::Messages),
          {Words(OwnText::KindHead), Words(OwnText::MemberHead), Words(OwnText::LineHead), Words(OwnText::TextHead)},
          Words(OwnText::MessagesPage),
          Words(OwnText::PrintedPage)});
-    mWindow->SetRows(std::move(rows));
+    window.SetRows(std::move(rows));
+    return window;
 }
 
 void BuildMessages::ShowFound(FoundPlaces found) {
     mFound = std::move(found);
     mGone.reset();
-    if (HasFound() || mWindow != nullptr) {
-        List();
-    }
     if (HasFound()) {
-        mWindow->Show();
-    } else if (mWindow != nullptr && !mHasCome) {
-        mWindow->Hide();
+        List().Show();
+    } else if (mWindow != nullptr) {
+        List();
+        if (!mHasCome) {
+            mWindow->Hide();
+        }
     }
 }
 

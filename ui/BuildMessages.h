@@ -65,7 +65,7 @@ public:
 private:
     void Read();
     void Show();
-    void List();
+    MessagesWindow& List();
     bool HasFound() const { return !mFound.places.empty(); }
     const std::vector<Diagnostic>& Listed() const { return HasFound() ? mFound.places : mMessages; }
     void Go(std::size_t row);

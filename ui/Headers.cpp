@@ -5,6 +5,7 @@
 #include "platform/text/Utf8.h"
 
 #include <algorithm>
+#include <deque>
 #include <system_error>
 #include <utility>
 
@@ -105,15 +106,15 @@ const Headers::Header& Headers::Read(const std::string& path, std::size_t room) 
 
 // Files wait their turn in a list: each may include others.
 void Headers::Add(const std::vector<std::string>& included, const std::string& beside, Search& search) {
-    std::vector<std::pair<std::string, std::string>> waiting;
+    std::deque<std::pair<std::string, std::string>> waiting;
     const auto wait = [&waiting](const std::vector<std::string>& names, const std::string& folder) {
         for (const std::string& name : names) {
             waiting.emplace_back(name, folder);
         }
     };
     wait(included, beside);
-    for (std::size_t i = 0; i < waiting.size(); ++i) {
-        const std::string path = Find(waiting[i].first, waiting[i].second, search);
+    for (; !waiting.empty(); waiting.pop_front()) {
+        const std::string path = Find(waiting.front().first, waiting.front().second, search);
         if (path.empty() || !search.seen.insert(path).second) {
             continue;
         }

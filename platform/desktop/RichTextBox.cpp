@@ -4,7 +4,6 @@
 #include "platform/desktop/Window.h"
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 namespace tessaly {
@@ -76,7 +75,8 @@ void RichTextBox::Do(const Edit& edit) {
     GoThrough([&] {
         Step step;
         step.before = SelectedEnds();
-        for (const Change& change : std::ranges::reverse_view(edit.changes)) {
+        for (std::size_t i = edit.changes.size(); i > 0; --i) { // so that the places before stay what they are
+            const Change& change = edit.changes[i - 1];
             const std::size_t start = PositionOf(change.begin);
             step.parts.push_back(Put(start, PositionOf(change.end), LineAt(start), Fresh(change.text)));
         }
@@ -92,7 +92,8 @@ bool RichTextBox::Undo() {
     }
     GoThrough([this] {
         const Step& step = mHistory.Undo();
-        for (const Replacement& part : std::ranges::reverse_view(step.parts)) {
+        for (std::size_t i = step.parts.size(); i > 0; --i) {
+            const Replacement& part = step.parts[i - 1];
             Put(part.start, part.start + part.added.text.size(), part.firstBreak, part.removed);
         }
         SelectEnds(step.before);

@@ -106,7 +106,7 @@ private:
 
 // A hundred make 100,000 actions, which the desktop in memory does in no time. $TESSALY_ROUNDS has the others do as
 // many.
-int RoundsOn(const std::string& desktop) {
+int RoundsOn([[maybe_unused]] const std::string& desktop) {
     const char* const wanted = std::getenv("TESSALY_ROUNDS");
 #ifdef TESSALY_SANITIZED
     const int usual = 2;
