@@ -125,8 +125,9 @@ int Delete(Session& session, const std::string& file, const std::string& name) {
 }
 
 int Resave(Session& session, const std::string& input, const std::string& output) {
+    const std::optional<FileState> source = StateOf(input);
     const std::optional<FileState> target = StateOf(output);
-    if (target && target == StateOf(input)) {
+    if (source && target && source->device == target->device && source->number == target->number) {
         return ChangeDocument(session, output, [](VornSrcObj&) { return Success; });
     }
     return WithDocument(session, input, [&](VornSrcObj& document) { return Save(session, document, output); });
