@@ -12,7 +12,8 @@ namespace tessaly::win32 {
 int EventLoop::Run() {
     MSG message = {};
     while (Next(message)) {
-        Handle(message, mainFilter);
+        const Filter filter = mainFilter; // what is handled may put another one in its place
+        Handle(message, filter);
     }
     return static_cast<int>(message.wParam);
 }
@@ -83,7 +84,7 @@ void EventLoop::Later(HWND window, std::function<void()> action) {
     PostMessageW(window, WM_NULL, 0, 0);
 }
 
-void EventLoop::Handle(MSG& message, Filter filter) {
+void EventLoop::Handle(MSG& message, const Filter& filter) {
     if (!filter || !filter(message)) {
         TranslateMessage(&message);
         DispatchMessageW(&message);

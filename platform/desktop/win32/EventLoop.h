@@ -46,7 +46,7 @@ private:
     void EndWatch();
     bool Wait(MSG& message);
     bool Next(MSG& message);
-    void Handle(MSG& message, Filter filter); // a copy, as what it does may put another one in its place
+    void Handle(MSG& message, const Filter& filter);
     void DoLater();
 
     std::deque<std::function<void()>> mLater;

@@ -60,7 +60,7 @@ void SpotView::Lay(HDC target, const RECT& place, const Tint& tint) {
     SelectObject(drawing, before);
     DeleteDC(drawing);
     if (tint.hasFrame) {
-        const HBRUSH brush = CreateSolidBrush(Turned(InkColour()));
+        HBRUSH brush = CreateSolidBrush(Turned(InkColour()));
         FrameRect(target, &place, brush);
         DeleteObject(brush);
     }

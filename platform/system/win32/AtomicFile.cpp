@@ -75,7 +75,7 @@ void Sweep(const std::wstring& folder) {
         return;
     }
     WIN32_FIND_DATAW found = {};
-    const HANDLE search = FindFirstFileW((folder + L".psf-*.tmp").c_str(), &found);
+    HANDLE search = FindFirstFileW((folder + L".psf-*.tmp").c_str(), &found);
     if (search != INVALID_HANDLE_VALUE) {
         do {
             DeleteFileW((folder + found.cFileName).c_str());
@@ -96,7 +96,7 @@ void CopyAccessList(const std::wstring& from, const std::wstring& to) {
 
 void CopyStreams(const std::wstring& from, const std::wstring& to) {
     WIN32_FIND_STREAM_DATA found = {};
-    const HANDLE search = FindFirstStreamW(from.c_str(), FindStreamInfoStandard, &found, 0);
+    HANDLE search = FindFirstStreamW(from.c_str(), FindStreamInfoStandard, &found, 0);
     if (search == INVALID_HANDLE_VALUE) {
         return;
     }

@@ -197,6 +197,10 @@ struct PipedProcess {
         return true;
     }
 
+    PipedProcess() = default;
+    PipedProcess(const PipedProcess&) = delete;
+    PipedProcess& operator=(const PipedProcess&) = delete;
+
     // What is thrown out of HasEnded leaves a process that must not stay behind.
     ~PipedProcess() {
         if (process) {
