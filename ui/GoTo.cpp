@@ -128,6 +128,12 @@ bool VornMainFrm::ShowMember(const std::string& member) {
     return mFuncBody.FuncBodyAvailable();
 }
 
+// Where the pane has had the keyboard all the time, nobody tells that typing counts again.
+void VornMainFrm::EnterPane() {
+    mFuncBody.SetFocus();
+    FuncBodyChangeMode = 2;
+}
+
 void VornMainFrm::GoTo(const Diagnostic& message) {
     if (!ShowMember(message.member)) {
         return;
@@ -137,7 +143,7 @@ void VornMainFrm::GoTo(const Diagnostic& message) {
         const PlacesNow places(mMessages.TextOf(message.member), MemberText(*mSourceDoc, *origin));
         mFuncBody.MoveCaret(places.Caret(message));
     }
-    mFuncBody.SetFocus();
+    EnterPane();
 }
 
 // Ctrl+D goes to what the caret stands on, and Alt+Left back.
@@ -170,7 +176,7 @@ void VornMainFrm::GoToNamed() {
             mCodeTree.Parent(ItemOf(member)) != TreeItem::None) {
             mCameFrom.push_back({mShownMember, selected});
             if (ShowMember(member)) {
-                mFuncBody.SetFocus();
+                EnterPane();
             }
             return;
         }
@@ -185,7 +191,7 @@ void VornMainFrm::GoBack() {
         if (FindMember(*mSourceDoc, back.member)) {
             if (ShowMember(back.member)) {
                 mFuncBody.Select(back.selected);
-                mFuncBody.SetFocus();
+                EnterPane();
             }
             return;
         }

@@ -177,6 +177,7 @@ private:
     void GoToNamed();
     void GoBack();
     bool ShowMember(const std::string& member);
+    void EnterPane();
     std::size_t ListEverywhere(const std::string& wanted, FindOptions options);
     void GoTo(const Diagnostic& message);
     void ShowLineMarks(std::string_view text);

@@ -125,6 +125,21 @@ TEST_P(ProgramScenario, WhatIsTypedAfterMenusBoxesAndOtherWindowsIsAskedAbout) {
     TypeOn();
 }
 
+TEST_P(ProgramScenario, WhatIsTypedWhereAKeyHasLedIsAskedAbout) {
+    BeginFinding();
+    Pane().Select({{2, 1}, {2, 1}});
+    user->PressKey('D', Ctrl);
+    ASSERT_EQ(CurrentKey(), "Two");
+    user->Type("x");
+    EXPECT_TRUE(program->FuncBodyChangedFlag);
+    user->PressKey('S', Ctrl);
+    user->PressKey(KeyLeft, Alt);
+    ASSERT_EQ(CurrentKey(), "One");
+    ASSERT_FALSE(program->FuncBodyChangedFlag);
+    user->Type("x");
+    EXPECT_TRUE(program->FuncBodyChangedFlag);
+}
+
 TEST_P(ProgramScenario, WhatACommandPutsIntoThePaneIsNoEdit) {
     BeginTyping();
     user->WillPress(MsgResult::No);
