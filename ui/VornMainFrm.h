@@ -8,8 +8,8 @@
 #include "platform/desktop/Desktop.h"
 #include "recovery/RecoveryStore.h"
 #include "ui/BuildMessages.h"
-#include "ui/Finding.h"
 #include "ui/Names.h"
+#include "ui/TextFinder.h"
 #include "ui/TypingHelp.h"
 
 #include <cstdint>
@@ -223,7 +223,7 @@ private:
     Names mNames;
     TypingHelp mTypingHelp;
     BuildMessages mMessages;
-    Finding mFinding;
+    TextFinder mFinding;
     std::vector<WayBack> mCameFrom;
     std::vector<std::string> mMarkedMembers; // by messages, in the tree
     std::set<TreeItem> mEditedItems;         // whose texts the file does not have

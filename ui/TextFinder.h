@@ -13,13 +13,13 @@
 
 namespace tessaly {
 
-class Finding {
+class TextFinder {
 public:
     // The desktop must outlive it.
-    explicit Finding(Desktop& desktop);
-    Finding(const Finding&) = delete;
-    Finding& operator=(const Finding&) = delete;
-    ~Finding() = default;
+    explicit TextFinder(Desktop& desktop);
+    TextFinder(const TextFinder&) = delete;
+    TextFinder& operator=(const TextFinder&) = delete;
+    ~TextFinder() = default;
 
     // It has edited the pane's text, as the user wanted.
     std::function<void()> onEdited;

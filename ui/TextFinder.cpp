@@ -1,5 +1,5 @@
 // The pane selects what is found, wherever the keyboard is, and sets all matches apart.
-#include "ui/Finding.h"
+#include "ui/TextFinder.h"
 
 #include "platform/text/Utf16.h"
 #include "ui/Command.h"
@@ -37,7 +37,7 @@ std::optional<Purpose> PurposeOf(int keyCode, int shift) {
 
 } // namespace
 
-Finding::Finding(Desktop& desktop) : mDesktop(desktop), mPane(desktop.FuncBody()), mBar(desktop) {
+TextFinder::TextFinder(Desktop& desktop) : mDesktop(desktop), mPane(desktop.FuncBody()), mBar(desktop) {
     mBar.onChange = [this] { RunCommand([this] { Find(); }); };
     mBar.onGo = [this](bool isForward) { RunCommand([&] { Go(isForward); }); };
     mBar.onReplaceOne = [this] { RunCommand([this] { ReplaceOne(); }); };
@@ -45,11 +45,11 @@ Finding::Finding(Desktop& desktop) : mDesktop(desktop), mPane(desktop.FuncBody()
     mBar.onClosed = [this] { RunCommand([this] { Closed(); }); };
 }
 
-bool Finding::IsFinding() const {
+bool TextFinder::IsFinding() const {
     return mBar.OpenFor() == Purpose::Find || mBar.OpenFor() == Purpose::Replace;
 }
 
-bool Finding::TakeKey(int keyCode, int shift) {
+bool TextFinder::TakeKey(int keyCode, int shift) {
     const std::optional<Purpose> purpose = PurposeOf(keyCode, shift);
     if (!purpose) {
         return mBar.TakeKey(keyCode, shift);
@@ -60,14 +60,14 @@ bool Finding::TakeKey(int keyCode, int shift) {
     return true;
 }
 
-void Finding::Open(Purpose purpose) {
+void TextFinder::Open(Purpose purpose) {
     mBar.Open(purpose, FirstContent(purpose));
     mIsBehind = true;
     WhenIdle();
 }
 
 // What is selected in one line, and the number of the line.
-std::optional<std::string> Finding::FirstContent(Purpose purpose) const {
+std::optional<std::string> TextFinder::FirstContent(Purpose purpose) const {
     const Selection selected = mPane.Selected();
     if (purpose == Purpose::Line) {
         return std::to_string(selected.caret.line + 1);
@@ -78,14 +78,14 @@ std::optional<std::string> Finding::FirstContent(Purpose purpose) const {
     return ToUtf8(mPane.TextBetween(selected.Begin(), selected.End()));
 }
 
-void Finding::NoteItem() {
+void TextFinder::NoteItem() {
     mIsBehind = true;
     if (!mPane.FuncBodyAvailable() && mBar.OpenFor() != Purpose::Everywhere) {
         mBar.Close();
     }
 }
 
-void Finding::WhenIdle() {
+void TextFinder::WhenIdle() {
     if (!mIsBehind || !IsFinding()) {
         return;
     }
@@ -96,7 +96,7 @@ void Finding::WhenIdle() {
 }
 
 // As the user types, from where the selection begins: so it grows with what is typed.
-void Finding::Find() {
+void TextFinder::Find() {
     mIsBehind = true;
     WhenIdle();
     if (IsFinding()) {
@@ -104,7 +104,7 @@ void Finding::Find() {
     }
 }
 
-void Finding::Go(bool isForward) {
+void TextFinder::Go(bool isForward) {
     if (mBar.OpenFor() == Purpose::Line) {
         GoToLine();
     } else if (mBar.OpenFor() == Purpose::Everywhere) {
@@ -116,7 +116,7 @@ void Finding::Go(bool isForward) {
 }
 
 // The nearest line that is there. What is no number leads nowhere.
-void Finding::GoToLine() {
+void TextFinder::GoToLine() {
     const std::string wanted = mBar.Wanted();
     std::size_t line = 0;
     const auto [end, error] = std::from_chars(wanted.data(), wanted.data() + wanted.size(), line);
@@ -129,13 +129,13 @@ void Finding::GoToLine() {
     mPane.Select({begin, begin});
 }
 
-void Finding::GoEverywhere() {
+void TextFinder::GoEverywhere() {
     const std::string wanted = mBar.Wanted();
     const std::size_t count = onEverywhere(wanted, mBar.Options());
     mBar.ShowCount(wanted.empty() ? "" : count > 0 ? std::to_string(count) : Words(OwnText::NothingFound));
 }
 
-void Finding::SelectNext(Place from, bool isForward) {
+void TextFinder::SelectNext(Place from, bool isForward) {
     if (!mMatches.empty()) {
         const Match& match = mMatches[NextMatch(mMatches, from, isForward)];
         mPane.Select({match.begin, match.End()});
@@ -144,7 +144,7 @@ void Finding::SelectNext(Place from, bool isForward) {
 }
 
 // The match that is selected; where none is, the next one is selected first.
-void Finding::ReplaceOne() {
+void TextFinder::ReplaceOne() {
     WhenIdle();
     const Selection selected = mPane.Selected();
     const auto match = std::find_if(mMatches.begin(), mMatches.end(), [&](const Match& each) {
@@ -157,7 +157,7 @@ void Finding::ReplaceOne() {
     SelectNext(mPane.Selected().End(), true);
 }
 
-void Finding::ReplaceAll() {
+void TextFinder::ReplaceAll() {
     WhenIdle();
     if (mMatches.empty()) {
         return;
@@ -168,14 +168,14 @@ void Finding::ReplaceAll() {
     mBar.ShowCount(count + Words(OwnText::Replaced));
 }
 
-void Finding::Replace(const std::vector<Match>& matches) {
+void TextFinder::Replace(const std::vector<Match>& matches) {
     mPane.Do(tessaly::ReplaceAll(matches, ToUtf16(mBar.Replacement())));
     mIsBehind = true;
     onEdited();
 }
 
 // Which of them is selected, if one is.
-void Finding::ShowCount() {
+void TextFinder::ShowCount() {
     if (mBar.Wanted().empty()) {
         mBar.ShowCount("");
         return;
@@ -192,7 +192,7 @@ void Finding::ShowCount() {
     mBar.ShowCount(number + Words(OwnText::MatchOf) + std::to_string(mMatches.size()));
 }
 
-void Finding::SetLanguage(std::uint8_t language) {
+void TextFinder::SetLanguage(std::uint8_t language) {
     mLanguage = language;
     mBar.SetLanguage(language);
     if (IsFinding()) {
@@ -200,7 +200,7 @@ void Finding::SetLanguage(std::uint8_t language) {
     }
 }
 
-void Finding::Closed() {
+void TextFinder::Closed() {
     mMatches.clear();
     mPane.SetMatches({});
     if (mPane.FuncBodyAvailable()) {
