@@ -8,6 +8,7 @@ from pathlib import Path
 import markdown
 
 import catalogue
+import reference
 
 HERE = Path(__file__).resolve().parent
 
@@ -81,10 +82,11 @@ def _hot_keys(language: Language) -> str:
 
 
 def _put_in(source: str, language: Language) -> str:
+    source = reference.put_in(source, language.code)
     source = re.sub(r"\{menu:([\w>]+)\}", lambda match: _menu_path(match[1], language), source)
     source = re.sub(r"\{text:(\w+)\}", lambda match: _quoted(match[1], language), source)
     source = source.replace("{keys}", _hot_keys(language))
-    left = re.search(r"\{(menu|text|key)[^}]*\}", source)
+    left = re.search(r"\{(menu|text|key|call|about|fields|values)\b[^}\n]*\}", source)
     if left:
         raise ValueError(f"nothing to put in for {left.group()}")
     return source

@@ -11,24 +11,24 @@ void OnError(uchar channel, uchar error_type);
 /* A frame has arrived. It may be changed, and passed to SendFrame; it is gone when the handler returns. */
 void OnFrame(DataFrame* frame, uchar channel);
 
-/* A key was pressed. A character in Windows-1252; those from 0x80 up are negative where char is signed. */
+/* A key was pressed. The character is in Windows-1252; those from 0x80 up are negative where char is signed. */
 void OnKey(char character);
 
-/* The block was started or stopped. Milliseconds since the origin of time, which is the first time stamp of the
- * script. The timers are stopped after OnStop. */
+/* The block was started or stopped. The time is in milliseconds since the origin of time, which is the first time
+ * stamp of the script. The timers are stopped after OnStop. */
 void OnStart(long time);
 void OnStop(long time);
 
 /* A timer has run out, or the script says so: then no timer of that id needs to be running. */
 void OnTimer(uint timerid);
 
-/* The trigger was pulled. Milliseconds since the origin of time. */
+/* The block was triggered. The time is in milliseconds since the origin of time. */
 void OnTrigger(long time);
 
 /* Bytes have arrived on the serial port: 1-VEX_SERIAL_LIMIT of them, gone when the handler returns. */
 void OnSerial(const void* data, unsigned short datacount);
 
-/* A message has arrived. A text in Windows-1252 with a 0 at its end; the handler may change it within its length. */
+/* A message has arrived: a text in Windows-1252 with a 0 at its end. The handler may change it within its length. */
 void OnMsg(char* string);
 
 /* Part of every program block, and never called. */

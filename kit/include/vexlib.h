@@ -1,5 +1,5 @@
 /* The types and calls of a program block, as the host kit offers them.
- * Every call answers VEX_OK (0) or a negative code and has then done nothing at all; none of them ever waits. */
+ * Every call returns VEX_OK (0) or a negative code and has then done nothing at all; none of them ever waits. */
 #ifndef VEXLIB_H
 #define VEXLIB_H
 
@@ -24,10 +24,10 @@ typedef unsigned int uint;
 #define VEX_PRINTF
 #endif
 
-/* What the calls answer. */
-#define VEX_OK 0
+/* What the calls return. */
+#define VEX_OK 0             /* done */
 #define VEX_BAD_CHANNEL (-1) /* the channel is not 0-255 */
-#define VEX_BAD_FRAME (-2)   /* no frame, its id is out of range, or it is a remote frame and an FD frame at once */
+#define VEX_BAD_FRAME (-2)   /* no frame, its id is too large, or it is a remote frame and an FD frame at once */
 #define VEX_BAD_LENGTH (-3)  /* a length that no such frame, or no serial packet, has */
 #define VEX_BAD_PERIOD (-4)  /* a period that is not 1-2147483647 ms */
 #define VEX_BAD_DATA (-5)    /* a null pointer where bytes or a text are needed */
@@ -38,11 +38,11 @@ typedef unsigned int uint;
 /* How many timers may run at once. */
 #define VEX_TIMER_LIMIT 4096
 
-/* How many bytes SerialWrite takes, and OnSerial gets, at most. */
+/* How many bytes SerialWrite takes, and OnSerial is given, at most. */
 #define VEX_SERIAL_LIMIT 65535
 
 /* One frame on a channel. The flags are 0 or 1; any other value counts as 1.
- * Start from a cleared frame (memset, or = {0}): a forgotten flag is the usual mistake. */
+ * Start with DataFrame frame = {0}: a flag that you forget would otherwise have a random value. */
 typedef struct DataFrame {
     uint id;        /* 0-0x7FF, or 0-0x1FFFFFFF when extended is set */
     uchar extended; /* the id has 29 bits instead of 11 */
@@ -55,28 +55,28 @@ typedef struct DataFrame {
 } DataFrame;
 
 /* Sends a copy of the frame on a channel, 0-255. It is not heard by this block's own OnFrame.
- * VEX_BAD_CHANNEL, VEX_BAD_FRAME, VEX_BAD_LENGTH. */
+ * Errors: VEX_BAD_CHANNEL, VEX_BAD_FRAME, VEX_BAD_LENGTH. */
 int SendFrame(const DataFrame* frame, int channel);
 
 /* Calls OnTimer(timerid) every period milliseconds, 1-2147483647, from now on, until StopTimer or the stop event.
  * Every value is an id. A timer that is running already is started anew with the new period.
- * VEX_BAD_PERIOD, VEX_TIMERS_FULL. */
+ * Errors: VEX_BAD_PERIOD, VEX_TIMERS_FULL. */
 int StartTimer(uint timerid, long period);
 
 /* As StartTimer, but calls OnTimer(timerid) a single time, after delay milliseconds.
  * The timer no longer runs when OnTimer is called, which may start it again. */
 int StartTimerOnce(uint timerid, long delay);
 
-/* Stops a timer of either kind. VEX_NO_TIMER when it is not running, which a block may well ignore. */
+/* Stops a timer of either kind. The result is VEX_NO_TIMER when it is not running, which a block may ignore. */
 int StopTimer(uint timerid);
 
 /* Writes datacount bytes, 0-VEX_SERIAL_LIMIT, to the serial port; with 0 bytes it does nothing, whatever data is.
- * VEX_BAD_LENGTH, VEX_BAD_DATA. */
+ * Errors: VEX_BAD_LENGTH, VEX_BAD_DATA. */
 int SerialWrite(const void* data, long datacount);
 
-/* Prints a text on the terminal, formatted as printf does it; no line end is added. The text is Windows-1252, like
- * the block's source; one that is valid UTF-8 as a whole is printed as it is.
- * VEX_BAD_DATA, VEX_BAD_TEXT. */
+/* Prints a text, formatted as printf does it; no line end is added. The text is in Windows-1252, like the block's
+ * source; one that is valid UTF-8 as a whole is printed as it is.
+ * Errors: VEX_BAD_DATA, VEX_BAD_TEXT. */
 VEX_PRINTF int Print(const char* format, ...);
 
 #endif
