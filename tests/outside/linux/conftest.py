@@ -1,12 +1,13 @@
 """Homes and programs that are gone at the end of the test, and pictures."""
 
 import functools
+import shutil
 import os
 import pathlib
 import subprocess
 
 import pytest
-from harness import ROOT, identify, screenshot, wait_until
+from harness import ROOT, example_file, identify, screenshot, wait_until
 from linux_harness import Program, make_home, make_opener
 
 READER = pathlib.Path(__file__).parent / "spoken.py"
@@ -33,6 +34,21 @@ def fixture_start(home):
     yield start
     for program in programs:
         program.kill()
+
+
+@pytest.fixture(name="block")
+def fixture_block(home):
+    """A file of its own, to be changed."""
+    return shutil.copy(example_file("blink", ".PSF"), home / "block.PSF")
+
+
+@pytest.fixture(name="program")
+def fixture_program(start, block):
+    """The program with the keyboard in the pane, at the beginning of the references."""
+    program = start(block)
+    program.wait_for("Tessaly")
+    program.key("F2", "Home", "F3", "ctrl+Home")
+    return program
 
 
 @pytest.fixture(name="picture")

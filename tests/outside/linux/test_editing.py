@@ -1,25 +1,6 @@
 """The keys that edit, pressed on a real keyboard: what they did is in the file that is saved then."""
 
-import shutil
-
-import pytest
-from harness import example_file, wait_until
-
-
-@pytest.fixture(name="block")
-def fixture_block(home):
-    path = home / "edited.PSF"
-    shutil.copy(example_file("blink", ".PSF"), path)
-    return path
-
-
-@pytest.fixture(name="program")
-def fixture_program(start, block):
-    """The program with the keyboard in the pane, at the beginning of the references."""
-    program = start(block)
-    program.wait_for("Tessaly")
-    program.key("F2", "Home", "F3", "ctrl+Home")
-    return program
+from harness import wait_until
 
 
 def saved(program, block, text):

@@ -1,16 +1,7 @@
 """Names that are offered while one types, by real keys."""
 
-import shutil
-
 import pytest
-from harness import example_file, wait_until
-
-
-@pytest.fixture(name="block")
-def fixture_block(home):
-    path = home / "names.PSF"
-    shutil.copy(example_file("blink", ".PSF"), path)
-    return path
+from harness import wait_until
 
 
 @pytest.fixture(name="program")

@@ -1,25 +1,14 @@
 """Whatever takes the keyboard from the pane gives it back: what is typed then is asked about when the window closes."""
 
-import shutil
 import subprocess
 
 import pytest
-from harness import click, example_file, wait_until, xdotool
-
-
-@pytest.fixture(name="block")
-def fixture_block(home):
-    path = home / "typed.PSF"
-    shutil.copy(example_file("blink", ".PSF"), path)
-    return path
+from harness import click, wait_until, xdotool
 
 
 @pytest.fixture(name="program")
-def fixture_program(start, block):
-    """The program with the keyboard in the pane, in front of the references, where something is typed."""
-    program = start(block)
-    program.wait_for("Tessaly")
-    program.key("F2", "Home", "F3", "ctrl+Home")
+def fixture_program(program):
+    """Something is typed in the pane, in front of the references."""
     program.type("int first;")
     return program
 
@@ -83,7 +72,7 @@ def test_after_a_build_with_its_question_and_its_window(program, block, home):
     program.key("F10")
     program.wait_for("Save As")
     program.key("Return")
-    wait_until("the program block", (home / "typed.out").exists)
+    wait_until("the program block", (home / "block.out").exists)
     program.wait_for("Tessaly")
     type_on_and_close(program, block)
 

@@ -24,7 +24,7 @@ public:
     memory::SequentialFiles files;
     SingleByteCodePage codePage{Windows1252HighHalf()};
     Headers headers{files, codePage};
-    Headers::Places places = {"/kit/compile.sh", "/work/program.c", "/home/me/Mine.PSF"};
+    Headers::Places places = {"/kit/compile.sh", "/project/program.c", "/home/me/Mine.PSF"};
 };
 
 TEST_F(HeadersTest, AreInTheFoldersThatTheBatchFilesListNames) {
@@ -45,7 +45,7 @@ TEST_F(HeadersTest, OfABatchFileInQuotesAndOnWindows) {
 
 TEST_F(HeadersTest, MayLieBesideTheDocumentOrTheCFile) {
     files.contents["/home/me/mine.h"] = "int mine;";
-    files.contents["/work/beside.h"] = "int beside;";
+    files.contents["/project/beside.h"] = "int beside;";
     EXPECT_EQ(Names({"\"mine.h\"", "\"beside.h\"", "<beside.h>"}), "int mine; int beside");
     places.document = "";
     EXPECT_EQ(Names({"\"mine.h\""}), "");
