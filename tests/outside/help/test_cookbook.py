@@ -1,0 +1,32 @@
+"""The six handlers of the help: their texts are taken out of the page, built and run with their scripts."""
+
+import pytest
+from help_pages import LANGUAGES, Workplace, blocks, blocks_of, member, sections, source
+
+RECIPES = ["cyclic", "timeout", "filter", "serial", "errors", "message"]
+
+
+@pytest.mark.parametrize("language", LANGUAGES)
+def test_there_are_six(language):
+    assert list(sections(source(language, "cookbook"))) == RECIPES
+
+
+@pytest.mark.parametrize("language", LANGUAGES)
+@pytest.mark.parametrize("recipe", RECIPES)
+def test_a_recipe_does_what_its_page_says(recipe, language, tmp_path):
+    text = sections(source(language, "cookbook"))[recipe]
+    assert {kind for kind, _ in blocks(text)} == {"c", "events", "output"}
+    place = Workplace(tmp_path)
+    program = place.block(blocks_of("c", text))
+    script = place.write("Block.events", *blocks_of("events", text))
+    assert place.does(program, script) == "".join(blocks_of("output", text))
+
+
+@pytest.mark.parametrize("language", LANGUAGES)
+@pytest.mark.parametrize("recipe", RECIPES)
+def test_each_text_stands_below_the_name_of_its_item(recipe, language):
+    text = sections(source(language, "cookbook"))[recipe]
+    for code in blocks_of("c", text):
+        above = text[:text.index(f"```c\n{code}")].strip().splitlines()[-1]
+        item = member(code)
+        assert above.endswith("{text:nodeVariables}:" if item == "references" else f"`{item.split('/')[1]}`:")
