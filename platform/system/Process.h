@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 namespace tessaly {
 
@@ -36,18 +37,24 @@ struct ProcessResult {
 // or on Unix when this process ignores SIGCHLD and so cannot wait.
 ProcessResult RunProcess(const std::string& commandLine, const std::function<void(std::string_view)>& onOutput);
 
-// A process as RunProcess runs one, beside others. One that has not ended is killed with this.
+// A process as RunProcess runs one, beside others. One that has not ended is killed with this, and all that it started
+// with it; on Unix that is its process group.
 class RunningProcess {
 public:
-    // Starts it. That it cannot be started is the result of one that has ended.
-    RunningProcess(const std::string& commandLine, std::function<void(std::string_view)> onOutput);
+    // Starts it. That it cannot be started is the result of one that has ended. With `onErrors`, that gets what goes to
+    // standard error.
+    RunningProcess(const std::string& commandLine, std::function<void(std::string_view)> onOutput,
+                   std::function<void(std::string_view)> onErrors = {});
     RunningProcess(const RunningProcess&) = delete;
     RunningProcess& operator=(const RunningProcess&) = delete;
     ~RunningProcess();
 
-    // Passes on what it has printed. Where that is nothing it waits up to so many milliseconds. True once it has ended
-    // and all is passed on. Throws as RunProcess does.
-    bool HasEnded(int patience);
+    // Passes on what it has printed, without waiting for more. True once it has ended and all is passed on. Throws as
+    // RunProcess does.
+    bool HasEnded();
+
+    // Waits until one of `processes` may have printed something or ended, and 50 milliseconds at most.
+    static void WaitForAny(const std::vector<RunningProcess*>& processes);
 
     // How it ended.
     const ProcessResult& Result() const;

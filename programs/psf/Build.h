@@ -22,7 +22,4 @@ struct BuildOptions {
 // load's, the generation's, CompilerMissing, WrongUsage; of several that of the first that failed.
 int Build(Session& session, const std::vector<std::string>& files, const BuildOptions& options);
 
-// The C file of `file` where several are built, beside `cFile`, that of the settings.
-std::string OwnCFile(const std::string& cFile, const std::string& file);
-
 } // namespace tessaly::psf

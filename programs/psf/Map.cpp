@@ -2,7 +2,7 @@
 #include "diagnostics/NearestLines.h"
 #include "diagnostics/RewriteMessages.h"
 #include "platform/text/Ascii.h"
-#include "programs/psf/Build.h"
+#include "programs/psf/BuildJob.h"
 #include "programs/psf/Commands.h"
 #include "programs/psf/Printable.h"
 

@@ -34,7 +34,7 @@ public:
     Child& operator=(const Child&) = delete;
     ~Child() {
         if (!mEnded) {
-            ::kill(mProcess, SIGKILL);
+            ::kill(-mProcess, SIGKILL); // its group: what it has started goes, too
             int status = 0;
             while (::waitpid(mProcess, &status, 0) < 0 && errno == EINTR) {
             }
@@ -83,12 +83,12 @@ std::error_code Error(int number) {
 // What a child does between its birth and its program.
 class SpawnPlan {
 public:
-    // Both outputs go into `output`. The duplicates come first: `output` may be descriptor 0 itself.
-    explicit SpawnPlan(int output) {
+    // Neither of the two is 0, 1 or 2: a duplicate would take the place of the other.
+    SpawnPlan(int output, int errors) {
         Check(posix_spawn_file_actions_init(&mActions));
         Check(posix_spawnattr_init(&mAttributes));
         Check(posix_spawn_file_actions_adddup2(&mActions, output, STDOUT_FILENO));
-        Check(posix_spawn_file_actions_adddup2(&mActions, output, STDERR_FILENO));
+        Check(posix_spawn_file_actions_adddup2(&mActions, errors, STDERR_FILENO));
         Check(posix_spawn_file_actions_addopen(&mActions, STDIN_FILENO, "/dev/null", O_RDONLY, 0));
         ResetSignals();
     }
@@ -153,10 +153,10 @@ std::size_t ReadPiece(int pipe, std::size_t size, const std::function<void(std::
     return length;
 }
 
-// Whether something can be read, the end included, before the time is over.
-bool WaitForOutput(int pipe, int milliseconds) {
+// Whether something can be read now, the end included.
+bool HasOutput(int pipe) {
     pollfd entry = {pipe, POLLIN, 0};
-    const int count = ::poll(&entry, 1, milliseconds);
+    const int count = ::poll(&entry, 1, 0);
     if (count < 0 && errno != EINTR) {
         ThrowSystemError("poll");
     }
@@ -174,19 +174,6 @@ void Drain(int pipe, const std::function<void(std::string_view)>& onOutput) {
         const std::size_t count = ReadPiece(pipe, left, onOutput);
         left = count > 0 ? left - count : 0;
     }
-}
-
-// One step of following: whether the process has ended and all that it printed is passed on.
-bool Follow(Child& child, int pipe, const std::function<void(std::string_view)>& onOutput, int patience) {
-    if (!child.HasEnded(WNOHANG)) {
-        if (WaitForOutput(pipe, patience) && ReadPiece(pipe, PIPE_BUF * 4, onOutput) == 0) {
-            child.HasEnded(0);
-        } else {
-            return false;
-        }
-    }
-    Drain(pipe, onOutput);
-    return true;
 }
 
 bool CanStart(const std::vector<std::string>& arguments) {
@@ -251,40 +238,117 @@ bool IsRegularFile(const std::string& path) {
     return path.find('\0') == std::string::npos && ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
-namespace {
+// A child and the pipes with what it prints.
+class PipedChild {
+public:
+    // Why it could not be started, or none. Without `onErrors` both outputs go to `onOutput`.
+    std::error_code Start(const std::vector<std::string>& arguments, std::function<void(std::string_view)> onOutput,
+                          std::function<void(std::string_view)> onErrors) {
+        if (!CanStart(arguments)) {
+            return Error(EINVAL);
+        }
+        const bool isOnePipe = !onErrors;
+        const Descriptor output = AddOutlet(std::move(onOutput));
+        const Descriptor errors = isOnePipe ? Descriptor() : AddOutlet(std::move(onErrors));
+        if (output.Number() < 0 || (!isOnePipe && errors.Number() < 0)) {
+            return Error(errno);
+        }
+        const InterruptsHeld held; // until it is known whom they concern
+        pid_t process = 0;
+        const int error = SpawnPlan(output.Number(), (isOnePipe ? output : errors).Number()).Start(arguments, process);
+        if (error == 0) {
+            mChild.emplace(process);
+        }
+        return Error(error);
+    }
 
-// Starts a process; `pipe` is the end from which what it prints is read. Its start error, or none.
-std::error_code StartPiped(const std::vector<std::string>& arguments, std::optional<Child>& child, Descriptor& pipe) {
-    if (!CanStart(arguments)) {
-        return Error(EINVAL);
+    // Whether it has ended and all that it printed is passed on.
+    bool HasEnded() {
+        if (!mChild) {
+            return true;
+        }
+        const bool hasEnded = mChild->HasEnded(WNOHANG); // asked first: what it printed before that is in the pipes
+        for (Outlet& outlet : mOutlets) {
+            if (outlet.isOpen && hasEnded) {
+                Drain(outlet.pipe.Number(), outlet.onPiece);
+            } else if (outlet.isOpen && HasOutput(outlet.pipe.Number())) {
+                outlet.isOpen = ReadPiece(outlet.pipe.Number(), PIPE_BUF * 4, outlet.onPiece) > 0;
+            }
+        }
+        if (hasEnded) {
+            mExitStatus = mChild->ExitStatus();
+            mChild.reset();
+        }
+        return hasEnded;
     }
-    std::array<int, 2> ends = {-1, -1};
-    if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
-        return Error(errno);
-    }
-    pipe.Take(ends[0]);
-    const Descriptor writeEnd(ends[1]);
-    const InterruptsHeld held; // until it is known whom they concern
-    pid_t process = 0;
-    const int error = SpawnPlan(writeEnd.Number()).Start(arguments, process);
-    if (error == 0) {
-        child.emplace(process);
-    }
-    return Error(error);
-}
 
-} // namespace
+    int ExitStatus() const { return mExitStatus; }
+
+    // Adds what is to be watched, and returns how many milliseconds the child may go without being asked.
+    int Watch(std::vector<pollfd>& entries) {
+        if (!mChild) {
+            return 0;
+        }
+        const std::size_t before = entries.size();
+        for (const Outlet& outlet : mOutlets) {
+            if (outlet.isOpen) {
+                entries.push_back({outlet.pipe.Number(), POLLIN, 0});
+            }
+        }
+        if (entries.size() > before) {
+            return SilenceInMilliseconds;
+        }
+        mPatience = std::min(mPatience * 2, SilenceInMilliseconds); // it closes both outputs right before its end
+        return mPatience;
+    }
+
+    static void WaitForAny(const std::vector<PipedChild*>& children) {
+        std::vector<pollfd> entries;
+        int patience = SilenceInMilliseconds;
+        for (PipedChild* child : children) {
+            patience = std::min(patience, child->Watch(entries));
+        }
+        if (::poll(entries.data(), entries.size(), patience) < 0 && errno != EINTR) {
+            ThrowSystemError("poll");
+        }
+    }
+
+private:
+    // The end of a pipe that is read from, and who gets it.
+    struct Outlet {
+        Descriptor pipe;
+        std::function<void(std::string_view)> onPiece;
+        bool isOpen = true; // somebody may still write there
+    };
+
+    // The end for the child, or none. It never has the number of a standard stream, whose place another may need.
+    Descriptor AddOutlet(std::function<void(std::string_view)> onPiece) {
+        std::array<int, 2> ends = {-1, -1};
+        if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
+            return Descriptor();
+        }
+        mOutlets.push_back({Descriptor(ends[0]), std::move(onPiece)});
+        Descriptor end(ends[1]);
+        return ends[1] > STDERR_FILENO ? std::move(end)
+                                       : Descriptor(::fcntl(ends[1], F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+    }
+
+    std::vector<Outlet> mOutlets;
+    std::optional<Child> mChild;
+    int mExitStatus = 0;
+    int mPatience = 1;
+};
 
 ProcessResult RunProcess(const std::vector<std::string>& arguments,
                          const std::function<void(std::string_view)>& onOutput) {
-    std::optional<Child> child;
-    Descriptor pipe;
-    if (const std::error_code error = StartPiped(arguments, child, pipe)) {
+    PipedChild child;
+    if (const std::error_code error = child.Start(arguments, onOutput, {})) {
         return {error, 0};
     }
-    while (!Follow(*child, pipe.Number(), onOutput, SilenceInMilliseconds)) {
+    while (!child.HasEnded()) {
+        PipedChild::WaitForAny({&child});
     }
-    return {{}, child->ExitStatus()};
+    return {{}, child.ExitStatus()};
 }
 
 } // namespace posix
@@ -294,31 +358,31 @@ ProcessResult RunProcess(const std::string& commandLine, const std::function<voi
 }
 
 struct RunningProcess::State {
-    std::function<void(std::string_view)> onOutput;
-    posix::Descriptor pipe;
-    std::optional<posix::Child> child;
+    posix::PipedChild child;
     ProcessResult result;
 };
 
-RunningProcess::RunningProcess(const std::string& commandLine, std::function<void(std::string_view)> onOutput)
+RunningProcess::RunningProcess(const std::string& commandLine, std::function<void(std::string_view)> onOutput,
+                               std::function<void(std::string_view)> onErrors)
     : mState(std::make_unique<State>()) {
-    mState->onOutput = std::move(onOutput);
-    mState->result.startError =
-        posix::StartPiped(posix::SplitCommandLine(commandLine, posix::IsRegularFile), mState->child, mState->pipe);
+    mState->result.startError = mState->child.Start(posix::SplitCommandLine(commandLine, posix::IsRegularFile),
+                                                    std::move(onOutput), std::move(onErrors));
 }
 
 RunningProcess::~RunningProcess() = default;
 
-bool RunningProcess::HasEnded(int patience) {
-    if (!mState->child) {
-        return true;
+bool RunningProcess::HasEnded() {
+    const bool hasEnded = mState->child.HasEnded();
+    mState->result.exitStatus = mState->child.ExitStatus();
+    return hasEnded;
+}
+
+void RunningProcess::WaitForAny(const std::vector<RunningProcess*>& processes) {
+    std::vector<posix::PipedChild*> children;
+    for (const RunningProcess* process : processes) {
+        children.push_back(&process->mState->child);
     }
-    if (!posix::Follow(*mState->child, mState->pipe.Number(), mState->onOutput, patience)) {
-        return false;
-    }
-    mState->result.exitStatus = mState->child->ExitStatus();
-    mState->child.reset();
-    return true;
+    posix::PipedChild::WaitForAny(children);
 }
 
 const ProcessResult& RunningProcess::Result() const {

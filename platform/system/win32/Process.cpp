@@ -102,8 +102,8 @@ private:
     std::vector<std::byte> mRoom;
 };
 
-// Starts a process with both outputs in `output` and nothing to read.
-StartedProcess StartWithOutput(const std::string& commandLine, HANDLE output, const win32::Job& job) {
+// Starts a process with its outputs in `output` and `errors`, which may be the same, and nothing to read.
+StartedProcess StartWithOutput(const std::string& commandLine, HANDLE output, HANDLE errors, const win32::Job& job) {
     SECURITY_ATTRIBUTES inheritable = {sizeof inheritable, nullptr, TRUE};
     const Handle nothing(CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, &inheritable,
                                      OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -111,13 +111,16 @@ StartedProcess StartWithOutput(const std::string& commandLine, HANDLE output, co
         return {{}, LastError()};
     }
     std::vector<HANDLE> handles = {nothing.Get(), output};
+    if (errors != output) {
+        handles.push_back(errors);
+    }
     InheritedHandles inherited(handles);
     STARTUPINFOEXW startup = {};
     startup.StartupInfo.cb = sizeof startup;
     startup.StartupInfo.dwFlags = STARTF_USESTDHANDLES;
     startup.StartupInfo.hStdInput = nothing.Get();
     startup.StartupInfo.hStdOutput = output;
-    startup.StartupInfo.hStdError = output;
+    startup.StartupInfo.hStdError = errors;
     startup.lpAttributeList = inherited.Get();
     // Without a console of our own the process would open one for all to see.
     const DWORD window = GetConsoleWindow() == nullptr ? CREATE_NO_WINDOW : 0;
@@ -152,41 +155,54 @@ bool PassOn(HANDLE pipe, const std::function<void(std::string_view)>& onOutput) 
 
 namespace win32 {
 
-// A process, its job, and the pipe with what it prints.
+// A process, its job, and the pipes with what it prints.
 struct PipedProcess {
     Job job;
     Handle process;
-    Handle pipe;
+    Handle output;
+    Handle errors; // none where both are one
     std::function<void(std::string_view)> onOutput;
+    std::function<void(std::string_view)> onErrors;
     ProcessResult result;
+    bool hadOutput = false; // the last time that it was looked for
 
     void Start(const std::string& commandLine) {
-        SECURITY_ATTRIBUTES inheritable = {sizeof inheritable, nullptr, TRUE};
-        HANDLE ends[2] = {nullptr, nullptr};
-        if (CreatePipe(&ends[0], &ends[1], &inheritable, 0) == 0) {
-            result.startError = LastError();
+        const Handle outputEnd = AddPipe(output);
+        const Handle errorsEnd = onErrors ? AddPipe(errors) : Handle();
+        if (result.startError) {
             return;
         }
-        pipe = Handle(ends[0]);
-        const Handle writeEnd(ends[1]);
-        StartedProcess started = StartWithOutput(commandLine, writeEnd.Get(), job);
+        StartedProcess started =
+            StartWithOutput(commandLine, outputEnd.Get(), onErrors ? errorsEnd.Get() : outputEnd.Get(), job);
         process = std::move(started.process);
         result.startError = started.error;
     }
 
-    // One step of following: whether the process has ended and all that it printed is passed on.
-    bool HasEnded(DWORD patience) {
+    // The end for the process.
+    Handle AddPipe(Handle& readEnd) {
+        SECURITY_ATTRIBUTES inheritable = {sizeof inheritable, nullptr, TRUE};
+        HANDLE ends[2] = {nullptr, nullptr};
+        if (CreatePipe(&ends[0], &ends[1], &inheritable, 0) == 0) {
+            result.startError = LastError();
+        }
+        readEnd = Handle(ends[0]);
+        return Handle(ends[1]);
+    }
+
+    // Whether the process has ended and all that it printed is passed on.
+    bool HasEnded() {
         if (!process) {
             return true;
         }
-        const DWORD answer = WaitForSingleObject(process.Get(), PassOn(pipe.Get(), onOutput) ? 0 : patience);
+        const DWORD answer = WaitForSingleObject(process.Get(), 0); // asked first: what it printed before is there
         if (answer == WAIT_FAILED) {
             ThrowLastError("WaitForSingleObject");
         }
+        hadOutput = PassOn(output.Get(), onOutput);
+        hadOutput = (onErrors && PassOn(errors.Get(), onErrors)) || hadOutput;
         if (answer != WAIT_OBJECT_0) {
             return false;
         }
-        PassOn(pipe.Get(), onOutput);
         DWORD status = 0;
         if (GetExitCodeProcess(process.Get(), &status) == 0) {
             ThrowLastError("GetExitCodeProcess");
@@ -223,23 +239,42 @@ void StartProcess(const std::string& commandLine, std::int32_t windowStyle, cons
 
 ProcessResult RunProcess(const std::string& commandLine, const std::function<void(std::string_view)>& onOutput) {
     RunningProcess process(commandLine, onOutput);
-    while (!process.HasEnded(SilenceInMilliseconds)) {
+    while (!process.HasEnded()) {
+        RunningProcess::WaitForAny({&process});
     }
     return process.Result();
 }
 
 struct RunningProcess::State : win32::PipedProcess {};
 
-RunningProcess::RunningProcess(const std::string& commandLine, std::function<void(std::string_view)> onOutput)
+RunningProcess::RunningProcess(const std::string& commandLine, std::function<void(std::string_view)> onOutput,
+                               std::function<void(std::string_view)> onErrors)
     : mState(std::make_unique<State>()) {
     mState->onOutput = std::move(onOutput);
+    mState->onErrors = std::move(onErrors);
     mState->Start(commandLine);
 }
 
 RunningProcess::~RunningProcess() = default;
 
-bool RunningProcess::HasEnded(int patience) {
-    return mState->HasEnded(static_cast<DWORD>(patience));
+bool RunningProcess::HasEnded() {
+    return mState->HasEnded();
+}
+
+void RunningProcess::WaitForAny(const std::vector<RunningProcess*>& processes) {
+    std::vector<HANDLE> handles;
+    for (const RunningProcess* process : processes) {
+        if (!process->mState->process || process->mState->hadOutput) {
+            return;
+        }
+        if (handles.size() < MAXIMUM_WAIT_OBJECTS) {
+            handles.push_back(process->mState->process.Get());
+        }
+    }
+    if (!handles.empty() && WaitForMultipleObjects(static_cast<DWORD>(handles.size()), handles.data(), FALSE,
+                                                   SilenceInMilliseconds) == WAIT_FAILED) {
+        ThrowLastError("WaitForMultipleObjects");
+    }
 }
 
 const ProcessResult& RunningProcess::Result() const {

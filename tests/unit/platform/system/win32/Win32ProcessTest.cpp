@@ -122,6 +122,31 @@ TEST_F(Win32ProcessTest, WhatIsThrownAtOutputGetsThroughAndTheProcessIsKilled) {
                  std::runtime_error);
 }
 
+TEST_F(Win32ProcessTest, StandardErrorHasAPlaceOfItsOwn) {
+    std::string errors;
+    RunningProcess process(
+        Child("talk x 6"), [this](std::string_view piece) { output += piece; },
+        [&errors](std::string_view piece) { errors += piece; });
+    while (!process.HasEnded()) {
+        RunningProcess::WaitForAny({&process});
+    }
+    EXPECT_EQ(process.Result().exitStatus, 7);
+    EXPECT_EQ(output, "line 0\nline 2\nline 4\nread 0");
+    EXPECT_EQ(errors, "line 1\nline 3\nline 5\n");
+}
+
+TEST_F(Win32ProcessTest, WhatARunningProcessHasStartedEndsWithIt) {
+    folder.Write("start.bat", "@" + Child("hold " + InFolder("answer") + " TessalyTestEnds") + "\r\n");
+    std::string answer;
+    auto process = std::make_unique<RunningProcess>(InFolder("start.bat"), [](std::string_view) {});
+    EXPECT_TRUE(WaitUntil([&] { return process->HasEnded() || folder.Has("answer"); }));
+    answer = Answer();
+    const win32::Handle held(OpenProcess(SYNCHRONIZE, FALSE, std::stoul(answer.substr(answer.find(' ') + 1))));
+    ASSERT_TRUE(held);
+    process.reset();
+    EXPECT_EQ(WaitForSingleObject(held.Get(), 30000), WAIT_OBJECT_0);
+}
+
 TEST_F(Win32ProcessTest, AStartThatFailsIsToldWithItsReason) {
     EXPECT_EQ(Run(InFolder("missing.bat")).startError, std::errc::no_such_file_or_directory);
     EXPECT_FALSE(Run("").Started());
