@@ -55,8 +55,8 @@ public:
     std::function<void()> onLostFocus;
 
     // The text, UTF-8. SetText shows all of it, forgets what could be undone and raises onChange. Or it throws a
-    // std::exception, where memory is short as a rule; then the old text is still there and whole, and nothing is
-    // raised. What could be undone is still there, too, unless the control of the system failed half-way.
+    // std::exception, where memory is short as a rule; then the old text is still there and whole, what could be
+    // undone still can be, and nothing is raised.
     std::string Text() const { return mBreaks.Apply(ShownText()); }
     virtual void SetText(std::string_view text) = 0;
 

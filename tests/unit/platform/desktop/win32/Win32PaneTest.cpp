@@ -608,6 +608,10 @@ TEST_F(Win32PaneTest, ATextThatTheControlDoesNotTakeLeavesTheOldOne) {
         EXPECT_TRUE(Desktop().FuncBody().FuncBodyAvailable());
         EXPECT_EQ(Desktop().FuncBody().Text(), "intx a;\rb");
         EXPECT_EQ(user.PaneShown(), "intx a;\nb");
+        user.Undo();
+        EXPECT_EQ(Desktop().FuncBody().Text(), "int a;\rb");
+        EXPECT_EQ(user.PaneShown(), "int a;\nb");
+        EXPECT_TRUE(Desktop().FuncBody().Redo());
         user.Backspace();
         EXPECT_EQ(Desktop().FuncBody().Text(), "int a;\rb") << "the caret is where it was";
         Paint();
