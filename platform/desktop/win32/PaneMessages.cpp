@@ -1,6 +1,7 @@
 // The messages to the editing pane: keys, the mouse in the margin, and painting.
 #include "platform/desktop/win32/EditKeys.h"
 #include "platform/desktop/win32/RichTextBox.h"
+#include "platform/desktop/win32/Spoken.h"
 #include "platform/desktop/win32/Window.h"
 
 #include <exception>
@@ -35,6 +36,9 @@ LRESULT RichTextBox::Message(UINT message, WPARAM wParam, LPARAM lParam) {
         return mFuncBodyAvailable ? Default(message, wParam, lParam) : 0;
     case WM_PAINT:
         return Paint(wParam, lParam);
+    case WM_GETOBJECT: // a screen reader, which may have the text itself for the name
+        NameByLabel(Handle());
+        return Default(message, wParam, lParam);
     default:
         return EdgeMessage(message, wParam, lParam);
     }

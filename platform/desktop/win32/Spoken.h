@@ -1,4 +1,5 @@
-// What a screen reader says of an item of a tree beside its text.
+// What a screen reader is told through the service of the system that keeps names and descriptions. Without that
+// service nothing happens.
 #pragma once
 
 #include "platform/desktop/win32/Headers.h"
@@ -7,8 +8,10 @@
 
 namespace tessaly::win32 {
 
-// Told to the service of the system that keeps such descriptions, "" for none. Without that service, or where the tree
-// has no numbers for its items, nothing happens.
+// What is said of an item beside its text, "" for nothing; or nothing new where the tree has no numbers for its items.
 void DescribeItem(HWND tree, HTREEITEM item, const std::wstring& description);
+
+// Names a control by the label in front of it.
+void NameByLabel(HWND control);
 
 } // namespace tessaly::win32

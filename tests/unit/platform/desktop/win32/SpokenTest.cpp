@@ -1,4 +1,4 @@
-// What screen readers are told of items. Wine has neither the service nor numbers of items: both are played here.
+// What screen readers are told. Wine has neither the service nor numbers of items: both are played here.
 #include "tests/contract/win32/Win32Driver.h"
 
 #include <gtest/gtest.h>
@@ -13,7 +13,19 @@ constexpr GUID ServiceClass = {0xB5F8350B, 0x0548, 0x48B1, {0xA6, 0xEE, 0x88, 0x
 constexpr GUID DescriptionId = {0x4D48DFE4, 0xBD3F, 0x491F, {0xA6, 0x48, 0x49, 0x2D, 0x6F, 0x20, 0xC5, 0x88}};
 constexpr DWORD NumberOfItem = 7;
 
-std::vector<std::wstring> toldToService;
+// What the service was told of a window, or of an item in it.
+struct Told {
+    HWND window;
+    DWORD child;
+    bool isName; // else a description
+    std::wstring text;
+
+    bool operator==(const Told&) const = default;
+};
+
+std::vector<Told> toldToService;
+
+constexpr GUID NameId = {0x608D3DF8, 0x8128, 0x4AA7, {0xA4, 0x28, 0xF5, 0x5E, 0x49, 0x26, 0x72, 0x91}};
 
 // Counts no references: it lives as long as the test.
 class Service final : public IAccPropServices, public IClassFactory {
@@ -61,16 +73,32 @@ public:
     HRESULT WINAPI ComposeHmenuIdentityString(HMENU, DWORD, BYTE**, DWORD*) override { return E_NOTIMPL; }
     HRESULT WINAPI DecomposeHmenuIdentityString(const BYTE*, DWORD, HMENU*, DWORD*) override { return E_NOTIMPL; }
 
-    HWND tree = nullptr;
+private:
+    static void Tell(HWND window, DWORD part, DWORD child, const GUID& property, const std::wstring& text) {
+        EXPECT_EQ(part, static_cast<DWORD>(OBJID_CLIENT));
+        const bool isName = IsEqualGUID(property, NameId) != 0;
+        EXPECT_TRUE(isName || IsEqualGUID(property, DescriptionId) != 0);
+        toldToService.push_back({window, child, isName, text});
+    }
+};
+
+// The service in the system's place, as long as it lives.
+class SpokenTest : public testing::Test {
+protected:
+    void SetUp() override {
+        toldToService.clear();
+        CoInitialize(nullptr);
+        ASSERT_TRUE(SUCCEEDED(CoRegisterClassObject(ServiceClass, static_cast<IClassFactory*>(&mService),
+                                                    CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &mRegistered)));
+    }
+    void TearDown() override {
+        CoRevokeClassObject(mRegistered);
+        CoUninitialize();
+    }
 
 private:
-    void Tell(HWND window, DWORD part, DWORD child, const GUID& property, const std::wstring& text) const {
-        EXPECT_EQ(window, tree);
-        EXPECT_EQ(part, static_cast<DWORD>(OBJID_CLIENT));
-        EXPECT_EQ(child, NumberOfItem);
-        EXPECT_TRUE(IsEqualGUID(property, DescriptionId) != 0);
-        toldToService.push_back(text);
-    }
+    Service mService;
+    DWORD mRegistered = 0;
 };
 
 WNDPROC treeProcedure = nullptr;
@@ -80,24 +108,28 @@ LRESULT CALLBACK AnswerNumber(HWND window, UINT message, WPARAM wParam, LPARAM l
                                               : CallWindowProcW(treeProcedure, window, message, wParam, lParam);
 }
 
-TEST(SpokenTest, TheServiceOfTheSystemIsToldOfMarks) {
+TEST_F(SpokenTest, TheServiceOfTheSystemIsToldOfMarks) {
     Win32Driver user{Launch{}};
     TreeView& tree = user.TheDesktop().CodeTree();
-    Service service;
-    service.tree = user.Control(win32::ControlId::CodeTree);
-    CoInitialize(nullptr);
-    DWORD registered = 0;
-    ASSERT_TRUE(SUCCEEDED(CoRegisterClassObject(ServiceClass, static_cast<IClassFactory*>(&service),
-                                                CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &registered)));
-    treeProcedure = reinterpret_cast<WNDPROC>(
-        SetWindowLongPtrW(service.tree, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(AnswerNumber)));
+    HWND control = user.Control(win32::ControlId::CodeTree);
+    treeProcedure =
+        reinterpret_cast<WNDPROC>(SetWindowLongPtrW(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(AnswerNumber)));
     const TreeItem item = tree.Add(TreeItem::None, "a", "A");
     tree.SetMark(item, Mark::Error, "2 \xC3\xA4rrors");
     tree.SetMark(item, Mark::None, "");
-    SetWindowLongPtrW(service.tree, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(treeProcedure));
-    EXPECT_EQ(toldToService, (std::vector<std::wstring>{L"2 \u00E4rrors", L"nothing"}));
-    CoRevokeClassObject(registered);
-    CoUninitialize();
+    SetWindowLongPtrW(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(treeProcedure));
+    EXPECT_EQ(toldToService, (std::vector<Told>{{control, NumberOfItem, false, L"2 \u00E4rrors"},
+                                                {control, NumberOfItem, false, L"nothing"}}));
+}
+
+TEST_F(SpokenTest, ThePaneHasTheNameOfItsLabelAndNotItsText) {
+    Win32Driver user{Launch{}};
+    user.TheDesktop().FuncLabel().SetCaption("Funktionen");
+    user.TheDesktop().FuncBody().SetText("int a;");
+    HWND pane = user.Control(win32::ControlId::FuncBody);
+    SendMessageW(pane, WM_GETOBJECT, 0, OBJID_CLIENT); // as the library of screen readers asks
+    ASSERT_FALSE(toldToService.empty());
+    EXPECT_EQ(toldToService.back(), (Told{pane, CHILDID_SELF, true, L"Funktionen"}));
 }
 
 } // namespace
