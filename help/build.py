@@ -1,4 +1,5 @@
-"""Builds the users' help: help/build.py OUTDIR. Writes OUTDIR/html/{en,de}/ and OUTDIR/Tessaly-{en,de}.chm.
+"""Builds the users' help: help/build.py [--contact ADDRESS] OUTDIR. Writes OUTDIR/html/{en,de}/ and
+OUTDIR/Tessaly-{en,de}.chm.
 
 Each topic is written once in each language, in Markdown. Texts of the program are not repeated there but named, and
 taken from the program's own catalogue, so that help and program cannot differ:
@@ -7,6 +8,7 @@ taken from the program's own catalogue, so that help and program cannot differ:
     {text:vornMainFrmPrmpt13}   a message or caption, in quotation marks
     {keys}                      the list of hot keys as the program shows it
     {contents}                  all topics
+    {contact}                   where to report a problem
 
 A topic begins with `title:` and `index:`, the latter its entries in the index, each with an #anchor if it wants one.
 """
@@ -26,10 +28,12 @@ from topics import LANGUAGES, load_topics  # noqa: E402
 
 def main() -> None:
     parser = argparse.ArgumentParser(description="Builds the users' help.")
+    parser.add_argument("--contact", default="nobody.invalid", help="the address for reports of problems")
     parser.add_argument("outdir", type=Path)
-    outdir = parser.parse_args().outdir.resolve()
+    arguments = parser.parse_args()
+    outdir = arguments.outdir.resolve()
     for language in LANGUAGES.values():
-        topics = load_topics(language)
+        topics = load_topics(language, arguments.contact)
         write_html(topics, language, outdir / "html" / language.code)
         write_chm(topics, language, outdir / f"Tessaly-{language.code}.chm")
 

@@ -25,13 +25,18 @@ class Language:
     skip: str
     quotes: tuple[str, str]
     chm_language: str
+    report_to: str
+    no_contact: str
 
 
 LANGUAGES = {
     "en": Language("en", "English", "Tessaly Help", "Contents", "Index", "Back", "Next", "Skip to the text",
-                   ("“", "”"), "0x409 English (United States)"),
+                   ("“", "”"), "0x409 English (United States)", "Send your report to",
+                   "Whoever made this copy of Tessaly has not set an address for reports. Ask where you got it from."),
     "de": Language("de", "Deutsch", "Tessaly-Hilfe", "Inhalt", "Stichwörter", "Zurück", "Weiter", "Zum Text springen",
-                   ("„", "“"), "0x407 German (Germany)"),
+                   ("„", "“"), "0x407 German (Germany)", "Schicken Sie Ihre Meldung an",
+                   "Wer diese Kopie von Tessaly gemacht hat, hat keine Adresse für Meldungen angegeben. Fragen Sie "
+                   "dort, woher Sie die Kopie haben."),
 }
 
 
@@ -81,24 +86,29 @@ def _hot_keys(language: Language) -> str:
     return f"<table class='as-shown'>{cells}</table>"
 
 
-def _put_in(source: str, language: Language) -> str:
+def _contact(address: str, language: Language) -> str:
+    """An address that ends with .invalid, as the one does that nobody has set, reaches nobody."""
+    return language.no_contact if address.endswith(".invalid") else f"{language.report_to} **{_plain(address)}**"
+
+
+def _put_in(source: str, language: Language, contact: str) -> str:
     source = reference.put_in(source, language.code)
     source = re.sub(r"\{menu:([\w>]+)\}", lambda match: _menu_path(match[1], language), source)
     source = re.sub(r"\{text:(\w+)\}", lambda match: _quoted(match[1], language), source)
-    source = source.replace("{keys}", _hot_keys(language))
+    source = source.replace("{keys}", _hot_keys(language)).replace("{contact}", _contact(contact, language))
     left = re.search(r"\{(menu|text|key|call|about|fields|values)\b[^}\n]*\}", source)
     if left:
         raise ValueError(f"nothing to put in for {left.group()}")
     return source
 
 
-def _load(name: str, language: Language) -> Topic:
+def _load(name: str, language: Language, contact: str) -> Topic:
     path = HERE / language.code / f"{name}.md"
     head, _, source = path.read_text(encoding="utf-8").partition("\n\n")
     fields = dict(line.split(": ", 1) for line in head.splitlines())
     keywords = [tuple((entry.strip() + "#").split("#")[:2]) for entry in fields["index"].split(";")]
-    body = markdown.markdown(
-        _put_in(source, language), extensions=["tables", "attr_list", "fenced_code", "def_list"], output_format="html")
+    body = markdown.markdown(_put_in(source, language, contact), output_format="html",
+                             extensions=["tables", "attr_list", "fenced_code", "def_list"])
     body = body.replace("<th>", '<th scope="col">')
     sections = re.findall(r'<h2 id="([\w-]+)">(.*?)</h2>', body)
     if len(sections) != body.count("<h2"):
@@ -107,8 +117,9 @@ def _load(name: str, language: Language) -> Topic:
     return Topic(name, fields["title"], keywords, body, sections)
 
 
-def load_topics(language: Language) -> list[Topic]:
-    topics = [_load(name, language) for name in topic_names()]
+def load_topics(language: Language, contact: str) -> list[Topic]:
+    """The topics in their order; `contact` is the address for reports."""
+    topics = [_load(name, language, contact) for name in topic_names()]
     items = "".join(f'<li><a href="{topic.file}">{html.escape(topic.title)}</a></li>' for topic in topics[1:])
     for topic in topics:
         topic.body = topic.body.replace("<p>{contents}</p>", f"<ul>{items}</ul>")
