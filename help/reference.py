@@ -21,7 +21,7 @@ GERMAN = HERE / "de" / "runtime.txt"
 
 # A comment and the lines right below it.
 BLOCK = re.compile(r"^/\*((?:[^*]|\*(?!/))*)\*/\n((?:(?!/\*)[^\n]+\n)+)", re.M)
-FUNCTION = re.compile(r"^(?:[A-Z_]{2,}(?:\(\w+\))? )?((?:const )?[a-z][\w ]*?[ *]+(\w+)\([^;]*\));", re.M)
+FUNCTION = re.compile(r"^(?:[A-Z_]{2,} )*((?:const )?[A-Za-z][\w ]*?[ *]+(?!kit_)(\w+)\([^;{]*\));$", re.M)
 FIELD = re.compile(r"^    (\w+) (\w+)((?:\[\d+\])?); +/\* (.*?) \*/$", re.M)
 VALUE = re.compile(r"^#define (VEX_\w+) \(?(-?\d+)\)?(?: +/\* (.*?) \*/)?$", re.M)
 

@@ -23,7 +23,7 @@ def declared():
     """All functions, constants and fields of the headers, read in another way than by the help itself."""
     text = "".join((ROOT / "kit/include" / name).read_text(encoding="utf-8") for name in HEADERS)
     text = re.sub(r"/\*.*?\*/", "", text, flags=re.S)
-    functions = re.findall(r"(\w+[ *]+\w+)\([^()]*\);", text)
+    functions = re.findall(r"^(?:\w+ )*?(\w+[ *]+(?!kit_)\w+)\([^()]*\);$", text, re.M)
     values = re.findall(r"^#define (VEX_\w+) \(?-?\d", text, re.M)
     fields = re.findall(r"(\w+)(?:\[\d+\])?;", re.search(r"struct DataFrame \{(.*?)\}", text, re.S)[1])
     assert (len(functions) >= 18, len(values) >= 11, len(fields)) == (True, True, 8)
