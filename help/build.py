@@ -6,6 +6,7 @@ taken from the program's own catalogue, so that help and program cannot differ:
 
     {menu:mnuFile>mnuSavePSF}   the way through the menus
     {text:vornMainFrmPrmpt13}   a message or caption, in quotation marks
+    {en:mnuFile}, {de:mnuFile}  a text in that language
     {keys}                      the list of hot keys as the program shows it
     {contents}                  all topics
     {contact}                   where to report a problem

@@ -95,8 +95,9 @@ def _put_in(source: str, language: Language, contact: str) -> str:
     source = reference.put_in(source, language.code)
     source = re.sub(r"\{menu:([\w>]+)\}", lambda match: _menu_path(match[1], language), source)
     source = re.sub(r"\{text:(\w+)\}", lambda match: _quoted(match[1], language), source)
+    source = re.sub(r"\{(en|de):(\w+)\}", lambda match: _plain(catalogue.menu_text(match[2], match[1]).strip()), source)
     source = source.replace("{keys}", _hot_keys(language)).replace("{contact}", _contact(contact, language))
-    left = re.search(r"\{(menu|text|key|call|about|fields|values)\b[^}\n]*\}", source)
+    left = re.search(r"\{(menu|text|key|en|de|call|about|fields|values)\b[^}\n]*\}", source)
     if left:
         raise ValueError(f"nothing to put in for {left.group()}")
     return source

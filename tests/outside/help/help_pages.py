@@ -44,6 +44,7 @@ class Workplace:
 
     def __init__(self, folder):
         self.folder = folder
+        folder.mkdir(parents=True, exist_ok=True)
         write_settings(folder / "settings.reg", FCompBat=ROOT / "kit/compile.sh", FCompFileName=folder / "program.c")
         self.env = {"TESSALY_SETTINGS": folder / "settings.reg", "XDG_CACHE_HOME": ROOT / "build/cache",
                     "PATH": f"{os.path.dirname(PSF)}:{os.environ['PATH']}", "CC": None, "CFLAGS": None,
