@@ -12,18 +12,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view PsfExtension = ".psf";
-
-std::string NameOf(const fs::directory_entry& entry) {
-    const std::u8string name = entry.path().filename().u8string();
-    return {name.begin(), name.end()};
-}
-
-bool IsPsf(std::string_view name) {
-    return name.size() >= PsfExtension.size() &&
-           EqualsIgnoringCase(name.substr(name.size() - PsfExtension.size()), PsfExtension);
-}
-
 // A link that leads nowhere is kept, so that somebody hears of it.
 bool IsFile(const fs::directory_entry& entry) {
     std::error_code ignored;
@@ -55,7 +43,7 @@ public:
 
 private:
     void Add(const std::string& folder, const fs::directory_entry& entry) {
-        const std::string name = NameOf(entry);
+        const std::string name = NameIn(entry);
         const std::string path =
             folder + (folder.ends_with('/') || folder.ends_with(fs::path::preferred_separator) ? "" : "/") + name;
         std::error_code ignored;
@@ -63,7 +51,7 @@ private:
             if (!name.starts_with('.') && !entry.is_symlink(ignored)) {
                 Add(path);
             }
-        } else if (IsPsf(name) && IsFile(entry)) {
+        } else if (IsPsfName(name) && IsFile(entry)) {
             mFiles.push_back(path);
         }
     }
@@ -112,6 +100,16 @@ int UsePath(const std::string& path, const std::function<int(const std::string&)
 
 fs::path ToPath(const std::string& text) {
     return std::u8string(text.begin(), text.end());
+}
+
+std::string NameIn(const fs::directory_entry& entry) {
+    const std::u8string name = entry.path().filename().u8string();
+    return {name.begin(), name.end()};
+}
+
+bool IsPsfName(std::string_view name) {
+    return name.size() >= PsfExtension.size() &&
+           EqualsIgnoringCase(name.substr(name.size() - PsfExtension.size()), PsfExtension);
 }
 
 int ForEachFile(Session& session, const std::vector<std::string>& paths, const std::optional<std::string>& filesFrom,

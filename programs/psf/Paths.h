@@ -6,12 +6,20 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tessaly::psf {
 
 // `text`, which is UTF-8, for the standard library.
 std::filesystem::path ToPath(const std::string& text);
+
+// The name of a file in its folder, in UTF-8.
+std::string NameIn(const std::filesystem::directory_entry& entry);
+
+// What the names of program source files end in, in any case.
+inline constexpr std::string_view PsfExtension = ".psf";
+bool IsPsfName(std::string_view name);
 
 // Calls `use` with each file that `paths` and then the list in the file `filesFrom` stand for, in order, until all have
 // had their turn. A folder stands for all files below it whose name ends in ".psf" in any case, in byte order of their

@@ -3,6 +3,7 @@
 #include "programs/psf/Commands.h"
 #include "programs/psf/Paths.h"
 #include "programs/psf/Report.h"
+#include "programs/psf/Test.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -45,6 +46,7 @@ struct CommandLine {
     bool global = false;
     MergeFiles merged;
     BuildOptions builds;
+    TestOptions tests;
     std::string third;
     std::function<int(Session&)> run;
 
@@ -62,6 +64,7 @@ struct CommandLine {
         AddMemberCommands();
         AddFunctionCommands();
         AddCodeCommands();
+        AddTest();
         AddVersionControl();
         AddOtherForms();
         AddRecover();
@@ -212,7 +215,9 @@ struct CommandLine {
                     "Exit status: that of the compiler; 2 the file does not load; 6 no C file can be made "
                     "or written;\n127 there is no compiler.\n"
                     "Example: psf build Blink.PSF",
-                    [this](Session& session) { return BuildAll(session); });
+                    [this](Session& session) {
+                        return WithAll(session, [&](const auto& all) { return Build(session, all, builds); });
+                    });
         AddPaths(build, "Files, or folders with such files");
         build->add_option("-j,--jobs", builds.jobs, "How many compilers may run at the same time")->type_name("N");
         build->add_option("-o,--output", builds.output, "The output name, for one file")->type_name("OUT");
@@ -223,6 +228,27 @@ struct CommandLine {
                                 [this](Session& session) { return Map(session, file, output); });
         AddFile(map);
         map->add_option("--c-file", output, "The C file; without it, that of the settings")->type_name("CFILE");
+    }
+
+    void AddTest() {
+        CLI::App* test =
+            Command("test", "Build program blocks and run the scripts beside them",
+                    "Exit status: 0 all cases pass; 1 one fails; 2 a path cannot be read; 4 there is no "
+                    "case; 255 the report cannot be written.\n"
+                    "Example: psf test --jobs 4 --junit report.xml stations/",
+                    [this](Session& session) {
+                        return WithAll(session, [&](const auto& all) { return Test(session, all, tests); });
+                    });
+        AddPaths(test, "Files, or folders with such files; those with NAME.events or NAME.CASE.events beside them");
+        test->add_option("-j,--jobs", tests.jobs, "How many compilers and programs may run at the same time")
+            ->type_name("N");
+        test->add_option("--timeout", tests.timeout, "How long a case may take; the default is 10")
+            ->type_name("SECONDS")
+            ->check(CLI::PositiveNumber);
+        test->add_option("--junit", tests.junit, "Write a report in JUnit's XML to this file")->type_name("FILE");
+        test->add_option("--channel", tests.channels, "Give the channel N a name in the scripts")
+            ->type_name("NAME=N")
+            ->allow_extra_args(false);
     }
 
     void AddVersionControl() {
@@ -282,14 +308,15 @@ struct CommandLine {
         setup->add_flag("--global", global, "For all repositories of this user");
     }
 
-    int BuildAll(Session& session) {
+    // Runs `command` on all files at once.
+    int WithAll(Session& session, const std::function<int(const std::vector<std::string>&)>& command) {
         std::vector<std::string> all;
         const int status = ForEach(session, [&all](const std::string& each) {
             all.push_back(each);
             return Success;
         });
-        const int built = status == WrongUsage ? Success : Build(session, all, builds);
-        return built == Success ? status : built;
+        const int done = status == WrongUsage ? Success : command(all);
+        return done == Success ? status : done;
     }
 
     int CheckAll(Session& session) {
