@@ -1,6 +1,7 @@
 @echo off
 rem The compile batch file of the host kit on Windows: compiles the written C file and the kit's runtime into one
 rem program. Its only argument is the output name; the C file is TESSALY_C_FILE, or the setting FCompFileName.
+rem With /compiler it only says which compiler it would take.
 rem Exit status: 0 done, 64 wrong argument, 127 no compiler, 1 no C file to compile, else the compiler's own.
 rem What is printed about the C file stands in the file of its name with ".log" behind it, too.
 rem The window stays open after an error, unless TESSALY_NO_PAUSE is set. CC is the name or the full path of a compiler.
@@ -16,6 +17,7 @@ set "kit=%~dp0"
 set "status=0"
 
 if "%~1"=="" goto usage
+if "%~1"=="/compiler" goto tell_compiler
 if not "%~2"=="" goto usage
 set "output=%~f1"
 for %%e in (.c .h .psf) do if /i "%~x1"=="%%e" goto source_name
@@ -60,13 +62,8 @@ goto end
 :build
 if exist "%output%" goto in_use
 if not exist "%source%" goto no_source
-set "compiler="
-if defined CC call :use_own_compiler
-if defined CC if not defined compiler goto wrong_compiler
-if not defined compiler call :find_in_path
-if not defined compiler call :find_in_program_folder
-if not defined compiler call :find_visual_studio
-if not defined compiler goto no_compiler
+call :find_compiler
+if not defined compiler exit /b 127
 
 call :options_%kind%
 for %%o in ("%output%") do set "beside=%%~dpo."
@@ -104,7 +101,24 @@ for /f "usebackq tokens=1,* delims==" %%a in (`type "%place%"`) do if /i "%%~a"=
 if defined source set "source=%source:\\=\%"
 exit /b
 
-rem ---- The compiler: sets compiler, and kind to gcc, clang or cl
+rem ---- The compiler: sets compiler, and kind to gcc, clang or cl; or says why there is none
+
+:find_compiler
+set "compiler="
+if defined CC call :use_own_compiler
+if defined CC if not defined compiler goto wrong_compiler
+if not defined compiler call :find_in_path
+if not defined compiler call :find_in_program_folder
+if not defined compiler call :find_visual_studio
+if not defined compiler goto no_compiler
+exit /b 0
+
+:tell_compiler
+cd /d "%system%"
+call :find_compiler
+if not defined compiler exit /b 127
+for %%c in ("%compiler%") do echo %%~c
+exit /b 0
 
 :use_own_compiler
 for %%c in ("%CC%" "%CC%.exe") do if not defined compiler if exist "%%~fc" if not exist "%%~fc\*" set "compiler=%%~fc"

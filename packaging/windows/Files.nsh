@@ -1,5 +1,5 @@
 ; What the installer put into its folder, by the list that lies there: files.txt has one path on each line, folders with
-; a backslash at their end and behind what is in them. Whatever else is in the folder is the user's and stays.
+; a backslash at their end and after what is in them. Whatever else is in the folder is the user's and stays.
 
 !macro FileFunctions un
 ; Windows locks a running program against writing, whoever runs it.
@@ -55,66 +55,3 @@ FunctionEnd
 !macroend
 !insertmacro FileFunctions ""
 !insertmacro FileFunctions "un."
-
-; Reads a byte of the open files $6 and $7 into $8 and $9, "end" at the end of one.
-Function un.ReadByteOfBoth
-  ClearErrors
-  FileReadByte $6 $8
-  ${If} ${Errors}
-    StrCpy $8 "end"
-  ${EndIf}
-  ClearErrors
-  FileReadByte $7 $9
-  ${If} ${Errors}
-    StrCpy $9 "end"
-  ${EndIf}
-FunctionEnd
-
-; Deletes $4 when it holds the same bytes as $3.
-Function un.DeleteWhenSame
-  ${IfNot} ${FileExists} $4
-    Return
-  ${EndIf}
-  FileOpen $6 $3 r
-  FileOpen $7 $4 r
-  ${Do}
-    Call un.ReadByteOfBoth
-    ${If} $8 != $9
-    ${OrIf} $8 == "end"
-      ${Break}
-    ${EndIf}
-  ${Loop}
-  FileClose $6
-  FileClose $7
-  ${If} $8 == $9
-    Delete $4
-  ${EndIf}
-FunctionEnd
-
-; The examples to work with that nobody has changed; called while those in the installation folder are still there.
-Function un.RemoveUnchangedExamples
-  ClearErrors
-  FileOpen $0 "$INSTDIR\files.txt" r
-  ${If} ${Errors}
-    Return
-  ${EndIf}
-  ${Do}
-    Call un.NextListed
-    ${If} $1 == ""
-      ${Break}
-    ${EndIf}
-    StrCpy $2 $1 9
-    ${If} $2 == "examples\"
-      StrCpy $2 $1 "" 9
-      StrCpy $3 "$INSTDIR\$1"
-      StrCpy $4 "$Examples\$2"
-      StrCpy $5 $1 1 -1
-      ${If} $5 == "\"
-        RMDir $4
-      ${Else}
-        Call un.DeleteWhenSame
-      ${EndIf}
-    ${EndIf}
-  ${Loop}
-  FileClose $0
-FunctionEnd

@@ -7,7 +7,7 @@ Function WriteSetting
   ReadRegStr $3 HKLM "${UNINSTALL}" "Setting $0"
   ${If} $2 != ""
   ${AndIf} $2 != $3
-    DetailPrint "$(TextSettingKept) $0 = $2"
+    StrCpy $Kept "$Kept$\r$\n$0 = $2"
     Return
   ${EndIf}
   WriteRegStr HKLM "${SETTINGS}" $0 $1
@@ -15,7 +15,7 @@ Function WriteSetting
 FunctionEnd
 
 Function WriteSettings
-  ; The program puts this in front of the output name as it is: the quotes make one word of a path with blanks.
+  ; The program puts this in front of the output name as it is: the quotes make one word of a path with spaces.
   StrCpy $0 "FCompBat"
   StrCpy $1 '"$INSTDIR\kit\compile.bat"'
   Call WriteSetting

@@ -1,7 +1,8 @@
 ; The Windows installer: Tessaly for all users of a machine. script/package windows calls makensis on it with
 ;   VERSION  the version, STAGE  the folder with the files to install, OUTPUT  the installer's path,
-;   SIGN     a command that signs the file named behind it (may be missing).
-; Options: /S silent, /LANG=en or /LANG=de, /D=FOLDER as the last one. Exit status 0 done, 1 cancelled, 2 failed.
+;   CONTACT  where to report a problem, SIGN  a command that signs the file named after it (may be missing).
+; Options: /S silent, /LANG=en or /LANG=de, /PATH=yes or /PATH=no, /D=FOLDER as the last one.
+; Exit status 0 done, 1 cancelled, 2 failed.
 
 Unicode true
 SetCompressor /SOLID lzma
@@ -12,6 +13,7 @@ ManifestDPIAware true
 !include LogicLib.nsh
 !include FileFunc.nsh
 !include MUI2.nsh
+!include Sections.nsh
 
 !define SETTINGS "SOFTWARE\Ostrel\OstrelCompiler"
 !define UNINSTALL "SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall\Tessaly"
@@ -20,9 +22,9 @@ ManifestDPIAware true
 ; As platform/system/win32/PrivateFiles.cpp and recovery/KeptDocuments.cpp call it.
 !define KEPT "%LOCALAPPDATA%\Ostrel\Tessaly\Recovery\kept"
 
-; Set by Places, in the folders that all users share.
-Var Work     ; the generated C file's folder
-Var Examples ; the examples to work with; those in the installation folder stay as they are
+Var Work   ; the generated C file's folder, which all users share; set by Places
+Var Kept   ; a line for each setting that somebody else had made, by WriteSettings
+Var Report ; what the last page says
 
 Name "Tessaly"
 OutFile "${OUTPUT}"
@@ -41,8 +43,14 @@ ShowUninstDetails nevershow
 ; The language of the texts is also that of the program, so it is asked for each time.
 !define MUI_LANGDLL_ALLLANGUAGES
 !insertmacro MUI_PAGE_WELCOME
+!define MUI_COMPONENTSPAGE_NODESC
+!insertmacro MUI_PAGE_COMPONENTS
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
+!define MUI_FINISHPAGE_NOREBOOTSUPPORT
+!define MUI_FINISHPAGE_TEXT $Report
+!define MUI_PAGE_CUSTOMFUNCTION_PRE WriteReport
+!define MUI_PAGE_CUSTOMFUNCTION_SHOW ShowReport
 !insertmacro MUI_PAGE_FINISH
 !insertmacro MUI_UNPAGE_CONFIRM
 !insertmacro MUI_UNPAGE_INSTFILES
@@ -57,7 +65,6 @@ Function ${un}Places
   SetRegView 32
   SetShellVarContext all
   StrCpy $Work "$APPDATA\Ostrel\Tessaly"
-  StrCpy $Examples "$DOCUMENTS\Tessaly Examples"
 FunctionEnd
 !macroend
 !insertmacro Places ""
@@ -66,6 +73,7 @@ FunctionEnd
 !include Files.nsh
 !include Settings.nsh
 !include FileType.nsh
+!include Path.nsh
 
 !macro Version language
 VIAddVersionKey /LANG=${language} ProductName "Tessaly"
@@ -111,17 +119,6 @@ Function ChooseLanguage
   ${EndIf}
 FunctionEnd
 
-Function .onInit
-  Call Places
-  Call ChooseLanguage
-  ; An update goes where the program is, unless /D says otherwise.
-  ReadRegStr $0 HKLM "${UNINSTALL}" "InstallLocation"
-  ${If} $0 != ""
-  ${AndIf} $INSTDIR == "$PROGRAMFILES32\Ostrel\Tessaly"
-    StrCpy $INSTDIR $0
-  ${EndIf}
-FunctionEnd
-
 ; Every user may write there. *S-1-5-32-545 is the group of the users, whatever its name is in the machine's language.
 Function ShareFolder ; $0 folder
   CreateDirectory "$0"
@@ -148,11 +145,11 @@ FunctionEnd
 Function AddToStartMenu
   Call RemoveFromStartMenu
   CreateDirectory "$SMPROGRAMS\Tessaly"
-  SetOutPath $Examples ; where the program starts, and its file dialogs with it
+  StrCpy $OUTDIR "%HOMEDRIVE%%HOMEPATH%" ; where the program starts: each user's own folder
   CreateShortCut "$SMPROGRAMS\Tessaly\Tessaly.lnk" "$INSTDIR\Tessaly.exe"
   SetOutPath $INSTDIR
   CreateShortCut "$SMPROGRAMS\Tessaly\$(TextHelpEntry).lnk" "$INSTDIR\help\$(TextHelpFile)"
-  CreateShortCut "$SMPROGRAMS\Tessaly\$(TextExamplesEntry).lnk" "$Examples"
+  CreateShortCut "$SMPROGRAMS\Tessaly\$(TextExamplesEntry).lnk" "$INSTDIR\examples.exe"
   ; Each user has a folder of his own, which need not be there yet: only cmd.exe knows it and can make it.
   CreateShortCut "$SMPROGRAMS\Tessaly\$(TextKeptEntry).lnk" "$SYSDIR\cmd.exe" \
     '/c md "${KEPT}" 2>nul & "$WINDIR\explorer.exe" "${KEPT}"' "$SYSDIR\shell32.dll" 3 SW_SHOWMINIMIZED
@@ -164,6 +161,7 @@ Function WriteUninstallEntry
   WriteRegStr HKLM "${UNINSTALL}" "DisplayVersion" "${VERSION}"
   WriteRegStr HKLM "${UNINSTALL}" "DisplayIcon" "$INSTDIR\Tessaly.ico"
   WriteRegStr HKLM "${UNINSTALL}" "Publisher" "Ostrel"
+  WriteRegStr HKLM "${UNINSTALL}" "Contact" "${CONTACT}"
   WriteRegStr HKLM "${UNINSTALL}" "InstallLocation" "$INSTDIR"
   WriteRegStr HKLM "${UNINSTALL}" "UninstallString" '"$INSTDIR\uninstall.exe"'
   WriteRegStr HKLM "${UNINSTALL}" "QuietUninstallString" '"$INSTDIR\uninstall.exe" /S'
@@ -176,7 +174,8 @@ Function WriteUninstallEntry
   WriteRegDWORD HKLM "${UNINSTALL}" "NoRepair" 1
 FunctionEnd
 
-Section
+Section "Tessaly"
+  SectionIn RO
   Call StopWhileRunning
   Call RemoveInstalledFiles ; an older version's
   SetOutPath $INSTDIR
@@ -185,18 +184,52 @@ Section
   WriteUninstaller "$INSTDIR\uninstall.exe"
   StrCpy $0 $Work
   Call ShareFolder
-  StrCpy $0 $Examples
-  Call ShareFolder
-  SetOutPath $Examples
-  SetOverwrite off ; the user may have worked on them
-  File /r "${STAGE}/examples/*"
   Call AddToStartMenu
   WriteRegStr HKLM "${APP_PATH}" "" "$INSTDIR\Tessaly.exe"
   WriteRegStr HKLM "${APP_PATH}" "Path" "$INSTDIR"
   Call WriteSettings
   Call RegisterFileType
   Call WriteUninstallEntry
+  Call RemoveFromPath ; that of an older version may have been another
 SectionEnd
+
+Section "$(TextPathSection)" InPath
+  Call AddToPath
+SectionEnd
+
+!include Report.nsh
+
+; Whether psf comes into the PATH: as the option says; else, in an update, as it is.
+Function ChoosePath
+  ${GetParameters} $0
+  ${GetOptions} $0 "/PATH=" $1
+  ReadRegStr $2 HKLM "${UNINSTALL}" "DisplayName"
+  ReadRegStr $3 HKLM "${UNINSTALL}" "Path"
+  ${If} $1$3 == ""
+  ${AndIf} $2 != ""
+    StrCpy $1 "no"
+  ${EndIf}
+  ${If} $1 == "no"
+    !insertmacro UnselectSection ${InPath}
+  ${ElseIf} $1 != ""
+  ${AndIf} $1 != "yes"
+    MessageBox MB_OK|MB_ICONSTOP "/PATH=yes | /PATH=no" /SD IDOK
+    SetErrorLevel 2
+    Quit
+  ${EndIf}
+FunctionEnd
+
+Function .onInit
+  Call Places
+  Call ChooseLanguage
+  Call ChoosePath
+  ; An update goes where the program is, unless /D says otherwise.
+  ReadRegStr $0 HKLM "${UNINSTALL}" "InstallLocation"
+  ${If} $0 != ""
+  ${AndIf} $INSTDIR == "$PROGRAMFILES32\Ostrel\Tessaly"
+    StrCpy $INSTDIR $0
+  ${EndIf}
+FunctionEnd
 
 Function un.onInit
   Call un.Places
@@ -208,8 +241,7 @@ FunctionEnd
 
 Section "Uninstall"
   Call un.StopWhileRunning
-  Call un.RemoveUnchangedExamples
-  RMDir "$Examples"
+  Call un.RemoveFromPath
   Call un.RemoveInstalledFiles
   Delete "$INSTDIR\uninstall.exe"
   RMDir "$INSTDIR"

@@ -83,6 +83,22 @@ def test_each_user_has_a_c_file_of_his_own(debian):
     assert debian.run("stat -c %U ~/.cache/tessaly/program.c", user="other") == "other\n"
 
 
+@pytest.mark.parametrize("documents", ["Documents", "Meine Dokumente"])
+def test_the_menu_entry_gives_a_user_copies_of_the_examples_and_opens_them(debian, documents):
+    opener = "printf '#!/bin/sh\\nprintf %%s \"$1\" >~/opened' >~/xdg-open && chmod +x ~/xdg-open"
+    debian.run(f"mkdir -p ~/.config ~/'{documents}' && {opener} && rm -f ~/opened", user="other")
+    debian.run(f"echo 'XDG_DOCUMENTS_DIR=\"$HOME/{documents}\"' >~/.config/user-dirs.dirs", user="other")
+    entry = debian.run("sed -n 's/^Exec=//p' /usr/share/applications/tessaly-examples.desktop").strip()
+    copies = f"'{documents}/Tessaly Examples'"
+    debian.run(f"cd && PATH=$HOME:$PATH {entry}", user="other")
+    assert debian.run("cat ~/opened", user="other") == f"/home/other/{documents}/Tessaly Examples"
+    debian.run(f"diff -r /usr/share/doc/tessaly/examples ~/{copies}", user="other")
+    debian.run(f"cd ~/{copies} && chmod 700 . && echo mine >blink/Blink.PSF && rm filter/Filter.PSF", user="other")
+    debian.run(f"cd && PATH=$HOME:$PATH {entry}", user="other")
+    assert debian.run(f"cd ~/{copies} && cat blink/Blink.PSF && stat -c %a .", user="other") == "mine\n700\n"
+    debian.run(f"test -s ~/{copies}/filter/Filter.PSF", user="other")
+
+
 @pytest.mark.parametrize("name", ["Block.PSF", "block.psf", "Block.Psf"])
 def test_a_program_source_file_is_known_by_its_type(debian, name):
     debian.run(f"cp /usr/share/doc/tessaly/examples/blink/Blink.PSF ~/{name}", user="tester")
@@ -132,6 +148,7 @@ def test_the_window_opens_an_example_and_f10_builds_it(debian):
 
 
 def test_removing_leaves_the_settings_and_purging_leaves_nothing(debian):
+    copy_examples(debian)
     debian.run("apt-get remove -y -qq tessaly")
     debian.run("test -f /etc/xdg/tessaly/settings.reg && ! test -e /usr/bin/tessaly && ! test -e /usr/share/tessaly")
     debian.run("apt-get purge -y -qq tessaly")

@@ -69,8 +69,9 @@ def test_every_function_that_is_called_by_a_pointer_is_marked_as_such(files, nam
     assert [hex(at + start) for at in functions if code[at:at + 4] != b"\xf3\x0f\x1e\xfa"] == []  # endbr64
 
 
-def test_the_desktop_file_is_valid(files):
-    assert complaints("desktop-file-validate", files / "usr/share/applications/tessaly.desktop") == (0, "")
+@pytest.mark.parametrize("name", ["tessaly", "tessaly-examples"])
+def test_a_desktop_file_is_valid(files, name):
+    assert complaints("desktop-file-validate", files / f"usr/share/applications/{name}.desktop") == (0, "")
 
 
 @pytest.mark.parametrize("state, place", [
@@ -107,6 +108,14 @@ def test_the_metainfo_is_valid(files):
     status, text = complaints("appstreamcli", "validate", "--no-net", "--pedantic", metainfo)
     assert status == 0, text
     assert "Validation was successful" in text, text
+
+
+def test_whom_to_tell_of_a_problem_is_said_once(files):
+    contact = re.search(r"^TESSALY_CONTACT:STRING=(.+)", (ROOT / "build/release/CMakeCache.txt").read_text(), re.M)[1]
+    maintainer = subprocess.run(["dpkg-deb", "-f", DEB, "Maintainer"], capture_output=True, text=True, check=True).stdout
+    assert maintainer == f"Tessaly developers <{contact}>\n"
+    metainfo = (files / "usr/share/metainfo/com.ostrel.tessaly.metainfo.xml").read_text()
+    assert f"<update_contact>{contact}</update_contact>" in metainfo
 
 
 def test_the_metainfo_fits_the_installed_files(files):

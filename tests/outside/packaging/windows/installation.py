@@ -9,10 +9,12 @@ from harness import KEY, drive_c, example_file, reg, registry_value, wait_until,
 DRIVE_C = drive_c()
 SETUP = pathlib.Path(os.environ["TESSALY_SETUP"])
 FOLDER = DRIVE_C / "Program Files" / "Ostrel" / "Tessaly"
-EXAMPLES_FOLDER = DRIVE_C / "users" / "Public" / "Documents" / "Tessaly Examples"
+PSF = FOLDER / "bin" / "psf.exe"
+START_MENU = DRIVE_C / "ProgramData" / "Microsoft" / "Windows" / "Start Menu" / "Programs" / "Tessaly"
 C_FILE = DRIVE_C / "ProgramData" / "Ostrel" / "Tessaly" / "program.c"
 UNINSTALL = r"HKLM\SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall\Tessaly"
 CLASSES = r"HKLM\SOFTWARE\Classes"
+ENVIRONMENT = r"HKLM\SYSTEM\CurrentControlSet\Control\Session Manager\Environment"
 PROGID = "Ostrel.Tessaly.PSF"
 COMPILER = {"WINEPATH": windows_path(pathlib.Path(os.environ["WINE_GCC"]).parent), "TESSALY_SETTINGS": None, "CC": None}
 
@@ -23,8 +25,18 @@ def read_value(key, name=None):
     return found and found[1]
 
 
-def write_value(key, name, value):
-    assert reg("add", key, *(["/v", name] if name else ["/ve"]), "/d", value, "/f").returncode == 0
+def write_value(key, name, value, kind="REG_SZ"):
+    assert reg("add", key, *(["/v", name] if name else ["/ve"]), "/t", kind, "/d", value, "/f").returncode == 0
+
+
+def user_folder():
+    """That of the one user."""
+    return next((DRIVE_C / "users").glob("[!P]*"))
+
+
+def examples_folder():
+    """The user's copy of the examples, from the start menu."""
+    return user_folder() / "Documents" / "Tessaly Examples"
 
 
 def is_running(program):
@@ -75,5 +87,5 @@ def remove_everything():
         uninstall()
     for key in (KEY, CLASSES + r"\.psf", CLASSES + r"\Other.Psf"):
         reg("delete", key, "/f")
-    for folder in (FOLDER, EXAMPLES_FOLDER, C_FILE.parent):
+    for folder in (FOLDER, examples_folder(), C_FILE.parent):
         shutil.rmtree(folder, ignore_errors=True)

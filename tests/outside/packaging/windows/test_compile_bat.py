@@ -51,6 +51,17 @@ def folder(tmp_path):
     set_c_file(None)
 
 
+def test_it_says_which_compiler_it_would_take_and_does_nothing_else(tmp_path):
+    assert compile_to("/compiler") == (0, windows_path(GCC) + "\n")
+    own = tmp_path / "R&D" / "clang.exe"
+    own.parent.mkdir()
+    shutil.copy(GCC, own)
+    assert compile_to("/compiler", CC=windows_path(own)) == (0, windows_path(own) + "\n")
+    for changes in ({"WINEPATH": None}, {"CC": "nowhere"}):
+        status, text = compile_to("/compiler", TESSALY_NO_PAUSE=None, **changes)
+        assert status == 127 and "there is no C compiler" in text and "Press any key" not in text, text
+
+
 @pytest.mark.parametrize("name", EXAMPLES)
 def test_an_example_is_compiled_and_prints_what_it_must(folder, name):
     generate(name, folder / "program.c")

@@ -3,9 +3,9 @@ import re
 import struct
 
 import pytest
-from harness import EXAMPLES, plays_as_expected, windows_path, wine
-from installation import (CLASSES, COMPILER, EXAMPLES_FOLDER, FOLDER, PROGID, SETUP, UNINSTALL, copy_example, install,
-                          read_value, remove_everything)
+from harness import EXAMPLES, ROOT, plays_as_expected, windows_path, wine
+from installation import (CLASSES, COMPILER, FOLDER, PROGID, PSF, SETUP, UNINSTALL, copy_example, install, read_value,
+                          remove_everything)
 
 VERSION = re.search(r"-([0-9.]+)-setup", SETUP.name).group(1)
 
@@ -31,14 +31,15 @@ def flags_of_program(path):
 
 
 def test_the_installed_programs_are_hardened():
-    for name in ("Tessaly.exe", "psf.exe"):
-        characteristics, for_loader, relocations = flags_of_program(FOLDER / name)
+    for program in (FOLDER / "Tessaly.exe", PSF):
+        name = program.name
+        characteristics, for_loader, relocations = flags_of_program(program)
         assert characteristics & LARGE_ADDRESS_AWARE, name
         wanted = DYNAMIC_BASE | NX_COMPATIBLE | TERMINAL_SERVER_AWARE
         assert for_loader & wanted == wanted, (name, hex(for_loader))
         assert relocations > 0, name  # without them it cannot be put anywhere else
-        assert b"stack smashing detected" in (FOLDER / name).read_bytes(), name
-    for path in (SETUP, FOLDER / "uninstall.exe"):
+        assert b"stack smashing detected" in program.read_bytes(), name
+    for path in (SETUP, FOLDER / "uninstall.exe", FOLDER / "examples.exe"):
         wanted = DYNAMIC_BASE | NX_COMPATIBLE | TERMINAL_SERVER_AWARE
         assert flags_of_program(path)[1] & wanted == wanted, path
 
@@ -51,10 +52,11 @@ def test_the_licence_of_all_that_is_in_the_programs_comes_with_them():
 
 def test_the_list_of_installed_programs_has_a_full_entry():
     folder = windows_path(FOLDER)
-    names = ("DisplayName", "DisplayVersion", "DisplayIcon", "Publisher", "InstallLocation", "UninstallString",
-             "QuietUninstallString", "NoModify", "NoRepair")
+    contact = re.search(r"^TESSALY_CONTACT:STRING=(.+)", (ROOT / "build/windows/CMakeCache.txt").read_text(), re.M)[1]
+    names = ("DisplayName", "DisplayVersion", "DisplayIcon", "Publisher", "Contact", "InstallLocation",
+             "UninstallString", "QuietUninstallString", "NoModify", "NoRepair")
     assert [read_value(UNINSTALL, name) for name in names] == [
-        "Tessaly", VERSION, f"{folder}\\Tessaly.ico", "Ostrel", folder, f'"{folder}\\uninstall.exe"',
+        "Tessaly", VERSION, f"{folder}\\Tessaly.ico", "Ostrel", contact, folder, f'"{folder}\\uninstall.exe"',
         f'"{folder}\\uninstall.exe" /S', "0x1", "0x1",
     ]
     kilobytes = sum(path.stat().st_size for path in FOLDER.rglob("*") if path.is_file()) / 1024
@@ -72,17 +74,16 @@ def test_the_file_type_opens_with_the_bare_path_as_command_line():
 
 
 @pytest.mark.parametrize("name", EXAMPLES)
-def test_the_installed_psf_builds_an_example_by_the_installed_batch_file(name):
-    psf_file = EXAMPLES_FOLDER / name / f"{EXAMPLES[name]}.PSF"
-    result = wine(windows_path(FOLDER / "psf.exe"), "build", windows_path(psf_file), env=COMPILER)
+def test_the_installed_psf_builds_an_example_by_the_installed_batch_file(name, tmp_path):
+    psf_file = copy_example(name, tmp_path)
+    result = wine(windows_path(PSF), "build", windows_path(psf_file), env=COMPILER)
     assert (result.returncode, result.stdout, result.stderr) == (0, b"", b"")
     plays_as_expected(psf_file.with_suffix(".out"), name)
-    psf_file.with_suffix(".out").unlink()
 
 
 def test_a_mistake_is_shown_where_it_was_made(tmp_path):
     psf_file = copy_example("blink", tmp_path / "a b")
-    program = windows_path(FOLDER / "psf.exe")
+    program = windows_path(PSF)
     text = b"void OnKey(char character)\r\n{\r\n    int broken = ;\r\n}\r\n"
     wrong = wine(program, "set", windows_path(psf_file), "events/OnKey", input=text)
     assert wrong.returncode == 0, wrong

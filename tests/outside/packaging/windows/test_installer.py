@@ -1,14 +1,13 @@
 """The installer under Wine, silently: what it puts where, what it leaves alone, and that it all goes again."""
+import pathlib
 import shutil
 import subprocess
 
 import pytest
-from harness import KEY, plays_as_expected, reg, wait_until, windows_path, wine, wine_command, xdotool
-from installation import (CLASSES, COMPILER, C_FILE, DRIVE_C, EXAMPLES_FOLDER, FOLDER, PROGID, SETUP, UNINSTALL,
-                          copy_example, install, is_running, read_value, remove_everything, uninstall, unix_path,
-                          write_value)
-
-START_MENU = DRIVE_C / "ProgramData" / "Microsoft" / "Windows" / "Start Menu" / "Programs" / "Tessaly"
+from harness import KEY, ROOT, plays_as_expected, reg, wait_until, windows_path, wine, wine_command, xdotool
+from installation import (CLASSES, COMPILER, C_FILE, DRIVE_C, FOLDER, PROGID, PSF, SETUP, START_MENU, UNINSTALL,
+                          copy_example, examples_folder, install, is_running, read_value, remove_everything, uninstall,
+                          unix_path, user_folder, write_value)
 
 
 def files():
@@ -22,6 +21,25 @@ def registry(folder):
     result = reg("export", r"HKLM\SOFTWARE", windows_path(exported), "/y")
     assert result.returncode == 0, result
     return exported.read_bytes().decode("utf-16").split("\r\n")
+
+
+def shown_folder(name):
+    return xdotool("search", "--onlyvisible", "--name", f"{name}$", check=False)
+
+
+def open_by_start_menu(entry, name):
+    """Chooses an entry of the start menu, and closes the folder that it opens."""
+    assert wine("start", windows_path(START_MENU / f"{entry}.lnk")).returncode == 0
+    window = wait_until("the folder", lambda: shown_folder(name))[0]
+    xdotool("windowfocus", "--sync", window, "key", "alt+F4")
+    wait_until("its end", lambda: not shown_folder(name))
+
+
+def command_line(process):
+    try:
+        return (process / "cmdline").read_bytes().split(b"\0")[0]
+    except OSError:
+        return b""
 
 
 @pytest.fixture
@@ -64,7 +82,7 @@ def test_an_installation_that_is_removed_leaves_files_and_registry_as_they_were(
     ("en", ["Examples.lnk", "Kept texts.lnk", "Tessaly Help.lnk", "Tessaly.lnk"]),
     ("de", ["Aufbewahrte Texte.lnk", "Beispiele.lnk", "Tessaly-Hilfe.lnk", "Tessaly.lnk"]),
 ])
-def test_the_start_menu_has_the_program_its_help_and_two_folders_in_one_language(language, names):
+def test_the_start_menu_has_the_program_its_help_the_examples_and_kept_texts_in_one_language(language, names):
     install("/LANG=de" if language == "en" else "/LANG=en")
     install(f"/LANG={language}")
     assert sorted(path.name for path in START_MENU.iterdir()) == names
@@ -77,11 +95,8 @@ def test_the_entry_for_kept_texts_makes_and_opens_the_folder_of_the_user():
     assert not kept.exists()
     try:
         for _ in ("not there yet", "there"):
-            assert wine("start", windows_path(START_MENU / "Kept texts.lnk")).returncode == 0
-            shown = wait_until("the folder", lambda: xdotool("search", "--onlyvisible", "--name", "kept$", check=False))
+            open_by_start_menu("Kept texts", "kept")
             assert kept.is_dir()
-            xdotool("windowfocus", "--sync", shown[0], "key", "alt+F4")
-            wait_until("its end", lambda: not xdotool("search", "--onlyvisible", "--name", "kept$", check=False))
         (kept / "Blink.PSF").write_text("kept")
         uninstall()
         assert (kept / "Blink.PSF").read_text() == "kept"
@@ -126,7 +141,7 @@ def test_the_settings_of_another_compiler_are_neither_replaced_nor_removed():
 
 def test_an_update_follows_the_program_and_its_language():
     install("/LANG=de", r"/D=C:\Tools\Tessaly")
-    assert (DRIVE_C / "Tools" / "Tessaly" / "psf.exe").is_file()
+    assert (DRIVE_C / "Tools" / "Tessaly" / "bin" / "psf.exe").is_file()
     install()
     assert not FOLDER.exists()
     assert read_value(KEY, "Language") == "0x1"
@@ -151,8 +166,9 @@ def test_an_update_removes_what_only_the_older_version_had():
     assert (FOLDER / "kit" / "compile.bat").exists()
 
 
-def test_a_language_that_there_is_not_is_refused():
-    assert wine(windows_path(SETUP), "/S", "/LANG=fr").returncode == 2
+@pytest.mark.parametrize("option", ["/LANG=fr", "/PATH=maybe"])
+def test_a_wrong_option_is_refused(option):
+    assert wine(windows_path(SETUP), "/S", option).returncode == 2
     assert not FOLDER.exists()
 
 
@@ -160,18 +176,39 @@ def test_files_of_the_user_stay():
     install()
     own = FOLDER / "kit" / "own.h"
     own.write_text("own")
-    changed = EXAMPLES_FOLDER / "blink" / "Blink.PSF"
-    changed.write_bytes(changed.read_bytes() + b" ")
-    built = EXAMPLES_FOLDER / "filter" / "Filter.out"
-    built.write_text("built")
-    content = changed.read_bytes()
     install()
-    assert changed.read_bytes() == content
     uninstall()
     assert own.read_text() == "own"
-    assert changed.read_bytes() == content
-    assert built.exists()
-    assert {path.name for path in EXAMPLES_FOLDER.rglob("*") if path.is_file()} == {"Blink.PSF", "Filter.out"}
+
+
+def test_the_entry_for_the_examples_gives_the_user_copies_that_are_his():
+    install("/LANG=en")
+    copies = examples_folder()
+    assert not copies.exists()
+    open_by_start_menu("Examples", "Tessaly Examples")
+    files = {path.relative_to(copies): path for path in copies.rglob("*") if path.is_file()}
+    assert len(files) == 13
+    for name, path in files.items():
+        ours = (ROOT / "examples" / name).read_bytes()
+        assert path.read_bytes() == (ours.replace(b"\n", b"\r\n") if name.suffix == ".md" else ours), name
+    changed, deleted = copies / "blink" / "Blink.PSF", copies / "filter" / "Filter.PSF"
+    changed.write_bytes(b"mine")
+    deleted.unlink()
+    open_by_start_menu("Examples", "Tessaly Examples")
+    assert changed.read_bytes() == b"mine"
+    assert deleted.exists()
+    uninstall()
+    assert changed.read_bytes() == b"mine"
+
+
+def test_the_entry_for_the_program_starts_it_in_the_folder_of_the_user():
+    install("/LANG=en")
+    assert wine("start", windows_path(START_MENU / "Tessaly.lnk")).returncode == 0
+    wait_until("the window", lambda: xdotool("search", "--onlyvisible", "--name", "^Tessaly$", check=False))
+    process = next(path for path in pathlib.Path("/proc").glob("[0-9]*") if b"Tessaly.exe" in command_line(path))
+    assert (process / "cwd").samefile(user_folder())
+    assert wine("taskkill", "/im", "Tessaly.exe").returncode == 0
+    wait_until("the program's end", lambda: not is_running("Tessaly.exe"))
 
 
 def test_a_double_clicked_file_opens_and_f10_builds_it_by_the_installed_batch_file(tmp_path):
@@ -197,15 +234,15 @@ def test_nothing_is_replaced_or_removed_while_the_program_runs(tmp_path):
     install()
     # The program itself would need its window looked after; a copy of psf that waits for its input runs as well.
     running = FOLDER / "Tessaly.exe"
-    shutil.copy(FOLDER / "psf.exe", running)
+    shutil.copy(PSF, running)
     psf_file = copy_example("blink", tmp_path)
     command = wine_command(windows_path(running), "set", windows_path(psf_file), "references")
     with subprocess.Popen(command, stdin=subprocess.PIPE) as process:
         try:
             wait_until("the program's start", lambda: is_running("Tessaly.exe"))
-            (FOLDER / "psf.exe").write_bytes(b"old")
+            PSF.write_bytes(b"old")
             assert wine(windows_path(SETUP), "/S").returncode == 2
-            assert (FOLDER / "psf.exe").read_bytes() == b"old"
+            assert PSF.read_bytes() == b"old"
             wine(windows_path(FOLDER / "uninstall.exe"), "/S", f"_?={windows_path(FOLDER)}")
             assert running.exists()
             assert read_value(UNINSTALL, "DisplayName") == "Tessaly"
