@@ -6,7 +6,7 @@ import subprocess
 from pathlib import Path
 
 import pytest
-from harness import ROOT, example_file, run, write_settings
+from harness import ROOT, environment, example_file, run, write_settings
 from pages import blocks, section, walk
 
 README = "README.md"
@@ -15,7 +15,7 @@ OPEN = "void OnKey(char character)\n{\n    /* never ends\n}\n"
 
 @pytest.fixture(name="command")
 def fixture_command(tmp_path):
-    """Runs what a user types, with psf in the PATH and the kit set up; the output is returned, and the status tested."""
+    """Runs what a user types, with psf in the PATH and the kit set up; returns the output and tests the status."""
     settings = tmp_path / "settings.reg"
     write_settings(settings, FCompBat=ROOT / "kit/compile.sh", FCompFileName=tmp_path / "program.c")
     person = {f"GIT_{who}_{what}": "a" for who in ("AUTHOR", "COMMITTER") for what in ("NAME", "EMAIL")}
@@ -78,8 +78,9 @@ def test_a_missing_semicolon_is_told_as_shown(folder, command):
 
 def test_the_first_command_from_source_builds_and_runs_an_example_where_there_is_no_display(tmp_path):
     first = blocks(section(README, "Install"), "sh")[1].splitlines()[0]
-    done = run("sh", "-c", first, cwd=ROOT, text=True,
-               env={"DISPLAY": None, "WAYLAND_DISPLAY": None, "TESSALY_SETTINGS": None, "XDG_CACHE_HOME": tmp_path})
+    variables = environment({"DISPLAY": None, "WAYLAND_DISPLAY": None, "TESSALY_SETTINGS": None,
+                             "XDG_CACHE_HOME": tmp_path})
+    done = subprocess.run(["sh", "-c", first], cwd=ROOT, text=True, capture_output=True, timeout=1500, env=variables)
     assert done.returncode == 0, done
     assert done.stdout.endswith(example_file("blink", ".expected").read_text())
 

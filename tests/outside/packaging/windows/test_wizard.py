@@ -15,8 +15,9 @@ WORDS = {
            "in path": "psf is in the PATH", "compiler": "C compiler: ", "no compiler": "There is no C compiler yet",
            "kept": "These settings were there and stay as they are"},
     "de": {"caption": "Installation von Tessaly", "welcome": "Willkommen", "components": "Komponenten ausw",
-           "folder": "Zielverzeichnis ausw", "end": "Tessaly ist installiert", "path": "psf in jeder Eingabeaufforderung",
-           "in path": "psf ist im PATH", "compiler": "C-Compiler: ", "no compiler": "Noch gibt es keinen C-Compiler",
+           "folder": "Zielverzeichnis ausw", "end": "Tessaly ist installiert",
+           "path": "psf in jeder Eingabeaufforderung", "in path": "psf ist im PATH", "compiler": "C-Compiler: ",
+           "no compiler": "Noch gibt es keinen C-Compiler",
            "kept": "Diese Einstellungen gab es schon"},
 }
 TREE, NEXT = 1032, 1
