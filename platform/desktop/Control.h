@@ -3,6 +3,7 @@
 
 #include "platform/desktop/FocusEvents.h"
 
+#include <functional>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -24,6 +25,14 @@ struct Size {
     float height = 0;
 
     bool operator==(const Size&) const = default;
+};
+
+// On the screen, in its pixels.
+struct ScreenPlace {
+    int x = 0;
+    int y = 0;
+
+    bool operator==(const ScreenPlace&) const = default;
 };
 
 // Whether the user can work in a control with the keyboard.
@@ -59,6 +68,11 @@ private:
 
 class Control : public FocusTarget {
 public:
+    // Raised when the user asks for a menu of the tree, or of the pane while that is available. He does so by the right
+    // button of the mouse, the menu key or Shift+F10. The button first does what a click does, but keeps what is
+    // selected under it. `place` is where the menu is to come up. Neither control shows one of its own.
+    std::function<void(ScreenPlace place)> onMenu;
+
     // Comes behind the other controls of its window.
     Control(Controls& controls, Keyboard keyboard);
     Control(const Control&) = delete;

@@ -9,6 +9,7 @@
 #include "platform/desktop/MessagesWindow.h"
 #include "platform/desktop/ModalWindows.h"
 #include "platform/desktop/MsgBox.h"
+#include "platform/desktop/PopupMenu.h"
 #include "platform/desktop/RichTextBox.h"
 #include "platform/desktop/StatusBar.h"
 #include "platform/desktop/Suggestions.h"
@@ -39,6 +40,7 @@ public:
     Label& FuncLabel() const { return *mParts.paneLabel; }
     RichTextBox& FuncBody() const { return *mParts.pane; }
     Suggestions& NameSuggestions() const { return *mParts.suggestions; }
+    PopupMenu& Popup() const { return *mParts.popup; }
     ToolBar& VornToolBar() const { return *mParts.toolBar; }
     ImageList& QuorvaneImages() const { return mParts.toolBar->images; } // image 1 is "Add", image 2 "Delete"
     StatusBar& StatusBar1() const { return *mParts.status; }
@@ -74,6 +76,7 @@ protected:
         Label* paneLabel = nullptr;
         RichTextBox* pane = nullptr;
         Suggestions* suggestions = nullptr;
+        PopupMenu* popup = nullptr;
         ToolBar* toolBar = nullptr;
         StatusBar* status = nullptr;
         Menus* menus = nullptr;

@@ -247,6 +247,17 @@ std::vector<Spot> RichTextBox::SpotsOf(std::size_t line) const {
     return spots;
 }
 
+// Some wheels tell parts of a step.
+void RichTextBox::TellCtrlWheel(int delta) {
+    constexpr int step = 120;
+    mWheel += delta;
+    const int steps = mWheel / step;
+    mWheel -= steps * step;
+    if (steps != 0) {
+        Raise(onCtrlWheel, steps);
+    }
+}
+
 bool RichTextBox::TakesKey(const PaneKey& key) {
     if (!mFuncBodyAvailable) {
         return false;

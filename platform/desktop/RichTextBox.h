@@ -10,6 +10,7 @@
 #include "platform/desktop/Raise.h"
 #include "platform/desktop/TextHistory.h"
 
+#include <algorithm>
 #include <functional>
 #include <optional>
 #include <span>
@@ -50,6 +51,13 @@ public:
     // Raised before the pane does with a key, or with a typed character from the blank on, what it always does. True:
     // nothing of that is to happen, it has been dealt with. A key that types raises it as a key first.
     std::function<bool(const PaneKey& key)> onKey;
+
+    // Raised when the user has clicked with Ctrl alone held: the caret is there, and nothing is selected.
+    std::function<void()> onCtrlClick;
+
+    // Raised when the user turns the wheel with Ctrl held: by so many steps, those away from him above 0. It does not
+    // scroll then.
+    std::function<void(int steps)> onCtrlWheel;
 
     std::function<void()> onGotFocus;
     std::function<void()> onLostFocus;
@@ -126,6 +134,16 @@ public:
     // little a change itself as SetLineMarks is.
     void SetMatches(std::vector<Match> matches);
 
+    // How large the text is shown, in percent, 100 at first: from LeastZoom to MostZoom, or the nearest of these. The
+    // margin and the tab stops follow. Nothing that is asked for or set in twips changes by it.
+    static constexpr int LeastZoom = 50;
+    static constexpr int MostZoom = 400;
+    int Zoom() const { return mZoom; }
+    void SetZoom(int percent) {
+        mZoom = std::clamp(percent, LeastZoom, MostZoom);
+        ShowZoom();
+    }
+
     // How wide each character is, in twips: the font has a fixed pitch.
     virtual float CharacterWidth() const = 0;
 
@@ -174,6 +192,12 @@ protected:
     // Other lines are marked now.
     virtual void ShowMarks() = 0;
 
+    // The zoom is another one.
+    virtual void ShowZoom() = 0;
+
+    // To be called in the place of scrolling when the wheel is turned with Ctrl held, by 120 for each step.
+    void TellCtrlWheel(int delta);
+
     // A new text is shown that had these breaks: tells of it.
     void NoteNewText(BreakList breaks);
 
@@ -214,6 +238,8 @@ private:
     TextHistory mHistory;
     CaretSight mCaret;
     std::vector<Match> mMatches;
+    int mZoom = 100;
+    int mWheel = 0; // what it has turned since the last step
 };
 
 } // namespace tessaly

@@ -24,13 +24,19 @@ inline constexpr int KeyLeft = 37;
 inline constexpr int KeyUp = 38;
 inline constexpr int KeyDown = 40;
 inline constexpr int KeyDelete = 46;
-inline constexpr int KeyDivide = 111; // among the digits
+inline constexpr int KeyMenu = 93;
+inline constexpr int KeyDigit0 = 96; // these, among the digits
+inline constexpr int KeyAdd = 107;
+inline constexpr int KeySubtract = 109;
+inline constexpr int KeyDivide = 111;
 inline constexpr int KeyF1 = 112;
 inline constexpr int KeyF2 = 113;
 inline constexpr int KeyF3 = 114;
 inline constexpr int KeyF4 = 115;
 inline constexpr int KeyF5 = 116;
 inline constexpr int KeyF10 = 121;
+inline constexpr int KeyPlus = 187;
+inline constexpr int KeyMinus = 189;
 inline constexpr int KeySlash = 191;
 
 // Whether a key only goes with others or locks: Shift, Ctrl, Alt, the locks, the Windows keys, and each of two alike.

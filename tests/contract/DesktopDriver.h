@@ -107,6 +107,12 @@ inline std::string LookShown(Mark mark, bool isItalic, const std::string& descri
     return kind.empty() ? description : kind + ": " + description;
 }
 
+// What MenuSeen gives for a row.
+inline std::string RowShown(const std::string& text, const std::string& keys, bool isEnabled) {
+    const std::string row = text + "|" + keys;
+    return isEnabled ? row : "(" + row + ")";
+}
+
 class DesktopDriver {
 public:
     virtual ~DesktopDriver() = default;
@@ -181,6 +187,23 @@ public:
     virtual std::vector<std::string> MarginShown() = 0;
     virtual std::vector<std::string> Underlined() = 0; // the pieces of text, from the top
     virtual void ClickMargin() = 0;
+
+    // The user asks for a menu at an item, at a character of the pane, or by a key where the keyboard is. He chooses
+    // the row of this number, lines counted, or leaves the menu.
+    virtual void UseMenuOfItem(TreeItem item, std::optional<std::size_t> row) = 0;
+    virtual void UseMenuOfPane(std::size_t position, std::optional<std::size_t> row) = 0;
+    virtual void UseMenuByKey(int keyCode, int shift, std::optional<std::size_t> row) = 0;
+
+    // The rows of the menu that he used last: "text|keys", "(text|keys)" for one that cannot be chosen, "-" for a line.
+    // None where no menu came.
+    virtual std::vector<std::string> MenuSeen() const = 0;
+
+    // With Ctrl held: a click at a character of the pane, and the wheel over the pane, by 120 for each step.
+    virtual void CtrlClickPane(std::size_t position) = 0;
+    virtual void TurnCtrlWheel(int delta) = 0;
+
+    // How far a character of the pane stands from the beginning of its line on the screen, in twips.
+    virtual float Across(std::size_t position) = 0;
 
     // Beside the caret: each name with "|" and its declaration behind it, and "*" behind the selected one; and the
     // parameters. Nothing where they are not shown.

@@ -118,6 +118,22 @@ bool MemoryDriver::IsCovered(Control& control) const {
            over.top < top + shown.height && top < over.top + over.height;
 }
 
+void MemoryDriver::UseMenu(std::optional<std::size_t> row) {
+    mMenuSeen.clear();
+    memory::PopupMenu& menu = mDesktop.popup;
+    if (!menu.IsOpen()) {
+        return;
+    }
+    for (const PopupRow& each : menu.Rows()) {
+        mMenuSeen.push_back(each.text.empty() ? "-" : RowShown(each.text, each.keys, each.isEnabled));
+    }
+    if (row) {
+        menu.Choose(*row);
+    } else {
+        menu.Leave();
+    }
+}
+
 void MemoryDriver::Click(Control& control) {
     if (auto* const button = dynamic_cast<memory::Button*>(&control)) {
         button->Press();

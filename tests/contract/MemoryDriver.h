@@ -74,6 +74,22 @@ public:
     std::vector<std::string> MarginShown() override { return mDesktop.pane.MarginShown(); }
     std::vector<std::string> Underlined() override { return mDesktop.pane.Underlined(); }
     void ClickMargin() override { mDesktop.pane.Click(); }
+    void UseMenuOfItem(TreeItem item, std::optional<std::size_t> row) override {
+        mDesktop.tree.RightClick(item);
+        UseMenu(row);
+    }
+    void UseMenuOfPane(std::size_t position, std::optional<std::size_t> row) override {
+        mDesktop.pane.RightClick(position);
+        UseMenu(row);
+    }
+    void UseMenuByKey(int keyCode, int shift, std::optional<std::size_t> row) override {
+        mDesktop.window.PressKey(keyCode, shift);
+        UseMenu(row);
+    }
+    std::vector<std::string> MenuSeen() const override { return mMenuSeen; }
+    void CtrlClickPane(std::size_t position) override { mDesktop.pane.CtrlClick(position); }
+    void TurnCtrlWheel(int delta) override { mDesktop.pane.CtrlWheel(delta); }
+    float Across(std::size_t position) override { return mDesktop.pane.Across(position); }
     std::vector<std::string> NamesSuggested() override;
     bool IsSuggestionInView(std::size_t row) override { return row == mDesktop.suggestions.SelectedName(); }
     void ClickSuggestion(std::size_t row) override { mDesktop.suggestions.Click(row); }
@@ -128,7 +144,10 @@ public:
     bool HasStartedNothing() const override { return mDesktop.app.starts.empty(); }
 
 private:
+    void UseMenu(std::optional<std::size_t> row);
+
     memory::Desktop mDesktop;
+    std::vector<std::string> mMenuSeen;
     std::optional<memory::Block> mOtherWindow;
 };
 

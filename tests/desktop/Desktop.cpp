@@ -4,9 +4,8 @@
 namespace tessaly::memory {
 
 Desktop::Desktop() {
-    mParts = {&window,           &treeLabel,     &tree,    &paneLabel,  &pane,   &suggestions,
-              &toolBar,          &status,        &menus,   &fileDialog, &msgBox, &app,
-              &mCountedRegistry, &mCountedFiles, &codePage};
+    mParts = {&window, &treeLabel, &tree,       &paneLabel, &pane, &suggestions,      &popup,         &toolBar,
+              &status, &menus,     &fileDialog, &msgBox,    &app,  &mCountedRegistry, &mCountedFiles, &codePage};
 }
 
 std::unique_ptr<tessaly::NameWindow> Desktop::NewNameWindow() {

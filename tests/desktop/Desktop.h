@@ -16,6 +16,7 @@
 #include "tests/desktop/MessagesWindow.h"
 #include "tests/desktop/ModalWindows.h"
 #include "tests/desktop/MsgBox.h"
+#include "tests/desktop/PopupMenu.h"
 #include "tests/desktop/PrivateFiles.h"
 #include "tests/desktop/Registry.h"
 #include "tests/desktop/RichTextBox.h"
@@ -70,6 +71,7 @@ public:
     MessagesWindow messages{faults, window};
     PaneBar bar{faults, focus};
     Suggestions suggestions{faults, focus};
+    PopupMenu popup{faults, focus};
 
 private:
     CountedRegistry mCountedRegistry{faults, registry};

@@ -163,6 +163,41 @@ bool RichTextBox::Click() {
     return FuncBodyAvailable();
 }
 
+float RichTextBox::Across(std::size_t position) const {
+    const std::string_view before = std::string_view(mShown).substr(0, position);
+    float across = 0;
+    for (const char byte : before.substr(before.rfind('\n') + 1)) {
+        const auto stop = std::upper_bound(mTabStops.begin(), mTabStops.end(), across);
+        if (byte == '\t' && stop != mTabStops.end()) {
+            across = *stop;
+        } else if (!IsContinuation(byte)) {
+            across += CharacterWidth();
+        }
+    }
+    return across * static_cast<float>(Zoom()) / 100;
+}
+
+bool RichTextBox::CtrlClick(std::size_t position) {
+    if (!Click()) {
+        return false;
+    }
+    SetCaret(position);
+    Raise(onCtrlClick);
+    return true;
+}
+
+bool RichTextBox::RightClick(std::size_t position) {
+    if (!Click()) {
+        return false;
+    }
+    const auto [first, last] = std::minmax(mAnchor, mCaret);
+    if (position < first || position >= last) {
+        SetCaret(position);
+    }
+    Raise(onMenu, ScreenPlace{});
+    return true;
+}
+
 bool RichTextBox::Type(std::string_view text) {
     const std::string typed = WithLineFeeds(text);
     for (std::size_t start = 0; start < typed.size();) {
@@ -288,6 +323,10 @@ std::size_t RichTextBox::LineAt(std::size_t position) const {
 bool RichTextBox::TakeKey(int keyCode, int shift) {
     const bool isLetter = keyCode >= 'A' && keyCode <= 'Z';
     const bool isDigit = keyCode >= '0' && keyCode <= '9';
+    if (TakesInput() && IsMenuKey(keyCode, shift)) {
+        Raise(onMenu, ScreenPlace{});
+        return true;
+    }
     if (!TakesInput() || TakesKey({keyCode, shift, 0})) {
         return true;
     }

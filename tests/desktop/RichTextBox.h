@@ -30,6 +30,16 @@ public:
     // when it is unavailable.
     bool Click();
 
+    // The user clicks with Ctrl held, or with the right button, at the byte at `position`. As Click and SetCaret.
+    bool CtrlClick(std::size_t position);
+    bool RightClick(std::size_t position);
+
+    // The user turns the wheel with Ctrl held, by parts of a step if it is not a whole number of 120s.
+    void CtrlWheel(int delta) { TellCtrlWheel(delta); }
+
+    // How far the byte at `position` stands from the beginning of its line, in twips, as it is zoomed.
+    float Across(std::size_t position) const;
+
     // The user works at the keyboard, at the caret or in place of what is selected. False, and nothing happens, when
     // the pane has not the focus or is unavailable. Each character raises onChange; a line break is a press of Enter.
     bool Type(std::string_view text);
@@ -70,6 +80,7 @@ private:
     void ShowSpots(std::size_t /*line*/) override {}
     void ShowAllSpots() override {}
     void ShowMarks() override {}
+    void ShowZoom() override { CountCall(); }
     std::string_view LineBytes(std::size_t index) const;
     std::size_t PlaceOf(std::size_t position) const;
     bool TakesInput() const;

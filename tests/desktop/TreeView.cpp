@@ -1,6 +1,7 @@
 // Every call for the control counts; what the items hold cannot fail.
 #include "tests/desktop/TreeView.h"
 
+#include "platform/desktop/Raise.h"
 #include "platform/desktop/Window.h"
 #include "platform/text/Ascii.h"
 #include "tests/desktop/Keys.h"
@@ -59,6 +60,11 @@ void TreeView::Click(std::string_view key) {
     }
 }
 
+void TreeView::RightClick(TreeItem item) {
+    Click(item);
+    Raise(onMenu, ScreenPlace{});
+}
+
 void TreeView::Collapse(TreeItem item) {
     CheckReachable("a click into the tree");
     if (!IsVisible(item) || !IsExpanded(item)) {
@@ -105,7 +111,9 @@ std::string TreeView::Line(TreeItem item) const {
 }
 
 bool TreeView::TakeKey(int keyCode, int shift) {
-    if (keyCode == KeyUp) {
+    if (IsMenuKey(keyCode, shift)) {
+        Raise(onMenu, ScreenPlace{});
+    } else if (keyCode == KeyUp) {
         MoveUp();
     } else if (keyCode == KeyDown) {
         MoveDown();

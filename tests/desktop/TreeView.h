@@ -24,6 +24,9 @@ public:
     void Click(TreeItem item);
     void Click(std::string_view key);
 
+    // The user clicks an item with the right button.
+    void RightClick(TreeItem item);
+
     // The user collapses an item by the mouse. The focus moves to the tree. If the selected item is hidden now, this
     // one is selected as by a click. Throws ImpossibleAction when the item is not there, hidden or not expanded.
     void Collapse(TreeItem item);

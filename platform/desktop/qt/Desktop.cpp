@@ -24,8 +24,8 @@ QIcon OwnIcon() {
 Desktop::Desktop(const std::string& commandLine, const Environment& environment, Registry& settings)
     : app(environment),
       mCodePage(MakeSystemCodePage()) {
-    mParts = {&window, &treeLabel,   &tree,    &paneLabel, &pane,     &suggestions, &toolBar,       &status,
-              &mMenus, &mFileDialog, &mMsgBox, &app,       &settings, &mFiles,      mCodePage.get()};
+    mParts = {&window, &treeLabel, &tree,        &paneLabel, &pane, &suggestions, &popup,  &toolBar,
+              &status, &mMenus,    &mFileDialog, &mMsgBox,   &app,  &settings,    &mFiles, mCodePage.get()};
     app.commandLine = commandLine;
     window.setWindowIcon(OwnIcon());
     window.onEnded = [] { QCoreApplication::exit(0); };

@@ -11,6 +11,7 @@
 #include "platform/desktop/qt/MenuItem.h"
 #include "platform/desktop/qt/MessagesWindow.h"
 #include "platform/desktop/qt/MsgBox.h"
+#include "platform/desktop/qt/PopupMenu.h"
 #include "platform/desktop/qt/RichTextBox.h"
 #include "platform/desktop/qt/StatusBar.h"
 #include "platform/desktop/qt/Suggestions.h"
@@ -53,6 +54,7 @@ public:
     Label paneLabel{window};
     RichTextBox pane{window};
     Suggestions suggestions{window, pane};
+    PopupMenu popup{window};
     ToolBar toolBar{window};
     StatusBar status{window};
 

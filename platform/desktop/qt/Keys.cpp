@@ -10,6 +10,8 @@ namespace {
 
 constexpr int VirtualF1 = 112;
 constexpr int VirtualNumpad0 = 96;
+constexpr int VirtualAdd = 107;
+constexpr int VirtualSubtract = 109;
 constexpr int NoVirtualKey = 255;
 
 struct KeyPair {
@@ -38,6 +40,7 @@ constexpr KeyPair Keys[] = {
     {Qt::Key_QuoteLeft, 192}, {Qt::Key_BracketLeft, 219},
     {Qt::Key_Backslash, 220}, {Qt::Key_BracketRight, 221},
     {Qt::Key_AltGr, 18},      {Qt::Key_Meta, 91},
+    {Qt::Key_Plus, 187},
 };
 
 } // namespace
@@ -53,9 +56,17 @@ int VirtualKey(const QKeyEvent& event) {
     if (key >= Qt::Key_F1 && key <= Qt::Key_F24) {
         return VirtualF1 + (key - Qt::Key_F1);
     }
+    if (event.modifiers().testFlag(Qt::KeypadModifier) && (key == Qt::Key_Plus || key == Qt::Key_Minus)) {
+        return key == Qt::Key_Plus ? VirtualAdd : VirtualSubtract;
+    }
     const auto found =
         std::find_if(std::begin(Keys), std::end(Keys), [key](const KeyPair& pair) { return pair.key == key; });
     return found != std::end(Keys) ? found->virtualKey : NoVirtualKey;
+}
+
+bool IsMenuKey(const QKeyEvent& event) {
+    const int shift = ShiftState(event.modifiers());
+    return (event.key() == Qt::Key_Menu && shift == 0) || (event.key() == Qt::Key_F10 && shift == 1);
 }
 
 int ShiftState(Qt::KeyboardModifiers modifiers) {

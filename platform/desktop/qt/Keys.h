@@ -8,6 +8,9 @@ namespace tessaly::qt {
 // The virtual-key code of a key; 255, Windows' code for none of its own, for one that Windows does not have.
 int VirtualKey(const QKeyEvent& event);
 
+// Whether a key asks for a menu.
+bool IsMenuKey(const QKeyEvent& event);
+
 // 1 Shift, 2 Ctrl, 4 Alt, added up.
 int ShiftState(Qt::KeyboardModifiers modifiers);
 

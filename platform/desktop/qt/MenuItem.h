@@ -15,7 +15,7 @@ namespace tessaly::qt {
 // A drop-down, which closes before it tells of a choice. A key or a click is one command as a whole.
 class Menu final : public QMenu {
 public:
-    explicit Menu(FocusEvents& focus) : mFocus(focus) {}
+    explicit Menu(FocusEvents& focus, QWidget* parent = nullptr) : QMenu(parent), mFocus(focus) {}
 
 protected:
     bool event(QEvent* event) override;

@@ -3,6 +3,7 @@
 #include "platform/desktop/Tint.h"
 #include "platform/desktop/qt/Keys.h"
 #include "platform/desktop/qt/Pictures.h"
+#include "platform/desktop/qt/PopupMenu.h"
 #include "platform/desktop/qt/RichTextBox.h"
 
 #include <QContextMenuEvent>
@@ -10,7 +11,6 @@
 #include <QEvent>
 #include <QFontDatabase>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QMimeData>
 #include <QPainter>
 #include <QTextBlock>
@@ -70,8 +70,9 @@ QString FromDocument(QString text) {
 PlainTextEdit::PlainTextEdit(QWidget* parent, const LineMarks& marks, const tessaly::RichTextBox& pane)
     : QPlainTextEdit(parent),
       mMarks(marks),
-      mPane(pane) {
-    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+      mPane(pane),
+      mFont(QFontDatabase::systemFont(QFontDatabase::FixedFont)) {
+    setFont(mFont);
     setLineWrapMode(QPlainTextEdit::NoWrap);
     connect(this, &QPlainTextEdit::blockCountChanged, this, &PlainTextEdit::LayOutMargin);
     connect(this, &QPlainTextEdit::updateRequest, this, [this] { update(MarginPlace()); });
@@ -91,6 +92,17 @@ void PlainTextEdit::SetGrey(bool grey) {
     }
     viewport()->setPalette(colours);
     ShowMarks();
+}
+
+// A font may have its size in pixels.
+void PlainTextEdit::SetZoom(int percent) {
+    QFont font = mFont;
+    if (mFont.pointSizeF() > 0) {
+        font.setPointSizeF(mFont.pointSizeF() * percent / 100);
+    } else {
+        font.setPixelSize(std::max(mFont.pixelSize() * percent / 100, 1));
+    }
+    setFont(font);
 }
 
 // What is underlined is drawn so and is no property of the text.
@@ -205,6 +217,12 @@ void PlainTextEdit::PaintMargin() {
 // A key of which nobody knows goes on as one that was typed. Shift and Enter would put in a line separator, which is no
 // line break in a file.
 void PlainTextEdit::keyPressEvent(QKeyEvent* event) {
+    if (IsMenuKey(*event)) {
+        if (!isReadOnly()) {
+            onMenu(PlaceForMenu(*viewport(), cursorRect().bottomLeft()));
+        }
+        return;
+    }
     if (takeKey({VirtualKey(*event), ShiftState(event->modifiers()), 0})) {
         event->accept();
         return;
@@ -246,17 +264,36 @@ void PlainTextEdit::changeEvent(QEvent* event) {
     }
 }
 
-// Qt knows nothing of what can be undone here.
-void PlainTextEdit::contextMenuEvent(QContextMenuEvent* event) {
-    QMenu* const menu = createStandardContextMenu(event->pos());
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    for (const auto& [name, key] : {std::pair("edit-undo", 'Z'), std::pair("edit-redo", 'Y')}) {
-        if (auto* const action = menu->findChild<QAction*>(name)) {
-            action->setEnabled(!isReadOnly());
-            connect(action, &QAction::triggered, this, [this, key = int{key}] { takeKey({key, 2, 0}); });
-        }
+// A click with Ctrl is told when it is over: by then it has selected nothing.
+void PlainTextEdit::mouseReleaseEvent(QMouseEvent* event) {
+    QPlainTextEdit::mouseReleaseEvent(event);
+    if (event->button() == Qt::LeftButton && ShiftState(event->modifiers()) == 2 && !isReadOnly() &&
+        !textCursor().hasSelection()) {
+        onCtrlClick();
     }
-    menu->popup(event->globalPos());
+}
+
+void PlainTextEdit::wheelEvent(QWheelEvent* event) {
+    if (event->modifiers().testFlag(Qt::ControlModifier)) {
+        onCtrlWheel(event->angleDelta().y());
+        event->accept();
+        return;
+    }
+    QPlainTextEdit::wheelEvent(event);
+}
+
+// Not every window system sends one for a key, so keys are seen to elsewhere.
+void PlainTextEdit::contextMenuEvent(QContextMenuEvent* event) {
+    event->accept();
+    if (event->reason() == QContextMenuEvent::Keyboard || isReadOnly()) {
+        return;
+    }
+    const QTextCursor clicked = cursorForPosition(event->pos());
+    const QTextCursor caret = textCursor();
+    if (clicked.position() < caret.selectionStart() || clicked.position() >= caret.selectionEnd()) {
+        setTextCursor(clicked);
+    }
+    onMenu(event->globalPos());
 }
 
 // A file that is dragged here is for the window.

@@ -37,6 +37,12 @@ void CheckMemory(const QString& text) {
 RichTextBox::RichTextBox(Window& window) : Control(window, mEdit), mEdit(&window.Area(), Marks(), *this) {
     mEdit.setUndoRedoEnabled(false); // the pane has a history of its own
     mEdit.takeKey = [this](const PaneKey& key) { return TakesKey(key); };
+    mEdit.onMenu = [this](QPoint place) {
+        mWindow.UpdateFocusInUse();
+        Raise(onMenu, ScreenPlace{place.x(), place.y()});
+    };
+    mEdit.onCtrlClick = [this] { Raise(onCtrlClick); };
+    mEdit.onCtrlWheel = [this](int delta) { TellCtrlWheel(delta); };
     QObject::connect(mEdit.document(), &QTextDocument::contentsChange, &mEdit,
                      [this](int position, int, int added) { FollowChange(position, added); });
     QObject::connect(mEdit.document(), &QTextDocument::contentsChanged, &mEdit, [this] { TellChange(); });
@@ -173,21 +179,33 @@ void RichTextBox::ShowAvailable(bool available) {
 }
 
 float RichTextBox::CharacterWidth() const {
-    return static_cast<float>(QFontMetricsF(mEdit.font()).horizontalAdvance(u'0')) * TwipsInPixel;
+    return static_cast<float>(QFontMetricsF(mEdit.UsersFont()).horizontalAdvance(u'0')) * TwipsInPixel;
+}
+
+void RichTextBox::SetTabStops(const std::vector<float>& stops) {
+    mTabStops = stops;
+    ShowTabStops();
+}
+
+void RichTextBox::ShowZoom() {
+    mEdit.SetZoom(Zoom());
+    ShowTabStops();
 }
 
 // Behind the last stop they go on as far apart as the last two are.
-void RichTextBox::SetTabStops(const std::vector<float>& stops) {
+void RichTextBox::ShowTabStops() {
+    const qreal zoom = Zoom() / 100.0;
+    const std::vector<float>& stops = mTabStops;
     QTextOption option = mEdit.document()->defaultTextOption();
     QList<QTextOption::Tab> tabs;
     for (const float stop : stops) {
         if (stop > 0) {
-            tabs.append(QTextOption::Tab(stop / TwipsInPixel, QTextOption::LeftTab));
+            tabs.append(QTextOption::Tab(zoom * stop / TwipsInPixel, QTextOption::LeftTab));
         }
     }
     option.setTabs(tabs);
     if (stops.size() >= 2 && stops.back() > stops[stops.size() - 2]) {
-        option.setTabStopDistance((stops.back() - stops[stops.size() - 2]) / TwipsInPixel);
+        option.setTabStopDistance(zoom * (stops.back() - stops[stops.size() - 2]) / TwipsInPixel);
     }
     mEdit.document()->setDefaultTextOption(option);
 }

@@ -34,6 +34,18 @@ public:
     // Told of every key and typed character; true for one that the editor is not to get.
     std::function<bool(const PaneKey& key)> takeKey;
 
+    // Told where on the screen a menu is asked for, that of a click with Ctrl, and of the wheel with Ctrl, by its
+    // delta.
+    std::function<void(QPoint place)> onMenu;
+    std::function<void()> onCtrlClick;
+    std::function<void(int delta)> onCtrlWheel;
+
+    // In percent of the user's font.
+    void SetZoom(int percent);
+
+    // Not zoomed.
+    const QFont& UsersFont() const { return mFont; }
+
     void SetGrey(bool grey);
 
     // What this block begins in.
@@ -48,6 +60,8 @@ public:
 protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
@@ -65,6 +79,7 @@ private:
     const LineMarks& mMarks;
     const tessaly::RichTextBox& mPane;
     mutable Colouring mColouring{*document()}; // goes on where somebody looks
+    QFont mFont;
     Margin mMargin;
     bool mIsGrey = false;
 };
@@ -106,11 +121,14 @@ private:
     void ShowSpots(std::size_t line) override { mEdit.ShowSpots(static_cast<int>(line)); }
     void ShowAllSpots() override { mEdit.viewport()->update(); }
     void ShowMarks() override { mEdit.ShowMarks(); }
+    void ShowZoom() override;
+    void ShowTabStops();
     int Length() const;
     void FollowChange(int position, int added);
     void TellChange();
 
     PlainTextEdit mEdit;
+    std::vector<float> mTabStops;
     QString mBefore;               // what the document held when its last change was told, each break an LF
     bool mIsSetting = false;       // the program changes the text
     std::optional<Ends> mToSelect; // when that is done

@@ -1,7 +1,9 @@
 #include "platform/desktop/qt/TreeView.h"
 
 #include "platform/desktop/qt/Colours.h"
+#include "platform/desktop/qt/Keys.h"
 #include "platform/desktop/qt/Pictures.h"
+#include "platform/desktop/qt/PopupMenu.h"
 
 #include <QHeaderView>
 #include <QMouseEvent>
@@ -72,6 +74,11 @@ void TreeWidget::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void TreeWidget::keyPressEvent(QKeyEvent* event) {
+    if (IsMenuKey(*event)) {
+        const QTreeWidgetItem* const selected = Selected();
+        onMenu(PlaceForMenu(*viewport(), selected != nullptr ? visualItemRect(selected).bottomLeft() : QPoint()));
+        return;
+    }
     const QTreeWidgetItem* const before = Selected();
     QTreeWidget::keyPressEvent(event);
     TellIfChanged(before);
@@ -90,6 +97,14 @@ void TreeWidget::changeEvent(QEvent* event) {
     QTreeWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange && onColoursChanged) {
         onColoursChanged();
+    }
+}
+
+// The press in front of it has selected the item. Keys are seen to elsewhere.
+void TreeWidget::contextMenuEvent(QContextMenuEvent* event) {
+    event->accept();
+    if (event->reason() != QContextMenuEvent::Keyboard) {
+        onMenu(event->globalPos());
     }
 }
 
@@ -130,6 +145,10 @@ TreeView::TreeView(Window& window) : Control(window, mTree), mTree(&window.Area(
         for (const auto& [item, content] : AllItems()) {
             ShowLook(content.node, LookOf(content));
         }
+    };
+    mTree.onMenu = [this](QPoint place) {
+        mWindow.UpdateFocusInUse();
+        Raise(onMenu, ScreenPlace{place.x(), place.y()});
     };
     mTree.onUserSelect = [this](const QTreeWidgetItem* node) {
         SetSelected(static_cast<TreeItem>(node->data(0, Qt::UserRole).toUInt()));

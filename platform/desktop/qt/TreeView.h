@@ -17,6 +17,7 @@ public:
 
     std::function<void(QTreeWidgetItem* item)> onUserSelect;
     std::function<void()> onColoursChanged;
+    std::function<void(QPoint place)> onMenu; // asked for there on the screen
 
     // What is selected, null when nothing is.
     QTreeWidgetItem* Selected() const;
@@ -30,6 +31,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void initViewItemOption(QStyleOptionViewItem* option) const override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
 

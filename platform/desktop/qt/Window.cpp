@@ -36,14 +36,8 @@ bool HasFiles(const QMimeData& data) {
     return std::any_of(urls.begin(), urls.end(), [](const QUrl& url) { return url.isLocalFile(); });
 }
 
-// A menu that opens at a control, such as the one with Cut and Paste, is a part of that control.
-bool IsAtWorkElsewhere(const QWidget* widget) {
-    const QWidget* const popup = QApplication::activePopupWidget();
-    const QObject* owner = popup;
-    while (owner != nullptr && owner != widget) {
-        owner = owner->parent();
-    }
-    return QApplication::activeModalWidget() != nullptr || (popup != nullptr && owner == nullptr);
+bool IsAtWorkElsewhere() {
+    return QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr;
 }
 
 } // namespace
@@ -113,7 +107,7 @@ void Window::MoveFocus(const QWidget* focus) {
     if (HasEnded()) {
         return;
     }
-    if (found != mWidgets.end() && !IsAtWorkElsewhere(focus)) {
+    if (found != mWidgets.end() && !IsAtWorkElsewhere()) {
         controls.focus.MovedTo(*found->second);
     } else {
         controls.focus.Taken();

@@ -3,6 +3,7 @@
 
 #include "platform/system/win32/Handle.h"
 
+#include <algorithm>
 #include <bit>
 #include <string>
 
@@ -47,6 +48,14 @@ float Child::ShownHeight() const {
     return ToTwips(rect.bottom - rect.top, mParent.Dpi());
 }
 
+POINT Child::NearestPlace(POINT wanted) const {
+    RECT seen = {};
+    GetClientRect(mHandle, &seen);
+    POINT place = {std::clamp(wanted.x, 0L, seen.right), std::clamp(wanted.y, 0L, seen.bottom)};
+    ClientToScreen(mHandle, &place);
+    return place;
+}
+
 void Child::Rescale() {
     Send(WM_SETFONT, reinterpret_cast<WPARAM>(mParent.Font()), TRUE);
     mControl.Move();
@@ -58,6 +67,26 @@ LRESULT Child::Message(UINT message, WPARAM wParam, LPARAM lParam) {
 
 LRESULT Child::Default(UINT message, WPARAM wParam, LPARAM lParam) {
     return CallWindowProcW(mBase, mHandle, message, wParam, lParam);
+}
+
+// By the messages that Windows makes WM_CONTEXTMENU of: not all controls leave that to it. True for those that are
+// nobody else's then.
+bool Child::TakesMenuMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    const bool isMouse = message == WM_RBUTTONUP;
+    const bool isKey = (message == WM_KEYUP && wParam == VK_APPS) ||
+                       (message == WM_SYSKEYDOWN && wParam == VK_F10 && GetKeyState(VK_SHIFT) < 0);
+    if (!HasMenu() || (!isMouse && !isKey)) {
+        return HasMenu() && message == WM_CONTEXTMENU;
+    }
+    std::optional<POINT> place = MenuPlace();
+    if (place && isMouse) {
+        place = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
+        ClientToScreen(mHandle, &*place);
+    }
+    if (place) {
+        mParent.Later([this, at = ScreenPlace{place->x, place->y}] { Raise(mControl.onMenu, at); });
+    }
+    return true;
 }
 
 // The edge of a control that has the keyboard has the colour of selections.
@@ -87,6 +116,9 @@ LRESULT CALLBACK Child::Procedure(HWND window, UINT message, WPARAM wParam, LPAR
         SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(self.mBase));
         self.mHandle = nullptr;
         return CallWindowProcW(self.mBase, window, message, wParam, lParam);
+    }
+    if (self.TakesMenuMessage(message, wParam, lParam)) {
+        return 0;
     }
     const LRESULT result = self.Message(message, wParam, lParam);
     self.ShowFocus(message);

@@ -7,6 +7,7 @@
 #include "platform/desktop/win32/Parent.h"
 #include "platform/desktop/win32/Screen.h"
 
+#include <optional>
 #include <string_view>
 
 namespace tessaly::win32 {
@@ -34,6 +35,11 @@ public:
 
     virtual bool TakesTabKey() const { return false; }
 
+    // Whether the user can ask for a menu of the program here; and where it comes up on the screen when he does so by a
+    // key, no value for no menu now.
+    virtual bool HasMenu() const { return false; }
+    virtual std::optional<POINT> MenuPlace() const { return std::nullopt; }
+
     // A WM_COMMAND or WM_NOTIFY of this control. What a notification returns is 0 unless said otherwise.
     virtual void Command(int /*id*/, int /*code*/) {}
     virtual LRESULT Notify(NMHDR& /*header*/) { return 0; }
@@ -46,6 +52,9 @@ protected:
     void Place(const Extent& place); // in twips of the client area of its window
     float ShownHeight() const;
 
+    // On the screen, the place of the client area that is nearest to `wanted` in it.
+    POINT NearestPlace(POINT wanted) const;
+
     Parent& ParentWindow() const { return mParent; }
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
         return SendMessageW(mHandle, message, wParam, lParam);
@@ -57,6 +66,7 @@ protected:
 
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    bool TakesMenuMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void ShowFocus(UINT message);
 
     Parent& mParent;

@@ -8,8 +8,9 @@
 namespace tessaly::win32 {
 
 Desktop::Desktop() : mCodePage(MakeSystemCodePage()) {
-    mParts = {&mWindow, &mTreeLabel,  &mCodeTree, &mFuncLabel,   &mFuncBody, &mSuggestions, &mToolBar,      &mStatusBar,
-              &mMenus,  &mFileDialog, &mMsgBox,   &mApplication, &mRegistry, &mFiles,       mCodePage.get()};
+    mParts = {&mWindow,      &mTreeLabel, &mCodeTree,  &mFuncLabel,    &mFuncBody,   &mSuggestions,
+              &mPopup,       &mToolBar,   &mStatusBar, &mMenus,        &mFileDialog, &mMsgBox,
+              &mApplication, &mRegistry,  &mFiles,     mCodePage.get()};
     mApplication.commandLine = CommandLine();
     mApplication.SetWindow(mWindow.Handle());
     mTreeLabel.SetNamed(mCodeTree.Handle());

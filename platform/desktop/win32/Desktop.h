@@ -11,6 +11,7 @@
 #include "platform/desktop/win32/MenuItem.h"
 #include "platform/desktop/win32/MessagesWindow.h"
 #include "platform/desktop/win32/MsgBox.h"
+#include "platform/desktop/win32/PopupMenu.h"
 #include "platform/desktop/win32/RichTextBox.h"
 #include "platform/desktop/win32/StatusBar.h"
 #include "platform/desktop/win32/Suggestions.h"
@@ -53,6 +54,7 @@ private:
     Label mFuncLabel{mWindow, ControlId::FuncLabel};
     RichTextBox mFuncBody{mWindow};
     Suggestions mSuggestions{mWindow, mFuncBody};
+    PopupMenu mPopup{mWindow};
     ToolBar mToolBar{mWindow};
     StatusBar mStatusBar{mWindow};
 

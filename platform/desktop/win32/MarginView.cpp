@@ -47,19 +47,11 @@ MarginView::MarginView(HWND control, const ViewFormat& lines, const LineMarks& m
       mMarks(marks) {}
 
 void MarginView::SetFont(const LOGFONTW& font) {
-    mTextFont = font;
+    mFont.reset(CreateFontIndirectW(&font));
     LayOut(mLines.LineCount());
 }
 
 void MarginView::LayOut(std::size_t lines) {
-    LOGFONTW font = mTextFont;
-    WPARAM times = 0;
-    LPARAM over = 0;
-    SendMessageW(mControl, EM_GETZOOM, reinterpret_cast<WPARAM>(&times), reinterpret_cast<LPARAM>(&over));
-    if (times > 0 && over > 0) {
-        font.lfHeight = MulDiv(font.lfHeight, static_cast<int>(times), static_cast<int>(over));
-    }
-    mFont.reset(CreateFontIndirectW(&font));
     const TEXTMETRICW metrics = MeasureFont(mFont.get());
     mLineHeight = metrics.tmHeight;
     const Margin before = std::exchange(mMargin, LayOutMargin(lines, metrics.tmAveCharWidth, mLineHeight));

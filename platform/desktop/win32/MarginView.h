@@ -17,7 +17,7 @@ public:
     // All of them outlive this. `lines` are those that the control shows.
     MarginView(HWND control, const ViewFormat& lines, const LineMarks& marks);
 
-    // The font of the text, before the user zooms it.
+    // The font of the text.
     void SetFont(const LOGFONTW& font);
 
     // Makes the margin as wide as it must be for so many lines and the font. The control lays out all of its text then,
@@ -72,7 +72,6 @@ private:
     HWND mControl;
     const ViewFormat& mLines;
     const LineMarks& mMarks;
-    LOGFONTW mTextFont = {};
     FontOwner mFont;          // zoomed
     ImageListOwner mPictures; // of marks
     int mLineHeight = 0;

@@ -30,10 +30,15 @@ LRESULT RichTextBox::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     case EM_CANREDO:
         return CanRedo() ? TRUE : FALSE;
     case WM_LBUTTONDOWN:
+    case WM_LBUTTONUP:
     case WM_LBUTTONDBLCLK:
     case WM_RBUTTONDOWN:
     case WM_MBUTTONDOWN:
-        return mFuncBodyAvailable ? Default(message, wParam, lParam) : 0;
+    case WM_MOUSEWHEEL:
+        if (const std::optional<LRESULT> answer = MouseMessage(message, wParam, lParam)) {
+            return *answer;
+        }
+        return EdgeMessage(message, wParam, lParam);
     case WM_PAINT:
         return Paint(wParam, lParam);
     case WM_GETOBJECT: // a screen reader, which may have the text itself for the name
@@ -42,6 +47,43 @@ LRESULT RichTextBox::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     default:
         return EdgeMessage(message, wParam, lParam);
     }
+}
+
+// No value for what the control is to do as always. It would select a sentence by a click with Ctrl, and zoom by the
+// wheel with Ctrl.
+std::optional<LRESULT> RichTextBox::MouseMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    const WORD keys = LOWORD(wParam);
+    if (message == WM_MOUSEWHEEL) {
+        if ((keys & MK_CONTROL) == 0) {
+            return std::nullopt;
+        }
+        TellCtrlWheel(GET_WHEEL_DELTA_WPARAM(wParam));
+        return 0;
+    }
+    if (message == WM_LBUTTONUP) {
+        const bool isCtrlClick = std::exchange(mIsCtrlClick, false);
+        if (isCtrlClick) {
+            ParentWindow().Later([this] { Raise(onCtrlClick); });
+        }
+        return isCtrlClick ? std::optional<LRESULT>(0) : std::nullopt;
+    }
+    mIsCtrlClick = false;
+    if (!mFuncBodyAvailable) {
+        return 0;
+    }
+    const bool hasCtrl = (keys & (MK_CONTROL | MK_SHIFT)) == MK_CONTROL;
+    if (message != WM_RBUTTONDOWN && !(hasCtrl && message == WM_LBUTTONDOWN)) {
+        return std::nullopt;
+    }
+    TakeKeyboard();
+    const std::size_t position = PositionAt({static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))});
+    const CHARRANGE selected = SelectedRange();
+    const auto character = static_cast<LONG>(position);
+    if (message == WM_LBUTTONDOWN || character < selected.cpMin || character >= selected.cpMax) {
+        MoveCaret(position);
+    }
+    mIsCtrlClick = message == WM_LBUTTONDOWN;
+    return 0;
 }
 
 // The margin is in the edge of the window, where a click is one into the pane and no more.
@@ -69,8 +111,6 @@ LRESULT RichTextBox::EdgeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     } else if (message == WM_PRINT && (lParam & PRF_NONCLIENT) != 0) {
         // NOLINTNEXTLINE(performance-no-int-to-ptr): so the message has it
         mMargin.PaintOn(reinterpret_cast<HDC>(wParam), mMargin.Place());
-    } else if (message == WM_MOUSEWHEEL || message == EM_SETZOOM) {
-        mMargin.FollowEdit(); // the text may have another size
     }
     return result;
 }

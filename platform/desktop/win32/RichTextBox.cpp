@@ -67,16 +67,21 @@ void RichTextBox::SetUpControl() {
     LibraryFunction<decltype(&RevokeDragDrop)>(L"ole32.dll", "RevokeDragDrop")(Handle());
 }
 
-// The control measures in twips of the resolution that Windows was started with, whatever its window's is.
-void RichTextBox::ApplyFont() {
-    const float scale = static_cast<float>(ParentWindow().Dpi()) / static_cast<float>(SystemDpi());
-    mFormat.SetFont(CodeFontName(), std::lround(FontHeight * scale));
-    mMargin.SetFont(TextFont());
+// The control measures in twips of the resolution that Windows was started with, whatever its window's is. Its own zoom
+// does not reach text that is there already on every system.
+float RichTextBox::Scale() const {
+    return static_cast<float>(ParentWindow().Dpi()) / static_cast<float>(SystemDpi()) * static_cast<float>(Zoom()) /
+           100;
 }
 
-LOGFONTW RichTextBox::TextFont() const {
+void RichTextBox::ApplyFont() {
+    mFormat.SetFont(CodeFontName(), std::lround(FontHeight * Scale()));
+    mMargin.SetFont(TextFont(Zoom()));
+}
+
+LOGFONTW RichTextBox::TextFont(int zoom) const {
     LOGFONTW font = {};
-    font.lfHeight = -ToPixels(FontHeight, ParentWindow().Dpi());
+    font.lfHeight = -ToPixels(FontHeight * static_cast<float>(zoom) / 100, ParentWindow().Dpi());
     CodeFontName().copy(font.lfFaceName, LF_FACESIZE - 1);
     return font;
 }
@@ -90,10 +95,24 @@ RECT RichTextBox::CharacterPlace(tessaly::Place place) const {
     return character;
 }
 
+// What is nearest to it.
+std::size_t RichTextBox::PositionAt(POINT point) const {
+    POINTL wanted = {point.x, point.y};
+    return static_cast<std::size_t>(Send(EM_CHARFROMPOS, 0, reinterpret_cast<LPARAM>(&wanted)));
+}
+
+// Below the caret.
+std::optional<POINT> RichTextBox::MenuPlace() const {
+    if (!mFuncBodyAvailable) {
+        return std::nullopt;
+    }
+    const std::size_t caret = SelectedEnds().caret;
+    return NearestPlace({mFormat.PlaceOf(caret).x, mFormat.LineRect(caret).bottom});
+}
+
 // What is nearest may be far away.
 std::optional<tessaly::Place> RichTextBox::PlaceUnder(POINT point) const {
-    POINTL wanted = {point.x, point.y};
-    const auto position = static_cast<std::size_t>(Send(EM_CHARFROMPOS, 0, reinterpret_cast<LPARAM>(&wanted)));
+    const std::size_t position = PositionAt(point);
     const RECT line = mFormat.LineRect(position);
     const LONG reach = line.bottom - line.top; // wider than a character
     if (point.y < line.top || point.y >= line.bottom || std::abs(mFormat.PlaceOf(position).x - point.x) > reach) {
@@ -104,13 +123,13 @@ std::optional<tessaly::Place> RichTextBox::PlaceUnder(POINT point) const {
 }
 
 float RichTextBox::CharacterWidth() const {
-    const LOGFONTW font = TextFont();
+    const LOGFONTW font = TextFont(100);
     const FontOwner made(CreateFontIndirectW(&font));
     return ToTwips(MeasureFont(made.get()).tmAveCharWidth, ParentWindow().Dpi());
 }
 
 void RichTextBox::ShowTabStops() {
-    const float scale = static_cast<float>(ParentWindow().Dpi()) / static_cast<float>(SystemDpi());
+    const float scale = Scale();
     std::vector<LONG> stops;
     for (const float stop : mTabStops) {
         if (stop > 0) { // at the edge itself there can be none
@@ -267,6 +286,11 @@ void RichTextBox::ShowTogether(const std::function<void()>& work) {
         work();
         return LRESULT{0};
     });
+}
+
+void RichTextBox::ShowZoom() {
+    ApplyFont();
+    ShowTabStops();
 }
 
 void RichTextBox::ShowMarks() {

@@ -41,6 +41,8 @@ public:
     std::optional<tessaly::Place> PlaceUnder(POINT point) const;
 
     bool TakesTabKey() const override { return true; }
+    bool HasMenu() const override { return true; }
+    std::optional<POINT> MenuPlace() const override;
     void Command(int id, int code) override;
     LRESULT Notify(NMHDR& header) override;
     void Rescale() override;
@@ -56,7 +58,8 @@ protected:
 private:
     void SetUpControl();
     void ApplyFont();
-    LOGFONTW TextFont() const;
+    float Scale() const;
+    LOGFONTW TextFont(int zoom) const; // in percent
     void ShowTabStops();
     void ShowAvailable(bool available) override;
     std::string ShownText() const override;
@@ -75,6 +78,7 @@ private:
     void ShowSpots(std::size_t line) override { mSpots.Repaint(line); }
     void ShowAllSpots() override { InvalidateRect(Handle(), nullptr, TRUE); }
     void ShowMarks() override;
+    void ShowZoom() override;
     void ShowBackground();
     void ShowScrollBars();
     void PutInOrBack(std::wstring_view text);
@@ -98,6 +102,8 @@ private:
     };
 
     LRESULT EdgeMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    std::optional<LRESULT> MouseMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    std::size_t PositionAt(POINT point) const;
     LRESULT Key(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT PasteText();
     LRESULT DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam, EditPlace place);
@@ -123,6 +129,7 @@ private:
     std::vector<float> mTabStops;
     Ends mSelected;            // by the program, or while it is hidden
     bool mHasTakenKey = false; // the last one
+    bool mIsCtrlClick = false; // if the button comes up now
     std::optional<Edit> mEdit;
 };
 

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 #include <utility>
 
 namespace tessaly::win32 {
@@ -234,12 +235,40 @@ void TreeView::FollowSelection() {
 
 // A click on the item that is selected changes no selection, so nothing else tells of it.
 void TreeView::Clicked() {
-    TVHITTESTINFO hit = {};
-    hit.pt = mClick;
-    Send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
-    if ((hit.flags & TVHT_ONITEM) != 0 && Selected() != TreeItem::None && hit.hItem == Node(Selected())) {
+    if (Selected() != TreeItem::None && NodeAt(mClick) == Node(Selected())) {
         RaiseLater();
     }
+}
+
+// As the left button does it. The control itself would select nothing for long.
+void TreeView::RightPressed(POINT place) {
+    TakeKeyboard();
+    mClick = place;
+    if (HTREEITEM node = NodeAt(place); node != nullptr) {
+        Clicked();
+        Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(node));
+    }
+}
+
+// Null where there is none.
+HTREEITEM TreeView::NodeAt(POINT place) const {
+    TVHITTESTINFO hit = {};
+    hit.pt = place;
+    Send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+    return (hit.flags & TVHT_ONITEM) != 0 ? hit.hItem : nullptr;
+}
+
+// Below the selected item.
+std::optional<POINT> TreeView::MenuPlace() const {
+    RECT text = {};
+    if (Selected() != TreeItem::None) {
+        void* const node = Node(Selected());
+        std::memcpy(&text, &node, sizeof node); // so the message wants it
+        if (Send(TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&text)) == 0) {
+            text = {};
+        }
+    }
+    return NearestPlace({text.left, text.bottom});
 }
 
 // The control is still at work with the item, which the handler may remove.
@@ -250,6 +279,9 @@ void TreeView::RaiseLater() {
 LRESULT TreeView::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_LBUTTONDOWN) {
         mClick = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
+    } else if (message == WM_RBUTTONDOWN) {
+        RightPressed({static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))});
+        return 0;
     } else if (message == WM_MOUSEMOVE && !std::exchange(mHasToolTips, true)) {
         // Their window takes its time: it is made when the mouse could first ask for one.
         SetWindowLongW(Handle(), GWL_STYLE, GetWindowLongW(Handle(), GWL_STYLE) & ~TVS_NOTOOLTIPS);

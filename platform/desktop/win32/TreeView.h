@@ -15,6 +15,8 @@ public:
     LRESULT Notify(NMHDR& header) override;
     void Rescale() override;
     void ColoursChanged() override;
+    bool HasMenu() const override { return true; }
+    std::optional<POINT> MenuPlace() const override;
 
 private:
     LRESULT Message(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -34,6 +36,8 @@ private:
     HFONT ItalicFont();
     void Describe(NMTVGETINFOTIPW& tip) const;
     void Clicked();
+    void RightPressed(POINT place);
+    HTREEITEM NodeAt(POINT place) const;
     void FollowSelection();
 
     ImageListOwner mPictures;      // of marks

@@ -36,10 +36,12 @@ struct KeyPair {
     const char* text;
 };
 
-constexpr KeyPair SpecialKeys[] = {{8, Qt::Key_Backspace, "\b"}, {9, Qt::Key_Tab, "\t"},   {13, Qt::Key_Return, "\r"},
-                                   {27, Qt::Key_Escape, ""},     {32, Qt::Key_Space, " "}, {33, Qt::Key_PageUp, ""},
-                                   {34, Qt::Key_PageDown, ""},   {35, Qt::Key_End, ""},    {37, Qt::Key_Left, ""},
-                                   {38, Qt::Key_Up, ""},         {40, Qt::Key_Down, ""},   {191, Qt::Key_Slash, "/"}};
+constexpr KeyPair SpecialKeys[] = {{8, Qt::Key_Backspace, "\b"}, {9, Qt::Key_Tab, "\t"},    {13, Qt::Key_Return, "\r"},
+                                   {27, Qt::Key_Escape, ""},     {32, Qt::Key_Space, " "},  {33, Qt::Key_PageUp, ""},
+                                   {34, Qt::Key_PageDown, ""},   {35, Qt::Key_End, ""},     {37, Qt::Key_Left, ""},
+                                   {38, Qt::Key_Up, ""},         {40, Qt::Key_Down, ""},    {93, Qt::Key_Menu, ""},
+                                   {107, Qt::Key_Plus, "+"},     {109, Qt::Key_Minus, "-"}, {187, Qt::Key_Plus, "+"},
+                                   {189, Qt::Key_Minus, "-"},    {191, Qt::Key_Slash, "/"}};
 
 Qt::KeyboardModifiers Modifiers(int shift) {
     Qt::KeyboardModifiers modifiers = Qt::NoModifier;
@@ -243,13 +245,30 @@ std::vector<std::string> QtDriver::TreeShown() const {
     return lines;
 }
 
-void QtDriver::ClickItem(TreeItem item) {
+QPoint QtDriver::PlaceOfItem(TreeItem item) {
     qt::TreeWidget& tree = mDesktop->tree.Widget();
     QTreeWidgetItem& node = NodeOf(item);
     tree.scrollToItem(&node);
     const QRect place = tree.visualItemRect(&node);
-    ASSERT_TRUE(place.isValid()) << "a click on a tree item that cannot be seen";
-    Click(*tree.viewport(), place.center());
+    EXPECT_TRUE(place.isValid()) << "a click on a tree item that cannot be seen";
+    return place.center();
+}
+
+void QtDriver::ClickItem(TreeItem item) {
+    Click(*mDesktop->tree.Widget().viewport(), PlaceOfItem(item));
+}
+
+QRect QtDriver::CaretAt(std::size_t position) const {
+    const qt::PlainTextEdit& pane = mDesktop->pane.Widget();
+    QTextCursor cursor = pane.textCursor();
+    cursor.setPosition(static_cast<int>(qt::ToQt(std::string_view(PaneShown()).substr(0, position)).size()));
+    return pane.cursorRect(cursor);
+}
+
+float QtDriver::Across(std::size_t position) {
+    Settle();
+    const std::size_t begin = PaneShown().substr(0, position).rfind('\n') + 1;
+    return qt::ToTwips(CaretAt(position).left() - CaretAt(begin).left());
 }
 
 void QtDriver::MoveSelectionDown() {
@@ -368,9 +387,7 @@ std::vector<std::string> QtDriver::Underlined() {
 std::uint32_t QtDriver::ColourBehind(std::size_t position) {
     Settle();
     qt::PlainTextEdit& pane = mDesktop->pane.Widget();
-    QTextCursor cursor = pane.textCursor();
-    cursor.setPosition(static_cast<int>(qt::ToQt(std::string_view(PaneShown()).substr(0, position)).size()));
-    const QRect begin = pane.cursorRect(cursor);
+    const QRect begin = CaretAt(position);
     const int width = pane.fontMetrics().horizontalAdvance(u'0');
     const QImage shown = pane.viewport()->grab().toImage();
     std::map<std::uint32_t, int> counts;
@@ -512,53 +529,6 @@ void QtDriver::PressButton(std::int32_t number) {
     Settle();
 }
 
-void QtDriver::ChooseMenu(MenuItem& item) {
-    auto& chosen = static_cast<qt::MenuItem&>(item);
-    QAction& action = chosen.Action();
-    auto* const menu = qobject_cast<QMenu*>(action.associatedObjects().constFirst());
-    if (menu == nullptr || !IsShown()) {
-        action.trigger();
-    } else {
-        Open(*menu->menuAction());
-        menu->setActiveAction(&action);
-        QTest::keyClick(menu, Qt::Key_Return);
-    }
-    Settle();
-}
-
-void QtDriver::OpenMenuAndLeave(MenuItem& menu) {
-    Open(static_cast<qt::MenuItem&>(menu).Action());
-    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
-    if (mDesktop->window.menuBar()->hasFocus()) {
-        Key(Qt::Key_Escape);
-    }
-    Settle();
-}
-
-void QtDriver::Open(QAction& menu) {
-    const QMenuBar& bar = *mDesktop->window.menuBar();
-    Click(bar, bar.actionGeometry(&menu).center());
-    EXPECT_NE(QApplication::activePopupWidget(), nullptr);
-}
-
-std::string QtDriver::MenuCaption(MenuItem& item) const {
-    return qt::FromQt(static_cast<qt::MenuItem&>(item).Action().text());
-}
-
-bool QtDriver::IsChecked(MenuItem& item) const {
-    return static_cast<qt::MenuItem&>(item).Action().isChecked();
-}
-
-std::vector<std::string> QtDriver::MenusIn(MenuItem* menu) const {
-    const QList<QAction*> actions = menu == nullptr ? mDesktop->window.menuBar()->actions()
-                                                    : static_cast<qt::MenuItem*>(menu)->DropDown().actions();
-    std::vector<std::string> names;
-    for (const QAction* const action : actions) {
-        names.push_back(action->isSeparator() ? "-" : qt::FromQt(action->text()));
-    }
-    return names;
-}
-
 std::string QtDriver::FilePath(std::string_view name) const {
     return FolderPath() + "/" + std::string(name);
 }
@@ -618,8 +588,9 @@ void QtDriver::MakeProgram(const std::string& path, const std::string& whatToWhe
     EXPECT_EQ(::chmod(path.c_str(), 0700), 0);
 }
 
-void QtDriver::Click(const QWidget& widget, const QPoint& place) {
-    QTest::mouseClick(MainHandle(), Qt::LeftButton, Qt::NoModifier, widget.mapTo(&mDesktop->window, place));
+void QtDriver::Click(const QWidget& widget, const QPoint& place, Qt::MouseButton button,
+                     Qt::KeyboardModifiers modifiers) {
+    QTest::mouseClick(MainHandle(), button, modifiers, widget.mapTo(&mDesktop->window, place));
 }
 
 void QtDriver::Key(Qt::Key key, Qt::KeyboardModifiers modifiers, const QString& text) {

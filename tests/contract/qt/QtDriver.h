@@ -58,6 +58,13 @@ public:
     std::vector<std::string> MarginShown() override;
     std::vector<std::string> Underlined() override;
     void ClickMargin() override;
+    void UseMenuOfItem(TreeItem item, std::optional<std::size_t> row) override;
+    void UseMenuOfPane(std::size_t position, std::optional<std::size_t> row) override;
+    void UseMenuByKey(int keyCode, int shift, std::optional<std::size_t> row) override;
+    std::vector<std::string> MenuSeen() const override { return mMenuSeen; }
+    void CtrlClickPane(std::size_t position) override;
+    void TurnCtrlWheel(int delta) override;
+    float Across(std::size_t position) override;
     std::vector<std::string> NamesSuggested() override;
     bool IsSuggestionInView(std::size_t row) override;
     void ClickSuggestion(std::size_t row) override;
@@ -128,7 +135,11 @@ private:
     std::vector<std::string> Lines(std::string_view name) const; // of a file in the folder
     const QLabel& PanelOf(std::int32_t number) const;
     QWindow* MainHandle() const { return mDesktop->window.windowHandle(); }
-    void Click(const QWidget& widget, const QPoint& place);
+    void Click(const QWidget& widget, const QPoint& place, Qt::MouseButton button = Qt::LeftButton,
+               Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    QRect CaretAt(std::size_t position) const; // in the pane's viewport
+    QPoint PlaceOfItem(TreeItem item);         // in the tree's viewport
+    void UseMenu(std::optional<std::size_t> row);
     void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, const QString& text = {});
     void PressKeyAt(QWindow* window, int keyCode, int shift);
     void GoToMessages();
@@ -142,6 +153,7 @@ private:
     QtDialogUser mDialogs;
     std::unique_ptr<QWidget> mOtherWindow;
     bool mIsInMessages = false; // the user has gone there
+    std::vector<std::string> mMenuSeen;
 };
 
 } // namespace tessaly

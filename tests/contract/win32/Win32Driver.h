@@ -60,6 +60,13 @@ public:
     std::vector<std::string> MarginShown() override;
     std::vector<std::string> Underlined() override;
     void ClickMargin() override;
+    void UseMenuOfItem(TreeItem item, std::optional<std::size_t> row) override;
+    void UseMenuOfPane(std::size_t position, std::optional<std::size_t> row) override;
+    void UseMenuByKey(int keyCode, int shift, std::optional<std::size_t> row) override;
+    std::vector<std::string> MenuSeen() const override { return mMenuSeen; }
+    void CtrlClickPane(std::size_t position) override;
+    void TurnCtrlWheel(int delta) override;
+    float Across(std::size_t position) override;
     std::vector<std::string> NamesSuggested() override;
     bool IsSuggestionInView(std::size_t row) override;
     void ClickSuggestion(std::size_t row) override;
@@ -138,6 +145,8 @@ private:
     void Post(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
     void Click(HWND window, POINT point);
     RECT PlaceOfItem(TreeItem item);
+    void UseMenu(std::optional<std::size_t> row, const std::function<void()>& ask);
+    POINT PlaceInPane(std::size_t position) const;
     void PostOpening(std::ptrdiff_t menu);
     void PostMenuKey(WPARAM key, std::ptrdiff_t times = 1);
     std::wstring Shown() const;
@@ -154,6 +163,7 @@ private:
     std::unique_ptr<win32::Desktop> mDesktop;
     HWND mFrame = nullptr;
     HWND mOtherWindow = nullptr;
+    std::vector<std::string> mMenuSeen;
     DialogUser mDialogs;
 };
 

@@ -4,8 +4,6 @@
 
 #include <QAbstractEventDispatcher>
 #include <QAccessible>
-#include <QClipboard>
-#include <QContextMenuEvent>
 #include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -39,6 +37,10 @@ TEST(QtKeysTest, KeysHaveTheNumbersOfWindows) {
     EXPECT_EQ(Virtual(Qt::Key_9, Qt::KeypadModifier), 105);
     EXPECT_EQ(Virtual(Qt::Key_Backtab, Qt::ShiftModifier), 9);
     EXPECT_EQ(Virtual(Qt::Key_Enter), 13);
+    EXPECT_EQ(Virtual(Qt::Key_Plus), KeyPlus);
+    EXPECT_EQ(Virtual(Qt::Key_Minus), KeyMinus);
+    EXPECT_EQ(Virtual(Qt::Key_Plus, Qt::KeypadModifier), KeyAdd);
+    EXPECT_EQ(Virtual(Qt::Key_Minus, Qt::KeypadModifier), KeySubtract);
     EXPECT_EQ(Virtual(Qt::Key_Delete), 46);
     EXPECT_EQ(Virtual(Qt::Key_Udiaeresis), 255);
     EXPECT_EQ(qt::ShiftState(Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier), 7);
@@ -69,25 +71,6 @@ TEST_F(QtDesktopTest, KeysInAnOpenMenuAreTheMenus) {
     menu.close();
     user.PressKey(KeyF5, 0);
     EXPECT_EQ(keys, 1);
-}
-
-TEST_F(QtDesktopTest, AMenuOfThePaneIsAPartOfIt) {
-    user.Qt().window.Show();
-    user.ClickPane();
-    std::vector<std::string> events;
-    user.Qt().pane.onGotFocus = [&events] { events.emplace_back("got focus"); };
-    user.Qt().pane.onLostFocus = [&events] { events.emplace_back("lost focus"); };
-    user.Qt().pane.onChange = [&events] { events.emplace_back("change"); };
-    QGuiApplication::clipboard()->setText("pasted");
-    QWidget& text = *user.Qt().pane.Widget().viewport();
-    QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(5, 5), text.mapToGlobal(QPoint(5, 5)));
-    QCoreApplication::sendEvent(&text, &event);
-    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    ASSERT_NE(menu, nullptr);
-    menu->setActiveAction(menu->findChild<QAction*>("edit-paste"));
-    QTest::keyClick(menu, Qt::Key_Return);
-    EXPECT_EQ(user.PaneShown(), "pasted");
-    EXPECT_EQ(events, std::vector<std::string>{"change"});
 }
 
 TEST_F(QtDesktopTest, TextDroppedIntoThePaneIsAnEditThere) {
