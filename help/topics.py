@@ -76,7 +76,7 @@ def _menu_path(path: str, language: Language) -> str:
 
 
 def _quoted(identifier: str, language: Language) -> str:
-    lines = catalogue.text(identifier, language.code).strip().split("\n")
+    lines = catalogue.menu_text(identifier, language.code).strip().split("\n")
     return f"{language.quotes[0]}{'<br>'.join(_plain(line) for line in lines)}{language.quotes[1]}"
 
 

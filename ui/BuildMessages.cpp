@@ -236,9 +236,33 @@ void BuildMessages::Go(std::size_t row) {
     }
 }
 
+void BuildMessages::ShowAgain() {
+    if (HasSome()) {
+        mWindow->Show();
+    }
+}
+
+std::optional<std::size_t> BuildMessages::FirstOf(const std::string& member) const {
+    const auto found = std::find_if(mMessages.begin(), mMessages.end(), [&member](const Diagnostic& message) {
+        return !member.empty() && message.member == member && message.kind != DiagnosticKind::Note;
+    });
+    return found != mMessages.end() ? std::optional(static_cast<std::size_t>(found - mMessages.begin())) : std::nullopt;
+}
+
+void BuildMessages::GoToFirst(const std::string& member) {
+    if (const std::optional<std::size_t> row = FirstOf(member)) {
+        if (HasFound()) {
+            ShowFound({});
+        }
+        mWindow->Show();
+        mWindow->Choose(*row);
+        Go(*row);
+    }
+}
+
 void BuildMessages::Step(bool backwards) {
     const std::size_t count = Listed().size();
-    if (!mHasCome && !HasFound()) {
+    if (!HasSome()) {
         return;
     }
     mWindow->Show();

@@ -56,6 +56,14 @@ public:
     // selected comes first if nobody has gone there. Brings the window back.
     void Step(bool backwards);
 
+    // Whether there is something to go through; then the window can be brought back without going anywhere.
+    bool HasSome() const { return mHasCome || HasFound(); }
+    void ShowAgain();
+
+    // The first one of the build in this member, and goes there. The messages come back with it.
+    std::optional<std::size_t> FirstOf(const std::string& member) const;
+    void GoToFirst(const std::string& member);
+
     // Shows what is there in this language.
     void SetLanguage(std::uint8_t language);
 

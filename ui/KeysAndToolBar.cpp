@@ -46,6 +46,31 @@ bool VornMainFrm::ChooseMenuOnKey(int keyCode, int shift) {
     return false;
 }
 
+// Ctrl+Plus, Ctrl+Minus and Ctrl+0. The plus needs Shift on some keyboards.
+bool VornMainFrm::ZoomOnKey(int keyCode, int shift) {
+    constexpr int control = 2;
+    if (shift != control && !(keyCode == KeyPlus && shift == (control | 1))) {
+        return false;
+    }
+    if (keyCode == KeyAdd || keyCode == KeyPlus) {
+        RunCommand([this] { ZoomBySteps(1); });
+    } else if (keyCode == KeySubtract || keyCode == KeyMinus) {
+        RunCommand([this] { ZoomBySteps(-1); });
+    } else if (keyCode == '0' || keyCode == KeyDigit0) {
+        RunCommand([this] { mFuncBody.SetZoom(100); });
+    } else {
+        return false;
+    }
+    return true;
+}
+
+// Wherever the lists beside the caret stand, they do not any more.
+void VornMainFrm::ZoomBySteps(int steps) {
+    constexpr int step = 10; // percent
+    mTypingHelp.Close();
+    mFuncBody.SetZoom(mFuncBody.Zoom() + steps * step);
+}
+
 bool VornMainFrm::FuncBody_KeyDown(const PaneKey& key) {
     bool isTaken = false;
     Attempt([&] { isTaken = mTypingHelp.TakeKey(key); });
@@ -88,9 +113,12 @@ void VornMainFrm::ShowButtonTips() {
 }
 
 void VornMainFrm::VornToolBar_ButtonClick(std::int32_t number) {
+    UseTool(mDesktop.VornToolBar().ButtonTag(number));
+}
+
+void VornMainFrm::UseTool(std::string_view tag) {
     FuncBodyChangeMode = 1;
     SaveCurrentNodeCode(mCurrentNode);
-    const std::string tag = mDesktop.VornToolBar().ButtonTag(number);
     if (tag == "Add") {
         Form_AddFunction();
     }

@@ -30,6 +30,9 @@ public:
     // Whether it had a use for the key: Ctrl+F, Ctrl+H, Ctrl+Shift+F and Ctrl+G, and those of the bar.
     bool TakeKey(int keyCode, int shift);
 
+    // Opens the bar as its key does.
+    void Open(FindBar::Purpose purpose);
+
     // The pane's text is another one.
     void NoteChange() { mIsBehind = true; }
 
@@ -44,7 +47,6 @@ public:
     void LayOut() { mBar.LayOut(); }
 
 private:
-    void Open(FindBar::Purpose purpose);
     std::optional<std::string> FirstContent(FindBar::Purpose purpose) const;
     void Find();
     void Go(bool isForward);

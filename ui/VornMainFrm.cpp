@@ -263,7 +263,7 @@ void VornMainFrm::Listen() {
     mWindow.onKeyDown = [this](int keyCode, int shift) { Form_KeyDown(keyCode, shift); };
     mWindow.onOwnKey = [this](int keyCode, int shift) {
         return StepOnKey(keyCode, shift) || ChooseMenuOnKey(keyCode, shift) || mFinding.TakeKey(keyCode, shift) ||
-               GoOnKey(keyCode, shift);
+               ZoomOnKey(keyCode, shift) || GoOnKey(keyCode, shift);
     };
     mMessages.onName = [this](const std::string& member) { return NameOf(member); };
     mMessages.onGo = [this](const Diagnostic& message) { GoTo(message); };
@@ -278,6 +278,10 @@ void VornMainFrm::Listen() {
     mFuncBody.onChange = [this] { FuncBody_Change(); };
     mFuncBody.keeps = [this](char32_t character) { return Keeps(mDesktop.AnsiCodePage(), character); };
     mFuncBody.onKey = [this](const PaneKey& key) { return FuncBody_KeyDown(key); };
+    mFuncBody.onCtrlClick = command(&VornMainFrm::GoToNamed);
+    mFuncBody.onCtrlWheel = command(&VornMainFrm::ZoomBySteps);
+    mFuncBody.onMenu = command(&VornMainFrm::ShowPaneMenu);
+    mCodeTree.onMenu = command(&VornMainFrm::ShowTreeMenu);
     mDesktop.VornToolBar().onButtonClick = command(&VornMainFrm::VornToolBar_ButtonClick);
     const std::pair<std::string_view, void (VornMainFrm::*)()> commands[] = {
         {"mnuNewPSF", &VornMainFrm::mnuNewPSF_Click},     {"mnuOpenPSF", &VornMainFrm::mnuOpenPSF_Click},

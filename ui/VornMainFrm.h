@@ -1,6 +1,6 @@
 // The main window: its state and its commands. The commands live in one file per group: CodeTree.cpp,
-// KeysAndToolBar.cpp, FileCommands.cpp, BuildCommand.cpp, HelpCommands.cpp, LanguageCommands.cpp. Beside all of them
-// Recovery.cpp keeps what is not saved, and GoTo.cpp leads from a message to its line.
+// KeysAndToolBar.cpp, ContextMenus.cpp, FileCommands.cpp, BuildCommand.cpp, HelpCommands.cpp, LanguageCommands.cpp.
+// Beside all of them Recovery.cpp keeps what is not saved, and GoTo.cpp leads from a message to its line.
 #pragma once
 
 #include "app/Catalogue.h"
@@ -36,6 +36,12 @@ inline constexpr std::string_view FuncVarTool = "FuncVarTool";
 
 enum class SaveResult : std::int32_t { Saved = 0, NotSaved = 2 };
 enum class SaveAnswer : std::int32_t { Saved = 0, Declined = 1, Cancelled = 2, Failed = 3 };
+
+// A row of a context menu, and what it does; without a text a line between rows.
+struct ContextChoice {
+    PopupRow row;
+    std::function<void()> run;
+};
 
 class VornMainFrm : public WindowTexts {
 public:
@@ -172,6 +178,15 @@ private:
     void SelectMember(const std::string& member, std::size_t caret);
     TreeItem ItemOf(const std::string& member) const;
 
+    void UseTool(std::string_view tag);
+    void ShowPaneMenu(ScreenPlace place);
+    void ShowTreeMenu(ScreenPlace place);
+    void ShowMenu(std::vector<ContextChoice> choices, ScreenPlace place);
+    PopupRow MenuRow(OwnText text, const std::string& keys, bool isEnabled = true) const;
+    void EditByMenu(const std::function<void()>& edit);
+
+    bool ZoomOnKey(int keyCode, int shift);
+    void ZoomBySteps(int steps);
     bool StepOnKey(int keyCode, int shift);
     bool GoOnKey(int keyCode, int shift);
     void GoToNamed();

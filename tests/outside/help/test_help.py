@@ -120,8 +120,7 @@ def test_every_menu_command_is_described_under_its_own_text(language):
 def test_every_text_that_the_program_shows_is_quoted(language):
     shown = all_text(language)
     for identifier in catalogue.catalogue():
-        text = squeezed(catalogue.menu_text(identifier, language) if identifier.startswith("mnu")
-                        else catalogue.text(identifier, language))
+        text = squeezed(catalogue.menu_text(identifier, language))
         if identifier in NOT_SHOWN or identifier == "vornMainFrmPrmpt8":  # the file dialogs' filter
             continue
         assert text in shown, identifier
