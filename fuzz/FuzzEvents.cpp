@@ -9,6 +9,7 @@ extern "C" {
 #include "fuzz/Check.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -28,28 +29,33 @@ struct Line {
     const char* wrong = nullptr;
 };
 
-template <typename Write>
-std::string Written(Write write) {
-    char* text = nullptr;
-    std::size_t size = 0;
-    FILE* const file = open_memstream(&text, &size);
-    write(file);
-    std::fclose(file);
-    std::string result(text, size);
-    std::free(text);
-    return result;
-}
-
 std::string Utf8(const KitEvent& event) {
-    return Written([&](FILE* file) { kit_text_write(event.text, event.length, file); });
+    std::string text(3 * event.length, '\0');
+    text.resize(kit_text_to_utf8(event.text, event.length, text.data()));
+    return text;
 }
 
 std::string Hexadecimal(const KitEvent& event) {
-    return Written([&](FILE* file) {
-        for (std::size_t i = 0; i < event.length; ++i) {
-            std::fprintf(file, " %02x", static_cast<unsigned char>(event.text[i]));
-        }
-    });
+    std::string text;
+    for (std::size_t i = 0; i < event.length; ++i) {
+        std::array<char, 4> byte{};
+        std::snprintf(byte.data(), byte.size(), " %02x", static_cast<unsigned char>(event.text[i]));
+        text += byte.data();
+    }
+    return text;
+}
+
+std::string Frame(const KitEvent& event) {
+    std::array<char, KIT_FRAME_TEXT> text{};
+    const std::size_t length = kit_frame_text(&event.frame, text.data());
+    CHECK(length == std::strlen(text.data()));
+    return text.data();
+}
+
+std::string Text(const KitExpectation& expectation) {
+    std::string text(expectation.text_length, '\0');
+    text.resize(kit_expectation_text(&expectation, text.data()));
+    return text;
 }
 
 std::string Format(const KitEvent& event) {
@@ -73,8 +79,9 @@ std::string Format(const KitEvent& event) {
     case kit_event_msg:
         return "msg " + Utf8(event);
     case kit_event_frame:
-        return "can" + std::to_string(event.channel) + " " +
-               Written([&](FILE* file) { kit_frame_write(&event.frame, file); });
+        return "can" + std::to_string(event.channel) + " " + Frame(event);
+    case kit_event_expect:
+        return {event.expectation.line, event.expectation.line_length};
     }
     return "?";
 }
@@ -86,6 +93,12 @@ std::string WithStamp(const KitEvent& event) {
     std::string fraction = std::to_string(event.stamp % 1000000);
     fraction.insert(0, 6 - fraction.size(), '0');
     return "(" + std::to_string(event.stamp / 1000000) + "." + fraction + ") " + Format(event);
+}
+
+void CheckSame(const KitExpectation& a, const KitExpectation& b) {
+    CHECK(a.kind == b.kind && a.channel == b.channel && a.passes == b.passes && a.span == b.span);
+    CHECK(std::strcmp(a.pattern, b.pattern) == 0);
+    CHECK(Text(a) == Text(b));
 }
 
 } // namespace
@@ -107,6 +120,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CHECK(second.wrong == nullptr);
     CHECK(a.kind == b.kind && a.has_stamp == b.has_stamp && a.stamp == b.stamp && a.timer == b.timer);
     CHECK(a.channel == b.channel && a.error_type == b.error_type && a.length == b.length);
+    CheckSame(a.expectation, b.expectation);
     CHECK(a.length == 0 || std::memcmp(a.text, b.text, a.length) == 0);
     CHECK(a.frame.id == b.frame.id && a.frame.extended == b.frame.extended && a.frame.fd == b.frame.fd);
     CHECK(a.frame.remote == b.frame.remote && a.frame.brs == b.frame.brs && a.frame.esi == b.frame.esi);

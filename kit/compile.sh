@@ -154,6 +154,10 @@ find_runtime() {
 make_runtime() {
     find "$cache" -name 'runtime-*.o' -mtime +90 -exec rm -f {} + 2>/dev/null
     own=$(mktemp -d -- "$cache/new-XXXXXX" 2>/dev/null) || return
+    for word; do
+        shift
+        case $word in --coverage | -ftest-coverage | -fprofile-*) ;; *) set -- "$@" "$word" ;; esac
+    done
     for file in "$kit"/runtime/*.c; do
         "$@" -w -c -o "$own/${file##*/}.o" "$file" >/dev/null 2>&1 || {
             rm -rf -- "$own"
@@ -190,6 +194,8 @@ compile() {
     set -- "$@" -g -O1 -std=gnu11 -I "$kit/include" ${CFLAGS:-}
     set +f
     find_runtime "$@" || runtime=
+    # shellcheck disable=SC2086
+    set -- "$@" $hidden
     # Files of the user lie beside the program source file, and there the program comes, too.
     case $output in */*) set -- "$@" -I "${output%/*}/" ;; *) set -- "$@" -I . ;; esac
     # -x c: the suffix of the C file is the user's choice, and .C would be C++.
@@ -238,6 +244,23 @@ build() {
     compile "$@"
 }
 
+# Builds with all that is printed in the log, and sets $status.
+build_with_log() {
+    build >"$log" 2>&1
+    status=$?
+}
+
+# Sets $hidden to options that leave out those of the kit's own calls whose names the block has itself. The compiler points
+# at their lines then. Fails when there is none.
+hide_names() {
+    hidden=$(LC_ALL=C awk '
+        NR == FNR { if (/^#ifndef [A-Z][a-z]/) name[FNR + 1] = $2; next }
+        match($0, /vexlib\.h:[0-9]+:/) { pointed[substr($0, RSTART + 9, RLENGTH - 10)] }
+        END { for (line in pointed) if (line in name) printf " -D%s=%s", name[line], name[line] }
+    ' "$kit/include/vexlib.h" "$log")
+    [ -n "$hidden" ]
+}
+
 if [ $# -ne 1 ] || [ -z "$1" ]; then
     echo "usage: compile.sh OUTPUT" >&2
     exit 64
@@ -258,10 +281,18 @@ fi
 find_kit
 find_source
 rm -f -- "$output" "$log" 2>/dev/null
+hidden=
 # Behind a file and not a pipe: a compiler may leave something running that holds the end of a pipe open.
 if { true >"$log"; } 2>/dev/null; then
-    build >"$log" 2>&1
-    status=$?
+    build_with_log
+    if [ "$status" -ne 0 ] && hide_names; then
+        build_with_log
+        # Where the block misses the call after all, it was only called in a wrong way.
+        if [ "$status" -ne 0 ] && grep -q 'implicit-function-declaration\]' "$log"; then
+            hidden=
+            build_with_log
+        fi
+    fi
     [ ! -s "$log" ] || cat -- "$log" >&2
 else
     build

@@ -3,6 +3,7 @@
 #ifndef VEXLIB_H
 #define VEXLIB_H
 
+#include <stdarg.h>
 #include <sys/types.h>
 
 typedef unsigned char uchar;
@@ -23,6 +24,16 @@ typedef unsigned int uint;
 #else
 #define VEX_PRINTF
 #endif
+
+/* A call that is the kit's own, and not a target's. There is no such name in the runtime: a block may have it itself.
+ * Where the compiler says that a block has, the batch file defines the name as itself, and the kit's is not there. */
+#define VEX_OWN static __inline
+
+/* A number of 64 bits. */
+#ifdef __GNUC__
+__extension__
+#endif
+    typedef long long VexInt64;
 
 /* What the calls return. */
 #define VEX_OK 0             /* done */
@@ -78,5 +89,35 @@ int SerialWrite(const void* data, long datacount);
  * source; one that is valid UTF-8 as a whole is printed as it is.
  * Errors: VEX_BAD_DATA, VEX_BAD_TEXT. */
 VEX_PRINTF int Print(const char* format, ...);
+
+/* What the calls below are made of. */
+long kit_now(void);
+VexInt64 kit_now_microseconds(void);
+void kit_fail(const char* format, va_list arguments);
+
+/* The kit's own: the milliseconds since the origin of time, as OnStart gets them. Time stands still in a handler. */
+#ifndef Now
+VEX_OWN long Now(void) {
+    return kit_now();
+}
+#endif
+
+/* The kit's own: the same in microseconds; %lld prints it. */
+#ifndef NowMicroseconds
+VEX_OWN VexInt64 NowMicroseconds(void) {
+    return kit_now_microseconds();
+}
+#endif
+
+/* The kit's own: the test has failed. Counts that, and prints the text, formatted as Print does it, with the place in
+ * the script and the time on the standard error stream. The block goes on; the program's exit status will be 3. */
+#ifndef Fail
+VEX_PRINTF VEX_OWN void Fail(const char* format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    kit_fail(format, arguments);
+    va_end(arguments);
+}
+#endif
 
 #endif

@@ -6,7 +6,6 @@
 #include "tornem.h"
 #include "vexlib.h"
 
-#include <stdbool.h>
 #include <stddef.h>
 #include <stdio.h>
 
@@ -126,25 +125,38 @@ static void fire_next(void) {
 
 void kit_clock_pace(void) {
     paced = true;
+    wall_origin = kit_host_now();
 }
 
 void kit_clock_advance(int64_t stamp) {
     if (!has_origin) {
         has_origin = true;
-        origin = stamp;
-        wall_origin = kit_host_now();
+        origin = stamp - now;
+        wall_origin = kit_host_now() - now;
     }
-    int64_t moment = stamp - origin;
-    while (timer_count > 0 && timers[0].due <= moment)
+    kit_clock_wait(stamp - origin - now, NULL, NULL);
+}
+
+bool kit_clock_wait(int64_t span, bool (*is_enough)(const void* context), const void* context) {
+    int64_t moment = now + span;
+    while (timer_count > 0 && timers[0].due <= moment) {
         fire_next();
+        if (is_enough != NULL && is_enough(context))
+            return true;
+    }
     if (moment > now)
         move_to(moment);
+    return false;
 }
 
 int64_t kit_clock_stamp(void) {
     return origin + now;
 }
 
-long kit_clock_elapsed(void) {
+long kit_now(void) {
     return (long)(now / 1000);
+}
+
+VexInt64 kit_now_microseconds(void) {
+    return now;
 }

@@ -2,7 +2,7 @@
  * The flags digit of an FD frame may carry the bit 4, "this is FD": some logs have it, and it tells nothing new. */
 #include "frame.h"
 
-#include <stdbool.h>
+#include <stdio.h>
 #include <string.h>
 
 enum { flag_brs = 1, flag_esi = 2, flags_known = 7 };
@@ -29,8 +29,16 @@ static bool parse_id(const char* text, size_t digits, DataFrame* frame) {
     return true;
 }
 
+/* Behind the 8 bytes of a classic frame a log may have "_9" to "_F": the length code on the wire, which is 8 all the
+ * same. Returns the length of the text without it. */
+static size_t without_code(const char* text, bool is_full) {
+    size_t length = strlen(text);
+    bool is_code = length > 2 && text[length - 2] == '_' && kit_hex_digit(text[length - 1]) > 8;
+    return is_full && is_code ? length - 2 : length;
+}
+
 static const char* parse_data(const char* text, DataFrame* frame) {
-    size_t digits = strlen(text);
+    size_t digits = without_code(text, !frame->fd && strlen(text) == 18);
     for (size_t i = 0; i < digits; ++i)
         if (kit_hex_digit(text[i]) < 0)
             return "the data of a frame is hex digits only";
@@ -60,7 +68,7 @@ static const char* parse_remote(const char* text, DataFrame* frame) {
     frame->remote = 1;
     if (text[0] == '\0')
         return NULL;
-    if (text[0] < '0' || text[0] > '8' || text[1] != '\0')
+    if (text[0] < '0' || text[0] > '8' || without_code(text, text[0] == '8') != 1)
         return "the length of a remote frame is one digit, 0-8";
     frame->length = (uchar)(text[0] - '0');
     return NULL;
@@ -106,16 +114,61 @@ int kit_frame_check(const DataFrame* frame) {
     return VEX_OK;
 }
 
-void kit_frame_write(const DataFrame* frame, FILE* file) {
-    fprintf(file, frame->extended ? "%08X#" : "%03X#", frame->id);
+size_t kit_frame_text(const DataFrame* frame, char text[KIT_FRAME_TEXT]) {
+    static const char digits[] = "0123456789ABCDEF";
+    int length = snprintf(text, KIT_FRAME_TEXT, frame->extended ? "%08X#" : "%03X#", frame->id);
+    char* end = text + length;
     if (frame->remote) {
-        putc('R', file);
+        *end++ = 'R';
         if (frame->length > 0)
-            fprintf(file, "%d", frame->length);
-        return;
+            *end++ = digits[frame->length];
+        *end = '\0';
+        return (size_t)(end - text);
     }
-    if (frame->fd)
-        fprintf(file, "#%X", (frame->brs ? (unsigned)flag_brs : 0U) | (frame->esi ? (unsigned)flag_esi : 0U));
-    for (size_t i = 0; i < frame->length; ++i)
-        fprintf(file, "%02X", frame->data[i]);
+    if (frame->fd) {
+        *end++ = '#';
+        *end++ = digits[(frame->brs ? flag_brs : 0) | (frame->esi ? flag_esi : 0)];
+    }
+    for (size_t i = 0; i < frame->length; ++i) {
+        *end++ = digits[frame->data[i] >> 4];
+        *end++ = digits[frame->data[i] & 15];
+    }
+    *end = '\0';
+    return (size_t)(end - text);
+}
+
+/* A frame with a 0 for each open digit has the same form; so what may not be open is found by its length. */
+const char* kit_frame_pattern(const char* text, size_t length, char pattern[KIT_FRAME_TEXT]) {
+    char plain[KIT_FRAME_TEXT];
+    DataFrame frame;
+    if (length >= sizeof plain)
+        return "no frame is as long as that";
+    for (size_t i = 0; i < length; ++i)
+        plain[i] = text[i];
+    plain[length] = '\0';
+    for (char* open = strchr(plain, '.'); open != NULL; open = strchr(open, '.'))
+        *open = '0';
+    const char* wrong = kit_frame_parse(plain, &frame);
+    if (wrong != NULL)
+        return wrong;
+    size_t written = kit_frame_text(&frame, pattern);
+    for (size_t i = 0; i < length; ++i) {
+        if (text[i] != '.')
+            continue;
+        if (i >= written)
+            return "the length of a remote frame cannot be open";
+        pattern[i] = '.';
+    }
+    return NULL;
+}
+
+bool kit_frame_fits(const DataFrame* frame, const char* pattern) {
+    char text[KIT_FRAME_TEXT];
+    size_t length = kit_frame_text(frame, text);
+    if (strlen(pattern) != length)
+        return false;
+    for (size_t i = 0; i < length; ++i)
+        if (pattern[i] != '.' && pattern[i] != text[i])
+            return false;
+    return true;
 }

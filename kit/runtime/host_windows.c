@@ -6,6 +6,7 @@
 
 #include <fcntl.h>
 #include <io.h>
+#include <signal.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <windows.h>
@@ -21,7 +22,21 @@ static void restore_console(void) {
         SetConsoleOutputCP(output_page);
 }
 
+/* What a handler prints by itself waits in a buffer: without one, each character would be written alone. */
+static LONG WINAPI write_all(EXCEPTION_POINTERS* crash) {
+    (void)crash;
+    fflush(stdout);
+    return EXCEPTION_CONTINUE_SEARCH;
+}
+
+static void write_all_and_end(int number) {
+    (void)number;
+    fflush(stdout);
+}
+
 void kit_host_start(void) {
+    SetUnhandledExceptionFilter(write_all);
+    signal(SIGABRT, write_all_and_end);
     _setmode(_fileno(stdin), _O_BINARY);
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);

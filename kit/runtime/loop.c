@@ -1,23 +1,27 @@
 /* The command line of a program block, and the loop that plays a script to its handlers.
  * A line is run before the next one is read, and its output flushed: a script can be typed in. */
+#include "channel.h"
 #include "clock.h"
 #include "host.h"
 #include "script.h"
+#include "sent.h"
 #include "tornem.h"
+#include "verdict.h"
 
 #include <errno.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 
-enum { exit_failure = 1, exit_usage = 64 };
+enum { exit_failure = 1, exit_usage = 64, exit_script = 65 };
 
 static const char* program = "program";
 static const char* script_name = "<stdin>";
 static FILE* script;
+static bool is_strict;
 
 static void write_usage(FILE* file) {
-    fprintf(file, "usage: %s [--realtime] [SCRIPT]\n", program);
+    fprintf(file, "usage: %s [--realtime] [--strict] [--channel NAME=NUMBER]... [SCRIPT]\n", program);
 }
 
 static void write_help(void) {
@@ -25,13 +29,60 @@ static void write_help(void) {
     puts("Plays an event script to this program block and prints what the block sends.\n"
          "SCRIPT is a file; without one, or with -, the standard input is read line by line.\n"
          "\n"
-         "  --realtime  wait until the time of each event and timer has come\n"
-         "  --help      show this text\n"
+         "  --realtime             wait until the time of each event and timer has come\n"
+         "  --strict               end at the first line that is wrong\n"
+         "  --channel NAME=NUMBER  the channel of an interface whose name does not end in its number\n"
+         "  --help                 show this text\n"
          "\n"
          "Events, one on each line; (SECONDS.FRACTION) in front sets the time:\n"
          "  start | stop | trigger | key CHARACTER | timer ID | error CHANNEL TYPE\n"
          "  serial HEX HEX ... | msg TEXT | can0 123#DEADBEEF (as candump -L writes it)\n"
-         "Time moves, and timers fire, only when an event has a later time than the last.");
+         "Time moves, and timers fire, only when a line has a later time than the last.\n"
+         "\n"
+         "What the block must have done since the last event:\n"
+         "  expect can0 123#01..FF [within SECONDS]   a frame; . is any digit\n"
+         "  expect none [can0] for SECONDS            no frame\n"
+         "  expect print \"TEXT\" [within SECONDS]      a text\n"
+         "  expect verdict pass | fail                nothing failed, or something did\n"
+         "\n"
+         "Exit status: 0 done, 1 the script cannot be read or the output not written, 3 something\n"
+         "failed (Fail, or an expectation), 64 wrong option, 65 wrong line with --strict.");
+}
+
+static void fail(const char* what, const char* why) {
+    fprintf(stderr, "%s: %s: %s\n", program, what, why);
+    exit(exit_failure);
+}
+
+static void refuse(const char* option, const char* why) {
+    fprintf(stderr, "%s: %s: %s\n", program, option, why);
+    exit(exit_usage);
+}
+
+static void refuse_usage(void) {
+    write_usage(stderr);
+    exit(exit_usage);
+}
+
+/* Takes the option at the place and what belongs to it; returns the place of the last word of these. */
+static int take_option(int at, int argc, char* argv[]) {
+    const char* option = argv[at];
+    if (strcmp(option, "--help") == 0) {
+        write_help();
+        exit(0);
+    }
+    if (strcmp(option, "--realtime") == 0) {
+        kit_clock_pace();
+    } else if (strcmp(option, "--strict") == 0) {
+        is_strict = true;
+    } else if (strcmp(option, "--channel") == 0 && at + 1 < argc) {
+        const char* wrong = kit_channel_name(argv[++at]);
+        if (wrong != NULL)
+            refuse(argv[at], wrong);
+    } else {
+        refuse_usage();
+    }
+    return at;
 }
 
 static void open_script(const char* name) {
@@ -54,20 +105,14 @@ void initialize(int argc, char* argv[]) {
         program = argv[0];
     for (int i = 1; i < argc; ++i) {
         bool is_option = options && argv[i][0] == '-' && argv[i][1] != '\0';
-        if (is_option && strcmp(argv[i], "--help") == 0) {
-            write_help();
-            exit(0);
-        }
-        if (is_option && strcmp(argv[i], "--realtime") == 0) {
-            kit_clock_pace();
-        } else if (is_option && strcmp(argv[i], "--") == 0) {
+        if (is_option && strcmp(argv[i], "--") == 0)
             options = false;
-        } else if (is_option || name != NULL) {
-            write_usage(stderr);
-            exit(exit_usage);
-        } else {
+        else if (is_option)
+            i = take_option(i, argc, argv);
+        else if (name == NULL)
             name = argv[i];
-        }
+        else
+            refuse_usage();
     }
     open_script(name);
 }
@@ -75,16 +120,17 @@ void initialize(int argc, char* argv[]) {
 static void deliver(KitEvent* event) {
     switch (event->kind) {
     case kit_event_none:
+    case kit_event_expect:
         break;
     case kit_event_start:
-        OnStart(kit_clock_elapsed());
+        OnStart(kit_now());
         break;
     case kit_event_stop:
-        OnStop(kit_clock_elapsed());
+        OnStop(kit_now());
         kit_clock_stop_timers();
         break;
     case kit_event_trigger:
-        OnTrigger(kit_clock_elapsed());
+        OnTrigger(kit_now());
         break;
     case kit_event_key:
         OnKey(event->text[0]);
@@ -107,6 +153,21 @@ static void deliver(KitEvent* event) {
     }
 }
 
+/* What timers send on the way to an event was not sent because of it, and no expectation takes it for that. */
+static void run_event(KitEvent* event) {
+    bool is_event = event->kind != kit_event_expect;
+    if (is_event)
+        kit_sent_pause();
+    if (event->has_stamp)
+        kit_clock_advance(event->stamp);
+    if (!is_event) {
+        kit_verdict_expect(&event->expectation);
+        return;
+    }
+    kit_sent_begin();
+    deliver(event);
+}
+
 /* A malformed line must not move time, nor set the origin: it is parsed to its end first. */
 static void run_line(char* line, size_t length, unsigned long number) {
     static const char mark[] = "\xEF\xBB\xBF";
@@ -116,21 +177,18 @@ static void run_line(char* line, size_t length, unsigned long number) {
         length -= 3;
     }
     const char* wrong = kit_script_parse(line, length, &event);
-    if (wrong != NULL) {
-        fprintf(stderr, "%s:%lu: %s\n", script_name, number, wrong);
+    kit_verdict_place(script_name, number);
+    if (wrong == NULL) {
+        if (event.kind != kit_event_none)
+            run_event(&event);
         return;
     }
-    if (event.has_stamp)
-        kit_clock_advance(event.stamp);
-    deliver(&event);
+    fprintf(stderr, "%s:%lu: %s\n", script_name, number, wrong);
+    if (is_strict)
+        exit(exit_script);
 }
 
-static void fail(const char* what) {
-    fprintf(stderr, "%s: %s: %s\n", program, what, strerror(errno));
-    exit(exit_failure);
-}
-
-/* A line of any length, with its line end and a 0 behind it. */
+/* A line of any length, with its line end and a 0 at its end. */
 typedef struct Line {
     char* text;
     size_t length;
@@ -164,11 +222,13 @@ void EventLoop(void) {
     while (read_line(&line)) {
         run_line(line.text, line.length, ++number);
         if (fflush(stdout) != 0 || ferror(stdout))
-            fail("cannot write the output");
+            fail("cannot write the output", strerror(errno));
     }
     if (!feof(script)) {
         fprintf(stderr, "%s: cannot read %s: %s\n", program, script_name, strerror(errno));
         exit(exit_failure);
     }
     free(line.text);
+    if (kit_verdict_status() != 0)
+        exit(kit_verdict_status());
 }

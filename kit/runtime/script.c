@@ -2,6 +2,7 @@
  * A line without NUL bytes is an ordinary C string from then on, so every scan ends at its end at the latest. */
 #include "script.h"
 
+#include "channel.h"
 #include "frame.h"
 #include "text.h"
 
@@ -34,25 +35,11 @@ static char* read_number(char* text, uint64_t limit, uint64_t* number) {
     return text;
 }
 
-/* Reads "(SECONDS)" or "(SECONDS.FRACTION)" and returns what follows, or null. A log has six digits behind the point;
- * what is typed may have fewer, and .5 is half a second. */
+/* Reads "(SECONDS)" or "(SECONDS.FRACTION)" and returns what follows, or null. */
 static char* read_stamp(char* text, KitEvent* event) {
-    uint64_t seconds = 0;
-    uint64_t fraction = 0;
-    char* end = read_number(text + 1, 999999999999, &seconds);
-    if (end != NULL && *end == '.') {
-        char* digits = end + 1;
-        end = read_number(digits, 999999, &fraction);
-        if (end == NULL || end - digits > 6)
-            return NULL;
-        for (long missing = 6 - (end - digits); missing > 0; --missing)
-            fraction *= 10;
-    }
-    if (end == NULL || *end != ')')
-        return NULL;
+    const char* end = kit_seconds_read(text + 1, &event->stamp);
     event->has_stamp = true;
-    event->stamp = (int64_t)(seconds * 1000000 + fraction);
-    return end + 1;
+    return end != NULL && *end == ')' ? text + (end - text) + 1 : NULL;
 }
 
 static const char* parse_nothing(char* rest, KitEvent* event) {
@@ -118,26 +105,14 @@ static const char* parse_serial(char* rest, KitEvent* event) {
     return event->length > 0 ? NULL : "'serial' needs at least one byte";
 }
 
-/* The channel is the number at the end of the interface name. */
-static const char* read_channel(char* name, KitEvent* event) {
-    uint64_t channel = 0;
-    char* digits = name + strlen(name);
-    while (digits > name && digits[-1] >= '0' && digits[-1] <= '9')
-        --digits;
-    if (digits == name || read_number(digits, 255, &channel) == NULL)
-        return "an interface is a name and a channel, 0-255, as in can0";
-    event->channel = (uchar)channel;
-    return NULL;
-}
-
 static const char* parse_frame(char* name, KitEvent* event) {
     char* frame = cut_word(name);
     char* direction = cut_word(frame);
     char* rest = cut_word(direction);
     event->kind = kit_event_frame;
-    const char* wrong = read_channel(name, event);
-    if (wrong == NULL)
-        wrong = kit_frame_parse(frame, &event->frame);
+    if (!kit_channel_find(name, strlen(name), &event->channel))
+        return "an interface is a name and a channel, 0-255, as in can0";
+    const char* wrong = kit_frame_parse(frame, &event->frame);
     if (wrong != NULL)
         return wrong;
     bool known = *direction == '\0' || strcmp(direction, "R") == 0 || strcmp(direction, "T") == 0;
@@ -155,9 +130,14 @@ static const char* parse_event(char* text, KitEvent* event) {
         {"timer", kit_event_timer, parse_timer},       {"error", kit_event_error, parse_error},
         {"serial", kit_event_serial, parse_serial},    {"msg", kit_event_msg, parse_msg},
     };
+    static const char expect[] = "expect";
     size_t length = strcspn(text, blanks);
     if (length == 0)
-        return "there is no event behind the time";
+        return "there is no event after the time";
+    if (length == strlen(expect) && memcmp(text, expect, length) == 0) {
+        event->kind = kit_event_expect;
+        return kit_expectation_parse(text, text + length, &event->expectation);
+    }
     for (size_t i = 0; i < sizeof events / sizeof events[0]; ++i) {
         if (strlen(events[i].word) != length || memcmp(text, events[i].word, length) != 0)
             continue;

@@ -3,6 +3,7 @@
 #ifndef KIT_SCRIPT_H
 #define KIT_SCRIPT_H
 
+#include "expectation.h"
 #include "vexlib.h"
 
 #include <stdbool.h>
@@ -19,7 +20,8 @@ typedef enum KitEventKind {
     kit_event_error,
     kit_event_serial,
     kit_event_msg,
-    kit_event_frame
+    kit_event_frame,
+    kit_event_expect /* not an event, but what is expected of the block */
 } KitEventKind;
 
 typedef struct KitEvent {
@@ -32,6 +34,7 @@ typedef struct KitEvent {
     char* text;       /* msg (with a 0 at its end), key and serial; never null for these */
     size_t length;    /* of the text: 1 for a key, 1-VEX_SERIAL_LIMIT for serial */
     DataFrame frame;  /* frame */
+    KitExpectation expectation;
 } KitEvent;
 
 /* Longer lines are refused, apart from comments: 1 MiB holds more than any event needs. */

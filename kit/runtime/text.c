@@ -10,8 +10,7 @@ static const uint16_t upper[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x202
                                    0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                    0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-/* The length of the sequence that a lead byte opens, or 0 for a byte that opens none. */
-static size_t sequence_length(unsigned char lead) {
+size_t kit_text_character(unsigned char lead) {
     if (lead < 0x80)
         return 1;
     if (lead >= 0xC2 && lead <= 0xDF)
@@ -25,7 +24,7 @@ static size_t sequence_length(unsigned char lead) {
 static size_t decode(const char* text, size_t length, uint32_t* point) {
     static const uint32_t least[5] = {0, 0, 0x80, 0x800, 0x10000};
     const unsigned char* bytes = (const unsigned char*)text;
-    size_t count = length > 0 ? sequence_length(bytes[0]) : 0;
+    size_t count = length > 0 ? kit_text_character(bytes[0]) : 0;
     if (count == 0 || count > length)
         return 0;
     uint32_t value = count == 1 ? bytes[0] : bytes[0] & (0x7FU >> count);
@@ -71,19 +70,21 @@ size_t kit_text_to_ansi(const char* text, size_t length, char* result) {
     return written;
 }
 
-void kit_text_write(const char* text, size_t length, FILE* file) {
+size_t kit_text_to_utf8(const char* text, size_t length, char* result) {
+    char* end = result;
     for (size_t i = 0; i < length; ++i) {
         unsigned char byte = (unsigned char)text[i];
         unsigned point = byte >= 0x80 && byte <= 0x9F ? upper[byte - 0x80] : byte;
         if (point < 0x80) {
-            putc((int)point, file);
+            *end++ = (char)point;
         } else if (point < 0x800) {
-            putc((int)(0xC0 | point >> 6), file);
-            putc((int)(0x80 | (point & 0x3F)), file);
+            *end++ = (char)(0xC0 | point >> 6);
+            *end++ = (char)(0x80 | (point & 0x3F));
         } else {
-            putc((int)(0xE0 | point >> 12), file);
-            putc((int)(0x80 | (point >> 6 & 0x3F)), file);
-            putc((int)(0x80 | (point & 0x3F)), file);
+            *end++ = (char)(0xE0 | point >> 12);
+            *end++ = (char)(0x80 | (point >> 6 & 0x3F));
+            *end++ = (char)(0x80 | (point & 0x3F));
         }
     }
+    return (size_t)(end - result);
 }

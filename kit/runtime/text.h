@@ -5,7 +5,6 @@
 
 #include <stdbool.h>
 #include <stddef.h>
-#include <stdio.h>
 
 /* Whether the bytes are valid UTF-8: no overlong forms, no surrogates, nothing beyond U+10FFFF. */
 bool kit_text_is_utf8(const char* text, size_t length);
@@ -14,7 +13,11 @@ bool kit_text_is_utf8(const char* text, size_t length);
  * becomes '?'. The result may lie anywhere up to the text's own beginning; no 0 is added. */
 size_t kit_text_to_ansi(const char* text, size_t length, char* result);
 
-/* Writes Windows-1252 as UTF-8. */
-void kit_text_write(const char* text, size_t length, FILE* file);
+/* Turns Windows-1252 into UTF-8 and returns its length, which is at most three times that of the text. No 0 is added.
+ */
+size_t kit_text_to_utf8(const char* text, size_t length, char* result);
+
+/* How many bytes the UTF-8 character has that begins with this one; 0 when none does. */
+size_t kit_text_character(unsigned char lead);
 
 #endif

@@ -277,6 +277,78 @@ def test_the_compiler_warns_of(block, compiler, mistake):
     assert (quiet.returncode, quiet.stderr) == (0, "") or mistake == "a function that is not declared"
 
 
+# Names that the kit has and a block may have, too
+
+OWN = {
+    "functions of other types": (
+        "double Now(int a, int b)\r\n{\r\nreturn a + b;\r\n}\r\nstatic int Fail(void)\r\n{\r\nreturn 4;\r\n}\r\n",
+        'Print("%.1f %d\\n", Now(1, 2), Fail());', "3.0 4\n", 0),
+    "functions of the same types": (
+        "long Now(void)\r\n{\r\nreturn 7;\r\n}\r\n"
+        "void Fail(const char *format, ...)\r\n{\r\nPrint(format, 8);\r\n}\r\n",
+        'Print("%ld ", Now()); Fail("%d\\n");', "7 8\n", 0),
+    "global variables": ("int Now = 5;\r\nconst char *Fail[] = {\"six\"};\r\n",
+                         'Print("%d %s\\n", Now, Fail[0]);', "5 six\n", 0),
+    "a type and a constant": ("typedef char Fail[9];\r\nenum { Now = 3 };\r\n",
+                              'Print("%d %d\\n", (int)sizeof(Fail), Now);', "9 3\n", 0),
+    "a pointer to a function": ("int Next(void)\r\n{\r\nreturn 6;\r\n}\r\nint (*Now)(void) = Next;\r\n",
+                                'Print("%d\\n", Now());', "6\n", 0),
+    "macros": ("#define Now 2\r\n#define Fail(x) (x + 1)\r\n", 'Print("%d %d\\n", Now, Fail(2));', "2 3\n", 0),
+    "local variables": ("", 'long Now = 1; int Fail = 2; Print("%ld %d\\n", Now, Fail);', "1 2\n", 0),
+    "one of them": ("int Now = 5;\r\n", 'Print("%d\\n", Now); Fail("%d", (int)NowMicroseconds());', "5\n", 3),
+    "none": ("", 'Print("%ld %d\\n", Now(), (int)NowMicroseconds()); Fail("%d", 1);', "0 0\n", 3),
+}
+
+
+@pytest.mark.parametrize("own", OWN)
+@pytest.mark.parametrize("compiler", compilers())
+def test_a_block_may_have_names_of_the_kits_own_calls(block, compiler, own):
+    global_text, statements, output, status = OWN[own]
+    (block / "block.c").write_bytes(generated({"OnStart": statements}, global_text))
+    for environment in [{"CC": compiler}, {"CC": compiler, "LC_ALL": "C.UTF-8", "LANGUAGE": "de"}]:
+        result = compile_with(block / "settings.reg", block / "a.out", env=environment)
+        assert (result.returncode, result.stderr) == (0, "")
+        result = run(block / "a.out", input=b"start\n", text=True)
+        assert (result.returncode, result.stdout) == (status, output)
+
+
+def test_a_block_may_have_them_in_a_header_of_its_own(block):
+    (block / "own.h").write_text("extern unsigned char Now[2];\n")
+    text = '#include "own.h"\r\nunsigned char Now[2] = {1, 2};\r\n'
+    (block / "block.c").write_bytes(generated({**ECHO, "OnKey": 'Print("%d\\n", Now[1]);'}, text))
+    result = compile_with(block / "settings.reg", block / "a.out")
+    assert (result.returncode, result.stderr) == (0, "")
+    assert play(block / "a.out", "key a\n") == ("2\n", "")
+
+
+@pytest.mark.parametrize("compiler", compilers())
+def test_what_is_wrong_beside_a_name_of_its_own_is_said_alone(block, compiler):
+    (block / "block.c").write_bytes(generated({"OnStart": "nonsense;"}, "int Now = 5;\r\n"))
+    result = compile_with(block / "settings.reg", block / "a.out", env={"CC": compiler})
+    assert result.returncode == 1
+    assert "nonsense" in result.stderr
+    assert "Now" not in result.stderr
+    assert (block / "block.c.log").read_text() == result.stderr
+
+
+@pytest.mark.parametrize("compiler", compilers())
+def test_a_wrong_call_of_the_kits_own_is_said_as_such(block, compiler):
+    (block / "block.c").write_bytes(generated({"OnStart": "Now(1);"}))
+    result = compile_with(block / "settings.reg", block / "a.out", env={"CC": compiler})
+    assert result.returncode == 1
+    assert "too many arguments" in result.stderr
+    assert "implicit" not in result.stderr
+
+
+@pytest.mark.parametrize("compiler", compilers())
+def test_counting_lines_that_run_is_for_the_block_alone(block, cache, compiler):
+    result = compile_with(block / "settings.reg", block / "a.out", cwd=block,
+                          env={"XDG_CACHE_HOME": block / "cache", "CC": compiler, "CFLAGS": "--coverage"})
+    check_built(result, block / "a.out")
+    assert [path.suffix for path in block.rglob("*.gc*")] and not list(cache.folder.rglob("*.gc*"))
+    assert list(cache.folder.glob("new-*")) == []
+
+
 # The log beside the C file
 
 def planted(folder, script):

@@ -2,14 +2,17 @@
 
 Each program is built by compile.sh itself, so a warning in the kit or in the frame of a C file fails here, too.
 """
+import os
 import random
+import select
+import signal
 import subprocess
 import time
 
 import pytest
 
 from c_files import generated
-from harness import ROOT, run
+from harness import PATIENCE, ROOT, run
 from kit_harness import ECHO, build, compilers, play
 
 
@@ -75,6 +78,8 @@ LINES = [
     ("can1 123#R", "(0000000000.000000) can1 123#R\n"),
     ("can1 123#R0", "(0000000000.000000) can1 123#R\n"),
     ("can1 00000123#r8", "(0000000000.000000) can1 00000123#R8\n"),
+    ("can1 123#1122334455667788_E", "(0000000000.000000) can1 123#1122334455667788\n"),
+    ("can1 123#R8_9", "(0000000000.000000) can1 123#R8\n"),
     ("can1 123##1DEADBEEF", "(0000000000.000000) can1 123##1DEADBEEF\n"),
     ("can1 123##7", "(0000000000.000000) can1 123##3\n"),
     ("can1 123##0" + "a5" * 64, "(0000000000.000000) can1 123##0" + "A5" * 64 + "\n"),
@@ -105,6 +110,8 @@ MALFORMED = [
     b"can 123#00", b"can256 123#00", b"can99999999999999999999 123#00", b"0x 123#00", b"can0", b"can0 #", b"can0 123",
     b"can0 12#00", b"can0 1234#00", b"can0 12G#00", b"can0 800#00", b"can0 20000000#00", b"can0 123456789#00",
     b"can0 123#0", b"can0 123#0G", b"can0 123#112233445566778899", b"can0 123#R9", b"can0 123#R12", b"can0 123#RX",
+    b"can0 123#11_E", b"can0 123#1122334455667788_8", b"can0 123#1122334455667788_", b"can0 123#R4_9", b"can0 123#R8_8",
+    b"can0 123##11122334455667788_E",
     b"can0 123##", b"can0 123##G", b"can0 123##8", b"can0 123##10", b"can0 123##1" + b"00" * 9,
     b"can0 123##1" + b"00" * 65, b"can0 123#00 X", b"can0 123#00 R T", b"can0 123#00 RT", b"can0 123 #00",
     b"st\0art", b"start\0", b"\0", b"msg a\0b", b"msg " + b"x" * 1048573, b"\xef\xbb\xbfstart",
@@ -256,7 +263,7 @@ def test_command_line(echo, tmp_path):
         result = run(echo, *arguments, text=True)
         return result.returncode, result.stdout, result.stderr
 
-    usage = f"usage: {echo} [--realtime] [SCRIPT]\n"
+    usage = f"usage: {echo} [--realtime] [--strict] [--channel NAME=NUMBER]... [SCRIPT]\n"
     assert answer("--help")[::2] == (0, "")
     assert answer("--help")[1].startswith(usage)
     for arguments in (["--nonsense"], ["-r"], ["a", "b"]):
@@ -305,3 +312,33 @@ def test_runtime_has_no_warnings_and_withstands_hostile_scripts(compiler, tmp_pa
     assert output.count("\n") > 500
     assert errors.count("\n") > 500
     assert all(line.startswith("<stdin>:") for line in errors.splitlines())
+
+
+CRASHES = {
+    "a null pointer": ("volatile int *volatile none = NULL; *none = 1;", -signal.SIGSEGV),
+    "abort": ("abort();", -signal.SIGABRT),
+    "an assertion": ("assert(character == 0);", -signal.SIGABRT),
+    "its end": ("_exit(7);", 7),
+}
+
+
+@pytest.mark.parametrize("crash", CRASHES)
+def test_what_was_printed_before_a_crash_is_there(tmp_path, crash):
+    statement, status = CRASHES[crash]
+    handlers = {"OnKey": f'DataFrame f = {{0}}; Print("x"); SendFrame(&f, 1); printf("y"); {statement}'}
+    program = build(tmp_path, generated(handlers, "#include <assert.h>\r\n#include <unistd.h>\r\n"))
+    done = subprocess.run([program], input=b"key a\n", stdout=subprocess.PIPE, stderr=subprocess.PIPE, timeout=60)
+    assert (done.returncode, done.stdout) == (status, b"x(0000000000.000000) can1 000#\ny")
+
+
+def test_what_was_printed_before_an_endless_loop_is_there(tmp_path):
+    program = build(tmp_path, generated({"OnKey": 'printf("x"); Print("y"); for (;;) ;'}))
+    with subprocess.Popen([program], stdin=subprocess.PIPE, stdout=subprocess.PIPE) as block:
+        block.stdin.write(b"key a\n")
+        block.stdin.flush()
+        for printed in (b"x", b"y"):
+            ready = select.select([block.stdout], [], [], PATIENCE)[0]
+            if ready:
+                assert os.read(block.stdout.fileno(), 1) == printed
+        block.kill()
+        assert ready
