@@ -26,7 +26,7 @@ FIELD = re.compile(r"^    (\w+) (\w+)((?:\[\d+\])?); +/\* (.*?) \*/$", re.M)
 VALUE = re.compile(r"^#define (VEX_\w+) \(?(-?\d+)\)?(?: +/\* (.*?) \*/)?$", re.M)
 
 # What else is code in a comment.
-CODE = r"= \{0\}|--\w+|(?:\d+-)?0x[0-9A-F]+|\b(?:VEX_\w+|printf|memset|NULL)\b"
+CODE = r"DataFrame frame = \{0\}|--\w+|(?:\d+-)?0x[0-9A-F]+|\b(?:VEX_\w+|printf|memset|NULL)\b"
 
 
 @dataclass(frozen=True)

@@ -1,6 +1,6 @@
 """The examples in the help's pages, and a place where they are made into program blocks, built and run.
 
-An example is a block of lines between ``` with a word that says what it is: c, events, output, sh, bat and so on.
+An example is a fenced block with a word that says what it is: c, events, output, sh, bat and so on.
 """
 
 import os
@@ -22,13 +22,9 @@ def sections(text):
     return dict(zip(parts[1::2], parts[2::2]))
 
 
-def blocks(text):
-    """The kind and the lines of each example."""
-    return re.findall(r"^```(\w+)\n(.*?)^```$", text, re.M | re.S)
-
-
-def blocks_of(kind, text):
-    return [lines for each, lines in blocks(text) if each == kind]
+def kinds(text):
+    """What each example is."""
+    return re.findall(r"^```(\w+)$", text, re.M)
 
 
 def member(code):

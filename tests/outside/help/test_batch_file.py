@@ -5,7 +5,8 @@ import subprocess
 
 import pytest
 from harness import ROOT
-from help_pages import LANGUAGES, Workplace, blocks, blocks_of, sections, source
+from help_pages import LANGUAGES, Workplace, kinds, sections, source
+from pages import blocks
 
 KEY = 'void OnKey(char character)\n{\n    Print("%c\\n", character);\n}\n'
 WRONG = "void OnKey(char character)\n{\n    nothing;\n}\n"
@@ -34,11 +35,11 @@ def fixture_place(page, tmp_path):
     target = tmp_path / "target"
     make_target(target)
     script = target / "compile.sh"
-    script.write_text(blocks_of("sh", page["linux"])[0].replace("/opt/target", str(target)), encoding="utf-8")
+    script.write_text(blocks(page["linux"], "sh")[0].replace("/opt/target", str(target)), encoding="utf-8")
     script.chmod(0o755)
     settings = tmp_path / "home/.config/tessaly/settings.reg"
     settings.parent.mkdir(parents=True)
-    settings.write_text(blocks_of("reg", page["linux"])[0].replace("/opt/target", str(target)), encoding="utf-8")
+    settings.write_text(blocks(page["linux"], "reg")[0].replace("/opt/target", str(target)), encoding="utf-8")
     # The C file that the package sets for all users.
     others = tmp_path / "xdg/tessaly/settings.reg"
     others.parent.mkdir(parents=True)
@@ -78,4 +79,4 @@ def test_an_error_is_told_at_its_line_and_leaves_no_old_program(place):
 
 
 def test_every_example_is_one_that_is_tried(page):
-    assert sorted(kind for part in page.values() for kind, _ in blocks(part)) == ["bat", "reg", "sh"]
+    assert sorted(kind for part in page.values() for kind in kinds(part)) == ["bat", "reg", "sh"]

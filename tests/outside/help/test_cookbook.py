@@ -1,7 +1,8 @@
 """The six handlers of the help: their texts are taken out of the page, built and run with their scripts."""
 
 import pytest
-from help_pages import LANGUAGES, Workplace, blocks, blocks_of, member, sections, source
+from help_pages import LANGUAGES, Workplace, kinds, member, sections, source
+from pages import blocks
 
 RECIPES = ["cyclic", "timeout", "filter", "serial", "errors", "message"]
 
@@ -15,18 +16,18 @@ def test_there_are_six(language):
 @pytest.mark.parametrize("recipe", RECIPES)
 def test_a_recipe_does_what_its_page_says(recipe, language, tmp_path):
     text = sections(source(language, "cookbook"))[recipe]
-    assert {kind for kind, _ in blocks(text)} == {"c", "events", "output"}
+    assert set(kinds(text)) == {"c", "events", "output"}
     place = Workplace(tmp_path)
-    program = place.block(blocks_of("c", text))
-    script = place.write("Block.events", *blocks_of("events", text))
-    assert place.does(program, script) == "".join(blocks_of("output", text))
+    program = place.block(blocks(text, "c"))
+    script = place.write("Block.events", *blocks(text, "events"))
+    assert place.does(program, script) == "".join(blocks(text, "output"))
 
 
 @pytest.mark.parametrize("language", LANGUAGES)
 @pytest.mark.parametrize("recipe", RECIPES)
 def test_each_text_stands_below_the_name_of_its_item(recipe, language):
     text = sections(source(language, "cookbook"))[recipe]
-    for code in blocks_of("c", text):
+    for code in blocks(text, "c"):
         above = text[:text.index(f"```c\n{code}")].strip().splitlines()[-1]
         item = member(code)
         assert above.endswith("{text:nodeVariables}:" if item == "references" else f"`{item.split('/')[1]}`:")

@@ -3,7 +3,8 @@
 import shutil
 
 import pytest
-from help_pages import LANGUAGES, Workplace, blocks, blocks_of, sections, source
+from help_pages import LANGUAGES, Workplace, kinds, sections, source
+from pages import blocks
 
 pytestmark = pytest.mark.skipif(shutil.which("git") is None, reason="there is no git")
 GREET = 'void Greet(char character)\n{\n    Print("You pressed %c.\\n", character);\n}\n'
@@ -43,13 +44,13 @@ def fixture_repository(tmp_path):
 
 
 def command(page, part):
-    return blocks_of("sh", page[part])[0].strip()
+    return blocks(page[part], "sh")[0].strip()
 
 
 def test_the_line_of_attributes_is_the_one_that_setup_writes(page, repository):
     repository.does("sh", "-c", command(page, "setup"))
     written = (repository.folder / ".gitattributes").read_text(encoding="utf-8")
-    assert written == blocks_of("attributes", page["attributes"])[0]
+    assert written == blocks(page["attributes"], "attributes")[0]
 
 
 def test_files_that_are_there_already_get_their_normal_form(page, repository):
@@ -58,7 +59,7 @@ def test_files_that_are_there_already_get_their_normal_form(page, repository):
     repository.commit()
     assert repository.run("psf", "tidy", "--check", ".").returncode == 1
     repository.does("psf", "git-setup")
-    repository.does("sh", "-c", blocks_of("sh", page["setup"])[1])
+    repository.does("sh", "-c", blocks(page["setup"], "sh")[1])
     repository.commit()
     repository.does("git", "clone", "-q", ".", "../clone")
     assert repository.does("psf", "tidy", "--check", "../clone") == ""
@@ -69,7 +70,7 @@ def test_a_clone_has_files_that_load_only_with_the_line_for_those_without_psf(pa
     repository.does("git", "config", "--global", "core.autocrlf", "true")
     repository.greeting()
     if is_protected:
-        repository.write(".gitattributes", blocks_of("attributes", page["attributes"])[1])
+        repository.write(".gitattributes", blocks(page["attributes"], "attributes")[1])
     repository.run("git", "add", "-A")  # git warns of what it does to line ends
     repository.does("git", "commit", "-q", "-m", "x")
     repository.does("git", "config", "--global", "core.autocrlf", "false")
@@ -78,7 +79,7 @@ def test_a_clone_has_files_that_load_only_with_the_line_for_those_without_psf(pa
 
 
 def test_what_a_build_makes_is_not_committed(page, repository):
-    repository.write(".gitignore", blocks_of("ignore", page["ignore"])[0])
+    repository.write(".gitignore", blocks(page["ignore"], "ignore")[0])
     repository.greeting()
     repository.does("psf", "build", "Hello.PSF")
     assert (repository.folder / "Hello.out").exists()
@@ -92,7 +93,7 @@ def test_a_difference_is_shown_as_on_the_page(page, repository):
     repository.does("psf", "resave", "Hello.PSF", "Hello.PSF")
     assert repository.does("git", "diff") == ""
     repository.change("functions/Greet", GREET.replace("You pressed %c.", "Key %c"))
-    assert blocks_of("diff", page["diff"])[0] in repository.does("git", "diff")
+    assert blocks(page["diff"], "diff")[0] in repository.does("git", "diff")
 
 
 def test_a_conflict_is_told_and_a_mark_that_was_missed_is_found(page, repository):
@@ -105,7 +106,7 @@ def test_a_conflict_is_told_and_a_mark_that_was_missed_is_found(page, repository
         repository.change("events/OnKey", f"void OnKey(char character)\n{{\n    Greet('{key}');\n}}\n")
         repository.commit()
     merged = repository.run("git", "merge", "other")
-    assert blocks_of("conflict", page["conflict"])[0] in merged.stdout + merged.stderr
+    assert blocks(page["conflict"], "conflict")[0] in merged.stdout + merged.stderr
     shown = repository.does("psf", "show", "Hello.PSF", "events/OnKey")
     assert [shown.count(mark) for mark in ("<<<<<<<", "=======", ">>>>>>>")] == [1, 1, 1]
     found = repository.run("psf", "check", "--lint", "Hello.PSF")
@@ -126,5 +127,5 @@ def test_the_hook_lets_good_files_pass_and_stops_others(page, repository):
 
 
 def test_every_example_is_one_that_is_tried_here(page):
-    kinds = {"sh", "attributes", "ignore", "diff", "conflict"}
-    assert {kind for part in page.values() for kind, _ in blocks(part)} == kinds
+    known = {"sh", "attributes", "ignore", "diff", "conflict"}
+    assert {kind for part in page.values() for kind in kinds(part)} == known

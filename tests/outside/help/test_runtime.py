@@ -9,7 +9,8 @@ from pathlib import Path
 
 import pytest
 from harness import ROOT
-from help_pages import LANGUAGES, Workplace, blocks_of, sections, source
+from help_pages import LANGUAGES, Workplace, sections, source
+from pages import blocks
 
 HEADERS = ["vexlib.h", "tornem.h"]
 
@@ -40,8 +41,8 @@ def test_everything_that_the_headers_declare_is_described(language):
 def test_every_call_has_an_example_and_each_does_what_it_says(language, tmp_path):
     calls = sections(source(language, "runtime"))["calls"]
     for part in re.split(r"^### ", calls, flags=re.M)[1:]:
-        assert blocks_of("c", part), part
-    codes = blocks_of("c", calls)
+        assert blocks(part, "c"), part
+    codes = blocks(calls, "c")
     functions = [f"void Example{number}(void)\n{{\n{code}}}\n" for number, code in enumerate(codes)]
     start = "".join(f"    Example{number}();\n" for number in range(len(codes)))
     place = Workplace(tmp_path)

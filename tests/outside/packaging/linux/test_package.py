@@ -145,3 +145,11 @@ def test_a_program_has_a_man_page(files, name):
 @pytest.mark.parametrize("holder", ["the Tessaly developers", "Henry Schreiner", "Niels Lohmann"])
 def test_the_licence_of_all_that_is_in_the_programs_comes_with_them(files, holder):
     assert holder in (files / "usr/share/doc/tessaly/copyright").read_text(encoding="utf-8")
+
+
+@pytest.mark.parametrize("language", ["en", "de"])
+def test_what_the_help_says_of_places_is_true(files, language):
+    page = (ROOT / "help" / language / "install.md").read_text(encoding="utf-8")
+    places = re.findall(r"`(/(?:usr|etc)/[^`]*)`", page)
+    assert len(places) >= 8
+    assert [place for place in places if not (files / place[1:]).is_file()] == []

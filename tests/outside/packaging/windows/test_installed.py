@@ -44,6 +44,15 @@ def test_the_installed_programs_are_hardened():
         assert flags_of_program(path)[1] & wanted == wanted, path
 
 
+@pytest.mark.parametrize("language", ["en", "de"])
+def test_what_the_help_says_of_places_is_true(language):
+    page = (ROOT / "help" / language / "install.md").read_text(encoding="utf-8")
+    rows = [line for line in page.splitlines() if line.endswith(("in the folder |", "im Ordner |"))]
+    places = [place for row in rows for place in re.findall(r"`([^`]*)`", row)]
+    assert len(places) == 7
+    assert [place for place in places if not (FOLDER / place.replace("\\", "/")).is_file()] == []
+
+
 def test_the_licence_of_all_that_is_in_the_programs_comes_with_them():
     licences = (FOLDER / "LICENSE.txt").read_text(encoding="utf-8")
     for holder in ("the Tessaly developers", "Henry Schreiner", "Niels Lohmann", "mingw-w64 project"):
