@@ -21,12 +21,12 @@ GERMAN = HERE / "de" / "runtime.txt"
 
 # A comment and the lines right below it.
 BLOCK = re.compile(r"^/\*((?:[^*]|\*(?!/))*)\*/\n((?:(?!/\*)[^\n]+\n)+)", re.M)
-FUNCTION = re.compile(r"^(?:[A-Z_]{2,} )*((?:const )?[A-Za-z][\w ]*?[ *]+(?!kit_)(\w+)\([^;{]*\));$", re.M)
+FUNCTION = re.compile(r"^(?:[A-Z_]{2,} )*((?:const )?[A-Za-z][\w ]*?[ *]+(?!kit_)(\w+)\([^;{]*\))(?:;| \{)$", re.M)
 FIELD = re.compile(r"^    (\w+) (\w+)((?:\[\d+\])?); +/\* (.*?) \*/$", re.M)
 VALUE = re.compile(r"^#define (VEX_\w+) \(?(-?\d+)\)?(?: +/\* (.*?) \*/)?$", re.M)
 
 # What else is code in a comment.
-CODE = r"DataFrame frame = \{0\}|--\w+|(?:\d+-)?0x[0-9A-F]+|\b(?:VEX_\w+|printf|memset|NULL)\b"
+CODE = r"DataFrame frame = \{0\}|--\w+|(?:\d+-)?0x[0-9A-F]+|%lld|\b(?:VEX_\w+|printf|memset|NULL)\b"
 
 
 @dataclass(frozen=True)

@@ -90,26 +90,26 @@ int SerialWrite(const void* data, long datacount);
  * Errors: VEX_BAD_DATA, VEX_BAD_TEXT. */
 VEX_PRINTF int Print(const char* format, ...);
 
-/* What the calls below are made of. */
+/* The kit's own calls, which a target does not have, are made of these. */
 long kit_now(void);
 VexInt64 kit_now_microseconds(void);
 void kit_fail(const char* format, va_list arguments);
 
-/* The kit's own: the milliseconds since the origin of time, as OnStart gets them. Time stands still in a handler. */
+/* Returns the milliseconds since the origin of time, as OnStart gets them. Time stands still in a handler. */
 #ifndef Now
 VEX_OWN long Now(void) {
     return kit_now();
 }
 #endif
 
-/* The kit's own: the same in microseconds; %lld prints it. */
+/* The same in microseconds; %lld prints it. */
 #ifndef NowMicroseconds
 VEX_OWN VexInt64 NowMicroseconds(void) {
     return kit_now_microseconds();
 }
 #endif
 
-/* The kit's own: the test has failed. Counts that, and prints the text, formatted as Print does it, with the place in
+/* The test has failed. Counts that, and prints the text, formatted as Print does it, with the place in
  * the script and the time on the standard error stream. The block goes on; the program's exit status will be 3. */
 #ifndef Fail
 VEX_PRINTF VEX_OWN void Fail(const char* format, ...) {

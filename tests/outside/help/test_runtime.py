@@ -24,10 +24,10 @@ def declared():
     """All functions, constants and fields of the headers, read in another way than by the help itself."""
     text = "".join((ROOT / "kit/include" / name).read_text(encoding="utf-8") for name in HEADERS)
     text = re.sub(r"/\*.*?\*/", "", text, flags=re.S)
-    functions = re.findall(r"^(?:\w+ )*?(\w+[ *]+(?!kit_)\w+)\([^()]*\);$", text, re.M)
+    functions = re.findall(r"^(?:\w+ )*?(\w+[ *]+(?!kit_)\w+)\([^()]*\)(?:;| \{)$", text, re.M)
     values = re.findall(r"^#define (VEX_\w+) \(?-?\d", text, re.M)
     fields = re.findall(r"(\w+)(?:\[\d+\])?;", re.search(r"struct DataFrame \{(.*?)\}", text, re.S)[1])
-    assert (len(functions) >= 18, len(values) >= 11, len(fields)) == (True, True, 8)
+    assert (len(functions) >= 21, len(values) >= 11, len(fields)) == (True, True, 8)
     return [f"{name}(" for name in functions] + values + fields
 
 
@@ -39,7 +39,8 @@ def test_everything_that_the_headers_declare_is_described(language):
 
 @pytest.mark.parametrize("language", LANGUAGES)
 def test_every_call_has_an_example_and_each_does_what_it_says(language, tmp_path):
-    calls = sections(source(language, "runtime"))["calls"]
+    parts = sections(source(language, "runtime"))
+    calls = parts["calls"] + parts["own"]
     for part in re.split(r"^### ", calls, flags=re.M)[1:]:
         assert blocks(part, "c"), part
     codes = blocks(calls, "c")
@@ -48,9 +49,14 @@ def test_every_call_has_an_example_and_each_does_what_it_says(language, tmp_path
     place = Workplace(tmp_path)
     program = place.block([*functions, f"void OnStart(long time)\n{{\n{start}}}\n",
                            'void OnTimer(uint timerid)\n{\n    Print("timer %u\\n", timerid);\n}\n'])
-    printed = place.does(program, input=b"(0.0) start\n(0.6) stop\n").splitlines()
+    done = place.run(program, input=b"(0.0) start\n(0.6) stop\n")
+    assert done.returncode == 3  # the example of Fail
+    failed = {"en": "speed is 7, not 5", "de": "Geschwindigkeit 7 statt 5"}[language]
+    assert re.findall(r"failed: (.*)$", done.stderr, re.M) == [f"(0000000000.000000) {failed}"]
+    printed = done.stdout.splitlines()
     channel = {"en": "Channel 2, identifier 100", "de": "Kanal 2, Identifier 100"}[language]
-    for line in ("(0000000000.000000) can0 100#00", "(0000000000.000000) serial 06 0d", channel, "timer 1"):
+    for line in ("(0000000000.000000) can0 100#00", "(0000000000.000000) serial 06 0d", channel, "timer 1",
+                 {"en": "0 ms, 0 us", "de": "0 ms, 0 µs"}[language]):
         assert line in printed
     assert "timer 3" not in printed
 
