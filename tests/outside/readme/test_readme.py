@@ -10,6 +10,7 @@ from harness import ROOT, environment, example_file, run, write_settings
 from pages import blocks, section, walk
 
 README = "README.md"
+FAILING = 'key a\nexpect print "You pressed b."\n'
 OPEN = "void OnKey(char character)\n{\n    /* never ends\n}\n"
 
 
@@ -34,7 +35,7 @@ def fixture_folder(tmp_path, command):
     """What the reader has after the first block, its tests and its repository."""
     folder = tmp_path / "empty"
     folder.mkdir()
-    for heading in ("Your first program block", "Keep it in git"):
+    for heading in ("Your first program block", "Test it", "Keep it in git"):
         walk(section(README, heading), "linux", lambda name, text: (folder / name).write_text(text),
              lambda line: command(line, folder))
     return folder
@@ -46,17 +47,19 @@ def pipelines():
     gitlab, github = blocks(page, "yaml")
     found = [blocks(page, "sh")[0], "\n".join(re.findall(r"^    - (psf .*)$", gitlab, re.M)),
              "\n".join(re.findall(r"^      - run: (psf .*)$", github, re.M))]
-    assert [lines.count("psf ") for lines in found] == [3, 3, 3]
+    assert all(lines.count("psf ") == 3 and "psf test" in lines for lines in found)
     return found
 
 
+@pytest.mark.parametrize("name, changed", [("OnKey.c", OPEN), ("Hello.events", FAILING)])
 @pytest.mark.parametrize("which", [0, 1, 2])
-def test_from_an_empty_folder_to_a_pipeline_that_passes_and_fails_as_it_should(tmp_path, folder, command, which):
+def test_from_an_empty_folder_to_a_pipeline_that_passes_and_fails_as_it_should(tmp_path, folder, command, which, name,
+                                                                               changed):
     pipeline = pipelines()[which]
     command("git clone -q . ../good", folder)
-    command(pipeline, tmp_path / "good")
-    (folder / "OnKey.c").write_text(OPEN)
-    command("psf set Hello.PSF events/OnKey <OnKey.c && git commit -qam open && git clone -q . ../bad", folder)
+    assert "\nok 1 - " in command(pipeline, tmp_path / "good")
+    (folder / name).write_text(changed)
+    command("psf set Hello.PSF events/OnKey <OnKey.c && git commit -qam changed && git clone -q . ../bad", folder)
     command(pipeline, tmp_path / "bad", status=1)
 
 
@@ -105,3 +108,5 @@ def test_the_examples_do_what_their_page_says(tmp_path, command):
     command(f"psf build {Path(first).name}", folder)
     linux = re.search(r"^ +(\./.*)$", page, re.M)[1]
     assert command(linux, folder) == (folder / "Blink.expected").read_text()
+    last = page.rstrip().split("\n\n")[-2].strip()
+    assert command(last, folder.parent).count("\nok ") == 4
