@@ -29,7 +29,7 @@ def commands():
 
 def parts(language):
     """What the page says of each command."""
-    found = re.split(r"^### [\w-]+ \{#([\w-]+)\}$", source(language, "psf-reference").partition("{#status}")[0],
+    found = re.split(r"^### `psf [\w-]+` \{#([\w-]+)\}$", source(language, "psf-reference").partition("{#status}")[0],
                      flags=re.M)
     return {name: text.partition("\n## ")[0] for name, text in zip(found[1::2], found[2::2])}
 
