@@ -196,6 +196,16 @@ compile() {
     find_runtime "$@" || runtime=
     # shellcheck disable=SC2086
     set -- "$@" $hidden
+    # gcov's notes and counts go beside the C file, under the name that gcc gives them there. The runtime has none.
+    if [ -n "${TESSALY_COVERAGE:-}" ]; then
+        notes=${source##*/}
+        notes=$source.${notes%.*}
+        case $version in
+        *clang*) set -- "$@" -Xclang "-coverage-notes-file=$notes.gcno" -Xclang "-coverage-data-file=$notes.gcda" ;;
+        *) set -- "$@" -dumpdir "$source." ;;
+        esac
+        set -- "$@" -O0 --coverage
+    fi
     # Files of the user lie beside the program source file, and there the program comes, too.
     case $output in */*) set -- "$@" -I "${output%/*}/" ;; *) set -- "$@" -I . ;; esac
     # -x c: the suffix of the C file is the user's choice, and .C would be C++.

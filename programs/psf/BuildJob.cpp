@@ -9,6 +9,7 @@
 #include "platform/system/Environment.h"
 #include "platform/text/TerminalText.h"
 #include "programs/psf/Commands.h"
+#include "programs/psf/Paths.h"
 #include "programs/psf/Printable.h"
 
 #include <cstdio>
@@ -71,6 +72,12 @@ std::string OwnCFile(const std::string& cFile, const std::string& file) {
     return cFile.substr(0, end) + number + cFile.substr(end);
 }
 
+std::string CoverageNotes(const std::string& cFile) {
+    const std::size_t name = cFile.find_last_of("/\\") + 1;
+    const std::size_t dot = cFile.find_last_of('.');
+    return cFile + "." + cFile.substr(name, dot == std::string::npos || dot < name ? dot : dot - name);
+}
+
 BuildPlan PlanForMany(SequentialFiles& files) {
     BuildPlan plan{ReadCompilerSettings(files)};
     plan.ownCFiles = !plan.settings.cFile.empty() && TakesOtherCFiles(files, plan.settings.batchFile);
@@ -102,6 +109,12 @@ bool BuildJob::Start(bool mayWait) {
                                          ? mCFile + ": the C file cannot be written: " + WriteProblem(mSession, mCFile)
                                          : mFile + ": " + problem);
         return true;
+    }
+    if (mPlan.coverage) {
+        for (const char* extension : {".gcno", ".gcda"}) { // those of another build would count
+            std::error_code ignored;
+            std::filesystem::remove(ToPath(CoverageNotes(mCFile) + extension), ignored);
+        }
     }
     SetProcessEnvironment(CFileVariable, mPlan.ownCFiles ? std::optional(mCFile) : std::nullopt);
     SetProcessEnvironment(CoverageVariable, mPlan.coverage ? std::optional<std::string>("1") : std::nullopt);

@@ -70,4 +70,8 @@ private:
 // The C file of `file` where several are built, beside `cFile`, that of the settings.
 std::string OwnCFile(const std::string& cFile, const std::string& file);
 
+// Where a batch file that heeds TESSALY_COVERAGE has the compiler put its notes on `cFile`, ".gcno", and the program
+// its counts, ".gcda".
+std::string CoverageNotes(const std::string& cFile);
+
 } // namespace tessaly::psf

@@ -132,15 +132,6 @@ void FunctionWarnings::Finish(const FuncObject& functions, const std::string& by
     CheckNames(bytes, codePage);
 }
 
-std::vector<std::uint64_t> FunctionWarnings::TextBegins() const {
-    std::vector<std::uint64_t> begins;
-    begins.reserve(mKept.size());
-    for (const Section& section : mKept) {
-        begins.push_back(section.body);
-    }
-    return begins;
-}
-
 // Keeps the others: the functions of the document are those that were read, in their order, without the dropped ones.
 void FunctionWarnings::CheckDropped(const FuncObject& functions) {
     if (functions.GetCount() == 0) { // memory ran out before the table was filled, as it takes any first function

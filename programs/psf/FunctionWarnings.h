@@ -20,8 +20,8 @@ public:
     // A count or a section is wrong, so no event was read.
     bool EventsAreLost() const { return mFileIsOver || mSectionsMissing; }
 
-    // Where the text of each function of the document begins in the file, once Finish was called: its FuncBody= line.
-    std::vector<std::uint64_t> TextBegins() const;
+    // Where the text of a function of the document begins in the file, once Finish was called: its FuncBody= line.
+    std::uint64_t TextBegin(std::size_t index) const { return index < mKept.size() ? mKept[index].body : 0; }
 
     // Warns of what only shows behind the load.
     void Finish(const FuncObject& functions, const std::string& bytes, const CodePage& codePage);

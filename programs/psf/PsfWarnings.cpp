@@ -148,23 +148,25 @@ void PsfWarnings::CheckEvents(std::uint64_t lastLine) {
     }
 }
 
-// A text has the lines of the file from where it begins.
 void PsfWarnings::CheckTexts(const VornSrcObj& document, const std::string& bytes) {
-    const std::vector<std::uint64_t> functions = mFunctions.TextBegins();
     for (const Finding& finding : Lint(document)) {
-        const auto index = static_cast<std::size_t>(finding.member.index);
-        std::uint64_t begin = mReferences.value_or(0);
-        std::size_t lines = finding.line; // the first one of the references stands behind their tag
-        if (finding.member.kind == CCodeOrigin::Kind::Event) {
-            begin = mEvents.at(index).begin;
-            --lines;
-        } else if (finding.member.kind == CCodeOrigin::Kind::Function) {
-            begin = index < functions.size() ? functions[index] : 0;
-            --lines;
-        }
-        mFindings.Warn(SkipLines(bytes, static_cast<std::size_t>(begin), lines),
-                       Shown(MemberName(document, finding.member)), finding.message, finding.rule);
+        mFindings.Warn(OffsetOf(finding.member, finding.line, bytes), Shown(MemberName(document, finding.member)),
+                       finding.message, finding.rule);
     }
+}
+
+// A text has the lines of the file from where it begins.
+std::size_t PsfWarnings::OffsetOf(CCodeOrigin member, std::size_t line, const std::string& bytes) const {
+    const auto index = static_cast<std::size_t>(member.index);
+    std::uint64_t begin = mReferences.value_or(0);
+    if (member.kind == CCodeOrigin::Kind::Event) {
+        begin = mEvents.at(index).begin;
+        --line;
+    } else if (member.kind == CCodeOrigin::Kind::Function) { // the first one of the references stands behind their tag
+        begin = mFunctions.TextBegin(index);
+        --line;
+    }
+    return SkipLines(bytes, static_cast<std::size_t>(begin), line);
 }
 
 void PsfWarnings::CheckEnd(const std::string& bytes) {

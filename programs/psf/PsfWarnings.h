@@ -1,6 +1,7 @@
 // Turns what the reader meets on its way through a file into warnings for the user.
 #pragma once
 
+#include "document/CCodeGenerator.h"
 #include "programs/psf/FunctionWarnings.h"
 
 #include <array>
@@ -23,6 +24,9 @@ public:
     // All warnings for the file and the document that was loaded from it, in the order of their places. `bytes` is the
     // content of the file. To be called once.
     std::vector<PsfWarning> Finish(const VornSrcObj& document, const std::string& bytes, const CodePage& codePage);
+
+    // Where line `line` of a member's text, counted from 1, begins in the file. Good after Finish.
+    std::size_t OffsetOf(CCodeOrigin member, std::size_t line, const std::string& bytes) const;
 
 private:
     struct EventText {

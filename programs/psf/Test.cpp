@@ -2,6 +2,7 @@
 #include "programs/psf/Test.h"
 
 #include "app/CompilerCommand.h"
+#include "programs/psf/Coverage.h"
 #include "programs/psf/Saving.h"
 #include "programs/psf/TestJobs.h"
 
@@ -14,9 +15,11 @@ namespace {
 // The blocks that have cases.
 class TestBlocks {
 public:
-    TestBlocks(Session& session, const std::vector<std::string>& files, const TestOptions& options, TestTally& tally)
+    TestBlocks(Session& session, const std::vector<std::string>& files, const TestOptions& options, TestTally& tally,
+               CoverageReport& coverage)
         : mPlan(PlanForMany(session.files)) {
         mPlan.keepsTurn = true;
+        mPlan.coverage = options.coverage.has_value();
         TestCases cases;
         for (const std::string& file : files) {
             std::vector<TestCase> found = cases.Of(file);
@@ -28,6 +31,9 @@ public:
             mJobs.push_back(std::make_unique<TestBuildJob>(block));
             for (TestCase& each : found) {
                 mJobs.push_back(std::make_unique<CaseJob>(session, block, std::move(each), options, tally));
+            }
+            if (options.coverage) {
+                mJobs.push_back(std::make_unique<CoverageJob>(block, coverage));
             }
             mCount += found.size();
         }
@@ -69,16 +75,23 @@ int Test(Session& session, const std::vector<std::string>& files, const TestOpti
     if (options.junit) {
         tally.junit.emplace();
     }
-    TestBlocks blocks(session, files, options, tally);
+    CoverageReport coverage(session);
+    TestBlocks blocks(session, files, options, tally, coverage);
     Print("TAP version 14\n1.." + std::to_string(blocks.CaseCount()) + "\n");
     int status = blocks.Run(options.jobs);
     if (blocks.CaseCount() == 0) {
         PrintError("test: there is no case: no NAME.events or NAME.CASE.events beside NAME.PSF");
         status = ExitStatus(Status::NotFound);
     }
-    if (tally.junit) {
-        const int saved = SaveBytes(session, tally.junit->Document(), *options.junit);
+    const auto save = [&](const std::string& document, const std::string& file) {
+        const int saved = SaveBytes(session, document, file);
         status = status == Success ? saved : status;
+    };
+    if (tally.junit) {
+        save(tally.junit->Document(), *options.junit);
+    }
+    if (options.coverage && *options.coverage != NoFile) {
+        save(coverage.Document(), *options.coverage);
     }
     return status;
 }

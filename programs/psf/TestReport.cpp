@@ -28,6 +28,15 @@ std::string Tail(std::string_view text, std::size_t most) {
     return "[...]\n" + std::string(text);
 }
 
+// The beginning of `text`, up to the end of a line where it has one.
+std::string Head(std::string_view text, std::size_t most) {
+    if (text.size() <= most) {
+        return std::string(text);
+    }
+    const std::string_view head = text.substr(0, most);
+    return std::string(head.substr(0, head.rfind('\n'))) + "\n[...]\n";
+}
+
 // JSON's strings are those of YAML.
 std::string YamlString(std::string_view text) {
     return ToText(CleanText(text));
@@ -151,7 +160,7 @@ std::string TapCase(std::size_t number, const CaseResult& result) {
     if (!result.expected.empty() || !result.got.empty()) {
         text += Field("expected", result.expected) + Field("got", result.got);
     }
-    return text + FieldUnlessEmpty("build", result.messages) +
+    return text + FieldUnlessEmpty("build", Head(result.messages, MostInTap)) +
            FieldUnlessEmpty("stderr", Tail(result.errors, MostInTap)) +
            FieldUnlessEmpty("stdout", Tail(result.output, MostInTap)) + "  ...\n";
 }

@@ -234,18 +234,19 @@ struct CommandLine {
         CLI::App* test =
             Command("test", "Build program blocks and run the scripts beside them",
                     "Exit status: 0 all cases pass; 1 one fails; 2 a path cannot be read; 4 there is no "
-                    "case; 255 the report cannot be written.\n"
+                    "case;\n127 the lines that ran are not known; 255 a report cannot be written.\n"
                     "Example: psf test --jobs 4 --junit report.xml stations/",
                     [this](Session& session) {
                         return WithAll(session, [&](const auto& all) { return Test(session, all, tests); });
                     });
         AddPaths(test, "Files, or folders with such files; those with NAME.events or NAME.CASE.events beside them");
-        test->add_option("-j,--jobs", tests.jobs, "How many compilers and programs may run at the same time")
-            ->type_name("N");
+        test->add_option("-j,--jobs", tests.jobs, "How many programs may run at the same time")->type_name("N");
         test->add_option("--timeout", tests.timeout, "How long a case may take; the default is 10")
             ->type_name("SECONDS")
             ->check(CLI::PositiveNumber);
         test->add_option("--junit", tests.junit, "Write a report in JUnit's XML to this file")->type_name("FILE");
+        test->add_flag("--coverage", tests.coverage, "Tell which lines ran; in FILE as XML, too")
+            ->option_text("[=FILE]");
         test->add_option("--channel", tests.channels, "Give the channel N a name in the scripts")
             ->type_name("NAME=N")
             ->allow_extra_args(false);

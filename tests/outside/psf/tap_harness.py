@@ -26,6 +26,7 @@ class Place:
 
     def __init__(self, folder, kit=False):
         self.folder = folder
+        self.variables = {}
         (folder / "generated").mkdir()
         self.c_file = folder / "generated/program.c"
         self.write("compiler", COMPILER).chmod(0o755)
@@ -46,6 +47,7 @@ class Place:
 
     def document(self, name, members):
         """A new document with these texts, which the kit compiles."""
+        (self.folder / name).parent.mkdir(exist_ok=True)
         psf("new", self.folder / name)
         for member, text in members.items():
             if member.startswith("functions/"):
@@ -55,7 +57,7 @@ class Place:
     @property
     def options(self):
         return {"cwd": self.folder, "env": {"TESSALY_SETTINGS": str(self.folder / "settings.reg"),
-                                            "XDG_CACHE_HOME": str(self.folder / "cache")}}
+                                            "XDG_CACHE_HOME": str(self.folder / "cache"), **self.variables}}
 
     def test(self, *arguments, **options):
         return Tap(psf("test", *arguments, **self.options, **options))
