@@ -18,7 +18,7 @@ _psf() {
     COMPREPLY=()
     for ((i = 1; i < COMP_CWORD; i++)); do
         case ${COMP_WORDS[i]} in
-        --codepage | -o | --output | --c-file | --name | --files-from | --format | -j | --jobs) ((i++)) ;;
+        --codepage | -o | --output | --c-file | --name | --files-from | --format | -j | --jobs | --timeout | --junit | --channel) ((i++)) ;;
         -*) ;;
         *)
             ((count++))
@@ -34,11 +34,11 @@ _psf() {
         return
     fi
     if [[ $count -eq 0 ]]; then
-        mapfile -t COMPREPLY < <(compgen -W 'new show set add delete rename resave export import generate check build tidy merge text git-setup map recover --codepage --help --version' -- "$word")
+        mapfile -t COMPREPLY < <(compgen -W 'new show set add delete rename resave export import generate check build test tidy merge text git-setup map recover --codepage --help --version' -- "$word")
         return
     fi
     case ${COMP_WORDS[COMP_CWORD - 1]} in
-    --c-file | --files-from)
+    --c-file | --files-from | --junit)
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -f -- "$(_psf_path "$word")")
         return
@@ -47,7 +47,7 @@ _psf() {
         mapfile -t COMPREPLY < <(compgen -W 'text gcc json sarif github' -- "$word")
         return
         ;;
-    --name | -j | --jobs) return ;;
+    --name | -j | --jobs | --timeout | --channel) return ;;
     esac
     if [[ $word == -* ]]; then
         local options='--codepage --help'
@@ -56,6 +56,7 @@ _psf() {
         show) options+=' --json --name' ;;
         set) options+=' --strict --force' ;;
         build) options+=' --jobs --output --files-from' ;;
+        test) options+=' --jobs --timeout --junit --coverage --channel --files-from' ;;
         check) options+=' --lint --format --files-from --name' ;;
         generate) options+=' --output --name --force' ;;
         tidy) options+=' --check --files-from --name --force' ;;

@@ -6,7 +6,7 @@ function __psf_words
     for word in (commandline -opc)
         if test $skip = 1
             set skip 0
-        else if contains -- $word --codepage -o --output --c-file --name --files-from --format -j --jobs
+        else if contains -- $word --codepage -o --output --c-file --name --files-from --format -j --jobs --timeout --junit --channel
             set skip 1
         else if not string match -q -- '-*' $word
             echo $word
@@ -38,6 +38,7 @@ complete -c psf -n __fish_use_subcommand -a resave -d 'Load a file and save it a
 complete -c psf -n __fish_use_subcommand -a generate -d 'Write the generated C file'
 complete -c psf -n __fish_use_subcommand -a check -d 'Report what a load loses or changes'
 complete -c psf -n __fish_use_subcommand -a build -d "Generate C code, compile it and map the messages"
+complete -c psf -n __fish_use_subcommand -a test -d 'Build program blocks and run the scripts beside them'
 complete -c psf -n __fish_use_subcommand -a rename -d 'Rename a function'
 complete -c psf -n __fish_use_subcommand -a export -d 'Write a file for each member into a folder'
 complete -c psf -n __fish_use_subcommand -a import -d 'Make a file of what export has written'
@@ -52,9 +53,13 @@ complete -c psf -n '__fish_seen_subcommand_from set add delete rename resave imp
 complete -c psf -n '__fish_seen_subcommand_from show' -l json -d 'Print the whole document as one JSON object'
 complete -c psf -n '__fish_seen_subcommand_from check' -l lint -d 'Report what the texts show by themselves, too'
 complete -c psf -n '__fish_seen_subcommand_from check' -l format -x -a 'text gcc json sarif github' -d 'The form of the report'
-complete -c psf -n '__fish_seen_subcommand_from build' -s j -l jobs -x -d 'How many compilers may run at the same time'
+complete -c psf -n '__fish_seen_subcommand_from build test' -s j -l jobs -x -d 'How many programs may run at the same time'
+complete -c psf -n '__fish_seen_subcommand_from test' -l timeout -x -d 'How many seconds a case may take'
+complete -c psf -n '__fish_seen_subcommand_from test' -l junit -r -F -d 'The file for a report in XML'
+complete -c psf -n '__fish_seen_subcommand_from test' -l coverage -d 'Tell which lines ran'
+complete -c psf -n '__fish_seen_subcommand_from test' -l channel -x -d 'Give a channel a name: NAME=N'
 complete -c psf -n '__fish_seen_subcommand_from build' -s o -l output -r -F -d 'The output name'
-complete -c psf -n '__fish_seen_subcommand_from check tidy build' -l files-from -r -F -d 'Read more paths from this file'
+complete -c psf -n '__fish_seen_subcommand_from check tidy build test' -l files-from -r -F -d 'Read more paths from this file'
 complete -c psf -n '__fish_seen_subcommand_from check tidy show generate merge' -l name -x -d 'How messages call the file'
 complete -c psf -n '__fish_seen_subcommand_from tidy' -l check -d 'Change nothing, only tell'
 complete -c psf -n '__fish_seen_subcommand_from set' -l strict -d 'Refuse characters that the code page lacks'
@@ -66,7 +71,7 @@ complete -c psf -n '__fish_seen_subcommand_from recover' -s o -l output -r -F -d
 complete -c psf -n '__fish_seen_subcommand_from recover' -l delete -d 'Remove it for good'
 # fish takes what stands behind the first tab as the description.
 complete -c psf -n '__psf_at recover 1' -k -a '(psf recover 2>/dev/null)'
-for command in new show set add delete rename resave export generate build check tidy text
+for command in new show set add delete rename resave export generate build test check tidy text
     complete -c psf -n "__psf_at $command 1" -k -a '(__fish_complete_suffix .PSF .psf)'
 end
 for place in 1 2 3
