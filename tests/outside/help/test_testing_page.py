@@ -75,6 +75,12 @@ def test_what_the_block_finds_itself_fails_the_case(page, tmp_path):
     assert done.returncode == 1 and "6000 ms" in done.stdout
 
 
+def test_the_lines_that_no_case_ran_are_told_as_on_the_page(page, place):
+    command, line = re.findall(r"^    (.*)$", page["coverage"], re.M)
+    place.write("Lamp.events", "key 1\n")
+    assert line + "\n" in place.run(*command.split()).stdout
+
+
 def test_a_channel_has_the_name_that_it_is_given(page, place):
     command = re.search(r"^    (psf test .*)$", page["channel"], re.M)[1]
     place.write("Lamp.events", "can_body 123#01\n")
