@@ -160,7 +160,7 @@ private:
         } else if (!outline.isBody) {
             Tell(outline.braceLine, rule::PrototypeCut, quote + ": the first \"{\" is not that of the body", false);
         } else if (LintBlanks.find(mText[brace - 1]) == LintBlanks.npos) {
-            Tell(outline.braceLine, rule::PrototypeCut, quote + ": there is no blank or line end in front of the \"{\"",
+            Tell(outline.braceLine, rule::PrototypeCut, quote + ": there is no space or line end in front of the \"{\"",
                  true);
         } else if (outline.lastComment != COutline::None && outline.lastCommentIsLine) {
             LineComment(outline, prototype, quote);

@@ -1,5 +1,5 @@
 @echo off
-rem The compile batch file of the host kit on Windows: compiles the written C file and the kit's runtime into one
+rem The batch file of the compile kit on Windows: compiles the written C file and the kit's runtime into one
 rem program. Its only argument is the output name; the C file is TESSALY_C_FILE, or the setting FCompFileName.
 rem With /compiler it only says which compiler it would take.
 rem Exit status: 0 done, 64 wrong argument, 127 no compiler, 1 no C file to compile, else the compiler's own.
@@ -344,7 +344,7 @@ echo compile.bat: the old program cannot be replaced; is it still running? "%out
 exit /b 1
 
 :wrong_compiler
-echo compile.bat: there is no C compiler: CC is set to "%CC%", which is not found. Install one, or mend CC.>&2
+echo compile.bat: there is no C compiler: CC is set to "%CC%", which is not found. Install one, or correct CC.>&2
 exit /b 127
 
 :no_compiler

@@ -1,5 +1,5 @@
 #!/bin/sh
-# The compile batch file of the host kit: compiles the written C file and the kit's runtime into one program.
+# The batch file of the compile kit: compiles the written C file and the kit's runtime into one program.
 # Its only argument is the output name. The C file is $TESSALY_C_FILE, or the setting FCompFileName, looked up here.
 # What is printed about the C file stands in the file of its name with ".log" behind it, too.
 # Exit status: 0 done, 64 wrong argument, 127 no compiler, 1 no C file to compile, else the compiler's own.
@@ -248,7 +248,7 @@ build() {
     set -- $CC
     set +f
     if ! command -v "${1:-}" >/dev/null; then
-        say "there is no C compiler: CC is set to '$CC', which is not found. Install gcc or clang, or mend CC."
+        say "there is no C compiler: CC is set to '$CC', which is not found. Install gcc or clang, or correct CC."
         return 127
     fi
     compile "$@"

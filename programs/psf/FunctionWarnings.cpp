@@ -99,7 +99,7 @@ void FunctionWarnings::Ended(std::int32_t index, PsfLine line) {
         mFindings.Warn(line.offset, Member(index + 1),
                        "NumFuncs= announces " + std::to_string(mCount) + " functions, but only " +
                            std::to_string(index + 1) +
-                           " sections stand before \"[EventCode]\"; this function takes the events as its text",
+                           " sections are before \"[EventCode]\"; this function takes the events as its text",
                        rule::FileSections);
     }
 }

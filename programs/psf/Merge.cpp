@@ -24,7 +24,7 @@ int MergeOnce(Session& session, const MergeFiles& files, const std::optional<Fil
     const std::vector<std::string> conflicts = MergeDocuments(base, ours, theirs, result);
     const std::optional<std::string> merged = NormalForm(session, result, file);
     if (!merged) {
-        PrintError(name + ": cannot be merged, because a line of a text is the tag of the text behind it");
+        PrintError(name + ": cannot be merged, because a line of a text is the tag of the text after it");
         return ExitStatus(Status::UnexpectedError);
     }
     if (const int status = SaveBytes(session, *merged, files.ours, state); status != Success) {

@@ -143,7 +143,7 @@ void PsfWarnings::CheckEvents(std::uint64_t lastLine) {
     } else {
         mFindings.Warn(lastLine, EventMember(index),
                        index == OnMsgIndex ? "never stored; it keeps its default text"
-                                           : "never stored; it and the events behind it keep their default texts",
+                                           : "never stored; it and the events after it keep their default texts",
                        rule::FileNotStored);
     }
 }

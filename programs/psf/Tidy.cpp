@@ -34,7 +34,7 @@ int TidyOnce(Session& session, const std::string& file, bool onlyTell, const std
     }
     const std::optional<std::string> tidy = NormalForm(session, document, source, watch.found);
     if (!tidy) {
-        PrintError(name + ": has no normal form, because a line of a text is the tag of the text behind it");
+        PrintError(name + ": has no normal form, because a line of a text is the tag of the text after it");
         return ExitStatus(Status::UnexpectedError);
     }
     if (onlyTell) {

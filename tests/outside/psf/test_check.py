@@ -149,7 +149,7 @@ def test_an_event_text_ended_early_by_the_end_tag(tmp_path):
     found = warnings(tmp_path, content)
     has(found, line_of(content, b"[EndPSF]"), "events/OnError", '"[EndPSF]"', "early")
     has(found, line_of(content, b"[EndPSF]") + 1, "events/OnError", "text after")
-    has(found, line_of(content, b"more"), "events/OnFrame", "never stored", "the events behind it")
+    has(found, line_of(content, b"more"), "events/OnFrame", "never stored", "the events after it")
     assert len(found) == 3
 
 

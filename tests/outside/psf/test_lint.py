@@ -73,7 +73,7 @@ def test_a_line_says_where_what_and_by_which_rule(tmp_path):
     content, begins = simple("functions/Foo", "void Foo(int a){\n}")
     assert one(tmp_path, content).out.decode() == (
         f'x.PSF:{begins["functions/Foo"]}: warning: functions/Foo: the generated prototype is "void Foo(int a;": '
-        'there is no blank or line end in front of the "{" [prototype-cut]\n')
+        'there is no space or line end in front of the "{" [prototype-cut]\n')
 
 
 @pytest.mark.parametrize("line_end", LINE_ENDS)
