@@ -25,6 +25,7 @@ sys.dont_write_bytecode = True
 from chm import write_chm  # noqa: E402
 from html_pages import write_html  # noqa: E402
 from topics import LANGUAGES, load_topics  # noqa: E402
+from words import refuse_wrong_words  # noqa: E402
 
 
 def main() -> None:
@@ -33,6 +34,7 @@ def main() -> None:
     parser.add_argument("outdir", type=Path)
     arguments = parser.parse_args()
     outdir = arguments.outdir.resolve()
+    refuse_wrong_words()
     for language in LANGUAGES.values():
         topics = load_topics(language, arguments.contact)
         write_html(topics, language, outdir / "html" / language.code)
