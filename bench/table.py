@@ -21,6 +21,8 @@ LOAD_PEAK = 2.5  # at most, times the size of the file
 WRITE_SPEED = 0.7  # at least, beside one write()
 GROWTH = 12.0  # at most, for ten times as many functions
 BUILD = 1.25  # at most, beside the same compile by hand
+TEST = 1.3  # at most, beside the same compilers and programs by hand
+TEST_JOBS = 1.8  # at least, how much sooner two jobs are done than one
 FLEET = 4.0  # times the processor time of reading the files
 FLEET_LARGEST = 206_000
 FLEET_PEAK = 2.0
@@ -179,6 +181,15 @@ def build_rows(cases, verdict):
     return rows
 
 
+def test_rows(cases, verdict):
+    hand, one, two = (cases[f"test/{key}"] for key in ("hand", "psf", "psf-2"))
+    ratio, gain = one.time / hand.time, one.time / two.time
+    return [["`psf test`", one.range_text(), f"{ratio:.2f}", f"at most {TEST}", verdict(ratio <= TEST)],
+            ["the same by hand", hand.range_text(), "", "", ""],
+            ["`psf test --jobs 2`", two.range_text(), f"{two.time / hand.time:.2f}",
+             f"{TEST_JOBS} times as fast as one job: {gain:.2f}", verdict(gain >= TEST_JOBS)]]
+
+
 def fleet_rows(cases, verdict):
     cat, nothing = cases["fleet/cat"], cases["fleet/nothing"]
     rows = []
@@ -253,6 +264,9 @@ def section(results, verdict):
                    growth_rows(cases, verdict))
     lines += ["", "A build of an example, its runtime kept from an earlier one, and the same compile by hand:", ""]
     lines += table(["", "ms", "by hand, ms", "ours / by hand", "target", ""], build_rows(cases, verdict))
+    test = cases["test/psf"]
+    lines += ["", f"A test of {test.items:.0f} cases, the runtime kept from an earlier one:", ""]
+    lines += table(["", "ms", "beside by hand", "target", ""], test_rows(cases, verdict))
     lines += ["", "Many files and large ones, in processor time:", ""]
     lines += table(["", "", "target", ""], fleet_rows(cases, verdict))
     lines += ["", "Names while typing, in 1,000 functions and a text of 10,000 lines, ms:", ""]
