@@ -88,6 +88,15 @@ def test_a_channel_has_the_name_that_it_is_given(page, place):
     assert "\nok 1 " in place.does(*command.split())
 
 
+@pytest.mark.parametrize("options, script, status", [
+    ([], "key 1\nwrong\n", 0), (["--strict"], "key 1\n", 0), (["--strict", "none.events"], "", 1),
+    ([], "key 1\nexpect none for 0\n", 3), (["--no-such"], "", 64), (["--strict"], "wrong\n", 65)])
+def test_the_program_ends_with_the_status_that_is_told(page, place, options, script, status):
+    told = re.findall(r"^\| (\d+) \|", page["run"], re.M)
+    assert told == ["0", "1", "3", "64", "65"]
+    assert place.run(place.folder / "Lamp.out", *options, input=script.encode()).returncode == status
+
+
 def servers(page):
     """The commands of each sample."""
     gitlab, github = blocks(page["server"], "yaml")
