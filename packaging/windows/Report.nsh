@@ -14,7 +14,7 @@ Function WriteReport
     !insertmacro Say "$(TextNotInPath)"
   ${EndIf}
   ; The kit looks itself, so that this is what a build will find. It looks nowhere but where programs are installed.
-  nsExec::ExecToStack /OEM '"$SYSDIR\cmd.exe" /d /c ""$INSTDIR\kit\compile.bat" /compiler"'
+  nsExec::ExecToStack /OEM /TIMEOUT=60000 '"$SYSDIR\cmd.exe" /d /c ""$INSTDIR\kit\compile.bat" /compiler"'
   Pop $0
   Pop $1
   ${If} $0 == 0

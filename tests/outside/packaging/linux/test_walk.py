@@ -1,12 +1,13 @@
 """From an empty Debian to a program block that runs and a test that passes, by what README and the help say alone."""
 import os
+import re
 import subprocess
 
 import pytest
 from first_block import first_block, without_indent, write_and_build
 from fresh_debian import DEB, Debian
 from harness import run, wait_until, xdotool
-from pages import section, steps, walk
+from pages import blocks, section, steps, walk
 
 README = "README.md"
 
@@ -37,7 +38,10 @@ def test_readme_leads_to_a_block_that_runs_and_a_test_that_passes(debian):
         return debian.run(f"cd ~/empty && {line}", user="tester")
     for heading in ("Your first program block", "Test it", "Keep it in git"):
         walk(section(README, heading), "linux", save, command)
-    debian.run("cd && git clone -q empty clone", user="tester")
+    debian.run("cd && git clone -q empty clone && cp *.deb clone", user="tester")
+    for sample in blocks(section(README, "In a pipeline"), "yaml"):
+        install = re.search(r"- (?:run: )?(apt-get.*)$", sample, re.M)[1]
+        debian.run(f"cd /home/tester/clone && {install}")
     pipeline = steps(section(README, "In a pipeline"), "linux")[0].text
     assert "\nok 1 - " in debian.run(f"cd ~/clone && {pipeline}", user="tester")
 
