@@ -15,6 +15,7 @@ set "NoDefaultCurrentDirectoryInExePath=1"
 set "system=%SystemRoot%\System32"
 set "kit=%~dp0"
 set "status=0"
+set "hidden="
 
 if "%~1"=="" goto usage
 if "%~1"=="/compiler" goto tell_compiler
@@ -46,6 +47,19 @@ if not exist "%log%" goto without_log
 set "kind="
 call :build >>"%log%" 2>&1
 set "status=%errorlevel%"
+if "%status%"=="0" goto logged
+call :hide_names
+if not defined hidden goto logged
+call :build >"%log%" 2>&1
+set "status=%errorlevel%"
+if "%status%"=="0" goto logged
+call :find_missed
+if not defined missed goto logged
+set "hidden="
+call :build >"%log%" 2>&1
+set "status=%errorlevel%"
+
+:logged
 if "%kind%"=="cl" call :forget_name
 type "%log%" >&2
 goto built
@@ -79,6 +93,30 @@ for %%f in (*.c) do call :add_runtime "%%~nf"
 popd
 call :compile_with_%kind%
 exit /b %errorlevel%
+
+rem ---- Names that the kit has and a block may have, too
+
+rem Sets hidden to options that leave out those of the kit's own calls whose names the block has itself: the compiler
+rem points at them.
+:hide_names
+pushd "%kit%include"
+for /f "tokens=1,2" %%d in (vexlib.h) do if "%%d"=="#ifndef" call :hide_name %%e <"%log%"
+popd
+exit /b
+
+:hide_name
+for /f "delims=" %%l in ('%system%\find.exe "%1 in vexlib.h"') do set "hidden=%hidden% -D%1=%1"
+exit /b
+
+rem Sets missed when the block misses such a call after all: it was only called in a wrong way.
+:find_missed
+set "missed="
+for %%m in (implicit-function-declaration] C4013) do call :find_miss %%m <"%log%"
+exit /b
+
+:find_miss
+for /f "delims=" %%l in ('%system%\find.exe "%1"') do set "missed=1"
+exit /b
 
 rem ---- The C file
 
@@ -275,7 +313,7 @@ rem ---- Compiling
 rem -xc: the suffix of the C file is the user's choice.
 :compile_with_gcc
 :compile_with_clang
-"%compiler%" %options% -I "%beside%" -o "%output%" -xc "%source%" -xnone %runtime% %LDFLAGS%
+"%compiler%" %options%%hidden% -I "%beside%" -o "%output%" -xc "%source%" -xnone %runtime% %LDFLAGS%
 exit /b %errorlevel%
 
 rem cl leaves its object files somewhere; a backslash in front of a closing quote must be doubled.
@@ -283,7 +321,7 @@ rem cl leaves its object files somewhere; a backslash in front of a closing quot
 set "objects=%TEMP%\tessaly-%RANDOM%-%RANDOM%"
 mkdir "%objects%"
 if defined LDFLAGS set LDFLAGS=/link %LDFLAGS%
-"%compiler%" %options% /I "%beside%" /Fe"%output%" /Fo"%objects%\\" /Tc"%source%" %runtime% %LDFLAGS%
+"%compiler%" %options%%hidden% /I "%beside%" /Fe"%output%" /Fo"%objects%\\" /Tc"%source%" %runtime% %LDFLAGS%
 set "result=%errorlevel%"
 rmdir /s /q "%objects%"
 exit /b %result%

@@ -260,14 +260,14 @@ build_with_log() {
     status=$?
 }
 
-# Sets $hidden to options that leave out those of the kit's own calls whose names the block has itself. The compiler points
-# at their lines then. Fails when there is none.
+# Sets $hidden to options that leave out those of the kit's own calls whose names the block has itself: the compiler
+# points at them. Fails when there is none.
 hide_names() {
-    hidden=$(LC_ALL=C awk '
-        NR == FNR { if (/^#ifndef [A-Z][a-z]/) name[FNR + 1] = $2; next }
-        match($0, /vexlib\.h:[0-9]+:/) { pointed[substr($0, RSTART + 9, RLENGTH - 10)] }
-        END { for (line in pointed) if (line in name) printf " -D%s=%s", name[line], name[line] }
-    ' "$kit/include/vexlib.h" "$log")
+    while read -r directive name; do
+        case "$directive $name" in
+        '#ifndef '[A-Z][a-z]*) ! grep -q "^$name in vexlib\.h:" "$log" || hidden="$hidden -D$name=$name" ;;
+        esac
+    done <"$kit/include/vexlib.h"
     [ -n "$hidden" ]
 }
 

@@ -26,7 +26,7 @@ typedef unsigned int uint;
 #endif
 
 /* A call that is the kit's own, and not a target's. There is no such name in the runtime: a block may have it itself.
- * Where the compiler says that a block has, the batch file defines the name as itself, and the kit's is not there. */
+ * The compiler then points at a file of the name that #line gives, and the batch file leaves the kit's call out. */
 #define VEX_OWN static __inline
 
 /* A number of 64 bits. */
@@ -97,6 +97,7 @@ void kit_fail(const char* format, va_list arguments);
 
 /* Returns the milliseconds since the origin of time, as OnStart gets them. Time stands still in a handler. */
 #ifndef Now
+#line 1 "Now in vexlib.h"
 VEX_OWN long Now(void) {
     return kit_now();
 }
@@ -104,6 +105,7 @@ VEX_OWN long Now(void) {
 
 /* The same in microseconds; %lld prints it. */
 #ifndef NowMicroseconds
+#line 1 "NowMicroseconds in vexlib.h"
 VEX_OWN VexInt64 NowMicroseconds(void) {
     return kit_now_microseconds();
 }
@@ -112,6 +114,7 @@ VEX_OWN VexInt64 NowMicroseconds(void) {
 /* The test has failed. Counts that, and prints the text, formatted as Print does it, with the place in
  * the script and the time on the standard error stream. The block goes on; the program's exit status will be 3. */
 #ifndef Fail
+#line 1 "Fail in vexlib.h"
 VEX_PRINTF VEX_OWN void Fail(const char* format, ...) {
     va_list arguments;
     va_start(arguments, format);

@@ -149,6 +149,13 @@ bool kit_clock_wait(int64_t span, bool (*is_enough)(const void* context), const 
     return false;
 }
 
+int64_t kit_clock_left(int64_t stamp) {
+    if (timer_count == 0)
+        return -1;
+    int64_t left = origin + timers[0].due - stamp;
+    return left > 0 ? left : 0;
+}
+
 int64_t kit_clock_stamp(void) {
     return origin + now;
 }

@@ -18,6 +18,9 @@ void kit_clock_advance(int64_t stamp);
  * after each timer. Returns whether it did. */
 bool kit_clock_wait(int64_t span, bool (*is_enough)(const void* context), const void* context);
 
+/* Microseconds from a stamp to the next timer: 0 when it is due by then, -1 when none is running. */
+int64_t kit_clock_left(int64_t stamp);
+
 /* Now, in microseconds, on the scale of the stamps; 0 before there was one. */
 int64_t kit_clock_stamp(void);
 

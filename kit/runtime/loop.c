@@ -3,6 +3,7 @@
 #include "channel.h"
 #include "clock.h"
 #include "host.h"
+#include "live.h"
 #include "script.h"
 #include "sent.h"
 #include "tornem.h"
@@ -19,9 +20,15 @@ static const char* program = "program";
 static const char* script_name = "<stdin>";
 static FILE* script;
 static bool is_strict;
+static bool is_paced;
+static bool is_live;
+static const char* serial;
 
 static void write_usage(FILE* file) {
-    fprintf(file, "usage: %s [--realtime] [--strict] [--channel NAME=NUMBER]... [SCRIPT]\n", program);
+    fprintf(file,
+            "usage: %s [--realtime] [--strict] [--channel NAME=NUMBER]... [SCRIPT]\n"
+            "       %s --live [--channel NUMBER=INTERFACE]... [--serial DEVICE]\n",
+            program, program);
 }
 
 static void write_help(void) {
@@ -32,6 +39,8 @@ static void write_help(void) {
          "  --realtime             wait until the time of each event and timer has come\n"
          "  --strict               end at the first line that is wrong\n"
          "  --channel NAME=NUMBER  the channel of an interface whose name does not end in its number\n"
+         "  --live                 run against real interfaces, keys and time instead, until Ctrl+C (Linux)\n"
+         "  --serial DEVICE        the serial port; its speed stays as it is\n"
          "  --help                 show this text\n"
          "\n"
          "Events, one on each line; (SECONDS.FRACTION) in front sets the time:\n"
@@ -45,7 +54,7 @@ static void write_help(void) {
          "  expect print \"TEXT\" [within SECONDS]      a text\n"
          "  expect verdict pass | fail                nothing failed, or something did\n"
          "\n"
-         "Exit status: 0 done, 1 the script cannot be read or the output not written, 3 something\n"
+         "Exit status: 0 done, 1 a script or device cannot be read or written, 3 something\n"
          "failed (Fail, or an expectation), 64 wrong option, 65 wrong line with --strict.");
 }
 
@@ -73,8 +82,15 @@ static int take_option(int at, int argc, char* argv[]) {
     }
     if (strcmp(option, "--realtime") == 0) {
         kit_clock_pace();
+        is_paced = true;
     } else if (strcmp(option, "--strict") == 0) {
         is_strict = true;
+    } else if (strcmp(option, "--live") == 0) {
+        if (!kit_live_is_there())
+            refuse(option, "there is no live mode on this system yet");
+        is_live = true;
+    } else if (strcmp(option, "--serial") == 0 && at + 1 < argc) {
+        serial = argv[++at];
     } else if (strcmp(option, "--channel") == 0 && at + 1 < argc) {
         const char* wrong = kit_channel_name(argv[++at]);
         if (wrong != NULL)
@@ -114,7 +130,10 @@ void initialize(int argc, char* argv[]) {
         else
             refuse_usage();
     }
-    open_script(name);
+    if (is_live ? name != NULL || is_paced || is_strict : serial != NULL)
+        refuse_usage();
+    if (!is_live)
+        open_script(name);
 }
 
 static void deliver(KitEvent* event) {
@@ -219,6 +238,8 @@ static bool read_line(Line* line) {
 void EventLoop(void) {
     Line line = {NULL, 0, 0};
     unsigned long number = 0;
+    if (is_live)
+        exit(kit_live_run(serial));
     while (read_line(&line)) {
         run_line(line.text, line.length, ++number);
         if (fflush(stdout) != 0 || ferror(stdout))

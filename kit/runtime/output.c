@@ -4,6 +4,7 @@
 
 #include "clock.h"
 #include "frame.h"
+#include "live.h"
 #include "sent.h"
 #include "text.h"
 #include "vexlib.h"
@@ -35,6 +36,7 @@ int SendFrame(const DataFrame* frame, int channel) {
     length += kit_frame_text(frame, line + length);
     line[length++] = '\n';
     kit_sent_note_frame(channel, frame);
+    kit_live_send(frame, channel);
     write_out(line, length);
     return VEX_OK;
 }
@@ -57,6 +59,7 @@ int SerialWrite(const void* data, long datacount) {
         *end++ = digits[((const uchar*)data)[i] & 15];
     }
     *end++ = '\n';
+    kit_live_write(data, (size_t)datacount);
     write_out(line, (size_t)(end - line));
     return VEX_OK;
 }

@@ -37,6 +37,27 @@ MISTAKES = {
     "a function that is not declared": ("", "Missing();", "implicit-function-declaration"),
 }
 
+# Names of the kit's own calls that a block has itself: what is global, what is in OnStart, what it prints, its status.
+OWN_NAMES = {
+    "functions of other types": (
+        "double Now(int a, int b)\r\n{\r\nreturn a + b;\r\n}\r\nstatic int Fail(void)\r\n{\r\nreturn 4;\r\n}\r\n",
+        'Print("%.1f %d\\n", Now(1, 2), Fail());', "3.0 4\n", 0),
+    "functions of the same types": (
+        "long Now(void)\r\n{\r\nreturn 7;\r\n}\r\n"
+        "void Fail(const char *format, ...)\r\n{\r\nPrint(format, 8);\r\n}\r\n",
+        'Print("%ld ", Now()); Fail("%d\\n");', "7 8\n", 0),
+    "global variables": ("int Now = 5;\r\nconst char *Fail[] = {\"six\"};\r\n",
+                         'Print("%d %s\\n", Now, Fail[0]);', "5 six\n", 0),
+    "a type and a constant": ("typedef char Fail[9];\r\nenum { Now = 3 };\r\n",
+                              'Print("%d %d\\n", (int)sizeof(Fail), Now);', "9 3\n", 0),
+    "a pointer to a function": ("int Next(void)\r\n{\r\nreturn 6;\r\n}\r\nint (*Now)(void) = Next;\r\n",
+                                'Print("%d\\n", Now());', "6\n", 0),
+    "macros": ("#define Now 2\r\n#define Fail(x) (x + 1)\r\n", 'Print("%d %d\\n", Now, Fail(2));', "2 3\n", 0),
+    "local variables": ("", 'long Now = 1; int Fail = 2; Print("%ld %d\\n", Now, Fail);', "1 2\n", 0),
+    "one of them": ("int Now = 5;\r\n", 'Print("%d\\n", Now); Fail("%d", (int)NowMicroseconds());', "5\n", 3),
+    "none": ("", 'Print("%ld %d\\n", Now(), (int)NowMicroseconds()); Fail("%d", 1);', "0 0\n", 3),
+}
+
 # What a compiler may print.
 PRINTED = {
     "nothing at all": b"",

@@ -7,12 +7,12 @@ import signal
 
 import pytest
 
-from c_files import MISTAKES, PRINTED, generated
+from c_files import MISTAKES, OWN_NAMES, PRINTED, generated
 from harness import KEY, run, settings_text, write_settings
 from kit_harness import COMPILE, ECHO, compile_with, compilers, play
 
 HEAD = f"[{KEY}]\n"
-TOOLS = ["sh", "awk", "cat", "dirname", "env", "mkdir", "od", "readlink", "rm"]
+TOOLS = ["sh", "awk", "cat", "dirname", "env", "grep", "mkdir", "od", "readlink", "rm"]
 
 
 @pytest.fixture
@@ -279,31 +279,10 @@ def test_the_compiler_warns_of(block, compiler, mistake):
 
 # Names that the kit has and a block may have, too
 
-OWN = {
-    "functions of other types": (
-        "double Now(int a, int b)\r\n{\r\nreturn a + b;\r\n}\r\nstatic int Fail(void)\r\n{\r\nreturn 4;\r\n}\r\n",
-        'Print("%.1f %d\\n", Now(1, 2), Fail());', "3.0 4\n", 0),
-    "functions of the same types": (
-        "long Now(void)\r\n{\r\nreturn 7;\r\n}\r\n"
-        "void Fail(const char *format, ...)\r\n{\r\nPrint(format, 8);\r\n}\r\n",
-        'Print("%ld ", Now()); Fail("%d\\n");', "7 8\n", 0),
-    "global variables": ("int Now = 5;\r\nconst char *Fail[] = {\"six\"};\r\n",
-                         'Print("%d %s\\n", Now, Fail[0]);', "5 six\n", 0),
-    "a type and a constant": ("typedef char Fail[9];\r\nenum { Now = 3 };\r\n",
-                              'Print("%d %d\\n", (int)sizeof(Fail), Now);', "9 3\n", 0),
-    "a pointer to a function": ("int Next(void)\r\n{\r\nreturn 6;\r\n}\r\nint (*Now)(void) = Next;\r\n",
-                                'Print("%d\\n", Now());', "6\n", 0),
-    "macros": ("#define Now 2\r\n#define Fail(x) (x + 1)\r\n", 'Print("%d %d\\n", Now, Fail(2));', "2 3\n", 0),
-    "local variables": ("", 'long Now = 1; int Fail = 2; Print("%ld %d\\n", Now, Fail);', "1 2\n", 0),
-    "one of them": ("int Now = 5;\r\n", 'Print("%d\\n", Now); Fail("%d", (int)NowMicroseconds());', "5\n", 3),
-    "none": ("", 'Print("%ld %d\\n", Now(), (int)NowMicroseconds()); Fail("%d", 1);', "0 0\n", 3),
-}
-
-
-@pytest.mark.parametrize("own", OWN)
+@pytest.mark.parametrize("own", OWN_NAMES)
 @pytest.mark.parametrize("compiler", compilers())
 def test_a_block_may_have_names_of_the_kits_own_calls(block, compiler, own):
-    global_text, statements, output, status = OWN[own]
+    global_text, statements, output, status = OWN_NAMES[own]
     (block / "block.c").write_bytes(generated({"OnStart": statements}, global_text))
     for environment in [{"CC": compiler}, {"CC": compiler, "LC_ALL": "C.UTF-8", "LANGUAGE": "de"}]:
         result = compile_with(block / "settings.reg", block / "a.out", env=environment)

@@ -263,7 +263,8 @@ def test_command_line(echo, tmp_path):
         result = run(echo, *arguments, text=True)
         return result.returncode, result.stdout, result.stderr
 
-    usage = f"usage: {echo} [--realtime] [--strict] [--channel NAME=NUMBER]... [SCRIPT]\n"
+    usage = (f"usage: {echo} [--realtime] [--strict] [--channel NAME=NUMBER]... [SCRIPT]\n"
+             f"       {echo} --live [--channel NUMBER=INTERFACE]... [--serial DEVICE]\n")
     assert answer("--help")[::2] == (0, "")
     assert answer("--help")[1].startswith(usage)
     for arguments in (["--nonsense"], ["-r"], ["a", "b"]):

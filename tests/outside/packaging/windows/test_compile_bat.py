@@ -7,7 +7,7 @@ import subprocess
 import time
 
 import pytest
-from c_files import MISTAKES, PRINTED, generated
+from c_files import MISTAKES, OWN_NAMES, PRINTED, generated
 from harness import (BITS, EXAMPLES, KEY, ROOT, drive_c, environment, example_file, plays_as_expected, reg,
                      windows_path, wine, wine_command, write_settings)
 
@@ -269,6 +269,58 @@ def test_the_bare_name_of_the_c_file_is_no_message(folder, printing, printed, lo
                               PRINTED=windows_path(folder / "printed"))
     assert (status, text.encode()) == (0, log.replace(b"\r\n", b"\n"))
     assert (folder / "program.c.log").read_bytes() == log
+
+
+# Names that the kit has and a block may have, too
+
+@pytest.mark.parametrize("own", OWN_NAMES)
+def test_a_block_may_have_names_of_the_kits_own_calls(folder, own):
+    global_text, statements, output, status = OWN_NAMES[own]
+    (folder / "program.c").write_bytes(generated({"OnStart": statements}, global_text))
+    assert compile_to(windows_path(folder / "block.out")) == (0, "")
+    result = wine(windows_path(folder / "block.out"), input=b"start\n")
+    assert (result.returncode, result.stdout.decode()) == (status, output)
+
+
+def test_what_is_wrong_beside_a_name_of_its_own_is_said_alone(folder):
+    (folder / "program.c").write_bytes(generated({"OnStart": "nonsense;"}, "int Now = 5;\r\n"))
+    status, text = compile_to(windows_path(folder / "block.out"))
+    assert (status, "nonsense" in text, "Now" in text) == (1, True, False)
+
+
+def test_a_wrong_call_of_the_kits_own_is_said_as_such(folder):
+    (folder / "program.c").write_bytes(generated({"OnStart": "Now(1);"}))
+    status, text = compile_to(windows_path(folder / "block.out"))
+    assert (status, "too many arguments" in text, "implicit" in text) == (1, True, False)
+
+
+# Expectations and the verdict
+
+def test_what_a_script_expects_is_looked_at_and_strict_ends_at_a_wrong_line(folder):
+    assert compile_to(windows_path(folder / "block.out")) == (0, "")
+    script = b"(1.0) can_body 210#AA\r\nexpect none can1 for 1\r\nbad\r\n"
+    result = wine(windows_path(folder / "block.out"), "--channel", "can_body=0", input=script)
+    lines = result.stderr.decode().splitlines()
+    assert (result.returncode, lines[0]) == (3, "<stdin>:2: failed: expect none can1 for 1")
+    assert lines[1:3] == ["    expected: nothing on can1 by (0000000002.000000)",
+                          "    got: (0000000001.000000) can1 210#AA"]
+    assert wine(windows_path(folder / "block.out"), "--strict", input=script.replace(b"_body", b"0")).returncode == 65
+
+
+def test_live_is_refused(folder):
+    assert compile_to(windows_path(folder / "block.out")) == (0, "")
+    result = wine(windows_path(folder / "block.out"), "--live")
+    assert (result.returncode, result.stdout) == (64, b"")
+    assert result.stderr.decode().endswith(": --live: there is no live mode on this system yet\n")
+
+
+def test_what_was_printed_before_a_crash_is_there(folder):
+    crash = 'Print("x"); printf("y"); *(volatile int *)NULL = 1;'
+    (folder / "program.c").write_bytes(generated({"OnKey": crash}))
+    assert compile_to(windows_path(folder / "block.out"), CFLAGS="-Wno-null-dereference")[0] == 0
+    result = wine(windows_path(folder / "block.out"), input=b"key a\n")
+    assert result.returncode != 0
+    assert result.stdout.startswith(b"xy")
 
 
 # The runtime that is kept
