@@ -1,4 +1,5 @@
 // The keys of the window, those of the pane, and the tool bar.
+#include "platform/text/Utf16.h"
 #include "ui/Command.h"
 #include "ui/Editing.h"
 #include "ui/VornMainFrm.h"
@@ -69,6 +70,14 @@ void VornMainFrm::ZoomBySteps(int steps) {
     constexpr int step = 10; // percent
     mTypingHelp.Close();
     mFuncBody.SetZoom(mFuncBody.Zoom() + steps * step);
+}
+
+std::string VornMainFrm::TipOfLost(std::u16string_view character) const {
+    std::string bytes;
+    std::string saved(OwnWords(OwnText::LostBySave, mLanguage));
+    mDesktop.AnsiCodePage().AppendEncoded(ToUtf8(character), bytes);
+    mDesktop.AnsiCodePage().AppendDecoded(bytes, saved);
+    return saved;
 }
 
 bool VornMainFrm::FuncBody_KeyDown(const PaneKey& key) {

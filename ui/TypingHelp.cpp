@@ -16,6 +16,22 @@ constexpr std::size_t MostNamesShown = 200; // whoever wants another one types o
 constexpr std::size_t RowsInPage = 8;
 constexpr char16_t Deleted = u'\b';
 
+// The character that a save would lose on either side of `column`; "" without one.
+std::u16string_view LostBeside(std::u16string_view line, std::size_t column, const std::vector<Spot>& spots) {
+    for (const std::size_t at : {column, column - 1}) {
+        const auto spot = std::find_if(spots.begin(), spots.end(), [at](const Spot& each) {
+            return each.kind == Spot::Kind::Lost && each.begin <= at && at < each.end;
+        });
+        if (spot != spots.end()) {
+            const std::size_t begin = at > 0 && IsLowSurrogate(line[at]) && IsHighSurrogate(line[at - 1]) ? at - 1 : at;
+            const bool isPair =
+                IsHighSurrogate(line[begin]) && begin + 1 < spot->end && IsLowSurrogate(line[begin + 1]);
+            return line.substr(begin, isPair ? 2 : 1);
+        }
+    }
+    return {};
+}
+
 bool IsMoving(int keyCode) {
     return keyCode >= KeyPageUp && keyCode <= KeyDown;
 }
@@ -117,14 +133,18 @@ void TypingHelp::Close() {
     mCompletion.reset();
 }
 
-// The declaration of the name there. What is known cannot be asked for anew while it is shown.
+// What is lost there, or else the declaration of the name. What is known cannot be asked for anew while it is shown.
 std::string TypingHelp::TipAt(Place place) {
     if (!mPane.FuncBodyAvailable() || mSuggestions.IsListShown() || mSuggestions.IsHintShown() ||
         place.line >= mPane.Count()) {
         return "";
     }
     const std::u16string line = mPane.Line(place.line);
-    const Word word = WordBeside(line, std::min(place.column, line.size()));
+    const std::size_t column = std::min(place.column, line.size());
+    if (const auto lost = LostBeside(line, column, mPane.SpotsOf(place.line)); !lost.empty()) {
+        return onLost(lost);
+    }
+    const Word word = WordBeside(line, column);
     if (word.Length() == 0) {
         return "";
     }

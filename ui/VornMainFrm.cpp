@@ -272,6 +272,7 @@ void VornMainFrm::Listen() {
     mFinding.onEverywhere = [this](const std::string& wanted, FindOptions options) {
         return ListEverywhere(wanted, options);
     };
+    mTypingHelp.onLost = [this](std::u16string_view character) { return TipOfLost(character); };
     mCodeTree.onNodeClick = command(&VornMainFrm::CodeTree_NodeClick);
     mFuncBody.onGotFocus = [this] { FuncBody_GotFocus(); };
     mFuncBody.onLostFocus = [this] { FuncBody_LostFocus(); };

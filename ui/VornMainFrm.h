@@ -185,6 +185,7 @@ private:
     PopupRow MenuRow(OwnText text, const std::string& keys, bool isEnabled = true) const;
     void EditByMenu(const std::function<void()>& edit);
 
+    std::string TipOfLost(std::u16string_view character) const;
     bool ZoomOnKey(int keyCode, int shift);
     void ZoomBySteps(int steps);
     bool StepOnKey(int keyCode, int shift);

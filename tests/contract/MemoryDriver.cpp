@@ -1,6 +1,9 @@
 // The user of a desktop in memory.
 #include "tests/contract/MemoryDriver.h"
 
+#include "platform/text/ControlPictures.h"
+#include "platform/text/Utf16.h"
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -116,6 +119,14 @@ bool MemoryDriver::IsCovered(Control& control) const {
     const float top = client.top + shown.top;
     return mDesktop.messages.IsVisible() && over.left < left + shown.width && left < over.left + over.width &&
            over.top < top + shown.height && top < over.top + over.height;
+}
+
+std::string MemoryDriver::PaneShown() const {
+    std::u16string units = ToUtf16(mDesktop.pane.Shown());
+    for (char16_t& unit : units) {
+        unit = HasControlPicture(unit) ? ControlPicture(unit) : unit;
+    }
+    return ToUtf8(units);
 }
 
 void MemoryDriver::UseMenu(std::optional<std::size_t> row) {

@@ -70,7 +70,7 @@ public:
     void Backspace() override { mDesktop.pane.Backspace(); }
     void Paste(std::string_view text) override { mDesktop.pane.Paste(text); }
     void Undo() override { mDesktop.window.PressKey('Z', 2); }
-    std::string PaneShown() const override { return mDesktop.pane.Shown(); }
+    std::string PaneShown() const override;
     std::vector<std::string> MarginShown() override { return mDesktop.pane.MarginShown(); }
     std::vector<std::string> Underlined() override { return mDesktop.pane.Underlined(); }
     void ClickMargin() override { mDesktop.pane.Click(); }

@@ -83,6 +83,28 @@ TEST_P(DesktopContract, WhatASaveWouldLoseIsSetApart) {
     EXPECT_NE(user->ColourBehind(7), user->ColourBehind(9)) << "as soon as it is pasted";
 }
 
+TEST_P(DesktopContract, ControlCharactersAreShownByTheirPictures) {
+    const std::string text("a\x01\x0C\x1B\x7F\t\0z", 8);
+    Edit(text, 0);
+    EXPECT_EQ(user->PaneShown(), "a\xE2\x90\x81\xE2\x90\x8C\xE2\x90\x9B\xE2\x90\xA1\t\xE2\x90\x80z");
+    EXPECT_EQ(Pane().Text(), text);
+    EXPECT_EQ(Pane().Line(0), std::u16string(text.begin(), text.end()));
+    user->Type("x");
+    EXPECT_EQ(Pane().Text(), "x" + text);
+}
+
+TEST_P(DesktopContract, APastedControlCharacterIsShownByItsPictureAtOnce) {
+    Edit("old", 1);
+    Record();
+    user->Paste("\x02\r\n\x07n");
+    EXPECT_EQ(user->PaneShown(), "o\xE2\x90\x82\n\xE2\x90\x87nld");
+    EXPECT_EQ(Pane().Text(), "o\x02\r\n\x07nld");
+    EXPECT_EQ(Pane().Selected(), (Selection{{1, 2}, {1, 2}}));
+    EXPECT_EQ(events, Strings{"change"});
+    user->Undo();
+    EXPECT_EQ(Pane().Text(), "old");
+}
+
 TEST_P(DesktopContract, MatchesAreSetApartUntilTheTextChanges) {
     Edit("one two\ntwo", 0);
     const std::uint32_t line = user->ColourBehind(0);

@@ -133,6 +133,17 @@ TEST_P(ProgramScenario, WhatIsShownBesideTheCaretGoesWithIt) {
     EXPECT_EQ(user->NamesSuggested(), Strings{});
 }
 
+TEST_P(ProgramScenario, ATipTellsWhatASaveMakesOfACharacter) {
+    BeginBesideOthers();
+    user->Paste("Calculate \xE4\xB8\xAD\xF0\x9F\x98\x80");
+    for (const std::size_t column : {10, 11}) {
+        EXPECT_EQ(user->TipShown({2, column}), "The file cannot hold this character. It is saved as: ?") << column;
+    }
+    EXPECT_EQ(user->TipShown({2, 4}), "long Calculate(int value)");
+    Choose("mnuGerman");
+    EXPECT_EQ(user->TipShown({2, 10}), "Die Datei kann dieses Zeichen nicht aufnehmen. Gespeichert wird: ?");
+}
+
 TEST_P(ProgramScenario, NothingIsOfferedInCommentsAndLiterals) {
     BeginBesideOthers();
     user->Type("\"Calc\" // Calc");

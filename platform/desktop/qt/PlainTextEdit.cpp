@@ -1,10 +1,11 @@
-// In the document the three characters that Qt would make a paragraph of stand as lone surrogates, which no valid text
-// has: so every text comes back as it was.
+// In the document some characters stand as others, so that every text comes back as it was: those that Qt would make a
+// paragraph of as lone surrogates, which no valid text has; control characters as their pictures; these as surrogates.
 #include "platform/desktop/Tint.h"
 #include "platform/desktop/qt/Keys.h"
 #include "platform/desktop/qt/Pictures.h"
 #include "platform/desktop/qt/PopupMenu.h"
 #include "platform/desktop/qt/RichTextBox.h"
+#include "platform/text/ControlPictures.h"
 
 #include <QContextMenuEvent>
 #include <QCoreApplication>
@@ -31,6 +32,29 @@ struct StandIn {
 };
 
 constexpr std::array<StandIn, 3> StandIns = {{{0x2029, 0xDFFD}, {0xFDD0, 0xDFFE}, {0xFDD1, 0xDFFF}}};
+constexpr char16_t FirstPictureStandIn = 0xDF00;
+
+char16_t InDocument(char16_t unit) {
+    if (HasControlPicture(unit)) {
+        return ControlPicture(unit);
+    }
+    if (unit >= FirstControlPicture && unit <= LastControlPicture) {
+        return static_cast<char16_t>(FirstPictureStandIn + unit - FirstControlPicture);
+    }
+    const auto standIn =
+        std::find_if(StandIns.begin(), StandIns.end(), [unit](const StandIn& each) { return each.character == unit; });
+    return standIn != StandIns.end() ? standIn->surrogate : unit;
+}
+
+// Of a unit that is no half of a pair.
+char16_t OutOfDocument(char16_t unit) {
+    if (unit >= FirstPictureStandIn && unit <= FirstPictureStandIn + LastControlPicture - FirstControlPicture) {
+        return static_cast<char16_t>(FirstControlPicture + unit - FirstPictureStandIn);
+    }
+    const auto standIn =
+        std::find_if(StandIns.begin(), StandIns.end(), [unit](const StandIn& each) { return each.surrogate == unit; });
+    return standIn != StandIns.end() ? standIn->character : WithoutControlPicture(unit);
+}
 
 // Text from another program: its line breaks of every kind become LFs, and what is no character is replaced.
 QString FromClipboard(const QString& text) {
@@ -45,8 +69,10 @@ QString FromClipboard(const QString& text) {
 } // namespace
 
 QString ToDocument(QString text) {
-    for (const StandIn& standIn : StandIns) {
-        text.replace(QChar(standIn.character), QChar(standIn.surrogate));
+    for (QChar& unit : text) {
+        if (unit < u' ' || unit >= u'\x7F') { // nearly none
+            unit = QChar(InDocument(unit.unicode()));
+        }
     }
     return text;
 }
@@ -55,12 +81,10 @@ QString ToDocument(QString text) {
 QString FromDocument(QString text) {
     bool isBehindHigh = false;
     for (QChar& unit : text) {
-        const auto standIn = std::find_if(StandIns.begin(), StandIns.end(),
-                                          [unit](const StandIn& each) { return each.surrogate == unit.unicode(); });
         if (unit == QChar(QChar::ParagraphSeparator)) {
             unit = LineFeed;
-        } else if (standIn != StandIns.end() && !isBehindHigh) {
-            unit = QChar(standIn->character);
+        } else if (unit >= u'\x7F' && !isBehindHigh) {
+            unit = QChar(OutOfDocument(unit.unicode()));
         }
         isBehindHigh = unit.isHighSurrogate();
     }

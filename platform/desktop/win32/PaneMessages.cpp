@@ -3,11 +3,40 @@
 #include "platform/desktop/win32/RichTextBox.h"
 #include "platform/desktop/win32/Spoken.h"
 #include "platform/desktop/win32/Window.h"
+#include "platform/system/win32/Text.h"
+#include "platform/text/ControlPictures.h"
+#include "platform/text/Utf16.h"
 
+#include <algorithm>
 #include <exception>
 #include <utility>
 
 namespace tessaly::win32 {
+
+namespace {
+
+// With LF as its only break; "" where there is no text.
+std::u16string ClipboardText(HWND window) {
+    std::wstring text;
+    if (OpenClipboard(window) != 0) {
+        HANDLE memory = GetClipboardData(CF_UNICODETEXT);
+        if (const auto* const units = memory != nullptr ? static_cast<const wchar_t*>(GlobalLock(memory)) : nullptr) {
+            text = units;
+            GlobalUnlock(memory);
+        }
+        CloseClipboard();
+    }
+    return ToUtf16(BreakList().Set(ToUtf8(text)));
+}
+
+// Of `text` that is put in at `begin`.
+tessaly::Place EndOf(std::u16string_view text, tessaly::Place begin) {
+    const auto breaks = static_cast<std::size_t>(std::count(text.begin(), text.end(), u'\n'));
+    const std::size_t column = breaks == 0 ? begin.column : 0;
+    return {begin.line + breaks, column + text.size() - (text.rfind(u'\n') + 1)};
+}
+
+} // namespace
 
 LRESULT RichTextBox::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
@@ -145,9 +174,19 @@ LRESULT RichTextBox::Key(UINT message, WPARAM wParam, LPARAM lParam) {
     return DefaultOfEdit(message, wParam, lParam, EditPlace::AtSelection);
 }
 
-// Plain text, whatever else the clipboard holds.
+// Plain text, whatever else the clipboard holds. The control would show no pictures of control characters.
 LRESULT RichTextBox::PasteText() {
-    return mFuncBodyAvailable ? DefaultOfEdit(EM_PASTESPECIAL, CF_UNICODETEXT, 0, EditPlace::AtSelection) : 0;
+    if (!mFuncBodyAvailable) {
+        return 0;
+    }
+    const std::u16string text = ClipboardText(Handle());
+    if (std::none_of(text.begin(), text.end(), HasControlPicture)) {
+        return DefaultOfEdit(EM_PASTESPECIAL, CF_UNICODETEXT, 0, EditPlace::AtSelection);
+    }
+    const Selection selected = Selected();
+    const tessaly::Place end = EndOf(text, selected.Begin());
+    Do({{{selected.Begin(), selected.End(), text}}, {end, end}});
+    return 0;
 }
 
 LRESULT RichTextBox::DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam, EditPlace place) {

@@ -1,27 +1,17 @@
-// Control characters that mean something to the control are shown by the pictures that Unicode has for them.
 #include "platform/desktop/win32/PlainText.h"
 
 #include "platform/system/win32/Text.h"
+#include "platform/text/ControlPictures.h"
 
 namespace tessaly::win32 {
-
-namespace {
-
-constexpr wchar_t FirstPicture = 0x2400;
-
-bool IsShownByPicture(int character) {
-    return character == 0x00 || character == 0x07 || character == 0x0B || character == 0x0C;
-}
-
-} // namespace
 
 bool ShowControlCharacters(std::wstring& text) {
     bool hasPictures = false;
     for (wchar_t& character : text) {
         if (character == L'\n') {
             character = L'\r';
-        } else if (IsShownByPicture(character)) {
-            character = static_cast<wchar_t>(FirstPicture + character);
+        } else if (HasControlPicture(character)) {
+            character = ControlPicture(character);
             hasPictures = true;
         }
     }
@@ -33,8 +23,8 @@ std::u16string ToUnits(std::wstring_view text, bool hasPictures) {
     for (char16_t& character : units) {
         if (character == u'\r') {
             character = u'\n';
-        } else if (hasPictures && IsShownByPicture(character - FirstPicture)) {
-            character = static_cast<char16_t>(character - FirstPicture);
+        } else if (hasPictures) {
+            character = WithoutControlPicture(character);
         }
     }
     return units;

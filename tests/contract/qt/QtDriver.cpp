@@ -347,7 +347,7 @@ void QtDriver::Undo() {
 }
 
 std::string QtDriver::PaneShown() const {
-    return qt::FromQt(mDesktop->pane.Widget().ExactText());
+    return qt::FromQt(mDesktop->pane.Widget().document()->toRawText().replace(u'\x2029', u'\n'));
 }
 
 QRect QtDriver::MarginPlace() const {

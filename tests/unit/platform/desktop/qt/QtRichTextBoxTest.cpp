@@ -64,8 +64,8 @@ TEST_F(QtRichTextBoxTest, EveryCharacterComesBack) {
 }
 
 TEST_F(QtRichTextBoxTest, CharactersThatQtTakesForParagraphsSurviveAnEdit) {
-    const std::string odd =
-        "\xE2\x80\xA8\xE2\x80\xA9\xEF\xB7\x90\xEF\xB7\x91\xEF\xB7\x92\xF0\x9F\x98\x80\xC2\xA0\x0C\x0B\x7F";
+    const std::string odd = "\xE2\x80\xA8\xE2\x80\xA9\xEF\xB7\x90\xEF\xB7\x91\xEF\xB7\x92\xF0\x9F\x98\x80\xC2\xA0\x0C"
+                            "\x0B\x7F\xE2\x90\x80\xE2\x90\xA1";
     Edit("a\n" + odd + "\rb", 0);
     user.Type("x");
     EXPECT_EQ(Pane().Text(), "xa\n" + odd + "\rb");
