@@ -116,13 +116,13 @@ bool RichTextBox::Redo() {
 }
 
 PaneSight RichTextBox::TakeSight() {
-    return {SelectedEnds(), FirstLine(), std::exchange(mHistory, {})};
+    return {SelectedEnds(), Scrolled(), std::exchange(mHistory, {})};
 }
 
 void RichTextBox::GiveSight(PaneSight sight) {
     const std::size_t length = Length();
     SelectEnds({std::min(sight.selected.anchor, length), std::min(sight.selected.caret, length)});
-    ScrollTo(std::min(sight.firstLine, Count() - 1));
+    ScrollTo({std::min(sight.scroll.firstLine, Count() - 1), sight.scroll.across});
     mHistory = std::move(sight.history);
     LookAtCaret();
 }

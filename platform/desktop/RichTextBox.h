@@ -29,10 +29,16 @@ struct PaneKey {
     bool operator==(const PaneKey&) const = default;
 };
 
+// What of a text is seen.
+struct PaneScroll {
+    std::size_t firstLine = 0; // from 0
+    int across = 0;            // how far its left edge is out of sight, in pixels
+};
+
 // What a user had of a text beside the text itself: where the caret was, what was seen, what can be undone.
 struct PaneSight {
     Ends selected;
-    std::size_t firstLine = 0; // that was seen, from 0
+    PaneScroll scroll;
     TextHistory history;
 };
 
@@ -173,9 +179,9 @@ protected:
     virtual Ends SelectedEnds() const = 0;
     virtual void SelectEnds(const Ends& ends) = 0;
 
-    // The first line that is seen, from 0; to be seen first, as far as the text goes on that long below it.
-    virtual std::size_t FirstLine() const = 0;
-    virtual void ScrollTo(std::size_t line) = 0;
+    // What is seen, and to be seen, as far as the text goes on that long below and beside it.
+    virtual PaneScroll Scrolled() const = 0;
+    virtual void ScrollTo(const PaneScroll& scroll) = 0;
 
     // Shows `text`, with LF as its only break, in the place of what is from `start` to before `end`. Raises nothing.
     virtual void ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) = 0;

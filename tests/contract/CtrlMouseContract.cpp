@@ -4,6 +4,12 @@
 namespace tessaly {
 namespace {
 
+// How far a character of the pane is from the beginning of its line, in twips.
+float Across(DesktopDriver& user, std::size_t position) {
+    const std::size_t begin = user.PaneShown().substr(0, position).rfind('\n') + 1;
+    return user.LeftOf(position) - user.LeftOf(begin);
+}
+
 TEST_P(DesktopContract, AClickWithCtrlIsToldWhenTheCaretIsThere) {
     Edit("one two", 0);
     Pane().onCtrlClick = [this] { events.push_back("at " + std::to_string(Pane().Selected().caret.column)); };
@@ -48,21 +54,21 @@ TEST_P(DesktopContract, TheTextAndItsTabStopsAreZoomed) {
     Pane().SetTabStops({0, 1200, 2400});
     Record();
     const float width = Pane().CharacterWidth();
-    const float text = user->Across(10);
-    const float tab = user->Across(12);
+    const float text = Across(*user, 10);
+    const float tab = Across(*user, 12);
     EXPECT_NEAR(tab, 1200, 30);
     Pane().SetZoom(200);
     EXPECT_EQ(Pane().Zoom(), 200);
-    EXPECT_NEAR(user->Across(10), 2 * text, text / 5);
-    EXPECT_NEAR(user->Across(12), 2 * tab, 60);
+    EXPECT_NEAR(Across(*user, 10), 2 * text, text / 5);
+    EXPECT_NEAR(Across(*user, 12), 2 * tab, 60);
     EXPECT_EQ(user->MarginShown(), (Strings{"1", "2"}));
     EXPECT_EQ(Pane().CharacterWidth(), width);
     Pane().SetTabStops({0, 600, 1200});
-    EXPECT_NEAR(user->Across(12), 1200, 60);
+    EXPECT_NEAR(Across(*user, 12), 1200, 60);
     Pane().SetTabStops({0, 1200, 2400});
     Pane().SetZoom(100);
-    EXPECT_EQ(user->Across(10), text);
-    EXPECT_EQ(user->Across(12), tab);
+    EXPECT_EQ(Across(*user, 10), text);
+    EXPECT_EQ(Across(*user, 12), tab);
     EXPECT_EQ(events, Strings{}) << "it is no change of the text";
 }
 
@@ -77,12 +83,12 @@ TEST_P(DesktopContract, ThereIsALeastAndAMostZoom) {
 TEST_P(DesktopContract, AZoomStaysWhenThePaneGetsAnotherText) {
     Edit("0123456789", 0);
     Pane().SetZoom(200);
-    const float zoomed = user->Across(10);
+    const float zoomed = Across(*user, 10);
     Pane().SetText("9876543210");
-    EXPECT_EQ(user->Across(10), zoomed);
+    EXPECT_EQ(Across(*user, 10), zoomed);
     Pane().SetFuncBodyAvailable(false);
     Pane().SetFuncBodyAvailable(true);
-    EXPECT_EQ(user->Across(10), zoomed);
+    EXPECT_EQ(Across(*user, 10), zoomed);
     EXPECT_EQ(user->MarginShown(), Strings{"1"});
 }
 

@@ -202,8 +202,9 @@ public:
     virtual void CtrlClickPane(std::size_t position) = 0;
     virtual void TurnCtrlWheel(int delta) = 0;
 
-    // How far a character of the pane stands from the beginning of its line on the screen, in twips.
-    virtual float Across(std::size_t position) = 0;
+    // Where the left edge of a character of the pane is on the screen, in twips; which point counts from is the same
+    // as long as the window is.
+    virtual float LeftOf(std::size_t position) = 0;
 
     // Beside the caret: each name with "|" and its declaration behind it, and "*" behind the selected one; and the
     // parameters. Nothing where they are not shown.

@@ -215,6 +215,19 @@ TEST_P(DesktopContract, ATextThatComesBackIsSeenAsItWasAndUndoneAsIfItHadStayed)
     EXPECT_EQ(Pane().Text(), left);
 }
 
+TEST_P(DesktopContract, ATextThatComesBackIsAsFarToTheLeftAsItWas) {
+    const std::string text = "short\n" + std::string(2000, 'y') + "\nshort";
+    Edit(text, 0);
+    Pane().MoveCaret(1500);
+    Pane().MoveCaret(1490);
+    const float left = user->LeftOf(1490);
+    PaneSight sight = Pane().TakeSight();
+    Pane().SetText("other");
+    Pane().SetText(text);
+    Pane().GiveSight(std::move(sight));
+    EXPECT_EQ(user->LeftOf(1490), left);
+}
+
 TEST_P(DesktopContract, WhatWasSeenOfALongerTextIsTheEndOfAShortOne) {
     Edit("one\ntwo\nthree", 13);
     PaneSight sight = Pane().TakeSight();

@@ -89,7 +89,7 @@ public:
     std::vector<std::string> MenuSeen() const override { return mMenuSeen; }
     void CtrlClickPane(std::size_t position) override { mDesktop.pane.CtrlClick(position); }
     void TurnCtrlWheel(int delta) override { mDesktop.pane.CtrlWheel(delta); }
-    float Across(std::size_t position) override { return mDesktop.pane.Across(position); }
+    float LeftOf(std::size_t position) override { return mDesktop.pane.LeftOf(position); }
     std::vector<std::string> NamesSuggested() override;
     bool IsSuggestionInView(std::size_t row) override { return row == mDesktop.suggestions.SelectedName(); }
     void ClickSuggestion(std::size_t row) override { mDesktop.suggestions.Click(row); }

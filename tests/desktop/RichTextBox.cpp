@@ -163,7 +163,7 @@ bool RichTextBox::Click() {
     return FuncBodyAvailable();
 }
 
-float RichTextBox::Across(std::size_t position) const {
+float RichTextBox::LeftOf(std::size_t position) const {
     const std::string_view before = std::string_view(mShown).substr(0, position);
     float across = 0;
     for (const char byte : before.substr(before.rfind('\n') + 1)) {
@@ -174,7 +174,7 @@ float RichTextBox::Across(std::size_t position) const {
             across += CharacterWidth();
         }
     }
-    return across * static_cast<float>(Zoom()) / 100;
+    return across * static_cast<float>(Zoom()) / 100 - static_cast<float>(mScroll.across);
 }
 
 bool RichTextBox::CtrlClick(std::size_t position) {

@@ -37,8 +37,8 @@ public:
     // The user turns the wheel with Ctrl held, by parts of a step if it is not a whole number of 120s.
     void CtrlWheel(int delta) { TellCtrlWheel(delta); }
 
-    // How far the byte at `position` stands from the beginning of its line, in twips, as it is zoomed.
-    float Across(std::size_t position) const;
+    // Where the byte at `position` is, in twips from the left edge, as it is zoomed and scrolled.
+    float LeftOf(std::size_t position) const;
 
     // The user works at the keyboard, at the caret or in place of what is selected. False, and nothing happens, when
     // the pane has not the focus or is unavailable. Each character raises onChange; a line break is a press of Enter.
@@ -73,8 +73,8 @@ private:
     std::size_t LineAt(std::size_t position) const override;
     Ends SelectedEnds() const override;
     void SelectEnds(const Ends& ends) override;
-    std::size_t FirstLine() const override { return mFirstLine; }
-    void ScrollTo(std::size_t line) override { mFirstLine = line; }
+    PaneScroll Scrolled() const override { return mScroll; }
+    void ScrollTo(const PaneScroll& scroll) override { mScroll = scroll; }
     void ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) override;
     void ShowTogether(const std::function<void()>& work) override { work(); }
     void ShowSpots(std::size_t /*line*/) override {}
@@ -91,8 +91,8 @@ private:
 
     std::string mShown;
     std::size_t mCaret = 0;
-    std::size_t mAnchor = 0;    // the other end of what is selected
-    std::size_t mFirstLine = 0; // there is no screen: nothing else scrolls
+    std::size_t mAnchor = 0; // the other end of what is selected
+    PaneScroll mScroll;      // there is no screen: nothing else scrolls
     std::string mClipboard;
     std::vector<float> mTabStops;
 };

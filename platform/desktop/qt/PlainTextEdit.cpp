@@ -267,14 +267,25 @@ void PlainTextEdit::keyPressEvent(QKeyEvent* event) {
     QPlainTextEdit::keyPressEvent(event);
 }
 
-// Only what is about to be seen is coloured, so a large text costs no more than a small one.
-void PlainTextEdit::paintEvent(QPaintEvent* event) {
+QTextBlock PlainTextEdit::LastInView() const {
     QTextBlock last = firstVisibleBlock();
     const int lines = viewport()->height() / std::max(fontMetrics().lineSpacing(), 1) + 1;
     for (int line = 0; line < lines && last.next().isValid(); ++line) {
         last = last.next();
     }
-    mColouring.Colour(firstVisibleBlock(), last);
+    return last;
+}
+
+void PlainTextEdit::LayOutView() {
+    const QTextBlock end = LastInView().next();
+    for (QTextBlock block = firstVisibleBlock(); block != end; block = block.next()) {
+        blockBoundingRect(block);
+    }
+}
+
+// Only what is about to be seen is coloured, so a large text costs no more than a small one.
+void PlainTextEdit::paintEvent(QPaintEvent* event) {
+    mColouring.Colour(firstVisibleBlock(), LastInView());
     PaintSpots(event->rect());
     QPlainTextEdit::paintEvent(event);
 }

@@ -125,12 +125,14 @@ void RichTextBox::SelectEnds(const Ends& ends) {
 }
 
 // No line is broken, so each is one step of the scroll bar.
-std::size_t RichTextBox::FirstLine() const {
-    return static_cast<std::size_t>(mEdit.verticalScrollBar()->value());
+PaneScroll RichTextBox::Scrolled() const {
+    return {static_cast<std::size_t>(mEdit.verticalScrollBar()->value()), mEdit.horizontalScrollBar()->value()};
 }
 
-void RichTextBox::ScrollTo(std::size_t line) {
-    mEdit.verticalScrollBar()->setValue(static_cast<int>(line));
+void RichTextBox::ScrollTo(const PaneScroll& scroll) {
+    mEdit.verticalScrollBar()->setValue(static_cast<int>(scroll.firstLine));
+    mEdit.LayOutView();
+    mEdit.horizontalScrollBar()->setValue(scroll.across);
 }
 
 void RichTextBox::ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) {

@@ -40,6 +40,9 @@ public:
     std::function<void()> onCtrlClick;
     std::function<void(int delta)> onCtrlWheel;
 
+    // Lays out what is in view, so that the scroll bar below the text goes as far as that.
+    void LayOutView();
+
     // In percent of the user's font.
     void SetZoom(int percent);
 
@@ -71,6 +74,7 @@ protected:
 
 private:
     void UpdateColours();
+    QTextBlock LastInView() const;
     void LayOutMargin();
     void PaintMargin();
     void PaintSpots(const QRect& place);
@@ -114,8 +118,8 @@ private:
     std::size_t LineAt(std::size_t position) const override;
     Ends SelectedEnds() const override;
     void SelectEnds(const Ends& ends) override;
-    std::size_t FirstLine() const override;
-    void ScrollTo(std::size_t line) override;
+    PaneScroll Scrolled() const override;
+    void ScrollTo(const PaneScroll& scroll) override;
     void ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) override;
     void ShowTogether(const std::function<void()>& work) override;
     void ShowSpots(std::size_t line) override { mEdit.ShowSpots(static_cast<int>(line)); }

@@ -264,9 +264,16 @@ void RichTextBox::SelectEnds(const Ends& ends) {
     }
 }
 
-void RichTextBox::ScrollTo(std::size_t line) {
+PaneScroll RichTextBox::Scrolled() const {
+    POINT scrolled = {};
+    Send(EM_GETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&scrolled));
+    return mFuncBodyAvailable ? PaneScroll{mFormat.FirstInView(), scrolled.x} : PaneScroll();
+}
+
+void RichTextBox::ScrollTo(const PaneScroll& scroll) {
     if (mFuncBodyAvailable) {
-        Send(EM_LINESCROLL, 0, static_cast<LPARAM>(line) - static_cast<LPARAM>(mFormat.FirstInView()));
+        Send(EM_LINESCROLL, 0, static_cast<LPARAM>(scroll.firstLine) - static_cast<LPARAM>(mFormat.FirstInView()));
+        Send(WM_HSCROLL, MAKEWPARAM(SB_THUMBPOSITION, scroll.across));
     }
 }
 

@@ -71,8 +71,8 @@ private:
     }
     Ends SelectedEnds() const override;
     void SelectEnds(const Ends& ends) override;
-    std::size_t FirstLine() const override { return mFuncBodyAvailable ? mFormat.FirstInView() : 0; }
-    void ScrollTo(std::size_t line) override;
+    PaneScroll Scrolled() const override;
+    void ScrollTo(const PaneScroll& scroll) override;
     void ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) override;
     void ShowTogether(const std::function<void()>& work) override;
     void ShowSpots(std::size_t line) override { mSpots.Repaint(line); }

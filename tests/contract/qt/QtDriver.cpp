@@ -265,10 +265,9 @@ QRect QtDriver::CaretAt(std::size_t position) const {
     return pane.cursorRect(cursor);
 }
 
-float QtDriver::Across(std::size_t position) {
+float QtDriver::LeftOf(std::size_t position) {
     Settle();
-    const std::size_t begin = PaneShown().substr(0, position).rfind('\n') + 1;
-    return qt::ToTwips(CaretAt(position).left() - CaretAt(begin).left());
+    return qt::ToTwips(CaretAt(position).left());
 }
 
 void QtDriver::MoveSelectionDown() {

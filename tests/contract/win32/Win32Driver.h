@@ -66,7 +66,7 @@ public:
     std::vector<std::string> MenuSeen() const override { return mMenuSeen; }
     void CtrlClickPane(std::size_t position) override;
     void TurnCtrlWheel(int delta) override;
-    float Across(std::size_t position) override;
+    float LeftOf(std::size_t position) override;
     std::vector<std::string> NamesSuggested() override;
     bool IsSuggestionInView(std::size_t row) override;
     void ClickSuggestion(std::size_t row) override;

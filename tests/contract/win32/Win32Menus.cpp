@@ -101,10 +101,9 @@ void Win32Driver::TurnCtrlWheel(int delta) {
     Settle();
 }
 
-float Win32Driver::Across(std::size_t position) {
+float Win32Driver::LeftOf(std::size_t position) {
     Settle();
-    const std::size_t begin = PaneShown().substr(0, position).rfind('\n') + 1;
-    return win32::ToTwips(PlaceInPane(position).x - PlaceInPane(begin).x, win32::WindowDpi(mFrame));
+    return win32::ToTwips(PlaceInPane(position).x, win32::WindowDpi(mFrame));
 }
 
 void Win32Driver::ChooseMenu(MenuItem& item) {
