@@ -68,7 +68,7 @@ class Tap:
 
     def __init__(self, result):
         self.status, self.text, self.err = result.status, result.out.decode(), result.err
-        lines = self.text.split("\n")
+        lines = self.text.replace("\r\n", "\n").split("\n")
         assert lines[0] == "TAP version 14" and lines.pop() == ""
         self.cases, self.comments = [], []
         block = None

@@ -136,11 +136,11 @@ TEST_F(Win32ProcessTest, StandardErrorHasAPlaceOfItsOwn) {
 }
 
 TEST_F(Win32ProcessTest, WhatARunningProcessHasStartedEndsWithIt) {
-    folder.Write("start.bat", "@" + Child("hold " + InFolder("answer") + " TessalyTestEnds") + "\r\n");
-    std::string answer;
+    SetEnvironmentVariableW(L"TESSALY_CHILD", win32::ToWide(child).c_str());
+    folder.Write("start.bat", "@\"%TESSALY_CHILD%\" hold \"%~dp0answer\" TessalyTestEnds\r\n");
     auto process = std::make_unique<RunningProcess>(InFolder("start.bat"), [](std::string_view) {});
     EXPECT_TRUE(WaitUntil([&] { return process->HasEnded() || folder.Has("answer"); }));
-    answer = Answer();
+    const std::string answer = Answer();
     const win32::Handle held(OpenProcess(SYNCHRONIZE, FALSE, std::stoul(answer.substr(answer.find(' ') + 1))));
     ASSERT_TRUE(held);
     process.reset();
