@@ -55,6 +55,7 @@ Qt::KeyboardModifiers Modifiers(int shift) {
 
 QtDriver::QtDriver(const Launch& launch) : mPath(qgetenv("PATH")) {
     MakeProgram(FilePath("bin/xdg-open"), "\"$@\" >>'" + FilePath("opened") + "'");
+    MakeProgram(FilePath("bin/xdg-mime"), "\"\" >/dev/null"); // knows no browser, whatever this machine has
     MakeProgram(FilePath("a program"), "\"$0\" \"$@\" >>'" + FilePath("started") + "'");
     qputenv("PATH", QByteArray::fromStdString(FilePath("bin")) + ":" + mPath);
     const Environment environment = [this](const std::string& name) { return Variable(name); };
