@@ -2,7 +2,7 @@
 #include "recovery/Copy.h"
 
 #include "document/Members.h"
-#include "platform/system/SequentialFiles.h"
+#include "platform/system/MemoryFile.h"
 #include "platform/text/Ascii.h"
 #include "recovery/Differences.h"
 
@@ -19,44 +19,6 @@ constexpr std::string_view OriginEnding = ".origin";
 
 // No origin that was ever written is longer.
 constexpr std::size_t LongestOrigin = 1'000'000;
-
-// One file in memory, whatever its path.
-class BytesAsFile final : public SequentialFiles {
-public:
-    std::string bytes;
-
-    std::unique_ptr<InputFile> OpenForInput(const std::string&) override { return std::make_unique<Input>(bytes); }
-    std::unique_ptr<OutputFile> OpenForOutput(const std::string&) override {
-        bytes.clear();
-        return std::make_unique<Output>(bytes);
-    }
-    bool FileExists(const std::string&) const override { return true; }
-
-private:
-    class Input final : public InputFile {
-    public:
-        explicit Input(std::string_view rest) : mRest(rest) {}
-        std::size_t Read(char* buffer, std::size_t size) override {
-            const std::size_t count = mRest.copy(buffer, size);
-            mRest.remove_prefix(count);
-            return count;
-        }
-        void Close() override {}
-
-    private:
-        std::string_view mRest;
-    };
-
-    class Output final : public OutputFile {
-    public:
-        explicit Output(std::string& content) : mContent(content) {}
-        void Write(std::string_view piece) override { mContent.append(piece); }
-        void Close() override {}
-
-    private:
-        std::string& mContent;
-    };
-};
 
 std::string PathIn(const std::string& folder, std::string_view stem, std::string_view ending) {
     return (folder + "/").append(stem).append(ending);
@@ -93,14 +55,13 @@ void LayOver(VornSrcObj& document, const std::string& item, std::string_view tex
 } // namespace
 
 void GetSavedBytes(const WindowContent& content, std::string& bytes) {
-    BytesAsFile file;
-    file.bytes = std::move(bytes);
+    MemoryFile file({}, std::move(bytes));
     VornSrcObj copy(content.document, file);
     LayOver(copy, content.item, content.paneText);
     if (copy.SaveFile("") != Status::Done) { // nothing else can be short in memory
         throw std::bad_alloc();
     }
-    bytes = std::move(file.bytes);
+    bytes = file.TakeWritten();
 }
 
 Origin OriginOf(const WindowContent& content) {
@@ -178,15 +139,16 @@ std::unique_ptr<CodePage> CodePageOf(const Origin& origin) {
 }
 
 Status LoadCopy(SequentialFiles& files, const Copy& copy, VornSrcObj& document) {
-    BytesAsFile file;
+    std::string bytes;
     try {
-        file.bytes = ReadWhole(files, copy.path);
+        bytes = ReadWhole(files, copy.path);
     } catch (const std::system_error&) {
         return Status::LoadFailed;
     }
+    MemoryFile file(bytes);
     const std::unique_ptr<CodePage> codePage = CodePageOf(copy.origin);
     VornSrcObj loaded = codePage ? VornSrcObj(file, *codePage) : VornSrcObj(document, file);
-    if (MarkOf(file.bytes) != copy.origin.copy || loaded.LoadFile("") != Status::Done) {
+    if (MarkOf(bytes) != copy.origin.copy || loaded.LoadFile("") != Status::Done) {
         return Status::LoadFailed;
     }
     TakeOffGainedBreaks(loaded);
@@ -198,8 +160,7 @@ bool IsTextOf(SequentialFiles& files, const std::string& path, const std::string
     if (!path.empty() && MarkOfFile(files, path) == MarkOf(bytes)) {
         return true;
     }
-    BytesAsFile file;
-    file.bytes = bytes;
+    MemoryFile file(bytes);
     VornSrcObj copy(document, file);
     VornSrcObj there(document, files);
     const Status status = path.empty() ? there.Init() : there.LoadFile(path);

@@ -1,9 +1,9 @@
 // Reading moves through the bytes; writing begins with none.
-#include "programs/psf/MemoryFile.h"
+#include "platform/system/MemoryFile.h"
 
 #include <algorithm>
 
-namespace tessaly::psf {
+namespace tessaly {
 
 namespace {
 
@@ -48,4 +48,36 @@ std::unique_ptr<OutputFile> MemoryFile::OpenForOutput(const std::string& /*path*
     return std::make_unique<MemoryOutput>(mWritten, mBytes.size());
 }
 
-} // namespace tessaly::psf
+class ComparedFile::Output final : public OutputFile {
+public:
+    explicit Output(ComparedFile& file) : mFile(file) {}
+
+    void Write(std::string_view bytes) override {
+        if (mFile.mSame == mWritten) {
+            const std::string_view wanted = mFile.mBytes.substr(mWritten, bytes.size());
+            mFile.mSame += wanted == bytes // which is far quicker to tell
+                               ? bytes.size()
+                               : static_cast<std::size_t>(
+                                     std::mismatch(wanted.begin(), wanted.end(), bytes.begin()).first - wanted.begin());
+        }
+        mWritten += bytes.size();
+    }
+
+    void Close() override { mFile.mIsSame = mFile.mSame == mWritten && mWritten == mFile.mBytes.size(); }
+
+private:
+    ComparedFile& mFile;
+    std::size_t mWritten = 0;
+};
+
+std::unique_ptr<InputFile> ComparedFile::OpenForInput(const std::string& /*path*/) {
+    return std::make_unique<MemoryInput>(mBytes);
+}
+
+std::unique_ptr<OutputFile> ComparedFile::OpenForOutput(const std::string& /*path*/) {
+    mSame = 0;
+    mIsSame = false;
+    return std::make_unique<Output>(*this);
+}
+
+} // namespace tessaly

@@ -1,4 +1,4 @@
-// A file that is only in memory: bytes to load a document from, bytes that a save makes.
+// Files that are only in memory: bytes to load a document from, bytes that a save makes.
 #pragma once
 
 #include "platform/system/SequentialFiles.h"
@@ -7,13 +7,15 @@
 #include <string_view>
 #include <utility>
 
-namespace tessaly::psf {
+namespace tessaly {
 
 // Every path names the one file. What is written does not change what is read.
 class MemoryFile final : public SequentialFiles {
 public:
-    // `bytes` must outlive it.
-    explicit MemoryFile(std::string_view bytes = {}) : mBytes(bytes) {}
+    // `bytes` must outlive it. What is written takes the place, and the room, of what is in `room`.
+    explicit MemoryFile(std::string_view bytes = {}, std::string room = {})
+        : mBytes(bytes),
+          mWritten(std::move(room)) {}
 
     std::unique_ptr<InputFile> OpenForInput(const std::string& path) override;
     std::unique_ptr<OutputFile> OpenForOutput(const std::string& path) override;
@@ -27,4 +29,26 @@ private:
     std::string mWritten;
 };
 
-} // namespace tessaly::psf
+// Reads bytes, and compares them with what is written, which needs no memory of its own.
+class ComparedFile final : public SequentialFiles {
+public:
+    // `bytes` must outlive it.
+    explicit ComparedFile(std::string_view bytes) : mBytes(bytes) {}
+
+    std::unique_ptr<InputFile> OpenForInput(const std::string& path) override;
+    std::unique_ptr<OutputFile> OpenForOutput(const std::string& path) override;
+    bool FileExists(const std::string&) const override { return true; }
+
+    // How many bytes at the front are the same; and whether, after the file was closed, all are.
+    std::size_t SameBytes() const { return mSame; }
+    bool IsSame() const { return mIsSame; }
+
+private:
+    class Output;
+
+    std::string_view mBytes;
+    std::size_t mSame = 0;
+    bool mIsSame = false;
+};
+
+} // namespace tessaly

@@ -61,7 +61,10 @@ public:
     bool FileExists(const std::string& path) const override;
 };
 
-// The bytes of a file. Throws std::system_error when it cannot be read, or has more than `largest` bytes.
+// The bytes of a file, in place of what is in `bytes`, whose room is used. Throws std::system_error when it cannot be
+// read, or has more than `largest` bytes.
+void ReadWhole(SequentialFiles& files, const std::string& path, std::string& bytes,
+               std::size_t largest = std::string::npos);
 std::string ReadWhole(SequentialFiles& files, const std::string& path, std::size_t largest = std::string::npos);
 
 } // namespace tessaly

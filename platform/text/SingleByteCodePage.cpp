@@ -56,16 +56,28 @@ SingleByteCodePage::SingleByteCodePage(const HighHalf& highHalf) {
     std::sort(mPlaces.begin(), mPlaces.end(), [](const Place& a, const Place& b) { return a.character < b.character; });
 }
 
+// Three bytes of UTF-8 are copied whatever the length: what is too much is written over.
 void SingleByteCodePage::AppendDecoded(std::string_view bytes, std::string& text) const {
+    std::array<char, 1024> decoded; // three times the bytes of a piece, and an ASCII block too many
+    constexpr std::size_t piece = decoded.size() / 4;
     std::size_t position = AsciiPrefix(bytes);
     text.append(bytes.substr(0, position));
     while (position < bytes.size()) {
-        const Utf8Character& character = mDecoded[static_cast<unsigned char>(bytes[position]) - 0x80U];
-        text.append(character.bytes.data(), character.length);
-        ++position;
-        const std::size_t run = AsciiPrefix(bytes.substr(position));
-        text.append(bytes.substr(position, run));
-        position += run;
+        const std::string_view part = bytes.substr(position, piece);
+        char* to = decoded.data();
+        for (std::size_t i = 0; i < part.size();) {
+            if (const auto byte = static_cast<unsigned char>(part[i]); byte >= 0x80) {
+                const Utf8Character& character = mDecoded[byte - 0x80U];
+                to = std::copy(character.bytes.begin(), character.bytes.end(), to) - 3 + character.length;
+                ++i;
+                continue;
+            }
+            const std::size_t run = CopyAscii(part.substr(i), to);
+            i += run;
+            to += run;
+        }
+        text.append(decoded.data(), static_cast<std::size_t>(to - decoded.data()));
+        position += part.size();
     }
 }
 
@@ -74,8 +86,8 @@ char* SingleByteCodePage::Encode(std::string_view text, char* to) const {
         const std::size_t run = CopyAscii(text.substr(position), to);
         position += run;
         to += run;
-        if (position < text.size()) {
-            *to++ = EncodeCharacter(ReadUtf8(text, position));
+        for (; position < text.size() && static_cast<unsigned char>(text[position]) >= 0x80; ++to) {
+            *to = EncodeCharacter(ReadUtf8(text, position));
         }
     }
     return to;

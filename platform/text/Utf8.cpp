@@ -110,14 +110,11 @@ std::size_t CopyAscii(std::string_view text, char* to) {
     return position;
 }
 
-char32_t ReadUtf8(std::string_view text, std::size_t& position) {
+char32_t ReadAnyUtf8(std::string_view text, std::size_t& position) {
     const auto lead = static_cast<unsigned char>(text[position]);
     const std::size_t start = position++;
     if (lead < 0x80) {
         return lead;
-    }
-    if (lead >= 0xC2 && lead <= 0xDF && position < text.size() && IsContinuation(text[position])) {
-        return (lead & 0x1FU) << 6 | (static_cast<unsigned char>(text[position++]) & 0x3FU); // most there are
     }
     const std::size_t length = SequenceLength(lead);
     if (length == 0 || text.size() - start < length) {

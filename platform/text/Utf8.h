@@ -25,9 +25,19 @@ std::size_t AsciiPrefix(std::string_view text);
 // `text`: what stands behind the ASCII is not promised.
 std::size_t CopyAscii(std::string_view text, char* to);
 
+// ReadUtf8 without its short way.
+char32_t ReadAnyUtf8(std::string_view text, std::size_t& position);
+
 // Reads the character at `position` (less than text.size()) and moves `position` behind it. At a byte that
 // begins no valid character it returns NotACharacter and moves on by one byte.
-char32_t ReadUtf8(std::string_view text, std::size_t& position);
+inline char32_t ReadUtf8(std::string_view text, std::size_t& position) {
+    const auto lead = static_cast<unsigned char>(text[position]);
+    if (lead >= 0xC2 && lead <= 0xDF && position + 1 < text.size() && IsContinuation(text[position + 1])) {
+        position += 2; // most there are
+        return (lead & 0x1FU) << 6 | (static_cast<unsigned char>(text[position - 1]) & 0x3FU);
+    }
+    return ReadAnyUtf8(text, position);
+}
 
 // The same, but what is no valid character is read as a ReplacementCharacter.
 char32_t ReadUtf8OrReplacement(std::string_view text, std::size_t& position);

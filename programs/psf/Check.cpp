@@ -1,8 +1,8 @@
 // One load with an observer, and the lines of the file to say where.
 #include "diagnostics/Lint.h"
+#include "platform/system/MemoryFile.h"
 #include "programs/psf/Commands.h"
 #include "programs/psf/LineCounter.h"
-#include "programs/psf/MemoryFile.h"
 #include "programs/psf/PsfWarnings.h"
 #include "programs/psf/Report.h"
 
@@ -30,7 +30,7 @@ void CheckLineEnds(std::string_view bytes, std::vector<PsfWarning>& warnings) {
 } // namespace
 
 int Check(Session& session, const std::string& file, bool lint, Report& report) {
-    std::string bytes;
+    std::string& bytes = session.input;
     if (!ReadInput(session, file, bytes)) {
         return ExitStatus(Status::LoadFailed);
     }

@@ -4,13 +4,29 @@
 #include "programs/psf/Host.h"
 
 #include <csignal>
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
 
 namespace tessaly::psf {
+
+namespace {
+
+// What one file of many gives back would go to the system, and come back page by page for the next one.
+void KeepMemoryForTheNextFile() {
+#if defined(__GLIBC__)
+    mallopt(M_MMAP_THRESHOLD, 1 << 20);
+    mallopt(M_TRIM_THRESHOLD, 4 << 20);
+#endif
+}
+
+} // namespace
 
 int RunWithArguments(int argc, char** argv, const std::function<int(const std::vector<std::string>&)>& run) {
     std::signal(SIGXFSZ, SIG_IGN); // a write beyond the limit for the size of files fails like any other
     std::signal(SIGCHLD, SIG_DFL); // a parent that ignored it would leave no compiler to wait for
     EndCleanlyWhenInterrupted();
+    KeepMemoryForTheNextFile();
     return run({argv, argv + argc});
 }
 

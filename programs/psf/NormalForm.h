@@ -1,7 +1,7 @@
 // The form of a file in which texts have no line breaks at their ends, for version control.
 #pragma once
 
-#include "programs/psf/MemoryFile.h"
+#include "platform/system/MemoryFile.h"
 #include "programs/psf/Session.h"
 
 #include <optional>

@@ -108,7 +108,7 @@ bool ReadInput(Session& session, const std::string& file, std::string& bytes) {
     const bool before = std::exchange(session.files.takesStandardInput, true);
     std::string problem;
     try {
-        bytes = ReadWhole(session.files, file);
+        ReadWhole(session.files, file, bytes);
     } catch (const std::system_error& error) {
         problem = Reason(error.code());
     } catch (const std::bad_alloc&) {

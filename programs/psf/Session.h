@@ -44,6 +44,7 @@ struct Session {
     InputFiles files;
     std::unique_ptr<CodePage> codePage;
     std::string inputName{StandardInput}; // how messages call standard input
+    std::string input;                    // room for the files of a command, one by one
     bool force = false;                   // replace files that exist, and those with several names
 
     // How messages call `file`.

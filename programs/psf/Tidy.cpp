@@ -1,13 +1,11 @@
 // psf tidy: a file in its normal form, which is what version control should see.
 #include "document/PsfReadObserver.h"
+#include "platform/system/MemoryFile.h"
 #include "programs/psf/Commands.h"
 #include "programs/psf/LineCounter.h"
-#include "programs/psf/MemoryFile.h"
 #include "programs/psf/NormalForm.h"
 #include "programs/psf/Printable.h"
 #include "programs/psf/Saving.h"
-
-#include <algorithm>
 
 namespace tessaly::psf {
 
@@ -19,40 +17,48 @@ struct TagWatch final : PsfReadObserver {
     bool found = false;
 };
 
+// Where the file is not in normal form, from the first byte on.
+void TellPlace(const std::string& name, const std::string& bytes, std::size_t place) {
+    Print(Printable(name + ":" + std::to_string(LineCounter(bytes).LineAt(place)) +
+                    ": warning: not in normal form from here on") +
+          "\n");
+}
+
 int TidyOnce(Session& session, const std::string& file, bool onlyTell, const std::optional<FileState>& state) {
-    std::string bytes;
+    std::string& bytes = session.input;
     if (!ReadInput(session, file, bytes)) {
         return ExitStatus(Status::LoadFailed);
     }
     const std::string& name = file == StandardInput ? session.inputName : file;
-    MemoryFile source(bytes);
-    VornSrcObj document(source, *session.codePage);
+    ComparedFile compared(bytes);
+    VornSrcObj document(compared, *session.codePage);
     TagWatch watch;
     if (document.LoadFile(file, &watch) != Status::Done) {
         PrintError(name + ": " + LoadProblem(document));
         return ExitStatus(Status::LoadFailed);
     }
-    const std::optional<std::string> tidy = NormalForm(session, document, source, watch.found);
+    document.SaveFile("", PsfForm::Normal);
+    if (compared.IsSame()) { // so it loads as it did
+        if (!onlyTell && file == StandardInput) {
+            Print(bytes);
+        }
+        return Success;
+    }
+    MemoryFile written;
+    const std::optional<std::string> tidy = NormalForm(session, VornSrcObj(document, written), written, watch.found);
     if (!tidy) {
         PrintError(name + ": has no normal form, because a line of a text is the tag of the text after it");
         return ExitStatus(Status::UnexpectedError);
     }
     if (onlyTell) {
-        if (*tidy == bytes) {
-            return Success;
-        }
-        const auto place = std::mismatch(bytes.begin(), bytes.end(), tidy->begin(), tidy->end()).first;
-        const auto offset = static_cast<std::uint64_t>(place - bytes.begin());
-        Print(Printable(name + ":" + std::to_string(LineCounter(bytes).LineAt(offset)) +
-                        ": warning: not in normal form from here on") +
-              "\n");
+        TellPlace(name, bytes, compared.SameBytes());
         return WarningsFound;
     }
     if (file == StandardInput) {
         Print(*tidy);
         return Success;
     }
-    return *tidy == bytes ? Success : SaveBytes(session, *tidy, file, state);
+    return SaveBytes(session, *tidy, file, state);
 }
 
 } // namespace
