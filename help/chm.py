@@ -38,6 +38,13 @@ def _item(name: str, target: str) -> str:
             f'<param name="Local" value="{target}"></OBJECT>\n')
 
 
+def _keyword(word: str, places: list[tuple[str, str]]) -> str:
+    """The viewer asks which of the titles is meant where there are several."""
+    targets = "".join(f'<param name="Name" value="{html.escape(title)}"><param name="Local" value="{target}">'
+                      for title, target in places)
+    return (f'<LI><OBJECT type="text/sitemap"><param name="Name" value="{html.escape(word)}">{targets}</OBJECT>\n')
+
+
 def _site_map(items: str) -> str:
     return f"<HTML><HEAD></HEAD><BODY>\n<UL>\n{items}</UL>\n</BODY></HTML>\n"
 
@@ -83,7 +90,7 @@ def write_chm(topics: list[Topic], language: Language, chm: Path) -> None:
         made = folder / chm.name
         texts = {topic.file: _page(topic, language) for topic in topics}
         texts["contents.hhc"] = _contents(topics)
-        texts["index.hhk"] = _site_map("".join(_item(word, target) for word, target in index_entries(topics)))
+        texts["index.hhk"] = _site_map("".join(_keyword(*entry) for entry in index_entries(topics)))
         texts["help.hhp"] = _project(topics, language, made.name)
         for file, text in texts.items():
             (folder / file).write_bytes(text.encode(CODE_PAGE, "xmlcharrefreplace"))

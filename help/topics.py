@@ -11,6 +11,7 @@ import catalogue
 import reference
 
 HERE = Path(__file__).resolve().parent
+LONG_PAGE = 4  # parts
 
 
 @dataclass(frozen=True)
@@ -25,16 +26,24 @@ class Language:
     skip: str
     quotes: tuple[str, str]
     chm_language: str
+    search: str
+    none_found: str
+    found: str
+    all_topics: str
+    on_this_page: str
+    neighbours: str
     report_to: str
     no_contact: str
 
 
 LANGUAGES = {
     "en": Language("en", "English", "Tessaly Help", "Contents", "Index", "Back", "Next", "Skip to the text",
-                   ("“", "”"), "0x409 English (United States)", "Send your report to",
+                   ("“", "”"), "0x409 English (United States)", "Search", "Nothing found", "Places found:",
+                   "All topics", "On this page", "The pages before and after", "Send your report to",
                    "Whoever made this copy of Tessaly has not set an address for reports. Ask where you got it from."),
     "de": Language("de", "Deutsch", "Tessaly-Hilfe", "Inhalt", "Stichwörter", "Zurück", "Weiter", "Zum Text springen",
-                   ("„", "“"), "0x407 German (Germany)", "Schicken Sie Ihre Meldung an",
+                   ("„", "“"), "0x407 German (Germany)", "Suchen", "Nichts gefunden", "Gefundene Stellen:",
+                   "Alle Themen", "Auf dieser Seite", "Die Seiten davor und danach", "Schicken Sie Ihre Meldung an",
                    "Wer diese Kopie von Tessaly gemacht hat, hat keine Adresse für Meldungen angegeben. Fragen Sie "
                    "dort, woher Sie die Kopie haben."),
 }
@@ -103,6 +112,20 @@ def _put_in(source: str, language: Language, contact: str) -> str:
     return source
 
 
+def plain(source: str) -> str:
+    """The text of HTML in one line."""
+    apart = re.sub(r"(?=<(?:p|li|t[dhr]|br|h\d|d[dt]|pre)\b)", " ", source)
+    return " ".join(html.unescape(re.sub(r"<[^>]+>", "", apart)).split())
+
+
+def _overview(sections: list[tuple[str, str]], language: Language) -> str:
+    """The parts of a long page, for its head."""
+    if len(sections) < LONG_PAGE:
+        return ""
+    items = "".join(f'<li><a href="#{anchor}">{html.escape(title)}</a></li>' for anchor, title in sections)
+    return f'<nav class="parts" aria-label="{language.on_this_page}"><ul>{items}</ul></nav>\n'
+
+
 def _load(name: str, language: Language, contact: str) -> Topic:
     path = HERE / language.code / f"{name}.md"
     head, _, source = path.read_text(encoding="utf-8").partition("\n\n")
@@ -110,12 +133,12 @@ def _load(name: str, language: Language, contact: str) -> Topic:
     keywords = [tuple((entry.strip() + "#").split("#")[:2]) for entry in fields["index"].split(";")]
     body = markdown.markdown(_put_in(source, language, contact), output_format="html",
                              extensions=["tables", "attr_list", "fenced_code", "def_list"])
-    body = body.replace("<th>", '<th scope="col">')
+    body = body.replace("<th>", '<th scope="col">').replace("<pre>", '<pre tabindex="0">')  # for keys to scroll it
     sections = re.findall(r'<h2 id="([\w-]+)">(.*?)</h2>', body)
     if len(sections) != body.count("<h2"):
         raise ValueError(f"{path}: every part needs an anchor, as in ## Title {{#anchor}}")
-    sections = [(anchor, html.unescape(re.sub(r"<[^>]+>", "", title))) for anchor, title in sections]
-    return Topic(name, fields["title"], keywords, body, sections)
+    sections = [(anchor, plain(title)) for anchor, title in sections]
+    return Topic(name, fields["title"], keywords, _overview(sections, language) + body, sections)
 
 
 def load_topics(language: Language, contact: str) -> list[Topic]:
@@ -127,9 +150,19 @@ def load_topics(language: Language, contact: str) -> list[Topic]:
     return topics
 
 
-def index_entries(topics: list[Topic]) -> list[tuple[str, str]]:
-    """All entries of the index with where they lead, sorted without regard to case and umlauts."""
-    entries = [(word, topic.file + (f"#{anchor}" if anchor else "")) for topic in topics
-               for word, anchor in topic.keywords]
-    plain = str.maketrans("äöüß", "aous")
-    return sorted(entries, key=lambda entry: (entry[0].lower().translate(plain), entry[1]))
+def sort_key(word: str) -> str:
+    """Without regard to case and umlauts."""
+    return word.lower().translate(str.maketrans("äöüß", "aous"))
+
+
+def index_entries(topics: list[Topic]) -> list[tuple[str, list[tuple[str, str]]]]:
+    """The index: each word once, with the titles of all parts that it leads to and where they are."""
+    entries = {}
+    for topic in topics:
+        for word, anchor in topic.keywords:
+            title = dict(topic.sections).get(anchor, topic.title)
+            target = topic.file + (f"#{anchor}" if anchor else "")
+            places = entries.setdefault(word.lower(), (word, []))[1]
+            if target not in [each for _, each in places]:
+                places.append((f"{topic.title}: {title}" if title in dict(places) else title, target))
+    return sorted(entries.values(), key=lambda entry: sort_key(entry[0]))
