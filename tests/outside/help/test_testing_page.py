@@ -97,6 +97,13 @@ def test_the_program_ends_with_the_status_that_is_told(page, place, options, scr
     assert place.run(place.folder / "Lamp.out", *options, input=script.encode()).returncode == status
 
 
+def test_the_programs_own_help_and_the_pages_have_the_same_options(page, place, request):
+    language = request.node.callspec.params["page"]
+    told = set(re.findall(r"--[a-z]+", page["run"] + sections(source(language, "kit"))["live"]))
+    listed = set(re.findall(r"--[a-z]+", place.does(place.folder / "Lamp.out", "--help")))
+    assert told == listed - {"--help"}
+
+
 def servers(page):
     """The commands of each sample."""
     gitlab, github = blocks(page["server"], "yaml")
