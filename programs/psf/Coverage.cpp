@@ -3,9 +3,9 @@
 
 #include "document/Members.h"
 #include "platform/system/Environment.h"
+#include "platform/system/MemoryFile.h"
 #include "platform/text/Ascii.h"
 #include "programs/psf/LineCounter.h"
-#include "programs/psf/MemoryFile.h"
 #include "programs/psf/Paths.h"
 #include "programs/psf/PsfWarnings.h"
 
