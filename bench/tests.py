@@ -5,19 +5,11 @@
 and the programs with their scripts, by one shell with nothing around them.
 """
 
-import json
-import os
-import pathlib
-import random
 import shlex
 import shutil
-import subprocess
-import sys
-import tempfile
-import time
 
-KIT = pathlib.Path(__file__).resolve().parents[1] / "kit"
-EXAMPLE = KIT.parent / "examples/gateway/Gateway.PSF"
+from turns import EXAMPLE, add_to_results, kit_environment, seconds
+
 BLOCKS, CASES = 40, 5
 RUNS = 7
 
@@ -27,12 +19,6 @@ printf '%q ' gcc "$@" >>{notes}
 echo >>{notes}
 exec gcc "$@"
 """
-
-
-def seconds(command, environment):
-    begin = time.perf_counter()
-    subprocess.run(command, env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, check=True)
-    return time.perf_counter() - begin
 
 
 def make_blocks(folder):
@@ -55,12 +41,9 @@ def by_hand(folder, compiles):
 
 def commands(psf, folder):
     """Three: (name, words, variables)."""
-    (folder / "settings.reg").write_text(
-        "Windows Registry Editor Version 5.00\n\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Ostrel\\OstrelCompiler]\n"
-        f'"FCompBat"="{KIT}/compile.sh"\n"FCompFileName"="{folder}/program.c"\n', encoding="utf-8")
     (folder / "blocks").mkdir()
     make_blocks(folder)
-    variables = {**os.environ, "TESSALY_SETTINGS": str(folder / "settings.reg"), "XDG_CACHE_HOME": str(folder)}
+    variables = kit_environment(folder)
     noting, notes = folder / "noting", folder / "notes"
     noting.write_text(NOTING.format(notes=notes), encoding="utf-8")
     noting.chmod(0o755)
@@ -76,27 +59,5 @@ def commands(psf, folder):
     yield "test/psf-2", [*test, "--jobs", "2"], variables
 
 
-def measure(psf):
-    with tempfile.TemporaryDirectory() as folder:
-        cases = list(commands(psf, pathlib.Path(folder)))
-        for _, words, variables in cases:
-            seconds(words, variables)
-        turns = cases * RUNS
-        random.shuffle(turns)
-        for name, words, variables in turns:
-            yield {"name": name, "run_type": "iteration", "real_time": seconds(words, variables), "time_unit": "s",
-                   "peak_bytes": 0, "bytes": 0, "items": BLOCKS * CASES}
-
-
-def main(psf, path):
-    with open(path, encoding="utf-8") as file:
-        results = json.load(file)
-    results["benchmarks"] += measure(os.path.abspath(psf))
-    with open(path, "w", encoding="utf-8") as file:
-        json.dump(results, file)
-
-
 if __name__ == "__main__":
-    if len(sys.argv) != 3:
-        sys.exit(__doc__)
-    main(*sys.argv[1:])
+    add_to_results(commands, RUNS, __doc__, BLOCKS * CASES)
