@@ -12,7 +12,7 @@
     let folded = "";
     const from = [];
     for (let at = 0; at < text.length; ++at) {
-      const plain = text[at].toLowerCase().replace("ß", "ss").normalize("NFD").replace(/[\u0300-\u036f]/g, "");
+      const plain = text[at].toLowerCase().replace("ß", "ss").replace("’", "'").normalize("NFD").replace(/[\u0300-\u036f]/g, "");
       if (plain === "e" && /[aou]$/.test(folded) && from[from.length - 1] === at - 1) continue; // ä and ae are one
       for (const letter of plain) {
         folded += letter;

@@ -126,19 +126,26 @@ def _overview(sections: list[tuple[str, str]], language: Language) -> str:
     return f'<nav class="parts" aria-label="{language.on_this_page}"><ul>{items}</ul></nav>\n'
 
 
+def _typographic(page: str) -> str:
+    """With apostrophes that fit the quotation marks. Code keeps its own, and so do texts of the window."""
+    parts = re.split(r"(<(pre|code|kbd)\b.*?</\2>|<[^>]*>)", page, flags=re.S)
+    return "".join(re.sub(r"(?<=\w)'", "’", part) if number % 3 == 0 else part
+                   for number, part in enumerate(parts) if number % 3 < 2)
+
+
 def _load(name: str, language: Language, contact: str) -> Topic:
     path = HERE / language.code / f"{name}.md"
     head, _, source = path.read_text(encoding="utf-8").partition("\n\n")
     fields = dict(line.split(": ", 1) for line in head.splitlines())
     keywords = [tuple((entry.strip() + "#").split("#")[:2]) for entry in fields["index"].split(";")]
-    body = markdown.markdown(_put_in(source, language, contact), output_format="html",
-                             extensions=["tables", "attr_list", "fenced_code", "def_list"])
+    body = _typographic(markdown.markdown(_put_in(source, language, contact), output_format="html",
+                                          extensions=["tables", "attr_list", "fenced_code", "def_list"]))
     body = body.replace("<th>", '<th scope="col">').replace("<pre>", '<pre tabindex="0">')  # for keys to scroll it
     sections = re.findall(r'<h2 id="([\w-]+)">(.*?)</h2>', body)
     if len(sections) != body.count("<h2"):
         raise ValueError(f"{path}: every part needs an anchor, as in ## Title {{#anchor}}")
     sections = [(anchor, plain(title)) for anchor, title in sections]
-    return Topic(name, fields["title"], keywords, _overview(sections, language) + body, sections)
+    return Topic(name, _typographic(fields["title"]), keywords, _overview(sections, language) + body, sections)
 
 
 def load_topics(language: Language, contact: str) -> list[Topic]:

@@ -95,6 +95,7 @@ def search(browser, query):
 
 @pytest.mark.parametrize("language,query,first", [
     ("en", "status bar", "window.html#statusbar"), ("en", "OnTimer", "events.html#OnTimer"),
+    ("en", "compiler's message", "to-the-line.html"), ("en", "compiler’s message", "to-the-line.html"),
     ("de", "Menüs", "menus.html"), ("de", "menues", "menus.html"), ("de", "MENUS", "menus.html"),
     ("de", "Xyzzy Größe", None), ("de", "rückgängig", "window.html#pane"),
     ("de", "rueckgaengig", "window.html#pane")])

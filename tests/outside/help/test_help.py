@@ -243,6 +243,14 @@ def test_nothing_is_left_to_be_put_in(language):
     assert not re.search(r"@[A-Z]+@|\{(menu|text|keys|contents)\b", all_text(language))
 
 
+@pytest.mark.parametrize("language", LANGUAGES)
+def test_apostrophes_of_the_text_are_curly_like_its_quotation_marks(language):
+    for name in TOPICS:
+        source = (HELP / "html" / language / f"{name}.html").read_text(encoding="utf-8")
+        prose = re.sub(r"<(pre|code|kbd)\b.*?</\1>|<[^>]*>", "", source, flags=re.S)
+        assert not re.search(r"\w'", prose), (name, re.search(r".*\w'.*", prose)[0])
+
+
 def chm_files(language):
     command = ["chmls", "-n", "list", str(HELP / f"Tessaly-{language}.chm")]
     done = subprocess.run(command, capture_output=True, text=True, check=True)
