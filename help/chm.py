@@ -6,6 +6,7 @@ import subprocess
 import tempfile
 from pathlib import Path
 
+import full_text
 from topics import Language, Topic, assets, index_entries
 
 # What the help window shows: tree, index, search; and its buttons: hide, back, forward, print, options.
@@ -83,20 +84,35 @@ main="{language.help_title}","contents.hhc","index.hhk","{home}","{home}",,,,,{N
 """
 
 
+def _compile(folder: Path, made: str) -> Path:
+    run = subprocess.run(["chmcmd", "help.hhp"], cwd=folder, capture_output=True, text=True, check=False)
+    if run.returncode != 0 or not (folder / made).exists():
+        raise RuntimeError(f"chmcmd made no {made}:\n{run.stdout}{run.stderr}")
+    return folder / made
+
+
+def _full_text(chm: Path) -> bytes:
+    target = chm.with_suffix(".index")
+    subprocess.run(["chmls", "extract", chm, full_text.STREAM.decode(), target], capture_output=True, check=True)
+    return target.read_bytes()
+
+
 def write_chm(topics: list[Topic], language: Language, chm: Path) -> None:
     chm.unlink(missing_ok=True)
     with tempfile.TemporaryDirectory() as name:
         folder = Path(name)
-        made = folder / chm.name
         texts = {topic.file: _page(topic, language) for topic in topics}
         texts["contents.hhc"] = _contents(topics)
         texts["index.hhk"] = _site_map("".join(_keyword(*entry) for entry in index_entries(topics)))
-        texts["help.hhp"] = _project(topics, language, made.name)
-        for file, text in texts.items():
-            (folder / file).write_bytes(text.encode(CODE_PAGE, "xmlcharrefreplace"))
+        texts["help.hhp"] = _project(topics, language, chm.name)
         for file in assets(language):
             shutil.copy(file, folder)
-        run = subprocess.run(["chmcmd", "help.hhp"], cwd=folder, capture_output=True, text=True, check=False)
-        if run.returncode != 0 or not made.exists():
-            raise RuntimeError(f"chmcmd made no {chm.name}:\n{run.stdout}{run.stderr}")
+        for file, text in texts.items():
+            plain = full_text.without_umlauts(text) if file.endswith(".html") else text
+            (folder / file).write_bytes(plain.encode(CODE_PAGE, "xmlcharrefreplace"))
+        index = _full_text(_compile(folder, chm.name))
+        for file, text in texts.items():
+            (folder / file).write_bytes(text.encode(CODE_PAGE, "xmlcharrefreplace"))
+        made = _compile(folder, chm.name)
+        full_text.add_full_text(made, index)
         shutil.move(made, chm)
