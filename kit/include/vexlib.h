@@ -1,4 +1,4 @@
-/* The types and calls of a program block, as the host kit offers them.
+/* The types and calls of a program block, as the compile kit offers them.
  * Every call returns VEX_OK (0) or a negative code and has then done nothing at all; none of them ever waits. */
 #ifndef VEXLIB_H
 #define VEXLIB_H
