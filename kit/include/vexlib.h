@@ -1,5 +1,5 @@
 /* The types and calls of a program block, as the compile kit offers them.
- * Every call returns VEX_OK (0) or a negative code and has then done nothing at all; none of them ever waits. */
+ * A call returns VEX_OK (0) or a negative code and has then done nothing at all, but for the kit's own; none waits. */
 #ifndef VEXLIB_H
 #define VEXLIB_H
 

@@ -95,8 +95,6 @@ static const char* parse_print(const char* rest, KitExpectation* expectation) {
         return "'expect print' needs a text in quotes; \\\" \\\\ \\n \\r and \\t stand for one character";
     expectation->text = rest + 1;
     expectation->text_length = (size_t)(quote - expectation->text);
-    if (!kit_text_is_utf8(expectation->text, expectation->text_length))
-        return "the text is not UTF-8";
     return read_span(quote + 1, "within", expectation) ? NULL : "only 'within SECONDS' may follow the text";
 }
 
@@ -129,6 +127,8 @@ const char* kit_expectation_parse(const char* line, const char* rest, KitExpecta
     while (strchr(blanks, line[expectation->line_length - 1]) != NULL)
         --expectation->line_length;
     expectation->channel = -1;
+    if (!kit_text_is_utf8(line, expectation->line_length))
+        return "the line is not UTF-8";
     Word word = next_word(&rest);
     if (is_word(word, "none"))
         return parse_silence(rest, expectation);
