@@ -63,6 +63,21 @@ def test_no_page_is_wider_than_its_window(browser, language):
     assert wide == []
 
 
+BROKEN_NAMES = """return [...document.querySelectorAll("td:first-child code")]
+    .filter(code => /^\\w+$/.test(code.textContent) && code.getClientRects().length > 1)
+    .map(code => code.textContent)"""
+
+
+@pytest.mark.parametrize("language", LANGUAGES)
+def test_a_name_at_the_front_of_a_table_is_not_broken(browser, language):
+    broken = []
+    look(browser, 1400)
+    for page in pages(language):
+        browser.get(page.as_uri())
+        broken += [(page.name, name) for name in browser.execute_script(BROKEN_NAMES)]
+    assert broken == []
+
+
 def violations(browser, axe, paths):
     for path in paths:
         browser.get(path.as_uri())
