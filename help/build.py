@@ -22,7 +22,7 @@ HERE = Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE))
 sys.dont_write_bytecode = True
 
-from chm import write_chm  # noqa: E402
+from chm_book import write_chm  # noqa: E402
 from html_pages import write_html  # noqa: E402
 from topics import LANGUAGES, load_topics  # noqa: E402
 from words import refuse_wrong_words  # noqa: E402

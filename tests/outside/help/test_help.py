@@ -267,8 +267,8 @@ def extracted(language, name, folder):
 @pytest.mark.parametrize("language", LANGUAGES)
 def test_the_chm_file_holds_every_page_with_contents_index_and_full_text_search(language):
     files = chm_files(language)
-    wanted = {*(f"{name}.html" for name in TOPICS), "style.css", "messages.png", "contents.hhc", "index.hhk", "#SYSTEM",
-              "$FIftiMain"}
+    wanted = {*(f"{name}.html" for name in TOPICS), "style.css", "messages.png", "window.png", "contents.hhc",
+              "index.hhk", "#SYSTEM", "$FIftiMain"}
     assert wanted <= files
 
 

@@ -3,11 +3,12 @@
 import shutil
 
 import pytest
-from harness import BITS, ROOT, drive_c, identify, screenshot, wait_until
+from harness import BITS, ROOT, drive_c, identify, screenshot, wait_until, xdotool
 from windows_harness import CODE_TREE, FUNC_BODY, STATUS_BAR, install
 
 MENUS = {"en": [("File", "Save Program Source File As"), ("Help", "About"), ("Help", "Hot Keys")],
          "de": [("Datei", "Programmquelldatei speichern unter..."), ("Hilfe", "Info..."), ("Hilfe", "Hot Keys")]}
+HELP_SIZE = (960, 380)
 FOLDER = ROOT / ("build/screenshots" if BITS == "32" else "build/screenshots/64")
 
 
@@ -67,6 +68,21 @@ def test_pictures_of_all_windows(launch, folder, installed, example, language):
     dialog = program.dialog()
     program.bring(dialog.window)
     shown(program, f"{language}-save", 20)
+
+
+@pytest.mark.parametrize("language,again", [("en", ("Language", "English")), ("de", ("Sprache", "Deutsch"))])
+def test_the_picture_of_the_help(launch, folder, installed, example, language, again):
+    """No larger than it must be. The language is chosen again, which translates the names of the groups."""
+    install(folder, **installed, Language=["en", "de"].index(language))
+    program = open_blink(launch, example)
+    program.choose(*again)
+    groups = {"en": "Functions", "de": "Funktionen"}
+    program.click_item(groups[language])
+    program.click_item("ChangePace")
+    wait_until("the code", lambda: program.pane() != "")
+    xdotool("search", "--onlyvisible", "--name", "^Tessaly", "windowsize", *HELP_SIZE)
+    wait_until("the smaller window", lambda: size(program.description()["rect"])[0] <= HELP_SIZE[0] + 20)
+    shown(program, f"{language}-help", 20)
 
 
 def size(rect):
