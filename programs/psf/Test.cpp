@@ -54,7 +54,7 @@ private:
 
     TestBlock& Add(Session& session, const std::string& file) {
         const std::string output = OutputName(file);
-        mBlocks.push_back(std::make_unique<TestBlock>(BuildJob(session, file, output, mPlan)));
+        mBlocks.push_back(std::make_unique<TestBlock>(session, file, output, mPlan));
         TestBlock*& last = mLast[output];
         mBlocks.back()->before = std::exchange(last, mBlocks.back().get());
         return *mBlocks.back();

@@ -21,6 +21,9 @@ struct TestTally {
 // A program block under test. It keeps the turn with its C file until its last case has ended, so that nobody makes
 // another program in the place of this one.
 struct TestBlock {
+    TestBlock(Session& session, const std::string& file, const std::string& output, const BuildPlan& plan)
+        : build(session, file, output, plan) {}
+
     BuildJob build;
     bool isBuilt = false;        // or could not be
     std::size_t left = 0;        // cases that have not ended
