@@ -64,13 +64,17 @@ class Wizard:
         self.wait_for("end")
         return self.text()
 
-    def picture(self, name):
+    def picture(self, name, other_than=None):
+        """Takes one of the window when it is painted and stands still, and returns what tells it from others."""
         file = ROOT / f"build/screenshots/installer-{self.language}-{name}.png"
+        seen = []
 
         def is_painted():
             screenshot(file, "-trim", "+repage")
-            return int(identify(file, "%k")) >= 20
+            seen.append(identify(file, "%#"))
+            return int(identify(file, "%k")) >= 20 and seen[-2:-1] == seen[-1:] and seen[-1] != other_than
         wait_until("a painted window", is_painted)
+        return seen[-1]
 
     def end(self):
         self.next()
@@ -124,8 +128,10 @@ def test_the_last_page_says_how_to_get_a_compiler_and_which_settings_were_kept(s
 def test_psf_is_not_added_to_the_path_when_its_box_is_cleared(start):
     before = registry_value(ENVIRONMENT, "PATH")
     wizard = start("en")
+    ticked = wizard.picture("ticked")
     item = wizard.components()[1]["rect"]
     click(item[0] - 8, (item[1] + item[3]) // 2)
+    wizard.picture("cleared", other_than=ticked)
     text = wizard.install()
     assert "PATH" not in text
     wizard.end()
