@@ -1,6 +1,6 @@
-// Types into the pane of the main window, which holds 10,000 lines. Prints for each keystroke how many lines change
-// their colours, "one" or "all" in view, and the milliseconds until the pane is drawn. A comment is opened in front of
-// all that is seen and closed again: no keystroke changes more colours.
+// Types into the pane of the program's window, which holds 10,000 lines, with all that the program does there. Prints
+// for each keystroke how many lines change their colours, "one" or "all" in view, and the milliseconds until the pane
+// is drawn. A comment is opened in front of all that is seen and closed again: no keystroke changes more colours.
 #pragma once
 
 #include "platform/desktop/Desktop.h"
