@@ -136,7 +136,7 @@ TEST_P(ProgramScenario, WhatIsShownBesideTheCaretGoesWithIt) {
 TEST_P(ProgramScenario, ATipTellsWhatASaveMakesOfACharacter) {
     BeginBesideOthers();
     user->Paste("Calculate \xE4\xB8\xAD\xF0\x9F\x98\x80");
-    for (const std::size_t column : {10, 11}) {
+    for (const std::size_t column : {std::size_t{10}, std::size_t{11}}) {
         EXPECT_EQ(user->TipShown({2, column}), "The file cannot hold this character. It is saved as: ?") << column;
     }
     EXPECT_EQ(user->TipShown({2, 4}), "long Calculate(int value)");
