@@ -284,6 +284,10 @@ void VornMainFrm::Listen() {
     mFuncBody.onMenu = command(&VornMainFrm::ShowPaneMenu);
     mCodeTree.onMenu = command(&VornMainFrm::ShowTreeMenu);
     mDesktop.VornToolBar().onButtonClick = command(&VornMainFrm::VornToolBar_ButtonClick);
+    ListenToMenus();
+}
+
+void VornMainFrm::ListenToMenus() {
     const std::pair<std::string_view, void (VornMainFrm::*)()> commands[] = {
         {"mnuNewPSF", &VornMainFrm::mnuNewPSF_Click},     {"mnuOpenPSF", &VornMainFrm::mnuOpenPSF_Click},
         {"mnuSavePSF", &VornMainFrm::mnuSavePSF_Click},   {"mnuSaveAsPSF", &VornMainFrm::mnuSaveAsPSF_Click},
@@ -293,7 +297,7 @@ void VornMainFrm::Listen() {
         {"mnuAbout", &VornMainFrm::mnuAbout_Click},
     };
     for (const auto& [name, handler] : commands) {
-        mDesktop.Menu(name).onClick = command(handler);
+        mDesktop.Menu(name).onClick = [this, handler = handler] { RunCommand([&] { (this->*handler)(); }); };
     }
 }
 

@@ -127,6 +127,7 @@ private:
     void PlaceControls();
     void MakeMenus();
     void Listen();
+    void ListenToMenus();
 
     void SetUpStatusBar();
     void ShowButtonTips();
