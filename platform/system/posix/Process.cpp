@@ -17,6 +17,7 @@
 #include <spawn.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
@@ -258,6 +259,7 @@ public:
         const int error = SpawnPlan(output.Number(), (isOnePipe ? output : errors).Number()).Start(arguments, process);
         if (error == 0) {
             mChild.emplace(process);
+            mEnd = Descriptor(static_cast<int>(::syscall(SYS_pidfd_open, process, 0)));
         }
         return Error(error);
     }
@@ -289,17 +291,13 @@ public:
         if (!mChild) {
             return 0;
         }
-        const std::size_t before = entries.size();
         for (const Outlet& outlet : mOutlets) {
             if (outlet.isOpen) {
                 entries.push_back({outlet.pipe.Number(), POLLIN, 0});
             }
         }
-        if (entries.size() > before) {
-            return SilenceInMilliseconds;
-        }
-        mPatience = std::min(mPatience * 2, SilenceInMilliseconds); // it closes both outputs right before its end
-        return mPatience;
+        entries.push_back({mEnd.Number(), POLLIN, 0}); // poll passes over one that an old kernel did not give
+        return SilenceInMilliseconds;
     }
 
     static void WaitForAny(const std::vector<PipedChild*>& children) {
@@ -336,7 +334,7 @@ private:
     std::vector<Outlet> mOutlets;
     std::optional<Child> mChild;
     int mExitStatus = 0;
-    int mPatience = 1;
+    Descriptor mEnd; // can be read when it has ended
 };
 
 ProcessResult RunProcess(const std::vector<std::string>& arguments,
