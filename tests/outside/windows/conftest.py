@@ -80,3 +80,13 @@ def launch(probe):
     for program in started:
         if program.status() is None:
             program.kill()
+
+
+@pytest.fixture(name="program")
+def fixture_program(launch, installed, example):
+    """The program with the keyboard in the pane, at the beginning of a function."""
+    program = launch(windows_path(example))
+    program.click_item("SetLamp")
+    program.click_pane()
+    program.keys("ctrl+Home")
+    return program

@@ -1,17 +1,6 @@
 """The keys that edit, pressed on a real keyboard."""
 
-import pytest
-from harness import wait_until, windows_path, xdotool
-
-
-@pytest.fixture(name="program")
-def fixture_program(launch, installed, example):
-    """The program with the keyboard in the pane, at the beginning of a function."""
-    program = launch(windows_path(example))
-    program.click_item("SetLamp")
-    program.click_pane()
-    program.keys("ctrl+Home")
-    return program
+from harness import wait_until, xdotool
 
 
 def write(program, *lines):

@@ -1,18 +1,7 @@
 """The menus that come up at the pane and the tree, asked for and used with real keys and a real mouse."""
 
-import pytest
-from harness import click, wait_until, windows_path
+from harness import click, wait_until
 from windows_harness import FUNC_BODY
-
-
-@pytest.fixture(name="program")
-def fixture_program(launch, installed, example):
-    """The program with the keyboard in the pane, at the beginning of a function."""
-    program = launch(windows_path(example))
-    program.click_item("SetLamp")
-    program.click_pane()
-    program.keys("ctrl+Home")
-    return program
 
 
 def use_menu(program, ask, letter):
