@@ -3,11 +3,11 @@ rem The batch file of the compile kit on Windows: compiles the written C file an
 rem program. Its only argument is the output name; the C file is TESSALY_C_FILE, or the setting FCompFileName.
 rem With /compiler it only says which compiler it would take.
 rem Exit status: 0 done, 64 wrong argument, 127 no compiler, 1 no C file to compile, else the compiler's own.
-rem What is printed about the C file stands in the file of its name with ".log" behind it, too.
+rem What is printed about the C file is also in the log, the file of that name with ".log" after it.
 rem The window stays open after an error, unless TESSALY_NO_PAUSE is set. CC is the name or the full path of a compiler.
 rem
-rem Paths stand in quotes and are never put through CALL or delayed expansion: they may contain & ^ % ! ( ).
-rem No program or library may come out of the folder with the program source file, which is the current one at first:
+rem Paths are in quotes and are never put through CALL or delayed expansion: they may contain & ^ % ! ( ).
+rem No program or library may come out of the folder with the PSF file, which is the current one at first:
 rem programs are called by their paths, and all of them in the folder of the system.
 
 setlocal EnableExtensions DisableDelayedExpansion
@@ -121,7 +121,7 @@ exit /b
 rem ---- The C file
 
 rem Sets source to the setting, from place: the registry export file that TESSALY_SETTINGS names, or else the registry.
-rem The editor is a 32-bit program, so on 64-bit Windows its settings lie in the 32-bit view.
+rem The editor is a 32-bit program, so on 64-bit Windows its settings are in the 32-bit view.
 :find_source
 set "source=%TESSALY_C_FILE%"
 if defined source exit /b
@@ -176,7 +176,7 @@ if not exist "%compiler%" set "compiler="
 set "kind=clang"
 exit /b
 
-rem Visual Studio puts its compiler into the environment by a batch file; where it lies, its own finder tells. That is
+rem Visual Studio puts its compiler into the environment by a batch file; where that is, its own finder tells. That is
 rem called out of its folder, since FOR cannot take a command in quotes with ( ) in them.
 :find_visual_studio
 set "studio="
@@ -204,7 +204,7 @@ exit /b
 rem ---- Options: warnings for what users do wrong. Not all that a handler is given must be used, nor all fields of a
 rem frame be set. What is in CFLAGS comes last, so that it can take away what is here.
 
-rem gcc counts the lone CR behind a prototype as a line end, but not where it quotes the source: its excerpts would
+rem gcc counts the lone CR after a prototype as a line end, but not where it quotes the source: its excerpts would
 rem show other lines than it means.
 :options_gcc
 set options=-fno-diagnostics-show-caret -static

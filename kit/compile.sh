@@ -1,7 +1,7 @@
 #!/bin/sh
 # The batch file of the compile kit: compiles the written C file and the kit's runtime into one program.
 # Its only argument is the output name. The C file is $TESSALY_C_FILE, or the setting FCompFileName, looked up here.
-# What is printed about the C file stands in the file of its name with ".log" behind it, too.
+# What is printed about the C file is also in the log, the file of that name with ".log" after it.
 # Exit status: 0 done, 64 wrong argument, 127 no compiler, 1 no C file to compile, else the compiler's own.
 set -u
 newline='
@@ -18,7 +18,7 @@ fail() {
     exit "$1"
 }
 
-# Sets $kit, the folder this file really lies in: the editor may start it through a link.
+# Sets $kit, the folder this file really is in: the editor may start it through a link.
 find_kit() {
     self=$0
     while [ -h "$self" ]; do
@@ -112,7 +112,7 @@ find_cache() {
 }
 
 # Prints what is other when clang is: marks of the program "$1" and of the list of all libraries. Fails for other
-# compilers, which are quick to tell, and where something else may be behind the name.
+# compilers, which are quick to tell, and where that may be another program.
 clang_marks() {
     case ${1##*/} in
     clang* | cc) program=$(readlink -f -- "$(command -v -- "$1")") ;;
@@ -125,7 +125,7 @@ clang_marks() {
 }
 
 # Sets $version to what the compiler "$@" says that it is. clang takes a quarter of a compile to say it, so its answer is
-# kept, behind its marks.
+# kept, after its marks.
 find_version() {
     if [ -z "$cache" ] || ! marks=$(clang_marks "$1" 2>/dev/null); then
         version=$("$@" --version 2>/dev/null)
@@ -179,7 +179,7 @@ compile() {
     # clang would warn about every letter of the ANSI code page in a text; gcc takes the bytes as they are.
     case $version in
     *clang*) set -- "$@" -Wno-invalid-source-encoding ;;
-    # gcc counts the lone CR behind a prototype as a line end, but not when it quotes the source. Its excerpts would
+    # gcc counts the lone CR after a prototype as a line end, but not when it quotes the source. Its excerpts would
     # show the wrong lines.
     *"Free Software Foundation"*) set -- "$@" -fno-diagnostics-show-caret ;;
     esac
@@ -206,7 +206,7 @@ compile() {
         esac
         set -- "$@" -O0 --coverage
     fi
-    # Files of the user lie beside the program source file, and there the program comes, too.
+    # Files of the user are beside the PSF file, and the program comes there, too.
     case $output in */*) set -- "$@" -I "${output%/*}/" ;; *) set -- "$@" -I . ;; esac
     # -x c: the suffix of the C file is the user's choice, and .C would be C++.
     set -- "$@" -o "$output" -x c "$source"
@@ -242,7 +242,7 @@ build() {
         compile "$CC"
         return
     fi
-    # CC may hold options, too, as in "ccache gcc"; a path with blanks has been found above.
+    # CC may hold options, too, as in "ccache gcc"; a path with spaces has been found above.
     set -f
     # shellcheck disable=SC2086
     set -- $CC
@@ -292,7 +292,7 @@ find_kit
 find_source
 rm -f -- "$output" "$log" 2>/dev/null
 hidden=
-# Behind a file and not a pipe: a compiler may leave something running that holds the end of a pipe open.
+# Through a file and not a pipe: a compiler may leave something running that holds the end of a pipe open.
 if { true >"$log"; } 2>/dev/null; then
     build_with_log
     if [ "$status" -ne 0 ] && hide_names; then

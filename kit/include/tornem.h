@@ -5,7 +5,7 @@
 
 #include "vexlib.h"
 
-/* Something went wrong on a channel. What the error types mean is up to the hardware behind the channel. */
+/* Something went wrong on a channel. What the error types mean is up to the hardware of the channel. */
 void OnError(uchar channel, uchar error_type);
 
 /* A frame has arrived. It may be changed, and passed to SendFrame; it is gone when the handler returns. */
@@ -19,7 +19,7 @@ void OnKey(char character);
 void OnStart(long time);
 void OnStop(long time);
 
-/* A timer has run out, or the script says so: then no timer of that id needs to be running. */
+/* A timer has run out, or the script says so: then no timer of that ID needs to be running. */
 void OnTimer(uint timerid);
 
 /* The block was triggered. The time is in milliseconds since the origin of time. */

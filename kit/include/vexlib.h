@@ -9,7 +9,7 @@
 typedef unsigned char uchar;
 
 /* glibc names this type too, unless a strict -std= hides it. Where it does, a second typedef would be a warning in
- * the older dialects, so ours stands in only where there is none. */
+ * the older dialects, so ours is only for where there is none. */
 #ifndef __USE_MISC
 typedef unsigned int uint;
 #endif
@@ -38,12 +38,12 @@ __extension__
 /* What the calls return. */
 #define VEX_OK 0             /* done */
 #define VEX_BAD_CHANNEL (-1) /* the channel is not 0-255 */
-#define VEX_BAD_FRAME (-2)   /* no frame, its id is too large, or it is a remote frame and an FD frame at once */
+#define VEX_BAD_FRAME (-2)   /* no frame, its ID is too large, or it is a remote frame and an FD frame at once */
 #define VEX_BAD_LENGTH (-3)  /* a length that no such frame, or no serial packet, has */
 #define VEX_BAD_PERIOD (-4)  /* a period that is not 1-2147483647 ms */
 #define VEX_BAD_DATA (-5)    /* a null pointer where bytes or a text are needed */
 #define VEX_BAD_TEXT (-6)    /* a text that cannot be formatted */
-#define VEX_NO_TIMER (-7)    /* no timer of that id is running */
+#define VEX_NO_TIMER (-7)    /* no timer of that ID is running */
 #define VEX_TIMERS_FULL (-8) /* VEX_TIMER_LIMIT timers are running already */
 
 /* How many timers may run at once. */
@@ -56,7 +56,7 @@ __extension__
  * Start with DataFrame frame = {0}: a flag that you forget would otherwise have a random value. */
 typedef struct DataFrame {
     uint id;        /* 0-0x7FF, or 0-0x1FFFFFFF when extended is set */
-    uchar extended; /* the id has 29 bits instead of 11 */
+    uchar extended; /* the ID has 29 bits instead of 11 */
     uchar remote;   /* asks for data and carries none; length is the length asked for */
     uchar fd;       /* an FD frame: up to 64 bytes, and never remote */
     uchar brs;      /* FD: the data was sent at the higher bit rate; without fd it is ignored */
@@ -70,7 +70,7 @@ typedef struct DataFrame {
 int SendFrame(const DataFrame* frame, int channel);
 
 /* Calls OnTimer(timerid) every period milliseconds, 1-2147483647, from now on, until StopTimer or the stop event.
- * Every value is an id. A timer that is running already is started anew with the new period.
+ * Every value is an ID. A timer that is running already is started anew with the new period.
  * Errors: VEX_BAD_PERIOD, VEX_TIMERS_FULL. */
 int StartTimer(uint timerid, long period);
 
@@ -81,7 +81,7 @@ int StartTimerOnce(uint timerid, long delay);
 /* Stops a timer of either kind. The result is VEX_NO_TIMER when it is not running, which a block may ignore. */
 int StopTimer(uint timerid);
 
-/* Writes datacount bytes, 0-VEX_SERIAL_LIMIT, to the serial port; with 0 bytes it does nothing, whatever data is.
+/* Writes datacount bytes, 0-VEX_SERIAL_LIMIT, to the serial port; with 0 bytes it does nothing, and data may be null.
  * Errors: VEX_BAD_LENGTH, VEX_BAD_DATA. */
 int SerialWrite(const void* data, long datacount);
 

@@ -78,7 +78,7 @@ const char* kit_frame_parse(const char* text, DataFrame* frame) {
     memset(frame, 0, sizeof *frame);
     size_t digits = strcspn(text, "#");
     if (text[digits] == '\0')
-        return "a frame needs a '#' behind its id";
+        return "a frame needs a '#' after its ID";
     if (!parse_id(text, digits, frame))
         return "an id is 3 or 8 hex digits";
     const char* rest = text + digits + 1;

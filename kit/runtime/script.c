@@ -97,7 +97,7 @@ static const char* parse_serial(char* rest, KitEvent* event) {
         int high = kit_hex_digit(rest[0]);
         int low = high < 0 ? -1 : kit_hex_digit(rest[1]);
         if (low < 0 || strcspn(rest, blanks) != 2)
-            return "'serial' needs bytes of two hex digits each, with blanks between them";
+            return "'serial' needs bytes of two hex digits each, with spaces between them";
         if (event->length == VEX_SERIAL_LIMIT)
             return "'serial' takes at most 65535 bytes";
         event->text[event->length++] = (char)(high << 4 | low);
@@ -163,7 +163,7 @@ const char* kit_script_parse(char* line, size_t length, KitEvent* event) {
     if (*text == '(') {
         text = read_stamp(text, event);
         if (text == NULL)
-            return "a time is (SECONDS) or (SECONDS.FRACTION) with at most six digits behind the point";
+            return "a time is (SECONDS) or (SECONDS.FRACTION) with at most six digits after the point";
         text = skip_blanks(text);
     }
     return parse_event(text, event);

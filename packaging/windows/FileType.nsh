@@ -1,5 +1,5 @@
 ; The file type .PSF: a ProgID of our own, which becomes the default only where no other program holds the type.
-; The program takes its command line as it stands, so the open command has no quotes around %1.
+; The program takes its command line as it is, so the open command has no quotes around %1.
 
 !define PROGID "Ostrel.Tessaly.PSF"
 !define CLASSES "SOFTWARE\Classes"

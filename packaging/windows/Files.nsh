@@ -1,4 +1,4 @@
-; What the installer put into its folder, by the list that lies there: files.txt has one path on each line, folders with
+; What the installer put into its folder, by the list in it: files.txt has one path on each line, folders with
 ; a backslash at their end and after what is in them. Whatever else is in the folder is the user's and stays.
 
 !macro FileFunctions un

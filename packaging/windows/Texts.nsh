@@ -1,8 +1,8 @@
 ; The installer's own texts in both languages; the rest is NSIS's.
 LangString TextStillRunning ${LANG_ENGLISH} "Tessaly is running. Please close it."
 LangString TextStillRunning ${LANG_GERMAN} "Tessaly läuft noch. Bitte beenden Sie das Programm."
-LangString TextFileType ${LANG_ENGLISH} "Program source file"
-LangString TextFileType ${LANG_GERMAN} "Programmquelldatei"
+LangString TextFileType ${LANG_ENGLISH} "PSF file"
+LangString TextFileType ${LANG_GERMAN} "PSF-Datei"
 LangString TextHelpEntry ${LANG_ENGLISH} "Tessaly Help"
 LangString TextHelpEntry ${LANG_GERMAN} "Tessaly-Hilfe"
 LangString TextHelpFile ${LANG_ENGLISH} "Tessaly-en.chm"

@@ -23,7 +23,7 @@ namespace {
 
 // The command line, parsed; `run` is the command that it names.
 struct CommandLine {
-    CLI::App app{"Works on program source files (PSF) without a window.", "psf"};
+    CLI::App app{"Works on PSF files without a window.", "psf"};
     std::string codePage;
     std::string file;
     std::string second; // member, name or second file
@@ -77,7 +77,7 @@ struct CommandLine {
         return command;
     }
 
-    void AddFile(CLI::App* command) { command->add_option("FILE", file, "A program source file")->required(); }
+    void AddFile(CLI::App* command) { command->add_option("FILE", file, "A PSF file")->required(); }
 
     // Of a command that only reads.
     void AddName(CLI::App* command) {
@@ -90,7 +90,7 @@ struct CommandLine {
     }
 
     void AddInput(CLI::App* command) {
-        command->add_option("FILE", file, "A program source file; - is standard input")->required();
+        command->add_option("FILE", file, "A PSF file; - is standard input")->required();
         AddName(command);
     }
 
@@ -115,7 +115,7 @@ struct CommandLine {
     }
 
     void AddFileCommands() {
-        CLI::App* create = Command("new", "Write a PSF that holds the default document",
+        CLI::App* create = Command("new", "Write a PSF file with an empty program block",
                                    "Exit status: 0 done; 64 the file exists; 255 it cannot be written.\n"
                                    "Example: psf new Blink.PSF",
                                    [this](Session& session) { return New(session, file); });
@@ -143,7 +143,7 @@ struct CommandLine {
                                                                : ShowMember(Reading(session), file, second);
                                  });
         AddInput(show);
-        auto* asJson = show->add_flag("--json", json, "Print the whole document as one JSON object");
+        auto* asJson = show->add_flag("--json", json, "Print the whole program block as one JSON object");
         hasSecond = show->add_option("MEMBER", second, "references, functions/NAME or events/NAME")->excludes(asJson);
 
         CLI::App* set = Command("set", "Replace a member's text by standard input",
@@ -277,8 +277,8 @@ struct CommandLine {
     }
 
     void AddOtherForms() {
-        CLI::App* text = Command("text", "Print the whole document for reading and comparing",
-                                 "Exit status: 0 done, also for a part of a document; 2 the file cannot be read.\n"
+        CLI::App* text = Command("text", "Print all texts, for reading and comparing",
+                                 "Exit status: 0 done, also for a part of a program block; 2 the file cannot be read.\n"
                                  "Example: psf text Blink.PSF",
                                  [this](Session& session) { return ShowText(session, file); });
         AddFile(text);
@@ -288,7 +288,7 @@ struct CommandLine {
                                 "Example: psf export Blink.PSF blink/",
                                 [this](Session& session) { return Export(session, file, second); });
         AddFile(out);
-        out->add_option("DIR", second, "The folder, which is made where it is not there")->required();
+        out->add_option("DIR", second, "The folder, which is made if it is missing")->required();
 
         CLI::App* in = Command("import", "Make a file of what export has written",
                                "Exit status: 0 done; 4 a member's file is missing; 7 two names collide; 64 a file is "
@@ -299,7 +299,7 @@ struct CommandLine {
         AddFile(in);
         AddForce(in);
 
-        CLI::App* setup = Command("git-setup", "Have git use tidy, merge and text for program source files",
+        CLI::App* setup = Command("git-setup", "Have git use tidy, merge and text for PSF files",
                                   "Exit status: 0 done; 4 the current folder is in no repository; 127 there is no git; "
                                   "255 something cannot be written.\n"
                                   "Example: psf git-setup",

@@ -106,7 +106,7 @@ int Configure(Session& session, bool global, const std::string& codePage) {
     const std::string psf = codePage.empty() ? "psf" : "psf --codepage " + codePage;
     GitConfiguration git(session, global);
     const bool taken = git.Set("filter.psf.clean", psf + " tidy --name %f -") &&
-                       git.Set("merge.psf.name", "program source files, member by member") &&
+                       git.Set("merge.psf.name", "PSF files, member by member") &&
                        git.Set("merge.psf.driver", psf + " merge --name %P %O %A %B") &&
                        git.Set("diff.psf.textconv", psf + " text") && git.Set("diff.psf.xfuncname", R"(^\[([^][]+)\])");
     if (!taken) {

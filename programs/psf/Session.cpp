@@ -74,7 +74,7 @@ std::string LoadProblem(const VornSrcObj& document) {
     if (error == std::errc::not_enough_memory) {
         return std::string(OutOfMemory);
     }
-    return error ? Reason(error) : "not a complete program source file";
+    return error ? Reason(error) : "not a complete PSF file";
 }
 
 std::string LoadProblemWithHint(const VornSrcObj& document) {

@@ -1,6 +1,6 @@
 # Completion of psf for bash.
 
-# A word as it stands on the command line, as a path: without its quoting, and with the home folder for "~". Nothing in
+# A word as it is on the command line, as a path: without its quoting, and with the home folder for "~". Nothing in
 # it is run.
 _psf_path() {
     local path=$1

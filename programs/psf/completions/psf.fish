@@ -29,7 +29,7 @@ complete -c psf -f
 complete -c psf -l codepage -x -a '1250 1251 1252 1253 1254 1255 1256 1257 1258' -d 'Code page of PSF and C files'
 complete -c psf -s h -l help -d 'Print help'
 complete -c psf -n __fish_use_subcommand -l version -d 'Print the version'
-complete -c psf -n __fish_use_subcommand -a new -d 'Write a PSF that holds the default document'
+complete -c psf -n __fish_use_subcommand -a new -d 'Write a PSF file with an empty program block'
 complete -c psf -n __fish_use_subcommand -a show -d 'List the members, or print one, or all as JSON'
 complete -c psf -n __fish_use_subcommand -a set -d "Replace a member's text by standard input"
 complete -c psf -n __fish_use_subcommand -a add -d 'Add a function'
@@ -44,13 +44,13 @@ complete -c psf -n __fish_use_subcommand -a export -d 'Write a file for each mem
 complete -c psf -n __fish_use_subcommand -a import -d 'Make a file of what export has written'
 complete -c psf -n __fish_use_subcommand -a tidy -d 'Write the normal form, without empty lines at the ends of texts'
 complete -c psf -n __fish_use_subcommand -a merge -d 'Merge two changed versions of a file, member by member'
-complete -c psf -n __fish_use_subcommand -a text -d 'Print the whole document for reading and comparing'
+complete -c psf -n __fish_use_subcommand -a text -d 'Print all texts, for reading and comparing'
 complete -c psf -n __fish_use_subcommand -a git-setup -d 'Have git use tidy, merge and text'
 complete -c psf -n __fish_use_subcommand -a map -d 'Copy standard input with positions mapped to members'
 complete -c psf -n __fish_use_subcommand -a recover -d 'List, show or write what the window kept of unsaved texts'
 complete -c psf -n '__fish_seen_subcommand_from new' -l force -d 'Replace a file that exists'
 complete -c psf -n '__fish_seen_subcommand_from set add delete rename resave import generate tidy merge recover' -l force -d 'Replace a file that has other names, too'
-complete -c psf -n '__fish_seen_subcommand_from show' -l json -d 'Print the whole document as one JSON object'
+complete -c psf -n '__fish_seen_subcommand_from show' -l json -d 'Print the whole program block as one JSON object'
 complete -c psf -n '__fish_seen_subcommand_from check' -l lint -d 'Report what the texts show by themselves, too'
 complete -c psf -n '__fish_seen_subcommand_from check' -l format -x -a 'text gcc json sarif github' -d 'The form of the report'
 complete -c psf -n '__fish_seen_subcommand_from build test' -s j -l jobs -x -d 'How many programs may run at the same time'
@@ -69,7 +69,7 @@ complete -c psf -n '__fish_seen_subcommand_from map' -l c-file -r -F -d 'The C f
 complete -c psf -n '__fish_seen_subcommand_from recover' -l json -d 'Print the list as JSON'
 complete -c psf -n '__fish_seen_subcommand_from recover' -s o -l output -r -F -d 'The file to write'
 complete -c psf -n '__fish_seen_subcommand_from recover' -l delete -d 'Remove it for good'
-# fish takes what stands behind the first tab as the description.
+# fish takes what is after the first tab as the description.
 complete -c psf -n '__psf_at recover 1' -k -a '(psf recover 2>/dev/null)'
 for command in new show set add delete rename resave export generate build test check tidy text
     complete -c psf -n "__psf_at $command 1" -k -a '(__fish_complete_suffix .PSF .psf)'

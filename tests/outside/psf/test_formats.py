@@ -43,7 +43,7 @@ def test_a_file_that_does_not_load_is_an_error_in_every_format_for_machines(tmp_
     result = check(tmp_path, "json", content=ODD[:-30])
     assert result.status == 2
     assert json.loads(result.out.splitlines()[-1])["severity"] == "error"
-    assert result.err == "psf: x.PSF: not a complete program source file\n"
+    assert result.err == "psf: x.PSF: not a complete PSF file\n"
     assert b"::error file=x.PSF,line=" in check(tmp_path, "github", content=ODD[:-30]).out
     assert b": error: not a complete" in check(tmp_path, "gcc", content=ODD[:-30]).out
     assert json.loads(check(tmp_path, "sarif", content=ODD[:-30]).out)["runs"][0]["results"][-1]["level"] == "error"

@@ -91,7 +91,7 @@ def test_a_dash_is_standard_input_and_has_a_name(tree):
 def test_what_is_wrong_with_standard_input_is_told_by_its_name(arguments):
     result = psf(*arguments, "-", "--name", "HEAD:x.PSF", stdin=GOOD[:-30])
     assert result.status == 2
-    assert result.err.startswith("psf: HEAD:x.PSF: not a complete program source file")
+    assert result.err.startswith("psf: HEAD:x.PSF: not a complete PSF file")
 
 
 @not_on_windows("no such files")

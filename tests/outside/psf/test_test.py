@@ -123,7 +123,7 @@ def test_a_status_other_than_0_fails_and_shows_what_was_printed(place, script, s
 
 
 @pytest.mark.parametrize("content, said", [
-    (source(end=None), "not a complete program source file"), (source([("X", "{")]), "C code cannot be generated")])
+    (source(end=None), "not a complete PSF file"), (source([("X", "{")]), "C code cannot be generated")])
 def test_a_file_that_no_program_can_be_made_of_fails(place, content, said):
     place.block("Blink.PSF", content)
     place.write("Blink.events", "true")

@@ -70,7 +70,7 @@ def test_what_does_not_load_stays_and_the_others_are_done(tmp_path):
     (tmp_path / "bad.PSF").write_bytes(UNTIDY[:-30])
     (tmp_path / "good.PSF").write_bytes(UNTIDY)
     result = psf("tidy", "bad.PSF", "good.PSF", cwd=tmp_path)
-    assert (result.status, result.err) == (2, "psf: bad.PSF: not a complete program source file\n")
+    assert (result.status, result.err) == (2, "psf: bad.PSF: not a complete PSF file\n")
     assert (tmp_path / "bad.PSF").read_bytes() == UNTIDY[:-30]
     assert (tmp_path / "good.PSF").read_bytes() == TIDY
     result = psf("tidy", "-", stdin=UNTIDY[:-30])
@@ -116,7 +116,7 @@ def test_text_of_a_file_that_does_not_load_is_what_could_be_read(tmp_path):
     result = psf("text", tmp_path / "x.PSF")
     assert (result.status, result.err) == (0, "")
     assert b"[functions/Main]\nvoid Main(void)\n{\n}\n\n[functions/Other]" in result.out
-    assert result.out.endswith(b"\n(not all could be read: not a complete program source file)\n")
+    assert result.out.endswith(b"\n(not all could be read: not a complete PSF file)\n")
     result = psf("text", tmp_path / "none.PSF")
     assert (result.status, result.out) == (2, b"")
 

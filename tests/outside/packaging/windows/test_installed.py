@@ -75,7 +75,7 @@ def test_the_list_of_installed_programs_has_a_full_entry():
 
 def test_the_file_type_opens_with_the_bare_path_as_command_line():
     assert read_value(CLASSES + r"\.PSF") == PROGID
-    assert read_value(f"{CLASSES}\\{PROGID}") == "Programmquelldatei"
+    assert read_value(f"{CLASSES}\\{PROGID}") == "PSF-Datei"
     assert read_value(f"{CLASSES}\\{PROGID}\\shell\\open\\command") == f'"{windows_path(FOLDER)}\\Tessaly.exe" %1'
     assert read_value(f"{CLASSES}\\{PROGID}\\DefaultIcon") == f"{windows_path(FOLDER)}\\Tessaly.ico"
     app_path = r"HKLM\SOFTWARE\Microsoft\Windows\CurrentVersion\App Paths\Tessaly.exe"
