@@ -141,6 +141,7 @@ def _load(name: str, language: Language, contact: str) -> Topic:
     body = _typographic(markdown.markdown(_put_in(source, language, contact), output_format="html",
                                           extensions=["tables", "attr_list", "fenced_code", "def_list"]))
     body = body.replace("<th>", '<th scope="col">').replace("<pre>", '<pre tabindex="0">')  # for keys to scroll it
+    body = re.sub(r'(<a href="[\w-]+)\.md', r'\1.html', body)  # the sources link to each other
     sections = re.findall(r'<h2 id="([\w-]+)">(.*?)</h2>', body)
     if len(sections) != body.count("<h2"):
         raise ValueError(f"{path}: every part needs an anchor, as in ## Title {{#anchor}}")

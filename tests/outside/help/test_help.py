@@ -103,6 +103,12 @@ def test_every_link_leads_to_a_page_and_an_anchor_that_exist(language):
                 assert anchor in Page(target.read_text(encoding="utf-8")).ids, f"{path.name}: {link}"
 
 
+def test_the_links_of_the_sources_lead_to_sources():
+    for path in (ROOT / "help").glob("??/*.md"):
+        for target in re.findall(r"\]\(([^)#]+)", path.read_text(encoding="utf-8")):
+            assert (path.parent / target).is_file(), f"{path}: {target}"
+
+
 @pytest.mark.parametrize("language", LANGUAGES)
 def test_the_index_page_leads_to_every_topic(language):
     assert {f"{name}.html" for name in TOPICS} <= set(page(language, "index").links)
@@ -182,7 +188,7 @@ def test_what_is_kept_and_where_is_described_as_the_program_does_it(language):
 @pytest.mark.parametrize("name", ["index", "files", "storing", "messages", "psf"])
 def test_the_way_back_to_a_text_is_told_where_one_looks_for_it(name, language):
     source = (ROOT / "help" / language / f"{name}.md").read_text(encoding="utf-8")  # the built page has navigation
-    assert "](recovery.html" in source
+    assert "](recovery.md" in source
 
 
 @pytest.mark.parametrize("language", LANGUAGES)
