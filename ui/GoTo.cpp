@@ -209,6 +209,10 @@ std::size_t VornMainFrm::ListEverywhere(const std::string& wanted, FindOptions o
     return count;
 }
 
+std::string VornMainFrm::WordOf(Mark mark) const {
+    return std::string(OwnWords(mark == Mark::Error ? OwnText::ErrorMessage : OwnText::WarningMessage, mLanguage));
+}
+
 // What stands in the pane may have been edited since the build.
 void VornMainFrm::ShowLineMarks(std::string_view text) {
     const PlacesNow places(mMessages.map.Text(mShownMember), text);
@@ -216,6 +220,7 @@ void VornMainFrm::ShowLineMarks(std::string_view text) {
     for (const Diagnostic& message : mMessages.All()) {
         if (message.member == mShownMember && MarkOf(message) != Mark::None) {
             marks.push_back(places.Marked(message));
+            marks.back().text = WordOf(marks.back().mark) + ": " + message.text;
         }
     }
     mFuncBody.SetLineMarks(marks);
@@ -252,8 +257,7 @@ void VornMainFrm::ShowMarks() {
     for (const auto& marked : marks) {
         if (marked.second != Mark::None) {
             mMarkedMembers.push_back(marked.first);
-            const OwnText words = marked.second == Mark::Error ? OwnText::ErrorMessage : OwnText::WarningMessage;
-            Attempt([&] { mCodeTree.SetMark(ItemOf(marked.first), marked.second, OwnWords(words, mLanguage)); });
+            Attempt([&] { mCodeTree.SetMark(ItemOf(marked.first), marked.second, WordOf(marked.second)); });
         }
     }
 }

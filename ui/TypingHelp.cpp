@@ -142,7 +142,7 @@ std::string TypingHelp::TipAt(Place place) {
     const std::u16string line = mPane.Line(place.line);
     const std::size_t column = std::min(place.column, line.size());
     if (const auto lost = LostBeside(line, column, mPane.SpotsOf(place.line)); !lost.empty()) {
-        return onLost(lost);
+        return mPane.tellLost(lost);
     }
     const Word word = WordBeside(line, column);
     if (word.Length() == 0) {

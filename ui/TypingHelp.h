@@ -17,9 +17,6 @@ public:
     // What is known at a place of the pane's text; good until it is asked again.
     using Known = std::function<KnownNames(Place place)>;
 
-    // What a tip says of a character that a save would lose.
-    std::function<std::string(std::u16string_view character)> onLost;
-
     // Both must outlive it.
     TypingHelp(RichTextBox& pane, Suggestions& suggestions, Known known);
 

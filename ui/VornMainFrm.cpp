@@ -272,12 +272,12 @@ void VornMainFrm::Listen() {
     mFinding.onEverywhere = [this](const std::string& wanted, FindOptions options) {
         return ListEverywhere(wanted, options);
     };
-    mTypingHelp.onLost = [this](std::u16string_view character) { return TipOfLost(character); };
     mCodeTree.onNodeClick = command(&VornMainFrm::CodeTree_NodeClick);
     mFuncBody.onGotFocus = [this] { FuncBody_GotFocus(); };
     mFuncBody.onLostFocus = [this] { FuncBody_LostFocus(); };
     mFuncBody.onChange = [this] { FuncBody_Change(); };
     mFuncBody.keeps = [this](char32_t character) { return Keeps(mDesktop.AnsiCodePage(), character); };
+    mFuncBody.tellLost = [this](std::u16string_view character) { return TipOfLost(character); };
     mFuncBody.onKey = [this](const PaneKey& key) { return FuncBody_KeyDown(key); };
     mFuncBody.onCtrlClick = command(&VornMainFrm::GoToNamed);
     mFuncBody.onCtrlWheel = command(&VornMainFrm::ZoomBySteps);

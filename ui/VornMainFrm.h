@@ -197,6 +197,7 @@ private:
     void EnterPane();
     std::size_t ListEverywhere(const std::string& wanted, FindOptions options);
     void GoTo(const Diagnostic& message);
+    std::string WordOf(Mark mark) const;
     void ShowLineMarks(std::string_view text);
     void ShowMarks();
     void NoteEdited(TreeItem item);

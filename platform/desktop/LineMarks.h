@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace tessaly {
@@ -18,6 +19,7 @@ struct LineMark {
     Mark mark = Mark::Error;
     std::size_t begin = 0; // what is underlined, in this line; nothing where both are the same
     std::size_t end = 0;
+    std::string text = {}; // what a screen reader is told of it
 
     bool operator==(const LineMark&) const = default;
 };

@@ -2,6 +2,7 @@
 #include "platform/desktop/RichTextBox.h"
 
 #include "platform/desktop/Window.h"
+#include "platform/text/Utf16.h"
 
 #include <algorithm>
 #include <utility>
@@ -206,6 +207,7 @@ void RichTextBox::LookAtCaret() {
         const std::u16string line = Line(caret.line);
         const bool isBehindBlanks = caret.column == line.size() && !line.empty() && IsBlank({&line.back(), 1});
         const CaretSight before = std::exchange(mCaret, {caret.line, isBehindBlanks, FindBracket(*this, caret)});
+        Describe();
         if (mCaret == before) {
             return;
         }
@@ -217,6 +219,30 @@ void RichTextBox::LookAtCaret() {
             }
         }
     }));
+}
+
+// One character that would be lost stands for all of them.
+void RichTextBox::Describe() {
+    std::string description;
+    const auto add = [&description](const std::string& text) {
+        description += (description.empty() || text.empty() ? "" : "; ") + text;
+    };
+    for (const LineMark& mark : mFuncBodyAvailable ? mMarks.All() : std::vector<LineMark>()) {
+        if (mark.line == mCaret.line + 1) {
+            add(mark.text);
+        }
+    }
+    const std::vector<Spot> spots = SpotsOf(mCaret.line);
+    const auto lost =
+        std::find_if(spots.begin(), spots.end(), [](const Spot& spot) { return spot.kind == Spot::Kind::Lost; });
+    if (lost != spots.end() && tellLost) {
+        const std::u16string line = Line(mCaret.line);
+        add(tellLost(std::u16string_view(line).substr(lost->begin, IsHighSurrogate(line[lost->begin]) ? 2 : 1)));
+    }
+    if (description != mDescription) {
+        mDescription = std::move(description);
+        ShowDescription(mDescription);
+    }
 }
 
 std::vector<Spot> RichTextBox::SpotsOf(std::size_t line) const {

@@ -130,11 +130,15 @@ public:
     void SetLineMarks(std::span<const LineMark> marks) {
         mMarks.Set(marks, Count(), [this](std::size_t line) { return SpanOf(line); });
         ShowMarks();
+        Describe();
     }
 
     // Whether a save keeps a character. Others are set apart, as are blanks at the end of a line, the line of the
     // caret, and the bracket beside it with its partner, or another way without one. It is asked when they are drawn.
     std::function<bool(char32_t character)> keeps;
+
+    // What is said of a character that a save does not keep: to a screen reader, and in a tip.
+    std::function<std::string(std::u16string_view character)> tellLost;
 
     // Sets these matches apart, which are in order, and no others. Any change of the text takes them away. It is as
     // little a change itself as SetLineMarks is.
@@ -201,6 +205,11 @@ protected:
     // The zoom is another one.
     virtual void ShowZoom() = 0;
 
+    // A screen reader is to be told this of the pane beside its text, caret and selection: what the marks of the line
+    // with the caret say, and what of it a save would lose; "" for nothing.
+    virtual void ShowDescription(const std::string& description) = 0;
+    const std::string& Description() const { return mDescription; }
+
     // To be called in the place of scrolling when the wheel is turned with Ctrl held, by 120 for each step.
     void TellCtrlWheel(int delta);
 
@@ -229,6 +238,7 @@ private:
     void GoThrough(const std::function<void()>& work);
     void FollowEdit(std::size_t start, const Stretch& removed, const Stretch& added);
     std::size_t BreaksBehind(std::size_t position) const;
+    void Describe();
 
     // What is set apart on account of the caret.
     struct CaretSight {
@@ -244,6 +254,7 @@ private:
     TextHistory mHistory;
     CaretSight mCaret;
     std::vector<Match> mMatches;
+    std::string mDescription;
     int mZoom = 100;
     int mWheel = 0; // what it has turned since the last step
 };

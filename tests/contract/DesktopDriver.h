@@ -183,6 +183,9 @@ public:
     virtual void Undo() = 0;
     virtual std::string PaneShown() const = 0;
 
+    // What a screen reader, which has asked for the pane once, is told of it beside its text; "" for nothing.
+    virtual std::string PaneSaid() = 0;
+
     // What the margin of the pane shows beside each line in view: "12", or "12 error", or "12 warning".
     virtual std::vector<std::string> MarginShown() = 0;
     virtual std::vector<std::string> Underlined() = 0; // the pieces of text, from the top

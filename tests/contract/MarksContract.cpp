@@ -156,6 +156,26 @@ TEST_P(DesktopContract, ANewTextHasNoMarks) {
     EXPECT_EQ(user->Underlined(), Strings{});
 }
 
+TEST_P(DesktopContract, AScreenReaderIsToldWhatTheMarksOfTheCaretsLineSay) {
+    Edit(Poem, 5);
+    EXPECT_EQ(user->PaneSaid(), "");
+    Pane().SetLineMarks(std::vector<LineMark>{{2, Mark::Error, 5, 7, "Error: \xC3\xA4"},
+                                              {2, Mark::Warning, 4, 5, "Warning: b"},
+                                              {4, Mark::Warning, 14, 18, "Warning: c"}});
+    EXPECT_EQ(user->PaneSaid(), "Error: \xC3\xA4; Warning: b");
+    Pane().MoveCaret(0);
+    EXPECT_EQ(user->PaneSaid(), "");
+    user->SetCaret(14);
+    user->Type("x");
+    EXPECT_EQ(user->PaneSaid(), "Warning: c") << "where it was is not known any more, but still what";
+    Pane().SetFuncBodyAvailable(false);
+    EXPECT_EQ(user->PaneSaid(), "");
+    Pane().SetFuncBodyAvailable(true);
+    EXPECT_EQ(user->PaneSaid(), "Warning: c");
+    Pane().SetText(Poem);
+    EXPECT_EQ(user->PaneSaid(), "");
+}
+
 TEST_P(DesktopContract, AClickIntoTheMarginIsOneIntoThePaneAndMovesNothing) {
     Edit(Poem, 0);
     user->SelectAll();

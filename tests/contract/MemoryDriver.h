@@ -95,6 +95,7 @@ public:
     void ClickSuggestion(std::size_t row) override { mDesktop.suggestions.Click(row); }
     std::string TipShown(Place place) override { return mDesktop.suggestions.TipAt(place); }
     std::string HintShown() override { return mDesktop.suggestions.Hint().text; }
+    std::string PaneSaid() override { return mDesktop.pane.Said(); }
     std::uint32_t ColourBehind(std::size_t position) override { return mDesktop.pane.ColourBehind(position); }
 
     SeenMessages Messages() const override;

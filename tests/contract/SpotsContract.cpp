@@ -1,4 +1,5 @@
 // What the pane sets apart in a text: the line of the caret, brackets, and what nobody would see otherwise.
+#include "platform/text/Utf16.h"
 #include "tests/contract/DesktopContract.h"
 
 namespace tessaly {
@@ -81,6 +82,17 @@ TEST_P(DesktopContract, WhatASaveWouldLoseIsSetApart) {
     EXPECT_EQ(user->ColourBehind(5), paper);
     user->Paste("\xCE\xB2");
     EXPECT_NE(user->ColourBehind(7), user->ColourBehind(9)) << "as soon as it is pasted";
+}
+
+TEST_P(DesktopContract, AScreenReaderIsToldOfTheFirstCharacterInTheLineThatASaveWouldLose) {
+    Pane().keeps = [](char32_t /*character*/) { return false; };
+    Pane().tellLost = [](std::u16string_view character) { return "lost: " + ToUtf8(character); };
+    Edit("ab\nc", 0);
+    EXPECT_EQ(user->PaneSaid(), "");
+    user->Paste("\xF0\x9F\x99\x82\xCE\xB1");
+    EXPECT_EQ(user->PaneSaid(), "lost: \xF0\x9F\x99\x82");
+    Pane().MoveCaret(Pane().Text().size());
+    EXPECT_EQ(user->PaneSaid(), "");
 }
 
 TEST_P(DesktopContract, ControlCharactersAreShownByTheirPictures) {

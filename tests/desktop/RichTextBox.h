@@ -61,6 +61,9 @@ public:
     // What is behind the character at this byte, as 0xRRGGBB; another one for all that is set apart.
     std::uint32_t ColourBehind(std::size_t position) const;
 
+    // What a screen reader is told of it beside its text.
+    const std::string& Said() const { return mSaid; }
+
     // What is underlined, from the top.
     std::vector<std::string> Underlined() const;
 
@@ -81,6 +84,7 @@ private:
     void ShowAllSpots() override {}
     void ShowMarks() override {}
     void ShowZoom() override { CountCall(); }
+    void ShowDescription(const std::string& description) override { mSaid = description; }
     std::string_view LineBytes(std::size_t index) const;
     std::size_t PlaceOf(std::size_t position) const;
     bool TakesInput() const;
@@ -94,6 +98,7 @@ private:
     std::size_t mAnchor = 0; // the other end of what is selected
     PaneScroll mScroll;      // there is no screen: nothing else scrolls
     std::string mClipboard;
+    std::string mSaid;
     std::vector<float> mTabStops;
 };
 

@@ -50,6 +50,7 @@ TEST_P(ProgramScenario, TwoMistakesAreFoundByTheirMessagesAndMended) {
     user->PressKeyInMessages(KeyEnter, 0);
     user->Settle();
     EXPECT_EQ(CurrentKey(), "_0e3");
+    EXPECT_EQ(user->PaneSaid(), "Error: expected a value; Warning: odd");
     user->Type("2");
     EXPECT_TRUE(user->PaneShown().starts_with("int b = 2;\n")) << user->PaneShown();
     user->PressKey('J', Ctrl);

@@ -1,6 +1,7 @@
 #include "platform/desktop/qt/Desktop.h"
 
 #include "platform/desktop/qt/ModalWindows.h"
+#include "platform/desktop/qt/Spoken.h"
 #include "platform/system/CodePages.h"
 
 #include <QApplication>
@@ -28,6 +29,7 @@ Desktop::Desktop(const std::string& commandLine, const Environment& environment,
               &status, &mMenus,    &mFileDialog, &mMsgBox,   &app,  &settings,    &mFiles, mCodePage.get()};
     app.commandLine = commandLine;
     window.setWindowIcon(OwnIcon());
+    SpeakMarks();
     window.onEnded = [] { QCoreApplication::exit(0); };
     treeLabel.SetBuddy(tree.Widget());
     paneLabel.SetBuddy(pane.Widget());

@@ -14,7 +14,6 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
-#include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <algorithm>
@@ -132,7 +131,7 @@ void PlainTextEdit::SetZoom(int percent) {
 // What is underlined is drawn so and is no property of the text.
 void PlainTextEdit::ShowMarks() {
     QList<QTextEdit::ExtraSelection> underlines;
-    for (const LineMark& mark : mIsGrey ? std::vector<LineMark>() : mMarks.All()) {
+    for (const LineMark& mark : MarksShown()) {
         if (mark.begin < mark.end) {
             QTextEdit::ExtraSelection underline;
             underline.cursor = QTextCursor(document());
@@ -173,12 +172,11 @@ void PlainTextEdit::PaintSpots(const QRect& place) {
         if (line.top() > place.bottom()) {
             break;
         }
-        const auto number = static_cast<std::size_t>(block.blockNumber());
-        if (number == mPane.CurrentLine()) {
+        if (static_cast<std::size_t>(block.blockNumber()) == mPane.CurrentLine()) {
             paint(QRectF(0, line.top(), viewport()->width(), line.height()), TintOfCurrentLine(ink, false));
         }
         const QTextLine text = block.layout()->lineAt(0);
-        for (const Spot& spot : mPane.SpotsOf(number)) {
+        for (const Spot& spot : SpotsOf(block)) {
             const qreal left = text.cursorToX(static_cast<int>(spot.begin));
             const qreal right = text.cursorToX(static_cast<int>(spot.end));
             paint(QRectF(line.left() + left, line.top(), right - left, line.height()), TintOf(spot.kind, ink, false));

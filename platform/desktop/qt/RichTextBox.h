@@ -5,8 +5,10 @@
 #include "platform/desktop/RichTextBox.h"
 #include "platform/desktop/qt/Colouring.h"
 #include "platform/desktop/qt/Control.h"
+#include "platform/desktop/qt/Text.h"
 
 #include <QPlainTextEdit>
+#include <QTextBlock>
 #include <functional>
 #include <optional>
 #include <string>
@@ -56,6 +58,12 @@ public:
 
     // Other lines are marked now, or the same ones elsewhere.
     void ShowMarks();
+
+    // What is set apart in a block, and what is marked in all of them; nothing while it is grey.
+    std::vector<Spot> SpotsOf(const QTextBlock& block) const {
+        return mPane.SpotsOf(static_cast<std::size_t>(block.blockNumber()));
+    }
+    std::vector<LineMark> MarksShown() const { return mIsGrey ? std::vector<LineMark>() : mMarks.All(); }
 
     // What is set apart in this block is another thing now.
     void ShowSpots(int block);
@@ -126,6 +134,7 @@ private:
     void ShowAllSpots() override { mEdit.viewport()->update(); }
     void ShowMarks() override { mEdit.ShowMarks(); }
     void ShowZoom() override;
+    void ShowDescription(const std::string& description) override { mEdit.setAccessibleDescription(ToQt(description)); }
     void ShowTabStops();
     int Length() const;
     void FollowChange(int position, int added);

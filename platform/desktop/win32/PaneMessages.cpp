@@ -72,6 +72,9 @@ LRESULT RichTextBox::Message(UINT message, WPARAM wParam, LPARAM lParam) {
         return Paint(wParam, lParam);
     case WM_GETOBJECT: // a screen reader, which may have the text itself for the name
         NameByLabel(Handle());
+        if (!std::exchange(mHasReader, true)) { // told each time, it would ask again
+            ShowDescription(Description());
+        }
         return Default(message, wParam, lParam);
     default:
         return EdgeMessage(message, wParam, lParam);

@@ -4,6 +4,7 @@
 #include "platform/desktop/win32/ControlIds.h"
 #include "platform/desktop/win32/Headers.h"
 #include "platform/desktop/win32/PlainText.h"
+#include "platform/desktop/win32/Spoken.h"
 #include "platform/system/win32/Library.h"
 #include "platform/system/win32/Text.h"
 
@@ -298,6 +299,12 @@ void RichTextBox::ShowTogether(const std::function<void()>& work) {
 void RichTextBox::ShowZoom() {
     ApplyFont();
     ShowTabStops();
+}
+
+void RichTextBox::ShowDescription(const std::string& description) {
+    if (mHasReader) {
+        DescribeControl(Handle(), CHILDID_SELF, ToWide(description));
+    }
 }
 
 void RichTextBox::ShowMarks() {

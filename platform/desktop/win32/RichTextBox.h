@@ -1,4 +1,5 @@
-// The editing pane: a rich edit control that holds plain text.
+// The editing pane: a rich edit control that holds plain text. The control tells screen readers text, caret and
+// selection; what is painted over them reaches them by the description alone.
 #pragma once
 
 #include "platform/desktop/RichTextBox.h"
@@ -79,6 +80,7 @@ private:
     void ShowAllSpots() override { InvalidateRect(Handle(), nullptr, TRUE); }
     void ShowMarks() override;
     void ShowZoom() override;
+    void ShowDescription(const std::string& description) override;
     void ShowBackground();
     void ShowScrollBars();
     void PutInOrBack(std::wstring_view text);
@@ -130,6 +132,7 @@ private:
     Ends mSelected;            // by the program, or while it is hidden
     bool mHasTakenKey = false; // the last one
     bool mIsCtrlClick = false; // if the button comes up now
+    bool mHasReader = false;   // a screen reader has asked
     std::optional<Edit> mEdit;
 };
 

@@ -28,18 +28,25 @@ Com<IAccPropServices> Service() {
 
 } // namespace
 
-void DescribeItem(HWND tree, HTREEITEM item, const std::wstring& description) {
-    const auto number =
-        static_cast<DWORD>(SendMessageW(tree, TVM_MAPHTREEITEMTOACCID, reinterpret_cast<WPARAM>(item), 0));
-    const Com<IAccPropServices> service = number != 0 ? Service() : nullptr;
+// The service raises no events of its own.
+void DescribeControl(HWND control, LONG child, const std::wstring& description) {
+    const Com<IAccPropServices> service = Service();
     if (!service) {
         return;
     }
     const auto part = static_cast<DWORD>(OBJID_CLIENT);
     if (description.empty()) {
-        service->ClearHwndProps(tree, part, number, &DescriptionId, 1);
+        service->ClearHwndProps(control, part, static_cast<DWORD>(child), &DescriptionId, 1);
     } else {
-        service->SetHwndPropStr(tree, part, number, DescriptionId, description.c_str());
+        service->SetHwndPropStr(control, part, static_cast<DWORD>(child), DescriptionId, description.c_str());
+    }
+    NotifyWinEvent(EVENT_OBJECT_DESCRIPTIONCHANGE, control, OBJID_CLIENT, child);
+}
+
+void DescribeItem(HWND tree, HTREEITEM item, const std::wstring& description) {
+    const LRESULT number = SendMessageW(tree, TVM_MAPHTREEITEMTOACCID, reinterpret_cast<WPARAM>(item), 0);
+    if (number != 0) {
+        DescribeControl(tree, static_cast<LONG>(number), description);
     }
 }
 

@@ -8,6 +8,10 @@
 
 namespace tessaly::win32 {
 
+// What is said of a control, or of a part of it by its number, beside its name and its text; "" for nothing. It is told
+// that this is new.
+void DescribeControl(HWND control, LONG child, const std::wstring& description);
+
 // What is said of an item beside its text, "" for nothing; or nothing new where the tree has no numbers for its items.
 void DescribeItem(HWND tree, HTREEITEM item, const std::wstring& description);
 

@@ -384,6 +384,10 @@ std::vector<std::string> QtDriver::Underlined() {
 }
 
 // Most of its cell.
+std::string QtDriver::PaneSaid() {
+    return qt::FromQt(QAccessible::queryAccessibleInterface(&mDesktop->pane.Widget())->text(QAccessible::Description));
+}
+
 std::uint32_t QtDriver::ColourBehind(std::size_t position) {
     Settle();
     qt::PlainTextEdit& pane = mDesktop->pane.Widget();

@@ -69,6 +69,7 @@ public:
     bool IsSuggestionInView(std::size_t row) override;
     void ClickSuggestion(std::size_t row) override;
     std::string HintShown() override;
+    std::string PaneSaid() override;
     std::uint32_t ColourBehind(std::size_t position) override;
 
     std::string TipShown(Place place) override;

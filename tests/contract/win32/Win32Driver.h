@@ -6,6 +6,7 @@
 #include "platform/desktop/win32/Desktop.h"
 #include "tests/contract/DesktopDriver.h"
 #include "tests/contract/win32/DialogUser.h"
+#include "tests/contract/win32/SpokenService.h"
 #include "tests/unit/platform/system/win32/TestFolder.h"
 
 #include <memory>
@@ -71,6 +72,7 @@ public:
     bool IsSuggestionInView(std::size_t row) override;
     void ClickSuggestion(std::size_t row) override;
     std::string HintShown() override;
+    std::string PaneSaid() override;
     std::uint32_t ColourBehind(std::size_t position) override;
 
     std::string TipShown(Place place) override;
@@ -165,6 +167,7 @@ private:
     HWND mOtherWindow = nullptr;
     std::vector<std::string> mMenuSeen;
     DialogUser mDialogs;
+    std::unique_ptr<SpokenService> mSpoken; // once something was asked for
 };
 
 // Puts a text into the clipboard.

@@ -207,6 +207,21 @@ std::vector<std::string> Win32Driver::Underlined() {
 }
 
 // Most of its cell.
+std::string Win32Driver::PaneSaid() {
+    HWND pane = Control(win32::ControlId::FuncBody);
+    if (!mSpoken) {
+        mSpoken = std::make_unique<SpokenService>();
+        SendMessageW(pane, WM_GETOBJECT, 0, OBJID_CLIENT); // as the library of screen readers asks
+    }
+    std::wstring said;
+    for (const ToldToReader& told : mSpoken->Told()) {
+        if (told.window == pane && !told.isName) {
+            said = told.text;
+        }
+    }
+    return said == L"nothing" ? "" : win32::ToUtf8(said);
+}
+
 std::uint32_t Win32Driver::ColourBehind(std::size_t position) {
     Settle();
     const HWND pane = Control(win32::ControlId::FuncBody);

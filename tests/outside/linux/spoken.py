@@ -1,6 +1,6 @@
 """What a screen reader is told of the running program: spoken.py ROLE... prints "role: name" of the visible objects of
-these roles, one a line. spoken.py --where ROLE NAME prints where the middle of the last one is. Run beside the
-program in a session of D-Bus that has the accessibility service."""
+these roles, one a line. spoken.py --where ROLE NAME prints where the middle of the last one is, spoken.py --text NAME
+what is told of a text. Run beside the program in a session of D-Bus that has the accessibility service."""
 
 import sys
 
@@ -28,7 +28,27 @@ def of_program(roles):
             yield from walk(program, roles)
 
 
-if sys.argv[1] == "--where":
+def tell_text(item):
+    """The caret, the selection, each stretch that is marked, and the description."""
+    text = item.get_text_iface()
+    print("caret", text.get_caret_offset())
+    for number in range(text.get_n_selections()):
+        selected = text.get_selection(number)
+        print(f"selected {selected.start_offset}-{selected.end_offset}")
+    end = 0
+    while end < text.get_character_count():
+        attributes, begin, end = text.get_text_attributes(end)
+        for name in ("bg-color", "background-color", "invalid"):
+            if name in attributes:
+                print(f"{begin}-{end} {text.get_text(begin, end)} {name}:{attributes[name]}")
+    print("description", item.get_description())
+
+
+if sys.argv[1] == "--text":
+    for found in of_program(["text"]):
+        if found.get_name() == sys.argv[2]:
+            tell_text(found)
+elif sys.argv[1] == "--where":
     places = [found.get_extents(Atspi.CoordType.SCREEN) for found in of_program(sys.argv[2:3])
               if found.get_name() == sys.argv[3]]
     for place in places[-1:]:

@@ -24,3 +24,27 @@ def test_every_control_has_a_name(start, spoken):
     program.wait_for("Funktion hinzufügen")
     says("text: Bitte Namen der Funktion die Sie erzeugen wollen eintragen", "text")
     says("push button: Abbruch", "push button")
+
+
+def test_caret_selection_and_what_is_marked_are_told_with_the_text(start, spoken, block):
+    program = start(block, **spoken.session)
+    program.wait_for("Tessaly")
+    program.key("F2", "Home", "F3", "ctrl+a")
+    program.type("(a)")
+    program.key("Greek_alpha", "Home")
+    marks = ["0-1 ( bg-color:47,123,234", "2-3 ) bg-color:47,123,234", "3-4 α bg-color:224,43,38",
+             "3-4 α invalid:spelling"]
+
+    def told(*lines):
+        wanted = [*lines, "description The file cannot hold this character. It is saved as: ?"]
+        seen = []
+
+        def is_told():
+            seen[:] = spoken("--text", "Global References")
+            return seen == wanted
+
+        wait_until(lambda: f"{wanted} to be told, in place of {seen}", is_told)
+
+    told("caret 0", *marks)
+    program.key("shift+Right")
+    told("caret 1", "selected 0-1", *marks)

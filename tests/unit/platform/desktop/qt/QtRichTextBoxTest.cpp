@@ -3,6 +3,7 @@
 #include "tests/contract/ShortOfMemory.h"
 #include "tests/contract/qt/QtDriver.h"
 
+#include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
@@ -46,6 +47,38 @@ protected:
 
     QtDriver user{Launch{}};
 };
+
+// Each stretch of the text that a screen reader is told something of beyond its font: "0-1 invalid:grammar".
+std::vector<std::string> Told(QWidget& editor) {
+    const QAccessibleTextInterface& text = *QAccessible::queryAccessibleInterface(&editor)->textInterface();
+    std::vector<std::string> told;
+    for (int start = 0, end = 0; end < text.characterCount();) {
+        for (const QString& attribute : text.attributes(end, &start, &end).split(u';')) {
+            if (attribute.startsWith(u"background-color:") || attribute.startsWith(u"invalid:")) {
+                told.push_back(std::to_string(start) + "-" + std::to_string(end) + " " + attribute.toStdString());
+            }
+        }
+    }
+    return told;
+}
+
+TEST_F(QtRichTextBoxTest, AScreenReaderIsToldWhatIsMarkedInTheText) {
+    Pane().keeps = [](char32_t character) { return character != 0x3B1; };
+    Edit("(ab)\nc\xCE\xB1 d\n(x\nef", 0);
+    const std::string blue = " background-color:rgb(47,123,234)";
+    const std::string red = " background-color:rgb(224,43,38)";
+    const std::string amber = " background-color:rgb(242,169,0)";
+    EXPECT_EQ(Told(Editor()),
+              (std::vector<std::string>{"0-1" + blue, "3-4" + blue, "6-7" + red, "6-7 invalid:spelling"}));
+    Pane().SetMatches({{{1, 2}, 2}});
+    Pane().SetLineMarks(std::vector<LineMark>{{1, Mark::Error, 1, 3}, {4, Mark::Warning, 13, 14}});
+    Pane().MoveCaret(10);
+    EXPECT_EQ(Told(Editor()),
+              (std::vector<std::string>{"1-3 invalid:grammar", "6-7" + red, "6-7 invalid:spelling", "7-9" + amber,
+                                        "10-11" + red, "10-11 invalid:grammar", "13-14 invalid:grammar"}));
+    Pane().SetFuncBodyAvailable(false);
+    EXPECT_EQ(Told(Editor()), std::vector<std::string>());
+}
 
 TEST_F(QtRichTextBoxTest, EveryCharacterComesBack) {
     std::string text;
