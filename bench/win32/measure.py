@@ -26,6 +26,7 @@ RARITY = 3  # only each third round opens the large file: notepad takes long for
 NOTEPAD = 1.0  # at most, times notepad's start
 BARE = 1.05  # at most, times the bare window's start
 LARGE = 0.1  # at most, times what notepad takes for the large file
+KEYSTROKE_MS = 8  # at most
 MEMORY_MB = 12  # at most, private, and MEMORY_FILES times the file
 MEMORY_FILES = 3
 PROGRAM_MB = 2.5  # less, stripped
@@ -196,7 +197,7 @@ def main(tools, exe, readme, runs):
     verdict = Verdict()
     targets = target_rows(samples, size, stripped_size(tools, exe), verdict)
     typist = ["script/wine", "32", f"{tools}/keystroke.exe"]
-    targets += keystroke_rows(typist, verdict) + copy_rows(typist, verdict)
+    targets += keystroke_rows(typist, KEYSTROKE_MS, verdict) + copy_rows(typist, verdict)
     keeper.communicate(b"exit\r\n")
     version = subprocess.run(["script/wine", "32", "--version"], capture_output=True, text=True, check=True)
     lines = [f"Measured on {machine()}, {version.stdout.strip()}, 32 bits; load average before the run {before}.",
