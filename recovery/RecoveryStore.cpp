@@ -17,7 +17,6 @@ constexpr std::int64_t CheapCost = 2000;       // microseconds
 constexpr std::int64_t BearableCost = 20'000;  // nobody notices it; a busy machine may well take that long
 constexpr std::size_t SmallDocument = 200'000; // bytes
 constexpr std::int64_t RestPerCost = 50;
-constexpr std::int64_t LeastRestPerCost = 10;
 constexpr std::int64_t LongRest = 400'000; // microseconds; the caret blinks within half a second more
 
 template <class Unit>
@@ -143,7 +142,7 @@ std::error_code RecoveryStore::Write(const WindowContent& content, Flushing flus
 
 bool RecoveryStore::IsCheap() const {
     const std::int64_t cheapCost = mBytes.size() <= SmallDocument ? BearableCost : CheapCost;
-    const std::int64_t rest = std::min(RestPerCost * mLastCost, std::max(LongRest, LeastRestPerCost * mLastCost));
+    const std::int64_t rest = std::min(RestPerCost * mLastCost, std::max(LongRest, mLastCost));
     return mLastCost < cheapCost || mHost.stopwatch() - mLastEnd >= rest;
 }
 

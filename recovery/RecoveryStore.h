@@ -33,8 +33,8 @@ public:
     std::error_code Write(const WindowContent& content, Flushing flushing);
 
     // Whether a copy may be written after each change: the last one took less than 2 ms, or 20 ms for up to 200 KB, or
-    // 50 times its cost has passed since, or 0.4 s that are at least ten times its cost. What waited for the disk does
-    // not count.
+    // 50 times its cost has passed since, or 0.4 s, or its cost where that is more. What waited for the disk does not
+    // count.
     bool IsCheap() const;
 
     // For a Save to `target`: Write with Flushing::Now or, where no folder takes the copy, hidden files beside
