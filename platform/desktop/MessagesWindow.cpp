@@ -11,8 +11,9 @@ namespace tessaly {
 
 namespace {
 
-// In twips. Less room than that shows too little of it.
+// In twips. Less room than that shows too little of it; less than the second shows nothing.
 constexpr Size LeastSize = {5400, 2700};
+constexpr Size SmallestSize = {3000, 1200};
 constexpr float FirstHeight = 3600;
 
 // Of a main window that has to give room of its own.
@@ -41,9 +42,47 @@ float Bottom(const Extent& extent) {
     return extent.top + extent.height;
 }
 
+Extent Common(const Extent& one, const Extent& other) {
+    const float left = std::max(one.left, other.left);
+    const float top = std::max(one.top, other.top);
+    return {left, top, std::min(Right(one), Right(other)) - left, std::min(Bottom(one), Bottom(other)) - top};
+}
+
+// The first place beside the main window with at least so much room.
+std::optional<Extent> FindOutside(const MessagesWindow::Surroundings& around, const MessagesWindow::WishedSize& wish,
+                                  const Size& least) {
+    const Extent& work = around.work;
+    const Extent& owner = around.owner;
+    const float below = Bottom(work) - Bottom(owner);
+    const float onTheRight = Right(work) - Right(owner);
+    const float onTheLeft = owner.left - work.left;
+    const float above = owner.top - work.top;
+    const float width = std::min(wish.width.value_or(owner.width), work.width);
+    const float height = wish.height.value_or(FirstHeight);
+    const float left = std::clamp(owner.left, work.left, Right(work) - width);
+    const float tall = std::min(wish.height.value_or(owner.height), work.height);
+    const float top = std::clamp(owner.top, work.top, Bottom(work) - tall);
+    if (below >= least.height) {
+        return Extent{left, Bottom(owner), width, std::min(height, below)};
+    }
+    if (onTheRight >= least.width) {
+        const float wide = std::min(wish.width.value_or(onTheRight), onTheRight);
+        return Extent{Right(owner), top, wide, tall};
+    }
+    if (onTheLeft >= least.width) {
+        const float wide = std::min(wish.width.value_or(onTheLeft), onTheLeft);
+        return Extent{owner.left - wide, top, wide, tall};
+    }
+    if (above >= least.height) {
+        const float high = std::min(height, above);
+        return Extent{left, owner.top - high, width, high};
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
-MessagesWindow::MessagesWindow(Window& owner) : mOwner(owner) {
+MessagesWindow::MessagesWindow(Window& owner, const Control& pane) : mOwner(owner), mPane(pane) {
     mOwner.onMoved = [this] {
         if (mIsVisible) {
             mOwner.MakeRoom(TakePlace());
@@ -185,42 +224,33 @@ float MessagesWindow::TakePlace() {
     if (!around) {
         return 0;
     }
-    around->client.height -= mOwner.Footer();
+    Extent& client = around->client;
+    client.height -= mOwner.Footer();
+    const Extent pane = mPane.GetExtent();
+    around->pane = {client.left + pane.left, client.top + pane.top, pane.width, pane.height};
     const Spot spot = FindSpot(*around, mWish);
     MoveTo(spot.place);
     mPlace = spot.place;
-    return spot.isInside ? spot.place.height : 0;
+    return spot.room;
 }
 
 MessagesWindow::Spot MessagesWindow::FindSpot(const Surroundings& around, const WishedSize& wish) {
-    const auto& [work, owner, client] = around;
-    const float below = Bottom(work) - Bottom(owner);
-    const float onTheRight = Right(work) - Right(owner);
-    const float onTheLeft = owner.left - work.left;
-    const float above = owner.top - work.top;
-    const float width = std::min(wish.width.value_or(owner.width), work.width);
-    const float height = wish.height.value_or(FirstHeight);
-    const float left = std::clamp(owner.left, work.left, Right(work) - width);
-    const float tall = std::min(wish.height.value_or(owner.height), work.height);
-    const float top = std::clamp(owner.top, work.top, Bottom(work) - tall);
-    if (below >= LeastSize.height) {
-        return {{left, Bottom(owner), width, std::min(height, below)}};
+    if (const std::optional<Extent> place = FindOutside(around, wish, LeastSize)) {
+        return {*place};
     }
-    if (onTheRight >= LeastSize.width) {
-        const float wide = std::min(wish.width.value_or(onTheRight), onTheRight);
-        return {{Right(owner), top, wide, tall}};
+    const Extent client = Common(around.client, around.work);
+    const float width = std::min(wish.width.value_or(client.width), client.width);
+    if (client.height * LargestPart >= SmallestSize.height) {
+        const float inside = std::min(wish.height.value_or(FirstHeight), client.height * LargestPart);
+        const float top = Bottom(client) - inside;
+        return {{client.left, top, width, inside}, Bottom(around.client) - top};
     }
-    if (onTheLeft >= LeastSize.width) {
-        const float wide = std::min(wish.width.value_or(onTheLeft), onTheLeft);
-        return {{owner.left - wide, top, wide, tall}};
+    if (const std::optional<Extent> place = FindOutside(around, wish, SmallestSize)) {
+        return {*place};
     }
-    if (above >= LeastSize.height) {
-        const float high = std::min(height, above);
-        return {{left, owner.top - high, width, high}};
-    }
-    const float inside = std::min(height, client.height * LargestPart);
-    const float wide = std::min(wish.width.value_or(client.width), client.width);
-    return {{client.left, Bottom(client) - inside, wide, inside}, true};
+    const float left = std::max(around.pane.left, client.left);
+    const float high = std::min(wish.height.value_or(SmallestSize.height), Bottom(client) - around.work.top);
+    return {{left, Bottom(client) - high, std::min(width, Right(client) - left), high}};
 }
 
 } // namespace tessaly

@@ -34,8 +34,9 @@ struct MessageTexts {
 
 class MessagesWindow {
 public:
-    // `owner` is the main window, and must outlive this one.
-    explicit MessagesWindow(Window& owner);
+    // `owner` is the main window, and `pane` the control in it that this one may lie over rather than nowhere. Both
+    // must outlive this one.
+    MessagesWindow(Window& owner, const Control& pane);
     MessagesWindow(const MessagesWindow&) = delete;
     MessagesWindow& operator=(const MessagesWindow&) = delete;
     virtual ~MessagesWindow();
@@ -65,8 +66,9 @@ public:
     // Where things are on the screen, in twips, and which part of it windows may take.
     struct Surroundings {
         Extent work;
-        Extent owner;  // the main window with its frame
-        Extent client; // in the frame, below the menus
+        Extent owner;     // the main window with its frame
+        Extent client;    // in the frame, below the menus and above the footer
+        Extent pane = {}; // in it
     };
 
     // A size in one direction is none until the user has chosen it.
@@ -76,10 +78,12 @@ public:
     };
 
     // Below the main window, beside it or above it, whatever has room enough first. Where nothing has, as round a
-    // maximised window, at the bottom of its client area: the main window is to keep that part free.
+    // maximised window, at the bottom of its client area: the main window is to keep that part free. Where that would
+    // leave nothing of the tree, outside and small; and at last over the lower end of the pane. Never over the tree or
+    // the footer.
     struct Spot {
         Extent place;
-        bool isInside = false;
+        float room = 0; // of the client area, that the main window is to keep free
     };
     static Spot FindSpot(const Surroundings& around, const WishedSize& wish);
 
@@ -128,6 +132,7 @@ private:
     bool mIsVisible = false;
     WishedSize mWish;
     std::optional<Extent> mPlace; // as it was moved last
+    const Control& mPane;
 };
 
 } // namespace tessaly

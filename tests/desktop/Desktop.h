@@ -68,7 +68,7 @@ public:
     FileDialog fileDialog{faults, focus};
     MsgBox msgBox{faults, focus};
     ModalScripts modal;
-    MessagesWindow messages{faults, window};
+    MessagesWindow messages{faults, window, pane};
     PaneBar bar{faults, focus};
     Suggestions suggestions{faults, focus};
     PopupMenu popup{faults, focus};

@@ -13,7 +13,10 @@ namespace tessaly::memory {
 
 class MessagesWindow final : public tessaly::MessagesWindow {
 public:
-    MessagesWindow(Faults& faults, Window& owner) : tessaly::MessagesWindow(owner), mFaults(faults), mFrame(owner) {}
+    MessagesWindow(Faults& faults, Window& owner, const tessaly::Control& pane)
+        : tessaly::MessagesWindow(owner, pane),
+          mFaults(faults),
+          mFrame(owner) {}
 
     // The user goes there if the keyboard is elsewhere, and does this. All of these throw ImpossibleAction while the
     // window is not shown or is blocked.

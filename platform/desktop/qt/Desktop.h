@@ -33,7 +33,7 @@ public:
     Desktop(const Desktop&) = delete;
     Desktop& operator=(const Desktop&) = delete;
 
-    MessagesWindow& Messages() override { return mMessages ? *mMessages : mMessages.emplace(window); }
+    MessagesWindow& Messages() override { return mMessages ? *mMessages : mMessages.emplace(window, pane); }
     const BarControls& Bar() override { return OwnBar().controls; }
     PaneBar& OwnBar() { return mBar ? *mBar : mBar.emplace(window); }
     std::unique_ptr<tessaly::NameWindow> NewNameWindow() override;

@@ -37,9 +37,9 @@ Extent InTwips(const QPoint& topLeft, const QSize& size) {
 
 } // namespace
 
-MessagesWindow::MessagesWindow(Window& owner)
+MessagesWindow::MessagesWindow(Window& owner, const tessaly::Control& pane)
     : QWidget(&owner, Qt::Window),
-      tessaly::MessagesWindow(owner),
+      tessaly::MessagesWindow(owner, pane),
       mWindow(owner),
       mPages(new QTabWidget(this)),
       mRows(new QTreeWidget(mPages)),
@@ -151,18 +151,22 @@ std::optional<tessaly::MessagesWindow::Surroundings> MessagesWindow::Around() co
                         InTwips(area.mapToGlobal(QPoint(0, 0)), area.size())};
 }
 
-QSize MessagesWindow::FrameSize() const {
-    return mWindow.frameGeometry().size() - mWindow.size();
+QMargins MessagesWindow::Frame() const {
+    const QRect inner = mWindow.geometry();
+    const QRect outer = mWindow.frameGeometry();
+    return {inner.left() - outer.left(), inner.top() - outer.top(), outer.right() - inner.right(),
+            outer.bottom() - inner.bottom()};
 }
 
 Extent MessagesWindow::Place() const {
-    return InTwips(pos(), size() + FrameSize());
+    const QRect place = geometry().marginsAdded(Frame());
+    return InTwips(place.topLeft(), place.size());
 }
 
+// What is inside the frame: until the first show Qt takes the window's own frame to be none.
 void MessagesWindow::MoveTo(const Extent& place) {
-    const QSize whole(ToPixels(place.width), ToPixels(place.height));
-    move(ToPixels(place.left), ToPixels(place.top));
-    resize(whole - FrameSize());
+    const QRect whole(ToPixels(place.left), ToPixels(place.top), ToPixels(place.width), ToPixels(place.height));
+    setGeometry(whole.marginsRemoved(Frame()));
 }
 
 // No window manager gives the keyboard back everywhere.

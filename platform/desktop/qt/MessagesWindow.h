@@ -12,7 +12,7 @@ namespace tessaly::qt {
 
 class MessagesWindow final : public QWidget, public tessaly::MessagesWindow {
 public:
-    explicit MessagesWindow(Window& owner);
+    MessagesWindow(Window& owner, const tessaly::Control& pane);
     MessagesWindow(const MessagesWindow&) = delete;
     MessagesWindow& operator=(const MessagesWindow&) = delete;
     ~MessagesWindow() override = default;
@@ -38,7 +38,7 @@ private:
     void MoveTo(const Extent& place) override;
     void ShowFrame() override { show(); }
     void HideFrame() override;
-    QSize FrameSize() const;
+    QMargins Frame() const;
 
     Window& mWindow;
     QTabWidget* mPages; // children of this window or of each other

@@ -33,7 +33,7 @@ public:
     // Runs the program until its window is gone.
     EventLoop& Loop() { return mLoop; }
 
-    MessagesWindow& Messages() override { return mMessages ? *mMessages : mMessages.emplace(mWindow); }
+    MessagesWindow& Messages() override { return mMessages ? *mMessages : mMessages.emplace(mWindow, mFuncBody); }
     const BarControls& Bar() override { return (mBar ? *mBar : mBar.emplace(mWindow)).controls; }
     std::unique_ptr<tessaly::NameWindow> NewNameWindow() override;
     std::unique_ptr<tessaly::SplashWindow> NewSplashWindow() override;

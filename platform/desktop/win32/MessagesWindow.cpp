@@ -67,8 +67,8 @@ ImageListOwner MakePictures(int dpi) {
 
 } // namespace
 
-MessagesWindow::MessagesWindow(Window& owner)
-    : tessaly::MessagesWindow(owner),
+MessagesWindow::MessagesWindow(Window& owner, const tessaly::Control& pane)
+    : tessaly::MessagesWindow(owner, pane),
       Parent(owner.loop, mControls),
       mFrame(owner),
       mMainFilter(MakeFrame()),

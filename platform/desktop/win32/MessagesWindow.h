@@ -12,7 +12,7 @@ namespace tessaly::win32 {
 
 class MessagesWindow final : public tessaly::MessagesWindow, public Parent {
 public:
-    explicit MessagesWindow(Window& owner);
+    MessagesWindow(Window& owner, const tessaly::Control& pane);
     MessagesWindow(const MessagesWindow&) = delete;
     MessagesWindow& operator=(const MessagesWindow&) = delete;
     ~MessagesWindow() override;

@@ -1,6 +1,7 @@
 """What a screen reader is told of the running program: spoken.py ROLE... prints "role: name" of the visible objects of
-these roles, one a line. spoken.py --where ROLE NAME prints where the middle of the last one is, spoken.py --text NAME
-what is told of a text. Run beside the program in a session of D-Bus that has the accessibility service."""
+these roles, one a line. spoken.py --where ROLE NAME prints the edges of the last one, from the left on, in the
+program's own pixels, spoken.py --text NAME what is told of a text. Run beside the program in a session of D-Bus that
+has the accessibility service."""
 
 import sys
 
@@ -52,7 +53,7 @@ elif sys.argv[1] == "--where":
     places = [found.get_extents(Atspi.CoordType.SCREEN) for found in of_program(sys.argv[2:3])
               if found.get_name() == sys.argv[3]]
     for place in places[-1:]:
-        print(place.x + place.width // 2, place.y + place.height // 2)
+        print(place.x, place.y, place.x + place.width, place.y + place.height)
 else:
     for found in of_program(sys.argv[1:]):
         print(f"{found.get_role_name()}: {found.get_name()}")

@@ -1,7 +1,9 @@
 """From a compiler's message to its line, by real keys and by the mouse."""
 
+import re
+
 import pytest
-from harness import example_file, wait_until, xdotool
+from harness import example_file, run, wait_until, xdotool
 from linux_harness import write_all_settings
 
 TITLES = ["Messages of the build", "Meldungen zum Erstellen"]
@@ -29,40 +31,22 @@ def wait_for_both(home):
 
 
 def edges(window):
-    """Left, top, right, bottom, without the frame."""
-    words = dict(word.split("=") for word in xdotool("getwindowgeometry", "--shell", window))
-    left, top = int(words["X"]), int(words["Y"])
-    return left, top, left + int(words["WIDTH"]), top + int(words["HEIGHT"])
+    """Left, top, right, bottom of its frame. What xdotool tells of a window's place has the frame in it twice."""
+    told = run("xwininfo", "-id", window, text=True).stdout
+    left, top, width, height = (int(re.search(rf"{what}: *(-?\d+)", told)[1])
+                                for what in ("upper-left X", "upper-left Y", "Width", "Height"))
+    frame = re.findall(r"\d+", run("xprop", "-notype", "-id", window, "_NET_FRAME_EXTENTS", text=True).stdout)
+    before, behind, above, below = map(int, frame)
+    return left - before, top - above, left + width + behind, top + height + below
 
 
-def build_mended(program, block, language):
+def build_mended(program, block):
     program.key("F10")
-    program.wait_for(SAVE[language])
+    program.wait_for(SAVE[0])
     program.key("Return")
     wait_until("the program block", block.with_suffix(".out").exists)
     assert b"int one = 1;" in block.read_bytes() and b"int two = 2;" in block.read_bytes()
-    assert not program.windows(f"^{TITLES[language]}$")
-
-
-@pytest.mark.parametrize("scale", [1, 2])
-@pytest.mark.parametrize("language", [0, 1])
-def test_mistakes_are_mended_by_keys(start, home, wrong, picture, language, scale):
-    write_all_settings(home, Language=language)
-    program = start(wrong, QT_SCALE_FACTOR=str(scale))
-    program.wait_for("Tessaly")
-    program.key("F10")
-    messages(program, language)
-    program.wait_for("Tessaly")  # it still has the keyboard
-    wait_for_both(home)
-    picture(f"messages-{'en' if language == 0 else 'de'}-{scale}00")
-    program.key("ctrl+j")
-    program.key("Delete")
-    program.type("1")
-    picture(f"message-line-{'en' if language == 0 else 'de'}-{scale}00")
-    program.key("ctrl+j")
-    program.key("Delete")
-    program.type("2")
-    build_mended(program, wrong, language)
+    assert not program.windows(f"^{TITLES[0]}$")
 
 
 @pytest.fixture(name="broken")
@@ -77,25 +61,61 @@ def fixture_broken(home):
     return block
 
 
+def wait_for_mended(program, broken, language):
+    wait_until("the program block", broken.with_suffix(".out").exists)
+    for text in (b"halfPeriod = period;\r\n", b"SetLamp(1);\r\n"):
+        assert text in broken.read_bytes()
+    wait_until("the end of the messages window", lambda: not program.windows(f"^{TITLES[language]}$"))
+
+
+@pytest.mark.parametrize("scale", [1, 2])
+@pytest.mark.parametrize("language", [0, 1])
+def test_what_a_compiler_finds_is_mended_by_the_keyboard_alone(start, home, broken, picture, language, scale):
+    write_all_settings(home, Language=language)
+    program = start(broken, QT_SCALE_FACTOR=str(scale))
+    program.wait_for("Tessaly")
+    program.key("F10")
+    messages(program, language)
+    program.wait_for("Tessaly")  # it still has the keyboard
+    log = home / ".local/state/tessaly/build.log"
+    wait_until("both mistakes", lambda: log.read_text().count("error:") == 2)
+    picture(f"messages-{'en' if language == 0 else 'de'}-{scale}00")
+    program.key("alt+Tab")
+    program.wait_for(TITLES[language])
+    program.key("Return")
+    program.wait_for("Tessaly")
+    program.type(";")
+    picture(f"message-line-{'en' if language == 0 else 'de'}-{scale}00")
+    program.key("ctrl+j")
+    program.type(";")
+    program.key("F10")
+    program.wait_for(SAVE[language])
+    program.key("Return")
+    wait_for_mended(program, broken, language)
+
+
 class Mouse:
     """It finds its way by what a screen reader is told."""
 
-    def __init__(self, spoken):
-        self.spoken = spoken
+    def __init__(self, spoken, scale=1):
+        self.spoken, self.scale = spoken, scale
 
     def find(self, role, name):
-        return wait_until(f"the {role} {name}", lambda: self.spoken("--where", role, name))[0].split()
+        """Left, top, right, bottom."""
+        found = wait_until(f"the {role} {name}", lambda: self.spoken("--where", role, name))
+        return [self.scale * int(edge) for edge in found[0].split()]
 
     def click(self, role, name, times=1):
-        xdotool("mousemove", *self.find(role, name), "click", "--repeat", times, "--delay", 60, 1)
+        left, top, right, bottom = self.find(role, name)
+        xdotool("mousemove", (left + right) // 2, (top + bottom) // 2, "click", "--repeat", times, "--delay", 60, 1)
 
 
-@pytest.mark.parametrize("language", [0, 1])
-def test_what_a_compiler_finds_is_mended_by_the_mouse_alone(start, home, broken, spoken, language):
+@pytest.mark.parametrize("language, scale", [(0, 1), (1, 1), (0, 2), (1, 2)])
+def test_what_a_compiler_finds_is_mended_by_the_mouse_alone(start, home, broken, spoken, language, scale):
     """But for the character that was missing."""
     write_all_settings(home, Language=language)
-    mouse = Mouse(spoken)
-    program = start(broken, **spoken.session)
+    mouse = Mouse(spoken, scale)
+    program = start(broken, QT_SCALE_FACTOR=str(scale), **spoken.session)
     program.wait_for("Tessaly")
 
     def build():
@@ -111,10 +131,7 @@ def test_what_a_compiler_finds_is_mended_by_the_mouse_alone(start, home, broken,
     build()
     program.wait_for(SAVE[language])
     mouse.click("push button", ["Yes", "Ja"][language])
-    wait_until("the program block", broken.with_suffix(".out").exists)
-    for text in (b"halfPeriod = period;\r\n", b"SetLamp(1);\r\n"):
-        assert text in broken.read_bytes()
-    wait_until("the end of the messages window", lambda: not program.windows(f"^{TITLES[language]}$"))
+    wait_for_mended(program, broken, language)
 
 
 def test_a_double_click_and_enter_lead_to_the_line(start, home, wrong):
@@ -134,24 +151,32 @@ def test_a_double_click_and_enter_lead_to_the_line(start, home, wrong):
     program.wait_for("Tessaly")
     program.key("Delete")
     program.type("2")
-    build_mended(program, wrong, 0)
+    build_mended(program, wrong)
 
 
-def test_it_stands_beside_the_window_or_in_a_part_kept_free(start, home, wrong, picture):
-    program = start(wrong)
+def overlap(one, other):
+    return one[0] < other[2] and other[0] < one[2] and one[1] < other[3] and other[1] < one[3]
+
+
+@pytest.mark.parametrize("scale, places", [
+    (1, [(700, 400, 20, 40), (1270, 770, 0, 0)]),
+    (2, [(600, 300, 300, 220), (700, 500, 300, 180), (1000, 540, 150, 170), (1270, 770, 0, 0)])])
+def test_it_lies_neither_over_the_tree_nor_over_the_status_bar(start, wrong, spoken, picture, scale, places):
+    mouse = Mouse(spoken, scale)
+    program = start(wrong, QT_SCALE_FACTOR=str(scale), **spoken.session)
     main = program.wait_for("Tessaly")
-    xdotool("windowsize", "--sync", main, 700, 400, "windowmove", "--sync", main, 20, 40)
-    program.key("F10")
-    below = edges(messages(program))
-    assert below[1] >= edges(main)[3]
-    xdotool("windowactivate", "--sync", messages(program))
-    program.key("Escape")
-    wait_until("the end of the messages window", lambda: not program.windows(f"^{TITLES[0]}$"))
-    program.wait_for("Tessaly")
-    xdotool("windowsize", "--sync", main, "100%", "100%")
-    program.key("ctrl+j")
-    messages(program)
-    picture("messages-maximised")
+    for width, height, left, top in places:
+        xdotool("windowsize", "--sync", main, width, height, "windowmove", "--sync", main, left, top)
+        program.key("F10")
+        window = messages(program)
+        picture(f"messages-{scale}00-{width}-{height}")
+        left, top, right, bottom = place = edges(window)
+        assert bottom - top >= 150 and right - left >= 300
+        for role, name in [("tree", "Code Viewer"), ("status bar", "")]:
+            assert not overlap(place, mouse.find(role, name)), f"{place} over the {role}, window {edges(main)}"
+        xdotool("windowactivate", "--sync", window)
+        program.key("Escape")
+        program.wait_for("Tessaly")
 
 
 def test_a_compiler_gone_wild_disturbs_nothing(start, home, wrong):

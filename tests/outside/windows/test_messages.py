@@ -76,6 +76,33 @@ def test_mistakes_are_mended_by_keys(launch, folder, installed, wrong, compiler,
     assert b"int one = 1;" in wrong.read_bytes() and b"int two = 2;" in wrong.read_bytes()
 
 
+def test_on_a_small_screen_it_lies_neither_over_the_tree_nor_over_the_status_bar(
+        launch, folder, installed, wrong, compiler, resolution):
+    resolution(192)
+    install(folder, **{**installed, "FCompBat": compiler})
+    program = launch(windows_path(wrong))
+    on_display = program.probe.ask("focus", program.main)["display"]
+    for width, height, left, top in [(600, 300, 300, 220), (900, 520, 150, 160), (1270, 770, 0, 0)]:
+        before = program.description()["rect"]
+        xdotool("windowsize", on_display, width, height, "windowmove", on_display, left, top)
+        wait_until("another place", lambda before=before: program.description()["rect"] != before)
+        program.press_key("F10")
+        window = messages(program)
+        wait_for_both(folder)
+        screenshot(ROOT / f"build/screenshots/windows-messages-small-{height}.png")
+        left, top, right, bottom = messages(program)["rect"]
+        assert bottom - top >= 150 and right - left >= 300
+        for control in (CODE_TREE, STATUS_BAR):
+            place = program.control(control)["rect"]
+            assert not overlap((left, top, right, bottom), place), program.description()["rect"]
+        program.bring()
+        program.keys("Escape")  # F10 has gone on to the menu bar
+        program.keys("alt+Tab")
+        program.bring(window["window"])
+        program.keys("Escape")
+        wait_until("the end of the messages window", lambda: gone(program))
+
+
 def list_of(window, program):
     return next(c for c in program.probe.ask("children", window) if c["id"] == ROWS)
 
