@@ -9,7 +9,7 @@ import subprocess
 
 import pytest
 from harness import EVENTS
-from psf_harness import PSF, lines, not_on_windows, psf, shown, source
+from psf_harness import PSF, STRIDE, lines, not_on_windows, psf, shown, source
 
 pytestmark = [not_on_windows("there is no git for it here"),
               pytest.mark.skipif(shutil.which("git") is None, reason="there is no git")]
@@ -270,7 +270,7 @@ def commit_versions(repository, seed, randomness, base, ours, theirs):
 
 @pytest.mark.parametrize("part", range(4))
 def test_changes_of_different_members_never_conflict_and_both_are_there(repository, part):
-    for seed in range(part, HISTORIES, 4):
+    for seed in range(part, HISTORIES, 4 * STRIDE):
         randomness = random.Random(seed)
         base = new_base(randomness)
         members = list(base.members())
@@ -294,7 +294,7 @@ def test_changes_of_different_members_never_conflict_and_both_are_there(reposito
 
 
 def test_a_conflict_is_in_the_right_text_alone_and_the_file_loads(repository):
-    for seed in range(1000, 1050):
+    for seed in range(1000, 1050, STRIDE):
         randomness = random.Random(seed)
         base = new_base(randomness)
         members = list(base.members())
