@@ -61,7 +61,7 @@ ShowUninstDetails nevershow
 
 !macro Places un
 Function ${un}Places
-  ; The program is a 32-bit one: what it reads lies in that view on 64-bit Windows, too.
+  ; The program is a 32-bit one: what it reads is in that view on 64-bit Windows, too.
   SetRegView 32
   SetShellVarContext all
   StrCpy $Work "$APPDATA\Ostrel\Tessaly"
@@ -248,6 +248,7 @@ Section "Uninstall"
   RMDir "$PROGRAMFILES32\Ostrel"
   ; Generated from the PSF on every build; a C file elsewhere is the user's own.
   Delete "$Work\program.c"
+  Delete "$Work\program.c.log"
   RMDir "$Work"
   RMDir "$APPDATA\Ostrel"
   Call un.RemoveFromStartMenu
