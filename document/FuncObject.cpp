@@ -134,9 +134,9 @@ Status FuncObject::GetFunction(std::string_view name, std::string& prototype, st
         if (mFunctions.empty()) {
             return Status::NotFound;
         }
-        if (const std::optional<std::size_t> position = Find(name)) {
-            prototype = mFunctions[*position].prototype.View();
-            code = mFunctions[*position].code.View();
+        if (const std::optional<std::int32_t> index = IndexOf(name)) {
+            prototype = PrototypeAt(*index);
+            code = CodeAt(*index);
         }
         return Status::Done;
     });
@@ -160,11 +160,12 @@ Status FuncObject::UpdateFunction(std::string_view name, std::string_view protot
         if (mFunctions.empty()) {
             return Status::NotFound;
         }
-        if (const std::optional<std::size_t> position = Find(name)) {
+        if (const std::optional<std::int32_t> index = IndexOf(name)) {
             SharedText newPrototype(prototype);
             SharedText newCode(code);
-            mFunctions[*position].prototype = std::move(newPrototype);
-            mFunctions[*position].code = std::move(newCode);
+            Function& function = mFunctions[static_cast<std::size_t>(*index)];
+            function.prototype = std::move(newPrototype);
+            function.code = std::move(newCode);
         }
         return Status::Done;
     });
@@ -175,12 +176,12 @@ Status FuncObject::DeleteFunction(std::string_view name) {
         if (mFunctions.empty()) {
             return Status::UnexpectedError;
         }
-        const std::optional<std::size_t> position = Find(name);
-        if (!position) {
+        const std::optional<std::int32_t> index = IndexOf(name);
+        if (!index) {
             return Status::NotFound;
         }
         ByFoldedName().erase(FoldCase(name));
-        mFunctions.erase(mFunctions.begin() + static_cast<std::ptrdiff_t>(*position));
+        mFunctions.erase(mFunctions.begin() + *index);
         return Status::Done;
     });
 }
@@ -206,15 +207,14 @@ FuncObject::Index& FuncObject::ByFoldedName() const {
     return *mByFoldedName;
 }
 
-// The position of the function whose name is exactly `name`.
-std::optional<std::size_t> FuncObject::Find(std::string_view name) const {
+std::optional<std::int32_t> FuncObject::IndexOf(std::string_view name) const {
     const Index& index = ByFoldedName();
     const auto entry = index.find(FoldCase(name));
     if (entry == index.end()) {
         return std::nullopt;
     }
     const std::size_t position = PositionOf(entry->second);
-    return mFunctions[position].name == name ? std::optional(position) : std::nullopt;
+    return mFunctions[position].name == name ? std::optional(static_cast<std::int32_t>(position)) : std::nullopt;
 }
 
 std::size_t FuncObject::PositionOf(std::uint64_t serial) const {

@@ -66,6 +66,9 @@ public:
     std::string_view PrototypeAt(std::int32_t index) const { return At(index).prototype.View(); }
     std::string_view CodeAt(std::int32_t index) const { return At(index).code.View(); }
 
+    // The index of the function whose name is exactly `name`; no value when there is none.
+    std::optional<std::int32_t> IndexOf(std::string_view name) const;
+
     // The name, first in the order of the table, with which `name` collides; no value when there is none.
     // Takes time in proportion to the number of names that begin with `name`.
     std::optional<std::string_view> FindCollision(std::string_view name) const;
@@ -85,7 +88,6 @@ private:
     const Function& At(std::int32_t index) const { return mFunctions.at(static_cast<std::size_t>(index)); }
     Index& ByFoldedName() const;
     std::size_t PositionOf(std::uint64_t serial) const;
-    std::optional<std::size_t> Find(std::string_view name) const;
 
     std::vector<Function> mFunctions;
     mutable std::optional<Index> mByFoldedName; // made when it is first asked for: a load needs none

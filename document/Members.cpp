@@ -10,9 +10,16 @@ using Kind = CCodeOrigin::Kind;
 } // namespace
 
 std::optional<CCodeOrigin> FindMember(const VornSrcObj& document, std::string_view name) {
-    for (const CCodeOrigin& member : AllMembers(document)) {
-        if (MemberName(document, member) == name) {
-            return member;
+    if (name == ReferencesName) {
+        return CCodeOrigin{Kind::References, 0};
+    }
+    if (name.starts_with(FunctionPrefix)) {
+        const auto index = document.Functions().IndexOf(name.substr(FunctionPrefix.size()));
+        return index ? std::optional(CCodeOrigin{Kind::Function, *index}) : std::nullopt;
+    }
+    for (std::int32_t i = 0; i < EventCount; ++i) {
+        if (MemberName(document, {Kind::Event, i}) == name) {
+            return CCodeOrigin{Kind::Event, i};
         }
     }
     return std::nullopt;

@@ -66,7 +66,12 @@ public:
 
     // Writes the whole document to a PSF file in place of what is there. Done, or UnexpectedError on any
     // failure, which leaves the file as far as it was written.
-    Status SaveFile(const std::string& fileName, PsfForm form = PsfForm::AsHeld) const;
+    Status SaveFile(const std::string& fileName, PsfForm form = PsfForm::AsHeld) const {
+        return SaveTo(mFiles, fileName, form);
+    }
+
+    // The same by way of `files`.
+    Status SaveTo(SequentialFiles& files, const std::string& fileName, PsfForm form = PsfForm::AsHeld) const;
 
     // Writes the generated C file in place of what is there. Done, or GenerationFailed when the file cannot be
     // written or a function's code begins with "{"; the file then holds what was written before the failure.

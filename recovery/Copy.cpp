@@ -42,24 +42,30 @@ void TakeOffGainedBreaks(VornSrcObj& document) {
     }
 }
 
-void LayOver(VornSrcObj& document, const std::string& item, std::string_view text) {
-    if (const std::optional<CCodeOrigin> member = FindMember(document, item)) {
-        if (MemberText(document, *member) != text) {
-            UpdateMember(document, *member, text);
-        }
-    } else if (item.starts_with(FunctionPrefix)) {
-        document.AddFunction(item.substr(FunctionPrefix.size()), "", std::string(text));
+// Nothing else than memory can be short.
+void SaveTo(MemoryFile& file, const VornSrcObj& document) {
+    if (document.SaveTo(file, "") != Status::Done) {
+        throw std::bad_alloc();
     }
 }
 
 } // namespace
 
+// A document of many functions is copied only where the pane has another text than it.
 void GetSavedBytes(const WindowContent& content, std::string& bytes) {
     MemoryFile file({}, std::move(bytes));
-    VornSrcObj copy(content.document, file);
-    LayOver(copy, content.item, content.paneText);
-    if (copy.SaveFile("") != Status::Done) { // nothing else can be short in memory
-        throw std::bad_alloc();
+    const std::optional<CCodeOrigin> member = FindMember(content.document, content.item);
+    const bool isAdded = !member && content.item.starts_with(FunctionPrefix);
+    if (isAdded || (member && MemberText(content.document, *member) != content.paneText)) {
+        VornSrcObj copy(content.document, file);
+        if (isAdded) {
+            copy.AddFunction(content.item.substr(FunctionPrefix.size()), "", std::string(content.paneText));
+        } else {
+            UpdateMember(copy, *member, content.paneText);
+        }
+        SaveTo(file, copy);
+    } else {
+        SaveTo(file, content.document);
     }
     bytes = file.TakeWritten();
 }
