@@ -2,8 +2,8 @@
 """Measures psf on many files and large ones, and adds that to results: fleet.py PSF RESULTS.json FOLDER
 
 The files are made in FOLDER, which should be in memory: 2,000 files of 226 MB in all, whose largest is 206 KB; three
-versions of one with 1,000 functions; and one of 1 GB. Time is processor time of user and system: other work hardly
-changes it.
+versions of one with 1,000 functions; one of 1 GB; and 100 files without functions, to show what psf needs by itself.
+Time is processor time of user and system: other work hardly changes it.
 """
 
 import json
@@ -15,7 +15,7 @@ import shutil
 import subprocess
 import sys
 
-FILES, BYTES, LARGEST = 2000, 226_000_000, 206_000
+FILES, BYTES, LARGEST, EMPTY = 2000, 226_000_000, 206_000, 100
 EVENTS = ["OnError", "OnFrame", "OnKey", "OnStart", "OnStop", "OnTimer", "OnTrigger", "OnSerial", "OnMsg"]
 RUNS = 7
 
@@ -55,6 +55,9 @@ def make_files(folder):
     for number, size in enumerate(sizes):
         content = source(functions(size * BYTES // sum(sizes), randomness))
         (folder / f"many/{number:04}.PSF").write_bytes(content)
+    (folder / "empty").mkdir()
+    for number in range(EMPTY):
+        (folder / f"empty/{number:04}.PSF").write_bytes(source({}))
     base = {f"F{number}x": body(f"F{number}x", 20, randomness) for number in range(1000)}
     for name, step in [("base", 0), ("ours", 10), ("theirs", 15)]:
         changed = {key: text.replace("    ", "    /* changed */ ", 1) if step and number % step == 1 else text
@@ -89,7 +92,7 @@ def commands(psf, folder):
     yield "fleet/tidy", [psf, "tidy", "--check", many], BYTES
     yield "fleet/merge", merge, 0
     yield "fleet/huge", [psf, "check", str(folder / "huge.PSF")], (folder / "huge.PSF").stat().st_size
-    yield "fleet/nothing", [psf, "check", "--files-from", "/dev/null"], 0
+    yield "fleet/nothing", [psf, "check", str(folder / "empty")], 0
 
 
 def measure(psf, folder):

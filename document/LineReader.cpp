@@ -13,7 +13,7 @@ namespace tessaly {
 
 namespace {
 
-constexpr std::size_t BufferSize = std::size_t{256} * 1024;
+constexpr std::size_t BufferSize = std::size_t{32} * 1024;
 constexpr std::string_view LineEnd = "\r\n";
 
 } // namespace

@@ -1,6 +1,8 @@
-// Reports from the PSF reader. A load drops and changes things silently; an observer can tell the user.
+// Reports from the PSF reader. A load drops and changes things silently; an observer can tell the user. One that needs
+// no texts can save their memory.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -43,6 +45,9 @@ public:
 
     // A line that counts for nothing where it stands.
     virtual void Ignored(PsfLine) {}
+
+    // How many bytes of the code of a function or of an event's text, the first ones, go into the document.
+    virtual std::size_t KeptSize(std::string_view text) { return text.size(); }
 };
 
 } // namespace tessaly

@@ -87,6 +87,7 @@ private:
     bool ReadEvent(std::int32_t index);
     bool EndsEvent(std::int32_t index);
     void StoreEvent(std::int32_t index);
+    SharedText Kept(TextCollector& collector);
 
     bool NextLine() { return mLines.Next(mLine); }
     template <class Test>
@@ -249,7 +250,7 @@ void PsfReader::TakeFunction(std::int32_t index, Expected& function) {
     mObserver.Function(PsfStep::Ended, index, Line());
     if (!function.wasRead) {
         function.wasRead = true;
-        mRead.push_back({function.name, mCurProtoType.Share(), mCurFuncBody.Share()});
+        mRead.push_back({function.name, mCurProtoType.Share(), Kept(mCurFuncBody)});
     }
 }
 
@@ -300,8 +301,14 @@ bool PsfReader::EndsEvent(std::int32_t index) {
 }
 
 void PsfReader::StoreEvent(std::int32_t index) {
-    mContent.eventTexts[static_cast<std::size_t>(index)] = mEventText.Share();
+    mContent.eventTexts[static_cast<std::size_t>(index)] = Kept(mEventText);
     mObserver.Event(PsfStep::Ended, index, Line());
+}
+
+SharedText PsfReader::Kept(TextCollector& collector) {
+    SharedText text = collector.Share();
+    const std::size_t size = mObserver.KeptSize(text.View());
+    return size < text.View().size() ? SharedText(text.View().substr(0, size)) : text;
 }
 
 // Goes on to the next line for which `isWanted`; false at the end of the file. The lines before it count for nothing.

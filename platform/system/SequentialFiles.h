@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -18,6 +19,9 @@ public:
     // 0 means the end of the file; fewer than asked for does not. Throws std::system_error when the data
     // cannot be read (a folder can be opened but not read).
     virtual std::size_t Read(char* buffer, std::size_t size) = 0;
+
+    // How many bytes the whole file has; 0 where that is not known before they are read.
+    virtual std::uint64_t Size() const { return 0; }
 
     // Closes the file. Called at most once, and nothing else after it. Throws std::system_error.
     virtual void Close() = 0;
@@ -61,8 +65,8 @@ public:
     bool FileExists(const std::string& path) const override;
 };
 
-// The bytes of a file, in place of what is in `bytes`, whose room is used. Throws std::system_error when it cannot be
-// read, or has more than `largest` bytes.
+// The bytes of a file, in place of what is in `bytes`, whose room is used if it is enough. Throws std::system_error
+// when it cannot be read, or has more than `largest` bytes.
 void ReadWhole(SequentialFiles& files, const std::string& path, std::string& bytes,
                std::size_t largest = std::string::npos);
 std::string ReadWhole(SequentialFiles& files, const std::string& path, std::size_t largest = std::string::npos);

@@ -12,10 +12,11 @@ namespace tessaly::psf {
 
 namespace {
 
-// What one file of many gives back would go to the system, and come back page by page for the next one.
+// What one file of many gives back would go to the system, and come back page by page for the next one. Whole files do
+// go there: the room of one that is outgrown would else stay between the others.
 void KeepMemoryForTheNextFile() {
 #if defined(__GLIBC__)
-    mallopt(M_MMAP_THRESHOLD, 1 << 20);
+    mallopt(M_MMAP_THRESHOLD, 128 << 10);
     mallopt(M_TRIM_THRESHOLD, 4 << 20);
 #endif
 }

@@ -19,45 +19,63 @@ bool IsFile(const fs::directory_entry& entry) {
     return type == fs::file_type::regular || (type == fs::file_type::not_found && entry.is_symlink(ignored));
 }
 
-class Collector {
+// The PSF files in a folder and below, in byte order of their paths. Only the names in one folder are held at a time:
+// all paths of a fleet are more memory than a file.
+class FolderWalk {
 public:
-    // Adds the PSF files in `folder` and below to those found. Paths are made by hand: on Windows, too, "/" separates.
-    void Add(const std::string& folder) {
+    explicit FolderWalk(const std::function<int(const std::string&)>& use) : mUse(use) {}
+
+    // Paths are made by hand: on Windows, too, "/" separates.
+    void Enter(const std::string& folder) {
+        std::vector<std::string> names = NamesIn(folder);
+        std::sort(names.begin(), names.end());
+        const bool isSeparated = folder.ends_with('/') || folder.ends_with(fs::path::preferred_separator);
+        for (const std::string& name : names) {
+            const std::string path = folder + (isSeparated ? "" : "/") + name;
+            if (name.ends_with('/')) {
+                Enter(path);
+            } else {
+                mFoundAny = true;
+                mWorst = std::max(mWorst, mUse(path));
+            }
+        }
+    }
+
+    // Says so when there was no file.
+    int End(const std::string& folder) const {
+        if (!mFoundAny && mWorst == Success) {
+            PrintError(folder + ": there is no PSF file in this folder");
+        }
+        return mWorst;
+    }
+
+private:
+    // Of the files, and with "/" behind them of the folders, which stand among the others like their paths.
+    std::vector<std::string> NamesIn(const std::string& folder) {
+        std::vector<std::string> names;
         std::error_code error;
         fs::directory_iterator entries(ToPath(folder), error);
         for (; !error && entries != fs::directory_iterator(); entries.increment(error)) {
-            Add(folder, *entries);
+            std::string name = NameIn(*entries);
+            std::error_code ignored;
+            if (entries->is_directory(ignored)) {
+                if (!name.starts_with('.') && !entries->is_symlink(ignored)) {
+                    names.push_back(std::move(name) + "/");
+                }
+            } else if (IsPsfName(name) && IsFile(*entries)) {
+                names.push_back(std::move(name));
+            }
         }
         if (error) {
             PrintError(folder + ": " + Reason(error));
-            mFailed = true;
+            mWorst = std::max(mWorst, ExitStatus(Status::LoadFailed));
         }
+        return names;
     }
 
-    std::vector<std::string> TakeSorted() {
-        std::sort(mFiles.begin(), mFiles.end());
-        return std::move(mFiles);
-    }
-
-    bool Failed() const { return mFailed; }
-
-private:
-    void Add(const std::string& folder, const fs::directory_entry& entry) {
-        const std::string name = NameIn(entry);
-        const std::string path =
-            folder + (folder.ends_with('/') || folder.ends_with(fs::path::preferred_separator) ? "" : "/") + name;
-        std::error_code ignored;
-        if (entry.is_directory(ignored)) {
-            if (!name.starts_with('.') && !entry.is_symlink(ignored)) {
-                Add(path);
-            }
-        } else if (IsPsfName(name) && IsFile(entry)) {
-            mFiles.push_back(path);
-        }
-    }
-
-    std::vector<std::string> mFiles;
-    bool mFailed = false;
+    const std::function<int(const std::string&)>& mUse;
+    bool mFoundAny = false;
+    int mWorst = Success;
 };
 
 // A list may hold any name, so "-" is a file there.
@@ -83,17 +101,9 @@ int UsePath(const std::string& path, const std::function<int(const std::string&)
     if (path == StandardInput || !fs::is_directory(ToPath(path), ignored)) {
         return use(path);
     }
-    Collector collector;
-    collector.Add(path);
-    int worst = collector.Failed() ? ExitStatus(Status::LoadFailed) : Success;
-    const std::vector<std::string> files = collector.TakeSorted();
-    if (files.empty() && worst == Success) {
-        PrintError(path + ": there is no PSF file in this folder");
-    }
-    for (const std::string& file : files) {
-        worst = std::max(worst, use(file));
-    }
-    return worst;
+    FolderWalk walk(use);
+    walk.Enter(path);
+    return walk.End(path);
 }
 
 } // namespace

@@ -71,6 +71,11 @@ void PsfWarnings::Event(PsfStep step, std::int32_t index, PsfLine line) {
     }
 }
 
+// Without Lint all that is asked about a text is its prototype. With whole texts a check takes twice the memory.
+std::size_t PsfWarnings::KeptSize(std::string_view text) {
+    return mLint ? text.size() : std::min(text.find('{'), text.size() - 1) + 1;
+}
+
 void PsfWarnings::EventEnded(std::int32_t index, PsfLine line) {
     mEvents[static_cast<std::size_t>(index)].isStored = true;
     mFindings.TextEnded(line, EventMember(index));

@@ -20,6 +20,7 @@ public:
     void Function(PsfStep step, std::int32_t index, PsfLine line) override { mFunctions.Step(step, index, line); }
     void Event(PsfStep step, std::int32_t index, PsfLine line) override;
     void Ignored(PsfLine line) override { mFindings.Ignored(line); }
+    std::size_t KeptSize(std::string_view text) override;
 
     // All warnings for the file and the document that was loaded from it, in the order of their places. `bytes` is the
     // content of the file. To be called once.

@@ -49,6 +49,12 @@ public:
         return static_cast<std::size_t>(count);
     }
 
+    std::uint64_t Size() const override {
+        struct stat found = {};
+        const bool isKnown = ::fstat(mDescriptor.Number(), &found) == 0 && S_ISREG(found.st_mode);
+        return isKnown ? static_cast<std::uint64_t>(found.st_size) : 0;
+    }
+
     void Close() override { CloseDescriptor(mDescriptor); }
 
 private:

@@ -59,6 +59,11 @@ public:
         return count;
     }
 
+    std::uint64_t Size() const override {
+        LARGE_INTEGER size = {};
+        return GetFileSizeEx(mFile.Get(), &size) == 0 ? 0 : static_cast<std::uint64_t>(size.QuadPart);
+    }
+
     void Close() override { CloseFile(mFile); }
 
 private:

@@ -138,5 +138,22 @@ TEST(PsfReadObserverTest, AfterTheEndTagTheNextEventsGoOnInTheSameText) {
                      "14 event 1 ended: [OnKey]", "14 event 2 header: [OnKey]", "15 event 2 text: FuncBody=k"}));
 }
 
+class TwoBytes final : public PsfReadObserver {
+public:
+    std::size_t KeptSize(std::string_view) override { return 2; }
+};
+
+TEST(PsfReadObserverTest, TheDocumentGetsAsMuchOfATextAsIsAskedFor) {
+    MemoryDocument memory;
+    TwoBytes observer;
+    const std::string functions = PsfFunction("A", "first") + PsfFunction("B", "second");
+    EXPECT_EQ(memory.Load(PsfHead() + Lines({"NumFuncs= 2", "FuncNames=A,B", "[FuncCode]"}) + functions +
+                              "[EventCode]\r\n" + PsfEvents(),
+                          &observer),
+              Status::Done);
+    EXPECT_EQ(memory.Code(0) + memory.Code(1), "fise");
+    EXPECT_EQ(memory.EventCode(OnMsgIndex).size(), 2U);
+}
+
 } // namespace
 } // namespace tessaly
