@@ -81,16 +81,10 @@ if not defined compiler exit /b 127
 
 call :options_%kind%
 for %%o in ("%output%") do set "beside=%%~dpo."
-set "runtime="
+set "runtime=%kit%runtime.c"
 set "kept="
 if defined LOCALAPPDATA call :find_runtime
-set "place=%kit%runtime\"
-set "suffix=.c"
-if defined kept set "place=%kept%\"
-if defined kept set "suffix=.%object%"
-pushd "%kit%runtime"
-for %%f in (*.c) do call :add_runtime "%%~nf"
-popd
+if defined kept set "runtime=%kept%\runtime.obj"
 call :compile_with_%kind%
 exit /b %errorlevel%
 
@@ -218,21 +212,19 @@ set options=-Wno-invalid-source-encoding -D_CRT_SECURE_NO_WARNINGS
 set options=%options% -Wall -Wextra -Wno-unused-parameter -Wno-missing-field-initializers -Wformat-security -Wshadow
 set options=%options% -g -O1 -std=gnu11 -D__USE_MINGW_ANSI_STDIO=1 -I "%kit%include" %CFLAGS%
 set "environment="
-set "object=o"
 exit /b
 
 :options_cl
 set options=/nologo /W4 /wd4100 /O1 /std:c11 /D_CRT_SECURE_NO_WARNINGS /I "%kit%include" %CFLAGS%
 for %%v in (INCLUDE CL _CL_) do if not defined %%v set "%%v= "
 set "environment=%INCLUDE:"=% %CL:"=% %_CL_:"=%"
-set "object=obj"
 exit /b
 
-rem ---- The runtime, as objects in the user's cache: each program would have it compiled again. A folder there belongs
+rem ---- The runtime, as an object in the user's cache: each program would have it compiled again. A folder there belongs
 rem to one compiler with its options and one kit, which its file "key" tells. It comes when all else is there and never
 rem changes, so several builds may look and make at once.
 
-rem Sets kept to the folder with the objects, or to nothing where they cannot be kept.
+rem Sets kept to the folder with the object, or to nothing where it cannot be kept.
 :find_runtime
 set "cache=%LOCALAPPDATA%\Ostrel\Tessaly\Cache"
 if not exist "%cache%\*" mkdir "%cache%" 2>nul
@@ -248,7 +240,7 @@ for %%c in ("%compiler%") do set "key=%%~fc %%~tzc %options:"=% %environment%"
 pushd "%kit%runtime"
 setlocal EnableDelayedExpansion
 set "files="
-for %%f in (* ..\include\*) do set "files=!files! %%~tzf"
+for %%f in (..\runtime.c * ..\include\*) do set "files=!files! %%~tzf"
 endlocal & set "files=%files%"
 popd
 set "key=%key%%files%"
@@ -279,9 +271,9 @@ if not defined made exit /b
 for %%n in ("%cache%\%own%\new") do set "now=%%~tn"
 for %%c in ("%compiler%") do if "%%~tc"=="%now%" set "made="
 pushd "%kit%runtime"
-for %%f in (* ..\include\*) do if "%%~tf"=="%now%" set "made="
+for %%f in (..\runtime.c * ..\include\*) do if "%%~tf"=="%now%" set "made="
 popd
-if defined made for /f "delims=" %%f in ('dir /b "%kit%runtime\*.c"') do if defined made call :make_object_with_%kind% "%%~nf"
+if defined made call :make_object_with_%kind%
 if defined made ren "%cache%\%own%\new" key
 if defined made call :compare_key %own%
 if not defined kept rmdir /s /q "%cache%\%own%"
@@ -295,17 +287,13 @@ exit /b
 
 :make_object_with_gcc
 :make_object_with_clang
-"%compiler%" %options% -w -c -o "%cache%\%own%\%~1.o" "%kit%runtime\%~1.c" >nul 2>&1
+"%compiler%" %options% -w -O0 -c -o "%cache%\%own%\runtime.obj" "%kit%runtime.c" >nul 2>&1
 if errorlevel 1 set "made="
 exit /b
 
 :make_object_with_cl
-"%compiler%" %options% /w /c /Fo"%cache%\%own%\%~1.obj" /Tc"%kit%runtime\%~1.c" >nul 2>&1
+"%compiler%" %options% /w /Od /c /Fo"%cache%\%own%\runtime.obj" /Tc"%kit%runtime.c" >nul 2>&1
 if errorlevel 1 set "made="
-exit /b
-
-:add_runtime
-set runtime=%runtime% "%place%%~1%suffix%"
 exit /b
 
 rem ---- Compiling
@@ -313,7 +301,7 @@ rem ---- Compiling
 rem -xc: the suffix of the C file is the user's choice.
 :compile_with_gcc
 :compile_with_clang
-"%compiler%" %options%%hidden% -I "%beside%" -o "%output%" -xc "%source%" -xnone %runtime% %LDFLAGS%
+"%compiler%" %options%%hidden% -I "%beside%" -o "%output%" -xc "%source%" -xnone "%runtime%" %LDFLAGS%
 exit /b %errorlevel%
 
 rem cl leaves its object files somewhere; a backslash in front of a closing quote must be doubled.
@@ -321,7 +309,7 @@ rem cl leaves its object files somewhere; a backslash in front of a closing quot
 set "objects=%TEMP%\tessaly-%RANDOM%-%RANDOM%"
 mkdir "%objects%"
 if defined LDFLAGS set LDFLAGS=/link %LDFLAGS%
-"%compiler%" %options%%hidden% /I "%beside%" /Fe"%output%" /Fo"%objects%\\" /Tc"%source%" %runtime% %LDFLAGS%
+"%compiler%" %options%%hidden% /I "%beside%" /Fe"%output%" /Fo"%objects%\\" /Tc"%source%" "%runtime%" %LDFLAGS%
 set "result=%errorlevel%"
 rmdir /s /q "%objects%"
 exit /b %result%

@@ -139,12 +139,15 @@ find_version() {
     printf '%s\n' "$marks" "$version" >"$own" && mv -f -- "$own" "$cache/clang"
 }
 
-# Sets $runtime to the runtime as one object, compiled by "$@", or to its sources where there is no place for that. The
+# Sets $runtime to the runtime as an object, compiled by "$@", or to its source where there is no place for that. The
 # object is kept in the user's cache under the hash of all that it is made from: each program would have it compiled
-# again. Several builds may make it at once; each gives a whole file that name.
+# again. Several builds may make it at once; each gives a whole file that name. Optimizing it takes twice the time, and a
+# frame then gains 0.2 microseconds.
 find_runtime() {
     [ -n "$cache" ] || return
-    hash=$({ { printf '%s\n' "$version" "$@" && cat -- "$kit"/runtime/* "$kit"/include/*; } | sha256sum; } 2>/dev/null)
+    hash=$({
+        { printf '%s\n' "$version" "$@" && cat -- "$kit/runtime.c" "$kit"/runtime/* "$kit"/include/*; } | sha256sum
+    } 2>/dev/null)
     [ -n "$hash" ] || return
     runtime=$cache/runtime-${hash%% *}.o
     [ -f "$runtime" ] || make_runtime "$@"
@@ -158,18 +161,7 @@ make_runtime() {
         shift
         case $word in --coverage | -ftest-coverage | -fprofile-*) ;; *) set -- "$@" "$word" ;; esac
     done
-    for file in "$kit"/runtime/*.c; do
-        "$@" -w -c -o "$own/${file##*/}.o" "$file" >/dev/null 2>&1 || {
-            rm -rf -- "$own"
-            return
-        }
-    done
-    # What checks a program while it runs comes in when that is linked.
-    for word; do
-        shift
-        case $word in -fsanitize*) ;; *) set -- "$@" "$word" ;; esac
-    done
-    "$@" -r -nostdlib -o "$own/all" "$own"/*.o >/dev/null 2>&1 && mv -f -- "$own/all" "$runtime" 2>/dev/null
+    "$@" -w -O0 -c -o "$own/all" "$kit/runtime.c" >/dev/null 2>&1 && mv -f -- "$own/all" "$runtime" 2>/dev/null
     rm -rf -- "$own"
 }
 
@@ -193,7 +185,7 @@ compile() {
     # shellcheck disable=SC2086
     set -- "$@" -g -O1 -std=gnu11 -I "$kit/include" ${CFLAGS:-}
     set +f
-    find_runtime "$@" || runtime=
+    find_runtime "$@" || runtime=$kit/runtime.c
     # shellcheck disable=SC2086
     set -- "$@" $hidden
     # gcov's notes and counts go beside the C file, under the name that gcc gives them there. The runtime has none.
@@ -209,14 +201,8 @@ compile() {
     # Files of the user are beside the PSF file, and the program comes there, too.
     case $output in */*) set -- "$@" -I "${output%/*}/" ;; *) set -- "$@" -I . ;; esac
     # -x c: the suffix of the C file is the user's choice, and .C would be C++.
-    set -- "$@" -o "$output" -x c "$source"
-    if [ -n "$runtime" ]; then
-        set -- "$@" -x none "$runtime"
-    else
-        set -- "$@" "$kit"/runtime/*.c
-    fi
     # shellcheck disable=SC2086
-    set -f && "$@" ${LDFLAGS:-} -lm
+    set -f && "$@" -o "$output" -x c "$source" -x none "$runtime" ${LDFLAGS:-} -lm
 }
 
 # Prints the first compiler there is.

@@ -3,8 +3,8 @@
 
 #include <string.h>
 
-static KitChannelName given[KIT_CHANNEL_LIMIT];
-static size_t count;
+static KitChannelName table[KIT_CHANNEL_LIMIT];
+static size_t table_count;
 
 /* Reads a number that is the whole text. */
 static bool read_channel(const char* text, size_t length, uchar* channel) {
@@ -30,22 +30,22 @@ const char* kit_channel_name(const char* argument) {
         name.name = number;
         name.length = strlen(number);
     }
-    if (count == KIT_CHANNEL_LIMIT)
+    if (table_count == KIT_CHANNEL_LIMIT)
         return "there are too many names of channels";
-    given[count++] = name;
+    table[table_count++] = name;
     return NULL;
 }
 
 size_t kit_channel_names(const KitChannelName** names) {
-    *names = given;
-    return count;
+    *names = table;
+    return table_count;
 }
 
 bool kit_channel_find(const char* name, size_t length, uchar* channel) {
-    for (size_t i = 0; i < count; ++i) {
-        if (given[i].length != length || memcmp(given[i].name, name, length) != 0)
+    for (size_t i = 0; i < table_count; ++i) {
+        if (table[i].length != length || memcmp(table[i].name, name, length) != 0)
             continue;
-        *channel = given[i].channel;
+        *channel = table[i].channel;
         return true;
     }
     size_t stem = length;

@@ -6,8 +6,6 @@
 
 #include <string.h>
 
-static const char* const blanks = " \t";
-
 /* A word of the line; without one, the length is 0. */
 typedef struct Word {
     const char* text;
@@ -16,8 +14,8 @@ typedef struct Word {
 
 /* Takes the next word off the text. */
 static Word next_word(const char** text) {
-    Word word = {*text + strspn(*text, blanks), 0};
-    word.length = strcspn(word.text, blanks);
+    Word word = {*text + strspn(*text, kit_blanks), 0};
+    word.length = strcspn(word.text, kit_blanks);
     *text = word.text + word.length;
     return word;
 }
@@ -27,7 +25,7 @@ static bool is_word(Word word, const char* text) {
 }
 
 static bool is_end(const char* rest) {
-    return rest[strspn(rest, blanks)] == '\0';
+    return rest[strspn(rest, kit_blanks)] == '\0';
 }
 
 const char* kit_seconds_read(const char* text, int64_t* microseconds) {
@@ -58,7 +56,7 @@ static bool read_span(const char* rest, const char* name, KitExpectation* expect
         return true;
     if (!is_word(next_word(&rest), name))
         return false;
-    const char* end = kit_seconds_read(rest + strspn(rest, blanks), &expectation->span);
+    const char* end = kit_seconds_read(rest + strspn(rest, kit_blanks), &expectation->span);
     return end != NULL && is_end(end);
 }
 
@@ -89,7 +87,7 @@ static const char* find_quote(const char* text) {
 
 static const char* parse_print(const char* rest, KitExpectation* expectation) {
     expectation->kind = kit_expected_print;
-    rest += strspn(rest, blanks);
+    rest += strspn(rest, kit_blanks);
     const char* quote = *rest == '"' ? find_quote(rest + 1) : NULL;
     if (quote == NULL || quote == rest + 1)
         return "'expect print' needs a text in quotes; \\\" \\\\ \\n \\r and \\t stand for one character";
@@ -106,7 +104,7 @@ static const char* parse_verdict(const char* rest, KitExpectation* expectation) 
     return known && is_end(rest) ? NULL : "'expect verdict' needs pass or fail";
 }
 
-static const char* parse_frame(Word name, const char* rest, KitExpectation* expectation) {
+static const char* parse_sent(Word name, const char* rest, KitExpectation* expectation) {
     uchar channel = 0;
     expectation->kind = kit_expected_frame;
     if (!kit_channel_find(name.text, name.length, &channel))
@@ -124,7 +122,7 @@ static const char* parse_frame(Word name, const char* rest, KitExpectation* expe
 const char* kit_expectation_parse(const char* line, const char* rest, KitExpectation* expectation) {
     expectation->line = line;
     expectation->line_length = strlen(line);
-    while (strchr(blanks, line[expectation->line_length - 1]) != NULL)
+    while (strchr(kit_blanks, line[expectation->line_length - 1]) != NULL)
         --expectation->line_length;
     expectation->channel = -1;
     if (!kit_text_is_utf8(line, expectation->line_length))
@@ -134,7 +132,7 @@ const char* kit_expectation_parse(const char* line, const char* rest, KitExpecta
         return parse_silence(rest, expectation);
     if (is_word(word, "print"))
         return parse_print(rest, expectation);
-    return is_word(word, "verdict") ? parse_verdict(rest, expectation) : parse_frame(word, rest, expectation);
+    return is_word(word, "verdict") ? parse_verdict(rest, expectation) : parse_sent(word, rest, expectation);
 }
 
 size_t kit_expectation_text(const KitExpectation* expectation, char* text) {

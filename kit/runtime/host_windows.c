@@ -9,6 +9,7 @@
 #include <signal.h>
 #include <stdio.h>
 #include <stdlib.h>
+#define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 
 static UINT input_page;

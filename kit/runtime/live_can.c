@@ -28,7 +28,7 @@ typedef struct Interface {
 } Interface;
 
 static Interface interfaces[kit_can_limit];
-static size_t count;
+static size_t opened;
 
 static void complain(const char* name, const char* what) {
     fprintf(stderr, "%s: %s: %s\n", name, what, strerror(errno));
@@ -57,7 +57,7 @@ static int open_socket(const char* name) {
 }
 
 static bool open_interface(const char* name, size_t length, uchar channel) {
-    Interface* interface = &interfaces[count];
+    Interface* interface = &interfaces[opened];
     errno = ENODEV;
     interface->file = -1;
     if (length < sizeof interface->name) {
@@ -70,7 +70,7 @@ static bool open_interface(const char* name, size_t length, uchar channel) {
         return false;
     }
     interface->channel = channel;
-    ++count;
+    ++opened;
     return true;
 }
 
@@ -78,7 +78,7 @@ static bool open_interface(const char* name, size_t length, uchar channel) {
 static bool open_all(void) {
     bool done = true;
     struct if_nameindex* list = if_nameindex();
-    for (struct if_nameindex* each = list; each != NULL && each->if_index != 0 && count < kit_can_limit; ++each) {
+    for (struct if_nameindex* each = list; each != NULL && each->if_index != 0 && opened < kit_can_limit; ++each) {
         uchar channel = 0;
         const char* name = each->if_name;
         bool is_can = strncmp(name, "can", 3) == 0 && strspn(name + 3, "0123456789") == strlen(name + 3);
@@ -100,9 +100,9 @@ bool kit_can_open(void) {
 }
 
 size_t kit_can_files(int files[kit_can_limit]) {
-    for (size_t i = 0; i < count; ++i)
+    for (size_t i = 0; i < opened; ++i)
         files[i] = interfaces[i].file;
-    return count;
+    return opened;
 }
 
 static void hand_over(const struct canfd_frame* from, bool is_fd, uchar channel) {
@@ -156,7 +156,7 @@ void kit_can_send(const DataFrame* frame, int channel) {
     if (!frame->remote)
         memcpy(to.data, frame->data, frame->length);
     size_t size = frame->fd ? CANFD_MTU : CAN_MTU;
-    for (size_t i = 0; i < count; ++i)
+    for (size_t i = 0; i < opened; ++i)
         if (interfaces[i].channel == channel && write(interfaces[i].file, &to, size) != (ssize_t)size)
             complain(interfaces[i].name, "cannot send");
 }

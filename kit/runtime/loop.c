@@ -18,11 +18,11 @@ enum { exit_failure = 1, exit_usage = 64, exit_script = 65 };
 
 static const char* program = "program";
 static const char* script_name = "<stdin>";
-static FILE* script;
+static FILE* script_file;
 static bool is_strict;
 static bool is_paced;
-static bool is_live;
-static const char* serial;
+static bool runs_live;
+static const char* serial_port;
 
 static void write_usage(FILE* file) {
     fprintf(file,
@@ -88,9 +88,9 @@ static int take_option(int at, int argc, char* argv[]) {
     } else if (strcmp(option, "--live") == 0) {
         if (!kit_live_is_there())
             refuse(option, "there is no live mode on this system yet");
-        is_live = true;
+        runs_live = true;
     } else if (strcmp(option, "--serial") == 0 && at + 1 < argc) {
-        serial = argv[++at];
+        serial_port = argv[++at];
     } else if (strcmp(option, "--channel") == 0 && at + 1 < argc) {
         const char* wrong = kit_channel_name(argv[++at]);
         if (wrong != NULL)
@@ -102,12 +102,12 @@ static int take_option(int at, int argc, char* argv[]) {
 }
 
 static void open_script(const char* name) {
-    script = stdin;
+    script_file = stdin;
     if (name == NULL || strcmp(name, "-") == 0)
         return;
     script_name = name;
-    script = fopen(name, "rb");
-    if (script != NULL)
+    script_file = fopen(name, "rb");
+    if (script_file != NULL)
         return;
     fprintf(stderr, "%s: cannot open %s: %s\n", program, name, strerror(errno));
     exit(exit_failure);
@@ -130,9 +130,9 @@ void initialize(int argc, char* argv[]) {
         else
             refuse_usage();
     }
-    if (is_live ? name != NULL || is_paced || is_strict : serial != NULL)
+    if (runs_live ? name != NULL || is_paced || is_strict : serial_port != NULL)
         refuse_usage();
-    if (!is_live)
+    if (!runs_live)
         open_script(name);
 }
 
@@ -218,7 +218,7 @@ typedef struct Line {
 static bool read_line(Line* line) {
     int byte = 0;
     line->length = 0;
-    while (byte != '\n' && (byte = getc(script)) != EOF) {
+    while (byte != '\n' && (byte = getc(script_file)) != EOF) {
         if (line->length + 2 > line->room) {
             size_t room = line->room > 0 ? 2 * line->room : 128;
             char* text = realloc(line->text, room);
@@ -229,7 +229,7 @@ static bool read_line(Line* line) {
         }
         line->text[line->length++] = (char)byte;
     }
-    if (line->length == 0 || ferror(script))
+    if (line->length == 0 || ferror(script_file))
         return false;
     line->text[line->length] = '\0';
     return true;
@@ -238,14 +238,14 @@ static bool read_line(Line* line) {
 void EventLoop(void) {
     Line line = {NULL, 0, 0};
     unsigned long number = 0;
-    if (is_live)
-        exit(kit_live_run(serial));
+    if (runs_live)
+        exit(kit_live_run(serial_port));
     while (read_line(&line)) {
         run_line(line.text, line.length, ++number);
         if (fflush(stdout) != 0 || ferror(stdout))
             fail("cannot write the output", strerror(errno));
     }
-    if (!feof(script)) {
+    if (!feof(script_file)) {
         fprintf(stderr, "%s: cannot read %s: %s\n", program, script_name, strerror(errno));
         exit(exit_failure);
     }

@@ -8,15 +8,13 @@
 
 #include <string.h>
 
-static const char* const blanks = " \t";
-
 static char* skip_blanks(char* text) {
-    return text + strspn(text, blanks);
+    return text + strspn(text, kit_blanks);
 }
 
 /* Ends the word at the text's beginning with a 0 and returns what follows it. */
 static char* cut_word(char* text) {
-    char* end = text + strcspn(text, blanks);
+    char* end = text + strcspn(text, kit_blanks);
     if (*end == '\0')
         return end;
     *end = '\0';
@@ -61,7 +59,7 @@ static const char* parse_error(char* rest, KitEvent* event) {
     uint64_t channel = 0;
     uint64_t error_type = 0;
     char* end = read_number(skip_blanks(rest), 255, &channel);
-    if (end == NULL || strspn(end, blanks) == 0)
+    if (end == NULL || strspn(end, kit_blanks) == 0)
         return wrong;
     end = read_number(skip_blanks(end), 255, &error_type);
     if (end == NULL || *skip_blanks(end) != '\0')
@@ -96,7 +94,7 @@ static const char* parse_serial(char* rest, KitEvent* event) {
     for (rest = skip_blanks(rest); *rest != '\0'; rest = skip_blanks(rest + 2)) {
         int high = kit_hex_digit(rest[0]);
         int low = high < 0 ? -1 : kit_hex_digit(rest[1]);
-        if (low < 0 || strcspn(rest, blanks) != 2)
+        if (low < 0 || strcspn(rest, kit_blanks) != 2)
             return "'serial' needs bytes of two hex digits each, with spaces between them";
         if (event->length == VEX_SERIAL_LIMIT)
             return "'serial' takes at most 65535 bytes";
@@ -131,7 +129,7 @@ static const char* parse_event(char* text, KitEvent* event) {
         {"serial", kit_event_serial, parse_serial},    {"msg", kit_event_msg, parse_msg},
     };
     static const char expect[] = "expect";
-    size_t length = strcspn(text, blanks);
+    size_t length = strcspn(text, kit_blanks);
     if (length == 0)
         return "there is no event after the time";
     if (length == strlen(expect) && memcmp(text, expect, length) == 0) {

@@ -22,15 +22,15 @@ typedef struct Place {
 } Place;
 
 static Item items[2 * kept];
-static size_t count;
+static size_t item_count;
 static uint64_t base; /* the number of items[0] */
 static bool noting = true;
 static Place found[kit_sent_streams]; /* behind what was found; a place before the base counts as the base */
 static uint64_t looked;               /* the items in front of it do not hold what is looked for */
 
 void kit_sent_begin(void) {
-    base += count;
-    count = 0;
+    base += item_count;
+    item_count = 0;
     noting = true;
 }
 
@@ -43,7 +43,7 @@ void kit_sent_rewind(void) {
 }
 
 static uint64_t end_number(void) {
-    return base + count;
+    return base + item_count;
 }
 
 static Item* item_at(uint64_t number) {
@@ -60,12 +60,12 @@ static Place first_place(int stream) {
 }
 
 static Item* add_item(int stream) {
-    if (count == 2 * (size_t)kept) {
+    if (item_count == 2 * (size_t)kept) {
         memcpy(items, items + kept, kept * sizeof *items);
-        count = kept;
+        item_count = kept;
         base += kept;
     }
-    Item* item = &items[count++];
+    Item* item = &items[item_count++];
     item->stamp = kit_clock_stamp();
     item->stream = stream;
     return item;

@@ -4,6 +4,8 @@
 
 #include <stdint.h>
 
+const char kit_blanks[] = " \t";
+
 /* What 0x80-0x9F stand for; all other bytes stand for the character of the same number. */
 static const uint16_t upper[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                    0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,

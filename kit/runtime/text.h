@@ -6,6 +6,9 @@
 #include <stdbool.h>
 #include <stddef.h>
 
+/* What parts the words of a line. */
+extern const char kit_blanks[];
+
 /* Whether the bytes are valid UTF-8: no overlong forms, no surrogates, nothing beyond U+10FFFF. */
 bool kit_text_is_utf8(const char* text, size_t length);
 
