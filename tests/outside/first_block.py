@@ -1,10 +1,19 @@
-"""The help's page "Your first program block": what it has one type, typed with real keys into the real window."""
+"""The help's page "Your first program block": done with real keys and the mouse in the real window."""
 
 import re
+import subprocess
+import sys
 import textwrap
 from types import SimpleNamespace
 
-from harness import ROOT, wait_until, xdotool
+from harness import ROOT, click, wait_until, xdotool
+
+sys.path.insert(0, str(ROOT / "help"))
+
+import catalogue  # noqa: E402
+
+SCREEN = 1280, 800  # of script/display
+ROWS_TO_ON_KEY = 6, 11  # of the tree: how far below the first, of how many; with one function, all open
 
 
 def first_block(language):
@@ -13,6 +22,7 @@ def first_block(language):
     function, handler, events, windows, powershell, linux, printed = [
         textwrap.dedent(block) for block in re.findall(r"(?<=\n\n)(?: {4}.*\n|\n(?= {8}))+", page)]
     return SimpleNamespace(
+        language=language, save=re.search(r"\{menu:(\w+)>(\w+)\}", page).groups(),
         name=re.search(r"<kbd>F5</kbd>.*?`(\w+)`", page, re.S)[1], function=function, handler=handler,
         file=re.search(r"`(\w+\.PSF)`", page)[1], script=re.search(r"`(\w+\.events)`", page)[1], events=events,
         run={"windows": windows.strip(), "powershell": powershell.strip(), "linux": linux.strip()}, printed=printed)
@@ -32,9 +42,9 @@ def type_line(text):
     xdotool("type", "--clearmodifiers", "--delay", 15, "--", text)
 
 
-def answer(main, asking, text):
-    """Presses the key that asks for something, types the answer, and waits for the main window to come back."""
-    key(asking)
+def answer(main, ask, text):
+    """Does what asks for something, types the answer, and waits for the main window to come back."""
+    ask()
     wait_until("a window that asks", lambda: window_with_the_keyboard() not in (None, main))
     type_line(text)
     key("Return")
@@ -50,14 +60,47 @@ def change_text(text):
         type_line(line.strip())
 
 
+def choose(path, language):
+    """A command, by the underlined letters of the menu."""
+    menu, command = (re.search("&(.)", catalogue.text(name, language))[1].lower() for name in path)
+    key(f"alt+{menu}", command)
+
+
+def screen():
+    """A byte for each of its pixels."""
+    command = ["import", "-window", "root", "-depth", "8", "gray:-"]
+    return subprocess.run(command, check=True, capture_output=True).stdout
+
+
+def place_of_on_key():
+    """On the screen: the selected row is seen where the tree is left of the pane, for the first row and the last."""
+    def selected(way):
+        key("F2", way)
+        return wait_until("the tree to be painted", lambda: (one := screen()) == screen() and one)
+    one, other = selected("Home"), selected("End")
+    width, height = SCREEN
+    left = next(int(line[2:]) for line in xdotool("getactivewindow", "getwindowgeometry", "--shell")
+                if line.startswith("X="))
+    changed = [[x for x in range(left, left + 250) if one[width * y + x] != other[width * y + x]]
+               for y in range(height)]
+    rows = [y for y in range(height) if len(changed[y]) > 20]
+    first, last = rows[0], rows[-1]
+    row_height = next(y for y in range(first, height) if y not in rows) - first
+    across = (min(changed[last]) + max(changed[last])) // 2
+    below, rows_below = ROWS_TO_ON_KEY
+    return across, first + row_height // 2 + (last - row_height + 1 - first) * below // rows_below
+
+
 def write_and_build(page, path):
     """All that the page does in the window: from an empty program block to the build of its file."""
     main = wait_until("the window", window_with_the_keyboard)
-    answer(main, "F5", page.name)
+    if page.language == "de":
+        choose(("mnuOptions", "mnuGerman"), "en")
+    answer(main, lambda: key("F5"), page.name)
     change_text(page.function)
-    key("F2", "End", *["Up"] * 5)  # OnKey, the third of eight
+    click(*place_of_on_key())
     change_text(page.handler)
-    answer(main, "ctrl+s", path)
+    answer(main, lambda: choose(page.save, page.language), path)
     key("F10")
 
 
