@@ -1,6 +1,7 @@
 """Loads the topics of a language: Markdown to HTML, with the program's texts put in."""
 
 import html
+import itertools
 import re
 from dataclasses import dataclass, field
 from pathlib import Path
@@ -133,6 +134,19 @@ def _typographic(page: str) -> str:
                    for number, part in enumerate(parts) if number % 3 < 2)
 
 
+def _with_heads(page: str) -> str:
+    """Where a table has more than two columns, its cells have their heads, for windows too narrow for columns."""
+    def table(found: re.Match) -> str:
+        heads = [html.escape(plain(head)) for head in re.findall(r"<th>(.*?)</th>", found[0])]
+        columns = itertools.cycle(heads)
+
+        def cell(_: re.Match) -> str:
+            head = next(columns)
+            return "<td>" if head == heads[0] else f'<td data-head="{head}">'
+        return re.sub("<td>", cell, found[0]) if len(heads) > 2 else found[0]
+    return re.sub("<table>.*?</table>", table, page, flags=re.S)
+
+
 def _load(name: str, language: Language, contact: str) -> Topic:
     path = HERE / language.code / f"{name}.md"
     head, _, source = path.read_text(encoding="utf-8").partition("\n\n")
@@ -140,7 +154,8 @@ def _load(name: str, language: Language, contact: str) -> Topic:
     keywords = [tuple((entry.strip() + "#").split("#")[:2]) for entry in fields["index"].split(";")]
     body = _typographic(markdown.markdown(_put_in(source, language, contact), output_format="html",
                                           extensions=["tables", "attr_list", "fenced_code", "def_list"]))
-    body = body.replace("<th>", '<th scope="col">').replace("<pre>", '<pre tabindex="0">')  # for keys to scroll it
+    body = _with_heads(body).replace("<th>", '<th scope="col">')
+    body = body.replace("<pre>", '<pre tabindex="0">')  # for keys to scroll it
     body = re.sub(r'(<a href="[\w-]+)\.md', r'\1.html', body)  # the sources link to each other
     sections = re.findall(r'<h2 id="([\w-]+)">(.*?)</h2>', body)
     if len(sections) != body.count("<h2"):

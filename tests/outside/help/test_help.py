@@ -192,6 +192,18 @@ def test_the_way_back_to_a_text_is_told_where_one_looks_for_it(name, language):
 
 
 @pytest.mark.parametrize("language", LANGUAGES)
+def test_cells_have_the_heads_of_their_columns_where_a_table_has_more_than_two(language):
+    for name in TOPICS:
+        source = (HELP / "html" / language / f"{name}.html").read_text(encoding="utf-8")
+        for table in re.findall("<table>.*?</table>", source, re.S):
+            heads, *rows = [re.findall(r'<t[hd]([^>]*)>(.*?)</t[hd]>', row, re.S) for row in table.split("</tr>")[:-1]]
+            for row in rows:
+                assert len(row) == len(heads)
+                for (attributes, _), (_, head) in list(zip(row, heads))[1:]:
+                    assert attributes == (f' data-head="{head}"' if len(heads) > 2 else ""), (name, head)
+
+
+@pytest.mark.parametrize("language", LANGUAGES)
 def test_pages_tell_their_language_and_have_landmarks_and_one_heading(language):
     for name in [*TOPICS, "keywords"]:
         found = page(language, name)
