@@ -74,7 +74,7 @@ static const char* parse_silence(const char* rest, KitExpectation* expectation) 
     return read_span(rest, "for", expectation) ? NULL : wrong;
 }
 
-/* The quote that ends the text; null when it is left open, or a backslash stands before another character. */
+/* The quote that ends the text; null when it is left open, or a backslash is before another character. */
 static const char* find_quote(const char* text) {
     for (; *text != '"'; ++text) {
         if (*text == '\\' && (*++text == '\0' || strchr("\"\\nrt", *text) == NULL))

@@ -1,4 +1,4 @@
-/* What a script expects of the block, as it stands in a line: expect can0 123#01..FF within 0.5
+/* What a script expects of the block, as it is in a line: expect can0 123#01..FF within 0.5
  * Only read here; verdict.h looks whether it comes true. */
 #ifndef KIT_EXPECTATION_H
 #define KIT_EXPECTATION_H
@@ -18,7 +18,7 @@ typedef enum KitExpected {
 } KitExpected;
 
 typedef struct KitExpectation {
-    const char* line; /* the words of the expectation, from "expect" on; the length leaves blanks at its end out */
+    const char* line; /* the words of the expectation, from "expect" on; the length leaves spaces at its end out */
     size_t line_length;
     KitExpected kind;
     int channel;                  /* frame, silence: -1 is every channel */

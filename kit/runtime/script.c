@@ -69,7 +69,7 @@ static const char* parse_error(char* rest, KitEvent* event) {
     return NULL;
 }
 
-/* Text and keys: all that follows one blank, so that a blank can be a key, too. */
+/* Text and keys: all that follows one space, so that a space can be a key, too. */
 static const char* parse_msg(char* rest, KitEvent* event) {
     char* text = *rest == '\0' ? rest : rest + 1;
     size_t length = strlen(text);

@@ -11,7 +11,7 @@
 #include <stdint.h>
 
 typedef enum KitEventKind {
-    kit_event_none, /* a blank line or a comment */
+    kit_event_none, /* an empty line or a comment */
     kit_event_start,
     kit_event_stop,
     kit_event_trigger,

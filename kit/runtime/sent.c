@@ -25,7 +25,7 @@ static Item items[2 * kept];
 static size_t item_count;
 static uint64_t base; /* the number of items[0] */
 static bool noting = true;
-static Place found[kit_sent_streams]; /* behind what was found; a place before the base counts as the base */
+static Place found[kit_sent_streams]; /* after what was found; a place before the base counts as the base */
 static uint64_t looked;               /* the items in front of it do not hold what is looked for */
 
 void kit_sent_begin(void) {
@@ -100,7 +100,7 @@ bool kit_sent_find_frame(int channel, const char* pattern) {
     return false;
 }
 
-/* Whether the text is what was printed from a place on, across its pieces. Moves the place behind it. */
+/* Whether the text is what was printed from a place on, across its pieces. Moves the place after it. */
 static bool is_text_at(Place* place, const char* text, size_t length) {
     for (; length > 0 && place->number < end_number(); *place = (Place){place->number + 1, 0}) {
         const Item* item = item_at(place->number);
