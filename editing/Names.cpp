@@ -86,15 +86,6 @@ std::string StructureAt(std::u16string_view line, std::size_t end, const KnownNa
     return name == nullptr ? "" : StructureIn(name->declaration, names);
 }
 
-// A file's own names, and the locals of its last function.
-void DropLocalsOfOthers(std::vector<CName>& names) {
-    const auto function = std::find_if(names.rbegin(), names.rend(), [](const CName& name) {
-        return name.kind == CNameKind::Function && !name.isLocal;
-    });
-    names.erase(std::remove_if(names.begin(), function.base(), [](const CName& name) { return name.isLocal; }),
-                function.base());
-}
-
 } // namespace
 
 std::span<const CName> KeywordNames() {
@@ -122,8 +113,7 @@ std::vector<CName> NamesInFrontOf(const TextLines& lines, Place place) {
         text += '\n';
     }
     std::vector<CName> names = DeclaredNames(text);
-    std::erase_if(names, [position](const CName& name) { return name.position >= position; });
-    DropLocalsOfOthers(names);
+    std::erase_if(names, [position](const CName& name) { return name.position >= position || name.end < position; });
     std::reverse(names.begin(), names.end());
     return names;
 }

@@ -19,7 +19,7 @@ using KnownNames = std::vector<std::span<const CName>>;
 // The words of C itself. They have no declaration.
 std::span<const CName> KeywordNames();
 
-// What the text declares in front of `place`, the last name first: names for the whole file, and those of the function
+// What the text declares in front of `place`, the last name first: names for the whole file, and those of the blocks
 // that `place` is in. Of a long text only the lines near `place` are read.
 std::vector<CName> NamesInFrontOf(const TextLines& lines, Place place);
 

@@ -44,16 +44,6 @@ bool IsTypeWord(std::string_view word) {
                         "typedef", "_Complex", "_Noreturn", "__inline", "__inline__", "__restrict", "__extension__"}));
 }
 
-// The rest of a directive behind its name; "" for another one.
-std::string_view DirectiveRest(std::string_view directive, std::string_view name) {
-    std::size_t at = directive.find_first_not_of(" \t", 1);
-    if (at == std::string_view::npos || directive.substr(at, name.size()) != name) {
-        return {};
-    }
-    at = directive.find_first_not_of(" \t", at + name.size());
-    return at == std::string_view::npos ? std::string_view() : directive.substr(at);
-}
-
 // What is declared from the tokens, a statement at a time.
 class Declarations {
 public:
@@ -98,6 +88,16 @@ private:
         }
     }
 
+    // Behind a bracket with what is in it, or behind any other token.
+    void SkipPart() {
+        const bool isOpening = IsAt("(") || IsAt("[") || IsAt("{");
+        ++mAt;
+        if (isOpening) {
+            SkipToClosing();
+            ++mAt;
+        }
+    }
+
     // One statement, with what stands in its braces.
     void Statement(bool isLocal) {
         std::vector<CCodeToken> part;
@@ -119,9 +119,7 @@ private:
             } else if (BeginsAttribute(token.text)) {
                 ++mAt;
                 if (IsAt("(")) {
-                    ++mAt;
-                    SkipToClosing();
-                    ++mAt;
+                    SkipPart();
                 }
             } else if (token.text == ":" && part.size() == 1) { // a label
                 part.clear();
@@ -135,6 +133,9 @@ private:
         }
         const std::size_t endOfFields = mNames.size();
         Declare(part, isLocal);
+        if (!part.empty() && part.front().text == "for") {
+            EndLocals(endOfFields, mAt - 1);
+        }
         if (hasFields) {
             GiveOwner(firstField, endOfFields, part);
         }
@@ -144,12 +145,7 @@ private:
     void TakeGroup(std::vector<CCodeToken>& part) {
         if (IsAt("=")) {
             while (mAt < mTokens.size() && !IsAt(";") && !IsAt(",") && !IsAt("}")) {
-                const bool isOpening = IsAt("(") || IsAt("[") || IsAt("{");
-                ++mAt;
-                if (isOpening) {
-                    SkipToClosing();
-                    ++mAt;
-                }
+                SkipPart();
             }
             return;
         }
@@ -166,6 +162,7 @@ private:
         const auto has = [&part](std::string_view word) {
             return std::any_of(part.begin(), part.end(), [&](const CCodeToken& token) { return token.text == word; });
         };
+        const std::size_t first = mNames.size();
         ++mAt;
         if (mDepth == DeepestBlock) {
             SkipToClosing();
@@ -174,21 +171,26 @@ private:
             Declare(part, false);
             Parameters(part);
             Block(true);
-        } else if (has("enum")) {
-            Enumerators();
-            ++mAt;
-            return true;
-        } else if (has("struct") || has("union")) {
-            Fields();
+            EndLocals(first, mAt);
+        } else if (has("enum") || has("struct") || has("union")) {
+            has("enum") ? Enumerators() : Fields();
             ++mAt;
             return true;
         } else {
-            const bool isExternC = !part.empty() && part.front().text == "extern";
             Declare(part, true);
-            Block(!isExternC);
+            Block(part.empty() || part.front().text != "extern"); // "C"
+            EndLocals(first, mAt);
         }
         ++mAt;
         return false;
+    }
+
+    // The locals from `first` on are known up to this token. Those further in have their ends already.
+    void EndLocals(std::size_t first, std::size_t token) {
+        for (; token < mTokens.size() && first < mNames.size(); ++first) {
+            CName& name = mNames[first];
+            name.end = name.isLocal ? std::min(name.end, mTokens[token].position) : name.end;
+        }
     }
 
     void Enumerators() {
@@ -385,7 +387,7 @@ private:
 };
 
 std::string_view MacroName(const CDirective& directive) {
-    const std::string_view rest = DirectiveRest(directive.text, "define");
+    const std::string_view rest = directive.RestBehind("define");
     return rest.substr(
         0, static_cast<std::size_t>(std::find_if_not(rest.begin(), rest.end(), IsCWordByte) - rest.begin()));
 }
@@ -394,7 +396,7 @@ std::string_view MacroName(const CDirective& directive) {
 // preprocessor alone.
 void AddMacro(const CDirective& directive, std::vector<CName>& names) {
     constexpr std::size_t mostShown = 100;
-    const std::string_view rest = DirectiveRest(directive.text, "define");
+    const std::string_view rest = directive.RestBehind("define");
     const std::string_view name = MacroName(directive);
     if (name.empty() || rest.find_first_not_of(" \t", name.size()) == std::string_view::npos) {
         return;
@@ -436,7 +438,7 @@ std::vector<std::string> IncludedNames(std::string_view text) {
     const CCode code = TokenizeC(text);
     std::vector<std::string> names;
     for (const CDirective& directive : code.directives) {
-        const std::string_view rest = DirectiveRest(directive.text, "include");
+        const std::string_view rest = directive.RestBehind("include");
         const std::size_t end = rest.empty() ? std::string_view::npos : rest.find(rest.front() == '<' ? '>' : '"', 1);
         if (end != std::string_view::npos && (rest.front() == '<' || rest.front() == '"')) {
             names.emplace_back(rest.substr(0, end + 1));

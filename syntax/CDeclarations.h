@@ -25,6 +25,10 @@ struct CName {
 
     std::size_t position = 0; // of the name, in bytes
     bool isLocal = false;     // a parameter of a definition, or declared in its body
+
+    // Of a local name: where the block or loop ends that it is known in, in bytes; of others, and where that is open,
+    // behind every place.
+    std::size_t end = static_cast<std::size_t>(-1);
 };
 
 // In the order of the text; a name that is declared twice is there twice. Takes any bytes.

@@ -89,6 +89,16 @@ private:
 
 } // namespace
 
+std::string_view CDirective::RestBehind(std::string_view name) const {
+    const std::string_view directive = text;
+    std::size_t at = directive.find_first_not_of(" \t", 1);
+    if (at == std::string_view::npos || directive.substr(at, name.size()) != name) {
+        return {};
+    }
+    at = directive.find_first_not_of(" \t", at + name.size());
+    return at == std::string_view::npos ? std::string_view() : directive.substr(at);
+}
+
 CCode TokenizeC(std::string_view text) {
     Tokenizer tokenizer(text);
     tokenizer.Run();

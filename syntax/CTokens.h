@@ -17,6 +17,9 @@ struct CCodeToken {
 struct CDirective {
     std::string text; // lines joined, without comments
     std::size_t position = 0;
+
+    // What stands behind its name; "" for one of another name.
+    std::string_view RestBehind(std::string_view name) const;
 };
 
 struct CCode {
