@@ -49,16 +49,6 @@ std::vector<bool> WouldCollide(const std::vector<FuncObject::NewFunction>& funct
     return collisions;
 }
 
-// What `operation` returns, or `failed` when it throws.
-template <class Operation>
-auto Guarded(Status failed, const Operation& operation) -> decltype(operation()) {
-    try {
-        return operation();
-    } catch (const std::exception&) {
-        return failed;
-    }
-}
-
 } // namespace
 
 Status FuncObject::Init() {
@@ -72,14 +62,16 @@ std::int32_t FuncObject::GetCount() const {
 }
 
 Status FuncObject::GetFunctionName(std::int32_t index, std::string& name) const {
-    return Guarded(Status::UnexpectedError, [&] {
+    try {
         name = IsIndex(index) ? NameAt(index) : std::string_view();
         return Status::Done;
-    });
+    } catch (const std::exception&) {
+        return Status::UnexpectedError;
+    }
 }
 
 Status FuncObject::AddFunction(std::string_view name, std::string_view prototype, std::string_view code) {
-    return Guarded(Status::UnexpectedError, [&] {
+    try {
         std::string folded = FoldCase(name);
         Index& index = ByFoldedName();
         const auto place = index.lower_bound(folded);
@@ -94,7 +86,9 @@ Status FuncObject::AddFunction(std::string_view name, std::string_view prototype
         index.emplace_hint(place, std::move(folded), mNextSerial++);
         mFunctions.push_back(std::move(function));
         return Status::Done;
-    });
+    } catch (const std::exception&) {
+        return Status::UnexpectedError;
+    }
 }
 
 void FuncObject::Fill(std::vector<NewFunction> functions) {
@@ -114,7 +108,7 @@ void FuncObject::Fill(std::vector<NewFunction> functions) {
 }
 
 std::optional<Status> FuncObject::GetName(std::int32_t index, std::string& name) const {
-    return Guarded(Status::UnexpectedError, [&]() -> std::optional<Status> {
+    try {
         name.clear();
         if (mFunctions.empty()) {
             return std::nullopt;
@@ -124,11 +118,13 @@ std::optional<Status> FuncObject::GetName(std::int32_t index, std::string& name)
         }
         name = NameAt(index);
         return Status::Done;
-    });
+    } catch (const std::exception&) {
+        return Status::UnexpectedError;
+    }
 }
 
 Status FuncObject::GetFunction(std::string_view name, std::string& prototype, std::string& code) const {
-    return Guarded(Status::NotFound, [&] {
+    try {
         prototype.clear();
         code.clear();
         if (mFunctions.empty()) {
@@ -139,11 +135,13 @@ Status FuncObject::GetFunction(std::string_view name, std::string& prototype, st
             code = CodeAt(*index);
         }
         return Status::Done;
-    });
+    } catch (const std::exception&) {
+        return Status::NotFound;
+    }
 }
 
 Status FuncObject::GetFunctionByIndex(std::int32_t index, std::string& prototype, std::string& code) const {
-    return Guarded(Status::NotFound, [&] {
+    try {
         prototype.clear();
         code.clear();
         if (!IsIndex(index)) {
@@ -152,11 +150,13 @@ Status FuncObject::GetFunctionByIndex(std::int32_t index, std::string& prototype
         prototype = PrototypeAt(index);
         code = CodeAt(index);
         return Status::Done;
-    });
+    } catch (const std::exception&) {
+        return Status::NotFound;
+    }
 }
 
 Status FuncObject::UpdateFunction(std::string_view name, std::string_view prototype, std::string_view code) {
-    return Guarded(Status::NotFound, [&] {
+    try {
         if (mFunctions.empty()) {
             return Status::NotFound;
         }
@@ -168,11 +168,13 @@ Status FuncObject::UpdateFunction(std::string_view name, std::string_view protot
             function.code = std::move(newCode);
         }
         return Status::Done;
-    });
+    } catch (const std::exception&) {
+        return Status::NotFound;
+    }
 }
 
 Status FuncObject::DeleteFunction(std::string_view name) {
-    return Guarded(Status::UnexpectedError, [&] {
+    try {
         if (mFunctions.empty()) {
             return Status::UnexpectedError;
         }
@@ -183,7 +185,9 @@ Status FuncObject::DeleteFunction(std::string_view name) {
         ByFoldedName().erase(FoldCase(name));
         mFunctions.erase(mFunctions.begin() + *index);
         return Status::Done;
-    });
+    } catch (const std::exception&) {
+        return Status::UnexpectedError;
+    }
 }
 
 std::optional<std::string_view> FuncObject::FindCollision(std::string_view name) const {

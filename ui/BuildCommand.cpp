@@ -6,7 +6,7 @@
 namespace tessaly {
 
 void VornMainFrm::mnuBuildExe_Click() {
-    RunCommand([this] {
+    try {
         if ((mLastOpenedFile.empty() || FuncBodyChangedFlag) && !SaveBeforeBuild()) {
             return;
         }
@@ -25,7 +25,9 @@ void VornMainFrm::mnuBuildExe_Click() {
         // At once, while the batch file may still run: kept on purpose.
         ShowMessage(Text::CompilationComplete);
         Attempt([this] { mMessages.Listen(*mSourceDoc); });
-    });
+    } catch (const std::exception&) {
+        return; // also when F10 began it, which complains of other errors: kept on purpose
+    }
 }
 
 // False when the user declines or the saving fails.

@@ -95,7 +95,7 @@ OwnText NameOf(MessageKind kind) {
 } // namespace
 
 BuildMessages::BuildMessages(Desktop& desktop, PrivateFiles& files) : mDesktop(desktop), mFiles(files) {
-    mDesktop.App().onFollowed = [this] { RunCommand([this] { Read(); }); };
+    mDesktop.App().onFollowed = [this] { Read(); };
 }
 
 // Whatever of it fails, the rest is done: nothing old is to stay in view.
@@ -178,7 +178,7 @@ void BuildMessages::Show() {
 MessagesWindow& BuildMessages::List() {
     if (mWindow == nullptr) {
         mWindow = &mDesktop.Messages();
-        mWindow->onGo = [this](std::size_t row) { RunCommand([&] { Go(row); }); };
+        mWindow->onGo = [this](std::size_t row) { Go(row); };
     }
     const bool isFound = HasFound();
     std::vector<MessageRow> rows;

@@ -158,7 +158,7 @@ void VornMainFrm::PutIntoPane(std::string_view text, const std::string& member) 
 }
 
 void VornMainFrm::SaveCurrentNodeCode(TreeItem node) {
-    Attempt([this, node] { StoreNodeCode(node); });
+    Attempt(&VornMainFrm::StoreNodeCode, this, node);
     StatusPanel2 = "";
     WriteCopy(Flushing::Later);
 }
@@ -215,11 +215,13 @@ void VornMainFrm::Form_AddFunction() {
 }
 
 void VornMainFrm::Form_DeleteFunction() {
-    RunOrTell("UnhandledError in Form_DeleteFunction!", MsgIcon::None, [this] {
+    try {
         if (IsFunctionItem(mCurrentNode)) {
             DeleteCurrentFunction();
         }
-    });
+    } catch (const std::exception&) {
+        Complain("UnhandledError in Form_DeleteFunction!", MsgIcon::None);
+    }
 }
 
 void VornMainFrm::DeleteCurrentFunction() {
@@ -248,19 +250,21 @@ void VornMainFrm::DeleteCurrentFunction() {
 }
 
 void VornMainFrm::SetUpFuncBodyTabs() {
-    RunOrTell("Unhandled Error in SetUpFuncBodyTabs", MsgIcon::Exclamation, [this] {
+    try {
         const float interval = mFuncBody.GetExtent().width / static_cast<float>(mTabStopCount);
         std::vector<float> stops;
         for (int i = 0; i < mTabStopCount; ++i) {
             stops.push_back(static_cast<float>(i) * interval);
         }
         mFuncBody.SetTabStops(stops);
-    });
+    } catch (const std::exception&) {
+        Complain("Unhandled Error in SetUpFuncBodyTabs", MsgIcon::Exclamation);
+    }
 }
 
 // The Tab key is for the pane alone, where it inserts a tab character.
 void VornMainFrm::DisableTabKeyForUseOnlyInFuncBody() {
-    RunOrTell("Unhandled Error in DisableTabKeyForUseOnlyInFuncBody", MsgIcon::Exclamation, [this] {
+    try {
         FuncBodyChangeMode = 1;
         Control* const controls[] = {&mDesktop.LblcodeTreeViewer(), &mCodeTree,
                                      &mDesktop.FuncLabel(),         &mFuncBody,
@@ -270,16 +274,14 @@ void VornMainFrm::DisableTabKeyForUseOnlyInFuncBody() {
                 control->SetTabStop(false);
             }
         }
-    });
+    } catch (const std::exception&) {
+        Complain("Unhandled Error in DisableTabKeyForUseOnlyInFuncBody", MsgIcon::Exclamation);
+    }
 }
 
-// An error in `routine` ends it and is complained of.
-void VornMainFrm::RunOrTell(std::string_view complaint, MsgIcon icon, const std::function<void()>& routine) {
-    try {
-        routine();
-    } catch (const std::exception&) {
-        Attempt([&] { Tell(complaint, Text::Title, icon); });
-    }
+// Of an error that has ended a routine.
+void VornMainFrm::Complain(std::string_view complaint, MsgIcon icon) {
+    Attempt([&] { Tell(complaint, Text::Title, icon); });
 }
 
 void VornMainFrm::FuncBody_GotFocus() {

@@ -12,8 +12,7 @@ void VornMainFrm::ShowMenu(std::vector<ContextChoice> choices, ScreenPlace place
     for (const ContextChoice& choice : choices) {
         rows.push_back(choice.row);
     }
-    mDesktop.Popup().Show(rows, place,
-                          [choices = std::move(choices)](std::size_t row) { RunCommand(choices.at(row).run); });
+    mDesktop.Popup().Show(rows, place, [choices = std::move(choices)](std::size_t row) { choices.at(row).run(); });
 }
 
 PopupRow VornMainFrm::MenuRow(OwnText text, const std::string& keys, bool isEnabled) const {

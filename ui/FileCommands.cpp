@@ -81,14 +81,16 @@ SaveResult VornMainFrm::SavePSFFunc() {
         return SaveAsPSFFunc();
     }
     SaveResult result = SaveResult::NotSaved;
-    Attempt([this, &result] {
+    try {
         if (IsSafeToReplace(mLastOpenedFile) && Save(mLastOpenedFile) == Status::Done) {
             result = SaveResult::Saved;
             ShowMessage(Text::FileSaved);
         } else {
             Tell(Text::RestartApplication, Text::FileWriteError, MsgIcon::Stop);
         }
-    });
+    } catch (const std::exception&) {
+        return result; // as the file is, whatever else failed
+    }
     return result;
 }
 

@@ -83,15 +83,6 @@ private:
 
 } // namespace
 
-// Ctrl+J, and with Shift the way back. To an edit control it would be a line break.
-bool VornMainFrm::StepOnKey(int keyCode, int shift) {
-    const bool isStep = keyCode == 'J' && (shift & ~1) == 2;
-    if (isStep) {
-        RunCommand([this, shift] { mMessages.Step((shift & 1) != 0); });
-    }
-    return isStep;
-}
-
 // Where there is no such item any more, or none was ever shown, that of its group.
 TreeItem VornMainFrm::ItemOf(const std::string& member) const {
     const std::optional<CCodeOrigin> origin = FindMember(*mSourceDoc, member);
@@ -144,21 +135,6 @@ void VornMainFrm::GoTo(const Diagnostic& message) {
         mFuncBody.MoveCaret(places.Caret(message));
     }
     EnterPane();
-}
-
-// Ctrl+D goes to what the caret stands on, and Alt+Left back.
-bool VornMainFrm::GoOnKey(int keyCode, int shift) {
-    constexpr int control = 2;
-    constexpr int alt = 4;
-    if (keyCode == 'D' && shift == control) {
-        RunCommand([this] { GoToNamed(); });
-        return true;
-    }
-    if (keyCode == KeyLeft && shift == alt) {
-        RunCommand([this] { GoBack(); });
-        return true;
-    }
-    return false;
 }
 
 // The function or the event whose name it is; one that is shown already, or has no item, leads nowhere.

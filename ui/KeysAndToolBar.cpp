@@ -4,13 +4,13 @@
 #include "ui/Editing.h"
 #include "ui/VornMainFrm.h"
 
-#include <utility>
+#include <exception>
 
 namespace tessaly {
 
 // F4 deletes and F5 adds, although the list of hot keys says the opposite: kept on purpose.
 void VornMainFrm::Form_KeyDown(int keyCode, int) {
-    RunOrTell("UnhandledError in Form_KeyDown!", MsgIcon::None, [this, keyCode] {
+    try {
         switch (keyCode) {
         case KeyF2:
             mCodeTree.SetFocus();
@@ -32,37 +32,46 @@ void VornMainFrm::Form_KeyDown(int keyCode, int) {
         default:
             break;
         }
-    });
+    } catch (const std::exception&) {
+        Complain("UnhandledError in Form_KeyDown!", MsgIcon::None);
+    }
 }
 
-// Does what the item of the menu does, also while another control has the keyboard.
-bool VornMainFrm::ChooseMenuOnKey(int keyCode, int shift) {
-    constexpr std::pair<int, std::string_view> keys[] = {{'N', "mnuNewPSF"}, {'O', "mnuOpenPSF"}, {'S', "mnuSavePSF"}};
-    for (const auto& [key, menu] : keys) {
-        if (key == keyCode && shift == 2) {
-            mDesktop.ChooseMenu(menu);
+// They do the same whichever control has the keyboard; those of the bar over the pane come after them. The plus needs
+// Shift on some keyboards. To an edit control Ctrl+J would be a line break.
+bool VornMainFrm::TakeKey(int keyCode, int shift) {
+    using Self = VornMainFrm;
+    constexpr int back = 1; // Shift
+    constexpr int control = 2;
+    constexpr int alt = 4;
+    struct Row {
+        int keyCode;
+        int shift;
+        void (*run)(Self& self);
+    };
+    constexpr Row rows[] = {
+        {'N', control, [](Self& self) { self.mDesktop.ChooseMenu("mnuNewPSF"); }},
+        {'O', control, [](Self& self) { self.mDesktop.ChooseMenu("mnuOpenPSF"); }},
+        {'S', control, [](Self& self) { self.mDesktop.ChooseMenu("mnuSavePSF"); }},
+        {'J', control, [](Self& self) { self.mMessages.Step(false); }},
+        {'J', control | back, [](Self& self) { self.mMessages.Step(true); }},
+        {'D', control, [](Self& self) { self.GoToNamed(); }},
+        {KeyLeft, alt, [](Self& self) { self.GoBack(); }},
+        {KeyAdd, control, [](Self& self) { self.ZoomBySteps(1); }},
+        {KeyPlus, control, [](Self& self) { self.ZoomBySteps(1); }},
+        {KeyPlus, control | back, [](Self& self) { self.ZoomBySteps(1); }},
+        {KeySubtract, control, [](Self& self) { self.ZoomBySteps(-1); }},
+        {KeyMinus, control, [](Self& self) { self.ZoomBySteps(-1); }},
+        {'0', control, [](Self& self) { self.mFuncBody.SetZoom(100); }},
+        {KeyDigit0, control, [](Self& self) { self.mFuncBody.SetZoom(100); }},
+    };
+    for (const Row& row : rows) {
+        if (row.keyCode == keyCode && row.shift == shift) {
+            Attempt(row.run, *this);
             return true;
         }
     }
-    return false;
-}
-
-// Ctrl+Plus, Ctrl+Minus and Ctrl+0. The plus needs Shift on some keyboards.
-bool VornMainFrm::ZoomOnKey(int keyCode, int shift) {
-    constexpr int control = 2;
-    if (shift != control && !(keyCode == KeyPlus && shift == (control | 1))) {
-        return false;
-    }
-    if (keyCode == KeyAdd || keyCode == KeyPlus) {
-        RunCommand([this] { ZoomBySteps(1); });
-    } else if (keyCode == KeySubtract || keyCode == KeyMinus) {
-        RunCommand([this] { ZoomBySteps(-1); });
-    } else if (keyCode == '0' || keyCode == KeyDigit0) {
-        RunCommand([this] { mFuncBody.SetZoom(100); });
-    } else {
-        return false;
-    }
-    return true;
+    return mFinding.TakeKey(keyCode, shift);
 }
 
 // Wherever the lists beside the caret stand, they do not any more.

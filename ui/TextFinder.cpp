@@ -38,11 +38,11 @@ std::optional<Purpose> PurposeOf(int keyCode, int shift) {
 } // namespace
 
 TextFinder::TextFinder(Desktop& desktop) : mDesktop(desktop), mPane(desktop.FuncBody()), mBar(desktop) {
-    mBar.onChange = [this] { RunCommand([this] { Find(); }); };
-    mBar.onGo = [this](bool isForward) { RunCommand([&] { Go(isForward); }); };
-    mBar.onReplaceOne = [this] { RunCommand([this] { ReplaceOne(); }); };
-    mBar.onReplaceAll = [this] { RunCommand([this] { ReplaceAll(); }); };
-    mBar.onClosed = [this] { RunCommand([this] { Closed(); }); };
+    mBar.onChange = [this] { Find(); };
+    mBar.onGo = [this](bool isForward) { Go(isForward); };
+    mBar.onReplaceOne = [this] { ReplaceOne(); };
+    mBar.onReplaceAll = [this] { ReplaceAll(); };
+    mBar.onClosed = [this] { Closed(); };
 }
 
 bool TextFinder::IsFinding() const {
@@ -55,7 +55,7 @@ bool TextFinder::TakeKey(int keyCode, int shift) {
         return mBar.TakeKey(keyCode, shift);
     }
     if (mPane.FuncBodyAvailable() || purpose == Purpose::Everywhere) {
-        RunCommand([&] { Open(*purpose); });
+        Attempt([&] { Open(*purpose); });
     }
     return true;
 }

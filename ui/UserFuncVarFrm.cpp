@@ -2,13 +2,12 @@
 #include "ui/UserFuncVarFrm.h"
 
 #include "document/NewFunction.h"
-#include "ui/Command.h"
 
 namespace tessaly {
 
 UserFuncVarFrm::UserFuncVarFrm(Desktop& desktop) : mDesktop(desktop), mWindow(desktop.NewNameWindow()) {
-    mWindow->onOk = [this] { RunCommand([this] { OKButton_Click(); }); };
-    mWindow->onCancel = [this] { RunCommand([this] { Cancel_Click(); }); };
+    mWindow->onOk = [this] { OKButton_Click(); };
+    mWindow->onCancel = [this] { Cancel_Click(); };
 }
 
 // The return code is set before the name is checked, and stays so when the check fails: kept on purpose.

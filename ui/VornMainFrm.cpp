@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <stdexcept>
 
 namespace tessaly {
@@ -245,13 +246,11 @@ void VornMainFrm::MakeMenus() {
 }
 
 void VornMainFrm::Listen() {
-    const auto command = [this](auto handler) {
-        return [this, handler](auto&&... arguments) { RunCommand([&] { (this->*handler)(arguments...); }); };
-    };
-    mWindow.onLoad = command(&VornMainFrm::Form_Load);
-    mWindow.onResize = command(&VornMainFrm::Form_Resize);
-    mWindow.onUnload = command(&VornMainFrm::Form_Unload);
-    mWindow.onFileDropped = command(&VornMainFrm::Form_FileDropped);
+    const auto to = [this](auto handler) { return std::bind_front(handler, this); };
+    mWindow.onLoad = to(&VornMainFrm::Form_Load);
+    mWindow.onResize = to(&VornMainFrm::Form_Resize);
+    mWindow.onUnload = to(&VornMainFrm::Form_Unload);
+    mWindow.onFileDropped = to(&VornMainFrm::Form_FileDropped);
     mWindow.onIdle = [this] {
         WriteCopyWhenIdle();
         mFinding.WhenIdle();
@@ -260,30 +259,25 @@ void VornMainFrm::Listen() {
         mNames.headers.LookAgain(); // somebody may edit them
         WriteCopy(Flushing::Now);
     };
-    mWindow.onKeyDown = [this](int keyCode, int shift) { Form_KeyDown(keyCode, shift); };
-    mWindow.onOwnKey = [this](int keyCode, int shift) {
-        return StepOnKey(keyCode, shift) || ChooseMenuOnKey(keyCode, shift) || mFinding.TakeKey(keyCode, shift) ||
-               ZoomOnKey(keyCode, shift) || GoOnKey(keyCode, shift);
-    };
-    mMessages.onName = [this](const std::string& member) { return NameOf(member); };
-    mMessages.onGo = [this](const Diagnostic& message) { GoTo(message); };
-    mMessages.onChange = [this] { ShowMarks(); };
+    mWindow.onKeyDown = to(&VornMainFrm::Form_KeyDown);
+    mWindow.onOwnKey = to(&VornMainFrm::TakeKey);
+    mMessages.onName = to(&VornMainFrm::NameOf);
+    mMessages.onGo = to(&VornMainFrm::GoTo);
+    mMessages.onChange = to(&VornMainFrm::ShowMarks);
     mFinding.onEdited = [this] { FuncBodyChangedFlag = true; };
-    mFinding.onEverywhere = [this](const std::string& wanted, FindOptions options) {
-        return ListEverywhere(wanted, options);
-    };
-    mCodeTree.onNodeClick = command(&VornMainFrm::CodeTree_NodeClick);
-    mFuncBody.onGotFocus = [this] { FuncBody_GotFocus(); };
-    mFuncBody.onLostFocus = [this] { FuncBody_LostFocus(); };
-    mFuncBody.onChange = [this] { FuncBody_Change(); };
+    mFinding.onEverywhere = to(&VornMainFrm::ListEverywhere);
+    mCodeTree.onNodeClick = to(&VornMainFrm::CodeTree_NodeClick);
+    mFuncBody.onGotFocus = to(&VornMainFrm::FuncBody_GotFocus);
+    mFuncBody.onLostFocus = to(&VornMainFrm::FuncBody_LostFocus);
+    mFuncBody.onChange = to(&VornMainFrm::FuncBody_Change);
     mFuncBody.keeps = [this](char32_t character) { return Keeps(mDesktop.AnsiCodePage(), character); };
-    mFuncBody.tellLost = [this](std::u16string_view character) { return TipOfLost(character); };
-    mFuncBody.onKey = [this](const PaneKey& key) { return FuncBody_KeyDown(key); };
-    mFuncBody.onCtrlClick = command(&VornMainFrm::GoToNamed);
-    mFuncBody.onCtrlWheel = command(&VornMainFrm::ZoomBySteps);
-    mFuncBody.onMenu = command(&VornMainFrm::ShowPaneMenu);
-    mCodeTree.onMenu = command(&VornMainFrm::ShowTreeMenu);
-    mDesktop.VornToolBar().onButtonClick = command(&VornMainFrm::VornToolBar_ButtonClick);
+    mFuncBody.tellLost = to(&VornMainFrm::TipOfLost);
+    mFuncBody.onKey = to(&VornMainFrm::FuncBody_KeyDown);
+    mFuncBody.onCtrlClick = to(&VornMainFrm::GoToNamed);
+    mFuncBody.onCtrlWheel = to(&VornMainFrm::ZoomBySteps);
+    mFuncBody.onMenu = to(&VornMainFrm::ShowPaneMenu);
+    mCodeTree.onMenu = to(&VornMainFrm::ShowTreeMenu);
+    mDesktop.VornToolBar().onButtonClick = to(&VornMainFrm::VornToolBar_ButtonClick);
     ListenToMenus();
 }
 
@@ -297,7 +291,7 @@ void VornMainFrm::ListenToMenus() {
         {"mnuAbout", &VornMainFrm::mnuAbout_Click},
     };
     for (const auto& [name, handler] : commands) {
-        mDesktop.Menu(name).onClick = [this, handler = handler] { RunCommand([&] { (this->*handler)(); }); };
+        mDesktop.Menu(name).onClick = std::bind_front(handler, this);
     }
 }
 

@@ -96,7 +96,6 @@ public:
     // Keys and tool bar
 
     void Form_KeyDown(int keyCode, int shift);
-    bool ChooseMenuOnKey(int keyCode, int shift);
     void SetUpToolBar(std::string_view kind); // EventTool or FuncVarTool
     void VornToolBar_ButtonClick(std::int32_t number);
 
@@ -150,7 +149,7 @@ private:
     bool IsFunctionItem(TreeItem node) const;
     void SelectFunctionsItem();
     void DeleteCurrentFunction();
-    void RunOrTell(std::string_view complaint, MsgIcon icon, const std::function<void()>& routine);
+    void Complain(std::string_view complaint, MsgIcon icon);
 
     void Open(const std::function<std::string()>& askName);
     bool MayDropDocument();
@@ -187,10 +186,8 @@ private:
     void EditByMenu(const std::function<void()>& edit);
 
     std::string TipOfLost(std::u16string_view character) const;
-    bool ZoomOnKey(int keyCode, int shift);
+    bool TakeKey(int keyCode, int shift);
     void ZoomBySteps(int steps);
-    bool StepOnKey(int keyCode, int shift);
-    bool GoOnKey(int keyCode, int shift);
     void GoToNamed();
     void GoBack();
     bool ShowMember(const std::string& member);

@@ -1,14 +1,12 @@
 // The About box. Any key and a click end it.
 #include "ui/frmSplash.h"
 
-#include "ui/Command.h"
-
 #include <string>
 
 namespace tessaly {
 
 frmSplash::frmSplash(Desktop& desktop) : mWindow(desktop.NewSplashWindow()) {
-    const auto unload = [this] { RunCommand([this] { mWindow->Hide(); }); };
+    const auto unload = [this] { mWindow->Hide(); };
     mWindow->onKeyPress = unload;
     mWindow->onFrameClick = unload;
     Form_Load(desktop.App());

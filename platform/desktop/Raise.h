@@ -7,25 +7,19 @@
 
 namespace tessaly {
 
-// Raises an event if somebody listens. Whatever a user is to know of a failure the handler shows itself; what it
-// throws in spite of that ends here.
-template <class... Arguments>
-void Raise(const std::function<void(Arguments...)>& event, const std::type_identity_t<Arguments>&... arguments) {
+// Raises an event, or asks a question, if somebody listens. Whatever a user is to know of a failure the handler shows
+// itself; what it throws in spite of that ends here, and the command with it. Returns the answer: false, or empty,
+// where nobody listens and where the handler fails.
+template <class Result, class... Arguments>
+Result Raise(const std::function<Result(Arguments...)>& event, const std::type_identity_t<Arguments>&... arguments) {
     try {
         if (const auto handler = event) { // a copy: it may replace itself
-            handler(arguments...);
+            return handler(arguments...);
         }
     } catch (const std::exception&) {
-        return;
+        return Result();
     }
-}
-
-// Asks whoever listens. False where nobody does, and where the answer fails.
-template <class... Arguments>
-bool Answer(const std::function<bool(Arguments...)>& question, const std::type_identity_t<Arguments>&... arguments) {
-    bool isYes = false;
-    Raise(std::function<void()>([&] { isYes = question && question(arguments...); }));
-    return isYes;
+    return Result();
 }
 
 } // namespace tessaly

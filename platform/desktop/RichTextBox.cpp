@@ -202,7 +202,7 @@ void RichTextBox::SetMatches(std::vector<Match> matches) {
 }
 
 void RichTextBox::LookAtCaret() {
-    Raise(std::function<void()>([this] { // it is no reason for a key to fail
+    try {
         const Place caret = Selected().caret;
         const std::u16string line = Line(caret.line);
         const bool isBehindBlanks = caret.column == line.size() && !line.empty() && IsBlank({&line.back(), 1});
@@ -218,7 +218,9 @@ void RichTextBox::LookAtCaret() {
                 ShowSpots(sight.brackets->partner.value_or(sight.brackets->bracket).line);
             }
         }
-    }));
+    } catch (const std::exception&) {
+        return; // it is no reason for a key to fail
+    }
 }
 
 // One character that would be lost stands for all of them.
@@ -288,8 +290,7 @@ bool RichTextBox::TakesKey(const PaneKey& key) {
     if (!mFuncBodyAvailable) {
         return false;
     }
-    bool isTaken = false;
-    Raise(std::function<void()>([&] { isTaken = onKey && onKey(key); }));
+    bool isTaken = Raise(onKey, key);
     if (!isTaken && ((key.keyCode == 'Z' && key.shift == 2) || (key.keyCode == KeyBackspace && key.shift == 4))) {
         Undo();
         isTaken = true;

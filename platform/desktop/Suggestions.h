@@ -92,11 +92,7 @@ protected:
             Raise(onPick, row);
         }
     }
-    std::string AskTip(Place place) {
-        std::string tip;
-        Raise(std::function<void()>([&] { tip = onTip ? onTip(place) : ""; }));
-        return tip;
-    }
+    std::string AskTip(Place place) { return Raise(onTip, place); }
     void TellElsewhere() {
         HideList();
         HideHint();

@@ -67,7 +67,7 @@ bool Window::TellKey(int keyCode, int shift) {
     if (!mIsClosed) {
         const FocusEvents::Command command(controls.focus, FocusEvents::Keyboard::Stays);
         Raise(onKeyDown, keyCode, shift);
-        isOwn = !mIsClosed && Answer(onOwnKey, keyCode, shift);
+        isOwn = !mIsClosed && Raise(onOwnKey, keyCode, shift);
     }
     if (keyCode == KeyF1 && !mIsClosed) {
         mApplication.OpenHelp();

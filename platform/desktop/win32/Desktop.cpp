@@ -16,7 +16,7 @@ Desktop::Desktop() : mCodePage(MakeSystemCodePage()) {
     mTreeLabel.SetNamed(mCodeTree.Handle());
     mLoop.onHelp = [this] { mApplication.OpenHelp(); };
     mWindow.onLastWord = [this] { mMsgBox.AskNoMore(); };
-    mWindow.onMenu = [this](int id) { mMenus.Choose(id); };
+    mWindow.onMenu = std::bind_front(&Menus::Choose, &mMenus);
     mWindow.onShow = [this] { mMenus.Attach(); };
 }
 

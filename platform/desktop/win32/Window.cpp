@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <exception>
 #include <stdexcept>
 #include <vector>
 
@@ -56,8 +57,8 @@ Window::Window(EventLoop& theLoop, tessaly::Application& application)
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &screen, 0);
     Create(L"VornMainFrm", Style, ExtendedStyle, FirstPixels(screen, SystemDpi()), nullptr);
     PutOnScreen(screen);
-    loop.mainFilter = [this](MSG& message) { return TakeKey(message); };
-    loop.onIdle = [this] { TellIdle(); };
+    loop.mainFilter = std::bind_front(&Window::TakeKey, this);
+    loop.onIdle = std::bind_front(&Window::TellIdle, this);
 }
 
 Window::~Window() {
@@ -151,7 +152,7 @@ LRESULT Window::Message(UINT message, WPARAM wParam, LPARAM lParam) {
         if (child != nullptr) {
             child->Command(LOWORD(wParam), HIWORD(wParam));
         } else if (lParam == 0) {
-            Raise(onMenu, static_cast<int>(LOWORD(wParam)));
+            onMenu(LOWORD(wParam));
         }
         return 0;
     }
@@ -228,7 +229,7 @@ bool Window::FrameMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         KeyboardIsBack();
         return true;
     case WM_DROPFILES:
-        Raise(std::function<void()>([this, wParam] { Dropped(std::bit_cast<HDROP>(wParam)); }));
+        Dropped(std::bit_cast<HDROP>(wParam));
         return true;
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:
@@ -297,12 +298,16 @@ void Window::KeyboardIsBack() {
 
 // Told when the drop is over: the program that the files come from waits until then.
 void Window::Dropped(HDROP drop) {
-    for (const std::string& path : DroppedFiles(drop)) {
-        Later([this, path] {
-            if (IsWindowEnabled(Handle()) != 0) {
-                TellDrop(path);
-            }
-        });
+    try {
+        for (const std::string& path : DroppedFiles(drop)) {
+            Later([this, path] {
+                if (IsWindowEnabled(Handle()) != 0) {
+                    TellDrop(path);
+                }
+            });
+        }
+    } catch (const std::exception&) {
+        return; // nothing throws through the frames of the system
     }
 }
 

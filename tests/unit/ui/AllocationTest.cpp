@@ -84,11 +84,14 @@ TEST_P(AllocationTest, ACommandWithoutMemoryEndsAndLeavesTheOldDocumentOrTheNew)
 }
 
 Command Key(const std::string& name, int key) {
-    return {name, [key](Program& program) { return [&program, key] { program.desktop.window.onKeyDown(key, 0); }; }};
+    return {name,
+            [key](Program& program) { return [&program, key] { Raise(program.desktop.window.onKeyDown, key, 0); }; }};
 }
 
 Command Menu(const std::string& name) {
-    return {name, [name](Program& program) { return program.desktop.menus["mnu" + name].onClick; }};
+    return {name, [name](Program& program) {
+                return [&program, name] { Raise(program.desktop.menus["mnu" + name].onClick); };
+            }};
 }
 
 INSTANTIATE_TEST_SUITE_P(Commands, AllocationTest,
@@ -97,8 +100,9 @@ INSTANTIATE_TEST_SUITE_P(Commands, AllocationTest,
                                            Command{"Select",
                                                    [](Program& program) {
                                                        const TreeItem item = program.desktop.tree.Find("One");
-                                                       return
-                                                           [&program, item] { program.desktop.tree.onNodeClick(item); };
+                                                       return [&program, item] {
+                                                           Raise(program.desktop.tree.onNodeClick, item);
+                                                       };
                                                    }}),
                          [](const auto& command) { return command.param.name; });
 
