@@ -75,18 +75,14 @@ const RegistryStore::Key* RegistryStore::OpenedAs(Handle key) const {
 }
 
 // From the first key below `key` to behind the last. All keys of a root are below it, and itself is the first.
-std::pair<std::map<RegistryStore::Key, RegistryStore::Values>::iterator,
-          std::map<RegistryStore::Key, RegistryStore::Values>::iterator>
-RegistryStore::Below(const Key& key) {
-    constexpr char backslash = '\\';
-    constexpr char behindBackslash = backslash + 1;
+std::pair<RegistryStore::Keys::iterator, RegistryStore::Keys::iterator> RegistryStore::Below(const Key& key) {
     Key first = key;
     Key last = key;
     if (key.path.empty()) {
         ++last.root;
     } else {
-        first.path += backslash;
-        last.path += behindBackslash;
+        first.path += '\\';
+        last.path += '\\' + 1;
     }
     return {keys.lower_bound(first), keys.lower_bound(last)};
 }

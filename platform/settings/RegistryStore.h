@@ -42,20 +42,22 @@ public:
     std::int32_t SetValue(Handle key, std::string_view valueName, std::uint32_t type, std::string_view bytes) override;
     std::int32_t CloseKey(Handle key) noexcept override;
 
+    using Keys = std::map<Key, Values>;
+
     // A value, or null when there is none.
     const Value* Find(const Key& key, std::string_view valueName) const;
 
     // Deletes a key with its values and all keys below it; nothing happens when there is none.
     void DeleteKey(const Key& key);
 
-    std::map<Key, Values> keys;
+    Keys keys;
 
 protected:
     // An open key as whoever opened it called it; null for a handle that is not open.
     const Key* OpenedAs(Handle key) const;
 
 private:
-    std::pair<std::map<Key, Values>::iterator, std::map<Key, Values>::iterator> Below(const Key& key);
+    std::pair<Keys::iterator, Keys::iterator> Below(const Key& key);
 
     std::map<Handle, Key> mOpen;
     Handle mLastHandle = 0;

@@ -67,21 +67,14 @@ SettingsRegistry::SettingsRegistry(SequentialFiles& files, Environment environme
 }
 
 void SettingsRegistry::Read(const std::string& path, const OnProblem& onProblem) {
-    const auto report = [&](const std::string& problem) {
-        if (onProblem) {
-            onProblem(path + problem);
-        }
-    };
     try {
-        const std::optional<std::string> bytes = ReadIfThere(mFiles, path);
-        if (!bytes) {
-            return;
-        }
-        for (const RegistryTextError& error : ReadRegistryText(*bytes, *this)) {
-            report(":" + std::to_string(error.line) + ": " + error.text);
+        if (const std::optional<std::string> bytes = ReadIfThere(mFiles, path)) {
+            for (const RegistryTextError& error : ReadRegistryText(*bytes, *this)) {
+                onProblem(path + ":" + std::to_string(error.line) + ": " + error.text);
+            }
         }
     } catch (const std::system_error& error) {
-        report(": the settings file cannot be read: " + error.code().message());
+        onProblem(path + ": the settings file cannot be read: " + error.code().message());
     }
 }
 
@@ -111,25 +104,24 @@ std::int32_t SettingsRegistry::SetValue(Handle key, std::string_view valueName, 
     if (old != nullptr && *old == value) {
         return Success;
     }
-    return WriteBack(*opened, valueName, value) ? RegistryStore::SetValue(key, valueName, type, bytes) : AccessDenied;
-}
-
-bool SettingsRegistry::WriteBack(const Key& key, std::string_view valueName, const Value& value) {
-    const std::string path = UserSettingsFile(mEnvironment);
     try {
-        const auto changed = SetInRegistryText(ReadIfThere(mFiles, path).value_or(""), key, valueName, value);
+        const std::string path = UserSettingsFile(mEnvironment);
+        const auto changed = SetInRegistryText(ReadIfThere(mFiles, path).value_or(""), *opened, valueName, value);
         if (!changed) {
-            return false;
+            return AccessDenied;
         }
         fs::create_directories(fs::absolute(path).parent_path());
-        return !ReplaceWhole(path, Existing::ReplaceLinked, [this, &changed](const std::string& newPath) {
+        const auto write = [this, &changed](const std::string& newPath) {
             const std::unique_ptr<OutputFile> file = mFiles.OpenForOutput(newPath);
             file->Write(*changed);
             file->Close();
             return true;
-        });
+        };
+        return ReplaceWhole(path, Existing::ReplaceLinked, write)
+                   ? AccessDenied
+                   : RegistryStore::SetValue(key, valueName, type, bytes);
     } catch (const std::system_error&) { // reading or writing, of the files as well as of std::filesystem
-        return false;
+        return AccessDenied;
     }
 }
 

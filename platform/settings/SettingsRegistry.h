@@ -33,7 +33,8 @@ public:
     // Reads the settings files. `onProblem` is called with each thing that is wrong there, "path:line: text"; the rest
     // counts. A missing file is empty and not wrong; one that cannot be read, or has more than 16 MB, is one problem.
     // Missing folders above a path with "~/" are made, for whoever gets it wants to write a file there.
-    SettingsRegistry(SequentialFiles& files, Environment environment, const OnProblem& onProblem = {});
+    SettingsRegistry(
+        SequentialFiles& files, Environment environment, const OnProblem& onProblem = [](const std::string&) {});
 
     // A key alone changes no file. Puts the value into the user's own file, too, and makes that if there is none. The
     // file is replaced as a whole or not at all, and keeps everything else. An unchanged value is not written.
@@ -43,7 +44,6 @@ public:
 private:
     void Read(const std::string& path, const OnProblem& onProblem);
     void ExpandHomes();
-    bool WriteBack(const Key& key, std::string_view valueName, const Value& value);
 
     SequentialFiles& mFiles;
     Environment mEnvironment;
