@@ -19,11 +19,7 @@ std::string OutputName(std::string_view psfPath) {
     return std::string(psfPath.begin(), found == psfPath.end() ? psfPath.begin() : found) + ".out";
 }
 
-std::string CompilerCommandLine(std::string_view compBat, std::string_view psfPath) {
-    return CompilerCommandLineFor(compBat, OutputName(psfPath));
-}
-
-std::string CompilerCommandLineFor(std::string_view compBat, std::string_view outputName) {
+std::string CompilerCommandLine(std::string_view compBat, std::string_view outputName) {
     return std::string(compBat).append(" \"").append(outputName).append("\"");
 }
 

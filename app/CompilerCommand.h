@@ -11,10 +11,7 @@ namespace tessaly {
 // purpose.
 std::string OutputName(std::string_view psfPath);
 
-// `compBat`, which is put in as it stands, a blank, and the output name for `psfPath` in double quotes.
-std::string CompilerCommandLine(std::string_view compBat, std::string_view psfPath);
-
-// The same with the output name itself.
-std::string CompilerCommandLineFor(std::string_view compBat, std::string_view outputName);
+// `compBat`, which is put in as it stands, a blank, and the output name in double quotes.
+std::string CompilerCommandLine(std::string_view compBat, std::string_view outputName);
 
 } // namespace tessaly

@@ -11,6 +11,8 @@
 
 namespace tessaly {
 
+class VornSrcObj;
+
 // The names of rules. They are what other tools go by, so none ever changes.
 namespace rule {
 inline constexpr std::string_view OpenComment = "open-comment";

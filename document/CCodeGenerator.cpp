@@ -122,8 +122,8 @@ std::string_view CCodeHead() {
     return Head;
 }
 
-bool GenerateCCode(const VornSrcObj& document, CCodeSink& sink) {
-    return Generator(document, sink).Run();
+Status VornSrcObj::BuildCCode(CCodeSink& sink) const {
+    return Generator(*this, sink).Run() ? Status::Done : Status::GenerationFailed;
 }
 
 } // namespace tessaly

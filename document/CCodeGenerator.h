@@ -8,7 +8,6 @@
 namespace tessaly {
 
 class EncodedOutput;
-class VornSrcObj;
 
 // The origin of a piece of the generated file: the frame, or a member's text, always from its first character on.
 struct CCodeOrigin {
@@ -44,9 +43,5 @@ bool CutPrototype(std::string_view code, std::string_view& prototype);
 
 // The "#include" lines at the front of each generated file, and what else stands there.
 std::string_view CCodeHead();
-
-// Generates the whole file into `sink`. False, at the point where it happens, when a prototype cannot be cut.
-// Throws what `sink` throws.
-bool GenerateCCode(const VornSrcObj& document, CCodeSink& sink);
 
 } // namespace tessaly

@@ -63,7 +63,8 @@ void EncodedOutput::Advance(std::size_t size) {
     }
 }
 
-void EncodedOutput::WriteLine(std::string_view text) {
+void EncodedOutput::WriteLine(std::string_view key, std::string_view text) {
+    WriteAscii(key);
     Write(text);
     WriteAscii("\r\n");
 }

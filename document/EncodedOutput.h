@@ -24,8 +24,9 @@ public:
     // functions takes 1.1 times as long. Throws std::system_error.
     void WriteAscii(std::string_view text);
 
-    // Writes `text` and CR LF. Throws std::system_error.
-    void WriteLine(std::string_view text);
+    // Writes `key`, which must be ASCII, then `text` and CR LF. Throws std::system_error.
+    void WriteLine(std::string_view key, std::string_view text);
+    void WriteLine(std::string_view text) { WriteLine({}, text); }
 
     // Writes what is still held back and closes the file. Throws std::system_error.
     void Close();

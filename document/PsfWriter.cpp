@@ -10,32 +10,19 @@ namespace tessaly {
 
 namespace {
 
-void WriteValue(EncodedOutput& output, std::string_view key, std::string_view value) {
-    output.WriteAscii(key);
-    output.WriteLine(value);
-}
-
 std::string_view InForm(std::string_view text, PsfForm form) {
     return form == PsfForm::Normal ? TrimBack(text, "\r\n") : text;
 }
 
 void WriteFunctionList(const FuncObject& functions, EncodedOutput& output) {
     // One blank stands where a negative number would have its sign.
-    WriteValue(output, NumFuncsKey, " " + std::to_string(functions.GetCount()));
+    output.WriteLine(NumFuncsKey, " " + std::to_string(functions.GetCount()));
     output.WriteAscii(FuncNamesKey);
     for (std::int32_t i = 0; i < functions.GetCount(); ++i) {
         output.WriteAscii(i > 0 ? "," : "");
         output.Write(functions.NameAt(i));
     }
     output.WriteLine("");
-}
-
-void WriteFunction(const FuncObject& functions, std::int32_t index, PsfForm form, EncodedOutput& output) {
-    output.WriteAscii("[");
-    output.Write(functions.NameAt(index));
-    output.WriteAscii("]\r\n");
-    WriteValue(output, ProtoTypeKey, InForm(functions.PrototypeAt(index), form));
-    WriteValue(output, FuncBodyKey, InForm(functions.CodeAt(index), form));
 }
 
 } // namespace
@@ -50,12 +37,16 @@ void WritePsf(const PsfContent& content, EncodedOutput& output, PsfForm form) {
     WriteFunctionList(content.functions, output);
     output.WriteLine(FuncCodeTag);
     for (std::int32_t i = 0; i < content.functions.GetCount(); ++i) {
-        WriteFunction(content.functions, i, form, output);
+        output.WriteAscii("[");
+        output.Write(content.functions.NameAt(i));
+        output.WriteAscii("]\r\n");
+        output.WriteLine(ProtoTypeKey, InForm(content.functions.PrototypeAt(i), form));
+        output.WriteLine(FuncBodyKey, InForm(content.functions.CodeAt(i), form));
     }
     output.WriteLine(EventCodeTag);
     for (std::size_t i = 0; i < EventTable.size(); ++i) {
         output.WriteLine(EventTable[i].tag);
-        WriteValue(output, FuncBodyKey, InForm(content.eventTexts[i].View(), form));
+        output.WriteLine(FuncBodyKey, InForm(content.eventTexts[i].View(), form));
     }
     output.WriteLine(EndPsfTag);
 }

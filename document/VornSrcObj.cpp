@@ -146,10 +146,6 @@ Status VornSrcObj::BuildCCodeFile(const std::string& fileName, CCodeSink* observ
     }
 }
 
-Status VornSrcObj::BuildCCode(CCodeSink& sink) const {
-    return GenerateCCode(*this, sink) ? Status::Done : Status::GenerationFailed;
-}
-
 std::string_view VornSrcObj::EventCodeAt(std::int32_t index) const {
     return mContent.eventTexts[EventIndex(index)].View();
 }

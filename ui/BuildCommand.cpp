@@ -21,7 +21,7 @@ void VornMainFrm::mnuBuildExe_Click() {
             Tell(Text::InstallationCorrupted, Text::Error, MsgIcon::Stop);
             return;
         }
-        mDesktop.App().StartProcess(CompilerCommandLine(mCompBat, mLastOpenedFile), MaximizedWithFocus);
+        mDesktop.App().StartProcess(CompilerCommandLine(mCompBat, OutputName(mLastOpenedFile)), MaximizedWithFocus);
         // At once, while the batch file may still run: kept on purpose.
         ShowMessage(Text::CompilationComplete);
         Attempt([this] { mMessages.Listen(*mSourceDoc); });

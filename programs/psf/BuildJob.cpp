@@ -118,7 +118,7 @@ bool BuildJob::Start(bool mayWait) {
     }
     SetProcessEnvironment(CFileVariable, mPlan.ownCFiles ? std::optional(mCFile) : std::nullopt);
     SetProcessEnvironment(CoverageVariable, mPlan.coverage ? std::optional<std::string>("1") : std::nullopt);
-    mCompiler = std::make_unique<RunningProcess>(CompilerCommandLineFor(mPlan.settings.batchFile, mOutput),
+    mCompiler = std::make_unique<RunningProcess>(CompilerCommandLine(mPlan.settings.batchFile, mOutput),
                                                  [this](std::string_view piece) { mPrinted += piece; });
     return true;
 }
@@ -156,7 +156,7 @@ bool BuildJob::LoadAndCheck() {
     } else if (settings.batchFile.empty() || settings.cFile.empty()) {
         End(CompilerMissing, std::string(Row(Text::CompilerMissing).english) +
                                  " (the settings FCompBat and FCompFileName must both be set)");
-    } else if (!CarriesArgument(CompilerCommandLineFor(settings.batchFile, mOutput), mOutput)) {
+    } else if (!CarriesArgument(CompilerCommandLine(settings.batchFile, mOutput), mOutput)) {
         End(WrongUsage, mFile + ": the command line of the compiler cannot carry a path with " +
                             std::string(UncarriedCharacters()));
     } else {

@@ -1,6 +1,5 @@
 #include "platform/desktop/win32/PlainText.h"
 
-#include "platform/system/win32/Text.h"
 #include "platform/text/ControlPictures.h"
 
 namespace tessaly::win32 {
@@ -28,11 +27,6 @@ std::u16string ToUnits(std::wstring_view text, bool hasPictures) {
         }
     }
     return units;
-}
-
-std::string PlainText(std::wstring_view text, bool hasPictures) {
-    const std::u16string units = ToUnits(text, hasPictures);
-    return ToUtf8(std::wstring(units.begin(), units.end()));
 }
 
 } // namespace tessaly::win32

@@ -12,7 +12,4 @@ bool ShowControlCharacters(std::wstring& text);
 // The same the other way, for some of the text.
 std::u16string ToUnits(std::wstring_view text, bool hasPictures);
 
-// The text for the control's, in UTF-8.
-std::string PlainText(std::wstring_view text, bool hasPictures);
-
 } // namespace tessaly::win32

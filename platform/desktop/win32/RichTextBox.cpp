@@ -146,7 +146,8 @@ void RichTextBox::ShowBackground() {
 
 std::string RichTextBox::ShownText() const {
     const bool isThere = mFuncBodyAvailable && Handle() != nullptr && mIsEdited;
-    return PlainText(isThere ? TextIn(0, ShownLength()) : mText, mHasPictures);
+    const std::u16string units = ToUnits(isThere ? TextIn(0, ShownLength()) : mText, mHasPictures);
+    return ToUtf8({reinterpret_cast<const wchar_t*>(units.data()), units.size()});
 }
 
 void RichTextBox::SetText(std::string_view text) {
@@ -312,12 +313,6 @@ void RichTextBox::ShowMarks() {
     mMargin.Paint();
 }
 
-void RichTextBox::Command(int /*id*/, int code) {
-    if (code == EN_CHANGE) {
-        Changed();
-    }
-}
-
 // While an edit is being done the text is not yet what the control has.
 LRESULT RichTextBox::Notify(NMHDR& header) {
     if (header.code == EN_SELCHANGE && !mEdit) {
@@ -333,7 +328,10 @@ void RichTextBox::Rescale() {
 }
 
 // Where the edit tells its place only what it touched is read and compared, and what is behind it moved.
-void RichTextBox::Changed() {
+void RichTextBox::Command(int /*id*/, int code) {
+    if (code != EN_CHANGE) {
+        return;
+    }
     mIsEdited = true;
     const LONG before = static_cast<LONG>(mText.size());
     const LONG end = SelectedRange().cpMax;

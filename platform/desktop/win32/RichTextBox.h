@@ -114,7 +114,6 @@ private:
     void HoldPaintingBack();
     Sight WhatIsSeen() const;
     static bool IsInOneLine(const Sight& before, const Sight& now);
-    void Changed();
     void NoteDifference(std::size_t start, std::size_t end, std::wstring_view now);
     void TakeOver(std::size_t start, std::size_t end, std::wstring_view now);
     std::wstring TextIn(LONG start, LONG end) const;

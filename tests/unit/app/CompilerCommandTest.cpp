@@ -43,12 +43,13 @@ TEST(OutputNameTest, OtherLettersThanAsciiStayAsTheyAre) {
 }
 
 TEST(CompilerCommandLineTest, TheOutputNameIsQuotedBehindOneBlank) {
-    EXPECT_EQ(CompilerCommandLine("compile.bat", "/my blocks/Blink.PSF"), "compile.bat \"/my blocks/Blink.out\"");
+    EXPECT_EQ(CompilerCommandLine("compile.bat", OutputName("/my blocks/Blink.PSF")),
+              "compile.bat \"/my blocks/Blink.out\"");
 }
 
 TEST(CompilerCommandLineTest, TheCompilerIsPutInAsItStands) {
-    EXPECT_EQ(CompilerCommandLine("C:\\my tools\\c.bat -v ", "a.PSF"), "C:\\my tools\\c.bat -v  \"a.out\"");
-    EXPECT_EQ(CompilerCommandLine("", "a.PSF"), " \"a.out\"");
+    EXPECT_EQ(CompilerCommandLine("C:\\my tools\\c.bat -v ", "a.out"), "C:\\my tools\\c.bat -v  \"a.out\"");
+    EXPECT_EQ(CompilerCommandLine("", "a.out"), " \"a.out\"");
 }
 
 } // namespace
