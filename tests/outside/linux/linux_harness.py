@@ -31,6 +31,12 @@ class Program:
         named = ["--all", "--name", title] if title else []
         return xdotool("search", "--onlyvisible", "--pid", self.process.pid, *named, check=False)
 
+    def come_up(self, ask):
+        """Does this, and returns the window that then comes up, such as a menu."""
+        before = self.windows()
+        ask()
+        return wait_until("one more window", lambda: next((w for w in self.windows() if w not in before), None))
+
     def wait_for(self, title):
         """Waits for a window with this title that has the keyboard, and returns its number."""
 

@@ -3,19 +3,11 @@
 from harness import click, wait_until, xdotool
 
 
-def open_menu(program, ask):
-    """Asks for a menu, waits until it is open, and returns how many windows were there before."""
-    before = len(program.windows())
-    ask()
-    wait_until("a menu", lambda: len(program.windows()) > before)
-    return before
-
-
 def use_menu(program, ask, letter):
     """Chooses by an access key."""
-    before = open_menu(program, ask)
+    menu = program.come_up(ask)
     program.key(letter)
-    wait_until("the menu to go", lambda: len(program.windows()) == before)
+    wait_until("the menu to go", lambda: menu not in program.windows())
 
 
 def saved(program, block, text):
@@ -46,7 +38,7 @@ def test_the_right_button_opens_the_menu_of_the_pane(program, block):
 
 def test_the_menu_key_opens_the_menu_of_the_tree(program, block):
     program.key("F2", "Down")  # to the functions
-    open_menu(program, lambda: program.key("Menu"))
+    program.come_up(lambda: program.key("Menu"))
     program.key("a")
     program.wait_for("Add Function")
     program.type("FromTheMenu")

@@ -15,34 +15,26 @@ def fixture_program(start, block):
     return program
 
 
-def come_up(program, keys):
-    """Waits until one more window is there, after this."""
-    before = len(program.windows())
-    keys()
-    wait_until("another window", lambda: len(program.windows()) > before)
-    return before
-
-
 def saved(program, block, text):
     program.key("ctrl+s")
     wait_until(f"“{text}” in the file", lambda: text in block.read_text("cp1252"))
 
 
 def test_a_name_of_the_kit_comes_up_and_enter_takes_it(program, block, picture):
-    before = come_up(program, lambda: program.type("Sen"))
+    names = program.come_up(lambda: program.type("Sen"))
     picture("names")
     program.key("Return")
-    wait_until("the list gone", lambda: len(program.windows()) == before)
-    come_up(program, lambda: program.type("(&frame, "))
+    wait_until("the list gone", lambda: names not in program.windows())
+    parameters = program.come_up(lambda: program.type("(&frame, "))
     picture("parameters")
     program.type("1);")
-    wait_until("the parameters gone", lambda: len(program.windows()) == before)
+    wait_until("the parameters gone", lambda: parameters not in program.windows())
     saved(program, block, "SendFrame(&frame, 1);")
 
 
 def test_ctrl_and_blank_ask_and_escape_takes_back(program, block):
-    before = come_up(program, lambda: program.key("ctrl+space"))
+    names = program.come_up(lambda: program.key("ctrl+space"))
     program.key("Escape")
-    wait_until("the list gone", lambda: len(program.windows()) == before)
+    wait_until("the list gone", lambda: names not in program.windows())
     program.type("Print")
     saved(program, block, "\nPrint")

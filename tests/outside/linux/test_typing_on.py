@@ -38,20 +38,13 @@ def click_into(program, across, down):
     click(across, down, window=program.wait_for("Tessaly"))
 
 
-def open_menu(program, how):
-    """Opens a menu and returns its window."""
-    before = program.windows()
-    how()
-    return wait_until("the open menu", lambda: next((w for w in program.windows() if w not in before), None))
-
-
 def test_after_a_save_by_keys(program, block):
     save(program, block)
     type_on_and_close(program, block)
 
 
 def test_after_a_save_by_the_mouse(program, block):
-    open_menu(program, lambda: click_into(program, 20, 12))
+    program.come_up(lambda: click_into(program, 20, 12))
     program.key("s")
     wait_until("the saved text", lambda: "int first;" in text(block))
     type_on_and_close(program, block)
@@ -88,7 +81,7 @@ def test_after_a_cancelled_open(program, block):
 
 def test_after_menus_that_were_only_looked_at(program, block):
     save(program, block)
-    menu = open_menu(program, lambda: program.key("alt+f"))
+    menu = program.come_up(lambda: program.key("alt+f"))
     program.key("Escape", "Escape")
     wait_until("the closed menu", lambda: menu not in program.windows())
     program.key("Alt_L", "Alt_L")

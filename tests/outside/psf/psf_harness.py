@@ -48,6 +48,14 @@ def psf(*arguments, stdin=b"", env=None, cwd=None, check_errors=True):
     return result
 
 
+def is_running(process):
+    try:
+        with open(f"/proc/{process}/stat", encoding="ascii") as file:
+            return file.read().split()[2] != "Z"
+    except OSError:
+        return False
+
+
 def shown(file, **options):
     return json.loads(psf("show", "--json", file, **options).out)
 

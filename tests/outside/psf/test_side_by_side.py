@@ -9,7 +9,7 @@ import sys
 
 import pytest
 from harness import wait_until, windows_path, write_settings
-from psf_harness import COMMAND, IS_EXE, not_on_windows, only_on_windows, psf, shown, source
+from psf_harness import COMMAND, IS_EXE, is_running, not_on_windows, only_on_windows, psf, shown, source
 
 MAIN = [("Main", "void Main()\r\n{\r\n}")]
 
@@ -150,14 +150,6 @@ def test_an_interrupted_build_takes_the_compiler_with_it(builds, number):
     process.send_signal(number)
     assert process.wait(timeout=60) == -number
     wait_until("the compiler's end", lambda: not is_running(compiler))
-
-
-def is_running(process):
-    try:
-        with open(f"/proc/{process}/stat", encoding="ascii") as file:
-            return file.read().split()[2] != "Z"
-    except OSError:
-        return False
 
 
 @not_on_windows("no signals")

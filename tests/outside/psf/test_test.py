@@ -7,7 +7,7 @@ import subprocess
 
 import pytest
 from harness import wait_until
-from psf_harness import COMMAND, not_on_windows, psf, source
+from psf_harness import COMMAND, is_running, not_on_windows, psf, source
 from tap_harness import WAIT, Place
 
 pytestmark = not_on_windows("its compilers and programs are those of Linux")
@@ -154,14 +154,6 @@ def test_a_program_that_prints_without_end_is_ended(place):
     found = place.test("--timeout", "100", "Blink.PSF").failure()
     assert found["message"] == "ended after it had printed 16 MiB"
     assert len(found["stdout"]) < 5000
-
-
-def is_running(process):
-    try:
-        with open(f"/proc/{process}/stat", encoding="ascii") as file:
-            return file.read().split()[2] != "Z"
-    except OSError:
-        return False
 
 
 # Several at a time
