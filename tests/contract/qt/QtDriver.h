@@ -3,7 +3,7 @@
 
 #include "platform/desktop/qt/Desktop.h"
 #include "platform/settings/SettingsRegistry.h"
-#include "tests/contract/DesktopDriver.h"
+#include "tests/contract/DialogDriver.h"
 #include "tests/contract/qt/QtDialogUser.h"
 
 #include <QTemporaryDir>
@@ -12,7 +12,7 @@
 
 namespace tessaly {
 
-class QtDriver final : public DesktopDriver {
+class QtDriver final : public DialogDriver<QtDialogUser> {
 public:
     explicit QtDriver(const Launch& launch);
     ~QtDriver() override;
@@ -61,7 +61,6 @@ public:
     void UseMenuOfItem(TreeItem item, std::optional<std::size_t> row) override;
     void UseMenuOfPane(std::size_t position, std::optional<std::size_t> row) override;
     void UseMenuByKey(int keyCode, int shift, std::optional<std::size_t> row) override;
-    std::vector<std::string> MenuSeen() const override { return mMenuSeen; }
     void CtrlClickPane(std::size_t position) override;
     void TurnCtrlWheel(int delta) override;
     float LeftOf(std::size_t position) override;
@@ -97,17 +96,6 @@ public:
     std::string MenuCaption(MenuItem& item) const override;
     bool IsChecked(MenuItem& item) const override;
     std::vector<std::string> MenusIn(MenuItem* menu) const override;
-
-    void WillPress(MsgResult button) override { mDialogs.WillPress(button); }
-    void WillCloseMessageBox() override { mDialogs.WillCloseMessageBox(); }
-    void WillChooseFile(std::string path) override { mDialogs.WillChooseFile(std::move(path)); }
-    void WillCancelFileDialog() override { mDialogs.WillCancelFileDialog(); }
-    void WillUseName(std::function<void(NameWindowUser&)> script) override { mDialogs.WillUseName(std::move(script)); }
-    void WillUseSplash(std::function<void(SplashWindowUser&)> script) override {
-        mDialogs.WillUseSplash(std::move(script));
-    }
-    std::vector<SeenMessageBox> MessageBoxes() const override { return mDialogs.MessageBoxes(); }
-    std::vector<SeenFileDialog> FileDialogs() const override { return mDialogs.FileDialogs(); }
 
     std::string FilePath(std::string_view name) const override;
     std::string FolderPath() const override { return qt::FromQt(mFolder.path()); }
@@ -151,10 +139,8 @@ private:
     SystemFiles mFiles;
     std::optional<SettingsRegistry> mSettings;
     std::unique_ptr<qt::Desktop> mDesktop;
-    QtDialogUser mDialogs;
     std::unique_ptr<QWidget> mOtherWindow;
     bool mIsInMessages = false; // the user has gone there
-    std::vector<std::string> mMenuSeen;
 };
 
 } // namespace tessaly

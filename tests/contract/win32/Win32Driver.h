@@ -4,7 +4,7 @@
 
 #include "platform/desktop/win32/ControlIds.h"
 #include "platform/desktop/win32/Desktop.h"
-#include "tests/contract/DesktopDriver.h"
+#include "tests/contract/DialogDriver.h"
 #include "tests/contract/win32/DialogUser.h"
 #include "tests/contract/win32/SpokenService.h"
 #include "tests/unit/platform/system/win32/TestFolder.h"
@@ -13,7 +13,7 @@
 
 namespace tessaly {
 
-class Win32Driver final : public DesktopDriver {
+class Win32Driver final : public DialogDriver<DialogUser> {
 public:
     explicit Win32Driver(const Launch& launch);
     Win32Driver(const Win32Driver&) = delete;
@@ -64,7 +64,6 @@ public:
     void UseMenuOfItem(TreeItem item, std::optional<std::size_t> row) override;
     void UseMenuOfPane(std::size_t position, std::optional<std::size_t> row) override;
     void UseMenuByKey(int keyCode, int shift, std::optional<std::size_t> row) override;
-    std::vector<std::string> MenuSeen() const override { return mMenuSeen; }
     void CtrlClickPane(std::size_t position) override;
     void TurnCtrlWheel(int delta) override;
     float LeftOf(std::size_t position) override;
@@ -100,17 +99,6 @@ public:
     std::string MenuCaption(MenuItem& item) const override;
     bool IsChecked(MenuItem& item) const override;
     std::vector<std::string> MenusIn(MenuItem* menu) const override;
-
-    void WillPress(MsgResult button) override { mDialogs.WillPress(button); }
-    void WillCloseMessageBox() override { mDialogs.WillCloseMessageBox(); }
-    void WillChooseFile(std::string path) override { mDialogs.WillChooseFile(path); }
-    void WillCancelFileDialog() override { mDialogs.WillCancelFileDialog(); }
-    void WillUseName(std::function<void(NameWindowUser&)> script) override { mDialogs.WillUseName(std::move(script)); }
-    void WillUseSplash(std::function<void(SplashWindowUser&)> script) override {
-        mDialogs.WillUseSplash(std::move(script));
-    }
-    std::vector<SeenMessageBox> MessageBoxes() const override { return mDialogs.MessageBoxes(); }
-    std::vector<SeenFileDialog> FileDialogs() const override { return mDialogs.FileDialogs(); }
 
     std::string FilePath(std::string_view name) const override;
     std::string FolderPath() const override;
@@ -165,8 +153,6 @@ private:
     std::unique_ptr<win32::Desktop> mDesktop;
     HWND mFrame = nullptr;
     HWND mOtherWindow = nullptr;
-    std::vector<std::string> mMenuSeen;
-    DialogUser mDialogs;
     std::unique_ptr<SpokenService> mSpoken; // once something was asked for
 };
 
