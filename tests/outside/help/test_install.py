@@ -1,10 +1,11 @@
 """The page on the installation: what it names is what the packages have. Their own tests look whether it is there."""
 
 import re
+import shutil
 
 import pytest
 from harness import EXAMPLES, ROOT, example_file
-from help_pages import LANGUAGES, sections, source
+from help_pages import LANGUAGES, Workplace, sections, source
 
 SETTINGS = (ROOT / "packaging/linux/settings.reg").read_text(encoding="utf-8")
 INSTALLER = "".join(file.read_text(encoding="utf-8") for file in sorted((ROOT / "packaging/windows").glob("*.ns[hi]")))
@@ -24,6 +25,14 @@ def test_the_packages_have_the_version_that_they_are_called_by(page):
 def test_what_an_example_prints_is_what_it_must_print(page):
     lines = [line.strip() for line in re.findall(r"^ {8}(.*)$", page, re.M)]
     assert len(lines) == 4 and lines == example_file("blink", ".expected").read_text(encoding="utf-8").splitlines()[:4]
+
+
+def test_psf_is_checked_as_the_page_says(page, tmp_path):
+    command, last = re.search(r"^5\. .*?`(psf .*?)`.*?`(.*?)`", page, re.M).groups()
+    workplace = Workplace(tmp_path / "blink")
+    for file in example_file("blink", ".PSF").parent.iterdir():
+        shutil.copy(file, workplace.folder)
+    assert workplace.does(*command.split()).splitlines()[-1] == last
 
 
 @pytest.mark.parametrize("language", LANGUAGES)
