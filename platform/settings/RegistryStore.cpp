@@ -82,7 +82,7 @@ std::pair<RegistryStore::Keys::iterator, RegistryStore::Keys::iterator> Registry
         ++last.root;
     } else {
         first.path += '\\';
-        last.path += '\\' + 1;
+        last.path += static_cast<char>('\\' + 1);
     }
     return {keys.lower_bound(first), keys.lower_bound(last)};
 }
