@@ -89,14 +89,14 @@ bool Child::TakesMenuMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return true;
 }
 
-// The edge of a control that has the keyboard has the colour of selections.
+// The edge of a control that has the keyboard has the colour of selections. A theme may paint over more than the edge.
 void Child::ShowFocus(UINT message) {
     if ((GetWindowLongW(mHandle, GWL_EXSTYLE) & WS_EX_CLIENTEDGE) == 0) {
         return;
     }
     if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {
         mHasKeyboard = message == WM_SETFOCUS;
-        RedrawWindow(mHandle, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
+        RedrawWindow(mHandle, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_ERASE);
     } else if (message == WM_NCPAINT && mHasKeyboard) {
         RECT edge = {};
         GetWindowRect(mHandle, &edge);

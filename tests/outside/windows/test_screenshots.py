@@ -10,7 +10,7 @@ import subprocess
 
 import pytest
 from harness import BITS, ROOT, drive_c, identify, screenshot, wait_until, windows_path, xdotool
-from windows_harness import CODE_TREE, FUNC_BODY, STATUS_BAR, install
+from windows_harness import CODE_TREE, FUNC_BODY, STATUS_BAR, import_registry, install
 
 MENUS = {"en": [("File", "Save Program Source File As"), ("Help", "About"), ("Help", "Hot Keys")],
          "de": [("Datei", "Programmquelldatei speichern unter..."), ("Hilfe", "Info..."), ("Hilfe", "Hot Keys")]}
@@ -99,6 +99,30 @@ def test_pictures_of_all_windows(launch, folder, installed, example, language):
     dialog = program.dialog()
     program.bring(dialog.window)
     shown(program, f"{language}-save", 20)
+
+
+def test_dark_colours_reach_all_of_the_tree_without_the_keyboard(launch, folder, installed, example):
+    """The edge of a control is drawn by a theme, which may know only light colours."""
+    def colour(paper, ink):
+        import_registry(f'[HKEY_CURRENT_USER\\Control Panel\\Colors]\r\n"Window"="{paper}"\r\n"WindowText"="{ink}"\r\n',
+                        folder)
+
+    colour("30 30 30", "230 230 230")
+    try:
+        program = open_blink(launch, example)
+        program.click_pane()
+        left, top, right, bottom = program.control(CODE_TREE)["rect"]
+        lower = f"{right - left - 20}x{(bottom - top) // 3}+{left + 10}+{bottom - (bottom - top) // 2}"
+
+        def brightness():
+            screenshot(FOLDER / "windows-dark-tree.png", "-crop", lower, "+repage")
+            return float(identify(FOLDER / "windows-dark-tree.png", "%[fx:mean]"))
+
+        wait_until(lambda: f"a dark tree, not one of {brightness()}", lambda: brightness() < 0.2, 15)
+        program.click_item("Events")
+        wait_until(lambda: f"a dark tree, not one of {brightness()}", lambda: brightness() < 0.2, 15)
+    finally:
+        colour("255 255 255", "0 0 0")
 
 
 def choose_group(program, language, *names):
