@@ -100,6 +100,16 @@ struct CommandLine {
             ->type_name("FILE");
     }
 
+    // More than 0; the library's own test names the greatest number that there is.
+    static CLI::Validator Positive() {
+        return {[](std::string& word) {
+                    double number = 0;
+                    const bool isPositive = CLI::detail::lexical_cast(word, number) && number > 0;
+                    return isPositive ? "" : "\"" + word + "\" is no number above 0";
+                },
+                ""};
+    }
+
     int ForEach(Session& session, const std::function<int(const std::string&)>& use) {
         if (files.empty() && !filesFrom) {
             PrintError("PATH is required");
@@ -217,7 +227,9 @@ struct CommandLine {
                         return WithAll(session, [&](const auto& all) { return Build(session, all, builds); });
                     });
         AddPaths(build, "Files, or folders with such files");
-        build->add_option("-j,--jobs", builds.jobs, "How many compilers may run at the same time")->type_name("N");
+        build->add_option("-j,--jobs", builds.jobs, "How many compilers may run at the same time")
+            ->type_name("N")
+            ->check(Positive());
         build->add_option("-o,--output", builds.output, "The output name, for one file")->type_name("OUT");
 
         CLI::App* map = Command("map", "Copy standard input with positions in the C file mapped to members",
@@ -238,10 +250,12 @@ struct CommandLine {
                         return WithAll(session, [&](const auto& all) { return Test(session, all, tests); });
                     });
         AddPaths(test, "Files, or folders with such files; those with NAME.events or NAME.CASE.events beside them");
-        test->add_option("-j,--jobs", tests.jobs, "How many programs may run at the same time")->type_name("N");
+        test->add_option("-j,--jobs", tests.jobs, "How many programs may run at the same time")
+            ->type_name("N")
+            ->check(Positive());
         test->add_option("--timeout", tests.timeout, "How long a case may take; the default is 10")
             ->type_name("SECONDS")
-            ->check(CLI::PositiveNumber);
+            ->check(Positive());
         test->add_option("--junit", tests.junit, "Write a report in JUnit's XML to this file")->type_name("FILE");
         test->add_flag("--coverage", tests.coverage, "Tell which lines ran; in FILE as XML, too")
             ->option_text("[=FILE]");

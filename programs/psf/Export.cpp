@@ -187,9 +187,13 @@ private:
 
 int Export(Session& session, const std::string& file, const std::string& folder) {
     return WithDocument(session, file, [&](VornSrcObj& document) {
-        std::error_code ignored; // then the files cannot be written, which is told
         for (const std::string_view part : {FunctionPrefix, EventPrefix}) {
-            fs::create_directories(ToPath(folder + "/" + std::string(part)), ignored);
+            const std::string path = folder + "/" + std::string(part.substr(0, part.size() - 1));
+            std::error_code error;
+            if (fs::create_directories(ToPath(path), error); error) {
+                PrintError(path + ": the folder cannot be made: " + Reason(error));
+                return ExitStatus(Status::UnexpectedError);
+            }
         }
         for (const CCodeOrigin& member : AllMembers(document)) {
             const std::string path = folder + "/" + MemberFile(document, member);

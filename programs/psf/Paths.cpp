@@ -31,8 +31,9 @@ public:
         std::sort(names.begin(), names.end());
         const bool isSeparated = folder.ends_with('/') || folder.ends_with(fs::path::preferred_separator);
         for (const std::string& name : names) {
-            const std::string path = folder + (isSeparated ? "" : "/") + name;
+            std::string path = folder + (isSeparated ? "" : "/") + name;
             if (name.ends_with('/')) {
+                path.pop_back();
                 Enter(path);
             } else {
                 mFoundAny = true;

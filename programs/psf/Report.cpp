@@ -119,9 +119,9 @@ private:
 class GithubReport final : public Report {
 public:
     void Tell(const Problem& problem) override {
-        Print("::" + std::string(Severity(problem)) + " file=" + Escaped(problem.file, "%\r\n:,") +
-              ",line=" + std::to_string(problem.line) + ",title=" + Escaped(problem.rule, "%\r\n:,") +
-              "::" + Printable(Escaped(WithMember(problem), "%\r\n")) + "\n");
+        PrintLine("::" + std::string(Severity(problem)) + " file=" + Escaped(problem.file, "%\r\n:,") +
+                  ",line=" + std::to_string(problem.line) + ",title=" + Escaped(problem.rule, "%\r\n:,") +
+                  "::" + Escaped(WithMember(problem), "%\r\n"));
     }
 
 private:

@@ -27,6 +27,13 @@ def test_an_export_is_a_file_for_each_member(file, tmp_path):
     assert (folder / "order").read_text().splitlines() == ["Main\tvoid Main(void)%0D%0A", "Gr%C3%B6%C3%9Fe"]
 
 
+def test_a_folder_that_cannot_be_made_is_said(file, tmp_path):
+    (tmp_path / "out").write_text("a file")
+    result = psf("export", file, tmp_path / "out")
+    assert (result.status, result.err) == (
+        255, f"psf: {tmp_path}/out/functions: the folder cannot be made: Not a directory\n")
+
+
 @pytest.mark.parametrize("path", [*CASES, *(example_file(name, ".PSF") for name in EXAMPLES)],
                          ids=lambda path: path.parent.name)
 def test_an_import_of_an_export_is_the_same_document(path, tmp_path):

@@ -71,10 +71,10 @@ def test_sarif_is_one_document_of_all_files(tmp_path):
 
 @not_on_windows("no such names")
 def test_github_has_workflow_commands_that_no_name_can_break(tmp_path):
-    result = check(tmp_path, "github", name="a,b:c%\n::error::x.PSF")
+    result = check(tmp_path, "github", name="\x1b[31ma,b:c%\n::error::x.PSF")
     assert result.out.decode() == (
-        "::warning file=a%2Cb%3Ac%25%0A%3A%3Aerror%3A%3Ax.PSF,line=12,title=file-no-prototype::functions/Main: its "
-        'code holds no "{", so all of it becomes the prototype\n')
+        "::warning file=?[31ma%2Cb%3Ac%25%0A%3A%3Aerror%3A%3Ax.PSF,line=12,title=file-no-prototype"
+        '::functions/Main: its code holds no "{", so all of it becomes the prototype\n')
 
 
 @pytest.mark.parametrize("format", ["text", "gcc", "json", "github"])

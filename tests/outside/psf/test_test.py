@@ -65,6 +65,14 @@ def test_a_wrong_command_is_64_and_tests_nothing(place, words):
     assert (result.status, result.out) == (64, b"")
 
 
+@pytest.mark.parametrize("command", ["test", "build"])
+@pytest.mark.parametrize("number", ["0", "-1", "-0.5", "x", "nan"])
+def test_a_number_of_jobs_or_seconds_is_above_0(place, command, number):
+    for option in ["--jobs", "--timeout"] if command == "test" else ["--jobs"]:
+        result = psf(command, f"{option}={number}", "Blink.PSF", **place.options)
+        assert (result.status, result.out, result.err) == (64, b"", f'psf: {option}: "{number}" is no number above 0\n')
+
+
 # How they go
 
 @pytest.mark.parametrize("printed, expected, line, one, other", [
