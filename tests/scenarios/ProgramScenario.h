@@ -14,6 +14,9 @@
 
 namespace tessaly {
 
+// The name of a desktop where no copy can be written.
+inline constexpr std::string_view WithoutCopies = "MemoryWithoutCopies";
+
 class ProgramScenario : public DesktopContract {
 protected:
     static constexpr int Shift = 1;
