@@ -5,6 +5,8 @@ none before the last one that the window had taken and been idle behind.
 """
 
 import collections
+import os
+import pathlib
 import random
 import re
 import time
@@ -14,9 +16,18 @@ IDLE = 0.05
 IDLE_LARGE = 1
 SMALL = 200_000
 DOCUMENT_ROUNDS = 24
+OPERATIONS = 300  # at most, from one start to a kill
+STEADY = 5        # what it may use more for a while, such as what a menu is drawn with
 KINDS = ["typing", "selecting", "adding", "deleting", "saving", "building"]
 LETTERS = "abcdefghijklmnopqrstuvwxyz0123456789 ;"
 EVENTS = ["OnError", "OnFrame", "OnKey", "OnStart", "OnStop", "OnTimer", "OnTrigger", "OnSerial", "OnMsg"]
+
+
+def use_of(process):
+    """Memory and descriptors of a process of this system, as Rounds.use."""
+    folder = pathlib.Path(f"/proc/{process}")
+    resident = int((folder / "statm").read_text().split()[1]) * os.sysconf("SC_PAGE_SIZE") // 1024
+    return {"KiB": resident, "descriptors": len(os.listdir(folder / "fd"))}
 
 
 class Killed(Exception):
@@ -88,7 +99,8 @@ class Rounds:
 
     do_KIND() works the program and calls change() just before it sends the keys that change the document, took() once
     the window has taken all keys, and tick() whenever it waits. come_back() starts the program again and returns the
-    texts it shows then, and whether they are those of a copy.
+    texts it shows then, and whether they are those of a copy. use() tells the memory in KiB and the numbers of other
+    things that the program has, by their names.
     """
 
     def __init__(self, seed):
@@ -178,6 +190,32 @@ class Rounds:
                 self.fresh(self.random.choice(sizes))
             self.round(KINDS[number % len(KINDS)], self.random.choices(KINDS, k=self.random.randint(0, 3)))
             progress()
+
+    def work(self, number):
+        """So many operations, with a kill now and then. Prints what the program uses when it has done half of them and
+        before its end, of each start; what it uses more then is a fault."""
+        starts = 0
+        while self.operations < number:
+            if starts % 10 == 0:
+                self.fresh()
+            before = None
+            self.has_rests = False
+            count = min(OPERATIONS, number - self.operations)
+            for done in range(count):
+                is_full = len(self.names()) >= 20
+                self.operate(self.random.choice([kind for kind in self.kinds() if kind != "adding" or not is_full]))
+                if done == count // 2:
+                    before = self.use()
+                if done % 10 == 0:
+                    self.begin(self.texts())  # what the model need not keep
+            after = self.use()
+            self.has_rests = True
+            self.round(KINDS[starts % len(KINDS)])
+            starts += 1
+            use = ", ".join(f"{what} {before[what]} -> {after[what]}" for what in after)
+            print(f"{self.operations:7} operations: {use}", flush=True)
+            self.faults += [f"more {what}: {before[what]} -> {after[what]}" for what in after
+                            if what != "KiB" and after[what] > before[what] + STEADY]
 
     def round(self, kind, before=()):
         """Does `before`, and then is killed at a random moment of `kind`."""

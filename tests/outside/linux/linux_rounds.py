@@ -1,11 +1,10 @@
 """Rounds of work and sudden ends with the real Linux window."""
 
-import os
 import pathlib
 import shutil
 
 from harness import example_file, wait_until
-from kill_rounds import EVENTS, IDLE, LETTERS, Rounds, read_members, whole_copies
+from kill_rounds import EVENTS, IDLE, LETTERS, Rounds, read_members, use_of, whole_copies
 from linux_harness import Program, make_home, write_all_settings
 from x11 import Display
 
@@ -232,7 +231,4 @@ class LinuxRounds(Rounds):
     # Figures
 
     def use(self):
-        """Memory in KiB and open descriptors."""
-        process = pathlib.Path(f"/proc/{self.program.process.pid}")
-        resident = int((process / "statm").read_text().split()[1]) * os.sysconf("SC_PAGE_SIZE") // 1024
-        return resident, len(os.listdir(process / "fd"))
+        return use_of(self.program.process.pid)

@@ -5,6 +5,7 @@
 #include "tests/contract/win32/RemoteMemory.h"
 #include "tests/outside/windows/ProbeJson.h"
 
+#include <algorithm>
 #include <commctrl.h>
 #include <cstring>
 #include <fcntl.h>
@@ -17,6 +18,7 @@
 #include <psapi.h>
 #include <shlobj.h>
 #include <windows.h>
+#include <winternl.h>
 
 namespace tessaly::probe {
 namespace {
@@ -406,6 +408,45 @@ std::string Status(const Processes& processes, const Words& words) {
     return Number(status);
 }
 
+// GDI objects of a process. Wine tells none, but has its table of them where Windows has one: from the block that
+// describes a process. Wine's own is of the process alone, and a type is 0 where there is no object.
+std::size_t GdiObjects(HANDLE process) {
+    struct Entry {
+        std::uint64_t object;
+        std::uint32_t owner;
+        std::uint16_t unique;
+        std::uint8_t type;
+        std::uint8_t flags;
+        std::uint64_t pointer;
+    };
+    constexpr std::size_t mostObjects = 0x4000;
+    constexpr std::size_t tableInBlock = sizeof(void*) == 8 ? 0xF8 : 0x94;
+    PROCESS_BASIC_INFORMATION information{};
+    const char* table = nullptr;
+    std::vector<Entry> entries(mostObjects);
+    if (NtQueryInformationProcess(process, ProcessBasicInformation, &information, sizeof information, nullptr) != 0 ||
+        !ReadProcessMemory(process, reinterpret_cast<const char*>(information.PebBaseAddress) + tableInBlock, &table,
+                           sizeof table, nullptr) ||
+        !ReadProcessMemory(process, table, entries.data(), entries.size() * sizeof(Entry), nullptr)) {
+        throw std::runtime_error("the GDI objects cannot be counted");
+    }
+    return static_cast<std::size_t>(
+        std::count_if(entries.begin(), entries.end(), [](const Entry& entry) { return entry.type != 0; }));
+}
+
+// gdi PROCESS: how many GDI objects it has. That they are counted at all is tried out with one of the probe's own.
+std::string Gdi(const Processes& processes, const Words& words) {
+    HANDLE self = GetCurrentProcess();
+    const std::size_t before = GdiObjects(self);
+    HPEN pen = CreatePen(PS_SOLID, 1, 0);
+    const std::size_t withOneMore = GdiObjects(self);
+    DeleteObject(pen);
+    if (withOneMore != before + 1 || GdiObjects(self) != before) {
+        throw std::runtime_error("the GDI objects are counted in a wrong way");
+    }
+    return Number(static_cast<std::int64_t>(GdiObjects(processes.at(static_cast<DWORD>(std::stoul(words.at(1)))))));
+}
+
 // kill PROCESS
 std::string Kill(const Processes& processes, const Words& words) {
     return Bool(TerminateProcess(processes.at(static_cast<DWORD>(std::stoul(words.at(1)))), 99));
@@ -439,6 +480,7 @@ std::map<std::string, Command> Commands(Processes& processes, HANDLE& held) {
             {"release", [&](const Words&) { return Bool(CloseHandle(held)); }},
             {"start", [&](const Words& words) { return Start(processes, words); }},
             {"status", [&](const Words& words) { return Status(processes, words); }},
+            {"gdi", [&](const Words& words) { return Gdi(processes, words); }},
             {"kill", [&](const Words& words) { return Kill(processes, words); }}};
 }
 

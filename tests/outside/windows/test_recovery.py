@@ -122,11 +122,15 @@ def test_after_a_kill_at_any_moment(rounds):
 
 @pytest.mark.skipif("TESSALY_SOAK" not in os.environ, reason="it takes long: script/soak windows")
 def test_soak(rounds):
-    number, *seed = os.environ["TESSALY_SOAK"].split()
-    made = rounds(int(seed[0]) if seed else os.getpid())
+    what, number, *seed = os.environ["TESSALY_SOAK"].split()
+    seed = int(seed[0]) if seed else os.getpid()
+    made = rounds(seed)
     try:
-        made.run(int(number), (0, 0, 20_000, 100_000))
+        if what == "windows":
+            made.run(int(number), (0, 0, 20_000, 100_000))
+        else:
+            made.work(int(number))
     finally:
-        print(f"\nscript/soak windows {number} {seed[0] if seed else os.getpid()}\n{made.table()}")
+        print(f"\nscript/soak {what} {number} {seed}\n{made.table()}")
         print(*made.faults, sep="\n")
     assert made.faults == []
