@@ -53,17 +53,13 @@ TEST_F(StartUpTest, EachOfTheThreeSettingsIsNeeded) {
     }
 }
 
-TEST_F(StartUpTest, ALanguageStoredAsTextWorksLikeANumber) {
-    Install();
-    SetSetting(LanguageSetting, "1");
-    window.Show();
-    EXPECT_EQ(window.mLanguage, 1);
-    EXPECT_EQ(desktop.menus["mnuFile"].Caption(), "&Datei");
-}
+class StoredLanguageTest : public StartUpTest, public ::testing::WithParamInterface<const char*> {};
 
-TEST_F(StartUpTest, AFractionalLanguageIsRounded) {
+INSTANTIATE_TEST_SUITE_P(AsANumberOrAFraction, StoredLanguageTest, ::testing::Values("1", "0.6"));
+
+TEST_P(StoredLanguageTest, ATextWorksLikeANumberAndIsRounded) {
     Install();
-    SetSetting(LanguageSetting, "0.6");
+    SetSetting(LanguageSetting, GetParam());
     window.Show();
     EXPECT_EQ(window.mLanguage, 1);
     EXPECT_EQ(desktop.menus["mnuFile"].Caption(), "&Datei");
