@@ -1,3 +1,4 @@
+// The menu bar of the main window.
 #include "platform/desktop/MenuItem.h"
 
 #include "platform/desktop/Raise.h"

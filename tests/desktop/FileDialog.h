@@ -1,7 +1,7 @@
 // File dialogs that a test has answered beforehand.
 #pragma once
 
-#include "platform/desktop/FileDialog.h"
+#include "platform/desktop/Dialogs.h"
 #include "tests/desktop/Faults.h"
 #include "tests/desktop/Focus.h"
 

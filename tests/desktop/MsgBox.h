@@ -1,7 +1,7 @@
 // Message boxes that a test has answered beforehand.
 #pragma once
 
-#include "platform/desktop/MsgBox.h"
+#include "platform/desktop/Dialogs.h"
 #include "tests/desktop/Faults.h"
 #include "tests/desktop/Focus.h"
 

@@ -1,7 +1,7 @@
 // The menu that comes up where the user asks for one, in memory, and the user who chooses from it.
 #pragma once
 
-#include "platform/desktop/PopupMenu.h"
+#include "platform/desktop/MenuItem.h"
 #include "tests/desktop/Faults.h"
 #include "tests/desktop/Focus.h"
 

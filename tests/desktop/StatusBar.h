@@ -1,7 +1,7 @@
 // A status bar in memory.
 #pragma once
 
-#include "platform/desktop/StatusBar.h"
+#include "platform/desktop/Bars.h"
 #include "tests/desktop/Control.h"
 
 #include <string>

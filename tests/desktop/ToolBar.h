@@ -1,7 +1,7 @@
 // A tool bar in memory, and what a user can do with it.
 #pragma once
 
-#include "platform/desktop/ToolBar.h"
+#include "platform/desktop/Bars.h"
 #include "tests/desktop/Control.h"
 
 #include <string>

@@ -1,14 +1,16 @@
-// Menus of the main window. What stands in the menu bar opens a drop-down, and an item does as soon as something is put
-// into it.
+// The menus of the main window, and the one that comes up where the user asks for one. That is open until the user has
+// done with it.
 #pragma once
 
 #include "platform/desktop/MenuItem.h"
+#include "platform/desktop/qt/Window.h"
 
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 namespace tessaly::qt {
 
@@ -59,6 +61,21 @@ private:
 
     QMenuBar& mBar;
     FocusEvents& mFocus;
+};
+
+// On the screen, the place of `shown` that is nearest to `wanted` in it.
+QPoint PlaceForMenu(const QWidget& shown, QPoint wanted);
+
+class PopupMenu final : public tessaly::PopupMenu {
+public:
+    explicit PopupMenu(Window& window)
+        : tessaly::PopupMenu(window.controls.focus),
+          mMenu(window.controls.focus, &window) {}
+
+private:
+    void ShowRows(const std::vector<PopupRow>& rows, ScreenPlace place) override;
+
+    Menu mMenu;
 };
 
 } // namespace tessaly::qt

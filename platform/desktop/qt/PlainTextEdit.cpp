@@ -2,8 +2,8 @@
 // paragraph of as lone surrogates, which no valid text has; control characters as their pictures; these as surrogates.
 #include "platform/desktop/Tint.h"
 #include "platform/desktop/qt/Keys.h"
+#include "platform/desktop/qt/MenuItem.h"
 #include "platform/desktop/qt/Pictures.h"
-#include "platform/desktop/qt/PopupMenu.h"
 #include "platform/desktop/qt/RichTextBox.h"
 #include "platform/text/ControlPictures.h"
 

@@ -2,8 +2,8 @@
 
 #include "platform/desktop/qt/Colours.h"
 #include "platform/desktop/qt/Keys.h"
+#include "platform/desktop/qt/MenuItem.h"
 #include "platform/desktop/qt/Pictures.h"
-#include "platform/desktop/qt/PopupMenu.h"
 
 #include <QHeaderView>
 #include <QMouseEvent>

@@ -4,7 +4,6 @@
 #include "platform/desktop/BarControls.h"
 #include "platform/desktop/win32/Child.h"
 #include "platform/desktop/win32/ControlIds.h"
-#include "platform/desktop/win32/Label.h"
 
 #include <string>
 #include <string_view>

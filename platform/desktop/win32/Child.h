@@ -1,17 +1,68 @@
-// The common part of all controls: window, position, and their messages.
+// A window of the program, and the common part of all controls in it: resolution, font, position, and their messages.
 #pragma once
 
 #include "platform/desktop/Control.h"
 #include "platform/desktop/Raise.h"
+#include "platform/desktop/win32/EventLoop.h"
 #include "platform/desktop/win32/Headers.h"
-#include "platform/desktop/win32/Parent.h"
 #include "platform/desktop/win32/Screen.h"
 
+#include <functional>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 namespace tessaly::win32 {
 
+class Child;
+
+// The controls that stand in it announce themselves.
+class Parent {
+public:
+    Parent(EventLoop& theLoop, Controls& inIt) : loop(theLoop), order(inIt) {}
+    Parent(const Parent&) = delete;
+    Parent& operator=(const Parent&) = delete;
+    virtual ~Parent();
+
+    EventLoop& loop;
+    Controls& order; // of its controls
+
+    // Null when the window is gone.
+    HWND Handle() const { return mHandle; }
+    int Dpi() const { return mDpi; }
+    HFONT Font() const { return mFont.get(); }
+
+    // A control comes; it is told of the messages about it from now on.
+    void Add(Child& child) { mChildren.push_back(&child); }
+    void Remove(Child& child) { std::erase(mChildren, &child); }
+
+    // See EventLoop.
+    void Later(std::function<void()> action);
+
+protected:
+    // Makes the window, which is not shown yet. All of the class `className` have the program's icon, an arrow and the
+    // colour of dialogs.
+    void Create(const wchar_t* className, DWORD style, DWORD extendedStyle, SIZE size, HWND owner);
+
+    // Every message to the window. It finds this object from the first one on.
+    virtual LRESULT Message(UINT message, WPARAM wParam, LPARAM lParam) = 0;
+
+    // The window has another resolution: the font and the controls follow.
+    void SetDpi(int dpi);
+
+    Child* ChildOf(HWND window) const;
+    const std::vector<Child*>& Children() const { return mChildren; }
+
+private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+
+    HWND mHandle = nullptr;
+    int mDpi = 96;
+    FontOwner mFont;
+    std::vector<Child*> mChildren;
+};
+
+// A control of it.
 class Child {
 public:
     struct Kind {
@@ -96,6 +147,21 @@ protected:
 class Part final : public Control<tessaly::Control> {
 public:
     using Control::Control;
+};
+
+class Label final : public Control<tessaly::Label> {
+public:
+    Label(Parent& parent, int id);
+
+    void SetCaption(std::string_view caption) override;
+    float PreferredHeight() const override;
+
+    // The caption is also the text of `control`, which shows none: it names the control for a screen reader. Others get
+    // their name from the label in front of them.
+    void SetNamed(HWND control) { mNamed = control; }
+
+private:
+    HWND mNamed = nullptr;
 };
 
 } // namespace tessaly::win32

@@ -1,6 +1,8 @@
 // A line ends with CR, as in the control's own text.
 #include "platform/desktop/win32/CodeLines.h"
 
+#include "platform/text/ControlPictures.h"
+
 #include <algorithm>
 
 namespace tessaly::win32 {
@@ -116,6 +118,31 @@ void CodeLines::MoveStarts(std::wstring_view text, std::size_t first) {
 
 CLineState CodeLines::StateBehind(std::wstring_view text, std::size_t line) {
     return ScanCLine(Units(TextOf(text, line)), mLines[line].before, mTokens);
+}
+
+bool ShowControlCharacters(std::wstring& text) {
+    bool hasPictures = false;
+    for (wchar_t& character : text) {
+        if (character == L'\n') {
+            character = L'\r';
+        } else if (HasControlPicture(character)) {
+            character = ControlPicture(character);
+            hasPictures = true;
+        }
+    }
+    return hasPictures;
+}
+
+std::u16string ToUnits(std::wstring_view text, bool hasPictures) {
+    std::u16string units(text.begin(), text.end());
+    for (char16_t& character : units) {
+        if (character == u'\r') {
+            character = u'\n';
+        } else if (hasPictures) {
+            character = WithoutControlPicture(character);
+        }
+    }
+    return units;
 }
 
 } // namespace tessaly::win32

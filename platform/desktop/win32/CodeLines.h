@@ -1,11 +1,13 @@
-// The lines of a C text: their starts, the state that each begins in, and whether it is shown as it should be. Texts
-// are scanned as far as somebody has looked.
+// The lines of the C text that the control shows: their starts, the state that each begins in, and whether it is shown
+// as it should be. They are scanned as far as somebody has looked. And the way from the program's text to that one and
+// back.
 #pragma once
 
 #include "platform/desktop/LineMarks.h"
 #include "syntax/CSyntax.h"
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -71,5 +73,11 @@ private:
     std::size_t mScanned = 1; // how many lines, from the first, have the right `before`
     std::vector<CToken> mTokens;
 };
+
+// Makes of a text whose line breaks are LFs one for the control. Returns whether there are pictures in it now.
+bool ShowControlCharacters(std::wstring& text);
+
+// The same the other way, for some of the text.
+std::u16string ToUnits(std::wstring_view text, bool hasPictures);
 
 } // namespace tessaly::win32

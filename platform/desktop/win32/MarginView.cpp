@@ -1,7 +1,6 @@
 // The control does not tell when it scrolls, but paints then: where its lines stand is looked up after each painting.
 #include "platform/desktop/win32/MarginView.h"
 
-#include "platform/desktop/win32/Picture.h"
 #include "platform/desktop/win32/Screen.h"
 
 #include <algorithm>

@@ -1,11 +1,14 @@
-// The menus of the main window.
+// The menus of the main window, and the one that comes up where the user asks for one. Windows shows that in a loop of
+// its own.
 #pragma once
 
 #include "platform/desktop/MenuItem.h"
+#include "platform/desktop/win32/Child.h"
 #include "platform/desktop/win32/Headers.h"
 
 #include <memory>
 #include <string_view>
+#include <vector>
 
 namespace tessaly::win32 {
 
@@ -53,6 +56,16 @@ private:
     HWND mWindow;
     HMENU mBar;
     bool mIsAttached = false;
+};
+
+class PopupMenu final : public tessaly::PopupMenu {
+public:
+    explicit PopupMenu(Parent& frame) : tessaly::PopupMenu(frame.order.focus), mFrame(frame) {}
+
+private:
+    void ShowRows(const std::vector<PopupRow>& rows, ScreenPlace place) override;
+
+    Parent& mFrame;
 };
 
 } // namespace tessaly::win32

@@ -3,7 +3,7 @@
 
 #include "platform/desktop/Window.h"
 #include "platform/desktop/win32/ControlIds.h"
-#include "platform/desktop/win32/Picture.h"
+#include "platform/desktop/win32/Screen.h"
 #include "platform/system/win32/Text.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 // The control knows more than plain text; what would bring formats or objects into it is turned off or caught here.
 #include "platform/desktop/win32/RichTextBox.h"
 
+#include "platform/desktop/win32/CodeLines.h"
 #include "platform/desktop/win32/ControlIds.h"
 #include "platform/desktop/win32/Headers.h"
-#include "platform/desktop/win32/PlainText.h"
 #include "platform/desktop/win32/Spoken.h"
 #include "platform/system/win32/Library.h"
 #include "platform/system/win32/Text.h"

@@ -1,4 +1,5 @@
-// The resolution of a window, and what depends on it. Windows of one program can have several at a time.
+// The resolution of a window, and what depends on it; and pictures. Windows of one program can have several resolutions
+// at a time.
 #pragma once
 
 #include "platform/desktop/Margin.h"
@@ -49,5 +50,20 @@ constexpr std::uint32_t Turned(std::uint32_t colour) {
 // The name of a fixed-pitch font that is installed, and that font in the size for what stands beside the pane.
 std::wstring CodeFontName();
 FontOwner MakeCodeFont(int dpi);
+
+// The number of the program's own icon among its resources.
+inline constexpr int ProgramIcon = 1;
+
+// The icon in an icon file, or one made of a bitmap file, in this size; null when there is none.
+IconOwner LoadIconFile(const std::string& path, int size);
+
+// A bitmap resource; its colours are premultiplied with their alpha. Null when there is none of this name.
+BitmapOwner LoadPictureResource(const std::wstring& name);
+
+// Draws such a bitmap in this rectangle.
+void DrawPicture(HDC target, HBITMAP picture, const RECT& place);
+
+// The pictures of marks in the user's colours, each at the number of its mark; nothing stands for no mark.
+ImageListOwner PicturesOfMarks(int side);
 
 } // namespace tessaly::win32

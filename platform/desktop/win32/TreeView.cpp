@@ -2,7 +2,7 @@
 #include "platform/desktop/win32/TreeView.h"
 
 #include "platform/desktop/win32/ControlIds.h"
-#include "platform/desktop/win32/Picture.h"
+#include "platform/desktop/win32/Screen.h"
 #include "platform/desktop/win32/Spoken.h"
 #include "platform/system/win32/Text.h"
 

@@ -2,7 +2,6 @@
 #include "platform/desktop/win32/Window.h"
 
 #include "platform/desktop/win32/EditKeys.h"
-#include "platform/desktop/win32/Picture.h"
 #include "platform/desktop/win32/Screen.h"
 #include "platform/system/win32/Library.h"
 #include "platform/system/win32/Text.h"

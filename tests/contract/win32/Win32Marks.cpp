@@ -1,6 +1,5 @@
 // What the user sees of marks. The margin is taken down as a metafile and compared with the screen; lines under text
 // are looked for on the screen alone.
-#include "platform/desktop/win32/Picture.h"
 #include "platform/desktop/win32/Screen.h"
 #include "platform/system/win32/Text.h"
 #include "tests/contract/win32/Win32Driver.h"

@@ -1,11 +1,21 @@
-// Message boxes.
+// The file dialogs, which are the desktop's own where Qt knows it, and message boxes.
 #pragma once
 
-#include "platform/desktop/MsgBox.h"
+#include "platform/desktop/Dialogs.h"
 
-class QWidget;
+#include <QWidget>
 
 namespace tessaly::qt {
+
+class FileDialog final : public tessaly::FileDialog {
+public:
+    explicit FileDialog(QWidget& window) : mWindow(window) {}
+
+private:
+    std::optional<std::string> Ask(Kind kind, const FileDialogSettings& settings) override;
+
+    QWidget& mWindow;
+};
 
 class MsgBox final : public tessaly::MsgBox {
 public:

@@ -1,10 +1,20 @@
-// Message boxes of Windows.
+// The common file dialogs and the message boxes of Windows.
 #pragma once
 
-#include "platform/desktop/MsgBox.h"
+#include "platform/desktop/Dialogs.h"
 #include "platform/desktop/win32/Headers.h"
 
 namespace tessaly::win32 {
+
+class FileDialog final : public tessaly::FileDialog {
+public:
+    explicit FileDialog(HWND mainWindow) : mMainWindow(mainWindow) {}
+
+private:
+    std::optional<std::string> Ask(Kind kind, const FileDialogSettings& settings) override;
+
+    HWND mMainWindow;
+};
 
 class MsgBox final : public tessaly::MsgBox {
 public:

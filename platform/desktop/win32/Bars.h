@@ -1,10 +1,12 @@
-// A tool bar.
+// The tool bar and the status bar.
 #pragma once
 
-#include "platform/desktop/ToolBar.h"
+#include "platform/desktop/Bars.h"
 #include "platform/desktop/win32/Child.h"
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace tessaly::win32 {
 
@@ -27,6 +29,26 @@ private:
 
     int mPictureSize = 0;
     ImageListOwner mPictures; // which are resources of this program; null for an empty bar
+};
+
+class StatusBar final : public Control<tessaly::StatusBar> {
+public:
+    explicit StatusBar(Parent& parent);
+
+    float PreferredHeight() const override;
+    void Rescale() override;
+
+private:
+    LRESULT Message(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void Dock(const Size& /*client*/) override { Send(WM_SIZE); }
+    void ShowPanels() override;
+    void ShowText(std::size_t place, std::string_view text) override;
+    void MakeToolTips();
+    void SendToolTips(UINT message) const;
+
+    HWND mToolTips = nullptr; // goes with the bar
+    std::wstring mToolTip;    // the one that is shown
+    std::vector<int> mEdges;  // of the panels on the right, as the control knows them
 };
 
 } // namespace tessaly::win32
