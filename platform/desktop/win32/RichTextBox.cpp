@@ -87,10 +87,17 @@ LOGFONTW RichTextBox::TextFont(int zoom) const {
     return font;
 }
 
+// What is painted for the last line goes on to the lower edge.
+RECT RichTextBox::LineOf(std::size_t position) const {
+    RECT line = mFormat.LineRect(position);
+    line.bottom = std::min(line.bottom, line.top + mMargin.LineHeight());
+    return line;
+}
+
 RECT RichTextBox::CharacterPlace(tessaly::Place place) const {
     const LineSpan span = SpanOf(place.line + 1);
     const std::size_t position = std::min(span.begin + place.column, span.end);
-    RECT character = mFormat.LineRect(position);
+    RECT character = LineOf(position);
     character.left = character.right = mFormat.PlaceOf(position).x;
     MapWindowPoints(Handle(), nullptr, reinterpret_cast<POINT*>(&character), 2);
     return character;
@@ -108,13 +115,13 @@ std::optional<POINT> RichTextBox::MenuPlace() const {
         return std::nullopt;
     }
     const std::size_t caret = SelectedEnds().caret;
-    return NearestPlace({mFormat.PlaceOf(caret).x, mFormat.LineRect(caret).bottom});
+    return NearestPlace({mFormat.PlaceOf(caret).x, LineOf(caret).bottom});
 }
 
 // What is nearest may be far away.
 std::optional<tessaly::Place> RichTextBox::PlaceUnder(POINT point) const {
     const std::size_t position = PositionAt(point);
-    const RECT line = mFormat.LineRect(position);
+    const RECT line = LineOf(position);
     const LONG reach = line.bottom - line.top; // wider than a character
     if (point.y < line.top || point.y >= line.bottom || std::abs(mFormat.PlaceOf(position).x - point.x) > reach) {
         return std::nullopt;

@@ -106,6 +106,7 @@ private:
     LRESULT EdgeMessage(UINT message, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> MouseMessage(UINT message, WPARAM wParam, LPARAM lParam);
     std::size_t PositionAt(POINT point) const;
+    RECT LineOf(std::size_t position) const;
     LRESULT Key(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT PasteText();
     LRESULT DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam, EditPlace place);

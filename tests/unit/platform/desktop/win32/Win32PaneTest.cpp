@@ -257,6 +257,19 @@ TEST_F(Win32PaneTest, KeywordsStringsCommentsNumbersAndDirectivesHaveColoursOfTh
 }
 
 // One font for all of a text, whichever way it came.
+// Lists and tips come up beside the character.
+TEST_F(Win32PaneTest, TheLastLineIsAsHighAsTheOthers) {
+    user.TheDesktop().MainWindow().Show();
+    user.TheDesktop().FuncBody().SetText("a\nb");
+    const auto& pane = dynamic_cast<const win32::RichTextBox&>(user.TheDesktop().FuncBody());
+    const RECT first = pane.CharacterPlace({0, 0});
+    const RECT last = pane.CharacterPlace({1, 0});
+    EXPECT_EQ(last.bottom - last.top, first.bottom - first.top);
+    POINT below = {last.left + 2, last.bottom + 3 * (last.bottom - last.top)};
+    ScreenToClient(Pane(), &below);
+    EXPECT_EQ(pane.PlaceUnder(below), std::nullopt);
+}
+
 TEST_F(Win32PaneTest, WhatIsTypedAnywhereHasTheFontForCode) {
     const std::set<std::wstring> font = {win32::CodeFontName() + L" 1000"};
     Edit("", 0);
