@@ -14,6 +14,7 @@ from psf_harness import PSF, STRIDE, lines, not_on_windows, psf, shown, source
 pytestmark = [not_on_windows("there is no git for it here"),
               pytest.mark.skipif(shutil.which("git") is None, reason="there is no git")]
 HISTORIES = 200
+TOGETHER = 10  # files of one history: git starts for them once, and psf for each
 WORDS = ["Gauge", "Relay", "Pump", "Valve", "Lamp", "Motor", "Horn", "Fan"]
 
 
@@ -252,63 +253,74 @@ def new_base(randomness):
     return Version("int ä;", functions, {name: text(randomness, name) for name in EVENTS})
 
 
-def commit_versions(repository, seed, randomness, base, ours, theirs):
-    """Two branches of one base, the first one checked out."""
-    path = repository.folder / "Main.PSF"
-    repository.git("config", "core.autocrlf", randomness.choice(["true", "input", "false"]))
-    repository.git("checkout", "-q", "--orphan", f"base{seed}")
-    base.write(path, randomness)
-    repository.commit()
-    repository.git("checkout", "-q", "-b", f"theirs{seed}")
-    theirs.write(path, randomness)
-    repository.commit()
-    repository.git("checkout", "-q", "-f", "-b", f"ours{seed}", f"base{seed}")
-    ours.write(path, randomness)
-    repository.commit()
-    return path
+def commit_versions(repository, versions):
+    """Two branches of one base, the first one checked out. `versions` has (base, ours, theirs) by the seeds."""
+    paths = {seed: repository.folder / f"{seed}.PSF" for seed in versions}
+    randomness = random.Random(min(versions))
+    repository.git("config", "core.autocrlf", ["true", "input", "false"][min(versions) // TOGETHER % 3])
+    for which, start in enumerate([["-b", "base"], ["-b", "ours"], ["-f", "-b", "theirs", "base"]]):
+        repository.git("checkout", "-q", *start)
+        for seed, path in paths.items():
+            versions[seed][which].write(path, randomness)
+        repository.commit()
+    repository.git("checkout", "-q", "-f", "ours")
+    return paths
 
 
-@pytest.mark.parametrize("part", range(4))
-def test_changes_of_different_members_never_conflict_and_both_are_there(repository, part):
-    for seed in range(part, HISTORIES, 4 * STRIDE):
-        randomness = random.Random(seed)
-        base = new_base(randomness)
-        members = list(base.members())
-        randomness.shuffle(members)
-        middle = len(members) // 2
-        who_moves = randomness.choice(["nobody", "ours", "theirs"])
-        ours = branch(base, members[:randomness.randrange(middle)], "A", who_moves == "ours", randomness)
-        theirs = branch(base, members[middle:randomness.randrange(middle, len(members))], "B", who_moves == "theirs",
-                        randomness)
-        path = commit_versions(repository, seed, randomness, base, ours, theirs)
-        repository.git("merge", "-q", "-m", "x", f"theirs{seed}")
-        merged = Version.read(path)
+def disjoint_branches(randomness):
+    base = new_base(randomness)
+    members = list(base.members())
+    randomness.shuffle(members)
+    middle = len(members) // 2
+    who_moves = randomness.choice(["nobody", "ours", "theirs"])
+    ours = branch(base, members[:randomness.randrange(middle)], "A", who_moves == "ours", randomness)
+    theirs = branch(base, members[middle:randomness.randrange(middle, len(members))], "B", who_moves == "theirs",
+                    randomness)
+    return (base, ours, theirs), theirs if who_moves == "theirs" else ours
+
+
+@pytest.mark.parametrize("first", range(0, HISTORIES, TOGETHER * STRIDE))
+def test_changes_of_different_members_never_conflict_and_both_are_there(repository, first):
+    made = {seed: disjoint_branches(random.Random(seed)) for seed in range(first, first + TOGETHER)}
+    paths = commit_versions(repository, {seed: versions for seed, (versions, _) in made.items()})
+    repository.git("merge", "-q", "-m", "x", "theirs")
+    for seed, ((base, ours, theirs), mover) in made.items():
+        merged = Version.read(paths[seed])
         assert merged.members() == expected_members(base, ours, theirs), seed
-        mover = theirs if who_moves == "theirs" else ours
         common = [name for name in mover.functions if name in base.functions and name in merged.functions]
         assert [name for name in merged.functions if name in common] == common, seed
         added = [name for name in theirs.functions if name not in ours.functions and name not in base.functions]
         assert list(merged.functions)[len(merged.functions) - len(added):] == added, seed
-        committed = repository.git("cat-file", "blob", "HEAD:Main.PSF", encoding="cp1252").encode("cp1252")
-        assert psf("tidy", "--check", "-", stdin=committed).out == b"", seed
+    for commit in ("HEAD", "HEAD^"):  # written by a merge, and by an add
+        archive = subprocess.run(["git", "archive", f"--prefix={commit}/", commit], cwd=repository.folder,
+                                 env=repository.env, capture_output=True, check=True)
+        subprocess.run(["tar", "-x"], input=archive.stdout, cwd=repository.folder, check=True)
+        result = psf("tidy", "--check", repository.folder / commit)
+        assert (result.status, result.out, result.err) == (0, b"", "")
+        assert len(list((repository.folder / commit).glob("*.PSF"))) == TOGETHER
 
 
-def test_a_conflict_is_in_the_right_text_alone_and_the_file_loads(repository):
-    for seed in range(1000, 1050, STRIDE):
-        randomness = random.Random(seed)
-        base = new_base(randomness)
-        members = list(base.members())
-        randomness.shuffle(members)
-        both, mine, other = members[0], members[1:4], members[4:7]
-        ours, theirs = (branch(base, own, prefix, False, randomness) for own, prefix in [(mine, "A"), (other, "B")])
-        change(ours, both, randomness)
-        change(theirs, both, randomness)
-        path = commit_versions(repository, seed, randomness, base, ours, theirs)
-        done = subprocess.run(["git", "merge", f"theirs{seed}"], cwd=repository.folder, env=repository.env,
-                              capture_output=True, text=True)
-        assert done.returncode == 1, (seed, done)
-        assert f"psf: Main.PSF: conflict in {both}\n" in done.stdout + done.stderr
-        merged = Version.read(path).members()
+def conflicting_branches(randomness):
+    base = new_base(randomness)
+    members = list(base.members())
+    randomness.shuffle(members)
+    both, mine, other = members[0], members[1:4], members[4:7]
+    ours, theirs = (branch(base, own, prefix, False, randomness) for own, prefix in [(mine, "A"), (other, "B")])
+    change(ours, both, randomness)
+    change(theirs, both, randomness)
+    return (base, ours, theirs), both
+
+
+@pytest.mark.parametrize("first", range(1000, 1050, TOGETHER * STRIDE))
+def test_a_conflict_is_in_the_right_text_alone_and_the_file_loads(repository, first):
+    made = {seed: conflicting_branches(random.Random(seed)) for seed in range(first, first + TOGETHER)}
+    paths = commit_versions(repository, {seed: versions for seed, (versions, _) in made.items()})
+    done = subprocess.run(["git", "merge", "theirs"], cwd=repository.folder, env=repository.env,
+                          capture_output=True, text=True)
+    assert done.returncode == 1, done
+    for seed, ((base, ours, theirs), both) in made.items():
+        assert f"psf: {seed}.PSF: conflict in {both}\n" in done.stdout + done.stderr
+        merged = Version.read(paths[seed]).members()
         expected = expected_members(base, ours, theirs)
         text = merged.pop(both)
         expected.pop(both)
@@ -316,7 +328,6 @@ def test_a_conflict_is_in_the_right_text_alone_and_the_file_loads(repository):
         assert re.fullmatch(r"(?s).*^<<<<<<< ours\n.*^=======\n.*^>>>>>>> theirs.*", text, re.M), seed
         for side in (ours, theirs):
             assert set(side.members()[both].split("\n")) <= set(text.split("\n")), seed
-        repository.git("reset", "-q", "--hard")
 
 
 def test_paths_with_blanks_and_umlauts_are_merged_and_named(repository):
