@@ -3,6 +3,7 @@
 
 #include "editing/Spots.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace tessaly {
@@ -13,7 +14,8 @@ struct Tint {
     bool hasFrame = false;    // of the ink's colour: shapes can be told without colours
 };
 
-// On a text in this ink. Where the user wants high contrast it is the ink alone.
+// On a text in this ink. Where the user wants high contrast it is the ink alone, and thin enough to read a text that is
+// selected as well.
 constexpr Tint TintOfCurrentLine(std::uint32_t ink, bool isHighContrast) {
     return {ink, static_cast<std::uint8_t>(isHighContrast ? 40 : 15), false};
 }
@@ -22,7 +24,10 @@ constexpr Tint TintOf(Spot::Kind kind, std::uint32_t ink, bool isHighContrast) {
     const Tint tints[] = {
         {0x2F7BEA, 90, false}, {0xE02B26, 90, true}, {ink, 36, false}, {0xE02B26, 120, false}, {0xF2A900, 110, true}};
     Tint tint = tints[static_cast<std::size_t>(kind)];
-    tint.colour = isHighContrast ? ink : tint.colour;
+    if (isHighContrast) {
+        tint.colour = ink;
+        tint.opacity = std::min<std::uint8_t>(tint.opacity, tint.hasFrame ? 40 : 90);
+    }
     return tint;
 }
 

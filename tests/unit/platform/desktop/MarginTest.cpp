@@ -1,6 +1,8 @@
 // The margin of the pane: its measures, colours and pictures.
 #include "platform/desktop/Margin.h"
 
+#include "platform/desktop/Tint.h"
+
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
@@ -55,6 +57,27 @@ TEST(MarginTest, HighContrastKnowsPaperAndInkAlone) {
     EXPECT_EQ(colours.number, 0xFFFF00U);
     EXPECT_EQ(MarkColour(Mark::Error, 0x000000, 0xFFFF00, true), 0xFFFF00U);
     EXPECT_EQ(MarkColour(Mark::Warning, 0x000000, 0xFFFF00, true), 0xFFFF00U);
+}
+
+TEST(MarginTest, InHighContrastWhatIsSetApartCanBeReadSelectedOrNot) {
+    constexpr std::uint32_t ink = 0xFFFFFF;
+    const auto below = [](const Tint& tint, std::uint32_t paper) {
+        std::uint32_t mixed = 0;
+        for (const int shift : {16, 8, 0}) {
+            const std::uint32_t from = paper >> shift & 0xFF;
+            const std::uint32_t to = tint.colour >> shift & 0xFF;
+            mixed |= (from * (255U - tint.opacity) + to * tint.opacity) / 255 << shift;
+        }
+        return mixed;
+    };
+    for (const Spot::Kind kind :
+         {Spot::Kind::Bracket, Spot::Kind::LoneBracket, Spot::Kind::Blank, Spot::Kind::Lost, Spot::Kind::Match}) {
+        const Tint tint = TintOf(kind, ink, true);
+        EXPECT_EQ(tint.colour, ink);
+        EXPECT_GE(Contrast(below(tint, 0x000000), ink), 4.5);
+    }
+    constexpr std::uint32_t selected = 0x008000;
+    EXPECT_GE(Contrast(below(TintOf(Spot::Kind::Match, ink, true), selected), ink), 3.5);
 }
 
 // The shares of a picture that are opaque, and that have the colour of its sign.
