@@ -57,13 +57,13 @@ void ToolBar::TakeKeyboard() {
 
 namespace {
 
-constexpr int Margin = 8;
+constexpr int PanelMargin = 8;
 
 } // namespace
 
 void PanelLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    const QRect place = rect().adjusted(Margin, 0, 0, 0);
+    const QRect place = rect().adjusted(PanelMargin, 0, 0, 0);
     painter.setPen(palette().color(QPalette::WindowText));
     painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                      fontMetrics().elidedText(text(), Qt::ElideMiddle, place.width()));
@@ -80,7 +80,7 @@ StatusBar::StatusBar(Window& window) : Control(window, mBar), mBar(&window.Area(
 }
 
 float StatusBar::PreferredHeight() const {
-    return ToTwips(std::max(mBar.sizeHint().height(), mBar.fontMetrics().height() + Margin));
+    return ToTwips(std::max(mBar.sizeHint().height(), mBar.fontMetrics().height() + PanelMargin));
 }
 
 void StatusBar::Show(const Extent& place) {
