@@ -5,7 +5,7 @@ import signal
 import subprocess
 
 import pytest
-from harness import environment, example_file, wait_until
+from harness import environment, example_file, run, wait_until
 from kill_rounds import members, newest_copy
 from linux_harness import write_all_settings
 from linux_rounds import LinuxRounds
@@ -92,6 +92,8 @@ def test_after_the_display_is_lost(home, launch, block, monkeypatch):
     try:
         with monkeypatch.context() as other:
             other.setenv("DISPLAY", f":{number}")
+            wait_until("the window manager", lambda: "window id" in run(
+                "xprop", "-root", "_NET_SUPPORTING_WM_CHECK", text=True).stdout)
             program = launch(block)
             type_into_references(program)
             display = Display()

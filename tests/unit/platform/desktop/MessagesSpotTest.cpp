@@ -90,12 +90,13 @@ const std::vector<Screen> Screens = {{1920, 1080, 100}, {1280, 800, 100},  {1024
 std::vector<Extent> Owners(const Extent& work) {
     std::vector<Extent> owners;
     for (const float width : {0.5F, 0.7F, 0.85F, 1.0F}) {
-        for (float height = 0.43F; height <= 1; height += 0.0475F) {
+        for (int height = 43; height <= 100; height += 4) {
             for (const float left : {0.0F, 0.5F, 1.0F}) {
-                for (float top = 0; top <= 1; top += 0.125F) {
-                    const Size size = {work.width * width, work.height * height};
-                    owners.push_back({work.left + (work.width - size.width) * left,
-                                      work.top + (work.height - size.height) * top, size.width, size.height});
+                for (int top = 0; top <= 100; top += 12) {
+                    const Size size = {work.width * width, work.height * static_cast<float>(height) / 100};
+                    const float down = (work.height - size.height) * static_cast<float>(top) / 100;
+                    owners.push_back(
+                        {work.left + (work.width - size.width) * left, work.top + down, size.width, size.height});
                 }
             }
         }
