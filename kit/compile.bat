@@ -82,6 +82,8 @@ if not defined compiler exit /b 127
 call :options_%kind%
 for %%o in ("%output%") do set "beside=%%~dpo."
 set "runtime=%kit%runtime.c"
+set coverage=
+if "%kind%"=="gcc" if defined TESSALY_COVERAGE set coverage=-dumpdir "%source%." -O0 --coverage
 set "kept="
 if defined LOCALAPPDATA call :find_runtime
 if defined kept set "runtime=%kept%\runtime.obj"
@@ -298,10 +300,10 @@ exit /b
 
 rem ---- Compiling
 
-rem -xc: the suffix of the C file is the user's choice.
+rem -xc: the suffix of the C file is the user's choice. gcov's notes and counts go beside it; the runtime has none.
 :compile_with_gcc
 :compile_with_clang
-"%compiler%" %options%%hidden% -I "%beside%" -o "%output%" -xc "%source%" -xnone "%runtime%" %LDFLAGS%
+"%compiler%" %options%%hidden% %coverage% -I "%beside%" -o "%output%" -xc "%source%" -xnone "%runtime%" %LDFLAGS%
 exit /b %errorlevel%
 
 rem cl leaves its object files somewhere; a backslash in front of a closing quote must be doubled.

@@ -4,11 +4,12 @@ import pathlib
 import subprocess
 
 import pytest
-from harness import BITS, wait_until, windows_path, write_settings
+from harness import BITS, ROOT, wait_until, windows_path, write_settings
 from psf_harness import only_on_windows, psf, source
 from tap_harness import Tap
 
 pytestmark = only_on_windows
+MINGW = {"32": "i686", "64": "x86_64"}[BITS] + "-w64-mingw32"
 
 # Does what the lines of its script say, whatever stands in front of it.
 PROGRAM = r"""
@@ -43,8 +44,7 @@ int main(int count, char** words) {
 @pytest.fixture(name="program", scope="module")
 def fixture_program(tmp_path_factory):
     path = tmp_path_factory.mktemp("program") / "program.exe"
-    compiler = {"32": "i686", "64": "x86_64"}[BITS] + "-w64-mingw32-gcc"
-    subprocess.run([compiler, "-o", path, "-x", "c", "-"], input=PROGRAM.encode(), check=True)
+    subprocess.run([f"{MINGW}-gcc", "-o", path, "-x", "c", "-"], input=PROGRAM.encode(), check=True)
     return path
 
 
@@ -108,3 +108,26 @@ def test_a_report_is_written(place):
     place.block("A", x="exit 0")
     assert place.test("--junit", "report.xml", "A.PSF").status == 0
     assert b'<testcase name="A.x.events" classname="A"' in (place.folder / "report.xml").read_bytes()
+
+
+STAND_INS = ROOT / "tests/outside/windows/gcc/gcc.c"
+KEY = ["void OnKey(char k)", "{", "    if (k == 'a')", '        Print("a");', "    else", '        Print("b");', "}"]
+
+
+def test_the_kit_counts_the_lines_that_run_with_gcc(tmp_path):
+    for name in ("gcc", "gcov"):
+        subprocess.run([f"{MINGW}-gcc", "-municode", "-static", f'-DPROGRAM="{name}"', "-o", tmp_path / f"{name}.exe",
+                        STAND_INS], check=True)
+    (tmp_path / "a b").mkdir()
+    write_settings(tmp_path / "settings.reg", FCompBat=windows_path(ROOT / "kit/compile.bat"),
+                   FCompFileName=windows_path(tmp_path / "a b/program.c"))
+    psf("new", "A.PSF", cwd=tmp_path)
+    psf("set", "A.PSF", "events/OnKey", stdin="\r\n".join(KEY).encode(), cwd=tmp_path)
+    (tmp_path / "A.events").write_text("key a\n")
+    result = Tap(psf("test", "--coverage=lines.xml", "A.PSF", cwd=tmp_path, env={
+        "TESSALY_SETTINGS": str(tmp_path / "settings.reg"), "CC": windows_path(tmp_path / "gcc.exe"),
+        "GCOV": windows_path(tmp_path / "gcov.exe")}))
+    assert (result.status, result.err) == (0, "")
+    assert "A.PSF:events/OnKey: 4 of 5 lines ran, not 6" in result.comments
+    number = (tmp_path / "A.PSF").read_text().splitlines().index(KEY[3]) + 1
+    assert f'<line number="{number}" hits="1"/>' in (tmp_path / "lines.xml").read_text()

@@ -1,16 +1,19 @@
 // A gcc.exe for tests under Wine: hands its command line to the machine's own MinGW compiler, i686 or x86-64 like
 // itself. Made by "i686-w64-mingw32-gcc -O2 -static -o gcc.exe gcc.c" (script/wine-gcc FOLDER does it); put its folder
-// on PATH of the Windows program that looks for a compiler. Runs under Wine alone, which starts Unix programs; says so
-// elsewhere.
+// on PATH of the Windows program that looks for a compiler. With -DPROGRAM='"gcov"' it is a gcov.exe. Runs under Wine
+// alone, which starts Unix programs; says so elsewhere.
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 #include <windows.h>
 
+#ifndef PROGRAM
+#define PROGRAM "gcc"
+#endif
 #ifdef _WIN64
-#define COMPILER "x86_64-w64-mingw32-gcc"
+#define COMPILER "x86_64-w64-mingw32-" PROGRAM
 #else
-#define COMPILER "i686-w64-mingw32-gcc"
+#define COMPILER "i686-w64-mingw32-" PROGRAM
 #endif
 
 typedef NTSTATUS(WINAPI* SpawnUnix)(char* const arguments[], int wait);
@@ -55,6 +58,8 @@ static char* Argument(const wchar_t* argument, UnixFileName unixFileName) {
         name = unixFileName(full);
     if (!name)
         return Utf8(argument);
+    if (argument[wcslen(argument) - 1] == L'.' && name[strlen(name) - 1] != '.') /* Windows drops it */
+        name = Joined(name, ".");
     wchar_t option[3] = {0};
     wcsncpy(option, argument, (size_t)before);
     return Joined(Utf8(option), name);
