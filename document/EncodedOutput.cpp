@@ -41,8 +41,11 @@ void EncodedOutput::Write(std::string_view text) {
     while (!text.empty()) {
         const std::size_t size = NextSlice(text);
         const char* const end = mCodePage.Encode(text.substr(0, size), mPending.get() + mPendingSize);
-        Advance(static_cast<std::size_t>(end - mPending.get()));
+        mPendingSize = static_cast<std::size_t>(end - mPending.get());
         text.remove_prefix(size);
+        if (mPendingSize >= FlushSize) { // a slice must always fit behind it
+            Flush();
+        }
     }
 }
 
@@ -50,16 +53,11 @@ void EncodedOutput::WriteAscii(std::string_view text) {
     while (!text.empty()) {
         const std::size_t size = std::min(text.size(), SliceSize);
         std::memcpy(mPending.get() + mPendingSize, text.data(), size);
-        Advance(mPendingSize + size);
+        mPendingSize += size;
         text.remove_prefix(size);
-    }
-}
-
-// The buffer now holds `size` bytes; a slice must always fit behind them.
-void EncodedOutput::Advance(std::size_t size) {
-    mPendingSize = size;
-    if (mPendingSize >= FlushSize) {
-        Flush();
+        if (mPendingSize >= FlushSize) { // a slice must always fit behind it
+            Flush();
+        }
     }
 }
 

@@ -32,7 +32,6 @@ public:
     void Close();
 
 private:
-    void Advance(std::size_t size);
     void Flush();
 
     std::unique_ptr<OutputFile> mFile;

@@ -94,12 +94,6 @@ SaveResult VornMainFrm::SavePSFFunc() {
     return result;
 }
 
-Status VornMainFrm::Save(const std::string& fileName) {
-    const Status status = mSourceDoc->SaveFile(fileName);
-    LookAtSaved(fileName);
-    return status;
-}
-
 SaveResult VornMainFrm::SaveAsPSFFunc() {
     SaveCurrentNodeCode(mCurrentNode);
     SaveResult result = SaveResult::NotSaved;

@@ -61,8 +61,9 @@ bool VornMainFrm::IsSafeToReplace(const std::string& fileName) {
     return isSafe;
 }
 
-// Whatever the Save told: the file has what the window holds, or the copy stays.
-void VornMainFrm::LookAtSaved(const std::string& fileName) {
+// Whatever the document tells: the file has what the window holds, or the copy stays.
+Status VornMainFrm::Save(const std::string& fileName) {
+    const Status status = mSourceDoc->SaveFile(fileName);
     mIsUnsaved = true;
     mIsCopyBehind = true;
     mHasSaveFailed = true;
@@ -72,6 +73,7 @@ void VornMainFrm::LookAtSaved(const std::string& fileName) {
             mFile = {mRecovery.FullPath(fileName), mark};
         }
     });
+    return status;
 }
 
 void VornMainFrm::NoteLoaded(const std::string& fileName) {

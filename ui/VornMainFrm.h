@@ -166,7 +166,6 @@ private:
     void WriteCopy(Flushing flushing);
     void WriteCopyWhenIdle();
     bool IsSafeToReplace(const std::string& fileName);
-    void LookAtSaved(const std::string& fileName);
     void NoteLoaded(const std::string& fileName);
     void KeepDocument(Reason reason);
     void KeepPane();
