@@ -103,8 +103,8 @@ struct CommandLine {
     // More than 0; the library's own test names the greatest number that there is.
     static CLI::Validator Positive() {
         return {[](std::string& word) {
-                    double number = 0;
-                    const bool isPositive = CLI::detail::lexical_cast(word, number) && number > 0;
+                    double value = 0;
+                    const bool isPositive = CLI::detail::lexical_cast(word, value) && value > 0;
                     return isPositive ? "" : "\"" + word + "\" is no number above 0";
                 },
                 ""};
