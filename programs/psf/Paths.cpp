@@ -30,8 +30,9 @@ public:
         std::vector<std::string> names = NamesIn(folder);
         std::sort(names.begin(), names.end());
         const bool isSeparated = folder.ends_with('/') || folder.ends_with(fs::path::preferred_separator);
+        const std::string front = isSeparated ? folder : folder + "/";
         for (const std::string& name : names) {
-            std::string path = folder + (isSeparated ? "" : "/") + name;
+            std::string path = front + name;
             if (name.ends_with('/')) {
                 path.pop_back();
                 Enter(path);
