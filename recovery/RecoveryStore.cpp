@@ -17,6 +17,7 @@ constexpr std::int64_t CheapCost = 2000;       // microseconds
 constexpr std::int64_t BearableCost = 20'000;  // nobody notices it; a busy machine may well take that long
 constexpr std::size_t SmallDocument = 200'000; // bytes
 constexpr std::int64_t RestPerCost = 50;
+constexpr std::uint64_t Places = 3;        // the last copy, the last one that is on the disk, and the next one
 constexpr std::int64_t LongRest = 400'000; // microseconds; the caret blinks within half a second more
 
 template <class Unit>
@@ -28,7 +29,7 @@ std::int64_t Since1970() {
 // it is this one's alone.
 std::string Stem(const ProcessMark& process, std::uint64_t number) {
     return "copy-" + std::to_string(process.id) + "-" + std::to_string(MarkOf(process.start).hash) + "-" +
-           std::to_string(number % 2);
+           std::to_string(number % Places);
 }
 
 // What a write that was cut off left behind. One that is under way elsewhere fails then, and is tried again.
@@ -95,6 +96,9 @@ Origin RecoveryStore::NextOrigin(const WindowContent& content) const {
     origin.codePage = mHost.codePage;
     origin.time = mHost.time();
     origin.number = mNumber + 1;
+    if (origin.number % Places == mOnDisk % Places) {
+        ++origin.number;
+    }
     origin.process = mHost.process;
     origin.copy = MarkOf(mBytes);
     return origin;
@@ -111,7 +115,8 @@ std::error_code RecoveryStore::WriteTo(const std::string& folder, const Origin& 
     }
     if (!error) {
         mFolder = folder;
-        ++mNumber;
+        mNumber = origin.number;
+        mOnDisk = flushing == Flushing::Now ? mNumber : mOnDisk;
         mLast = origin.copy;
     }
     return error;
@@ -173,10 +178,10 @@ std::optional<FileMark> RecoveryStore::DropAfterSave(const std::string& target) 
     return written;
 }
 
-// The older one goes first: alone it would be taken for the newest.
+// The older ones go first: alone they would be taken for the newest.
 std::error_code RecoveryStore::RemoveAllOf(const ProcessMark& process, std::uint64_t newest) {
     std::error_code error;
-    for (const std::uint64_t number : {newest + 1, newest}) {
+    for (const std::uint64_t number : {newest + 1, newest + 2, newest}) {
         for (const std::string& folder : mHost.folders) {
             const std::error_code removeError = RemoveCopy(mHost.own, CopyAt(folder, Stem(process, number)));
             error = error ? error : removeError;

@@ -27,9 +27,9 @@ class RecoveryStore {
 public:
     explicit RecoveryStore(RecoveryHost host);
 
-    // Makes sure that there is a copy of what the window holds. Two files are written in turns: until the new one is
+    // Makes sure that there is a copy of what the window holds. Three files are written in turns: until the new one is
     // whole the one before it stays. No error, or that of the last folder that was tried; the copy before this one then
-    // is as it was. With Flushing::Now the copy outlives a power cut.
+    // is as it was. With Flushing::Now the copy outlives a power cut, and stays until the next one that does.
     std::error_code Write(const WindowContent& content, Flushing flushing);
 
     // Whether a copy may be written after each change: the last one took less than 2 ms, or 20 ms for up to 200 KB, or
@@ -96,6 +96,7 @@ private:
     std::string mBytes;        // of the last document that was saved into it; pages that are there already cost less
     std::string mFolder;       // that took the last copy
     std::uint64_t mNumber = 0; // of the last copy that was written
+    std::uint64_t mOnDisk = 0; // of the last one that outlives a power cut
     std::optional<FileMark> mLast;
     std::int64_t mLastCost = 0;
     std::int64_t mLastEnd = 0;
