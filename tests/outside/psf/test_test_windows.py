@@ -9,7 +9,7 @@ from psf_harness import only_on_windows, psf, source
 from tap_harness import Tap
 
 pytestmark = only_on_windows
-MINGW = {"32": "i686", "64": "x86_64"}[BITS] + "-w64-mingw32"
+MINGW = ("x86_64" if BITS == "64" else "i686") + "-w64-mingw32"
 
 # Does what the lines of its script say, whatever stands in front of it.
 PROGRAM = r"""
