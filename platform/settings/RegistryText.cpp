@@ -183,7 +183,9 @@ private:
         const RegistryRoot* const root = FindRoot([rootName](const RegistryRoot& each) {
             return EqualsIgnoringCase(rootName, each.name) || EqualsIgnoringCase(rootName, each.shortName);
         });
-        Expect(root != nullptr, "the key does not begin with a known root such as HKEY_LOCAL_MACHINE");
+        if (root == nullptr) {
+            throw LineError{"the key does not begin with a known root such as HKEY_LOCAL_MACHINE"};
+        }
         mEntry.key.emplace(root->number, name.substr(std::min(rootName.size() + 1, name.size())));
     }
 
