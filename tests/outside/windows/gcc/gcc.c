@@ -58,7 +58,8 @@ static char* Argument(const wchar_t* argument, UnixFileName unixFileName) {
         name = unixFileName(full);
     if (!name)
         return Utf8(argument);
-    if (argument[wcslen(argument) - 1] == L'.' && name[strlen(name) - 1] != '.') /* Windows drops it */
+    const wchar_t* end = argument + wcslen(argument) - 1;
+    if (end > argument && *end == L'.' && end[-1] != L'\\' && name[strlen(name) - 1] != '.') /* Windows drops it */
         name = Joined(name, ".");
     wchar_t option[3] = {0};
     wcsncpy(option, argument, (size_t)before);
