@@ -70,7 +70,7 @@ Size Button::PreferredSize() const {
 
 void Button::Command(int /*id*/, int code) {
     if (code == BN_CLICKED) {
-        ParentWindow().Later([this] { TellClick(); });
+        ParentWindow().loop.Later([this] { TellClick(); });
     }
 }
 

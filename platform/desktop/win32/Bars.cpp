@@ -87,7 +87,7 @@ float ToolBar::PreferredHeight() const {
 
 // The bar is still at work with the button, which the handler may remove.
 void ToolBar::Command(int id, int /*code*/) {
-    ParentWindow().Later([this, number = id - ControlId::FirstButton + 1] { RaiseClick(number); });
+    ParentWindow().loop.Later([this, number = id - ControlId::FirstButton + 1] { RaiseClick(number); });
 }
 
 void ToolBar::Rescale() {

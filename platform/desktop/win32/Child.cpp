@@ -20,10 +20,6 @@ Parent::~Parent() {
     }
 }
 
-void Parent::Later(std::function<void()> action) {
-    loop.Later(mHandle, std::move(action));
-}
-
 // A class that is registered already stays as it is.
 void Parent::Create(const wchar_t* className, DWORD style, DWORD extendedStyle, SIZE size, HWND owner) {
     WNDCLASSEXW windowClass = {};
@@ -154,7 +150,7 @@ bool Child::TakesMenuMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         ClientToScreen(mHandle, &*place);
     }
     if (place) {
-        mParent.Later([this, at = ScreenPlace{place->x, place->y}] { Raise(mControl.onMenu, at); });
+        mParent.loop.Later([this, at = ScreenPlace{place->x, place->y}] { Raise(mControl.onMenu, at); });
     }
     return true;
 }

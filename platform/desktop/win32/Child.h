@@ -36,9 +36,6 @@ public:
     void Add(Child& child) { mChildren.push_back(&child); }
     void Remove(Child& child) { std::erase(mChildren, &child); }
 
-    // See EventLoop.
-    void Later(std::function<void()> action);
-
 protected:
     // Makes the window, which is not shown yet. All of the class `className` have the program's icon, an arrow and the
     // colour of dialogs.

@@ -78,10 +78,10 @@ void EventLoop::EndWatch() {
     }
 }
 
-void EventLoop::Later(HWND window, std::function<void()> action) {
+void EventLoop::Later(std::function<void()> action) {
     mLater.push_back(std::move(action));
     // Where the message came from another program nothing else would wake the loop.
-    PostMessageW(window, WM_NULL, 0, 0);
+    PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
 }
 
 void EventLoop::Handle(MSG& message, const Filter& filter) {
@@ -89,10 +89,6 @@ void EventLoop::Handle(MSG& message, const Filter& filter) {
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
-    DoLater();
-}
-
-void EventLoop::DoLater() {
     while (!mLater.empty()) {
         const std::function<void()> action = std::move(mLater.front());
         mLater.pop_front();

@@ -30,8 +30,8 @@ public:
     void RunWhile(const std::function<bool()>& goesOn, const Filter& filter);
 
     // Does `action` after the present message. An event's handler may remove the very control that still handles the
-    // message. `window` is one of this thread.
-    void Later(HWND window, std::function<void()> action);
+    // message.
+    void Later(std::function<void()> action);
 
     // From now on calls `onChange` between two messages when a file in `folder` has come, gone or changed; "" ends it.
     // While Windows runs a loop of its own, as in a menu, that waits. Throws std::system_error.
@@ -47,7 +47,6 @@ private:
     bool Wait(MSG& message);
     bool Next(MSG& message);
     void Handle(MSG& message, const Filter& filter);
-    void DoLater();
 
     std::deque<std::function<void()>> mLater;
     HANDLE mWatched = nullptr;

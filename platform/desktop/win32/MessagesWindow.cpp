@@ -286,7 +286,7 @@ LRESULT MessagesWindow::Notified(const NMHDR& header) {
     } else if (header.hwndFrom == mRows.Handle() && header.code == NM_DBLCLK) {
         const int row = reinterpret_cast<const NMITEMACTIVATE&>(header).iItem;
         if (row >= 0) { // behind the message: what it leads to may change the list
-            Later([this, row] { TellDoubleClick(static_cast<std::size_t>(row)); });
+            loop.Later([this, row] { TellDoubleClick(static_cast<std::size_t>(row)); });
         }
     }
     return 0;

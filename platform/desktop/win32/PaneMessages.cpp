@@ -95,7 +95,7 @@ std::optional<LRESULT> RichTextBox::MouseMessage(UINT message, WPARAM wParam, LP
     if (message == WM_LBUTTONUP) {
         const bool isCtrlClick = std::exchange(mIsCtrlClick, false);
         if (isCtrlClick) {
-            ParentWindow().Later([this] { Raise(onCtrlClick); });
+            ParentWindow().loop.Later([this] { Raise(onCtrlClick); });
         }
         return isCtrlClick ? std::optional<LRESULT>(0) : std::nullopt;
     }

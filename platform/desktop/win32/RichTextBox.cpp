@@ -351,7 +351,7 @@ void RichTextBox::Command(int /*id*/, int code) {
         NoteDifference(0, mText.size(), TextIn(0, ShownLength()));
     }
     if (!mEdit) {
-        ParentWindow().Later([this] { mMargin.FollowEdit(); });
+        ParentWindow().loop.Later([this] { mMargin.FollowEdit(); });
     }
     Raise(onChange);
 }

@@ -48,7 +48,7 @@ LRESULT NameList::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK) {
         const LRESULT item = Default(LB_ITEMFROMPOINT, 0, lParam);
         if (HIWORD(item) == 0) {
-            ParentWindow().Later([this, row = LOWORD(item)] { onClick(row); }); // it hides the list
+            ParentWindow().loop.Later([this, row = LOWORD(item)] { onClick(row); }); // it hides the list
         }
         return 0;
     }

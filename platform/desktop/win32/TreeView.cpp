@@ -71,7 +71,7 @@ void* TreeView::Insert(TreeItem item, TreeItem parent, std::string_view text) {
 void TreeView::HoldDrawing() {
     if (!std::exchange(mIsDrawingHeld, true)) {
         Send(WM_SETREDRAW, FALSE);
-        ParentWindow().Later([this] { ShowAdded(); });
+        ParentWindow().loop.Later([this] { ShowAdded(); });
     }
 }
 
@@ -162,7 +162,7 @@ LRESULT TreeView::Notify(NMHDR& header) {
             SetExpanded(item, change.action == TVE_EXPAND);
         }
         if (change.action == TVE_COLLAPSE && !mIsProgramAtWork) {
-            ParentWindow().Later([this] { FollowSelection(); });
+            ParentWindow().loop.Later([this] { FollowSelection(); });
         }
     } else if (header.code == TVN_SELCHANGEDW && !mIsProgramAtWork) {
         SetSelected(ItemOf(reinterpret_cast<const NMTREEVIEWW&>(header).itemNew.lParam));
@@ -273,7 +273,7 @@ std::optional<POINT> TreeView::MenuPlace() const {
 
 // The control is still at work with the item, which the handler may remove.
 void TreeView::RaiseLater() {
-    ParentWindow().Later([this, item = Selected()] { RaiseClick(item); });
+    ParentWindow().loop.Later([this, item = Selected()] { RaiseClick(item); });
 }
 
 LRESULT TreeView::Message(UINT message, WPARAM wParam, LPARAM lParam) {

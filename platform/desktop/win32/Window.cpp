@@ -222,7 +222,7 @@ bool Window::FrameMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         controls.focus.Taken();
         return false;
     case WM_EXITMENULOOP: // the menu sends more before it returns
-        Later([this] { PostMessageW(Handle(), MenuHasEnded, 0, 0); });
+        loop.Later([this] { PostMessageW(Handle(), MenuHasEnded, 0, 0); });
         return false;
     case MenuHasEnded:
         KeyboardIsBack();
@@ -299,7 +299,7 @@ void Window::KeyboardIsBack() {
 void Window::Dropped(HDROP drop) {
     try {
         for (const std::string& path : DroppedFiles(drop)) {
-            Later([this, path] {
+            loop.Later([this, path] {
                 if (IsWindowEnabled(Handle()) != 0) {
                     TellDrop(path);
                 }
