@@ -3,6 +3,7 @@
 #pragma once
 
 #include "editing/Text.h"
+#include "platform/desktop/Control.h"
 #include "platform/desktop/Raise.h"
 
 #include <algorithm>
@@ -28,6 +29,27 @@ struct HintText {
 
     bool operator==(const HintText&) const = default;
 };
+
+// A stretch of the screen, in its pixels; right and bottom are the first that are not in it.
+struct ScreenArea {
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+};
+
+// Where the upper left corner of a window of this size stands beside the line of `character`: from there on to the
+// right, but in `screen` as long as it is not wider. It goes to the other side where there is room on that alone.
+enum class Beside { Below, Above };
+inline ScreenPlace PlaceBeside(const ScreenArea& character, const ScreenArea& screen, int width, int height,
+                               Beside wished) {
+    const int above = character.top - height;
+    const bool fitsBelow = character.bottom + height <= screen.bottom;
+    const bool fitsAbove = above >= screen.top;
+    const bool isBelow = fitsBelow == fitsAbove ? wished == Beside::Below : fitsBelow;
+    const int rightmost = std::max(screen.right - width, screen.left);
+    return {std::clamp(character.left, screen.left, rightmost), isBelow ? character.bottom : above};
+}
 
 // Both are gone as soon as the user presses a button of the mouse elsewhere, turns its wheel there, or moves the window
 // or changes its size.

@@ -117,14 +117,13 @@ void Suggestions::Watch() {
     }
 }
 
-void Suggestions::PutBeside(QWidget& what, Place place, bool isBelow) {
-    const QRect caret = mPane.CharacterPlace(place);
-    const QRect screen = mWindow.screen()->availableGeometry();
-    const int below = caret.bottom() + 1;
-    const int above = caret.top() - what.height();
-    const bool fits = isBelow ? below + what.height() <= screen.bottom() + 1 : above >= screen.top();
-    const int right = std::max(screen.right() + 1 - what.width(), screen.left());
-    what.move(std::clamp(caret.left(), screen.left(), right), isBelow == fits ? below : above);
+void Suggestions::PutBeside(QWidget& what, Place place, Beside wished) {
+    const auto area = [](const QRect& rect) {
+        return ScreenArea{rect.left(), rect.top(), rect.right() + 1, rect.bottom() + 1};
+    };
+    const auto [x, y] = PlaceBeside(area(mPane.CharacterPlace(place)), area(mWindow.screen()->availableGeometry()),
+                                    what.width(), what.height(), wished);
+    what.move(x, y);
     what.show();
     Watch();
 }
@@ -139,7 +138,7 @@ void Suggestions::ShowNames(const std::vector<SuggestedName>& names, Place place
     }
     mList->addTopLevelItems(items);
     mList->resize(SizeFor(names, *mList, mWindow.screen()->availableGeometry().width() * 2 / 3));
-    PutBeside(*mList, place, true);
+    PutBeside(*mList, place, Beside::Below);
 }
 
 void Suggestions::HideNames() {
@@ -156,7 +155,7 @@ void Suggestions::ShowHintText(const HintText& hint, Place place) {
     mHint->setFont(mPane.Widget().font());
     mHint->setText(Marked(hint));
     mHint->adjustSize();
-    PutBeside(*mHint, place, false);
+    PutBeside(*mHint, place, Beside::Above);
 }
 
 void Suggestions::HideHintText() {

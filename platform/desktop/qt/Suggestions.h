@@ -33,7 +33,7 @@ private:
     void ShowSelected(std::size_t row) override;
     void ShowHintText(const HintText& hint, Place place) override;
     void HideHintText() override;
-    void PutBeside(QWidget& what, Place place, bool isBelow);
+    void PutBeside(QWidget& what, Place place, Beside wished);
     void Watch();
     void ShowTip(const QHelpEvent& event);
     void MakeList();

@@ -66,17 +66,17 @@ void Popup::Rescale() {
     }
 }
 
-void Popup::ShowBeside(const RECT& character, SIZE client, Side wished) {
+void Popup::ShowBeside(const RECT& character, SIZE client, Beside wished) {
     const RECT work = WorkArea(mFrame.Handle());
     const int frame = 2 * GetSystemMetrics(SM_CYBORDER);
-    const LONG width = std::min<LONG>(client.cx + frame, work.right - work.left);
-    const LONG height = client.cy + frame;
-    const bool fitsBelow = character.bottom + height <= work.bottom;
-    const bool fitsAbove = character.top - height >= work.top;
-    const bool isBelow = wished == Side::Below ? fitsBelow || !fitsAbove : !fitsAbove && fitsBelow;
-    const LONG left = std::clamp(character.left, work.left, work.right - width);
-    SetWindowPos(Handle(), HWND_TOP, left, isBelow ? character.bottom : character.top - height, width, height,
-                 SWP_NOACTIVATE | SWP_SHOWWINDOW);
+    const int width = std::min<int>(client.cx + frame, work.right - work.left);
+    const int height = client.cy + frame;
+    const auto area = [](const RECT& rect) {
+        const auto whole = [](LONG value) { return static_cast<int>(value); };
+        return ScreenArea{whole(rect.left), whole(rect.top), whole(rect.right), whole(rect.bottom)};
+    };
+    const auto [x, y] = PlaceBeside(area(character), area(work), width, height, wished);
+    SetWindowPos(Handle(), HWND_TOP, x, y, width, height, SWP_NOACTIVATE | SWP_SHOWWINDOW);
 }
 
 LRESULT Popup::Message(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -92,7 +92,7 @@ void HintPopup::Show(const HintText& hint, const RECT& character) {
     HDC screen = GetDC(Handle());
     const SIZE size = Draw(screen, true);
     ReleaseDC(Handle(), screen);
-    ShowBeside(character, size, Side::Above);
+    ShowBeside(character, size, Beside::Above);
     InvalidateRect(Handle(), nullptr, TRUE);
 }
 
@@ -226,7 +226,7 @@ void Suggestions::ShowNames(const std::vector<SuggestedName>& names, Place place
     const SIZE size = {std::min(wanted, (work.right - work.left) * 2 / 3),
                        rowHeight * static_cast<LONG>(std::min(names.size(), MostRowsInView))};
     SetWindowPos(list, nullptr, 0, 0, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
-    popup.ShowBeside(mPane.CharacterPlace(place), size, Popup::Side::Below);
+    popup.ShowBeside(mPane.CharacterPlace(place), size, Beside::Below);
     InvalidateRect(list, nullptr, TRUE);
 }
 

@@ -29,9 +29,8 @@ class Popup : public Parent {
 public:
     Popup(Window& frame, const wchar_t* className);
 
-    // Shows the client area in this size below the line of `place` in the pane, or above it.
-    enum class Side { Below, Above };
-    void ShowBeside(const RECT& character, SIZE client, Side wished);
+    // Shows the client area in this size beside the line of a character on the screen.
+    void ShowBeside(const RECT& character, SIZE client, Beside wished);
     void Hide() { ShowWindow(Handle(), SW_HIDE); }
     bool IsShown() const { return IsWindowVisible(Handle()) != 0; }
 

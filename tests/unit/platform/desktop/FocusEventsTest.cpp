@@ -8,7 +8,6 @@
 namespace tessaly {
 namespace {
 
-using Keyboard = FocusEvents::Keyboard;
 using Strings = std::vector<std::string>;
 
 class Target final : public FocusTarget {
@@ -44,10 +43,10 @@ TEST_F(FocusEventsTest, OnlyAMoveIsTold) {
 TEST_F(FocusEventsTest, WhatACommandTakesComesBackAtTheEndOfTheOutermostOne) {
     events.MovedTo(a);
     {
-        const FocusEvents::Command outer(events, Keyboard::Stays);
+        const FocusEvents::Command outer(events, FocusEvents::Keyboard::Stays);
         events.Taken();
         {
-            const FocusEvents::Command inner(events, Keyboard::IsTaken);
+            const FocusEvents::Command inner(events, FocusEvents::Keyboard::IsTaken);
             events.MovedTo(a);
         }
         EXPECT_EQ(told, (Strings{"+a", "-a"}));
@@ -57,16 +56,16 @@ TEST_F(FocusEventsTest, WhatACommandTakesComesBackAtTheEndOfTheOutermostOne) {
 
 TEST_F(FocusEventsTest, ACommandThatTakesNothingTellsNothing) {
     events.MovedTo(a);
-    { const FocusEvents::Command command(events, Keyboard::Stays); }
+    { const FocusEvents::Command command(events, FocusEvents::Keyboard::Stays); }
     EXPECT_EQ(told, Strings{"+a"});
-    { const FocusEvents::Command command(events, Keyboard::IsTaken); }
+    { const FocusEvents::Command command(events, FocusEvents::Keyboard::IsTaken); }
     EXPECT_EQ(told, (Strings{"+a", "-a", "+a"}));
 }
 
 TEST_F(FocusEventsTest, AnEndedCommandGivesNothingBackThatIsElsewhere) {
     events.MovedTo(a);
     {
-        const FocusEvents::Command command(events, Keyboard::IsTaken);
+        const FocusEvents::Command command(events, FocusEvents::Keyboard::IsTaken);
         events.Taken();
     }
     EXPECT_EQ(told, (Strings{"+a", "-a"}));
@@ -76,7 +75,7 @@ TEST_F(FocusEventsTest, AnEndedCommandGivesNothingBackThatIsElsewhere) {
 
 TEST_F(FocusEventsTest, AMoveByTheProgramIsToldWithinACommand) {
     events.MovedTo(a);
-    const FocusEvents::Command command(events, Keyboard::Stays);
+    const FocusEvents::Command command(events, FocusEvents::Keyboard::Stays);
     events.MovedTo(b);
     EXPECT_EQ(told, (Strings{"+a", "-a"}));
     events.MovedByProgram(b);
@@ -86,7 +85,7 @@ TEST_F(FocusEventsTest, AMoveByTheProgramIsToldWithinACommand) {
 TEST_F(FocusEventsTest, NothingIsToldAfterTheEnd) {
     events.MovedTo(a);
     {
-        const FocusEvents::Command command(events, Keyboard::Stays);
+        const FocusEvents::Command command(events, FocusEvents::Keyboard::Stays);
         events.End();
     }
     events.MovedTo(b);
