@@ -31,58 +31,6 @@ constexpr std::string_view Tail = "int main(int argc, char *argv[]) \r\n"
                                   "return 0;\r\n"
                                   "}\r\n";
 
-class Generator {
-public:
-    Generator(const VornSrcObj& document, CCodeSink& sink) : mDocument(document), mSink(sink) {}
-
-    bool Run() {
-        Frame(Head);
-        Frame(Separator);
-        Frame("/* Global Variables */\r\n");
-        Frame(Separator);
-        Member(mDocument.VarCode(), {CCodeOrigin::Kind::References, 0}, CLineEnd);
-        Frame(Separator);
-        Frame("/* Global Function Prototypes */\r\n");
-        if (!Prototypes()) {
-            return false;
-        }
-        Frame("/* Global Functions */\r\n");
-        for (std::int32_t i = 0; i < mDocument.GetFunctionCount(); ++i) {
-            Member(mDocument.Functions().CodeAt(i), {CCodeOrigin::Kind::Function, i}, CLineEnd);
-        }
-        Frame(Separator);
-        Frame("/* Event Code */\r\n");
-        for (std::int32_t i = 0; i < EventCount; ++i) {
-            Member(mDocument.EventCodeAt(i), {CCodeOrigin::Kind::Event, i}, CLineEnd);
-        }
-        Frame(Tail);
-        return true;
-    }
-
-private:
-    void Frame(std::string_view text) { mSink.Write(text, {}); }
-
-    void Member(std::string_view text, CCodeOrigin origin, std::string_view end) {
-        mSink.Write(text, origin);
-        Frame(end);
-    }
-
-    // The stored prototypes have no part in this, kept on purpose: the code text alone counts.
-    bool Prototypes() {
-        for (std::int32_t i = 0; i < mDocument.GetFunctionCount(); ++i) {
-            std::string_view prototype;
-            if (!CutPrototype(mDocument.Functions().CodeAt(i), prototype)) {
-                return false;
-            }
-            Member(prototype, {CCodeOrigin::Kind::Function, i}, ";\r\n");
-        }
-        return true;
-    }
-
-    const VornSrcObj& mDocument;
-    CCodeSink& mSink;
-};
-
 // Where the last character of `text`, which is not empty, begins.
 std::size_t LastCharacter(std::string_view text) {
     std::size_t position = text.size() - 1;
@@ -122,8 +70,39 @@ std::string_view CCodeHead() {
     return Head;
 }
 
+// The stored prototypes have no part in this, kept on purpose: the code text alone counts.
 Status VornSrcObj::BuildCCode(CCodeSink& sink) const {
-    return Generator(*this, sink).Run() ? Status::Done : Status::GenerationFailed;
+    using Kind = CCodeOrigin::Kind;
+    const auto frame = [&sink](std::string_view text) { sink.Write(text, {}); };
+    const auto member = [&](std::string_view text, CCodeOrigin origin, std::string_view end) {
+        sink.Write(text, origin);
+        frame(end);
+    };
+    frame(Head);
+    frame(Separator);
+    frame("/* Global Variables */\r\n");
+    frame(Separator);
+    member(VarCode(), {Kind::References, 0}, CLineEnd);
+    frame(Separator);
+    frame("/* Global Function Prototypes */\r\n");
+    for (std::int32_t i = 0; i < GetFunctionCount(); ++i) {
+        std::string_view prototype;
+        if (!CutPrototype(Functions().CodeAt(i), prototype)) {
+            return Status::GenerationFailed;
+        }
+        member(prototype, {Kind::Function, i}, ";\r\n");
+    }
+    frame("/* Global Functions */\r\n");
+    for (std::int32_t i = 0; i < GetFunctionCount(); ++i) {
+        member(Functions().CodeAt(i), {Kind::Function, i}, CLineEnd);
+    }
+    frame(Separator);
+    frame("/* Event Code */\r\n");
+    for (std::int32_t i = 0; i < EventCount; ++i) {
+        member(EventCodeAt(i), {Kind::Event, i}, CLineEnd);
+    }
+    frame(Tail);
+    return Status::Done;
 }
 
 } // namespace tessaly

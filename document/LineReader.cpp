@@ -32,7 +32,7 @@ LineReader::LineReader(InputFile& file, const CodePage& codePage)
 bool LineReader::Next(std::string_view& line) {
     std::size_t scanned = 0;
     while (true) {
-        const std::string_view unread = Unread();
+        const std::string_view unread(mBuffer.get() + mPosition, mEnd - mPosition);
         const std::size_t length = std::min(unread.find('\r', scanned), unread.size());
         // A CR at the end of the buffer may be half of a CR LF.
         if (length + 1 < unread.size() || mAtEnd) {
@@ -42,7 +42,12 @@ bool LineReader::Next(std::string_view& line) {
             const bool crLf = length + 1 < unread.size() && unread[length + 1] == '\n';
             mLineOffset = NextOffset();
             mPosition += std::min(length + (crLf ? 2 : 1), unread.size());
-            line = Decode(unread.substr(0, length));
+            line = unread.substr(0, length);
+            if (AsciiPrefix(line) != length) { // else an endless line takes 1.5 times the memory
+                mDecoded.clear();
+                mCodePage.AppendDecoded(line, mDecoded);
+                line = mDecoded;
+            }
             return true;
         }
         scanned = length;
@@ -109,15 +114,6 @@ bool LineReader::Fill() {
     mEnd += count;
     mAtEnd = count == 0;
     return !mAtEnd;
-}
-
-std::string_view LineReader::Decode(std::string_view raw) {
-    if (AsciiPrefix(raw) == raw.size()) { // else an endless line takes 1.5 times the memory
-        return raw;
-    }
-    mDecoded.clear();
-    mCodePage.AppendDecoded(raw, mDecoded);
-    return mDecoded;
 }
 
 } // namespace tessaly

@@ -37,8 +37,6 @@ public:
 
 private:
     bool Fill();
-    std::string_view Unread() const { return {mBuffer.get() + mPosition, mEnd - mPosition}; }
-    std::string_view Decode(std::string_view raw);
     std::size_t AppendWholeLines(std::string& text);
 
     InputFile& mFile;

@@ -22,11 +22,6 @@ std::string_view ValueOf(std::string_view line, std::string_view key) {
     return line.substr(Utf8Position(line, key.size()));
 }
 
-void BeginText(TextCollector& text, std::string_view firstLine) {
-    text.Begin();
-    AppendLine(text.Tail(), firstLine);
-}
-
 // A function that the list of names announces.
 struct Expected {
     std::string name;
@@ -89,7 +84,6 @@ private:
     void StoreEvent(std::int32_t index);
     SharedText Kept(TextCollector& collector);
 
-    bool NextLine() { return mLines.Next(mLine); }
     template <class Test>
     bool Find(Test isWanted);
     template <class Test>
@@ -125,7 +119,7 @@ bool PsfReader::Read() {
     }
     mContent.functions.Fill(std::move(mRead));
     ReadEvents();
-    while (NextLine()) { // up to the end of the file, which may be unreadable
+    while (mLines.Next(mLine)) { // up to the end of the file, which may be unreadable
     }
     return mEndPSFSeen;
 }
@@ -133,7 +127,7 @@ bool PsfReader::Read() {
 // Everything up to "[GVars]" is ignored: the start tag and the comment are not checked, and a FileName= value
 // is of no use.
 void PsfReader::ReadHeader() {
-    while (NextLine() && !IsTag(GVarsTag)) {
+    while (mLines.Next(mLine) && !IsTag(GVarsTag)) {
     }
 }
 
@@ -143,7 +137,7 @@ void PsfReader::ReadReferences() {
 }
 
 void PsfReader::ReadFunctionList() {
-    while (NextLine() && !IsTag(FuncCodeTag)) {
+    while (mLines.Next(mLine) && !IsTag(FuncCodeTag)) {
         // No line is both: with the other key behind it a count is no number.
         if (ContainsKey(mLine, NumFuncsKey)) {
             ReadCount();
@@ -212,11 +206,11 @@ bool PsfReader::ReadPrototype(std::int32_t index) {
         return false;
     }
     mObserver.Function(PsfStep::Prototype, index, Line());
-    BeginText(mCurProtoType, ValueOf(mLine, ProtoTypeKey));
-    while (NextLine()) {
+    AppendLine(mCurProtoType.Begin(), ValueOf(mLine, ProtoTypeKey));
+    while (mLines.Next(mLine)) {
         if (ContainsKey(mLine, FuncBodyKey)) {
             mObserver.Function(PsfStep::Text, index, Line());
-            BeginText(mCurFuncBody, ValueOf(mLine, FuncBodyKey));
+            AppendLine(mCurFuncBody.Begin(), ValueOf(mLine, FuncBodyKey));
             return true;
         }
         AppendLine(mCurProtoType.Tail(), mLine);
@@ -276,7 +270,7 @@ bool PsfReader::ReadEvent(std::int32_t index) {
             return false;
         }
         mObserver.Event(PsfStep::Text, index, Line());
-        BeginText(mEventText, ValueOf(mLine, FuncBodyKey));
+        AppendLine(mEventText.Begin(), ValueOf(mLine, FuncBodyKey));
     }
     return ReadText(mEventText.Tail(), [&] { return EndsEvent(index); });
 }
@@ -314,7 +308,7 @@ SharedText PsfReader::Kept(TextCollector& collector) {
 // Goes on to the next line for which `isWanted`; false at the end of the file. The lines before it count for nothing.
 template <class Test>
 bool PsfReader::Find(Test isWanted) {
-    while (NextLine()) {
+    while (mLines.Next(mLine)) {
         if (isWanted()) {
             return true;
         }
@@ -328,7 +322,7 @@ template <class Test>
 bool PsfReader::ReadText(std::string& text, Test isEnd) {
     while (true) {
         mLines.AppendPlainLines(text);
-        if (!NextLine()) {
+        if (!mLines.Next(mLine)) {
             return false;
         }
         if (isEnd()) {

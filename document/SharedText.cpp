@@ -23,11 +23,12 @@ SharedText::SharedText(std::string_view text) : mSize(text.size()) {
     }
 }
 
-void TextCollector::Begin() {
+std::string& TextCollector::Begin() {
     mTail.clear();
     mBlock.reset();
     mSize = 0;
     mCapacity = 0;
+    return mTail;
 }
 
 SharedText TextCollector::Share() {

@@ -26,8 +26,8 @@ private:
 // the front of the next, take the memory of a few.
 class TextCollector {
 public:
-    // Starts a new text.
-    void Begin();
+    // Starts a new text; returns its Tail.
+    std::string& Begin();
 
     // Where the next pieces are to be appended; nothing but appending is allowed.
     std::string& Tail() { return mTail; }

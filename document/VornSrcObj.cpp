@@ -123,9 +123,9 @@ Status VornSrcObj::DeleteFunction(std::string_view name) {
     return mContent.functions.DeleteFunction(name);
 }
 
-Status VornSrcObj::SaveTo(SequentialFiles& files, const std::string& fileName, PsfForm form) const {
+Status VornSrcObj::SaveFile(const std::string& fileName, PsfForm form, SequentialFiles* other) const {
     try {
-        EncodedOutput output(files.OpenForOutput(fileName), mCodePage);
+        EncodedOutput output((other != nullptr ? *other : mFiles).OpenForOutput(fileName), mCodePage);
         WritePsf(mContent, output, form);
         output.Close();
         return Status::Done;

@@ -65,13 +65,9 @@ public:
     Status DeleteFunction(std::string_view name);
 
     // Writes the whole document to a PSF file in place of what is there. Done, or UnexpectedError on any
-    // failure, which leaves the file as far as it was written.
-    Status SaveFile(const std::string& fileName, PsfForm form = PsfForm::AsHeld) const {
-        return SaveTo(mFiles, fileName, form);
-    }
-
-    // The same by way of `files`.
-    Status SaveTo(SequentialFiles& files, const std::string& fileName, PsfForm form = PsfForm::AsHeld) const;
+    // failure, which leaves the file as far as it was written. Where `other` is given, it takes the place of `files`.
+    Status SaveFile(const std::string& fileName, PsfForm form = PsfForm::AsHeld,
+                    SequentialFiles* other = nullptr) const;
 
     // Writes the generated C file in place of what is there. Done, or GenerationFailed when the file cannot be
     // written or a function's code begins with "{"; the file then holds what was written before the failure.

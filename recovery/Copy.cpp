@@ -44,7 +44,7 @@ void TakeOffGainedBreaks(VornSrcObj& document) {
 
 // Nothing else than memory can be short.
 void SaveTo(MemoryFile& file, const VornSrcObj& document) {
-    if (document.SaveTo(file, "") != Status::Done) {
+    if (document.SaveFile("", PsfForm::AsHeld, &file) != Status::Done) {
         throw std::bad_alloc();
     }
 }
