@@ -59,63 +59,43 @@ void VornMainFrm::CodeTree_NodeClick(TreeItem node) {
     Attempt([this] { mFinding.NoteItem(); });
 }
 
+// After an error of the document, which is shown, the pane stays empty.
 void VornMainFrm::ShowNodeCode(TreeItem node) {
     const std::string key = mCodeTree.Key(node);
-    if (key == EventsKey) {
-        SetUpToolBar(EventTool);
-        mDesktop.FuncLabel().SetCaption(Words(Text::EventLabel));
-    } else if (key == FunctionsKey) {
-        SetUpToolBar(FuncVarTool);
-        mDesktop.FuncLabel().SetCaption(Words(Text::FunctionLabel));
-    } else if (key == ReferencesKey) {
-        SetUpToolBar(EventTool);
+    const std::string parent = ParentKey(node);
+    SetUpToolBar(key == FunctionsKey || parent == FunctionsKey ? FuncVarTool : EventTool);
+    if (key != EventsKey && key != FunctionsKey) {
         mFuncBody.SetFuncBodyAvailable(true);
+        std::string member(ReferencesName);
         std::string code;
-        mSourceDoc->GetVarCode(code);
-        ShowText(node, std::string(ReferencesName), code);
-        mDesktop.FuncLabel().SetCaption(Words(Text::ReferencesLabel));
-    } else if (ParentKey(node) == EventsKey) {
-        SetUpToolBar(EventTool);
-        mFuncBody.SetFuncBodyAvailable(true);
-        std::string code;
-        const std::int32_t index = EventIndex(node);
-        mSourceDoc->GetEventCodeByIndex(index, code);
-        ShowText(node, MemberName(*mSourceDoc, {CCodeOrigin::Kind::Event, index}), code);
-    } else if (ParentKey(node) == FunctionsKey) {
-        SetUpToolBar(FuncVarTool);
-        mFuncBody.SetFuncBodyAvailable(true);
-        if (!ShowFunctionCode(node)) {
+        Status status = Status::Done;
+        if (key == ReferencesKey) {
+            mSourceDoc->GetVarCode(code);
+        } else if (parent == EventsKey) {
+            const std::int32_t index = EventIndex(node);
+            mSourceDoc->GetEventCodeByIndex(index, code);
+            member = MemberName(*mSourceDoc, {CCodeOrigin::Kind::Event, index});
+        } else {
+            std::string prototype;
+            status = mSourceDoc->GetFunctionCount() > 0 ? mSourceDoc->GetFunction(key, prototype, code) : Status::Done;
+            member = std::string(FunctionPrefix) + key;
+        }
+        if (status != Status::Done) {
+            TellStatus(status);
             return;
         }
+        PutIntoPane(code, member);
+        ReturnToText(code);
+        mShownNode = node; // only now what the pane holds may go back to the document as such
+        if (!mMessages.All().empty()) {
+            Attempt([&] { ShowLineMarks(code); });
+        }
+    }
+    if (parent.empty()) {
+        mDesktop.FuncLabel().SetCaption(FuncLabelText());
     }
     StatusPanel2 = "";
     mDesktop.StatusBar1().SetPanelText(2, "");
-}
-
-// False when the document reported an error, which has been shown.
-bool VornMainFrm::ShowFunctionCode(TreeItem node) {
-    const std::string name = mCodeTree.Key(node);
-    std::string prototype;
-    std::string code;
-    if (mSourceDoc->GetFunctionCount() > 0) {
-        const Status status = mSourceDoc->GetFunction(name, prototype, code);
-        if (status != Status::Done) {
-            TellStatus(status);
-            return false;
-        }
-    }
-    ShowText(node, std::string(FunctionPrefix) + name, code);
-    return true;
-}
-
-// Puts the text of `node` into the pane. Only from then on what the pane holds may go back to the document as such.
-void VornMainFrm::ShowText(TreeItem node, const std::string& member, std::string_view text) {
-    PutIntoPane(text, member);
-    ReturnToText(text);
-    mShownNode = node;
-    if (!mMessages.All().empty()) {
-        Attempt([&] { ShowLineMarks(text); });
-    }
 }
 
 // A user who comes back finds the caret where it was, and can undo what was done before.
@@ -157,28 +137,27 @@ void VornMainFrm::PutIntoPane(std::string_view text, const std::string& member) 
     mIsCopyBehind = mIsUnsaved; // it tells what is selected
 }
 
-void VornMainFrm::SaveCurrentNodeCode(TreeItem node) {
-    Attempt(&VornMainFrm::StoreNodeCode, this, node);
-    StatusPanel2 = "";
-    WriteCopy(Flushing::Later);
-}
-
 // A group has no text of its own. Where a control failed, the pane may hold another item's text, or none.
-void VornMainFrm::StoreNodeCode(TreeItem node) {
-    if (node != mShownNode) {
-        return;
-    }
-    if (mCodeTree.Key(node) == ReferencesKey) {
-        mSourceDoc->UpdateVarCode(mFuncBody.Text());
-    } else if (ParentKey(node) == EventsKey) {
-        mSourceDoc->UpdateEventCodeByIndex(EventIndex(node), mFuncBody.Text());
-    } else if (ParentKey(node) == FunctionsKey && mSourceDoc->GetFunctionCount() > 0) {
-        // The stored prototype becomes empty: kept on purpose, the C file takes it from the code.
-        const Status status = mSourceDoc->UpdateFunction(mCodeTree.Text(node), "", mFuncBody.Text());
+void VornMainFrm::SaveCurrentNodeCode(TreeItem node) {
+    Attempt([this, node] {
+        if (node != mShownNode) {
+            return;
+        }
+        Status status = Status::Done;
+        if (mCodeTree.Key(node) == ReferencesKey) {
+            mSourceDoc->UpdateVarCode(mFuncBody.Text());
+        } else if (ParentKey(node) == EventsKey) {
+            mSourceDoc->UpdateEventCodeByIndex(EventIndex(node), mFuncBody.Text());
+        } else if (ParentKey(node) == FunctionsKey && mSourceDoc->GetFunctionCount() > 0) {
+            // The stored prototype becomes empty: kept on purpose, the C file takes it from the code.
+            status = mSourceDoc->UpdateFunction(mCodeTree.Text(node), "", mFuncBody.Text());
+        }
         if (status != Status::Done) {
             TellStatus(status);
         }
-    }
+    });
+    StatusPanel2 = "";
+    WriteCopy(Flushing::Later);
 }
 
 // The pane's text is not stored first: what was edited in it and not stored is overwritten, kept on purpose.

@@ -138,12 +138,9 @@ private:
     std::string ReadSetting(std::string_view name);
 
     void ShowNodeCode(TreeItem node);
-    bool ShowFunctionCode(TreeItem node);
-    void ShowText(TreeItem node, const std::string& member, std::string_view text);
     void PutIntoPane(std::string_view text, const std::string& member = "");
     void LeaveText();
     void ReturnToText(std::string_view text);
-    void StoreNodeCode(TreeItem node);
     std::string ParentKey(TreeItem node) const;
     std::int32_t EventIndex(TreeItem node) const;
     bool IsFunctionItem(TreeItem node) const;
