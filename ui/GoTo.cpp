@@ -208,13 +208,6 @@ void VornMainFrm::NoteEdited(TreeItem item) {
     }
 }
 
-// Items that have gone since are passed over.
-void VornMainFrm::ShowEdited(bool areEdited) {
-    for (const TreeItem item : mEditedItems) {
-        Attempt([&] { mCodeTree.SetItalic(item, areEdited, OwnWords(OwnText::NotSaved, mLanguage)); });
-    }
-}
-
 // Each step by itself: a mark that cannot be shown is no reason to leave the others out.
 void VornMainFrm::ShowMarks() {
     if (!mShownMember.empty()) {

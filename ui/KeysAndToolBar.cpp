@@ -118,18 +118,6 @@ void VornMainFrm::SetUpToolBar(std::string_view kind) {
     }
 }
 
-void VornMainFrm::ShowButtonTips() {
-    ToolBar& bar = mDesktop.VornToolBar();
-    for (std::int32_t number = 1; number <= bar.ButtonCount(); ++number) {
-        const std::string tag = bar.ButtonTag(number);
-        if (tag == "Add") {
-            bar.SetButtonTip(number, Words(Text::AddFunction));
-        } else if (tag == "Delete") {
-            bar.SetButtonTip(number, Words(Text::Delete));
-        }
-    }
-}
-
 void VornMainFrm::VornToolBar_ButtonClick(std::int32_t number) {
     UseTool(mDesktop.VornToolBar().ButtonTag(number));
 }

@@ -80,4 +80,33 @@ std::string VornMainFrm::FuncLabelText() const {
     return group == nullptr ? "" : Words(group->label);
 }
 
+// Shows a message in status panel 2 and remembers which it is, so that a change of language can show it again.
+void VornMainFrm::ShowMessage(Text message) {
+    mDesktop.StatusBar1().SetPanelText(2, Words(message));
+    StatusPanel2 = Row(message).identifier;
+}
+
+void VornMainFrm::ShowFileName(std::string_view fileName) {
+    mDesktop.StatusBar1().SetPanelText(1, Words(Text::FilePrefix) + std::string(fileName));
+}
+
+void VornMainFrm::ShowButtonTips() {
+    ToolBar& bar = mDesktop.VornToolBar();
+    for (std::int32_t number = 1; number <= bar.ButtonCount(); ++number) {
+        const std::string tag = bar.ButtonTag(number);
+        if (tag == "Add") {
+            bar.SetButtonTip(number, Words(Text::AddFunction));
+        } else if (tag == "Delete") {
+            bar.SetButtonTip(number, Words(Text::Delete));
+        }
+    }
+}
+
+// Items that have gone since are passed over.
+void VornMainFrm::ShowEdited(bool areEdited) {
+    for (const TreeItem item : mEditedItems) {
+        Attempt([&] { mCodeTree.SetItalic(item, areEdited, OwnWords(OwnText::NotSaved, mLanguage)); });
+    }
+}
+
 } // namespace tessaly

@@ -316,14 +316,4 @@ void VornMainFrm::TellStatus(Status status) {
     Tell(Words(Text::Error) + " " + number + " " + Words(Text::HasOccurred), Text::Error, MsgIcon::Stop);
 }
 
-// Shows a message in status panel 2 and remembers which it is, so that a change of language can show it again.
-void VornMainFrm::ShowMessage(Text message) {
-    mDesktop.StatusBar1().SetPanelText(2, Words(message));
-    StatusPanel2 = Row(message).identifier;
-}
-
-void VornMainFrm::ShowFileName(std::string_view fileName) {
-    mDesktop.StatusBar1().SetPanelText(1, Words(Text::FilePrefix) + std::string(fileName));
-}
-
 } // namespace tessaly
