@@ -4,6 +4,7 @@
 #include "platform/text/ControlPictures.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tessaly::win32 {
 
@@ -16,25 +17,21 @@ std::u16string_view Units(std::wstring_view text) {
 
 } // namespace
 
-CodeLines::CodeLines(std::wstring_view text) {
-    const auto add = [this](std::size_t start) {
-        mLines.emplace_back();
-        mLines.back().start = start;
-    };
-    add(0);
-    for (std::size_t found = text.find(L'\r'); found != std::wstring_view::npos; found = text.find(L'\r', found + 1)) {
-        add(found + 1);
+CodeLines::CodeLines(std::wstring text) : mText(std::move(text)) {
+    mLines.push_back({.start = 0});
+    for (std::size_t found = mText.find(L'\r'); found != std::wstring::npos; found = mText.find(L'\r', found + 1)) {
+        mLines.push_back({.start = found + 1});
     }
-    SetAllFresh();
 }
 
-void CodeLines::Edit(std::wstring_view text, std::size_t start, std::size_t end, std::size_t breaksBefore) {
+bool CodeLines::Replace(std::size_t start, std::size_t end, std::wstring_view now) {
     const std::size_t first = LineAt(start);
+    const std::size_t breaksBefore = LineAt(end) - first;
+    mText.replace(start, end - start, now);
     std::vector<Line> added;
-    for (std::size_t place = start; place < end; ++place) {
-        if (text[place] == L'\r') {
-            added.emplace_back();
-            added.back().start = place + 1;
+    for (std::size_t i = 0; i < now.size(); ++i) {
+        if (now[i] == L'\r') {
+            added.push_back({.start = start + i + 1, .isFresh = false});
         }
     }
     const auto place = mLines.begin() + static_cast<std::ptrdiff_t>(first) + 1;
@@ -42,37 +39,39 @@ void CodeLines::Edit(std::wstring_view text, std::size_t start, std::size_t end,
     mLines[first].isFormatted = false;
     mLines[first].isFresh = false;
     const std::size_t behind = first + added.size() + 1; // the first line that is only moved
-    MoveStarts(text, behind);
+    MoveStarts(behind);
+    const bool areOthers = breaksBefore != 0 || !added.empty();
     if (mScanned <= first + breaksBefore + 1) {
         mScanned = std::min(mScanned, first + 1);
-        return;
+        return areOthers;
     }
     // Scans on until a line goes on with the same as before: then all the others do, too.
     const std::size_t known = mScanned + added.size() - breaksBefore;
     for (mScanned = first + 1; mScanned < known; ++mScanned) {
-        const CLineState state = StateBehind(text, mScanned - 1);
+        const CLineState state = StateBehind(mScanned - 1);
         Line& line = mLines[mScanned];
         if (mScanned >= behind && line.before == state) {
             mScanned = known;
-            return;
+            break;
         }
         line.isFormatted = false;
         line.before = state;
     }
+    return areOthers;
 }
 
-LineSpan CodeLines::SpanOf(std::wstring_view text, std::size_t line) const {
-    return {mLines[line].start, line + 1 < mLines.size() ? mLines[line + 1].start - 1 : text.size()};
+LineSpan CodeLines::SpanOf(std::size_t line) const {
+    return {mLines[line].start, line + 1 < mLines.size() ? mLines[line + 1].start - 1 : mText.size()};
 }
 
-void CodeLines::Tokens(std::wstring_view text, std::size_t line, std::vector<CToken>& tokens) {
-    ScanTo(text, line + 1);
-    ScanCLine(Units(TextOf(text, line)), mLines[line].before, tokens);
+void CodeLines::Tokens(std::size_t line, std::vector<CToken>& tokens) {
+    ScanTo(line + 1);
+    ScanCLine(Units(TextOf(line)), mLines[line].before, tokens);
 }
 
-void CodeLines::ScanTo(std::wstring_view text, std::size_t end) {
+void CodeLines::ScanTo(std::size_t end) {
     for (; mScanned < std::min(end, mLines.size()); ++mScanned) {
-        mLines[mScanned].before = StateBehind(text, mScanned - 1);
+        mLines[mScanned].before = StateBehind(mScanned - 1);
     }
 }
 
@@ -105,19 +104,19 @@ std::size_t CodeLines::LineAt(std::size_t place) const {
 }
 
 // The lines from `first` on have all moved by the same.
-void CodeLines::MoveStarts(std::wstring_view text, std::size_t first) {
+void CodeLines::MoveStarts(std::size_t first) {
     if (first >= mLines.size()) {
         return;
     }
-    const std::size_t start = text.find(L'\r', mLines[first - 1].start) + 1;
+    const std::size_t start = mText.find(L'\r', mLines[first - 1].start) + 1;
     const std::size_t before = mLines[first].start;
     for (std::size_t line = first; line < mLines.size(); ++line) {
         mLines[line].start = mLines[line].start - before + start;
     }
 }
 
-CLineState CodeLines::StateBehind(std::wstring_view text, std::size_t line) {
-    return ScanCLine(Units(TextOf(text, line)), mLines[line].before, mTokens);
+CLineState CodeLines::StateBehind(std::size_t line) {
+    return ScanCLine(Units(TextOf(line)), mLines[line].before, mTokens);
 }
 
 bool ShowControlCharacters(std::wstring& text) {

@@ -1,6 +1,5 @@
-// The lines of the C text that the control shows: their starts, the state that each begins in, and whether it is shown
-// as it should be. They are scanned as far as somebody has looked. And the way from the program's text to that one and
-// back.
+// The C text of the control and its lines: their starts, the state that each begins in, and whether it is shown as it
+// should be. They are scanned as far as somebody has looked. And the way from the program's text to that one and back.
 #pragma once
 
 #include "platform/desktop/LineMarks.h"
@@ -17,11 +16,13 @@ namespace tessaly::win32 {
 class CodeLines {
 public:
     // A text that is new.
-    explicit CodeLines(std::wstring_view text);
+    explicit CodeLines(std::wstring text);
 
-    // In `text` the stretch from `start` to `end` took the place of one with `breaksBefore` line breaks. Its line, the
-    // new lines and those that now begin in another state need formatting again.
-    void Edit(std::wstring_view text, std::size_t start, std::size_t end, std::size_t breaksBefore);
+    const std::wstring& Text() const { return mText; }
+
+    // Puts `now` in place of the text from `start` to before `end`. The line there, the new lines and those that now
+    // begin in another state need formatting again. Returns whether lines have come or gone.
+    bool Replace(std::size_t start, std::size_t end, std::wstring_view now);
 
     std::size_t Count() const { return mLines.size(); }
     std::size_t Start(std::size_t line) const { return mLines[line].start; }
@@ -30,23 +31,23 @@ public:
     std::size_t LineAt(std::size_t place) const;
 
     // Both without its line break.
-    LineSpan SpanOf(std::wstring_view text, std::size_t line) const;
-    std::wstring_view TextOf(std::wstring_view text, std::size_t line) const {
-        const LineSpan span = SpanOf(text, line);
-        return text.substr(span.begin, span.end - span.begin);
+    LineSpan SpanOf(std::size_t line) const;
+    std::wstring_view TextOf(std::size_t line) const {
+        const LineSpan span = SpanOf(line);
+        return std::wstring_view(mText).substr(span.begin, span.end - span.begin);
     }
 
     // The tokens of a line; scans the lines in front of it that nobody has looked at yet.
-    void Tokens(std::wstring_view text, std::size_t line, std::vector<CToken>& tokens);
+    void Tokens(std::size_t line, std::vector<CToken>& tokens);
 
     // What a line begins in; scans likewise.
-    CLineState StateBefore(std::wstring_view text, std::size_t line) {
-        ScanTo(text, line + 1);
+    CLineState StateBefore(std::size_t line) {
+        ScanTo(line + 1);
         return mLines[line].before;
     }
 
     // Scans the lines in front of `end`, so that it is known which of them are shown as they should be.
-    void ScanTo(std::wstring_view text, std::size_t end);
+    void ScanTo(std::size_t end);
 
     // Whether a line is shown as it should be, has the right tab stops, or was never formatted or edited and so has no
     // colours.
@@ -63,12 +64,13 @@ private:
         CLineState before = CLineState::Code;
         bool isFormatted = false;
         bool hasTabStops = false;
-        bool isFresh = false;
+        bool isFresh = true;
     };
 
-    void MoveStarts(std::wstring_view text, std::size_t first);
-    CLineState StateBehind(std::wstring_view text, std::size_t line);
+    void MoveStarts(std::size_t first);
+    CLineState StateBehind(std::size_t line);
 
+    std::wstring mText;
     std::vector<Line> mLines;
     std::size_t mScanned = 1; // how many lines, from the first, have the right `before`
     std::vector<CToken> mTokens;

@@ -47,7 +47,7 @@ MarginView::MarginView(HWND control, const ViewFormat& lines, const LineMarks& m
 
 void MarginView::SetFont(const LOGFONTW& font) {
     mFont.reset(CreateFontIndirectW(&font));
-    LayOut(mLines.LineCount());
+    LayOut(mIsAvailable ? mLines.Lines().Count() : 1);
 }
 
 void MarginView::LayOut(std::size_t lines) {
@@ -66,7 +66,7 @@ void MarginView::LayOut(std::size_t lines) {
 
 void MarginView::FollowEdit() {
     mIsFollowing = true;
-    LayOut(mLines.LineCount());
+    LayOut(mIsAvailable ? mLines.Lines().Count() : 1);
     mIsFollowing = false;
 }
 
@@ -149,7 +149,7 @@ void MarginView::Follow() {
 
 MarginView::Sight MarginView::WhatIsSeen() const {
     const auto [first, end] = mLines.LinesSeen();
-    return {mLines.LineCount(), first, mLines.TopOf(first), mLines.TopOf(end - 1)};
+    return {mLines.Lines().Count(), first, mLines.TopOf(first), mLines.TopOf(end - 1)};
 }
 
 void MarginView::PaintUnderlines(HRGN region) const {

@@ -226,7 +226,7 @@ LRESULT RichTextBox::AtWork(EditPlace place, const std::function<LRESULT()>& wor
         }
         InvalidateRgn(Handle(), toPaint.get(), TRUE);
     }
-    if (mFormat.LineCount() != before.lines) {
+    if (Count() != before.lines) {
         mMargin.FollowEdit();
     }
     LookAtCaret();
@@ -239,7 +239,7 @@ LRESULT RichTextBox::Paint(WPARAM wParam, LPARAM lParam) {
         HoldPaintingBack();
         return 0;
     }
-    const std::optional<RECT> left = mFuncBodyAvailable ? mFormat.FormatView(mText) : std::nullopt;
+    const std::optional<RECT> left = mFuncBodyAvailable ? mFormat.FormatView() : std::nullopt;
     const RegionOwner painted(CreateRectRgn(0, 0, 0, 0));
     GetUpdateRgn(Handle(), painted.get(), FALSE);
     const LRESULT result = Default(WM_PAINT, wParam, lParam);
@@ -263,7 +263,7 @@ void RichTextBox::HoldPaintingBack() {
 }
 
 RichTextBox::Sight RichTextBox::WhatIsSeen() const {
-    return {mFormat.LineCount(), SelectedRange(), mFormat.PlaceOf(0)};
+    return {Count(), SelectedRange(), mFormat.PlaceOf(0)};
 }
 
 bool RichTextBox::IsInOneLine(const Sight& before, const Sight& now) {

@@ -22,10 +22,6 @@ namespace {
 
 constexpr float FontHeight = 200; // in twips: 10 points
 
-std::size_t CountBreaks(std::wstring_view text) {
-    return static_cast<std::size_t>(std::count(text.begin(), text.end(), L'\r'));
-}
-
 // Streams a text into the control.
 DWORD CALLBACK Stream(DWORD_PTR cookie, BYTE* buffer, LONG room, LONG* count) {
     std::wstring_view& left = *std::bit_cast<std::wstring_view*>(cookie);
@@ -153,7 +149,7 @@ void RichTextBox::ShowBackground() {
 
 std::string RichTextBox::ShownText() const {
     const bool isThere = mFuncBodyAvailable && Handle() != nullptr && mIsEdited;
-    const std::u16string units = ToUnits(isThere ? TextIn(0, ShownLength()) : mText, mHasPictures);
+    const std::u16string units = ToUnits(isThere ? TextIn(0, ShownLength()) : mFormat.Lines().Text(), mHasPictures);
     return ToUtf8({reinterpret_cast<const wchar_t*>(units.data()), units.size()});
 }
 
@@ -161,14 +157,15 @@ void RichTextBox::SetText(std::string_view text) {
     BreakList breaks;
     std::wstring wide = ToWide(breaks.Set(text));
     const bool hasPictures = ShowControlCharacters(wide);
+    CodeLines lines(std::move(wide));
     if (mFuncBodyAvailable) {
         if (ShownLength() == 0) {
-            mMargin.LayOut(CountBreaks(wide) + 1);
+            mMargin.LayOut(lines.Count());
         }
-        PutInOrBack(wide);
+        PutInOrBack(lines.Text());
         Send(EM_SETREADONLY, FALSE); // if it came to the worst before
     }
-    mText = std::move(wide);
+    mFormat.Reset(std::move(lines));
     mHasPictures = hasPictures;
     mIsEdited = false;
     mSelected = {};
@@ -179,12 +176,15 @@ void RichTextBox::SetText(std::string_view text) {
 // The text of an unavailable pane is kept, but not shown.
 void RichTextBox::ShowAvailable(bool available) {
     if (!available) {
-        mText = mIsEdited ? TextIn(0, ShownLength()) : std::move(mText);
+        if (mIsEdited) {
+            mFormat.Reset(CodeLines(TextIn(0, ShownLength())));
+        }
         mSelected = SelectedEnds();
     } else {
-        mMargin.LayOut(CountBreaks(mText) + 1);
+        mMargin.LayOut(Count());
     }
-    PutInOrBack(available ? std::wstring_view(mText) : std::wstring_view());
+    PutInOrBack(available ? std::wstring_view(mFormat.Lines().Text()) : std::wstring_view());
+    mFormat.ForgetFormats();
     mFuncBodyAvailable = available;
     Send(EM_SETREADONLY, available ? FALSE : TRUE);
     mMargin.SetAvailable(available);
@@ -215,14 +215,12 @@ void RichTextBox::ShowScrollBars() {
 // A control that has not taken all of a text gets the old one back. If it does not take that one either, nobody may
 // edit what it shows.
 void RichTextBox::PutInOrBack(std::wstring_view text) {
-    CodeLines lines(text);
     const CHARRANGE selection = SelectedRange();
     if (PutIn(text)) {
-        mFormat.Reset(std::move(lines));
         return;
     }
-    mIsEdited = false; // what it shows may be less than `mText`
-    const bool isBack = PutIn(mFuncBodyAvailable ? std::wstring_view(mText) : std::wstring_view());
+    mIsEdited = false; // what it shows may be less than the text
+    const bool isBack = PutIn(mFuncBodyAvailable ? std::wstring_view(mFormat.Lines().Text()) : std::wstring_view());
     mFormat.ForgetFormats();
     Send(EM_SETREADONLY, mFuncBodyAvailable && isBack ? FALSE : TRUE);
     SelectRange(selection);
@@ -248,8 +246,7 @@ bool RichTextBox::PutIn(std::wstring_view text) {
 }
 
 std::u16string RichTextBox::Line(std::size_t index) const {
-    const LineSpan span = SpanOf(index + 1);
-    return ToUnits(std::wstring_view(mText).substr(span.begin, span.end - span.begin), mHasPictures);
+    return ToUnits(mFormat.Lines().TextOf(index), mHasPictures);
 }
 
 // The control does not tell at which end the caret is, but it has not moved where the program put it. All that there
@@ -259,8 +256,9 @@ Ends RichTextBox::SelectedEnds() const {
         return mSelected;
     }
     const CHARRANGE range = SelectedRange();
-    const Ends ends = {std::min(static_cast<std::size_t>(range.cpMin), mText.size()),
-                       std::min(static_cast<std::size_t>(range.cpMax), mText.size())};
+    const std::size_t length = mFormat.Lines().Text().size();
+    const Ends ends = {std::min(static_cast<std::size_t>(range.cpMin), length),
+                       std::min(static_cast<std::size_t>(range.cpMax), length)};
     return mSelected == Ends{ends.caret, ends.anchor} ? mSelected : ends;
 }
 
@@ -294,7 +292,7 @@ void RichTextBox::ShowReplaced(std::size_t start, std::size_t end, std::u16strin
     Send(EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(wide.c_str()));
     Send(EM_SETEVENTMASK, 0, events);
     mIsEdited = true;
-    TakeOver(start, end, wide);
+    mFormat.Replace(start, end, wide);
 }
 
 void RichTextBox::ShowTogether(const std::function<void()>& work) {
@@ -340,15 +338,16 @@ void RichTextBox::Command(int /*id*/, int code) {
         return;
     }
     mIsEdited = true;
-    const LONG before = static_cast<LONG>(mText.size());
+    const LONG before = static_cast<LONG>(mFormat.Lines().Text().size());
     const LONG end = SelectedRange().cpMax;
     const std::optional<LONG> knownStart = mEdit ? mEdit->start : std::nullopt;
     const LONG start = std::min(knownStart.value_or(0), end);
-    const LONG endBefore = end - (ShownLength() - before);
+    const LONG length = ShownLength();
+    const LONG endBefore = end - (length - before);
     if (knownStart && endBefore >= start && endBefore <= before) {
         NoteDifference(static_cast<std::size_t>(start), static_cast<std::size_t>(endBefore), TextIn(start, end));
     } else {
-        NoteDifference(0, mText.size(), TextIn(0, ShownLength()));
+        NoteDifference(0, static_cast<std::size_t>(before), TextIn(0, length));
     }
     if (!mEdit) {
         ParentWindow().loop.Later([this] { mMargin.FollowEdit(); });
@@ -358,7 +357,7 @@ void RichTextBox::Command(int /*id*/, int code) {
 
 // `now` stands in place of the text from `start` to before `end`; some of it may be as before.
 void RichTextBox::NoteDifference(std::size_t start, std::size_t end, std::wstring_view now) {
-    std::wstring_view before = std::wstring_view(mText).substr(start, end - start);
+    std::wstring_view before = std::wstring_view(mFormat.Lines().Text()).substr(start, end - start);
     const auto front = std::mismatch(before.begin(), before.end(), now.begin(), now.end()).first - before.begin();
     before.remove_prefix(static_cast<std::size_t>(front));
     now.remove_prefix(static_cast<std::size_t>(front));
@@ -367,15 +366,8 @@ void RichTextBox::NoteDifference(std::size_t start, std::size_t end, std::wstrin
     now.remove_suffix(static_cast<std::size_t>(back));
     start += static_cast<std::size_t>(front);
     std::u16string removed = ToUnits(before, mHasPictures);
-    TakeOver(start, start + before.size(), now);
+    mFormat.Replace(start, start + before.size(), now);
     NoteEdit(start, std::move(removed), ToUnits(now, mHasPictures));
-}
-
-// The control shows `now` in place of the text from `start` to before `end`.
-void RichTextBox::TakeOver(std::size_t start, std::size_t end, std::wstring_view now) {
-    const std::size_t removed = CountBreaks(std::wstring_view(mText).substr(start, end - start));
-    mText.replace(start, end - start, now);
-    mFormat.Edit(mText, start, start + now.size(), removed);
 }
 
 std::wstring RichTextBox::TextIn(LONG start, LONG end) const {

@@ -26,11 +26,9 @@ public:
         mTabStops = stops;
         ShowTabStops();
     }
-    std::size_t Count() const override { return mFuncBodyAvailable ? mFormat.LineCount() : CodeLines(mText).Count(); }
+    std::size_t Count() const override { return mFormat.Lines().Count(); }
     std::u16string Line(std::size_t index) const override;
-    CLineState StateBefore(std::size_t index) const override {
-        return mFuncBodyAvailable ? mFormat.StateBefore(mText, index) : CodeLines(mText).StateBefore(mText, index);
-    }
+    CLineState StateBefore(std::size_t index) const override { return mFormat.StateBefore(index); }
     void Cut() override { Send(WM_CUT); }
     void Copy() override { Send(WM_COPY); }
     void Paste() override { Send(WM_PASTE); }
@@ -64,12 +62,8 @@ private:
     void ShowTabStops();
     void ShowAvailable(bool available) override;
     std::string ShownText() const override;
-    LineSpan SpanOf(std::size_t line) const override {
-        return mFuncBodyAvailable ? mFormat.SpanOf(mText, line - 1) : CodeLines(mText).SpanOf(mText, line - 1);
-    }
-    std::size_t LineAt(std::size_t position) const override {
-        return mFuncBodyAvailable ? mFormat.LineAt(position) : CodeLines(mText).LineAt(position);
-    }
+    LineSpan SpanOf(std::size_t line) const override { return mFormat.Lines().SpanOf(line - 1); }
+    std::size_t LineAt(std::size_t position) const override { return mFormat.Lines().LineAt(position); }
     Ends SelectedEnds() const override;
     void SelectEnds(const Ends& ends) override;
     PaneScroll Scrolled() const override;
@@ -116,13 +110,11 @@ private:
     Sight WhatIsSeen() const;
     static bool IsInOneLine(const Sight& before, const Sight& now);
     void NoteDifference(std::size_t start, std::size_t end, std::wstring_view now);
-    void TakeOver(std::size_t start, std::size_t end, std::wstring_view now);
     std::wstring TextIn(LONG start, LONG end) const;
     LONG ShownLength() const;
     CHARRANGE SelectedRange() const;
     void SelectRange(CHARRANGE range) const;
 
-    std::wstring mText;         // as the control shows it, every line break a single CR
     bool mHasPictures = false;  // of control characters
     bool mIsEdited = false;     // by the user, since it was put in
     mutable ViewFormat mFormat; // goes on where somebody looks

@@ -25,7 +25,7 @@ void SpotView::Paint(HRGN region, LONG height) const {
     HideCaret(mControl);
     HDC target = GetDC(mControl);
     SelectClipRgn(target, region);
-    for (std::size_t line = first + skipped; line < std::min(first + end, mLines.LineCount()); ++line) {
+    for (std::size_t line = first + skipped; line < std::min(first + end, mLines.Lines().Count()); ++line) {
         RECT place = top;
         place.top += static_cast<LONG>(line - first) * height;
         place.bottom = place.top + height;
@@ -42,8 +42,8 @@ void SpotView::PaintLine(HDC target, std::size_t line, const RECT& place) const 
     }
     for (const Spot& spot : mPane.SpotsOf(line)) {
         RECT spotted = place;
-        spotted.left = mLines.PlaceOf(mLines.StartOf(line) + spot.begin).x;
-        spotted.right = mLines.PlaceOf(mLines.StartOf(line) + spot.end).x;
+        spotted.left = mLines.PlaceOf(mLines.Lines().Start(line) + spot.begin).x;
+        spotted.right = mLines.PlaceOf(mLines.Lines().Start(line) + spot.end).x;
         Lay(target, spotted, TintOf(spot.kind, InkColour(), isHighContrast));
     }
 }
@@ -67,7 +67,7 @@ void SpotView::Lay(HDC target, const RECT& place, const Tint& tint) {
 }
 
 void SpotView::Repaint(std::size_t line) const {
-    if (line < mLines.LineCount()) {
+    if (line < mLines.Lines().Count()) {
         const RECT place = mLines.RectOfLine(line);
         InvalidateRect(mControl, &place, TRUE);
     }

@@ -127,19 +127,17 @@ void ViewFormat::ForgetFormats() {
     InvalidateRect(mControl, nullptr, FALSE);
 }
 
-void ViewFormat::Edit(std::wstring_view text, std::size_t start, std::size_t end, std::size_t breaksBefore) {
+void ViewFormat::Replace(std::size_t start, std::size_t end, std::wstring_view now) {
     mIsTyping = true;
-    const std::size_t linesBefore = mLines.Count();
-    mLines.Edit(text, start, end, breaksBefore);
-    if (mLines.Count() != linesBefore || breaksBefore != 0) { // it may be another one's number now
+    if (mLines.Replace(start, end, now)) { // it may be another one's number now
         mLastLine.reset();
     }
 }
 
-std::optional<RECT> ViewFormat::FormatView(std::wstring_view text) {
+std::optional<RECT> ViewFormat::FormatView() {
     std::size_t first = std::min(FirstInView(), mLines.Count() - 1);
     std::size_t end = std::min(first + LinesInView(first), mLines.Count());
-    mLines.ScanTo(text, end);
+    mLines.ScanTo(end);
     while (first < end && mLines.IsFormatted(first)) {
         ++first;
     }
@@ -155,7 +153,7 @@ std::optional<RECT> ViewFormat::FormatView(std::wstring_view text) {
     }
     {
         const Formatting formatting(mControl);
-        FormatLines(text, first, end);
+        FormatLines(first, end);
     }
     // Only these: to paint all that is in view takes longer than everything else about a keystroke.
     const RECT lines = LinesRect(first, end);
@@ -197,16 +195,16 @@ LONG ViewFormat::TopOf(std::size_t line) const {
     return PlaceOf(mLines.Start(line)).y;
 }
 
-void ViewFormat::FormatLines(std::wstring_view text, std::size_t first, std::size_t end) {
+void ViewFormat::FormatLines(std::size_t first, std::size_t end) {
     std::size_t withStops = first;
     while (withStops < end && mLines.HasTabStops(withStops)) {
         ++withStops;
     }
     if (withStops < end) {
-        Select(mLines.Start(withStops), mLines.Start(end - 1) + mLines.TextOf(text, end - 1).size());
+        Select(mLines.Start(withStops), mLines.Start(end - 1) + mLines.TextOf(end - 1).size());
         SendMessageW(mControl, EM_SETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&mParagraph));
     }
-    ColourLines(text, first, end);
+    ColourLines(first, end);
     for (std::size_t line = first; line < end; ++line) {
         mLines.SetFormatted(line);
     }
@@ -214,12 +212,12 @@ void ViewFormat::FormatLines(std::wstring_view text, std::size_t first, std::siz
 
 // Each stretch that has not the colour that it should have; or all of it in one go and then what stands out of it,
 // where that takes fewer steps.
-void ViewFormat::ColourLines(std::wstring_view text, std::size_t first, std::size_t end) {
+void ViewFormat::ColourLines(std::size_t first, std::size_t end) {
     Colours wanted;
     Colours shown;
     for (std::size_t line = first; line < end; ++line) {
-        const Colours wantedHere = WantedColours(text, line);
-        const Colours shownHere = mLines.IsFormatted(line) ? wantedHere : ShownColours(mLines.TextOf(text, line), line);
+        const Colours wantedHere = WantedColours(line);
+        const Colours shownHere = mLines.IsFormatted(line) ? wantedHere : ShownColours(mLines.TextOf(line), line);
         wanted.insert(wanted.end(), wantedHere.begin(), wantedHere.end());
         shown.insert(shown.end(), shownHere.begin(), shownHere.end());
         wanted.push_back(AnyColour); // the line break
@@ -238,8 +236,8 @@ void ViewFormat::ColourLines(std::wstring_view text, std::size_t first, std::siz
         SetColour(start + stretch.start, start + stretch.end, stretch.colour);
     }
     mLastLine = end - 1;
-    mLastText = mLines.TextOf(text, end - 1);
-    mLastColours = WantedColours(text, end - 1);
+    mLastText = mLines.TextOf(end - 1);
+    mLastColours = WantedColours(end - 1);
 }
 
 // As few as possible: one goes on over what has its colour already, or may have any.
@@ -264,11 +262,11 @@ std::vector<ViewFormat::Stretch> ViewFormat::Differences(const Colours& wanted, 
     return stretches;
 }
 
-ViewFormat::Colours ViewFormat::WantedColours(std::wstring_view text, std::size_t line) {
-    const std::wstring_view lineText = mLines.TextOf(text, line);
+ViewFormat::Colours ViewFormat::WantedColours(std::size_t line) {
+    const std::wstring_view lineText = mLines.TextOf(line);
     Colours colours(lineText.size(), NoColour);
     if (mHasColours) {
-        mLines.Tokens(text, line, mTokens);
+        mLines.Tokens(line, mTokens);
         for (const CToken& token : mTokens) {
             std::fill_n(colours.begin() + static_cast<std::ptrdiff_t>(token.start), token.length,
                         static_cast<signed char>(token.kind));

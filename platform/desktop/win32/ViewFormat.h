@@ -15,7 +15,6 @@
 
 namespace tessaly::win32 {
 
-// Line breaks are single CRs in all texts.
 class ViewFormat {
 public:
     // `control` is a rich edit control that outlives this.
@@ -28,28 +27,22 @@ public:
     void SetFont(const std::wstring& name, LONG height);
     void SetTabStops(const std::vector<LONG>& stops);
 
-    // The control shows a new text with these lines.
+    // The text; the control shows it, or nothing for the time being.
+    const CodeLines& Lines() const { return mLines; }
+    CLineState StateBefore(std::size_t line) { return mLines.StateBefore(line); }
+
+    // There is a new text.
     void Reset(CodeLines lines);
 
     // The control shows the text as if it were new.
     void ForgetFormats();
 
-    // In `text`, which is what the control shows now, the stretch from `start` to `end` took the place of one with
-    // `breaksBefore` line breaks.
-    void Edit(std::wstring_view text, std::size_t start, std::size_t end, std::size_t breaksBefore);
+    // The control shows `now` in place of the text from `start` to before `end`.
+    void Replace(std::size_t start, std::size_t end, std::wstring_view now);
 
     // Formats the lines in view that are not yet. Must be called before they are painted. After an edit it formats only
     // a few, so as not to hold up who types. Returns where the next one stands: painting there later formats it.
-    std::optional<RECT> FormatView(std::wstring_view text);
-
-    std::size_t LineCount() const { return mLines.Count(); }
-
-    // See CodeLines.
-    LineSpan SpanOf(std::wstring_view text, std::size_t line) const { return mLines.SpanOf(text, line); }
-    CLineState StateBefore(std::wstring_view text, std::size_t line) { return mLines.StateBefore(text, line); }
-
-    // How many lines are in front of the one with the character at `place`.
-    std::size_t LineAt(std::size_t place) const { return mLines.LineAt(place); }
+    std::optional<RECT> FormatView();
 
     // The lines that can be seen: the first one, and the one behind the last.
     std::pair<std::size_t, std::size_t> LinesSeen() const;
@@ -58,9 +51,8 @@ public:
     POINTL PlaceOf(std::size_t place) const;
     LONG TopOf(std::size_t line) const;
 
-    // The first line that is seen; where a line begins in the text; and where it stands.
+    // The first line that is seen, and where a line stands.
     std::size_t FirstInView() const;
-    std::size_t StartOf(std::size_t line) const { return mLines.Start(line); }
     RECT RectOfLine(std::size_t line) const { return LinesRect(line, line + 1); }
 
     // Where the line with the character at `place` stands in the control, in pixels of its client area.
@@ -81,10 +73,10 @@ private:
         signed char colour;
     };
 
-    void FormatLines(std::wstring_view text, std::size_t first, std::size_t end);
-    void ColourLines(std::wstring_view text, std::size_t first, std::size_t end);
+    void FormatLines(std::size_t first, std::size_t end);
+    void ColourLines(std::size_t first, std::size_t end);
     static std::vector<Stretch> Differences(const Colours& wanted, const Colours& shown);
-    Colours WantedColours(std::wstring_view text, std::size_t line);
+    Colours WantedColours(std::size_t line);
     Colours ShownColours(std::wstring_view lineText, std::size_t line) const;
     void SetColour(std::size_t start, std::size_t end, signed char colour) const;
     RECT LinesRect(std::size_t first, std::size_t end) const;
