@@ -40,10 +40,6 @@ std::string StateFolder(const Environment& environment) {
     return Base(environment, "XDG_STATE_HOME", "/.local/state") + "/tessaly";
 }
 
-std::string CacheFolder(const Environment& environment) {
-    return Base(environment, "XDG_CACHE_HOME", "/.cache") + "/tessaly";
-}
-
 std::vector<std::string> ConfigFolders(const Environment& environment) {
     return Folders(environment, Base(environment, "XDG_CONFIG_HOME", "/.config"), "XDG_CONFIG_DIRS", "/etc/xdg");
 }

@@ -12,7 +12,6 @@ namespace tessaly {
 // The program's own.
 std::string ConfigFolder(const Environment& environment); // $XDG_CONFIG_HOME/tessaly, ~/.config/tessaly
 std::string StateFolder(const Environment& environment);  // $XDG_STATE_HOME/tessaly, ~/.local/state/tessaly
-std::string CacheFolder(const Environment& environment);  // $XDG_CACHE_HOME/tessaly, ~/.cache/tessaly
 
 // Of all programs, the user's own first: $XDG_CONFIG_HOME and $XDG_CONFIG_DIRS; $XDG_DATA_HOME and $XDG_DATA_DIRS.
 std::vector<std::string> ConfigFolders(const Environment& environment);
