@@ -48,7 +48,7 @@ LRESULT RichTextBox::Message(UINT message, WPARAM wParam, LPARAM lParam) {
         return PasteText();
     case WM_CUT:
     case WM_CLEAR:
-        return DefaultOfEdit(message, wParam, lParam, EditPlace::AtSelection);
+        return DefaultOfEdit(message, wParam, lParam);
     case WM_UNDO:
     case EM_UNDO:
         return Undo() ? TRUE : FALSE;
@@ -172,9 +172,9 @@ LRESULT RichTextBox::Key(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     if (wParam == VK_RETURN && IsDown(VK_SHIFT)) { // else it would break the line without ending the paragraph
         const WithoutShift released;
-        return DefaultOfEdit(message, wParam, lParam, EditPlace::AtSelection);
+        return DefaultOfEdit(message, wParam, lParam);
     }
-    return DefaultOfEdit(message, wParam, lParam, EditPlace::AtSelection);
+    return DefaultOfEdit(message, wParam, lParam);
 }
 
 // Plain text, whatever else the clipboard holds. The control would show no pictures of control characters.
@@ -184,7 +184,7 @@ LRESULT RichTextBox::PasteText() {
     }
     const std::u16string text = ClipboardText(Handle());
     if (std::none_of(text.begin(), text.end(), HasControlPicture)) {
-        return DefaultOfEdit(EM_PASTESPECIAL, CF_UNICODETEXT, 0, EditPlace::AtSelection);
+        return DefaultOfEdit(EM_PASTESPECIAL, CF_UNICODETEXT, 0);
     }
     const Selection selected = Selected();
     const tessaly::Place end = EndOf(text, selected.Begin());
@@ -192,45 +192,46 @@ LRESULT RichTextBox::PasteText() {
     return 0;
 }
 
-LRESULT RichTextBox::DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam, EditPlace place) {
-    return AtWork(place, [&] { return Default(message, wParam, lParam); });
+// What it does begins at the selection, or at the caret behind it, and ends at the caret.
+LRESULT RichTextBox::DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam) {
+    LRESULT result = 0;
+    ShowTogether([&] {
+        mEdit->start = mEdit->start.value_or(SelectedRange().cpMin);
+        result = Default(message, wParam, lParam);
+    });
+    return result;
 }
 
 // While the control is at work with an edit it would paint what has not been read and coloured yet, too much of it, and
 // then nothing any more when it has been.
-LRESULT RichTextBox::AtWork(EditPlace place, const std::function<LRESULT()>& work) {
+void RichTextBox::ShowTogether(const std::function<void()>& work) {
     if (mEdit) {
-        return work();
+        work();
+        return;
     }
     const Sight before = WhatIsSeen();
     const bool isAllPainted = GetUpdateRect(Handle(), nullptr, FALSE) == 0;
     mEdit.emplace();
-    if (place == EditPlace::AtSelection) {
-        mEdit->start = before.selection.cpMin;
-    }
-    LRESULT result = 0;
     try {
-        result = work();
+        work();
     } catch (const std::exception&) {
         mEdit.reset();
         InvalidateRect(Handle(), nullptr, TRUE);
         throw;
     }
-    const RegionOwner toPaint = std::move(mEdit->toPaint);
-    mEdit.reset();
-    if (toPaint) {
-        if (isAllPainted && place == EditPlace::AtSelection && IsInOneLine(before, WhatIsSeen())) {
+    const Edit edit = *std::exchange(mEdit, std::nullopt);
+    if (edit.toPaint) {
+        if (isAllPainted && edit.start && IsInOneLine(before, WhatIsSeen())) {
             const RECT line = mFormat.LineRect(static_cast<std::size_t>(before.selection.cpMin));
             const RegionOwner lineRegion(CreateRectRgnIndirect(&line));
-            CombineRgn(toPaint.get(), toPaint.get(), lineRegion.get(), RGN_AND);
+            CombineRgn(edit.toPaint.get(), edit.toPaint.get(), lineRegion.get(), RGN_AND);
         }
-        InvalidateRgn(Handle(), toPaint.get(), TRUE);
+        InvalidateRgn(Handle(), edit.toPaint.get(), TRUE);
     }
     if (Count() != before.lines) {
         mMargin.FollowEdit();
     }
     LookAtCaret();
-    return result;
 }
 
 // Windows has a window painted when nothing else is to be done: what is left over waits for that, and no key for it.

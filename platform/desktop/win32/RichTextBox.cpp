@@ -295,13 +295,6 @@ void RichTextBox::ShowReplaced(std::size_t start, std::size_t end, std::u16strin
     mFormat.Replace(start, end, wide);
 }
 
-void RichTextBox::ShowTogether(const std::function<void()>& work) {
-    AtWork(EditPlace::Anywhere, [&work] {
-        work();
-        return LRESULT{0};
-    });
-}
-
 void RichTextBox::ShowZoom() {
     ApplyFont();
     ShowTabStops();

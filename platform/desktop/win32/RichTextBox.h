@@ -80,13 +80,9 @@ private:
     void PutInOrBack(std::wstring_view text);
     bool PutIn(std::wstring_view text);
 
-    // Where a message that edits does so. At the selection: it begins there, or at the caret behind it, and ends at the
-    // caret.
-    enum class EditPlace { AtSelection, Anywhere };
-
     // An edit that the control is at work with.
     struct Edit {
-        std::optional<LONG> start; // where it is known
+        std::optional<LONG> start; // where it is known: the edit ends at the caret then
         RegionOwner toPaint;       // what the control wanted to paint; null for nothing
     };
 
@@ -103,8 +99,7 @@ private:
     RECT LineOf(std::size_t position) const;
     LRESULT Key(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT PasteText();
-    LRESULT DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam, EditPlace place);
-    LRESULT AtWork(EditPlace place, const std::function<LRESULT()>& work);
+    LRESULT DefaultOfEdit(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Paint(WPARAM wParam, LPARAM lParam);
     void HoldPaintingBack();
     Sight WhatIsSeen() const;
