@@ -166,9 +166,7 @@ void VornMainFrm::Form_AddFunction() {
     dialog.firstCharacterMessage = Words(Text::NameBeginsWithDigit);
     dialog.badCharacterMessage = Words(Text::NameHasBadCharacter);
     dialog.messageCaption = Words(Text::NameError);
-    dialog.SetCaption(Words(Text::AddFunction));
-    dialog.SetNameLabel(Words(Text::TypeFunctionName));
-    dialog.SetCancelCaption(Words(Text::Cancel));
+    dialog.SetTexts({Words(Text::AddFunction), Words(Text::TypeFunctionName), Words(Text::Cancel)});
     dialog.ShowModal();
     const std::string name = dialog.FuncVarName();
     if (!dialog.WasConfirmed() || name.empty()) {

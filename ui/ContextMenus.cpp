@@ -37,9 +37,11 @@ void VornMainFrm::ShowPaneMenu(ScreenPlace place) {
         {MenuRow(OwnText::UndoStep, control + "Z", mFuncBody.CanUndo()), edit([](RichTextBox& pane) { pane.Undo(); })},
         {MenuRow(OwnText::RedoStep, control + "Y", mFuncBody.CanRedo()), edit([](RichTextBox& pane) { pane.Redo(); })},
         line,
-        {MenuRow(OwnText::CutText, control + "X", isSelected), edit([](RichTextBox& pane) { pane.Cut(); })},
-        {MenuRow(OwnText::CopyText, control + "C", isSelected), [this] { mFuncBody.Copy(); }},
-        {MenuRow(OwnText::PasteText, control + "V"), edit([](RichTextBox& pane) { pane.Paste(); })},
+        {MenuRow(OwnText::CutText, control + "X", isSelected),
+         edit([](RichTextBox& pane) { pane.Do(RichTextBox::Clip::Cut); })},
+        {MenuRow(OwnText::CopyText, control + "C", isSelected), [this] { mFuncBody.Do(RichTextBox::Clip::Copy); }},
+        {MenuRow(OwnText::PasteText, control + "V"),
+         edit([](RichTextBox& pane) { pane.Do(RichTextBox::Clip::Paste); })},
         {MenuRow(OwnText::DeleteText, deleteKey, isSelected), edit([](RichTextBox& pane) {
              const Selection selected = pane.Selected();
              pane.Do({{{selected.Begin(), selected.End(), u""}}, {selected.Begin(), selected.Begin()}});

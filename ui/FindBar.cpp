@@ -49,11 +49,8 @@ void FindBar::Open(Purpose purpose, const std::optional<std::string>& wanted) {
         ShowControls();
         LayOut();
     }
-    if (wanted) {
-        mControls->wanted.SetText(*wanted);
-    }
+    mControls->wanted.SetText(wanted ? *wanted : mControls->wanted.Text());
     mControls->wanted.SetFocus();
-    mControls->wanted.SelectAll();
 }
 
 // The keyboard leaves a control before that goes.

@@ -18,7 +18,6 @@ void VornMainFrm::mnuAbout_Click() {
     if (!mSplash) {
         mSplash = std::make_unique<frmSplash>(mDesktop);
     }
-    mSplash->SetCaption("");
     mSplash->SetProductName("\"" + Words(Text::Title) + "\"");
     mSplash->ShowModal();
     mSplash.reset(); // it was unloaded: the next time it is loaded again

@@ -5,7 +5,6 @@
 
 #include <memory>
 #include <string>
-#include <string_view>
 
 namespace tessaly {
 
@@ -13,10 +12,7 @@ class UserFuncVarFrm {
 public:
     explicit UserFuncVarFrm(Desktop& desktop);
 
-    void SetCaption(std::string_view caption) { mWindow->SetCaption(caption); }
-    void SetNameLabel(std::string_view caption) { mWindow->SetNameLabel(caption); }
-
-    void SetCancelCaption(std::string_view caption) { mWindow->SetCancelCaption(caption); }
+    void SetTexts(const NameTexts& texts) { mWindow->SetTexts(texts); }
 
     // Returns when the name was accepted or the dialog abandoned.
     void ShowModal() { mWindow->ShowModal(); }

@@ -13,7 +13,6 @@ public:
     // Makes the window and loads it: version and title go into their labels.
     explicit frmSplash(Desktop& desktop);
 
-    void SetCaption(std::string_view caption) { mWindow->SetCaption(caption); }
     void SetProductName(std::string_view name);
 
     // Returns when a key was pressed in it or its frame was clicked.

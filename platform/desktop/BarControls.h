@@ -19,14 +19,9 @@ public:
     // Raised after each change by the user.
     std::function<void()> onChange;
 
-    // UTF-8. One that is set ends in front of its first line break, and raises nothing.
+    // UTF-8. One that is set ends in front of its first line break, is selected, and raises nothing.
     virtual std::string Text() const = 0;
     void SetText(std::string_view text) { ShowText(text.substr(0, text.find_first_of("\r\n"))); }
-
-    virtual void SelectAll() = 0;
-
-    // What it needs, in twips.
-    virtual float PreferredHeight() const = 0;
 
 protected:
     virtual void ShowText(std::string_view text) = 0;
@@ -34,21 +29,15 @@ protected:
 
 enum class ButtonKind { Push, Check };
 
-class Button : public Control {
+class Button : public Captioned {
 public:
-    explicit Button(Controls& controls) : Control(controls, Keyboard::Used) {}
+    explicit Button(Controls& controls) : Captioned(controls, Keyboard::Used) {}
 
     // Raised when the user has pressed it; a check box is checked, or not any more, by then.
     std::function<void()> onClick;
 
-    // Shown as it stands: it has no access key.
-    virtual void SetCaption(std::string_view caption) = 0;
-
     // Of a check box; false for others.
     virtual bool IsChecked() const = 0;
-
-    // What its caption needs, in twips.
-    virtual Size PreferredSize() const = 0;
 
 protected:
     void TellClick() {

@@ -4,6 +4,7 @@
 #include "platform/desktop/Raise.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tessaly {
 
@@ -31,20 +32,34 @@ void ToolBar::RaiseClick(std::int32_t number) {
 }
 
 void StatusBar::AddPanel() {
-    mPanels.emplace_back();
-    ShowPanels();
+    std::vector<Panel> panels = mPanels;
+    panels.emplace_back();
+    Change(std::move(panels));
 }
 
 void StatusBar::SetPanelSpring(std::int32_t number) {
-    At(number).isSpring = true;
-    ShowPanels();
+    std::vector<Panel> panels = mPanels;
+    At(panels, number).isSpring = true;
+    Change(std::move(panels));
 }
 
 void StatusBar::SetPanelText(std::int32_t number, std::string_view text) {
-    Panel& panel = At(number);
+    std::vector<Panel> panels = mPanels;
+    Panel& panel = At(panels, number);
     if (panel.text != text) {
-        ShowText(static_cast<std::size_t>(number) - 1, text);
         panel.text = text;
+        Change(std::move(panels));
+    }
+}
+
+// Where the control fails, the panels are as they were.
+void StatusBar::Change(std::vector<Panel> panels) {
+    mPanels.swap(panels);
+    try {
+        ShowPanels();
+    } catch (...) {
+        mPanels.swap(panels);
+        throw;
     }
 }
 
@@ -69,8 +84,8 @@ void StatusBar::Dock(const Size& client) {
 }
 
 // A number below 1 becomes one far behind the end.
-StatusBar::Panel& StatusBar::At(std::int32_t number) {
-    return mPanels.at(static_cast<std::size_t>(number) - 1);
+StatusBar::Panel& StatusBar::At(std::vector<Panel>& panels, std::int32_t number) {
+    return panels.at(static_cast<std::size_t>(number) - 1);
 }
 
 } // namespace tessaly

@@ -20,7 +20,7 @@ struct ImageList {
     std::vector<std::string> tags = {"Add", "Delete"};
 };
 
-// It stands at the top of the client area until it is given a place.
+// It stands at the top of the client area until it is given a place. It needs as much without a button as with some.
 class ToolBar : public Control {
 public:
     explicit ToolBar(Controls& controls) : Control(controls, Keyboard::Used) {}
@@ -36,9 +36,6 @@ public:
     // Adds a button at the end, with a picture of the image list. Throws std::out_of_range, and adds nothing, when
     // there is no image `image`.
     void AddButton(std::int32_t image, std::string_view tag);
-
-    // What the bar needs for buttons, whether there are any or not, in twips.
-    virtual float PreferredHeight() const = 0;
 
     // Says what a button does, as its tool tip and to a screen reader: at first its tag. Throws std::out_of_range when
     // there is no such button.
@@ -64,16 +61,13 @@ private:
 };
 
 // It begins with no panel, and stands at the bottom of the client area with a line above it until it is given a place.
-// The tool tip of a panel is its text, which may be cut off.
+// The tool tip of a panel is its text, which may be cut off. It needs as much without a panel as with some.
 class StatusBar : public Control {
 public:
     explicit StatusBar(Controls& controls) : Control(controls, Keyboard::Unused) {}
 
     // Adds a panel at the end, with no text.
     void AddPanel();
-
-    // What the bar needs for its panels, whether there are any or not, in twips.
-    virtual float PreferredHeight() const = 0;
 
     // Both throw std::out_of_range when there is no such panel. Springing panels share the width that the others leave.
     void SetPanelSpring(std::int32_t number);
@@ -85,11 +79,8 @@ protected:
         bool isSpring = false;
     };
 
-    // There are other panels now, or others of them spring.
+    // There are other panels now, others of them spring, or they have other texts.
     virtual void ShowPanels() = 0;
-
-    // The panel at `place`, from 0, gets another text.
-    virtual void ShowText(std::size_t place, std::string_view text) = 0;
 
     const std::vector<Panel>& Panels() const { return mPanels; }
 
@@ -100,7 +91,8 @@ protected:
     void Dock(const Size& client) override;
 
 private:
-    Panel& At(std::int32_t number);
+    static Panel& At(std::vector<Panel>& panels, std::int32_t number);
+    void Change(std::vector<Panel> panels);
 
     std::vector<Panel> mPanels;
 };

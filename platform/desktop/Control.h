@@ -113,6 +113,10 @@ public:
     bool IsTabStop() const { return HasTabStop() && mIsTabStop; }
     virtual bool CanHaveFocus() const { return HasTabStop() && mIsVisible; }
 
+    // What it needs, in twips; 0 where it takes what it gets.
+    virtual Size PreferredSize() const { return {}; }
+    float PreferredHeight() const { return PreferredSize().height; }
+
     // Has the system give the keyboard to this control.
     virtual void TakeKeyboard() = 0;
 
@@ -138,15 +142,18 @@ private:
     bool mIsTabStop = true;
 };
 
-// A text that the user cannot change. It shows it as it stands: neither markup nor access keys have a meaning.
-class Label : public Control {
+// Shows a text as it stands: neither markup nor access keys have a meaning.
+class Captioned : public Control {
 public:
-    explicit Label(Controls& controls) : Control(controls, Keyboard::Unused) {}
+    using Control::Control;
 
     virtual void SetCaption(std::string_view caption) = 0;
+};
 
-    // What one line of text needs in the user's font, in twips.
-    virtual float PreferredHeight() const = 0;
+// A text that the user cannot change. It needs what one line takes in his font.
+class Label : public Captioned {
+public:
+    explicit Label(Controls& controls) : Captioned(controls, Keyboard::Unused) {}
 };
 
 } // namespace tessaly

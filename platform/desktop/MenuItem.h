@@ -64,10 +64,11 @@ public:
     void Choose(const MenuItem& item);
 
     // Adds a line between the items of a drop-down.
-    virtual void AddSeparator(MenuItem& parent) = 0;
+    void AddSeparator(MenuItem& parent) { Make(&parent, ""); }
 
 protected:
-    // Stands in the bar, or in the drop-down of `parent`. All items of a desktop are of its own class.
+    // Stands in the bar, or in the drop-down of `parent`. All items of a desktop are of its own class. One without a
+    // name is a line, and null.
     virtual std::unique_ptr<MenuItem> Make(MenuItem* parent, std::string_view name) = 0;
 
     std::vector<std::unique_ptr<MenuItem>> mItems;

@@ -187,7 +187,7 @@ void MessagesWindow::Go(std::size_t row) {
 void MessagesWindow::Show() {
     if (!mIsVisible) {
         const float room = TakePlace();
-        ShowFrame();
+        ShowFrame(true);
         mIsVisible = true;
         mOwner.MakeRoom(room);
     }
@@ -195,19 +195,19 @@ void MessagesWindow::Show() {
 
 void MessagesWindow::Hide() {
     if (mIsVisible) {
-        NoteWish();
-        HideFrame();
+        NoteWish(Around());
+        ShowFrame(false);
         mIsVisible = false;
         mOwner.MakeRoom(0);
     }
 }
 
 // The size is another one than it was given: the user has changed it.
-void MessagesWindow::NoteWish() {
-    if (!mPlace) {
+void MessagesWindow::NoteWish(const std::optional<Surroundings>& around) {
+    if (!mPlace || !around) {
         return;
     }
-    const Extent place = Place();
+    const Extent& place = around->own;
     if (std::abs(place.width - mPlace->width) > Rounding) {
         mWish.width = place.width;
     }
@@ -219,8 +219,8 @@ void MessagesWindow::NoteWish() {
 
 // How much of the main window it takes, from the footer upwards.
 float MessagesWindow::TakePlace() {
-    NoteWish();
     std::optional<Surroundings> around = Around();
+    NoteWish(around);
     if (!around) {
         return 0;
     }

@@ -68,7 +68,8 @@ public:
         Extent work;
         Extent owner;     // the main window with its frame
         Extent client;    // in the frame, below the menus and above the footer
-        Extent pane = {}; // in it
+        Extent pane = {}; // in the client area
+        Extent own = {};  // the messages window with its frame
     };
 
     // A size in one direction is none until the user has chosen it.
@@ -101,11 +102,11 @@ protected:
     // No value where the system finds the places of windows itself.
     virtual std::optional<Surroundings> Around() const = 0;
 
-    // With its frame, as it is on the screen now.
-    virtual Extent Place() const = 0;
+    // With its frame.
     virtual void MoveTo(const Extent& place) = 0;
-    virtual void ShowFrame() = 0;
-    virtual void HideFrame() = 0;
+
+    // The keyboard does not come along, and goes back to the main window if it is here.
+    virtual void ShowFrame(bool isVisible) = 0;
 
     // The user did this. A key is told before a control gets it, and is done with when this returns true.
     bool TellKey(int keyCode, int shift);
@@ -119,7 +120,7 @@ private:
     void SetPage(Page page);
     void Select(std::size_t row);
     void Go(std::size_t row);
-    void NoteWish();
+    void NoteWish(const std::optional<Surroundings>& around);
     float TakePlace();
 
     MessageTexts mTexts;

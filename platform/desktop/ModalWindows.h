@@ -4,7 +4,6 @@
 
 #include <functional>
 #include <string>
-#include <string_view>
 
 namespace tessaly {
 
@@ -12,8 +11,6 @@ namespace tessaly {
 class ModalWindow {
 public:
     virtual ~ModalWindow() = default;
-
-    virtual void SetCaption(std::string_view caption) = 0;
 
     // Shows the window in the middle of its owner, as far as the screen allows, and returns when it was hidden. Closing
     // it by its frame hides it.
@@ -23,6 +20,13 @@ public:
     virtual void Hide() = 0;
 };
 
+// None has a text at first.
+struct NameTexts {
+    std::string caption;
+    std::string label;
+    std::string cancel; // on the button
+};
+
 // A label, a single-line text box that has the focus at first, an OK button (also Enter) and a Cancel button (also
 // Escape and the window's frame).
 class NameWindow : public ModalWindow {
@@ -30,16 +34,13 @@ public:
     std::function<void()> onOk;
     std::function<void()> onCancel;
 
-    virtual void SetNameLabel(std::string_view caption) = 0;
-
-    // The caption of the Cancel button, which has none at first.
-    virtual void SetCancelCaption(std::string_view caption) = 0;
+    virtual void SetTexts(const NameTexts& texts) = 0;
 
     // The text in the box.
     virtual std::string FuncVarName() const = 0;
 };
 
-// The texts of the labels in the splash window.
+// The texts of the labels in the splash window, which has no caption.
 struct SplashLabels {
     std::string LblVersion;
     std::string LblPlatform;

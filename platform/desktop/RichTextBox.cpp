@@ -190,14 +190,14 @@ void RichTextBox::FollowEdit(std::size_t start, const Stretch& removed, const St
     const TextEdit edit = {
         start, removed.text.size(), added.text.size(), LineAt(start) + 1, removed.breaks.size(), added.breaks.size()};
     if (mMarks.Follow(edit, [this](std::size_t line) { return SpanOf(line); })) {
-        ShowMarks();
+        ShowSpots(std::nullopt);
     }
 }
 
 void RichTextBox::SetMatches(std::vector<Match> matches) {
     if (matches != mMatches) {
         mMatches = std::move(matches);
-        ShowAllSpots();
+        ShowSpots(std::nullopt);
     }
 }
 

@@ -107,9 +107,8 @@ public:
     void GiveSight(PaneSight sight);
 
     // As the keys for the clipboard do it.
-    virtual void Cut() = 0;
-    virtual void Copy() = 0;
-    virtual void Paste() = 0;
+    enum class Clip { Cut, Copy, Paste };
+    virtual void Do(Clip step) = 0;
 
     // An unavailable pane takes no input and refuses the focus. It is shown empty and grey, not hidden, so that the
     // window keeps its shape under the user's hand. If it has the focus when it becomes unavailable it keeps it. It is
@@ -129,7 +128,7 @@ public:
     // pane shows neither numbers nor marks, but keeps these.
     void SetLineMarks(std::span<const LineMark> marks) {
         mMarks.Set(marks, Count(), [this](std::size_t line) { return SpanOf(line); });
-        ShowMarks();
+        ShowSpots(std::nullopt);
         Describe();
     }
 
@@ -193,14 +192,8 @@ protected:
     // Does `work`, which calls ShowReplaced some times and SelectEnds, and draws what came of it once.
     virtual void ShowTogether(const std::function<void()>& work) = 0;
 
-    // Other things are set apart in this line, from 0; it may be gone.
-    virtual void ShowSpots(std::size_t line) = 0;
-
-    // The same of all lines.
-    virtual void ShowAllSpots() = 0;
-
-    // Other lines are marked now.
-    virtual void ShowMarks() = 0;
+    // Other things are set apart in this line, from 0, which may be gone; or in any line, and others are marked.
+    virtual void ShowSpots(std::optional<std::size_t> line) = 0;
 
     // The zoom is another one.
     virtual void ShowZoom() = 0;

@@ -75,7 +75,7 @@ public:
     }
     void HideList() {
         if (mCount > 0) {
-            HideNames();
+            ShowNames({}, {});
             mCount = 0;
         }
     }
@@ -95,18 +95,17 @@ public:
     }
     void HideHint() {
         if (mIsHintShown) {
-            HideHintText();
+            ShowHintText({}, {});
             mIsHintShown = false;
         }
     }
     bool IsHintShown() const { return mIsHintShown; }
 
 protected:
+    // No names, or a hint without a text, take away what is shown.
     virtual void ShowNames(const std::vector<SuggestedName>& names, Place place) = 0;
-    virtual void HideNames() = 0;
     virtual void ShowSelected(std::size_t row) = 0;
     virtual void ShowHintText(const HintText& hint, Place place) = 0;
-    virtual void HideHintText() = 0;
 
     // The user did this.
     void TellPick(std::size_t row) {

@@ -10,7 +10,7 @@
 namespace tessaly {
 
 void TreeView::Clear() {
-    RemoveNodes();
+    RemoveNode(nullptr, mSelected != TreeItem::None);
     mItems.clear();
     mKeys.clear();
     mSelected = TreeItem::None;
@@ -65,11 +65,10 @@ TreeItem TreeView::Find(std::string_view key) const {
 }
 
 void TreeView::SetText(TreeItem item, std::string_view text) {
-    Item& changed = mItems.at(item);
-    if (changed.text != text) {
-        ShowText(changed.node, text);
-        changed.text = text;
-    }
+    Item& renamed = mItems.at(item);
+    Item changed = renamed;
+    changed.text = text;
+    Change(renamed, changed);
 }
 
 void TreeView::SetMark(TreeItem item, Mark mark, std::string_view description) {
@@ -89,9 +88,8 @@ void TreeView::SetItalic(TreeItem item, bool isItalic, std::string_view descript
 }
 
 void TreeView::Change(Item& item, const Item& changed) {
-    const Look before = LookOf(item);
     const Look now = LookOf(changed);
-    if (before.mark != now.mark || before.isItalic != now.isItalic || before.description != now.description) {
+    if (LookOf(item) != now) {
         ShowLook(item.node, now);
     }
     item = changed;
@@ -99,7 +97,7 @@ void TreeView::Change(Item& item, const Item& changed) {
 
 TreeView::Look TreeView::LookOf(const Item& item) {
     const bool isBoth = !item.markDescription.empty() && !item.italicDescription.empty();
-    return {item.mark, item.isItalic, item.markDescription + (isBoth ? ", " : "") + item.italicDescription};
+    return {item.text, item.mark, item.isItalic, item.markDescription + (isBoth ? ", " : "") + item.italicDescription};
 }
 
 std::int32_t TreeView::Index(TreeItem item) const {

@@ -74,9 +74,12 @@ protected:
     };
 
     struct Look {
+        std::string text;
         Mark mark = Mark::None;
         bool isItalic = false;
         std::string description; // of both
+
+        bool operator==(const Look&) const = default;
     };
     static Look LookOf(const Item& item);
 
@@ -85,9 +88,10 @@ protected:
 
     // What a desktop does with its control. `node` is the item's.
     virtual void* Insert(TreeItem item, TreeItem parent, std::string_view text) = 0; // returns the new node
-    virtual void RemoveNode(void* node, bool isSelected) = 0; // and all below, one of which may be selected
-    virtual void RemoveNodes() = 0;
-    virtual void ShowText(void* node, std::string_view text) = 0;
+
+    // With all that is below, of which one may be selected; null for all nodes.
+    virtual void RemoveNode(void* node, bool isSelected) = 0;
+
     virtual void ShowLook(void* node, const Look& look) = 0;
     virtual void ExpandNode(void* node) = 0;
     virtual void SelectNode(void* node) = 0;

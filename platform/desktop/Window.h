@@ -111,12 +111,15 @@ public:
 
     // In twips: the outer size, not rounded on the way, and the area for the controls: inside the frame and below the
     // menu bar, as it is while the window is shown.
-    virtual Size Outer() const = 0;
-    virtual Size Client() const = 0;
-    float Width() const { return Outer().width; }
-    float Height() const { return Outer().height; }
-    float ClientWidth() const { return Client().width; }
-    float ClientHeight() const { return Client().height; }
+    struct Sizes {
+        Size outer;
+        Size client;
+    };
+    virtual Sizes CurrentSizes() const = 0;
+    float Width() const { return CurrentSizes().outer.width; }
+    float Height() const { return CurrentSizes().outer.height; }
+    float ClientWidth() const { return CurrentSizes().client.width; }
+    float ClientHeight() const { return CurrentSizes().client.height; }
 
     // The user cannot make the window smaller than this outer size, in twips. It is 0 at first.
     virtual void SetMinimumSize(float width, float height) = 0;

@@ -203,8 +203,7 @@ TEST_P(DesktopContract, TheFrameOfTheNameWindowCancelsAndHides) {
 
 TEST_P(DesktopContract, TheNameWindowShowsItsCaptionAndLabel) {
     const std::unique_ptr<NameWindow> window = TheDesktop().NewNameWindow();
-    window->SetCaption("Add \xC3\xA4");
-    window->SetNameLabel("Type a name.");
+    window->SetTexts({"Add \xC3\xA4", "Type a name.", ""});
     std::string seen;
     user->WillUseName([&](NameWindowUser& nameUser) {
         seen = nameUser.Caption();

@@ -303,12 +303,12 @@ TEST_P(DesktopContract, TheProgramCutsCopiesAndPastes) {
     Edit("ab\ncd", 0);
     Pane().Select({{0, 1}, {1, 1}});
     Record();
-    Pane().Copy();
+    Pane().Do(RichTextBox::Clip::Copy);
     EXPECT_EQ(events, Strings{});
-    Pane().Cut();
+    Pane().Do(RichTextBox::Clip::Cut);
     EXPECT_EQ(Pane().Text(), "ad");
     Pane().MoveCaret(2);
-    Pane().Paste();
+    Pane().Do(RichTextBox::Clip::Paste);
     EXPECT_EQ(Pane().Text(), "adb\r\nc");
     EXPECT_EQ(events, (Strings{"change", "change"}));
 }

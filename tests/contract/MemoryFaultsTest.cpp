@@ -68,10 +68,8 @@ std::vector<std::function<void()>> MemoryFaultsTest::CallsOfServices() {
         [&] { menu.SetChecked(false); },
         [&] { desktop.NewNameWindow(); },
         [&] { desktop.NewSplashWindow(); },
-        [&] { nameWindow->SetCaption(""); },
         [&] { nameWindow->Hide(); },
-        [&] { nameWindow->SetCancelCaption(""); },
-        [&] { nameWindow->SetNameLabel(""); },
+        [&] { nameWindow->SetTexts({}); },
         [&] { nameWindow->FuncVarName(); },
         [&] { splash->SetLabels({}); },
         [&] {

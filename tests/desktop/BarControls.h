@@ -16,8 +16,7 @@ public:
     using Control::Control;
 
     std::string Text() const override { return mText; }
-    void SelectAll() override { mIsSelected = true; }
-    float PreferredHeight() const override { return 330; }
+    Size PreferredSize() const override { return {0, 330}; }
 
     // The user clicks into it.
     void Click() {
@@ -42,7 +41,7 @@ private:
     void ShowText(std::string_view text) override {
         CountCall();
         mText = text;
-        mIsSelected = false;
+        mIsSelected = true;
     }
 
     std::string mText;

@@ -66,9 +66,9 @@ public:
         CountCall();
         mCaption = caption;
     }
-    float PreferredHeight() const override {
+    Size PreferredSize() const override {
         CountCall();
-        return 240;
+        return {0, 240};
     }
 
     const std::string& Caption() const { return mCaption; }

@@ -22,13 +22,8 @@ void MenuItem::Choose() {
 
 std::unique_ptr<tessaly::MenuItem> Menus::Make(tessaly::MenuItem* parent, std::string_view name) {
     mFaults.Count();
-    (parent == nullptr ? mBar : static_cast<MenuItem*>(parent)->dropDown).emplace_back(name);
-    return std::make_unique<MenuItem>(mFaults, *this, name);
-}
-
-void Menus::AddSeparator(tessaly::MenuItem& parent) {
-    mFaults.Count();
-    static_cast<MenuItem&>(parent).dropDown.emplace_back("-");
+    (parent == nullptr ? mBar : static_cast<MenuItem*>(parent)->dropDown).emplace_back(name.empty() ? "-" : name);
+    return name.empty() ? nullptr : std::make_unique<MenuItem>(mFaults, *this, name);
 }
 
 void Menus::Choose(const MenuItem& item) {

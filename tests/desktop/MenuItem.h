@@ -43,8 +43,6 @@ class Menus final : public tessaly::Menus {
 public:
     Menus(Faults& faults, Focus& focus) : tessaly::Menus(focus.controls.focus), mFaults(faults), mFocus(focus) {}
 
-    void AddSeparator(tessaly::MenuItem& parent) override;
-
     // The menu or item of that name. Throws ImpossibleAction when there is none.
     MenuItem& operator[](std::string_view name);
 

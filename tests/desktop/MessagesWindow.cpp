@@ -32,13 +32,15 @@ void MessagesWindow::ShowPage(Page page) {
 }
 
 std::optional<MessagesWindow::Surroundings> MessagesWindow::Around() const {
-    return Surroundings{work, mFrame.Place(), mFrame.ClientPlace()};
+    return Surroundings{work, mFrame.Place(), mFrame.ClientPlace(), {}, mPlace};
 }
 
 // The keyboard goes back to where it was.
-void MessagesWindow::HideFrame() {
+void MessagesWindow::ShowFrame(bool isVisible) {
     mFaults.Count();
-    mFrame.focus.LeaveMessages();
+    if (!isVisible) {
+        mFrame.focus.LeaveMessages();
+    }
 }
 
 void MessagesWindow::GoThere(std::string_view action) {

@@ -33,7 +33,7 @@ public:
     const std::string& Printed() const { return mPrinted; }
     bool IsPrintedInFront() const { return mPage == Page::Printed; }
     bool HasKeyboard() const { return mFrame.focus.isWithMessages; }
-    Extent Place() const override { return mPlace; }
+    const Extent& Place() const { return mPlace; }
 
     // Of the screen, where the main window stands in the upper left corner; see Surroundings.
     Extent work = {0, 0, 24000, 18000};
@@ -46,8 +46,7 @@ private:
     void ShowPage(Page page) override;
     std::optional<Surroundings> Around() const override;
     void MoveTo(const Extent& place) override { mPlace = place; }
-    void ShowFrame() override { mFaults.Count(); }
-    void HideFrame() override;
+    void ShowFrame(bool isVisible) override;
     void GoThere(std::string_view action);
 
     Faults& mFaults;

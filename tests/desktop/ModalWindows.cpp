@@ -8,14 +8,11 @@
 
 namespace tessaly::memory {
 
-void NameWindow::SetNameLabel(std::string_view caption) {
+void NameWindow::SetTexts(const NameTexts& texts) {
     CountCall();
-    mNameLabel = caption;
-}
-
-void NameWindow::SetCancelCaption(std::string_view caption) {
-    CountCall();
-    mCancelCaption = caption;
+    mCaption = texts.caption;
+    mNameLabel = texts.label;
+    mCancelCaption = texts.cancel;
 }
 
 std::string NameWindow::FuncVarName() const {

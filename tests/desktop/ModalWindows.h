@@ -47,11 +47,6 @@ public:
     ModalWindow& operator=(const ModalWindow&) = delete;
     ~ModalWindow() override = default;
 
-    void SetCaption(std::string_view caption) override {
-        CountCall();
-        mCaption = caption;
-    }
-
     void ShowModal() override {
         CountCall();
         if (mScripts.empty()) {
@@ -92,11 +87,12 @@ protected:
 
     void HideByUser() { mIsShown = false; }
 
+    std::string mCaption;
+
 private:
     Faults& mFaults;
     Focus& mOwnerFocus;
     Scripts& mScripts;
-    std::string mCaption = "as it was designed";
     bool mIsShown = false;
 };
 
@@ -104,8 +100,7 @@ class NameWindow final : public ModalWindow<tessaly::NameWindow, NameWindow> {
 public:
     using ModalWindow::ModalWindow;
 
-    void SetNameLabel(std::string_view caption) override;
-    void SetCancelCaption(std::string_view caption) override;
+    void SetTexts(const NameTexts& texts) override;
     std::string FuncVarName() const override;
 
     // The user types into the box, at the end; line breaks are lost there. All of these throw ImpossibleAction while

@@ -133,25 +133,18 @@ void RichTextBox::ShowReplaced(std::size_t start, std::size_t end, std::u16strin
     mAnchor = from;
 }
 
-void RichTextBox::Cut() {
-    if (mCaret != mAnchor) {
-        Copy();
-        ReplaceSelection("");
-    }
-}
-
-void RichTextBox::Copy() {
+void RichTextBox::Do(Clip step) {
     CountCall();
-    if (mCaret != mAnchor) {
+    if (step == Clip::Paste) {
+        if (FuncBodyAvailable()) {
+            ReplaceSelection(WithLineFeeds(mClipboard));
+        }
+    } else if (mCaret != mAnchor) {
         const std::size_t start = std::min(mCaret, mAnchor);
         mClipboard = mShown.substr(start, std::max(mCaret, mAnchor) - start);
-    }
-}
-
-void RichTextBox::Paste() {
-    CountCall();
-    if (FuncBodyAvailable()) {
-        ReplaceSelection(WithLineFeeds(mClipboard));
+        if (step == Clip::Cut) {
+            ReplaceSelection("");
+        }
     }
 }
 
@@ -337,11 +330,11 @@ bool RichTextBox::TakeKey(int keyCode, int shift) {
     } else if (keyCode == 'A' && shift == Ctrl) {
         SelectAll();
     } else if (keyCode == 'C' && shift == Ctrl) {
-        Copy();
+        Do(Clip::Copy);
     } else if (keyCode == 'X' && shift == Ctrl) {
-        Cut();
+        Do(Clip::Cut);
     } else if (keyCode == 'V' && shift == Ctrl) {
-        Paste();
+        Do(Clip::Paste);
     } else if (isLetter && shift == 0) {
         Type(std::string(1, static_cast<char>(keyCode - 'A' + 'a')));
     } else if ((isLetter && shift == Shift) || (isDigit && shift == 0) ||

@@ -22,9 +22,8 @@ public:
     std::size_t Count() const override;
     std::u16string Line(std::size_t index) const override;
     CLineState StateBefore(std::size_t index) const override;
-    void Cut() override;
-    void Copy() override;
-    void Paste() override;
+    using tessaly::RichTextBox::Do;
+    void Do(Clip step) override;
 
     // The user clicks into the pane, which moves the focus there and the caret nowhere. False, and nothing happens,
     // when it is unavailable.
@@ -80,9 +79,7 @@ private:
     void ScrollTo(const PaneScroll& scroll) override { mScroll = scroll; }
     void ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) override;
     void ShowTogether(const std::function<void()>& work) override { work(); }
-    void ShowSpots(std::size_t /*line*/) override {}
-    void ShowAllSpots() override {}
-    void ShowMarks() override {}
+    void ShowSpots(std::optional<std::size_t> /*line*/) override {}
     void ShowZoom() override { CountCall(); }
     void ShowDescription(const std::string& description) override { mSaid = description; }
     std::string_view LineBytes(std::size_t index) const;

@@ -12,9 +12,9 @@ class StatusBar final : public Control<tessaly::StatusBar> {
 public:
     using Control::Control;
 
-    float PreferredHeight() const override {
+    Size PreferredSize() const override {
         CountCall();
-        return 330;
+        return {0, 330};
     }
 
     // What the user sees. All of these throw std::out_of_range when there is no such panel.
@@ -31,7 +31,6 @@ public:
 
 private:
     void ShowPanels() override { CountCall(); }
-    void ShowText(std::size_t /*place*/, std::string_view /*text*/) override { CountCall(); }
     void Dock(const Size& client) override { Show({0, client.height - 330, client.width, 330}); }
 
     const Panel& At(std::int32_t number) const { return Panels().at(static_cast<std::size_t>(number) - 1); }

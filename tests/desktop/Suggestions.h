@@ -34,13 +34,11 @@ private:
         mFaults.Count();
         mNames = names;
     }
-    void HideNames() override { mNames.clear(); }
     void ShowSelected(std::size_t row) override { mRow = row; }
     void ShowHintText(const HintText& hint, Place /*place*/) override {
         mFaults.Count();
         mHint = hint;
     }
-    void HideHintText() override { mHint = {}; }
 
     Faults& mFaults;
     Focus& mFocus;

@@ -13,9 +13,9 @@ class ToolBar final : public Control<tessaly::ToolBar> {
 public:
     using Control::Control;
 
-    float PreferredHeight() const override {
+    Size PreferredSize() const override {
         CountCall();
-        return 420;
+        return {0, 420};
     }
 
     // The user presses button `number`. Throws ImpossibleAction when there is none.

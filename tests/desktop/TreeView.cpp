@@ -22,14 +22,6 @@ void TreeView::RemoveNode(void* /*node*/, bool /*isSelected*/) {
     CountCall();
 }
 
-void TreeView::RemoveNodes() {
-    CountCall();
-}
-
-void TreeView::ShowText(void* /*node*/, std::string_view /*text*/) {
-    CountCall();
-}
-
 void TreeView::ShowLook(void* /*node*/, const Look& /*look*/) {
     CountCall();
 }

@@ -55,8 +55,6 @@ public:
 private:
     void* Insert(TreeItem item, TreeItem parent, std::string_view text) override;
     void RemoveNode(void* node, bool isSelected) override;
-    void RemoveNodes() override;
-    void ShowText(void* node, std::string_view text) override;
     void ShowLook(void* node, const Look& look) override;
     void ExpandNode(void* node) override;
     void SelectNode(void* node) override;

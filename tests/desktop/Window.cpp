@@ -40,14 +40,9 @@ void Window::SetCaption(std::string_view caption) {
     mCaption = caption;
 }
 
-Size Window::Outer() const {
+Window::Sizes Window::CurrentSizes() const {
     mFaults.Count();
-    return mSize;
-}
-
-Size Window::Client() const {
-    mFaults.Count();
-    return {mSize.width - FrameWidth, mSize.height - FrameHeight};
+    return {mSize, {mSize.width - FrameWidth, mSize.height - FrameHeight}};
 }
 
 void Window::SetMinimumSize(float width, float height) {

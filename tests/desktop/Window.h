@@ -18,8 +18,7 @@ public:
     Window(Faults& faults, Application& application, const SequentialFiles& files);
 
     void SetCaption(std::string_view caption) override;
-    Size Outer() const override;
-    Size Client() const override;
+    Sizes CurrentSizes() const override;
     void SetMinimumSize(float width, float height) override;
     void SetIcon(const std::string& path) override;
 

@@ -17,13 +17,15 @@ public:
     explicit TextBox(Window& window);
 
     std::string Text() const override { return FromQt(mEdit.text()); }
-    void SelectAll() override { mEdit.selectAll(); }
-    float PreferredHeight() const override { return ToTwips(mEdit.sizeHint().height()); }
+    Size PreferredSize() const override { return {0, ToTwips(mEdit.sizeHint().height())}; }
 
     QLineEdit& Widget() { return mEdit; }
 
 private:
-    void ShowText(std::string_view text) override { mEdit.setText(ToQt(text)); }
+    void ShowText(std::string_view text) override {
+        mEdit.setText(ToQt(text));
+        mEdit.selectAll();
+    }
 
     QLineEdit mEdit;
 };

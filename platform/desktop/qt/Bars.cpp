@@ -79,8 +79,8 @@ StatusBar::StatusBar(Window& window) : Control(window, mBar), mBar(&window.Area(
     mBar.setAutoFillBackground(true);
 }
 
-float StatusBar::PreferredHeight() const {
-    return ToTwips(std::max(mBar.sizeHint().height(), mBar.fontMetrics().height() + PanelMargin));
+Size StatusBar::PreferredSize() const {
+    return {0, ToTwips(std::max(mBar.sizeHint().height(), mBar.fontMetrics().height() + PanelMargin))};
 }
 
 void StatusBar::Show(const Extent& place) {
@@ -99,14 +99,12 @@ void StatusBar::ShowPanels() {
     for (std::size_t place = 0; place < ends.size(); ++place) {
         mLabels[place]->setGeometry(start, 1, ends[place] - start, mBar.height() - 1);
         start = ends[place];
+        const QString text = ToQt(Panels()[place].text);
+        mLabels[place]->setText(text);
+        // Plain text would be markup where it looks like some.
+        const QString markup = QStringLiteral("<p style='white-space:pre'>%1</p>").arg(text.toHtmlEscaped());
+        mLabels[place]->setToolTip(text.isEmpty() ? text : markup);
     }
-}
-
-void StatusBar::ShowText(std::size_t place, std::string_view text) {
-    mLabels[place]->setText(ToQt(text));
-    const QString markup = QStringLiteral("<p style='white-space:pre'>%1</p>").arg(ToQt(text).toHtmlEscaped());
-    mLabels[place]->setToolTip(text.empty() ? QString()
-                                            : markup); // plain text would be markup where it looks like some
 }
 
 } // namespace tessaly::qt

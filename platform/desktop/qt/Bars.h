@@ -19,7 +19,7 @@ class ToolBar final : public Control<tessaly::ToolBar> {
 public:
     explicit ToolBar(Window& window);
 
-    float PreferredHeight() const override { return mHeight; }
+    Size PreferredSize() const override { return {0, mHeight}; }
 
     // Without a button there is nothing to work on.
     bool CanHaveFocus() const override { return ButtonCount() > 0; }
@@ -59,14 +59,13 @@ class StatusBar final : public Control<tessaly::StatusBar> {
 public:
     explicit StatusBar(Window& window);
 
-    float PreferredHeight() const override;
+    Size PreferredSize() const override;
 
     QWidget& Widget() { return mBar; }
 
 private:
     void Show(const Extent& place) override;
     void ShowPanels() override;
-    void ShowText(std::size_t place, std::string_view text) override;
 
     Bar mBar;
     std::vector<std::unique_ptr<PanelLabel>> mLabels;

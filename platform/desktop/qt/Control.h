@@ -47,7 +47,7 @@ public:
     void SetBuddy(QWidget& named) { mLabel.setBuddy(&named); }
 
     void SetCaption(std::string_view caption) override { ShowLabel(mLabel, caption); }
-    float PreferredHeight() const override { return ToTwips(mLabel.fontMetrics().height()); }
+    Size PreferredSize() const override { return {0, ToTwips(mLabel.fontMetrics().height())}; }
 
     QLabel& Widget() { return mLabel; }
 

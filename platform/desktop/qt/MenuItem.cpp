@@ -44,6 +44,10 @@ QMenu& MenuItem::DropDown() {
 }
 
 std::unique_ptr<tessaly::MenuItem> Menus::Make(tessaly::MenuItem* parent, std::string_view name) {
+    if (name.empty()) {
+        static_cast<MenuItem*>(parent)->DropDown().addSeparator();
+        return nullptr;
+    }
     auto item = std::make_unique<MenuItem>(mFocus, name);
     item->onChosen = [this, &chosen = *item] { Choose(chosen); };
     if (parent == nullptr) {
@@ -53,10 +57,6 @@ std::unique_ptr<tessaly::MenuItem> Menus::Make(tessaly::MenuItem* parent, std::s
         static_cast<MenuItem*>(parent)->DropDown().addAction(&item->Action());
     }
     return item;
-}
-
-void Menus::AddSeparator(tessaly::MenuItem& parent) {
-    static_cast<MenuItem&>(parent).DropDown().addSeparator();
 }
 
 QPoint PlaceForMenu(const QWidget& shown, QPoint wanted) {

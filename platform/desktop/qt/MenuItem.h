@@ -54,8 +54,6 @@ class Menus final : public tessaly::Menus {
 public:
     Menus(QMenuBar& bar, FocusEvents& focus) : tessaly::Menus(focus), mBar(bar), mFocus(focus) {}
 
-    void AddSeparator(tessaly::MenuItem& parent) override;
-
 private:
     std::unique_ptr<tessaly::MenuItem> Make(tessaly::MenuItem* parent, std::string_view name) override;
 

@@ -147,8 +147,12 @@ std::optional<tessaly::MessagesWindow::Surroundings> MessagesWindow::Around() co
     const QRect work = mWindow.screen()->availableGeometry();
     const QRect owner = mWindow.frameGeometry();
     const QWidget& area = mWindow.Area();
-    return Surroundings{InTwips(work.topLeft(), work.size()), InTwips(owner.topLeft(), owner.size()),
-                        InTwips(area.mapToGlobal(QPoint(0, 0)), area.size())};
+    const QRect own = geometry().marginsAdded(Frame());
+    return Surroundings{InTwips(work.topLeft(), work.size()),
+                        InTwips(owner.topLeft(), owner.size()),
+                        InTwips(area.mapToGlobal(QPoint(0, 0)), area.size()),
+                        {},
+                        InTwips(own.topLeft(), own.size())};
 }
 
 QMargins MessagesWindow::Frame() const {
@@ -158,11 +162,6 @@ QMargins MessagesWindow::Frame() const {
             outer.bottom() - inner.bottom()};
 }
 
-Extent MessagesWindow::Place() const {
-    const QRect place = geometry().marginsAdded(Frame());
-    return InTwips(place.topLeft(), place.size());
-}
-
 // What is inside the frame: until the first show Qt takes the window's own frame to be none.
 void MessagesWindow::MoveTo(const Extent& place) {
     const QRect whole(ToPixels(place.left), ToPixels(place.top), ToPixels(place.width), ToPixels(place.height));
@@ -170,10 +169,10 @@ void MessagesWindow::MoveTo(const Extent& place) {
 }
 
 // No window manager gives the keyboard back everywhere.
-void MessagesWindow::HideFrame() {
+void MessagesWindow::ShowFrame(bool isVisible) {
     const bool hadKeyboard = isActiveWindow();
-    hide();
-    if (hadKeyboard) {
+    setVisible(isVisible);
+    if (hadKeyboard && !isVisible) {
         mWindow.activateWindow();
     }
 }

@@ -34,10 +34,8 @@ private:
     void ShowPrinted(std::string_view text, std::size_t unchanged) override;
     void ShowPage(Page page) override;
     std::optional<Surroundings> Around() const override;
-    Extent Place() const override;
     void MoveTo(const Extent& place) override;
-    void ShowFrame() override { show(); }
-    void HideFrame() override;
+    void ShowFrame(bool isVisible) override;
     QMargins Frame() const;
 
     Window& mWindow;

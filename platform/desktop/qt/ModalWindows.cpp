@@ -92,15 +92,17 @@ NameWindow::NameWindow(QWidget& owner, std::function<void()> onHelp) : mDialog(o
         button->setFocusPolicy(Qt::TabFocus);
     }
     mButtons.button(QDialogButtonBox::Ok)->setDefault(true);
-    SetCancelCaption({});
+    SetTexts({});
     QObject::connect(&mButtons, &QDialogButtonBox::accepted, &mDialog, [this] { Raise(onOk); });
     QObject::connect(&mButtons, &QDialogButtonBox::rejected, &mDialog, [this] { Raise(onCancel); });
     mDialog.onEscape = [this] { Raise(onCancel); };
     mDialog.onClose = [this] { Raise(onCancel); };
 }
 
-void NameWindow::SetCancelCaption(std::string_view caption) {
-    mButtons.button(QDialogButtonBox::Cancel)->setText(ToQt(caption));
+void NameWindow::SetTexts(const NameTexts& texts) {
+    mDialog.SetCaption(texts.caption);
+    ShowLabel(mLabel, texts.label);
+    mButtons.button(QDialogButtonBox::Cancel)->setText(ToQt(texts.cancel));
 }
 
 void NameWindow::ShowModal() {
@@ -109,6 +111,7 @@ void NameWindow::ShowModal() {
 }
 
 SplashWindow::SplashWindow(QWidget& owner, std::function<void()> onHelp) : mDialog(owner) {
+    mDialog.SetCaption("");
     mDialog.onHelp = std::move(onHelp);
     mFrame.setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
     mDialogLayout.addWidget(&mFrame);

@@ -41,11 +41,9 @@ class NameWindow final : public tessaly::NameWindow {
 public:
     NameWindow(QWidget& owner, std::function<void()> onHelp);
 
-    void SetCaption(std::string_view caption) override { mDialog.SetCaption(caption); }
     void ShowModal() override;
     void Hide() override { mDialog.hide(); }
-    void SetNameLabel(std::string_view caption) override { ShowLabel(mLabel, caption); }
-    void SetCancelCaption(std::string_view caption) override;
+    void SetTexts(const NameTexts& texts) override;
     std::string FuncVarName() const override { return FromQt(mName.text()); }
 
 private:
@@ -60,7 +58,6 @@ class SplashWindow final : public tessaly::SplashWindow {
 public:
     SplashWindow(QWidget& owner, std::function<void()> onHelp);
 
-    void SetCaption(std::string_view caption) override { mDialog.SetCaption(caption); }
     void ShowModal() override;
     void Hide() override { mDialog.hide(); }
     void SetLabels(const SplashLabels& labels) override;

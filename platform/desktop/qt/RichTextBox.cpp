@@ -180,6 +180,25 @@ void RichTextBox::ShowAvailable(bool available) {
     mEdit.setFocusPolicy(available ? Qt::StrongFocus : Qt::NoFocus);
 }
 
+void RichTextBox::Do(Clip step) {
+    if (step == Clip::Paste) {
+        mEdit.paste();
+    } else if (step == Clip::Cut) {
+        mEdit.cut();
+    } else {
+        mEdit.copy();
+    }
+}
+
+void RichTextBox::ShowSpots(std::optional<std::size_t> line) {
+    if (line) {
+        mEdit.ShowSpots(static_cast<int>(*line));
+    } else {
+        mEdit.ShowMarks();
+        mEdit.viewport()->update();
+    }
+}
+
 float RichTextBox::CharacterWidth() const {
     return static_cast<float>(QFontMetricsF(mEdit.UsersFont()).horizontalAdvance(u'0')) * TwipsInPixel;
 }

@@ -106,9 +106,8 @@ public:
     std::size_t Count() const override { return static_cast<std::size_t>(mEdit.blockCount()); }
     std::u16string Line(std::size_t index) const override;
     CLineState StateBefore(std::size_t index) const override { return mEdit.StateBefore(static_cast<int>(index)); }
-    void Cut() override { mEdit.cut(); }
-    void Copy() override { mEdit.copy(); }
-    void Paste() override { mEdit.paste(); }
+    using tessaly::RichTextBox::Do;
+    void Do(Clip step) override;
 
     // Of the character at a place, on the screen.
     QRect CharacterPlace(Place place) const;
@@ -130,9 +129,7 @@ private:
     void ScrollTo(const PaneScroll& scroll) override;
     void ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) override;
     void ShowTogether(const std::function<void()>& work) override;
-    void ShowSpots(std::size_t line) override { mEdit.ShowSpots(static_cast<int>(line)); }
-    void ShowAllSpots() override { mEdit.viewport()->update(); }
-    void ShowMarks() override { mEdit.ShowMarks(); }
+    void ShowSpots(std::optional<std::size_t> line) override;
     void ShowZoom() override;
     void ShowDescription(const std::string& description) override { mEdit.setAccessibleDescription(ToQt(description)); }
     void ShowTabStops();

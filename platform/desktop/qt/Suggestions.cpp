@@ -129,6 +129,11 @@ void Suggestions::PutBeside(QWidget& what, Place place, Beside wished) {
 }
 
 void Suggestions::ShowNames(const std::vector<SuggestedName>& names, Place place) {
+    if (names.empty()) {
+        mList->hide();
+        Watch();
+        return;
+    }
     MakeList();
     mList->clear();
     mList->setFont(mPane.Widget().font());
@@ -141,26 +146,21 @@ void Suggestions::ShowNames(const std::vector<SuggestedName>& names, Place place
     PutBeside(*mList, place, Beside::Below);
 }
 
-void Suggestions::HideNames() {
-    mList->hide();
-    Watch();
-}
-
 void Suggestions::ShowSelected(std::size_t row) {
     mList->setCurrentItem(mList->topLevelItem(static_cast<int>(row)));
 }
 
 void Suggestions::ShowHintText(const HintText& hint, Place place) {
+    if (hint.text.empty()) {
+        mHint->hide();
+        Watch();
+        return;
+    }
     MakeHint();
     mHint->setFont(mPane.Widget().font());
     mHint->setText(Marked(hint));
     mHint->adjustSize();
     PutBeside(*mHint, place, Beside::Above);
-}
-
-void Suggestions::HideHintText() {
-    mHint->hide();
-    Watch();
 }
 
 } // namespace tessaly::qt

@@ -29,10 +29,8 @@ public:
 
 private:
     void ShowNames(const std::vector<SuggestedName>& names, Place place) override;
-    void HideNames() override;
     void ShowSelected(std::size_t row) override;
     void ShowHintText(const HintText& hint, Place place) override;
-    void HideHintText() override;
     void PutBeside(QWidget& what, Place place, Beside wished);
     void Watch();
     void ShowTip(const QHelpEvent& event);

@@ -171,21 +171,17 @@ void TreeView::RemoveNode(void* node, bool isSelected) {
     if (isSelected) {
         mTree.SelectNothing();
     }
-    const std::unique_ptr<QTreeWidgetItem> removed(&ItemOf(node));
-}
-
-void TreeView::RemoveNodes() {
-    mTree.SelectNothing();
-    mTree.clear();
-}
-
-void TreeView::ShowText(void* node, std::string_view text) {
-    ItemOf(node).setText(0, ToQt(text));
+    if (node == nullptr) {
+        mTree.clear();
+    } else {
+        const std::unique_ptr<QTreeWidgetItem> removed(&ItemOf(node));
+    }
 }
 
 // No line becomes higher by its picture.
 void TreeView::ShowLook(void* node, const Look& look) {
     QTreeWidgetItem& item = ItemOf(node);
+    item.setText(0, ToQt(look.text));
     item.setData(0, Qt::AccessibleDescriptionRole, ToQt(look.description));
     item.setToolTip(0, ToQt(look.description));
     QFont font;

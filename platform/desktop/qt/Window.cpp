@@ -145,7 +145,7 @@ bool Window::eventFilter(QObject* object, QEvent* event) {
         break;
     case QEvent::Resize:
         if (object == centralWidget()) {
-            LayOut(Client());
+            LayOut(CurrentSizes().client);
         }
         break;
     case QEvent::KeyPress:
@@ -225,12 +225,9 @@ void Window::SetCaption(std::string_view caption) {
     setWindowTitle(ToQt(caption));
 }
 
-Size Window::Outer() const {
-    return {ToTwips(width()), ToTwips(height() + FrameHeight)};
-}
-
-Size Window::Client() const {
-    return {ToTwips(width()), ToTwips(height() - menuBar()->heightForWidth(width()))};
+Window::Sizes Window::CurrentSizes() const {
+    return {{ToTwips(width()), ToTwips(height() + FrameHeight)},
+            {ToTwips(width()), ToTwips(height() - menuBar()->heightForWidth(width()))}};
 }
 
 void Window::SetMinimumSize(float width, float height) {

@@ -36,8 +36,7 @@ public:
     ~Window() override;
 
     void SetCaption(std::string_view caption) override;
-    Size Outer() const override;
-    Size Client() const override;
+    Sizes CurrentSizes() const override;
     void SetMinimumSize(float width, float height) override;
     void SetIcon(const std::string& path) override;
 

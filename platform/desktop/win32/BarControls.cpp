@@ -33,10 +33,11 @@ void TextBox::ShowText(std::string_view text) {
     mIsSetting = true;
     SetWindowTextW(Handle(), ToWide(text).c_str());
     mIsSetting = false;
+    Send(EM_SETSEL, 0, -1);
 }
 
-float TextBox::PreferredHeight() const {
-    return ToTwips(MeasureFont(ParentWindow().Font()).tmHeight, ParentWindow().Dpi()) + AroundLine;
+Size TextBox::PreferredSize() const {
+    return {0, ToTwips(MeasureFont(ParentWindow().Font()).tmHeight, ParentWindow().Dpi()) + AroundLine};
 }
 
 void TextBox::Command(int /*id*/, int code) {

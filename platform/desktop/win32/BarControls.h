@@ -15,8 +15,7 @@ public:
     TextBox(Parent& parent, int id);
 
     std::string Text() const override;
-    void SelectAll() override { Send(EM_SETSEL, 0, -1); }
-    float PreferredHeight() const override;
+    Size PreferredSize() const override;
 
     void Command(int id, int code) override;
 

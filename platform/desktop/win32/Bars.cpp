@@ -80,9 +80,9 @@ void ToolBar::ShowTip(std::int32_t number, std::string_view tip) {
          reinterpret_cast<LPARAM>(&changed));
 }
 
-float ToolBar::PreferredHeight() const {
+Size ToolBar::PreferredSize() const {
     Send(TB_AUTOSIZE);
-    return ShownHeight();
+    return {0, ShownHeight()};
 }
 
 // The bar is still at work with the button, which the handler may remove.
@@ -114,23 +114,23 @@ void ToolBar::Show(const Extent& place) {
 }
 
 StatusBar::StatusBar(Parent& parent) : Control(parent, {STATUSCLASSNAMEW, SBARS_SIZEGRIP, 0, ControlId::StatusBar1}) {
-    ShowPanels();
+    ShowEdges();
 }
 
-float StatusBar::PreferredHeight() const {
+Size StatusBar::PreferredSize() const {
     Send(WM_SIZE);
-    return ShownHeight();
+    return {0, ShownHeight()};
 }
 
 void StatusBar::Rescale() {
     Child::Rescale();
-    ShowPanels();
+    ShowEdges();
 }
 
 LRESULT StatusBar::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     // Asked for its size it moves to the bottom by itself, which is right only without a place.
     if (message == WM_SIZE && IsPlaced()) {
-        ShowPanels();
+        ShowEdges();
         return 0;
     }
     if (message == WM_MOUSEMOVE && mToolTips == nullptr) { // not before: their window takes its time
@@ -145,7 +145,7 @@ LRESULT StatusBar::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     const LRESULT result = Default(message, wParam, lParam);
     if (message == WM_SIZE) {
-        ShowPanels();
+        ShowEdges();
     }
     return result;
 }
@@ -171,7 +171,7 @@ void StatusBar::SendToolTips(UINT message) const {
     }
 }
 
-void StatusBar::ShowPanels() {
+void StatusBar::ShowEdges() {
     RECT rect = {};
     GetClientRect(Handle(), &rect);
     std::vector<int> edges = Ends(rect.right, ToPixels(FixedWidth, ParentWindow().Dpi()));
@@ -186,10 +186,13 @@ void StatusBar::ShowPanels() {
 }
 
 // A tab would move what follows to the middle or the right of the panel.
-void StatusBar::ShowText(std::size_t place, std::string_view text) {
-    std::wstring wide = ToWide(text);
-    std::replace(wide.begin(), wide.end(), L'\t', L' ');
-    Send(SB_SETTEXTW, place, reinterpret_cast<LPARAM>(wide.c_str()));
+void StatusBar::ShowPanels() {
+    ShowEdges();
+    for (std::size_t place = 0; place < Panels().size(); ++place) {
+        std::wstring wide = ToWide(Panels()[place].text);
+        std::replace(wide.begin(), wide.end(), L'\t', L' ');
+        Send(SB_SETTEXTW, place, reinterpret_cast<LPARAM>(wide.c_str()));
+    }
 }
 
 } // namespace tessaly::win32

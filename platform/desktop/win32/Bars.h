@@ -14,7 +14,7 @@ class ToolBar final : public Control<tessaly::ToolBar> {
 public:
     explicit ToolBar(Parent& parent);
 
-    float PreferredHeight() const override;
+    Size PreferredSize() const override;
     void Command(int id, int code) override;
     void Rescale() override;
 
@@ -35,14 +35,14 @@ class StatusBar final : public Control<tessaly::StatusBar> {
 public:
     explicit StatusBar(Parent& parent);
 
-    float PreferredHeight() const override;
+    Size PreferredSize() const override;
     void Rescale() override;
 
 private:
     LRESULT Message(UINT message, WPARAM wParam, LPARAM lParam) override;
     void Dock(const Size& /*client*/) override { Send(WM_SIZE); }
     void ShowPanels() override;
-    void ShowText(std::size_t place, std::string_view text) override;
+    void ShowEdges();
     void MakeToolTips();
     void SendToolTips(UINT message) const;
 

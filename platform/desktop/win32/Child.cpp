@@ -207,8 +207,8 @@ void Label::SetCaption(std::string_view caption) {
     }
 }
 
-float Label::PreferredHeight() const {
-    return ToTwips(MeasureFont(ParentWindow().Font()).tmHeight, ParentWindow().Dpi());
+Size Label::PreferredSize() const {
+    return {0, ToTwips(MeasureFont(ParentWindow().Font()).tmHeight, ParentWindow().Dpi())};
 }
 
 } // namespace tessaly::win32

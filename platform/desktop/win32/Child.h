@@ -151,7 +151,7 @@ public:
     Label(Parent& parent, int id);
 
     void SetCaption(std::string_view caption) override;
-    float PreferredHeight() const override;
+    Size PreferredSize() const override;
 
     // The caption is also the text of `control`, which shows none: it names the control for a screen reader. Others get
     // their name from the label in front of them.

@@ -63,16 +63,16 @@ void Menus::Attach() {
 
 std::unique_ptr<tessaly::MenuItem> Menus::Make(tessaly::MenuItem* parent, std::string_view name) {
     HMENU menu = parent == nullptr ? mBar : static_cast<MenuItem*>(parent)->DropDown();
+    if (name.empty()) {
+        AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+        return nullptr;
+    }
     const int id = ControlId::FirstMenu + static_cast<int>(mItems.size());
     auto item = std::make_unique<MenuItem>(mWindow, menu, id, name);
     if (IsWindowVisible(mWindow)) {
         DrawMenuBar(mWindow);
     }
     return item;
-}
-
-void Menus::AddSeparator(tessaly::MenuItem& parent) {
-    AppendMenuW(static_cast<MenuItem&>(parent).DropDown(), MF_SEPARATOR, 0, nullptr);
 }
 
 void Menus::Choose(int id) {

@@ -45,8 +45,6 @@ public:
     // The window owns the bar from now on.
     void Attach();
 
-    void AddSeparator(tessaly::MenuItem& parent) override;
-
     // The user has chosen the item with this id.
     void Choose(int id);
 

@@ -195,14 +195,11 @@ std::optional<tessaly::MessagesWindow::Surroundings> MessagesWindow::Around() co
     RECT client = {};
     GetClientRect(mFrame.Handle(), &client);
     MapWindowPoints(mFrame.Handle(), nullptr, reinterpret_cast<POINT*>(&client), 2);
+    RECT own = {};
+    GetWindowRect(Handle(), &own);
     const int dpi = mFrame.Dpi();
-    return Surroundings{InTwips(WorkArea(mFrame.Handle()), dpi), InTwips(owner, dpi), InTwips(client, dpi)};
-}
-
-Extent MessagesWindow::Place() const {
-    RECT rect = {};
-    GetWindowRect(Handle(), &rect);
-    return InTwips(rect, mFrame.Dpi());
+    return Surroundings{
+        InTwips(WorkArea(mFrame.Handle()), dpi), InTwips(owner, dpi), InTwips(client, dpi), {}, InTwips(own, dpi)};
 }
 
 void MessagesWindow::MoveTo(const Extent& place) {
@@ -211,16 +208,13 @@ void MessagesWindow::MoveTo(const Extent& place) {
                  ToPixels(place.height, dpi), SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void MessagesWindow::ShowFrame() {
-    mIsComing = true;
-    ShowWindow(Handle(), SW_SHOWNOACTIVATE);
-}
-
-void MessagesWindow::HideFrame() {
-    if (GetActiveWindow() == Handle()) {
+void MessagesWindow::ShowFrame(bool isVisible) {
+    if (isVisible) {
+        mIsComing = true;
+    } else if (GetActiveWindow() == Handle()) {
         SetActiveWindow(mFrame.Handle());
     }
-    ShowWindow(Handle(), SW_HIDE);
+    ShowWindow(Handle(), isVisible ? SW_SHOWNOACTIVATE : SW_HIDE);
 }
 
 // F10 would open the menu of the window, and Ctrl with Tab turns the page.

@@ -24,10 +24,8 @@ private:
     void ShowPrinted(std::string_view text, std::size_t unchanged) override;
     void ShowPage(Page page) override;
     std::optional<Surroundings> Around() const override;
-    Extent Place() const override;
     void MoveTo(const Extent& place) override;
-    void ShowFrame() override;
-    void HideFrame() override;
+    void ShowFrame(bool isVisible) override;
 
     EventLoop::Filter MakeFrame();
     LRESULT Message(UINT message, WPARAM wParam, LPARAM lParam) override;

@@ -76,10 +76,6 @@ ModalWindow::ModalWindow(EventLoop& theLoop, HWND owner, const wchar_t* classNam
     Create(className, ModalStyle, ExtendedModalStyle, {}, owner);
 }
 
-void ModalWindow::SetTitle(std::string_view caption) {
-    SetWindowTextW(Handle(), ToWide(caption).c_str());
-}
-
 void ModalWindow::Run() {
     Resize(WindowDpi(mOwner));
     PutInTheMiddle();
@@ -170,12 +166,10 @@ NameWindow::NameWindow(EventLoop& theLoop, HWND owner)
     mCancel.SetExtent(CancelPlace);
 }
 
-void NameWindow::SetNameLabel(std::string_view caption) {
-    ShowText(mLabel, caption);
-}
-
-void NameWindow::SetCancelCaption(std::string_view caption) {
-    ShowText(mCancel, caption);
+void NameWindow::SetTexts(const NameTexts& texts) {
+    SetWindowTextW(Handle(), ToWide(texts.caption).c_str());
+    ShowText(mLabel, texts.label);
+    ShowText(mCancel, texts.cancel);
 }
 
 std::string NameWindow::FuncVarName() const {

@@ -15,8 +15,6 @@ public:
     // `client` is the size of its client area in twips.
     ModalWindow(EventLoop& loop, HWND owner, const wchar_t* className, const Size& client);
 
-    void SetTitle(std::string_view caption);
-
     // Shows it in the middle of its owner and returns when it was hidden.
     void Run();
     void End();
@@ -46,11 +44,9 @@ class NameWindow final : public tessaly::NameWindow, private ModalWindow {
 public:
     NameWindow(EventLoop& loop, HWND owner);
 
-    void SetCaption(std::string_view caption) override { SetTitle(caption); }
     void ShowModal() override { Run(); }
     void Hide() override { End(); }
-    void SetNameLabel(std::string_view caption) override;
-    void SetCancelCaption(std::string_view caption) override;
+    void SetTexts(const NameTexts& texts) override;
     std::string FuncVarName() const override;
 
 private:
@@ -68,7 +64,6 @@ class SplashWindow final : public tessaly::SplashWindow, private ModalWindow {
 public:
     SplashWindow(EventLoop& loop, HWND owner);
 
-    void SetCaption(std::string_view caption) override { SetTitle(caption); }
     void ShowModal() override { Run(); }
     void Hide() override { End(); }
     void SetLabels(const SplashLabels& labels) override;

@@ -126,6 +126,15 @@ std::optional<tessaly::Place> RichTextBox::PlaceUnder(POINT point) const {
     return tessaly::Place{number, position - SpanOf(number + 1).begin};
 }
 
+void RichTextBox::ShowSpots(std::optional<std::size_t> line) {
+    if (line) {
+        mSpots.Repaint(*line);
+    } else {
+        InvalidateRect(Handle(), nullptr, TRUE);
+        mMargin.Paint();
+    }
+}
+
 float RichTextBox::CharacterWidth() const {
     const LOGFONTW font = TextFont(100);
     const FontOwner made(CreateFontIndirectW(&font));
@@ -304,11 +313,6 @@ void RichTextBox::ShowDescription(const std::string& description) {
     if (mHasReader) {
         DescribeControl(Handle(), CHILDID_SELF, ToWide(description));
     }
-}
-
-void RichTextBox::ShowMarks() {
-    InvalidateRect(Handle(), nullptr, FALSE);
-    mMargin.Paint();
 }
 
 // While an edit is being done the text is not yet what the control has.

@@ -29,9 +29,8 @@ public:
     std::size_t Count() const override { return mFormat.Lines().Count(); }
     std::u16string Line(std::size_t index) const override;
     CLineState StateBefore(std::size_t index) const override { return mFormat.StateBefore(index); }
-    void Cut() override { Send(WM_CUT); }
-    void Copy() override { Send(WM_COPY); }
-    void Paste() override { Send(WM_PASTE); }
+    using tessaly::RichTextBox::Do;
+    void Do(Clip step) override { Send(step == Clip::Cut ? WM_CUT : step == Clip::Copy ? WM_COPY : WM_PASTE); }
 
     // Of the character at a place, on the screen.
     RECT CharacterPlace(tessaly::Place place) const;
@@ -70,9 +69,7 @@ private:
     void ScrollTo(const PaneScroll& scroll) override;
     void ShowReplaced(std::size_t start, std::size_t end, std::u16string_view text) override;
     void ShowTogether(const std::function<void()>& work) override;
-    void ShowSpots(std::size_t line) override { mSpots.Repaint(line); }
-    void ShowAllSpots() override { InvalidateRect(Handle(), nullptr, TRUE); }
-    void ShowMarks() override;
+    void ShowSpots(std::optional<std::size_t> line) override;
     void ShowZoom() override;
     void ShowDescription(const std::string& description) override;
     void ShowBackground();

@@ -207,6 +207,10 @@ bool Suggestions::TakeMouse(const MSG& message) {
 
 void Suggestions::ShowNames(const std::vector<SuggestedName>& names, Place place) {
     MakeWindows();
+    if (names.empty()) {
+        mWindows->listPopup.Hide();
+        return;
+    }
     Popup& popup = mWindows->listPopup;
     HWND list = mWindows->list.Handle();
     popup.Rescale();
@@ -236,7 +240,11 @@ void Suggestions::ShowSelected(std::size_t row) {
 
 void Suggestions::ShowHintText(const HintText& hint, Place place) {
     MakeWindows();
-    mWindows->hint.Show(hint, mPane.CharacterPlace(place));
+    if (hint.text.empty()) {
+        mWindows->hint.Hide();
+    } else {
+        mWindows->hint.Show(hint, mPane.CharacterPlace(place));
+    }
 }
 
 } // namespace tessaly::win32

@@ -88,10 +88,8 @@ private:
     };
 
     void ShowNames(const std::vector<SuggestedName>& names, Place place) override;
-    void HideNames() override { mWindows->listPopup.Hide(); }
     void ShowSelected(std::size_t row) override;
     void ShowHintText(const HintText& hint, Place place) override;
-    void HideHintText() override { mWindows->hint.Hide(); }
     void MakeWindows();
     bool TakeMessage(const MSG& message);
     bool TakeMouse(const MSG& message);

@@ -42,14 +42,6 @@ TreeView::TreeView(win32::Parent& parent)
     Send(TVM_SETEXTENDEDSTYLE, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
 }
 
-void TreeView::RemoveNodes() {
-    const Flagged atWork(mIsProgramAtWork);
-    SelectNode(nullptr);
-    Send(WM_SETREDRAW, FALSE);
-    Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
-    Send(WM_SETREDRAW, TRUE);
-}
-
 void* TreeView::Insert(TreeItem item, TreeItem parent, std::string_view text) {
     const Flagged atWork(mIsProgramAtWork);
     HoldDrawing();
@@ -88,27 +80,26 @@ void TreeView::RemoveNode(void* node, bool isSelected) {
     if (isSelected) {
         SelectNode(nullptr);
     }
-    Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(node));
-}
-
-void TreeView::ShowText(void* node, std::string_view text) {
-    std::wstring wide = ToWide(text);
-    TVITEMW shown = {};
-    shown.mask = TVIF_HANDLE | TVIF_TEXT;
-    shown.hItem = static_cast<HTREEITEM>(node);
-    shown.pszText = wide.data();
-    Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&shown));
+    if (node != nullptr) {
+        Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(node));
+        return;
+    }
+    Send(WM_SETREDRAW, FALSE); // of many, each would be drawn
+    Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
+    Send(WM_SETREDRAW, TRUE);
 }
 
 // The picture is the state's, as only items that have one make room for it.
 void TreeView::ShowLook(void* node, const Look& look) {
-    if (!mPictures) {
+    if (!mPictures && !look.description.empty()) {
         ShowPictures();
         SetWindowLongW(Handle(), GWL_STYLE, GetWindowLongW(Handle(), GWL_STYLE) | TVS_INFOTIP);
     }
+    std::wstring text = ToWide(look.text);
     TVITEMW shown = {};
-    shown.mask = TVIF_HANDLE | TVIF_STATE;
+    shown.mask = TVIF_HANDLE | TVIF_STATE | TVIF_TEXT;
     shown.hItem = static_cast<HTREEITEM>(node);
+    shown.pszText = text.data();
     shown.stateMask = TVIS_STATEIMAGEMASK;
     shown.state = INDEXTOSTATEIMAGEMASK(static_cast<UINT>(look.mark));
     Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&shown));

@@ -91,9 +91,9 @@ void Window::SetCaption(std::string_view caption) {
     SetWindowTextW(Handle(), ToWide(caption).c_str());
 }
 
-Size Window::Client() const {
+Window::Sizes Window::CurrentSizes() const {
     const SIZE frame = FrameSize({}, Style, ExtendedStyle, true, Dpi());
-    return {mSize.width - ToTwips(frame.cx, Dpi()), mSize.height - ToTwips(frame.cy, Dpi())};
+    return {mSize, {mSize.width - ToTwips(frame.cx, Dpi()), mSize.height - ToTwips(frame.cy, Dpi())}};
 }
 
 void Window::LimitSize(MINMAXINFO& limits) const {

@@ -23,8 +23,7 @@ public:
     ~Window() override;
 
     void SetCaption(std::string_view caption) override;
-    Size Outer() const override { return mSize; }
-    Size Client() const override;
+    Sizes CurrentSizes() const override;
     void SetMinimumSize(float width, float height) override { mMinimum = {width, height}; }
     void SetIcon(const std::string& path) override;
 

@@ -168,7 +168,6 @@ TEST_F(QtDesktopTest, TheMessagesWindowDoesNotAskForTheKeyboard) {
 
 TEST_F(QtDesktopTest, ATitleOfADialogIsNeverTheNameOfTheProgram) {
     const std::unique_ptr<SplashWindow> splash = user.Qt().NewSplashWindow();
-    splash->SetCaption("");
     splash->onKeyPress = [&splash] { splash->Hide(); };
     QString title;
     user.WillUseSplash([&title](SplashWindowUser& window) {
@@ -277,7 +276,7 @@ TEST_F(QtDesktopTest, AScreenReaderSaysTheLabelOfAControl) {
 
 TEST_F(QtDesktopTest, AScreenReaderSaysTheRequestForTheNameBox) {
     const std::unique_ptr<NameWindow> dialog = user.Qt().NewNameWindow();
-    dialog->SetNameLabel("Please type in the name");
+    dialog->SetTexts({"", "Please type in the name", ""});
     dialog->onCancel = [&dialog] { dialog->Hide(); };
     std::string name;
     user.WillUseName([&name](NameWindowUser& window) {
