@@ -88,11 +88,11 @@ def commands(psf, folder):
     all_files = sorted(str(path) for path in (folder / "many").iterdir())
     merge = [psf, "merge", *(str(folder / f"{name}.PSF") for name in ("base", "copy", "theirs"))]
     yield "fleet/cat", ["cat", *all_files], BYTES
-    yield "fleet/check", [psf, "check", many], BYTES
-    yield "fleet/tidy", [psf, "tidy", "--check", many], BYTES
+    for name, words in [("check", ["check"]), ("tidy", ["tidy", "--check"])]:
+        yield f"fleet/{name}", [psf, *words, many], BYTES
+        yield f"fleet/{name}-nothing", [psf, *words, str(folder / "empty")], 0
     yield "fleet/merge", merge, 0
     yield "fleet/huge", [psf, "check", str(folder / "huge.PSF")], (folder / "huge.PSF").stat().st_size
-    yield "fleet/nothing", [psf, "check", str(folder / "empty")], 0
 
 
 def measure(psf, folder):

@@ -16,18 +16,6 @@ namespace {
 constexpr std::size_t FlushSize = std::size_t{1024} * 1024;
 constexpr std::size_t SliceSize = std::size_t{64} * 1024;
 
-// The length of the next slice of `text`, which must not end inside a character.
-std::size_t NextSlice(std::string_view text) {
-    if (text.size() <= SliceSize) {
-        return text.size();
-    }
-    std::size_t size = SliceSize;
-    while (size > SliceSize - 3 && IsContinuation(text[size])) {
-        --size;
-    }
-    return size;
-}
-
 } // namespace
 
 EncodedOutput::EncodedOutput(std::unique_ptr<OutputFile> file, const CodePage& codePage)
@@ -39,10 +27,10 @@ EncodedOutput::~EncodedOutput() = default;
 
 void EncodedOutput::Write(std::string_view text) {
     while (!text.empty()) {
-        const std::size_t size = NextSlice(text);
-        const char* const end = mCodePage.Encode(text.substr(0, size), mPending.get() + mPendingSize);
+        const std::string_view slice = Utf8Front(text, SliceSize);
+        const char* const end = mCodePage.Encode(slice, mPending.get() + mPendingSize);
         mPendingSize = static_cast<std::size_t>(end - mPending.get());
-        text.remove_prefix(size);
+        text.remove_prefix(slice.size());
         if (mPendingSize >= FlushSize) { // a slice must always fit behind it
             Flush();
         }

@@ -14,10 +14,10 @@ namespace {
 
 // Tells for each function whether AddFunction would refuse it: the name of an earlier one begins with its name. Earlier
 // ones that are refused count, too: what refused them begins with the same and is earlier still.
-std::vector<bool> WouldCollide(const std::vector<FuncObject::NewFunction>& functions) {
+std::vector<bool> WouldCollide(const std::vector<FuncObject::Function>& functions) {
     std::vector<std::string> folded;
     folded.reserve(functions.size());
-    for (const FuncObject::NewFunction& function : functions) {
+    for (const FuncObject::Function& function : functions) {
         folded.push_back(FoldCase(function.name));
     }
     struct Entry {
@@ -78,7 +78,7 @@ Status FuncObject::AddFunction(std::string_view name, std::string_view prototype
         if (place != index.end() && place->first.starts_with(folded)) {
             return Status::NameCollision;
         }
-        Function function{mNextSerial, std::string(name), SharedText(prototype), SharedText(code)};
+        Function function{std::string(name), SharedText(prototype), SharedText(code), mNextSerial};
         // Room first, so that nothing can fail between the two insertions.
         if (mFunctions.size() == mFunctions.capacity()) {
             mFunctions.reserve(mFunctions.size() * 2 + 8);
@@ -91,20 +91,24 @@ Status FuncObject::AddFunction(std::string_view name, std::string_view prototype
     }
 }
 
-void FuncObject::Fill(std::vector<NewFunction> functions) {
+void FuncObject::Fill(std::vector<Function> functions) {
     if (!mFunctions.empty()) {
         throw std::logic_error("only an empty table can be filled");
     }
     const std::vector<bool> collisions = WouldCollide(functions);
-    mFunctions.reserve(functions.size());
-    mByFoldedName.reset();
+    std::size_t count = 0;
     for (std::size_t i = 0; i < functions.size(); ++i) {
         if (!collisions[i]) {
-            NewFunction& function = functions[i];
-            mFunctions.push_back(
-                {mNextSerial++, std::move(function.name), std::move(function.prototype), std::move(function.code)});
+            functions[i].serial = mNextSerial++;
+            if (count != i) {
+                functions[count] = std::move(functions[i]);
+            }
+            ++count;
         }
     }
+    functions.resize(count);
+    mFunctions = std::move(functions);
+    mByFoldedName.reset();
 }
 
 std::optional<Status> FuncObject::GetName(std::int32_t index, std::string& name) const {

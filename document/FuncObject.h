@@ -35,12 +35,13 @@ public:
     // Fills an empty table with `functions` in one go, as AddFunction would add one after the other: what
     // collides is left out. Throws std::logic_error when the table is not empty; on any error it stays as it was.
     // Adding them one by one, a load of 100 MB takes 1.3 times as long.
-    struct NewFunction {
+    struct Function {
         std::string name;
         SharedText prototype;
         SharedText code;
+        std::uint64_t serial = 0; // the table's own; grows with every function added, so the list is sorted by it
     };
-    void Fill(std::vector<NewFunction> functions);
+    void Fill(std::vector<Function> functions);
 
     // `name` = the name at `index`, or "". No value when the table is empty (callers take that as Done),
     // else Done, or IndexOutOfRange.
@@ -74,12 +75,6 @@ public:
     std::optional<std::string_view> FindCollision(std::string_view name) const;
 
 private:
-    struct Function {
-        std::uint64_t serial; // grows with every function added, so the list is sorted by it
-        std::string name;
-        SharedText prototype;
-        SharedText code;
-    };
     // Serials by folded name. Folded names are unique, since a name collides with itself, so this also serves the
     // exact look-ups; and the names that begin with a text stand together in it.
     using Index = std::map<std::string, std::uint64_t, std::less<>>;

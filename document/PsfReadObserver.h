@@ -46,7 +46,8 @@ public:
     // A line that counts for nothing where it stands.
     virtual void Ignored(PsfLine) {}
 
-    // How many bytes of the code of a function or of an event's text, the first ones, go into the document.
+    // How many bytes of the code of a function or of an event's text that has just ended, the first ones, go into the
+    // document.
     virtual std::size_t KeptSize(std::string_view text) { return text.size(); }
 };
 

@@ -100,8 +100,8 @@ private:
     std::string mNames;
     TextCollector mCurProtoType;
     TextCollector mCurFuncBody;
-    bool mBodyGoesOn = false;                   // past the end of its function
-    std::vector<FuncObject::NewFunction> mRead; // what goes into the table when all functions have been read
+    bool mBodyGoesOn = false;                // past the end of its function
+    std::vector<FuncObject::Function> mRead; // what goes into the table when all functions have been read
     TextCollector mEventText;
     bool mEventGoesOn = false; // past the end of its event
     bool mEndPSFSeen = false;
@@ -295,14 +295,14 @@ bool PsfReader::EndsEvent(std::int32_t index) {
 }
 
 void PsfReader::StoreEvent(std::int32_t index) {
-    mContent.eventTexts[static_cast<std::size_t>(index)] = Kept(mEventText);
     mObserver.Event(PsfStep::Ended, index, Line());
+    mContent.eventTexts[static_cast<std::size_t>(index)] = Kept(mEventText);
 }
 
 SharedText PsfReader::Kept(TextCollector& collector) {
-    SharedText text = collector.Share();
-    const std::size_t size = mObserver.KeptSize(text.View());
-    return size < text.View().size() ? SharedText(text.View().substr(0, size)) : text;
+    const std::string_view text = collector.View();
+    const std::size_t size = mObserver.KeptSize(text);
+    return size < text.size() ? SharedText(text.substr(0, size)) : collector.Share();
 }
 
 // Goes on to the next line for which `isWanted`; false at the end of the file. The lines before it count for nothing.

@@ -32,7 +32,8 @@ public:
     // Where the next pieces are to be appended; nothing but appending is allowed.
     std::string& Tail() { return mTail; }
 
-    // The whole text so far.
+    // The whole text so far, good until the next call of anything here.
+    std::string_view View() { return mSize == 0 ? std::string_view(mTail) : Share().View(); }
     SharedText Share();
 
 private:

@@ -53,29 +53,46 @@ public:
     explicit Output(ComparedFile& file) : mFile(file) {}
 
     void Write(std::string_view bytes) override {
-        if (mFile.mSame == mWritten) {
-            const std::string_view wanted = mFile.mBytes.substr(mWritten, bytes.size());
-            mFile.mSame += wanted == bytes // which is far quicker to tell
-                               ? bytes.size()
-                               : static_cast<std::size_t>(
-                                     std::mismatch(wanted.begin(), wanted.end(), bytes.begin()).first - wanted.begin());
+        while (!bytes.empty() && !mDiffers) {
+            const std::string_view wanted = mFile.Expected().substr(0, bytes.size());
+            const std::string_view written = bytes.substr(0, wanted.size());
+            if (wanted == written) { // which is far quicker to tell
+                mFile.mSame += wanted.size();
+            } else {
+                const auto differs = std::mismatch(wanted.begin(), wanted.end(), written.begin()).first;
+                mFile.mSame += static_cast<std::size_t>(differs - wanted.begin());
+            }
+            mDiffers = wanted.empty() || wanted != written;
+            bytes.remove_prefix(wanted.size());
         }
-        mWritten += bytes.size();
     }
 
-    void Close() override { mFile.mIsSame = mFile.mSame == mWritten && mWritten == mFile.mBytes.size(); }
+    void Close() override { mFile.mIsSame = !mDiffers && mFile.Expected().empty(); }
 
 private:
     ComparedFile& mFile;
-    std::size_t mWritten = 0;
+    bool mDiffers = false;
 };
+
+void ComparedFile::TakeAsWritten(std::size_t offset, std::size_t size) {
+    mTaken.push_back({offset, size});
+}
+
+// What is to be written next, as far as it stands in one piece.
+std::string_view ComparedFile::Expected() {
+    while (mNextTaken < mTaken.size() && mTaken[mNextTaken].offset == mSame) {
+        mSame += mTaken[mNextTaken++].size;
+    }
+    const std::size_t end = mNextTaken < mTaken.size() ? mTaken[mNextTaken].offset : mBytes.size();
+    return mBytes.substr(mSame, end - mSame);
+}
 
 std::unique_ptr<InputFile> ComparedFile::OpenForInput(const std::string& /*path*/) {
     return std::make_unique<MemoryInput>(mBytes);
 }
 
 std::unique_ptr<OutputFile> ComparedFile::OpenForOutput(const std::string& /*path*/) {
-    mSame = 0;
+    mSame = mNextTaken = 0;
     mIsSame = false;
     return std::make_unique<Output>(*this);
 }

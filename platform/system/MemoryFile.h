@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace tessaly {
 
@@ -39,14 +40,26 @@ public:
     std::unique_ptr<OutputFile> OpenForOutput(const std::string& path) override;
     bool FileExists(const std::string&) const override { return true; }
 
+    // The `size` bytes at `offset` count as written, and what is written goes on behind them. To be called before, in
+    // the order of their places.
+    void TakeAsWritten(std::size_t offset, std::size_t size);
+
     // How many bytes at the front are the same; and whether, after the file was closed, all are.
     std::size_t SameBytes() const { return mSame; }
     bool IsSame() const { return mIsSame; }
 
 private:
     class Output;
+    struct Part {
+        std::size_t offset;
+        std::size_t size;
+    };
+
+    std::string_view Expected();
 
     std::string_view mBytes;
+    std::vector<Part> mTaken;
+    std::size_t mNextTaken = 0;
     std::size_t mSame = 0;
     bool mIsSame = false;
 };

@@ -162,6 +162,17 @@ bool IsUtf8(std::string_view text) {
     return true;
 }
 
+std::string_view Utf8Front(std::string_view text, std::size_t size) {
+    if (text.size() <= size) {
+        return text;
+    }
+    std::size_t end = size;
+    while (end > size - 3 && IsContinuation(text[end])) {
+        --end;
+    }
+    return text.substr(0, end);
+}
+
 std::size_t Utf8Position(std::string_view text, std::size_t index) {
     std::size_t position = 0;
     for (; index > 0 && position < text.size(); --index) {

@@ -47,6 +47,9 @@ void AppendUtf8(char32_t character, std::string& text);
 
 bool IsUtf8(std::string_view text);
 
+// The front of `text`, at most `size` bytes, which are at least 4. It does not end inside a character.
+std::string_view Utf8Front(std::string_view text, std::size_t size);
+
 // The byte position of the character number `index`, counted from 0, or text.size() when there are fewer.
 std::size_t Utf8Position(std::string_view text, std::size_t index);
 

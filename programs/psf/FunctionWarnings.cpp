@@ -124,7 +124,7 @@ void FunctionWarnings::Lost(std::int32_t index, PsfLine line) {
 void FunctionWarnings::Finish(const FuncObject& functions, const std::string& bytes, const CodePage& codePage) {
     CheckDropped(functions);
     std::int32_t index = 0;
-    for (const Section& section : mKept) {
+    for (const Section& section : mRead) {
         CheckFunction(section, "functions/" + Shown(functions.NameAt(index)), functions.PrototypeAt(index),
                       functions.CodeAt(index));
         ++index;
@@ -135,16 +135,18 @@ void FunctionWarnings::Finish(const FuncObject& functions, const std::string& by
 // Keeps the others: the functions of the document are those that were read, in their order, without the dropped ones.
 void FunctionWarnings::CheckDropped(const FuncObject& functions) {
     if (functions.GetCount() == 0) { // memory ran out before the table was filled, as it takes any first function
+        mRead.clear();
         return;
     }
+    std::size_t kept = 0;
     std::map<std::string_view, std::string> collisions; // a name always collides with the same one
     const std::string* collision = nullptr;
     std::string_view last;
-    for (const Section& section : mRead) {
+    for (const Section section : mRead) {
         const std::string_view name = NameOf(section.index);
-        const auto next = static_cast<std::int32_t>(mKept.size());
+        const auto next = static_cast<std::int32_t>(kept);
         if (next < functions.GetCount() && functions.NameAt(next) == name) {
-            mKept.push_back(section);
+            mRead[kept++] = section;
             continue;
         }
         if (collision == nullptr || name.data() != last.data()) { // a short list repeats its last name without end
@@ -158,6 +160,7 @@ void FunctionWarnings::CheckDropped(const FuncObject& functions) {
         mFindings.Warn(section.header, Member(section.index),
                        "dropped, because its name collides with \"" + *collision + "\"", rule::FileCollision);
     }
+    mRead.resize(kept);
 }
 
 void FunctionWarnings::CheckFunction(const Section& section, const std::string& member, std::string_view prototype,

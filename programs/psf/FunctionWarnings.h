@@ -21,7 +21,7 @@ public:
     bool EventsAreLost() const { return mFileIsOver || mSectionsMissing; }
 
     // Where the text of a function of the document begins in the file, once Finish was called: its FuncBody= line.
-    std::uint64_t TextBegin(std::size_t index) const { return index < mKept.size() ? mKept[index].body : 0; }
+    std::uint64_t TextBegin(std::size_t index) const { return index < mRead.size() ? mRead[index].body : 0; }
 
     // Warns of what only shows behind the load.
     void Finish(const FuncObject& functions, const std::string& bytes, const CodePage& codePage);
@@ -52,8 +52,7 @@ private:
     std::vector<std::string_view> mNames; // pieces of mNamesText
     std::uint64_t mNamesLine = 0;
     Section mSection;
-    std::vector<Section> mRead;
-    std::vector<Section> mKept;    // those of the functions of the document, in their order
+    std::vector<Section> mRead;    // behind Finish those of the functions of the document, in their order
     bool mSectionsMissing = false; // and this has its warning
     bool mFileIsOver = false;      // before the events
 };

@@ -4,6 +4,7 @@
 #include "platform/text/Ascii.h"
 
 #include <algorithm>
+#include <deque>
 #include <filesystem>
 
 namespace tessaly::psf {
@@ -27,7 +28,7 @@ public:
 
     // Paths are made by hand: on Windows, too, "/" separates.
     void Enter(const std::string& folder) {
-        std::vector<std::string> names = NamesIn(folder);
+        std::deque<std::string> names = NamesIn(folder);
         std::sort(names.begin(), names.end());
         const bool isSeparated = folder.ends_with('/') || folder.ends_with(fs::path::preferred_separator);
         const std::string front = isSeparated ? folder : folder + "/";
@@ -53,8 +54,8 @@ public:
 
 private:
     // Of the files, and with "/" behind them of the folders, which stand among the others like their paths.
-    std::vector<std::string> NamesIn(const std::string& folder) {
-        std::vector<std::string> names;
+    std::deque<std::string> NamesIn(const std::string& folder) {
+        std::deque<std::string> names; // which leaves no holes as it grows
         std::error_code error;
         fs::directory_iterator entries(ToPath(folder), error);
         for (; !error && entries != fs::directory_iterator(); entries.increment(error)) {

@@ -1,6 +1,8 @@
 """psf tidy, text and merge without git: the normal form, and what becomes of two versions."""
 
+import os
 import random
+import re
 
 import pytest
 from harness import EVENTS, EXAMPLES, ROOT, example_file
@@ -100,6 +102,50 @@ def test_a_text_that_would_become_another_one_is_refused():
     assert (result.status, result.out) == (255, b"")
     assert "normal form" in result.err
     assert shown("-", stdin=content)["functions"][0]["code"].count("[Last]") == 1
+
+
+def variants(randomness, count):
+    """Files that are in normal form, nearly so, or hardly files any more."""
+    bases = [TIDY, UNTIDY, *(psf("tidy", "-", stdin=example_file(name, ".PSF").read_bytes()).out for name in EXAMPLES)]
+    odd = [b"", b"[EventCode]", b"[EndPSF]", b"[Main]", b"[Other]", b"[OnKey]", b"FuncBody=x", b"x FuncBody=y", b"\n",
+           b"ProtoType=", b"NumFuncs= 1", b"NumFuncs=2", b"FuncNames=Main,main", "ä€{".encode("cp1252"), b"\x81[", b" "]
+    for _ in range(count):
+        found = randomness.choice(bases).split(b"\r\n")
+        for _ in range(randomness.randrange(4)):
+            place = randomness.randrange(len(found) - 1)
+            change = randomness.randrange(5)
+            if change == 0:
+                found.insert(place, randomness.choice(odd))
+            elif change == 1:
+                found[place] = randomness.choice([b"", b"Body=", found[place].lower()]) + found[place]
+            elif change == 2:
+                found[place:place + 2] = [found[place] + randomness.choice([b"\r", b"\n", b""]) + found[place + 1]]
+            elif change == 3:
+                found[place:place] = found[place:place + randomness.randrange(5)]
+            else:
+                del found[place:place + randomness.randrange(3)]
+        yield b"\r\n".join(found)
+
+
+def test_check_tells_of_exactly_the_files_that_tidy_changes_and_where(tmp_path):
+    contents = {f"{number:03}.PSF": content for number, content in enumerate(variants(random.Random(3), 600))}
+    (tmp_path / "x").mkdir()
+    for name, content in contents.items():
+        (tmp_path / "x" / name).write_bytes(content)
+    warnings = psf("tidy", "--check", "x", cwd=tmp_path).out.decode().splitlines()
+    told = dict(line.split(": ")[0].split(":") for line in warnings)
+    psf("tidy", "x", cwd=tmp_path)
+    changed = {}
+    for name, content in contents.items():
+        tidy = (tmp_path / "x" / name).read_bytes()
+        if tidy != content:
+            same = content[:len(os.path.commonprefix([content, tidy]))]
+            number = len(re.findall(rb"\r(?!\n)|\n", same)) + 1
+            # A CR whose LF is missing in the other file ends a line or not yet.
+            changed["x/" + name] = {str(number), str(number - 1)} if same.endswith(b"\r") else {str(number)}
+    assert 100 < len(changed) < 400
+    assert list(told) == list(changed)
+    assert all(told[name] in changed[name] for name in told)
 
 
 # text

@@ -240,7 +240,7 @@ TEST(FuncObjectTest, ADeletedNameIsFreeAgain) {
 TEST(FuncObjectTest, FillingRefusesTheSameNamesAsAddingOneAfterTheOther) {
     std::mt19937 random(20261120);
     for (int round = 0; round < 2000; ++round) {
-        std::vector<FuncObject::NewFunction> functions;
+        std::vector<FuncObject::Function> functions;
         for (std::size_t count = random() % 12; count > 0; --count) {
             std::string name;
             for (std::size_t length = random() % 12; length > 0; --length) {
@@ -249,7 +249,7 @@ TEST(FuncObjectTest, FillingRefusesTheSameNamesAsAddingOneAfterTheOther) {
             functions.push_back({name, SharedText(), SharedText(name)});
         }
         FuncObject added;
-        for (const FuncObject::NewFunction& function : functions) {
+        for (const FuncObject::Function& function : functions) {
             added.AddFunction(function.name, "", function.name);
         }
         FuncObject filled;
