@@ -4,6 +4,7 @@
 #include "document/Members.h"
 #include "platform/text/Ascii.h"
 #include "platform/text/LineMerge.h"
+#include "programs/psf/Session.h"
 
 #include <algorithm>
 #include <map>
@@ -140,7 +141,7 @@ private:
         FuncObject table;
         for (std::size_t i = 0; i < mFunctions.size(); ++i) {
             const std::string& name = mFunctions[i].name;
-            if (table.AddFunction(name, "", "") == Status::Done) {
+            if (InMemory(table.AddFunction(name, "", "")) == Status::Done) {
                 continue;
             }
             const std::string_view earlier = table.FindCollision(name).value_or("");
@@ -179,8 +180,8 @@ std::vector<std::string> MergeDocuments(const VornSrcObj& base, const VornSrcObj
     result.UpdateVarCode(
         take(MergeTexts(base.VarCode(), ours.VarCode(), theirs.VarCode()), std::string(ReferencesName)));
     for (const MergedFunction& function : FunctionMerge(base, ours, theirs).Merge()) {
-        result.AddFunction(function.name, function.prototype,
-                           take(function.code, std::string(FunctionPrefix) + function.name));
+        InMemory(result.AddFunction(function.name, function.prototype,
+                                    take(function.code, std::string(FunctionPrefix) + function.name)));
     }
     for (std::int32_t i = 0; i < EventCount; ++i) {
         const auto& event = EventTable[static_cast<std::size_t>(i)];

@@ -146,7 +146,7 @@ private:
         const std::string stem(line.substr(0, tab));
         const std::string prototype = Unescaped(line.substr(std::min(tab + 1, line.size())));
         const std::string code = Read(std::string(FunctionPrefix) + stem + std::string(CodeExtension));
-        const Status status = document.AddFunction(Unescaped(stem), WithoutLastEnd(prototype), code);
+        const Status status = InMemory(document.AddFunction(Unescaped(stem), WithoutLastEnd(prototype), code));
         if (status != Status::Done) {
             Fail(ExitStatus(status), mFolder + "/" + std::string(OrderName) + ": the name \"" + Unescaped(stem) +
                                          "\" collides with the one of an earlier function");

@@ -5,6 +5,7 @@
 #include "platform/text/Ascii.h"
 
 #include <algorithm>
+#include <new>
 
 namespace tessaly::psf {
 
@@ -24,11 +25,15 @@ bool AreSameButForEnds(const VornSrcObj& a, const VornSrcObj& b) {
 
 std::optional<std::string> NormalForm(const Session& session, const VornSrcObj& document, MemoryFile& file,
                                       bool mayHaveTags) {
-    document.SaveFile("", PsfForm::Normal);
+    InMemory(document.SaveFile("", PsfForm::Normal));
     if (mayHaveTags) {
         MemoryFile again(file.Written());
         VornSrcObj loaded(again, *session.codePage);
-        if (loaded.LoadFile("") != Status::Done || !AreSameButForEnds(document, loaded)) {
+        const Status status = loaded.LoadFile("");
+        if (loaded.ReadError()) { // of memory: there is no other
+            throw std::bad_alloc();
+        }
+        if (status != Status::Done || !AreSameButForEnds(document, loaded)) {
             return std::nullopt;
         }
     }

@@ -41,13 +41,13 @@ Status Renamed(const VornSrcObj& document, const std::string& oldName, const std
         isFound = isFound || isIt;
         const std::string prototype(functions.PrototypeAt(i));
         const Status status =
-            result.AddFunction(isIt ? newName : functions.NameAt(i),
-                               isIt ? WithWord(prototype, oldName, newName) : prototype, functions.CodeAt(i));
+            InMemory(result.AddFunction(isIt ? newName : functions.NameAt(i),
+                                        isIt ? WithWord(prototype, oldName, newName) : prototype, functions.CodeAt(i)));
         if (status != Status::Done) {
             return status;
         }
         if (!isIt) {
-            others.AddFunction(functions.NameAt(i), "", "");
+            InMemory(others.AddFunction(functions.NameAt(i), "", ""));
         }
     }
     if (others.FindCollision(newName)) { // it could not be added either

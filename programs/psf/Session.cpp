@@ -41,6 +41,13 @@ int ExitStatus(Status status) {
     return static_cast<int>(static_cast<std::uint32_t>(status) & 0xFFU);
 }
 
+Status InMemory(Status status) {
+    if (status == Status::UnexpectedError) {
+        throw std::bad_alloc();
+    }
+    return status;
+}
+
 void PrintError(std::string_view message) {
     std::fflush(stdout); // what was printed before stands before it, also where both go to one place
     char piece[1024] = "psf: ";

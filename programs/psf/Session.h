@@ -60,6 +60,9 @@ int ExitStatus(Status status);
 
 inline constexpr std::string_view OutOfMemory = "out of memory";
 
+// Throws std::bad_alloc for UnexpectedError, which an operation in memory has for nothing else. Returns all others.
+Status InMemory(Status status);
+
 // Prints "psf: " and `message` on standard error, as one line. Needs no memory, so it can tell that there is none left.
 void PrintError(std::string_view message);
 

@@ -37,6 +37,10 @@ COMMANDS = {
     "generate": (["generate", "Main.PSF"], b"", []),
     "generate -o": (["generate", "Main.PSF", "-o", "Out.c"], b"", ["Out.c"]),
     "check": (["check", "Main.PSF"], b"", []),
+    "text": (["text", "Main.PSF"], b"", []),
+    "rename": (["rename", "Main.PSF", "Other", "Another"], b"", ["Main.PSF"]),
+    "tidy": (["tidy", "Main.PSF"], b"", ["Main.PSF"]),
+    "merge": (["merge", "Target.PSF", "Main.PSF", "Target.PSF"], b"", ["Main.PSF"]),
     "build": (["build", "Main.PSF"], b"", ["C.c"]),
 }  # fmt: skip
 
