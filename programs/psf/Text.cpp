@@ -1,10 +1,13 @@
 // psf text: the document for people and for tools that compare lines.
 #include "document/Members.h"
+#include "document/PsfKeys.h"
+#include "document/PsfReadObserver.h"
 #include "platform/text/Ascii.h"
 #include "programs/psf/Commands.h"
 #include "programs/psf/Printable.h"
 
 #include <algorithm>
+#include <array>
 
 namespace tessaly::psf {
 
@@ -22,23 +25,54 @@ std::string PlainLines(std::string_view text) {
     return lines;
 }
 
+// The members that a load got to read. The others have the texts of a new document.
+class ReadMembers final : public PsfReadObserver {
+public:
+    void Tag(PsfLine line) override { mReferences = mReferences || line.text == GVarsTag; }
+
+    void Event(PsfStep step, std::int32_t index, PsfLine) override {
+        if (step == PsfStep::Ended) {
+            mEvents.at(static_cast<std::size_t>(index)) = true;
+        }
+    }
+
+    bool Has(CCodeOrigin member) const {
+        switch (member.kind) {
+        case CCodeOrigin::Kind::References:
+            return mReferences;
+        case CCodeOrigin::Kind::Event:
+            return mEvents.at(static_cast<std::size_t>(member.index));
+        default:
+            return true;
+        }
+    }
+
+private:
+    bool mReferences = false;
+    std::array<bool, EventCount> mEvents = {};
+};
+
 } // namespace
 
 int ShowText(Session& session, const std::string& file) {
     VornSrcObj document = session.NewDocument();
-    const Status status = document.LoadFile(file);
+    ReadMembers read;
+    const Status status = document.LoadFile(file, &read);
     if (document.ReadError()) {
         PrintError(session.NameOf(file) + ": " + LoadProblem(document));
         return ExitStatus(status);
     }
     std::string separator;
     for (const CCodeOrigin& member : AllMembers(document)) {
+        if (status != Status::Done && !read.Has(member)) {
+            continue;
+        }
         Print(separator + "[" + Printable(MemberName(document, member)) + "]\n" +
               PlainLines(MemberText(document, member)));
         separator = "\n";
     }
     if (status != Status::Done) {
-        Print("\n(not all could be read: " + LoadProblem(document) + ")\n");
+        Print(separator + "(not all could be read: " + LoadProblem(document) + ")\n");
     }
     return Success;
 }

@@ -162,7 +162,15 @@ def test_text_of_a_file_that_does_not_load_is_what_could_be_read(tmp_path):
     result = psf("text", tmp_path / "x.PSF")
     assert (result.status, result.err) == (0, "")
     assert b"[functions/Main]\nvoid Main(void)\n{\n}\n\n[functions/Other]" in result.out
-    assert result.out.endswith(b"\n(not all could be read: not a complete PSF file)\n")
+    # Defaults were not read, nor was what the end of the file has cut off.
+    assert result.out.endswith(b"\n[events/OnFrame]\nvoid OnFrame()\n{\n}\n"
+                               b"\n(not all could be read: not a complete PSF file)\n")
+    (tmp_path / "x.PSF").write_bytes(source(FUNCTIONS).split(b"[GFuncs]")[0])
+    assert psf("text", tmp_path / "x.PSF").out == (
+        b"[references]\nint x;\n\n(not all could be read: not a complete PSF file)\n")
+    (tmp_path / "x.PSF").write_bytes(b"")
+    result = psf("text", tmp_path / "x.PSF")
+    assert (result.status, result.out) == (0, b"(not all could be read: not a complete PSF file)\n")
     result = psf("text", tmp_path / "none.PSF")
     assert (result.status, result.out) == (2, b"")
 
