@@ -31,7 +31,9 @@ std::optional<std::string> Git(const std::vector<std::string>& arguments) {
     std::string output;
     const ProcessResult result = RunProcess(line, [&output](std::string_view piece) { output += piece; });
     if (!result.Started()) {
-        throw GitMissing("git cannot be started: " + Reason(result.startError));
+        throw GitMissing(result.startError == std::errc::no_such_file_or_directory
+                             ? "git-setup: there is no git in the folders of PATH; install it, or add its folder there"
+                             : "git-setup: git cannot be started: " + Reason(result.startError));
     }
     return result.exitStatus == 0 ? std::optional(std::string(TrimBack(output, "\r\n"))) : std::nullopt;
 }

@@ -9,7 +9,7 @@ import subprocess
 
 import pytest
 from harness import EVENTS
-from psf_harness import COMMAND, not_on_windows, psf, shown, source
+from psf_harness import COMMAND, IS_EXE, not_on_windows, psf, shown, source
 
 BODY = "void Main(void)\r\n{\r\n}"
 
@@ -375,6 +375,14 @@ def test_every_command_has_help(command):
     assert (result.status, result.err) == (0, "")
     assert b"Usage" in result.out
     assert command == "" or (b"Exit status: " in result.out and b"Example: " in result.out)
+
+
+def test_git_setup_without_git_says_what_is_missing(tmp_path):
+    # Under Wine there is none anyway.
+    result = psf("git-setup", cwd=tmp_path, env={} if IS_EXE else {"PATH": str(tmp_path)})
+    assert (result.status, result.out) == (127, b"")
+    assert result.err == ("psf: git-setup: there is no git in the folders of PATH; install it, or add its folder "
+                          "there\n")
 
 
 def test_the_version_is_printed():
