@@ -29,9 +29,16 @@ void CheckLineEnds(std::string_view bytes, std::vector<PsfWarning>& warnings) {
 
 } // namespace
 
+TellUnread UnreadInto(Report& report) {
+    return [&report](const std::string& file, const std::string& reason) {
+        report.Tell({file, 1, "", std::string(rule::FileUnreadable), true, reason});
+        PrintUnread(file, reason);
+    };
+}
+
 int Check(Session& session, const std::string& file, bool lint, Report& report) {
     std::string& bytes = session.input;
-    if (!ReadInput(session, file, bytes)) {
+    if (!ReadInput(session, file, bytes, UnreadInto(report))) {
         return ExitStatus(Status::LoadFailed);
     }
     const std::string& name = file == StandardInput ? session.inputName : file;
@@ -49,7 +56,8 @@ int Check(Session& session, const std::string& file, bool lint, Report& report) 
             {name, lines.LineAt(warning.offset), warning.member, std::string(warning.rule), false, warning.text});
     }
     if (status != Status::Done) {
-        report.Tell({name, lines.LineAt(bytes.size()), "", "file-incomplete", true, LoadProblem(document)});
+        report.Tell(
+            {name, lines.LineAt(bytes.size()), "", std::string(rule::FileIncomplete), true, LoadProblem(document)});
         PrintError(name + ": " + LoadProblem(document));
         return ExitStatus(status);
     }

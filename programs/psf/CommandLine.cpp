@@ -110,12 +110,13 @@ struct CommandLine {
                 ""};
     }
 
-    int ForEach(Session& session, const std::function<int(const std::string&)>& use) {
+    int ForEach(Session& session, const std::function<int(const std::string&)>& use,
+                const TellUnread& tell = PrintUnread) {
         if (files.empty() && !filesFrom) {
             PrintError("PATH is required");
             return WrongUsage;
         }
-        return ForEachFile(session, files, filesFrom, use);
+        return ForEachFile(session, files, filesFrom, use, tell);
     }
 
     // Has the command take "-" for standard input.
@@ -334,8 +335,8 @@ struct CommandLine {
 
     int CheckAll(Session& session) {
         const std::unique_ptr<Report> report = MakeReport(format, lint);
-        const int worst =
-            ForEach(session, [&](const std::string& each) { return Check(session, each, lint, *report); });
+        const int worst = ForEach(
+            session, [&](const std::string& each) { return Check(session, each, lint, *report); }, UnreadInto(*report));
         if (worst != WrongUsage) {
             report->End();
         }

@@ -70,6 +70,9 @@ int GitSetup(Session& session, bool global, const std::string& codePage);
 // too. `file` may be standard input.
 int Check(Session& session, const std::string& file, bool lint, Report& report);
 
+// Tells `report` of what cannot be read, as well as standard error.
+TellUnread UnreadInto(Report& report);
+
 // psf map: copies standard input to standard output, line by line as it comes, with the positions in the C file of the
 // last build of `file` led to members. That is `cFile`, or the one that the settings name, or the one that `file` has
 // by itself where that is newer. What it holds is compared with what `file` would give now, because `file` may have

@@ -26,6 +26,8 @@ inline constexpr std::string_view FileCollision = "file-collision";      // a fu
 inline constexpr std::string_view FileNoPrototype = "file-no-prototype"; // none can be cut from the code, or all is one
 inline constexpr std::string_view FilePrototype = "file-prototype";      // the stored prototype is not used
 inline constexpr std::string_view FileMore = "file-more";                // there are more warnings
+inline constexpr std::string_view FileIncomplete = "file-incomplete";    // it does not load
+inline constexpr std::string_view FileUnreadable = "file-unreadable";    // it, its folder or a list cannot be read
 } // namespace tessaly::rule
 
 namespace tessaly::psf {

@@ -24,7 +24,7 @@ bool IsFile(const fs::directory_entry& entry) {
 // all paths of a fleet are more memory than a file.
 class FolderWalk {
 public:
-    explicit FolderWalk(const std::function<int(const std::string&)>& use) : mUse(use) {}
+    FolderWalk(const std::function<int(const std::string&)>& use, const TellUnread& tell) : mUse(use), mTell(tell) {}
 
     // Paths are made by hand: on Windows, too, "/" separates.
     void Enter(const std::string& folder) {
@@ -70,13 +70,14 @@ private:
             }
         }
         if (error) {
-            PrintError(folder + ": " + Reason(error));
+            mTell(folder, Reason(error));
             mWorst = std::max(mWorst, ExitStatus(Status::LoadFailed));
         }
         return names;
     }
 
     const std::function<int(const std::string&)>& mUse;
+    const TellUnread& mTell;
     bool mFoundAny = false;
     int mWorst = Success;
 };
@@ -99,12 +100,12 @@ std::vector<std::string> SplitList(std::string_view list) {
     return paths;
 }
 
-int UsePath(const std::string& path, const std::function<int(const std::string&)>& use) {
+int UsePath(const std::string& path, const std::function<int(const std::string&)>& use, const TellUnread& tell) {
     std::error_code ignored;
     if (path == StandardInput || !fs::is_directory(ToPath(path), ignored)) {
         return use(path);
     }
-    FolderWalk walk(use);
+    FolderWalk walk(use, tell);
     walk.Enter(path);
     return walk.End(path);
 }
@@ -126,18 +127,18 @@ bool IsPsfName(std::string_view name) {
 }
 
 int ForEachFile(Session& session, const std::vector<std::string>& paths, const std::optional<std::string>& filesFrom,
-                const std::function<int(const std::string& file)>& use) {
+                const std::function<int(const std::string& file)>& use, const TellUnread& tell) {
     int worst = Success;
     for (const std::string& path : paths) {
-        worst = std::max(worst, UsePath(path, use));
+        worst = std::max(worst, UsePath(path, use, tell));
     }
     if (filesFrom) {
         std::string list;
-        if (!ReadInput(session, *filesFrom, list)) {
+        if (!ReadInput(session, *filesFrom, list, tell)) {
             return ExitStatus(Status::LoadFailed);
         }
         for (const std::string& path : SplitList(list)) {
-            worst = std::max(worst, UsePath(path, use));
+            worst = std::max(worst, UsePath(path, use, tell));
         }
     }
     return worst;

@@ -25,8 +25,8 @@ bool IsPsfName(std::string_view name);
 // had their turn. A folder stands for all files below it whose name ends in ".psf" in any case, in byte order of their
 // paths. Folders with a dot in front, and links to folders, are left out. The list has a path a line, or each with a
 // NUL behind it; "-" reads it from standard input. Returns the greatest of what `use` returned, and LoadFailed at least
-// for what cannot be read, which it says.
+// for a folder or a list that cannot be read, which it tells.
 int ForEachFile(Session& session, const std::vector<std::string>& paths, const std::optional<std::string>& filesFrom,
-                const std::function<int(const std::string& file)>& use);
+                const std::function<int(const std::string& file)>& use, const TellUnread& tell = PrintUnread);
 
 } // namespace tessaly::psf

@@ -13,7 +13,7 @@ struct Problem {
     std::size_t line = 1;
     std::string member; // "" for the file as a whole
     std::string rule;
-    bool isError = false; // the file does not load
+    bool isError = false; // the file cannot be read, or does not load
     std::string message;
 };
 

@@ -111,7 +111,11 @@ std::optional<CCodeOrigin> FindOrSay(const Session& session, const VornSrcObj& d
     return found;
 }
 
-bool ReadInput(Session& session, const std::string& file, std::string& bytes) {
+void PrintUnread(const std::string& file, const std::string& reason) {
+    PrintError(file + ": " + reason);
+}
+
+bool ReadInput(Session& session, const std::string& file, std::string& bytes, const TellUnread& tell) {
     const bool before = std::exchange(session.files.takesStandardInput, true);
     std::string problem;
     try {
@@ -122,7 +126,7 @@ bool ReadInput(Session& session, const std::string& file, std::string& bytes) {
         problem = OutOfMemory;
     }
     if (!problem.empty()) {
-        PrintError((file == StandardInput ? session.inputName : file) + ": " + problem);
+        tell(file == StandardInput ? session.inputName : file, problem);
     }
     session.files.takesStandardInput = before;
     return problem.empty();

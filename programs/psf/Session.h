@@ -83,8 +83,12 @@ int WithDocument(Session& session, const std::string& file, const std::function<
 std::optional<CCodeOrigin> FindOrSay(const Session& session, const VornSrcObj& document, const std::string& file,
                                      const std::string& member);
 
-// Reads all of `file`, which may be standard input, into `bytes`. False, and it says why, when that cannot be.
-bool ReadInput(Session& session, const std::string& file, std::string& bytes);
+// Tells that a file cannot be read, and why.
+using TellUnread = std::function<void(const std::string& file, const std::string& reason)>;
+void PrintUnread(const std::string& file, const std::string& reason);
+
+// Reads all of `file`, which may be standard input, into `bytes`. False, and it tells why, when that cannot be.
+bool ReadInput(Session& session, const std::string& file, std::string& bytes, const TellUnread& tell = PrintUnread);
 
 struct CompilerSettings {
     std::string batchFile; // FCompBat

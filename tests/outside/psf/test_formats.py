@@ -1,6 +1,7 @@
 """psf check for other programs: its formats."""
 
 import json
+import os
 import re
 
 import pytest
@@ -47,6 +48,35 @@ def test_a_file_that_does_not_load_is_an_error_in_every_format_for_machines(tmp_
     assert b"::error file=x.PSF,line=" in check(tmp_path, "github", content=ODD[:-30]).out
     assert b": error: not a complete" in check(tmp_path, "gcc", content=ODD[:-30]).out
     assert json.loads(check(tmp_path, "sarif", content=ODD[:-30]).out)["runs"][0]["results"][-1]["level"] == "error"
+
+
+def test_what_cannot_be_read_is_an_error_in_every_format_for_machines(tmp_path):
+    (tmp_path / "good.PSF").write_bytes(source())
+    reason = {"none.PSF": "No such file or directory", "list": "No such file or directory"}
+
+    def result(format):
+        done = psf("check", "--format", format, "good.PSF", "none.PSF", "--files-from", "list", cwd=tmp_path)
+        assert done.status == 2
+        assert done.err == "".join(f"psf: {file}: {why}\n" for file, why in reason.items())
+        return done.out.decode()
+    assert result("text") == ""
+    assert [json.loads(line) for line in result("json").splitlines()] == [
+        {"file": file, "line": 1, "member": "", "rule": "file-unreadable", "severity": "error", "message": why}
+        for file, why in reason.items()]
+    assert result("gcc") == "".join(f"{file}:1:1: error: {why} [file-unreadable]\n" for file, why in reason.items())
+    assert result("github") == "".join(f"::error file={file},line=1,title=file-unreadable::{why}\n"
+                                       for file, why in reason.items())
+    run = json.loads(result("sarif"))["runs"][0]
+    assert [(one["ruleId"], one["level"], one["message"]["text"]) for one in run["results"]] == [
+        ("file-unreadable", "error", why) for why in reason.values()]
+
+
+@not_on_windows("no modes")
+@pytest.mark.skipif(hasattr(os, "geteuid") and os.geteuid() == 0, reason="nothing is closed to root")
+def test_a_folder_that_cannot_be_read_is_an_error_too(tmp_path):
+    (tmp_path / "closed").mkdir(mode=0)
+    result = psf("check", "--format", "json", "closed", cwd=tmp_path)
+    assert (result.status, json.loads(result.out)["file"]) == (2, "closed")
 
 
 def test_sarif_is_one_document_of_all_files(tmp_path):
