@@ -9,7 +9,10 @@ import os
 import pathlib
 import random
 import re
+import shutil
 import time
+
+from harness import example_file
 
 # What a window that is idle for so many seconds holds is never lost; in large documents copies are rarer.
 IDLE = 0.05
@@ -97,14 +100,21 @@ def newest_copy(*folders):
 class Rounds:
     """The model, the choice of moments and the figures; what touches the program is the subclass's.
 
-    do_KIND() works the program and calls change() just before it sends the keys that change the document, took() once
-    the window has taken all keys, and tick() whenever it waits. come_back() starts the program again and returns the
-    texts it shows then, and whether they are those of a copy. use() tells the memory in KiB and the numbers of other
-    things that the program has, by their names.
+    open() starts the program with the document at `path`, and end() ends it. do_KIND() works the program and calls
+    change() just before it sends the keys that change the document, took() once the window has taken all keys, and
+    tick() whenever it waits. copies() are those of the program that runs, or ran last. come_back() starts the program
+    again and returns the texts it shows then, and whether they are those of a copy. use() tells the memory in KiB and
+    the numbers of other things that the program has, by their names.
     """
 
-    def __init__(self, seed):
+    def __init__(self, folder, recovery, seed):
+        self.folder = folder
+        self.recovery = recovery
+        self.built = folder / "built"
         self.random = random.Random(seed)
+        self.program = None
+        self.path = self.next_path = None  # of the document, and of one that is being saved for the first time
+        self.names_made = 0
         self.states = []
         self.taken = []  # when the window had taken what led to a state; None as long as it has not
         self.kill_at = None
@@ -114,6 +124,27 @@ class Rounds:
         self.operations = 0
         self.has_rests = True  # a user's; a program that is not killed between them needs none
         self.faults = []
+
+    def fresh(self, size=0):
+        """Ends the program, and starts it with a new file of about that size."""
+        self.end()
+        shutil.rmtree(self.recovery, ignore_errors=True)
+        self.path = self.new_path()
+        filler = b"/* " + b"x" * 60 + b" */\r\n"
+        self.path.write_bytes(example_file("blink", ".PSF").read_bytes().replace(
+            b"[GVars]\r\n", b"[GVars]\r\n" + filler * (size // len(filler))))
+        self.open()
+        self.begin(read_members(self.path))
+
+    def new_path(self):
+        self.names_made += 1
+        return self.folder / f"b{self.names_made}.PSF"
+
+    def files_left(self):
+        """Whether a copy is whole, and whether a file is cut."""
+        whole = any(texts in self.states for _, texts in self.copies())
+        files = [path for path in (self.path, self.next_path) if path and path.exists()]
+        return whole, any(read_members(path) not in self.states for path in files)
 
     # The model
 

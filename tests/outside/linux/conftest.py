@@ -46,8 +46,7 @@ def fixture_block(home):
 def fixture_program(start, block):
     """The program with the keyboard in the pane, at the beginning of the references."""
     program = start(block)
-    program.wait_for("Tessaly")
-    program.key("F2", "Home", "F3", "ctrl+Home")
+    program.go_to_references()
     return program
 
 

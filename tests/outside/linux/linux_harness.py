@@ -54,6 +54,18 @@ class Program:
     def type(self, text):
         xdotool("type", "--clearmodifiers", "--delay", "15", text)
 
+    def go_to_references(self):
+        """The keyboard is in the pane then, at their beginning."""
+        self.wait_for("Tessaly")
+        self.key("F2", "Home", "F3", "ctrl+Home")
+
+    def close_and_save(self):
+        """Closes the window by the key, and answers the question with yes."""
+        self.key("alt+F4")
+        self.wait_for("Save Dialog")
+        self.key("Return")
+        assert self.wait_for_end() == 0
+
     def wait_for_end(self):
         return self.process.wait(PATIENCE)
 

@@ -1,9 +1,8 @@
 """Rounds of work and sudden ends with the real Linux window."""
 
 import pathlib
-import shutil
 
-from harness import example_file, wait_until
+from harness import wait_until
 from kill_rounds import EVENTS, IDLE, LETTERS, Rounds, read_members, use_of, whole_copies
 from linux_harness import Program, make_home, write_all_settings
 from x11 import Display
@@ -18,37 +17,24 @@ def written(path):
 
 class LinuxRounds(Rounds):
     def __init__(self, folder, seed):
-        super().__init__(seed)
-        self.home = make_home(folder)
+        super().__init__(make_home(folder), folder / ".local/state/tessaly/recovery", seed)
         (folder / "tmp").mkdir()
-        self.recovery = folder / ".local/state/tessaly/recovery"
-        self.built = folder / "built"
         batch = folder / "batch.sh"
         batch.write_text(f"#!/bin/sh\necho >> '{self.built}'\n")
         batch.chmod(0o700)
         write_all_settings(folder, FCompBat=batch, FCompFileName=folder / "program.c")
         self.display = Display()
-        self.program = self.main = self.at = None
-        self.path = self.next_path = None  # of the document, and of one that is being saved for the first time
-        self.names_made = 0
+        self.main = self.at = None
 
     # The program
 
-    def fresh(self, size=0):
-        """Ends the program, and starts it with a new file of about that size."""
-        self.end()
-        shutil.rmtree(self.recovery, ignore_errors=True)
-        self.path = self.new_path()
-        filler = b"/* " + b"x" * 60 + b" */\r\n"
-        self.path.write_bytes(example_file("blink", ".PSF").read_bytes().replace(
-            b"[GVars]\r\n", b"[GVars]\r\n" + filler * (size // len(filler))))
+    def open(self):
         self.start(self.path)
         self.wait("the window", lambda: self.is_front(MAIN))
-        self.begin(read_members(self.path))
 
     def start(self, *arguments):
         self.at = None
-        self.program = Program(self.home, arguments, {}, {"TMPDIR": self.home / "tmp", "SESSION_MANAGER": None})
+        self.program = Program(self.folder, arguments, {}, {"TMPDIR": self.folder / "tmp", "SESSION_MANAGER": None})
 
     def kill(self):
         self.program.kill()
@@ -58,10 +44,6 @@ class LinuxRounds(Rounds):
     def end(self):
         if self.program:
             self.kill()
-
-    def new_path(self):
-        self.names_made += 1
-        return self.home / f"b{self.names_made}.PSF"
 
     def is_front(self, *titles):
         """The title of the window that has the keyboard, if it is one of these."""
@@ -80,18 +62,12 @@ class LinuxRounds(Rounds):
     # After an end
 
     def copies(self):
-        """Those of the program that runs, or ran last."""
         return whole_copies(self.recovery, self.program.process.pid)
 
     def left(self):
         """The copies of earlier programs."""
         own = str(self.program.process.pid)
         return [told for told, _ in whole_copies(self.recovery) if told["process"] != own]
-
-    def files_left(self):
-        whole = any(texts in self.states for _, texts in self.copies())
-        files = [path for path in (self.path, self.next_path) if path and path.exists()]
-        return whole, any(read_members(path) not in self.states for path in files)
 
     def come_back(self):
         if self.next_path and self.next_path.exists():

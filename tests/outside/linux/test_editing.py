@@ -9,21 +9,19 @@ def saved(program, block, text):
     wait_until(lambda: f"{text!r} in {block.read_bytes()!r}", lambda: text.encode() in block.read_bytes())
 
 
+def type_lines(program, *lines):
+    for line in lines:
+        program.type(line)
+        program.key("Return")
+
+
 def test_enter_indents_and_a_brace_goes_back(program, block):
-    program.type("if (a) {")
-    program.key("Return")
-    program.type("b;")
-    program.key("Return")
-    program.type("}")
-    program.key("Return")
+    type_lines(program, "if (a) {", "b;", "}")
     saved(program, block, "if (a) {\r\n\tb;\r\n}\r\n")
 
 
 def test_lines_are_commented_out_moved_doubled_and_deleted(program, block):
-    program.type("one;")
-    program.key("Return")
-    program.type("two;")
-    program.key("Return")
+    type_lines(program, "one;", "two;")
     program.key("Up", "ctrl+slash")
     saved(program, block, "one;\r\n// two;\r\n")
     program.key("alt+Up")
@@ -41,10 +39,7 @@ def test_lines_are_commented_out_moved_doubled_and_deleted(program, block):
 
 
 def test_tab_moves_selected_lines_and_else_is_text(program, block):
-    program.type("one;")
-    program.key("Return")
-    program.type("two;")
-    program.key("Return")
+    type_lines(program, "one;", "two;")
     program.key("ctrl+Home", "shift+Down", "shift+Down", "Tab")
     saved(program, block, "\tone;\r\n\ttwo;\r\n")
     program.key("shift+Tab")

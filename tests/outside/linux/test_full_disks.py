@@ -87,8 +87,7 @@ class Place:
     def begin(self, limits=None):
         self.write_block()
         self.launch(self.block, limits=limits)
-        self.program.wait_for("Tessaly")
-        self.program.key("F2", "Home", "F3", "ctrl+Home")
+        self.program.go_to_references()
 
     def type(self, text):
         self.display.key(*text)

@@ -192,12 +192,9 @@ def test_a_compiler_gone_wild_disturbs_nothing(start, home, wrong):
     messages(program)
     log = home / ".local/state/tessaly/build.log"
     wait_until("all of the output", lambda: log.read_text().endswith("half"))
-    program.key("F2", "Home", "F3", "ctrl+Home")
+    program.go_to_references()
     program.type("int typed;")
-    program.key("alt+F4")
-    program.wait_for("Save Dialog")
-    program.key("Return")
-    assert program.wait_for_end() == 0
+    program.close_and_save()
     assert b"int typed;" in wrong.read_bytes()
 
 

@@ -35,8 +35,7 @@ def copied(home):
 
 
 def type_into_references(program):
-    program.wait_for("Tessaly")
-    program.key("F2", "Home", "F3", "ctrl+Home")
+    program.go_to_references()
     program.type(TYPED)
 
 

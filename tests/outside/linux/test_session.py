@@ -23,8 +23,7 @@ def fixture_edited(start, manager, block):
     manager.events.clear()
     program = start(block, SESSION_MANAGER=manager.address)
     wait_until("the program at the session manager", lambda: "saved" in manager.run())
-    program.wait_for("Tessaly")
-    program.key("F2", "Home", "F3", "ctrl+Home")
+    program.go_to_references()
     program.type("int kept;")
     return program
 
@@ -59,8 +58,5 @@ def test_a_session_that_goes_on_leaves_what_nobody_was_asked_about(edited, manag
     manager.end_session(NO_INTERACTION)
     wait_until("its word that it is done", lambda: "saved" in manager.run())
     manager.cancel()
-    edited.key("alt+F4")
-    edited.wait_for("Save Dialog")
-    edited.key("Return")
-    assert edited.wait_for_end() == 0
+    edited.close_and_save()
     assert is_kept(block)

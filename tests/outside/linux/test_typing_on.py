@@ -26,10 +26,7 @@ def save(program, block):
 def type_on_and_close(program, block):
     """The question comes, and what was typed in between is saved."""
     program.type("int later;")
-    program.key("alt+F4")
-    program.wait_for("Save Dialog")
-    program.key("Return")
-    assert program.wait_for_end() == 0
+    program.close_and_save()
     assert "int first;int later;" in text(block)
 
 

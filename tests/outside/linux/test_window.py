@@ -104,7 +104,7 @@ def test_edits_are_asked_for_when_the_window_is_destroyed_from_outside(home, sta
     shutil.copy(example_file("blink", ".PSF"), block)
     program = start(block)
     window = program.wait_for("Tessaly")
-    program.key("F2", "Home", "F3", "ctrl+Home")
+    program.go_to_references()
     program.type("int kept;")
     xdotool("windowclose", window)
     program.wait_for("Save Dialog")
@@ -240,13 +240,9 @@ def test_closing_by_the_frame_with_edits_asks_and_saves(home, start):
     block = home / "edit.PSF"
     shutil.copy(example_file("blink", ".PSF"), block)
     program = start(block)
-    program.wait_for("Tessaly")
-    program.key("F2", "Home", "F3", "ctrl+Home")
+    program.go_to_references()
     program.type("int kept;")
-    program.key("alt+F4")
-    program.wait_for("Save Dialog")
-    program.key("Return")
-    assert program.wait_for_end() == 0
+    program.close_and_save()
     assert "int kept;" in block.read_text("cp1252")
 
 

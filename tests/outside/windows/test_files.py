@@ -138,11 +138,16 @@ def test_new_empties_the_document(launch, installed, example):
     assert program.selected() == "Events"
 
 
-def test_new_with_edits_and_yes_saves_first(launch, installed, example):
+def ask_for_new(launch, example):
+    """A new document over edits; returns the program and its question."""
     program = launch(windows_path(example))
     program.edit("References", "/* kept */")
     program.choose("File", "New Program Source File")
-    box = program.dialog()
+    return program, program.dialog()
+
+
+def test_new_with_edits_and_yes_saves_first(launch, installed, example):
+    program, box = ask_for_new(launch, example)
     assert seen(box) == SAVE_QUESTION
     box.press("Yes")
     wait_panel(program, "File was created successfully!")
@@ -151,30 +156,23 @@ def test_new_with_edits_and_yes_saves_first(launch, installed, example):
 
 def test_new_with_edits_and_no_drops_them(launch, installed, example):
     before = read(example)
-    program = launch(windows_path(example))
-    program.edit("References", "/* lost */")
-    program.choose("File", "New Program Source File")
-    program.dialog().press("No")
+    program, box = ask_for_new(launch, example)
+    box.press("No")
     wait_panel(program, "File was created successfully!")
     assert read(example) == before
     assert program.functions() == []
 
 
 def test_new_with_edits_and_cancel_keeps_the_document(launch, installed, example):
-    program = launch(windows_path(example))
-    program.edit("References", "/* kept */")
-    program.choose("File", "New Program Source File")
-    program.dialog().press("Cancel")
+    program, box = ask_for_new(launch, example)
+    box.press("Cancel")
     wait_panel(program, "Command canceled!")
     assert program.functions() == ["SetLamp", "ChangePace"]
     assert program.panels()[0] == f"File={windows_path(example)}"
 
 
 def test_the_frames_cross_cancels_the_save_question(launch, probe, installed, example):
-    program = launch(windows_path(example))
-    program.edit("References", "/* kept */")
-    program.choose("File", "New Program Source File")
-    box = program.dialog()
+    program, box = ask_for_new(launch, example)
     probe.ask("post", box.window, 0x10, 0, 0)
     box.wait_gone()
     wait_panel(program, "Command canceled!")

@@ -1,10 +1,9 @@
 """Rounds of work and sudden ends with the real Windows program."""
 
 import pathlib
-import shutil
 import time
 
-from harness import click, example_file, recovery_folder, wait_until, windows_path
+from harness import click, recovery_folder, wait_until, windows_path
 from kill_rounds import EVENTS, IDLE, LETTERS, Rounds, read_bytes, read_members, use_of, whole_copies
 from windows_harness import EXE, FILE_NAME, FUNC_BODY, Dialog, Program, install, probe
 from x11 import Display
@@ -14,35 +13,18 @@ SHOWN = ["References", *EVENTS[:-1]]  # OnMsg has no item
 
 class WindowsRounds(Rounds):
     def __init__(self, folder, seed):
-        super().__init__(seed)
-        self.folder = folder
-        self.recovery = recovery_folder()
-        self.built = folder / "built"
+        super().__init__(folder, recovery_folder(), seed)
         batch = folder / "batch.bat"
         batch.write_text(f"@echo built>>{windows_path(self.built)}\r\n")
         install(folder, FCompBat=windows_path(batch), FCompFileName=windows_path(folder / "program.c"),
                 FHelp=windows_path(folder))
         self.display = Display()
-        self.program = None
-        self.path = self.next_path = None
-        self.names_made = 0
         self.is_left = False  # the last click into an item
 
     # The program
 
-    def fresh(self, size=0):
-        self.end()
-        shutil.rmtree(self.recovery, ignore_errors=True)
-        self.path = self.new_path()
-        filler = b"/* " + b"x" * 60 + b" */\r\n"
-        self.path.write_bytes(example_file("blink", ".PSF").read_bytes().replace(
-            b"[GVars]\r\n", b"[GVars]\r\n" + filler * (size // len(filler))))
+    def open(self):
         self.program = Program(windows_path(self.path)).wait_main()
-        self.begin(read_members(self.path))
-
-    def new_path(self):
-        self.names_made += 1
-        return self.folder / f"b{self.names_made}.PSF"
 
     def kill(self):
         self.program.kill()
@@ -56,11 +38,6 @@ class WindowsRounds(Rounds):
 
     def left(self):
         return [told for told, _ in whole_copies(self.recovery) if told["process"] != str(self.program.process)]
-
-    def files_left(self):
-        whole = any(texts in self.states for _, texts in self.copies())
-        files = [path for path in (self.path, self.next_path) if path and path.exists()]
-        return whole, any(read_members(path) not in self.states for path in files)
 
     def come_back(self):
         if self.next_path and self.next_path.exists():

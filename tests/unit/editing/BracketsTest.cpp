@@ -1,5 +1,6 @@
 #include "editing/Brackets.h"
 
+#include "tests/unit/Each.h"
 #include "tests/unit/editing/TextModel.h"
 
 #include <gtest/gtest.h>
@@ -35,46 +36,44 @@ std::string Marked(std::string_view written) {
 }
 
 TEST(BracketsTest, TheOneBehindTheCaretCountsFirst) {
-    EXPECT_EQ(Marked("f▮(a)"), "f‹(a›)");
-    EXPECT_EQ(Marked("f(▮a)"), "f‹(a›)");
-    EXPECT_EQ(Marked("f(a▮)"), "f‹(a›)");
-    EXPECT_EQ(Marked("f(a)▮"), "f‹(a›)");
-    EXPECT_EQ(Marked("f()▮(a)"), "f()‹(a›)");
-    EXPECT_EQ(Marked("f(▮)(a)"), "f‹(›)(a)");
-    EXPECT_EQ(Marked("▮f(a)"), "none");
-    EXPECT_EQ(Marked("▮"), "none");
+    ExpectEach(Marked, {{"f▮(a)", "f‹(a›)"},
+                        {"f(▮a)", "f‹(a›)"},
+                        {"f(a▮)", "f‹(a›)"},
+                        {"f(a)▮", "f‹(a›)"},
+                        {"f()▮(a)", "f()‹(a›)"},
+                        {"f(▮)(a)", "f‹(›)(a)"},
+                        {"▮f(a)", "none"},
+                        {"▮", "none"}});
 }
 
 TEST(BracketsTest, PartnersAreFoundOverLinesAndOthersBetween) {
-    EXPECT_EQ(Marked("▮{\n(a[1])\n{}\n}"), "‹{\n(a[1])\n{}\n›}");
-    EXPECT_EQ(Marked("{\n(a[1])\n{}\n}▮"), "‹{\n(a[1])\n{}\n›}");
-    EXPECT_EQ(Marked("a[b[1▮]]"), "a[b‹[1›]]");
+    ExpectEach(Marked, {{"▮{\n(a[1])\n{}\n}", "‹{\n(a[1])\n{}\n›}"},
+                        {"{\n(a[1])\n{}\n}▮", "‹{\n(a[1])\n{}\n›}"},
+                        {"a[b[1▮]]", "a[b‹[1›]]"}});
 }
 
 TEST(BracketsTest, OneWithoutAPartnerIsTold) {
-    EXPECT_EQ(Marked("▮(a"), "!(a");
-    EXPECT_EQ(Marked("a)▮"), "a!)");
-    EXPECT_EQ(Marked("▮(a]"), "!(a]");
+    ExpectEach(Marked, {{"▮(a", "!(a"}, {"a)▮", "a!)"}, {"▮(a]", "!(a]"}});
     EXPECT_EQ(Marked("{ (a }▮"), "{ (a !}") << "another one is open";
 }
 
 TEST(BracketsTest, CommentsAndLiteralsHaveNone) {
-    EXPECT_EQ(Marked("▮{ \"}\" '}' /* } */ // }\n}"), "‹{ \"}\" '}' /* } */ // }\n›}");
-    EXPECT_EQ(Marked("\"▮(\""), "none");
-    EXPECT_EQ(Marked("/*\n▮( */"), "none");
+    ExpectEach(
+        Marked,
+        {{"▮{ \"}\" '}' /* } */ // }\n}", "‹{ \"}\" '}' /* } */ // }\n›}"}, {"\"▮(\"", "none"}, {"/*\n▮( */", "none"}});
 }
 
 TEST(BracketsTest, APreprocessorLineHasItsOwn) {
-    EXPECT_EQ(Marked("#define F▮(a) {"), "#define F‹(a›) {");
-    EXPECT_EQ(Marked("#define F ▮{\n}"), "#define F !{\n}");
-    EXPECT_EQ(Marked("▮{\n#define F }\n}"), "‹{\n#define F }\n›}");
+    ExpectEach(Marked, {{"#define F▮(a) {", "#define F‹(a›) {"},
+                        {"#define F ▮{\n}", "#define F !{\n}"},
+                        {"▮{\n#define F }\n}", "‹{\n#define F }\n›}"}});
 }
 
 TEST(BracketsTest, NobodyLooksFurtherThanAThousandLines) {
     const std::string close = "▮{" + std::string(1000, '\n') + "}";
-    EXPECT_EQ(Marked(close), "‹{" + std::string(1000, '\n') + "›}");
-    EXPECT_EQ(Marked("▮{" + std::string(1001, '\n') + "}"), "none");
-    EXPECT_EQ(Marked("▮{" + std::string(900, '\n')), "!{" + std::string(900, '\n'));
+    ExpectEach(Marked, {{close, "‹{" + std::string(1000, '\n') + "›}"},
+                        {"▮{" + std::string(1001, '\n') + "}", "none"},
+                        {"▮{" + std::string(900, '\n'), "!{" + std::string(900, '\n')}});
 }
 
 TEST(BracketsTest, TheOpenBraceIsTheOneThatTheNextOneWouldClose) {

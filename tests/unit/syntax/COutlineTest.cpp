@@ -1,6 +1,8 @@
 // What is found in a C text without a compiler. Whole program blocks are in tests/cases/lint/.
 #include "syntax/COutline.h"
 
+#include "tests/unit/Each.h"
+
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -86,14 +88,14 @@ TEST(COutlineTest, BranchesOfThePreprocessorStandForOneAnother) {
 }
 
 TEST(COutlineTest, FunctionsWithABodyAreDefinitions) {
-    EXPECT_EQ(DefinitionsOf("void f(void) {}"), "f:1");
-    EXPECT_EQ(DefinitionsOf("int\n*f(int (*g)(int))\n{ h(); if (a) {} }\nint k(void){}"), "f:2 k:4");
-    EXPECT_EQ(DefinitionsOf("int f(a, b) int a; int b; {}"), "f:1");
-    EXPECT_EQ(DefinitionsOf("f() {}"), "f:1?");
-    EXPECT_EQ(DefinitionsOf("int f(void) __attribute__((cold)) {}"), "f:1");
-    EXPECT_EQ(DefinitionsOf("#ifdef A\nint f(void) {}\n#endif\nint g(void) {}"), "f:2# g:4");
-    EXPECT_EQ(DefinitionsOf("MODULE(x)\nint f(void) {}"), "f:2");
-    EXPECT_EQ(DefinitionsOf("int f(int a {}"), "f:1");
+    ExpectEach(DefinitionsOf, {{"void f(void) {}", "f:1"},
+                               {"int\n*f(int (*g)(int))\n{ h(); if (a) {} }\nint k(void){}", "f:2 k:4"},
+                               {"int f(a, b) int a; int b; {}", "f:1"},
+                               {"f() {}", "f:1?"},
+                               {"int f(void) __attribute__((cold)) {}", "f:1"},
+                               {"#ifdef A\nint f(void) {}\n#endif\nint g(void) {}", "f:2# g:4"},
+                               {"MODULE(x)\nint f(void) {}", "f:2"},
+                               {"int f(int a {}", "f:1"}});
 }
 
 TEST(COutlineTest, WhatHasNoBodyIsNoDefinition) {

@@ -8,6 +8,7 @@
 #include <array>
 #include <chrono>
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <iterator>
 #include <random>
 #include <utility>
@@ -33,13 +34,21 @@ protected:
 
     std::string Value(std::string_view name) { return ValueIn(mStore, Registry::LocalMachine, "K", name); }
 
+    // Of that key, with "|" between.
+    std::string Values(std::initializer_list<std::string_view> names) {
+        std::string values;
+        for (const std::string_view name : names) {
+            values += (values.empty() ? "" : "|") + Value(name);
+        }
+        return values;
+    }
+
     RegistryStore mStore;
 };
 
 TEST_F(RegistryTextTest, AStringIsStoredWithItsNul) {
     EXPECT_EQ(ReadLines("\"a\"=\"xy\"\n\"empty\"=\"\"\n"), "");
-    EXPECT_EQ(Value("a"), "1:787900");
-    EXPECT_EQ(Value("empty"), "1:00");
+    EXPECT_EQ(Values({"a", "empty"}), "1:787900|1:00");
 }
 
 TEST_F(RegistryTextTest, QuotesAndBackslashesAreEscaped) {
@@ -49,31 +58,23 @@ TEST_F(RegistryTextTest, QuotesAndBackslashesAreEscaped) {
 
 TEST_F(RegistryTextTest, ANumberHasOneToEightDigits) {
     EXPECT_EQ(ReadLines("\"a\"=dword:0000000a\n\"b\"=dword:F\n\"c\"=dword:89abcdeF"), "");
-    EXPECT_EQ(Value("a"), "4:0a000000");
-    EXPECT_EQ(Value("b"), "4:0f000000");
-    EXPECT_EQ(Value("c"), "4:efcdab89");
+    EXPECT_EQ(Values({"a", "b", "c"}), "4:0a000000|4:0f000000|4:efcdab89");
 }
 
 TEST_F(RegistryTextTest, BytesMayGoOnInTheNextLines) {
     EXPECT_EQ(ReadLines("\"a\"=hex:01,\\\r\n  02,ff,\\\r\n  3\r\n\"b\"=hex(7):61,00\n\"c\"=hex:\n\"d\"=hex:\\\n  0A"),
               "");
-    EXPECT_EQ(Value("a"), "3:0102ff03");
-    EXPECT_EQ(Value("b"), "7:6100");
-    EXPECT_EQ(Value("c"), "3:");
-    EXPECT_EQ(Value("d"), "3:0a");
+    EXPECT_EQ(Values({"a", "b", "c", "d"}), "3:0102ff03|7:6100|3:|3:0a");
 }
 
 TEST_F(RegistryTextTest, TheTypeOfBytesIsHexadecimal) {
     EXPECT_EQ(ReadLines("\"a\"=hex(b):01\n\"b\"=hex(4):2a,00,00,00\n\"c\"=hex(FFFFFFFF):01\n"), "");
-    EXPECT_EQ(Value("a"), "11:01");
-    EXPECT_EQ(Value("b"), "4:2a000000");
-    EXPECT_EQ(Value("c"), "4294967295:01");
+    EXPECT_EQ(Values({"a", "b", "c"}), "11:01|4:2a000000|4294967295:01");
 }
 
 TEST_F(RegistryTextTest, AStringInBytesIsStoredAsUtf8) {
     EXPECT_EQ(ReadLines("\"with\"=hex(1):fc,00,00,00\n\"without\"=hex(1):3d,d8,00,de\n"), "");
-    EXPECT_EQ(Value("with"), "1:c3bc00");
-    EXPECT_EQ(Value("without"), "1:f09f9880");
+    EXPECT_EQ(Values({"with", "without"}), "1:c3bc00|1:f09f9880");
 }
 
 TEST_F(RegistryTextTest, AStringInBytesMustBeUtf16) {
@@ -101,8 +102,7 @@ TEST_F(RegistryTextTest, TheLastValueCounts) {
 
 TEST_F(RegistryTextTest, CaseCountsInLettersOutsideAscii) {
     EXPECT_EQ(ReadLines("\"\xC3\x84\"=\"x\"\n"), "");
-    EXPECT_EQ(Value("\xC3\x84"), "1:7800");
-    EXPECT_EQ(Value("\xC3\xA4"), "missing");
+    EXPECT_EQ(Values({"\xC3\x84", "\xC3\xA4"}), "1:7800|missing");
 }
 
 TEST_F(RegistryTextTest, BlanksCommentsAndBlankLinesDoNotCount) {
@@ -110,11 +110,7 @@ TEST_F(RegistryTextTest, BlanksCommentsAndBlankLinesDoNotCount) {
                         "\t\"a\" = \"x\"  ; a note\r\n ;\"a\"=\"y\"\r\n\"b\"=dword:1;\r\n\"c\"=hex: 01 , 02 ; end\r\n"
                         "\"d\"=hex:01,\\ ; more\r\n02\r\n\"a;b\"=\"c;d\"\r\n"),
               "");
-    EXPECT_EQ(Value("a"), "1:7800");
-    EXPECT_EQ(Value("b"), "4:01000000");
-    EXPECT_EQ(Value("c"), "3:0102");
-    EXPECT_EQ(Value("d"), "3:0102");
-    EXPECT_EQ(Value("a;b"), "1:633b6400");
+    EXPECT_EQ(Values({"a", "b", "c", "d", "a;b"}), "1:7800|4:01000000|3:0102|3:0102|1:633b6400");
 }
 
 TEST_F(RegistryTextTest, EveryRootHasItsOwnKeys) {
@@ -248,8 +244,7 @@ TEST_F(RegistryTextTest, AWrongValueIsReportedOnceHoweverManyLinesItHas) {
     EXPECT_EQ(ReadLines("\"a\"=hex:01,\\\n  xx,\\\n  02,\\\n  03\n\"b\"=hexx:01,\\\n  02\n\"c\"=\"\"\n"),
               "4: a byte of the value is missing or is not hexadecimal\n"
               "7: the value is neither \"hex:\" nor \"hex(N):\" with a hexadecimal N\n");
-    EXPECT_EQ(Value("a"), "missing");
-    EXPECT_EQ(Value("c"), "1:00");
+    EXPECT_EQ(Values({"a", "c"}), "missing|1:00");
 }
 
 TEST_F(RegistryTextTest, AValueCutOffByTheEndOfTheFileIsReported) {
