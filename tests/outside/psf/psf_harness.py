@@ -12,7 +12,8 @@ from harness import EVENTS, wine_command
 
 PSF = os.environ["PSF"]
 IS_EXE = PSF.endswith(".exe")
-STRIDE = 5 if "PSF_SANITIZED" in os.environ else 1  # of long rows of cases: a start takes ten times as long then
+IS_SANITIZED = "PSF_SANITIZED" in os.environ
+STRIDE = 5 if IS_SANITIZED else 1  # of long rows of cases: a start takes ten times as long then
 COMMAND = wine_command(PSF) if IS_EXE else [PSF]
 
 
