@@ -158,7 +158,6 @@ void MarginView::PaintUnderlines(HRGN region) const {
     }
     const auto [first, behind] = mLines.LinesSeen();
     const LONG step = std::max(WindowDpi(mControl) / 64, 1);
-    HideCaret(mControl);
     HDC target = GetDC(mControl);
     SelectClipRgn(target, region);
     for (const LineMark& mark : mMarks.All()) {
@@ -174,7 +173,6 @@ void MarginView::PaintUnderlines(HRGN region) const {
         DeleteObject(pen);
     }
     ReleaseDC(mControl, target);
-    ShowCaret(mControl);
 }
 
 } // namespace tessaly::win32

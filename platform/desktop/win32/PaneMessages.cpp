@@ -210,7 +210,8 @@ void RichTextBox::ShowTogether(const std::function<void()>& work) {
         return;
     }
     const Sight before = WhatIsSeen();
-    const bool isAllPainted = GetUpdateRect(Handle(), nullptr, FALSE) == 0;
+    const RegionOwner unpainted(CreateRectRgn(0, 0, 0, 0));
+    const bool isAllPainted = GetUpdateRgn(Handle(), unpainted.get(), FALSE) == NULLREGION;
     mEdit.emplace();
     try {
         work();
@@ -226,7 +227,7 @@ void RichTextBox::ShowTogether(const std::function<void()>& work) {
             const RegionOwner lineRegion(CreateRectRgnIndirect(&line));
             CombineRgn(edit.toPaint.get(), edit.toPaint.get(), lineRegion.get(), RGN_AND);
         }
-        InvalidateRgn(Handle(), edit.toPaint.get(), TRUE);
+        InvalidateRgn(Handle(), edit.toPaint.get(), FALSE);
     }
     if (Count() != before.lines) {
         mMargin.FollowEdit();
@@ -240,12 +241,18 @@ LRESULT RichTextBox::Paint(WPARAM wParam, LPARAM lParam) {
         HoldPaintingBack();
         return 0;
     }
+    if (mFormat.IsAtWork()) { // it has all painted that it changes
+        RedrawWindow(Handle(), nullptr, nullptr, RDW_VALIDATE | RDW_NOERASE | RDW_NOFRAME | RDW_NOCHILDREN);
+        return 0;
+    }
+    HideCaret(Handle()); // once: to take it away and bring it back takes some systems as long as a line of text
     const std::optional<RECT> left = mFuncBodyAvailable ? mFormat.FormatView() : std::nullopt;
     const RegionOwner painted(CreateRectRgn(0, 0, 0, 0));
     GetUpdateRgn(Handle(), painted.get(), FALSE);
     const LRESULT result = Default(WM_PAINT, wParam, lParam);
     mSpots.Paint(painted.get(), mMargin.LineHeight());
     mMargin.PaintUnderlines(painted.get());
+    ShowCaret(Handle());
     mMargin.Follow();
     if (left) {
         InvalidateRect(Handle(), &*left, FALSE);

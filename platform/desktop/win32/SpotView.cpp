@@ -22,7 +22,6 @@ void SpotView::Paint(HRGN region, LONG height) const {
     const RECT top = mLines.RectOfLine(first);
     const auto skipped = static_cast<std::size_t>(std::max<LONG>(painted.top - top.top, 0) / height);
     const auto end = static_cast<std::size_t>(std::max<LONG>(painted.bottom - top.top, 0) / height + 1);
-    HideCaret(mControl);
     HDC target = GetDC(mControl);
     SelectClipRgn(target, region);
     for (std::size_t line = first + skipped; line < std::min(first + end, mLines.Lines().Count()); ++line) {
@@ -32,7 +31,6 @@ void SpotView::Paint(HRGN region, LONG height) const {
         PaintLine(target, line, place);
     }
     ReleaseDC(mControl, target);
-    ShowCaret(mControl);
 }
 
 void SpotView::PaintLine(HDC target, std::size_t line, const RECT& place) const {
@@ -48,17 +46,16 @@ void SpotView::PaintLine(HDC target, std::size_t line, const RECT& place) const 
     }
 }
 
-// One pixel of the colour is drawn as wide and high as the place.
+// One pixel of the colour is drawn as wide and high as the place. Some systems take long to make what a pixel is drawn
+// from, or one like those of the screen.
 void SpotView::Lay(HDC target, const RECT& place, const Tint& tint) {
     static const auto blend = LibraryFunction<decltype(&GdiAlphaBlend)>(L"gdi32.dll", "GdiAlphaBlend");
-    HDC drawing = CreateCompatibleDC(target);
-    const BitmapOwner pixel(CreateCompatibleBitmap(target, 1, 1));
+    static HDC drawing = CreateCompatibleDC(nullptr);
+    const BitmapOwner pixel(CreateBitmap(1, 1, 1, 32, &tint.colour));
     HGDIOBJ before = SelectObject(drawing, pixel.get());
-    SetPixel(drawing, 0, 0, Turned(tint.colour));
     blend(target, place.left, place.top, place.right - place.left, place.bottom - place.top, drawing, 0, 0, 1, 1,
           {AC_SRC_OVER, 0, tint.opacity, 0});
     SelectObject(drawing, before);
-    DeleteDC(drawing);
     if (tint.hasFrame) {
         HBRUSH brush = CreateSolidBrush(Turned(InkColour()));
         FrameRect(target, &place, brush);

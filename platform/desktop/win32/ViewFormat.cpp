@@ -25,13 +25,23 @@ POINTL PlaceOf(HWND control, std::size_t index) {
 // As long as it lives, formatting raises no event, is not painted, and may move the selection. What was to be painted
 // before is so afterwards, and nothing else: turning the drawing on again would have all of the control painted, the
 // scroll bars, too.
+//
+// `mayScroll`: to select what is formatted scrolls there, which nobody is to see. To turn the drawing off and on takes
+// some systems as long as all else about a key, so it is left on otherwise.
 class Formatting {
 public:
-    explicit Formatting(HWND control) : mControl(control) {
+    Formatting(HWND control, bool mayScroll, bool& isAtWork)
+        : mControl(control),
+          mMayScroll(mayScroll),
+          mIsAtWork(isAtWork) {
+        mIsAtWork = true;
         mEvents = SendMessageW(control, EM_SETEVENTMASK, 0, 0);
         RedrawWindow(control, nullptr, nullptr, RDW_ERASENOW | RDW_NOCHILDREN); // the frame, where it is due
         GetUpdateRgn(control, mToPaint.get(), FALSE);
-        SendMessageW(control, WM_SETREDRAW, FALSE, 0);
+        SendMessageW(control, EM_HIDESELECTION, TRUE, 0); // else it would be painted wherever it goes
+        if (mMayScroll) {
+            SendMessageW(control, WM_SETREDRAW, FALSE, 0);
+        }
         SendMessageW(control, EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&mSelection));
         SendMessageW(control, EM_GETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&mScroll));
         mTextPlace = PlaceOf(control, 0);
@@ -41,10 +51,14 @@ public:
     ~Formatting() {
         SendMessageW(mControl, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&mSelection));
         ScrollBack();
-        SendMessageW(mControl, WM_SETREDRAW, TRUE, 0);
+        if (mMayScroll) {
+            SendMessageW(mControl, WM_SETREDRAW, TRUE, 0);
+        }
+        SendMessageW(mControl, EM_HIDESELECTION, FALSE, 0);
         SendMessageW(mControl, EM_SETEVENTMASK, 0, mEvents);
         RedrawWindow(mControl, nullptr, nullptr, RDW_VALIDATE | RDW_NOERASE | RDW_NOFRAME | RDW_NOCHILDREN);
         InvalidateRgn(mControl, mToPaint.get(), FALSE);
+        mIsAtWork = false;
     }
 
 private:
@@ -70,6 +84,8 @@ private:
     }
 
     HWND mControl;
+    bool mMayScroll;
+    bool& mIsAtWork;
     RegionOwner mToPaint{CreateRectRgn(0, 0, 0, 0)};
     LRESULT mEvents = 0;
     CHARRANGE mSelection = {};
@@ -101,7 +117,7 @@ void ViewFormat::SetFont(const std::wstring& name, LONG height) {
     format.yHeight = height;
     format.bCharSet = DEFAULT_CHARSET;
     std::wcsncpy(format.szFaceName, name.c_str(), LF_FACESIZE - 1);
-    const Formatting formatting(mControl);
+    const Formatting formatting(mControl, true, mIsAtWork);
     for (const WPARAM of : {WPARAM{SCF_DEFAULT}, WPARAM{SCF_ALL}}) {
         SendMessageW(mControl, EM_SETCHARFORMAT, of, reinterpret_cast<LPARAM>(&format));
     }
@@ -151,12 +167,9 @@ std::optional<RECT> ViewFormat::FormatView() {
     if (mIsTyping) {
         end = first + LinesAtOnce;
     }
-    {
-        const Formatting formatting(mControl);
-        FormatLines(first, end);
-    }
     // Only these: to paint all that is in view takes longer than everything else about a keystroke.
     const RECT lines = LinesRect(first, end);
+    FormatLines(first, end, (lines.bottom - lines.top) / static_cast<LONG>(end - first));
     InvalidateRect(mControl, &lines, FALSE);
     return mIsTyping ? std::optional<RECT>(LinesRect(end, end + 1)) : std::nullopt;
 }
@@ -195,16 +208,22 @@ LONG ViewFormat::TopOf(std::size_t line) const {
     return PlaceOf(mLines.Start(line)).y;
 }
 
-void ViewFormat::FormatLines(std::size_t first, std::size_t end) {
+void ViewFormat::FormatLines(std::size_t first, std::size_t end, LONG lineHeight) {
     std::size_t withStops = first;
     while (withStops < end && mLines.HasTabStops(withStops)) {
         ++withStops;
     }
-    if (withStops < end) {
-        Select(mLines.Start(withStops), mLines.Start(end - 1) + mLines.TextOf(end - 1).size());
-        SendMessageW(mControl, EM_SETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&mParagraph));
+    const std::vector<Stretch> stretches = StretchesToColour(first, end);
+    if (withStops < end || !stretches.empty()) {
+        const Formatting formatting(mControl, withStops < end || !AreInView(stretches, lineHeight), mIsAtWork);
+        if (withStops < end) {
+            Select(mLines.Start(withStops), mLines.Start(end - 1) + mLines.TextOf(end - 1).size());
+            SendMessageW(mControl, EM_SETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&mParagraph));
+        }
+        for (const Stretch& stretch : stretches) {
+            SetColour(stretch.start, stretch.end, stretch.colour);
+        }
     }
-    ColourLines(first, end);
     for (std::size_t line = first; line < end; ++line) {
         mLines.SetFormatted(line);
     }
@@ -212,7 +231,7 @@ void ViewFormat::FormatLines(std::size_t first, std::size_t end) {
 
 // Each stretch that has not the colour that it should have; or all of it in one go and then what stands out of it,
 // where that takes fewer steps.
-void ViewFormat::ColourLines(std::size_t first, std::size_t end) {
+std::vector<ViewFormat::Stretch> ViewFormat::StretchesToColour(std::size_t first, std::size_t end) {
     Colours wanted;
     Colours shown;
     for (std::size_t line = first; line < end; ++line) {
@@ -229,15 +248,32 @@ void ViewFormat::ColourLines(std::size_t first, std::size_t end) {
     std::vector<Stretch> stretches = Differences(wanted, shown);
     std::vector<Stretch> standingOut = Differences(wanted, Colours(wanted.size(), NoColour));
     if (standingOut.size() + 1 < stretches.size()) {
-        SetColour(start, start + wanted.size(), NoColour);
         stretches = std::move(standingOut);
+        stretches.insert(stretches.begin(), {0, wanted.size(), NoColour});
     }
-    for (const Stretch& stretch : stretches) {
-        SetColour(start + stretch.start, start + stretch.end, stretch.colour);
+    for (Stretch& stretch : stretches) {
+        stretch.start += start;
+        stretch.end += start;
     }
     mLastLine = end - 1;
     mLastText = mLines.TextOf(end - 1);
     mLastColours = WantedColours(end - 1);
+    return stretches;
+}
+
+// To select them scrolls nothing, nor does what is selected now. A character is less wide than high.
+bool ViewFormat::AreInView(const std::vector<Stretch>& stretches, LONG lineHeight) const {
+    CHARRANGE selection = {};
+    SendMessageW(mControl, EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+    RECT area = {};
+    SendMessageW(mControl, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&area));
+    const auto isInView = [&](std::size_t place) {
+        const POINTL at = PlaceOf(place);
+        return at.x >= area.left && at.x + lineHeight <= area.right && at.y >= area.top &&
+               at.y + lineHeight <= area.bottom;
+    };
+    return isInView(static_cast<std::size_t>(selection.cpMax)) &&
+           std::all_of(stretches.begin(), stretches.end(), [&](const Stretch& each) { return isInView(each.end); });
 }
 
 // As few as possible: one goes on over what has its colour already, or may have any.

@@ -44,6 +44,9 @@ public:
     // a few, so as not to hold up who types. Returns where the next one stands: painting there later formats it.
     std::optional<RECT> FormatView();
 
+    // While it formats, nothing that the control wants to paint is to be painted.
+    bool IsAtWork() const { return mIsAtWork; }
+
     // The lines that can be seen: the first one, and the one behind the last.
     std::pair<std::size_t, std::size_t> LinesSeen() const;
 
@@ -73,12 +76,13 @@ private:
         signed char colour;
     };
 
-    void FormatLines(std::size_t first, std::size_t end);
-    void ColourLines(std::size_t first, std::size_t end);
+    void FormatLines(std::size_t first, std::size_t end, LONG lineHeight);
+    std::vector<Stretch> StretchesToColour(std::size_t first, std::size_t end);
     static std::vector<Stretch> Differences(const Colours& wanted, const Colours& shown);
     Colours WantedColours(std::size_t line);
     Colours ShownColours(std::wstring_view lineText, std::size_t line) const;
     void SetColour(std::size_t start, std::size_t end, signed char colour) const;
+    bool AreInView(const std::vector<Stretch>& stretches, LONG lineHeight) const;
     RECT LinesRect(std::size_t first, std::size_t end) const;
     void Select(std::size_t start, std::size_t end) const;
     std::size_t LinesInView(std::size_t first) const;
@@ -88,6 +92,7 @@ private:
     bool mIsDark = false; // what the colours are for
     PARAFORMAT2 mParagraph = {};
     CodeLines mLines{L""};
+    bool mIsAtWork = false;
     bool mIsTyping = false; // not all is formatted yet since an edit
     std::vector<CToken> mTokens;
 
