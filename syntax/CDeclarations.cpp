@@ -419,7 +419,7 @@ void AddMacro(const CDirective& directive, std::vector<CName>& names) {
 } // namespace
 
 std::vector<CName> DeclaredNames(std::string_view text) {
-    const CCode code = TokenizeC(text);
+    const CCode code = WithBracesOfOneBranch(TokenizeC(text));
     std::vector<CName> names;
     std::set<std::string_view> macros;
     for (const CDirective& directive : code.directives) {

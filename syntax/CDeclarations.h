@@ -1,5 +1,6 @@
 // The names that a C text declares, with what a reader wants to see of them. Found without a compiler: every branch of
-// "#if" counts, macros stay what they are, and what is not understood is passed over.
+// "#if" counts, but one alone opens and closes blocks; macros stay what they are, and what is not understood is passed
+// over.
 #pragma once
 
 #include <cstddef>

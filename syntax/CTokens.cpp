@@ -87,22 +87,85 @@ private:
     std::size_t mAt = 0;
 };
 
+std::size_t FirstTokenBehind(const std::vector<CCodeToken>& tokens, std::size_t position) {
+    const auto behind = std::partition_point(tokens.begin(), tokens.end(),
+                                             [&](const CCodeToken& token) { return token.position < position; });
+    return static_cast<std::size_t>(behind - tokens.begin());
+}
+
+// Those from `begin` to before `end` without a partner there.
+void RemoveLoneBraces(const std::vector<CCodeToken>& tokens, std::size_t begin, std::size_t end,
+                      std::vector<bool>& isRemoved) {
+    std::vector<std::size_t> open;
+    for (std::size_t at = begin; at < end; ++at) {
+        if (isRemoved[at]) {
+            continue;
+        }
+        if (tokens[at].text == "{") {
+            open.push_back(at);
+        } else if (tokens[at].text == "}" && !open.empty()) {
+            open.pop_back();
+        } else if (tokens[at].text == "}") {
+            isRemoved[at] = true;
+        }
+    }
+    for (const std::size_t at : open) {
+        isRemoved[at] = true;
+    }
+}
+
 } // namespace
 
+std::string_view CDirective::Name() const {
+    const auto begin = std::find_if_not(text.begin() + 1, text.end(), IsCBlankByte);
+    return {begin, std::find_if_not(begin, text.end(), IsCWordByte)};
+}
+
 std::string_view CDirective::RestBehind(std::string_view name) const {
-    const std::string_view directive = text;
-    std::size_t at = directive.find_first_not_of(" \t", 1);
-    if (at == std::string_view::npos || directive.substr(at, name.size()) != name) {
+    const std::string_view found = Name();
+    if (found != name) {
         return {};
     }
-    at = directive.find_first_not_of(" \t", at + name.size());
-    return at == std::string_view::npos ? std::string_view() : directive.substr(at);
+    const char* const begin = std::find_if_not(found.data() + found.size(), text.data() + text.size(), IsCBlankByte);
+    const std::string_view rest(begin, text.data() + text.size());
+    return rest.substr(0, rest.find_last_not_of(" \t\v\f") + 1);
 }
 
 CCode TokenizeC(std::string_view text) {
     Tokenizer tokenizer(text);
     tokenizer.Run();
     return std::move(tokenizer.code);
+}
+
+CCode WithBracesOfOneBranch(CCode code) {
+    struct Branch {
+        std::size_t begin;
+        bool counts;
+        bool isBehindCounting;
+    };
+    std::vector<Branch> branches; // the innermost last
+    std::vector<bool> isRemoved(code.tokens.size());
+    for (const CDirective& directive : code.directives) {
+        const std::size_t token = FirstTokenBehind(code.tokens, directive.position);
+        const std::string_view name = directive.Name();
+        const bool isOther = name.starts_with("el"); // "#else", "#elif"
+        if ((isOther || name == "endif") && !branches.empty()) {
+            Branch& branch = branches.back();
+            if (!branch.counts) {
+                RemoveLoneBraces(code.tokens, branch.begin, token, isRemoved);
+            }
+            const bool hasCounted = branch.counts || branch.isBehindCounting;
+            branch = {token, !hasCounted, hasCounted};
+        }
+        if (name == "endif" && !branches.empty()) {
+            branches.pop_back();
+        } else if (name.starts_with("if")) {
+            branches.push_back({token, directive.RestBehind("if") != "0", false});
+        }
+    }
+    std::size_t at = 0;
+    std::erase_if(code.tokens, [&](const CCodeToken& /*token*/) { return isRemoved[at++]; });
+    return code;
 }
 
 } // namespace tessaly

@@ -18,7 +18,9 @@ struct CDirective {
     std::string text; // lines joined, without comments
     std::size_t position = 0;
 
-    // What stands behind its name; "" for one of another name.
+    std::string_view Name() const; // "if"
+
+    // What stands behind its name, without blanks around it; "" for one of another name.
     std::string_view RestBehind(std::string_view name) const;
 };
 
@@ -29,6 +31,10 @@ struct CCode {
 
 // Takes any bytes. The tokens refer to `text`.
 CCode TokenizeC(std::string_view text);
+
+// Of the branches of an "#if" the first one that may be taken opens and closes blocks: from the others the braces are
+// removed that have no partner in their branch.
+CCode WithBracesOfOneBranch(CCode code);
 
 // Letters, digits and "_", and whatever is not ASCII.
 constexpr bool IsCWordByte(char c) {

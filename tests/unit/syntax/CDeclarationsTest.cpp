@@ -54,6 +54,32 @@ TEST(CDeclarationsTest, ABodysNamesAreLocal) {
               "V after: int after\n");
 }
 
+// Where the local name `wanted` ends, or npos.
+std::size_t EndOf(std::string_view text, std::string_view wanted) {
+    for (const CName& name : DeclaredNames(text)) {
+        if (name.name == wanted) {
+            return name.end;
+        }
+    }
+    ADD_FAILURE() << wanted << " is not declared";
+    return 0;
+}
+
+TEST(CDeclarationsTest, OneBranchOfAnIfAloneClosesABlock) {
+    const auto endsBehind = [](const std::string& block) {
+        const std::string text = "void Run(void)\n{\n    int count;\n" + block + "    count = 1;\n}\nint after;\n";
+        return EndOf(text, "count") == text.find("\nint after") - 1 && EndOf(text, "after") == std::string::npos;
+    };
+    EXPECT_TRUE(endsBehind("    if (a) {\n#if A\n    }\n#else\n    }\n#endif\n"));
+    EXPECT_TRUE(endsBehind("#ifdef A\n    if (a) {\n#elif B\n    while (b) {\n#else\n    {\n#endif\n    }\n"));
+    EXPECT_TRUE(endsBehind("#if 0\n    if (a) {\n#else\n    if (b) {\n#endif\n    }\n"));
+    EXPECT_TRUE(endsBehind("#if 0 /* not yet */\n    }\n#endif\n"));
+    EXPECT_TRUE(endsBehind("#if A\n#if B\n    {\n#else\n    {\n#endif\n#else\n#ifndef B\n    {\n#else\n    "
+                           "{\n#endif\n#endif\n    }\n"));
+    EXPECT_TRUE(endsBehind("#if A\n    { int inner; }\n#else\n    { int other; }\n#endif\n"));
+    EXPECT_TRUE(endsBehind("#else\n#endif\n    {\n    }\n"));
+}
+
 TEST(CDeclarationsTest, TypesHaveTheirFieldsAndConstants) {
     EXPECT_EQ(Names("typedef unsigned int uint;\n"
                     "typedef struct Frame { uint id : 29; uchar data[8]; } Frame;\n"
