@@ -2,7 +2,7 @@
 #include "document/VornSrcObj.h"
 #include "fuzz/Check.h"
 #include "platform/text/SingleByteCodePage.h"
-#include "programs/psf/PsfWarnings.h"
+#include "programs/psf/base/PsfWarnings.h"
 #include "tests/desktop/SequentialFiles.h"
 
 #include <cstdint>

@@ -1,7 +1,7 @@
 // psf build: the window's Build command. Unlike the window, it waits for the compiler.
 #pragma once
 
-#include "programs/psf/Session.h"
+#include "programs/psf/base/Session.h"
 
 #include <cstddef>
 #include <optional>

@@ -9,8 +9,8 @@
 #include "platform/system/Environment.h"
 #include "platform/text/TerminalText.h"
 #include "programs/psf/Commands.h"
-#include "programs/psf/Paths.h"
-#include "programs/psf/Printable.h"
+#include "programs/psf/base/Paths.h"
+#include "programs/psf/base/Printable.h"
 
 #include <cstdio>
 

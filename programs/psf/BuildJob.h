@@ -3,8 +3,8 @@
 
 #include "diagnostics/BuildMap.h"
 #include "platform/system/FileLock.h"
-#include "programs/psf/Jobs.h"
-#include "programs/psf/Session.h"
+#include "programs/psf/base/Jobs.h"
+#include "programs/psf/base/Session.h"
 
 #include <memory>
 #include <string>

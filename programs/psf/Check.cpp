@@ -2,9 +2,9 @@
 #include "diagnostics/Lint.h"
 #include "platform/system/MemoryFile.h"
 #include "programs/psf/Commands.h"
-#include "programs/psf/LineCounter.h"
-#include "programs/psf/PsfWarnings.h"
-#include "programs/psf/Report.h"
+#include "programs/psf/base/LineCounter.h"
+#include "programs/psf/base/PsfWarnings.h"
+#include "programs/psf/base/Report.h"
 
 namespace tessaly::psf {
 

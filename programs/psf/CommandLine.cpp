@@ -3,9 +3,9 @@
 
 #include "programs/psf/Build.h"
 #include "programs/psf/Commands.h"
-#include "programs/psf/Paths.h"
-#include "programs/psf/Report.h"
 #include "programs/psf/Test.h"
+#include "programs/psf/base/Paths.h"
+#include "programs/psf/base/Report.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>

@@ -5,9 +5,9 @@
 #include "document/EncodedOutput.h"
 #include "document/Members.h"
 #include "document/NewFunction.h"
-#include "programs/psf/Json.h"
-#include "programs/psf/Printable.h"
-#include "programs/psf/Saving.h"
+#include "programs/psf/base/Json.h"
+#include "programs/psf/base/Printable.h"
+#include "programs/psf/base/Saving.h"
 
 #include <cstdio>
 

@@ -1,7 +1,7 @@
 // The commands of psf. Each returns its exit status and has said what went wrong.
 #pragma once
 
-#include "programs/psf/Session.h"
+#include "programs/psf/base/Session.h"
 
 #include <cstdint>
 #include <optional>

@@ -5,9 +5,9 @@
 #include "platform/system/Environment.h"
 #include "platform/system/MemoryFile.h"
 #include "platform/text/Ascii.h"
-#include "programs/psf/LineCounter.h"
-#include "programs/psf/Paths.h"
-#include "programs/psf/PsfWarnings.h"
+#include "programs/psf/base/LineCounter.h"
+#include "programs/psf/base/Paths.h"
+#include "programs/psf/base/PsfWarnings.h"
 
 #include <algorithm>
 #include <charconv>

@@ -4,8 +4,8 @@
 #include "platform/text/Ascii.h"
 #include "platform/text/Utf8.h"
 #include "programs/psf/Commands.h"
-#include "programs/psf/Paths.h"
-#include "programs/psf/Saving.h"
+#include "programs/psf/base/Paths.h"
+#include "programs/psf/base/Saving.h"
 
 #include <algorithm>
 #include <filesystem>

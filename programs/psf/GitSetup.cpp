@@ -3,9 +3,9 @@
 #include "platform/system/Process.h"
 #include "platform/text/Ascii.h"
 #include "programs/psf/Commands.h"
-#include "programs/psf/Paths.h"
-#include "programs/psf/Printable.h"
-#include "programs/psf/Saving.h"
+#include "programs/psf/base/Paths.h"
+#include "programs/psf/base/Printable.h"
+#include "programs/psf/base/Saving.h"
 
 #include <filesystem>
 #include <optional>

@@ -4,7 +4,7 @@
 #include "platform/text/Ascii.h"
 #include "programs/psf/BuildJob.h"
 #include "programs/psf/Commands.h"
-#include "programs/psf/Printable.h"
+#include "programs/psf/base/Printable.h"
 
 #include <cstdio>
 #include <iostream>

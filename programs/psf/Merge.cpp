@@ -1,8 +1,8 @@
 // psf merge: what git and its kin call for a file that two branches changed.
 #include "programs/psf/Commands.h"
-#include "programs/psf/DocumentMerge.h"
-#include "programs/psf/NormalForm.h"
-#include "programs/psf/Saving.h"
+#include "programs/psf/base/DocumentMerge.h"
+#include "programs/psf/base/NormalForm.h"
+#include "programs/psf/base/Saving.h"
 
 namespace tessaly::psf {
 

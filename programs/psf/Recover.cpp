@@ -1,10 +1,10 @@
 // What the window kept, by number: 1 is the newest. A number is good until something is kept or removed.
 #include "document/Members.h"
 #include "programs/psf/Commands.h"
-#include "programs/psf/Diff.h"
-#include "programs/psf/Json.h"
-#include "programs/psf/Printable.h"
-#include "programs/psf/Saving.h"
+#include "programs/psf/base/Diff.h"
+#include "programs/psf/base/Json.h"
+#include "programs/psf/base/Printable.h"
+#include "programs/psf/base/Saving.h"
 #include "recovery/Differences.h"
 #include "recovery/RecoveryStore.h"
 

@@ -1,7 +1,7 @@
 // psf rename: the function in the list, its section and its stored prototype. Its code is the user's.
 #include "platform/text/Ascii.h"
 #include "programs/psf/Commands.h"
-#include "programs/psf/Saving.h"
+#include "programs/psf/base/Saving.h"
 
 namespace tessaly::psf {
 

@@ -2,7 +2,7 @@
 #include "document/Members.h"
 #include "platform/text/Utf8.h"
 #include "programs/psf/Commands.h"
-#include "programs/psf/Saving.h"
+#include "programs/psf/base/Saving.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -3,8 +3,8 @@
 
 #include "app/CompilerCommand.h"
 #include "programs/psf/Coverage.h"
-#include "programs/psf/Saving.h"
 #include "programs/psf/TestJobs.h"
+#include "programs/psf/base/Saving.h"
 
 #include <map>
 

@@ -1,7 +1,7 @@
 // psf test: runs program blocks with the scripts beside them, and compares.
 #pragma once
 
-#include "programs/psf/Session.h"
+#include "programs/psf/base/Session.h"
 
 #include <cstddef>
 #include <optional>

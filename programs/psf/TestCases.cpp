@@ -1,7 +1,7 @@
 // All is found by names alone.
 #include "programs/psf/TestCases.h"
 
-#include "programs/psf/Paths.h"
+#include "programs/psf/base/Paths.h"
 
 #include <algorithm>
 #include <string_view>

@@ -3,7 +3,7 @@
 
 #include "diagnostics/RewriteMessages.h"
 #include "platform/system/Environment.h"
-#include "programs/psf/Printable.h"
+#include "programs/psf/base/Printable.h"
 
 #include <algorithm>
 #include <cstdio>

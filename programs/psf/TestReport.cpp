@@ -2,9 +2,9 @@
 #include "programs/psf/TestReport.h"
 
 #include "platform/text/Utf8.h"
-#include "programs/psf/Json.h"
-#include "programs/psf/Paths.h"
-#include "programs/psf/Printable.h"
+#include "programs/psf/base/Json.h"
+#include "programs/psf/base/Paths.h"
+#include "programs/psf/base/Printable.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -4,7 +4,7 @@
 #include "document/PsfReadObserver.h"
 #include "platform/text/Ascii.h"
 #include "programs/psf/Commands.h"
-#include "programs/psf/Printable.h"
+#include "programs/psf/base/Printable.h"
 
 #include <algorithm>
 #include <array>

@@ -5,10 +5,10 @@
 #include "platform/text/Ascii.h"
 #include "platform/text/Utf8.h"
 #include "programs/psf/Commands.h"
-#include "programs/psf/LineCounter.h"
-#include "programs/psf/NormalForm.h"
-#include "programs/psf/Printable.h"
-#include "programs/psf/Saving.h"
+#include "programs/psf/base/LineCounter.h"
+#include "programs/psf/base/NormalForm.h"
+#include "programs/psf/base/Printable.h"
+#include "programs/psf/base/Saving.h"
 
 #include <array>
 #include <new>

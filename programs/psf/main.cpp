@@ -1,6 +1,6 @@
 // psf, the command-line companion: the document without a window, for scripts, version control and servers.
 #include "programs/psf/CommandLine.h"
-#include "programs/psf/Session.h"
+#include "programs/psf/base/Session.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "document/VornSrcObj.h"
-#include "programs/psf/Findings.h"
+#include "programs/psf/base/Findings.h"
 
 namespace tessaly::psf {
 

@@ -1,5 +1,5 @@
 // The tags, the events and the end of the file; what functions have to tell stands apart.
-#include "programs/psf/PsfWarnings.h"
+#include "programs/psf/base/PsfWarnings.h"
 
 #include "diagnostics/Lint.h"
 #include "document/Members.h"

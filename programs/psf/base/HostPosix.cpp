@@ -1,7 +1,7 @@
 // Linux and its kin: plain bytes everywhere, a file for the registry.
 #include "platform/settings/SettingsRegistry.h"
 #include "platform/system/Interrupts.h"
-#include "programs/psf/Host.h"
+#include "programs/psf/base/Host.h"
 
 #include <csignal>
 #if defined(__GLIBC__)

@@ -1,7 +1,7 @@
 // The files that a command line means.
 #pragma once
 
-#include "programs/psf/Session.h"
+#include "programs/psf/base/Session.h"
 
 #include <filesystem>
 #include <optional>

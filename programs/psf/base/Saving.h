@@ -1,7 +1,7 @@
 // How commands of psf write files: whole, one after the other, and never over what somebody else has just written.
 #pragma once
 
-#include "programs/psf/Session.h"
+#include "programs/psf/base/Session.h"
 
 #include <functional>
 #include <optional>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/system/MemoryFile.h"
-#include "programs/psf/Session.h"
+#include "programs/psf/base/Session.h"
 
 #include <optional>
 #include <string>

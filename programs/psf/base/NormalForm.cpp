@@ -1,5 +1,5 @@
 // Whether it loads as the same document is tried.
-#include "programs/psf/NormalForm.h"
+#include "programs/psf/base/NormalForm.h"
 
 #include "document/Members.h"
 #include "platform/text/Ascii.h"

@@ -1,11 +1,11 @@
 // Each format is one class. A path may be any bytes; what needs UTF-8 gets replacement characters.
-#include "programs/psf/Report.h"
+#include "programs/psf/base/Report.h"
 
 #include "platform/text/Ascii.h"
-#include "programs/psf/Findings.h"
-#include "programs/psf/Json.h"
-#include "programs/psf/Printable.h"
-#include "programs/psf/Session.h"
+#include "programs/psf/base/Findings.h"
+#include "programs/psf/base/Json.h"
+#include "programs/psf/base/Printable.h"
+#include "programs/psf/base/Session.h"
 
 #include <algorithm>
 #include <cstdio>

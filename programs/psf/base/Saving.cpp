@@ -1,5 +1,5 @@
 // The lock keeps programs of ours apart. That the file is still the one that was read keeps all others from harm.
-#include "programs/psf/Saving.h"
+#include "programs/psf/base/Saving.h"
 
 #include "platform/system/FileLock.h"
 

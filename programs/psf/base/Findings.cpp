@@ -1,5 +1,5 @@
 // The little that is needed to tell, when a line counts again, what was lost before it.
-#include "programs/psf/Findings.h"
+#include "programs/psf/base/Findings.h"
 
 #include "diagnostics/Lint.h"
 #include "platform/text/Utf8.h"

@@ -5,7 +5,7 @@
 #include "document/VornSrcObj.h"
 #include "platform/system/AtomicFile.h"
 #include "platform/system/CodePages.h"
-#include "programs/psf/Host.h"
+#include "programs/psf/base/Host.h"
 
 #include <functional>
 #include <memory>

@@ -1,8 +1,8 @@
 // Loading, saving and printing for all commands.
-#include "programs/psf/Session.h"
+#include "programs/psf/base/Session.h"
 
 #include "document/Members.h"
-#include "programs/psf/Printable.h"
+#include "programs/psf/base/Printable.h"
 
 #include <cerrno>
 #include <cstdio>

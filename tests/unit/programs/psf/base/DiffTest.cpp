@@ -1,5 +1,5 @@
 // A unified diff turns the old text into the new one and is as short as can be.
-#include "programs/psf/Diff.h"
+#include "programs/psf/base/Diff.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

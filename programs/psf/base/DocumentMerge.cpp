@@ -1,10 +1,10 @@
 // Texts are compared without the line breaks at their ends, which every save adds to.
-#include "programs/psf/DocumentMerge.h"
+#include "programs/psf/base/DocumentMerge.h"
 
 #include "document/Members.h"
 #include "platform/text/Ascii.h"
 #include "platform/text/LineMerge.h"
-#include "programs/psf/Session.h"
+#include "programs/psf/base/Session.h"
 
 #include <algorithm>
 #include <map>

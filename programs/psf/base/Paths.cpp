@@ -1,5 +1,5 @@
 // Folders are looked into with the standard library; a path in it is UTF-8 on every system.
-#include "programs/psf/Paths.h"
+#include "programs/psf/base/Paths.h"
 
 #include "platform/text/Ascii.h"
 

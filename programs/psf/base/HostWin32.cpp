@@ -6,7 +6,7 @@
 #include "platform/system/win32/Registry.h"
 #include "platform/system/win32/Streams.h"
 #include "platform/text/Utf8.h"
-#include "programs/psf/Host.h"
+#include "programs/psf/base/Host.h"
 
 #include <cstdlib>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "document/CCodeGenerator.h"
-#include "programs/psf/FunctionWarnings.h"
+#include "programs/psf/base/FunctionWarnings.h"
 
 #include <array>
 

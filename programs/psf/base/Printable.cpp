@@ -1,5 +1,5 @@
 // Only characters that could change what the terminal does are taken out.
-#include "programs/psf/Printable.h"
+#include "programs/psf/base/Printable.h"
 
 #include "platform/text/Utf8.h"
 

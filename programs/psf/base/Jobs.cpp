@@ -1,7 +1,7 @@
 // No job is waited for while another one could go on: two psf that each have what the other one needs would never end.
-#include "programs/psf/Jobs.h"
+#include "programs/psf/base/Jobs.h"
 
-#include "programs/psf/Session.h"
+#include "programs/psf/base/Session.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,5 +1,5 @@
 // Of each change the lines that go stand in front of those that come.
-#include "programs/psf/Diff.h"
+#include "programs/psf/base/Diff.h"
 
 #include "platform/text/LineDiff.h"
 

@@ -1,5 +1,5 @@
 // The list comes first, then the sections, then what the document made of them.
-#include "programs/psf/FunctionWarnings.h"
+#include "programs/psf/base/FunctionWarnings.h"
 
 #include "document/CCodeGenerator.h"
 #include "document/PsfKeys.h"
