@@ -41,8 +41,9 @@ private:
 
     InputFile& mFile;
     const CodePage& mCodePage;
-    std::size_t mCapacity;
+    std::size_t mCapacity = 0;
     std::unique_ptr<char[]> mBuffer;
+    const char* mBytes = nullptr; // in the buffer, or of the whole file where that is in memory
     std::size_t mPosition = 0;
     std::size_t mEnd = 0;
     std::uint64_t mBufferOffset = 0;

@@ -9,7 +9,7 @@ namespace {
 
 class MemoryInput final : public InputFile {
 public:
-    explicit MemoryInput(std::string_view bytes) : mRest(bytes) {}
+    explicit MemoryInput(std::string_view bytes) : mBytes(bytes), mRest(bytes) {}
 
     std::size_t Read(char* buffer, std::size_t size) override {
         const std::size_t count = mRest.copy(buffer, size);
@@ -17,9 +17,12 @@ public:
         return count;
     }
 
+    std::optional<std::string_view> Whole() const override { return mBytes; }
+
     void Close() override {}
 
 private:
+    std::string_view mBytes;
     std::string_view mRest;
 };
 

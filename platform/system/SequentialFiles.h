@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,6 +23,9 @@ public:
 
     // How many bytes the whole file has; 0 where that is not known before they are read.
     virtual std::uint64_t Size() const { return 0; }
+
+    // All its bytes, where they stand in memory anyway; no value else.
+    virtual std::optional<std::string_view> Whole() const { return std::nullopt; }
 
     // Closes the file. Called at most once, and nothing else after it. Throws std::system_error.
     virtual void Close() = 0;

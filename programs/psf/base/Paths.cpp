@@ -4,7 +4,7 @@
 #include "platform/text/Ascii.h"
 
 #include <algorithm>
-#include <deque>
+#include <cstring>
 #include <filesystem>
 
 namespace tessaly::psf {
@@ -28,13 +28,18 @@ public:
 
     // Paths are made by hand: on Windows, too, "/" separates.
     void Enter(const std::string& folder) {
-        std::deque<std::string> names = NamesIn(folder);
-        std::sort(names.begin(), names.end());
+        const std::string list = NamesIn(folder);
+        std::vector<const char*> names;
+        names.reserve(static_cast<std::size_t>(std::count(list.begin(), list.end(), '\0')));
+        for (const char* name = list.data(); name != list.data() + list.size(); name += std::strlen(name) + 1) {
+            names.push_back(name);
+        }
+        std::sort(names.begin(), names.end(), [](const char* a, const char* b) { return std::strcmp(a, b) < 0; });
         const bool isSeparated = folder.ends_with('/') || folder.ends_with(fs::path::preferred_separator);
         const std::string front = isSeparated ? folder : folder + "/";
-        for (const std::string& name : names) {
+        for (const char* const name : names) {
             std::string path = front + name;
-            if (name.ends_with('/')) {
+            if (path.ends_with('/')) {
                 path.pop_back();
                 Enter(path);
             } else {
@@ -53,20 +58,21 @@ public:
     }
 
 private:
-    // Of the files, and with "/" behind them of the folders, which stand among the others like their paths.
-    std::deque<std::string> NamesIn(const std::string& folder) {
-        std::deque<std::string> names; // which leaves no holes as it grows
+    // Of the files, and with "/" behind them of the folders, which stand among the others like their paths. Each has a
+    // NUL behind it: two thousand strings are a third as much memory as a file.
+    std::string NamesIn(const std::string& folder) {
+        std::string names;
         std::error_code error;
         fs::directory_iterator entries(ToPath(folder), error);
         for (; !error && entries != fs::directory_iterator(); entries.increment(error)) {
-            std::string name = NameIn(*entries);
+            const std::string name = NameIn(*entries);
             std::error_code ignored;
             if (entries->is_directory(ignored)) {
                 if (!name.starts_with('.') && !entries->is_symlink(ignored)) {
-                    names.push_back(std::move(name) + "/");
+                    names.append(name).append("/").push_back('\0');
                 }
             } else if (IsPsfName(name) && IsFile(*entries)) {
-                names.push_back(std::move(name));
+                names.append(name).push_back('\0');
             }
         }
         if (error) {
