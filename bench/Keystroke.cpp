@@ -5,8 +5,10 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace tessaly::bench {
 namespace {
@@ -33,10 +35,9 @@ struct Key {
 constexpr std::array<Key, 6> Keys = {
     {{'/', "one"}, {'*', "all"}, {'a', "one"}, {'\b', "one"}, {'\b', "all"}, {'\b', "one"}}};
 
-// The whole way of a key, in milliseconds: the text changes, its colours are made anew and it is drawn.
-double Time(const Typist& typist, char key) {
+double Time(const std::function<void()>& work) {
     const auto start = std::chrono::steady_clock::now();
-    typist.type(key);
+    work();
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
@@ -65,7 +66,8 @@ void TypeKeystrokes(Desktop& desktop, const Typist& typist) {
     };
     for (int round = 0; round < Rounds; ++round) {
         for (const Key& key : Keys) {
-            std::printf("%s %.3f\n", key.changed, Time(typist, key.character));
+            // The whole way of a key: the text changes, its colours are made anew and it is drawn.
+            std::printf("%s %.3f\n", key.changed, Time([&] { typist.type(key.character); }));
             typist.rest(Rest);
         }
     }
@@ -117,14 +119,13 @@ void TypeWithCopies(Desktop& desktop, const Typist& typist, const std::string& f
         typist.rest(Rest);
         for (int key = 0; key < keys; ++key) {
             const bool isWith = key / keysInTurn % 2 == 0;
-            const auto start = std::chrono::steady_clock::now();
-            typist.type('a');
-            if (isWith) {
-                idle();
-            }
-            const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - start;
-            std::printf("%d %s %.3f\n", functions * static_cast<int>(functionSize), isWith ? "with" : "without",
-                        taken.count());
+            const double taken = Time([&] {
+                typist.type('a');
+                if (isWith) {
+                    idle();
+                }
+            });
+            std::printf("%d %s %.3f\n", functions * static_cast<int>(functionSize), isWith ? "with" : "without", taken);
             typist.rest(Rest / 2);
         }
         window.FuncBodyChangedFlag = false;
@@ -132,6 +133,76 @@ void TypeWithCopies(Desktop& desktop, const Typist& typist, const std::string& f
             throw std::runtime_error("there is no copy");
         }
     }
+}
+
+namespace {
+
+// The user has typed a name before and presses OK at once.
+class AnsweredNameWindow final : public NameWindow {
+public:
+    explicit AnsweredNameWindow(std::string name) : mName(std::move(name)) {}
+    void SetTexts(const NameTexts& /*texts*/) override {}
+    void ShowModal() override { onOk(); }
+    void Hide() override {}
+    std::string FuncVarName() const override { return mName; }
+
+private:
+    std::string mName;
+};
+
+// Another desktop with such windows.
+class AnsweredDesktop final : public Desktop {
+public:
+    explicit AnsweredDesktop(Desktop& shown) : mShown(shown) { mParts = shown.*&AnsweredDesktop::mParts; }
+    MessagesWindow& Messages() override { return mShown.Messages(); }
+    const BarControls& Bar() override { return mShown.Bar(); }
+    std::unique_ptr<NameWindow> NewNameWindow() override {
+        return std::make_unique<AnsweredNameWindow>("New" + std::to_string(++mNames));
+    }
+    std::unique_ptr<SplashWindow> NewSplashWindow() override { return mShown.NewSplashWindow(); }
+
+private:
+    Desktop& mShown;
+    int mNames = 0;
+};
+
+} // namespace
+
+void AddFunctions(Desktop& desktop, const Typist& typist, const std::string& folder) {
+    constexpr int functions = 100'000;
+    constexpr int rounds = 15;
+    AnsweredDesktop answered(desktop);
+    SystemPrivateFiles own;
+    SystemFiles files;
+    RecoveryHost host = SystemRecoveryHost(own, files, ProcessEnvironment);
+    host.folders = {folder + "/recovery"};
+    const std::string path = folder + "/long.PSF";
+    WriteDocument(desktop, path, functions, 0);
+    VornMainFrm window(answered, host);
+    window.Show();
+    const std::function<void()> idle = std::exchange(desktop.MainWindow().onIdle, nullptr);
+    window.Form_FileDropped(path);
+    TreeView& tree = desktop.CodeTree();
+    tree.Expand(tree.Find(FunctionsKey));
+    for (int round = 0; round < rounds; ++round) {
+        typist.rest(Rest);
+        const TreeItem item = tree.Find("Function" + std::to_string(functions / rounds * round));
+        std::printf("select %.3f\n", Time([&] {
+                        tree.Select(item);
+                        window.CodeTree_NodeClick(item);
+                        typist.draw();
+                    }));
+        typist.rest(Rest);
+        std::printf("add %.3f\n", Time([&] {
+                        window.Form_AddFunction();
+                        typist.draw();
+                    }));
+        std::printf("copy %.3f\n", Time(idle));
+    }
+    if (window.mSourceDoc->GetFunctionCount() != functions + rounds) {
+        throw std::runtime_error("the functions were not added");
+    }
+    window.FuncBodyChangedFlag = false;
 }
 
 } // namespace tessaly::bench

@@ -19,6 +19,9 @@ struct Typist {
     // Presses a key, '\b' for the one that takes back, and returns when the pane is drawn.
     std::function<void(char key)> type;
 
+    // Returns when all that has changed is drawn.
+    std::function<void()> draw;
+
     // Lets so many milliseconds pass, in which the program may do what it has left for later.
     std::function<void(int milliseconds)> rest;
 };
@@ -30,5 +33,11 @@ void TypeKeystrokes(Desktop& desktop, const Typist& typist);
 // Prints for each keystroke the bytes of the document, whether the program looked after its copies behind it ("with" or
 // "without", in turns), and the milliseconds until the pane was drawn and that was done.
 void TypeWithCopies(Desktop& desktop, const Typist& typist, const std::string& folder);
+
+// Works in a document of 100,000 functions that lies in `folder`. Prints how many milliseconds it takes until the
+// window is drawn after one is selected ("select"), and after OK was pressed in the window that asks for the name of a
+// new one
+// ("add"), and how long its copy takes that is written behind that ("copy").
+void AddFunctions(Desktop& desktop, const Typist& typist, const std::string& folder);
 
 } // namespace tessaly::bench

@@ -13,6 +13,7 @@ import tempfile
 FUNCTIONS = 1000
 FILE_BYTES = 10_000_000
 COPY_MS = {100_000: 0.3, 10_000_000: 1}  # at most, in the median, for a document of so many bytes
+LIST_MS = 30  # less, in the median, in a document of 100,000 functions
 EVENTS = ("OnError", "OnFrame", "OnKey", "OnStart", "OnStop", "OnTimer", "OnTrigger", "OnSerial", "OnMsg")
 
 # As the bodies of program blocks are written; {0} and {1} are numbers.
@@ -79,15 +80,20 @@ def spread(values, digits=0):
     return f"{statistics.median(values):.{digits}f} ({min(values):.{digits}f}-{max(values):.{digits}f})"
 
 
-def keystroke_rows(command, most, verdict):
-    """Rows of the targets table from what the command, `keystroke`, prints: "one" or "all" and milliseconds, a key a
-    line. `most` are milliseconds, too."""
+def printed_by(command):
+    """The words of each line that the command prints."""
     typist = subprocess.run(command, capture_output=True, text=True)
     if typist.returncode != 0:
         print(typist.stderr, file=sys.stderr, end="")
         sys.exit(2)
+    return [line.split() for line in typist.stdout.splitlines()]
+
+
+def keystroke_rows(command, most, verdict):
+    """Rows of the targets table from what the command, `keystroke`, prints: "one" or "all" and milliseconds, a key a
+    line. `most` are milliseconds, too."""
     texts = {"one": "Keystroke in 10,000 lines, ms", "all": "The same where all in view changes its colour, ms"}
-    keys = [line.split() for line in typist.stdout.splitlines()]
+    keys = printed_by(command)
     rows = []
     for changed, text in texts.items():
         times = [float(time) for kind, time in keys if kind == changed]
@@ -100,11 +106,7 @@ def copy_rows(command, verdict):
     """Rows of the targets table from what the command, `keystroke FOLDER`, prints: the bytes of the document, "with" or
     "without" and milliseconds, a key a line."""
     with tempfile.TemporaryDirectory(dir=os.getcwd() + "/build") as folder:
-        typist = subprocess.run([*command, folder], capture_output=True, text=True)
-    if typist.returncode != 0:
-        print(typist.stderr, file=sys.stderr, end="")
-        sys.exit(2)
-    keys = [line.split() for line in typist.stdout.splitlines()]
+        keys = printed_by([*command, folder])
     rows = []
     for size, most in COPY_MS.items():
         times = {kind: statistics.median(float(time) for bytes_, of, time in keys if (int(bytes_), of) == (size, kind))
@@ -113,6 +115,20 @@ def copy_rows(command, verdict):
         rows.append([f"What copies add to a keystroke, {size // 1000:,} KB, ms",
                      f"{more:.2f} to {times['without']:.2f}", f"at most {most}", verdict(more <= most)])
     return rows
+
+
+def list_rows(command, verdict):
+    """Rows of the targets table from what the command, `keystroke FOLDER list`, prints: "select", "add" or "copy" and
+    milliseconds."""
+    with tempfile.TemporaryDirectory(dir=os.getcwd() + "/build") as folder:
+        samples = [(kind, float(time)) for kind, time in printed_by([*command, folder, "list"])]
+    texts = {"select": "Select one of 100,000 functions, ms", "add": "Add one to them, ms"}
+    rows = []
+    for kind, text in texts.items():
+        times = [time for of, time in samples if of == kind]
+        rows.append([text, spread(times, 1), f"less than {LIST_MS}", verdict(statistics.median(times) < LIST_MS)])
+    copies = [time for of, time in samples if of == "copy"]
+    return rows + [["The copy that is written behind that, ms", spread(copies, 1), "", ""]]
 
 
 def machine():

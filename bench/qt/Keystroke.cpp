@@ -64,8 +64,11 @@ int main(int count, char** arguments) {
         Drawing drawing;
         pane.viewport()->installEventFilter(&drawing);
         const tessaly::bench::Typist typist{[&](int line) { return PutCaret(pane, line); },
-                                            [&](char key) { Type(pane, drawing, key); }, Wait};
-        if (count > 1) {
+                                            [&](char key) { Type(pane, drawing, key); },
+                                            [] { QCoreApplication::processEvents(); }, Wait};
+        if (count > 2) {
+            AddFunctions(desktop, typist, arguments[1]);
+        } else if (count > 1) {
             TypeWithCopies(desktop, typist, arguments[1]);
         } else {
             TypeKeystrokes(desktop, typist);

@@ -12,7 +12,8 @@ import subprocess
 import sys
 import tempfile
 
-from desktop import copy_rows, keystroke_rows, load_average, machine, sample_in_turns, spread, write_large_file
+from desktop import (copy_rows, keystroke_rows, list_rows, load_average, machine, sample_in_turns, spread,
+                     write_large_file)
 from table import Verdict, publish, table
 
 BEGIN = "<!-- Linux desktop table: made by script/bench-linux-desktop, do not edit -->"
@@ -96,6 +97,7 @@ def main(binaries, readme, runs):
         samples = sample_in_turns(cases, runs, lambda case: measure(binaries, case))
         typist = [f"{binaries}/keystroke"]
         keystrokes = keystroke_rows(typist, KEYSTROKE_MS, verdict) + copy_rows(typist, verdict)
+        keystrokes += list_rows(typist, verdict)
     lines = [f"Measured on {machine()}; load average before the run {before}.",
              f"Medians of {runs} starts, the fastest and the slowest in brackets; the file has {size / 1e6:.1f} MB.",
              ""]

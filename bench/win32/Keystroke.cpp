@@ -36,13 +36,17 @@ void Type(HWND pane, char character) {
     UpdateWindow(pane);
 }
 
+void Draw(tessaly::win32::EventLoop& loop) {
+    MSG next = {};
+    loop.RunWhile([&next] { return PeekMessageW(&next, nullptr, 0, 0, PM_NOREMOVE) != 0; }, loop.mainFilter);
+}
+
 void Wait(tessaly::win32::EventLoop& loop, int milliseconds) {
     const DWORD start = GetTickCount();
     const auto rest = static_cast<DWORD>(milliseconds);
     for (DWORD passed = 0; passed < rest; passed = GetTickCount() - start) {
         MsgWaitForMultipleObjects(0, nullptr, FALSE, rest - passed, QS_ALLINPUT);
-        MSG next = {};
-        loop.RunWhile([&next] { return PeekMessageW(&next, nullptr, 0, 0, PM_NOREMOVE) != 0; }, loop.mainFilter);
+        Draw(loop);
     }
 }
 
@@ -53,9 +57,11 @@ int main(int count, char** arguments) {
         tessaly::win32::Desktop desktop;
         HWND pane = FindWindowExW(FindWindowW(L"VornMainFrm", nullptr), nullptr, MSFTEDIT_CLASS, nullptr);
         const tessaly::bench::Typist typist{[&](int line) { return PutCaret(pane, line); },
-                                            [&](char key) { Type(pane, key); },
+                                            [&](char key) { Type(pane, key); }, [&] { Draw(desktop.Loop()); },
                                             [&](int milliseconds) { Wait(desktop.Loop(), milliseconds); }};
-        if (count > 1) {
+        if (count > 2) {
+            AddFunctions(desktop, typist, arguments[1]);
+        } else if (count > 1) {
             TypeWithCopies(desktop, typist, arguments[1]);
         } else {
             TypeKeystrokes(desktop, typist);

@@ -15,7 +15,8 @@ import subprocess
 import sys
 import time
 
-from desktop import copy_rows, keystroke_rows, load_average, machine, sample_in_turns, spread, write_large_file
+from desktop import (copy_rows, keystroke_rows, list_rows, load_average, machine, sample_in_turns, spread,
+                     write_large_file)
 from table import Verdict, publish, table
 
 BEGIN = "<!-- windows table: made by script/bench-windows, do not edit -->"
@@ -198,6 +199,7 @@ def main(tools, exe, readme, runs):
     targets = target_rows(samples, size, stripped_size(tools, exe), verdict)
     typist = ["script/wine", "32", f"{tools}/keystroke.exe"]
     targets += keystroke_rows(typist, KEYSTROKE_MS, verdict) + copy_rows(typist, verdict)
+    targets += list_rows(typist, verdict)
     keeper.communicate(b"exit\r\n")
     version = subprocess.run(["script/wine", "32", "--version"], capture_output=True, text=True, check=True)
     lines = [f"Measured on {machine()}, {version.stdout.strip()}, 32 bits; load average before the run {before}.",
