@@ -104,7 +104,9 @@ void TreeView::ShowLook(void* node, const Look& look) {
     shown.state = INDEXTOSTATEIMAGEMASK(static_cast<UINT>(look.mark));
     Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&shown));
     DescribeItem(Handle(), shown.hItem, ToWide(look.description));
-    InvalidateRect(Handle(), nullptr, FALSE); // italics are no state of the control's
+    if (const std::optional<RECT> line = PlaceOf(node, false)) { // italics are no state of the control's
+        InvalidateRect(Handle(), &*line, FALSE);
+    }
 }
 
 void TreeView::ShowPictures() {
@@ -251,15 +253,16 @@ HTREEITEM TreeView::NodeAt(POINT place) const {
 
 // Below the selected item.
 std::optional<POINT> TreeView::MenuPlace() const {
-    RECT text = {};
-    if (Selected() != TreeItem::None) {
-        void* const node = Node(Selected());
-        std::memcpy(&text, &node, sizeof node); // so the message wants it
-        if (Send(TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&text)) == 0) {
-            text = {};
-        }
-    }
-    return NearestPlace({text.left, text.bottom});
+    const std::optional<RECT> text = Selected() != TreeItem::None ? PlaceOf(Node(Selected()), true) : std::nullopt;
+    return NearestPlace(text ? POINT{text->left, text->bottom} : POINT{});
+}
+
+// No value for what a collapsed item hides.
+std::optional<RECT> TreeView::PlaceOf(void* node, bool ofText) const {
+    RECT place = {};
+    std::memcpy(&place, &node, sizeof node); // so the message wants it
+    const bool isShown = Send(TVM_GETITEMRECT, ofText ? TRUE : FALSE, reinterpret_cast<LPARAM>(&place)) != 0;
+    return isShown ? std::optional(place) : std::nullopt;
 }
 
 // The control is still at work with the item, which the handler may remove.

@@ -36,6 +36,7 @@ private:
     void Clicked();
     void RightPressed(POINT place);
     HTREEITEM NodeAt(POINT place) const;
+    std::optional<RECT> PlaceOf(void* node, bool ofText) const; // of its text or its line
     void FollowSelection();
 
     ImageListOwner mPictures;      // of marks
