@@ -7,7 +7,7 @@ import tempfile
 from pathlib import Path
 
 import full_text
-from topics import Language, Topic, assets, index_entries
+from topics import Language, Topic, index_entries
 
 # What the help window shows: tree, index, search; and its buttons: hide, back, forward, print, options.
 NAVIGATION = "0x63520"
@@ -61,9 +61,9 @@ def _contents(topics: list[Topic]) -> str:
 
 
 # chmcmd's binary index has a question mark for every umlaut; without it the viewer reads index.hhk, which is right.
-def _project(topics: list[Topic], language: Language, chm: Path) -> str:
+def _project(topics: list[Topic], language: Language, assets: list[Path], chm: Path) -> str:
     home = topics[0].file
-    files = "\n".join([topic.file for topic in topics] + [file.name for file in assets(language)])
+    files = "\n".join([topic.file for topic in topics] + [file.name for file in assets])
     return f"""[OPTIONS]
 Compatibility=1.1 or later
 Compiled file={chm}
@@ -97,15 +97,15 @@ def _full_text(chm: Path) -> bytes:
     return target.read_bytes()
 
 
-def write_chm(topics: list[Topic], language: Language, chm: Path) -> None:
+def write_chm(topics: list[Topic], language: Language, assets: list[Path], chm: Path) -> None:
     chm.unlink(missing_ok=True)
     with tempfile.TemporaryDirectory() as name:
         folder = Path(name)
         texts = {topic.file: _page(topic, language) for topic in topics}
         texts["contents.hhc"] = _contents(topics)
         texts["index.hhk"] = _site_map("".join(_keyword(*entry) for entry in index_entries(topics)))
-        texts["help.hhp"] = _project(topics, language, chm.name)
-        for file in assets(language):
+        texts["help.hhp"] = _project(topics, language, assets, chm.name)
+        for file in assets:
             shutil.copy(file, folder)
         for file, text in texts.items():
             plain = full_text.without_umlauts(text) if file.endswith(".html") else text

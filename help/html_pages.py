@@ -7,7 +7,7 @@ import re
 import shutil
 from pathlib import Path
 
-from topics import HERE, LANGUAGES, Language, Topic, assets, index_entries, plain, sort_key
+from topics import HERE, LANGUAGES, Language, Topic, index_entries, plain, sort_key
 
 KEYWORDS_FILE = "keywords.html"
 
@@ -99,7 +99,7 @@ def _search_texts(topics: list[Topic]) -> list[list[str]]:
     return texts
 
 
-def write_html(topics: list[Topic], language: Language, folder: Path) -> None:
+def write_html(topics: list[Topic], language: Language, assets: list[Path], folder: Path) -> None:
     shutil.rmtree(folder, ignore_errors=True)
     folder.mkdir(parents=True)
     for at, topic in enumerate(topics):
@@ -109,5 +109,5 @@ def write_html(topics: list[Topic], language: Language, folder: Path) -> None:
     (folder / KEYWORDS_FILE).write_text(keywords, encoding="utf-8")
     texts = json.dumps(_search_texts(topics), ensure_ascii=False, separators=(",", ":"))
     (folder / "search-texts.js").write_text(f"const searchTexts = {texts};\n", encoding="utf-8")
-    for file in [*assets(language), HERE / "search.js"]:
+    for file in [*assets, HERE / "search.js"]:
         shutil.copy(file, folder)

@@ -67,9 +67,12 @@ def topic_names() -> list[str]:
     return (HERE / "order.txt").read_text(encoding="utf-8").split()
 
 
-def assets(language: Language) -> list[Path]:
-    """What stands beside the pages: the style sheet and the pictures of this language."""
-    return [HERE / "style.css", *sorted((HERE / language.code).glob("*.png"))]
+def assets(language: Language, pictures: Path) -> list[Path]:
+    """What stands beside the pages: the style sheet, and the pictures of the window in this language."""
+    shown = sorted((pictures / language.code).glob("*.png"))
+    if not shown:
+        raise FileNotFoundError(f"no pictures of the window in {pictures / language.code}; script/pictures takes them")
+    return [HERE / "style.css", *shown]
 
 
 def _plain(value: str) -> str:

@@ -8,6 +8,7 @@ import functools
 import os
 import pathlib
 import re
+import shutil
 import subprocess
 import tempfile
 import time
@@ -91,6 +92,34 @@ def screenshot(path, *options):
     """Takes a picture of the whole display."""
     path.parent.mkdir(parents=True, exist_ok=True)
     subprocess.run(["import", "-window", "root", *options, path], check=True, timeout=PATIENCE)
+
+
+def cut_to_the_point(source, cut, made):
+    """What a page shows of a picture of the display, in a palette: `cut` is as "x400+0+0". The answer tells pixels."""
+    subprocess.run(["convert", source, "-crop", cut, "+repage", "-dither", "None", "-colors", "48", "-strip",
+                    f"png8:{made}"], check=True, timeout=PATIENCE)
+    return identify(made, "%#")
+
+
+def wait_until_painted(picture):
+    """Until `picture`, which takes one and tells its pixels, only shows a caret that blinks."""
+    seen = []
+
+    def is_painted():
+        seen.append(picture())
+        return len(seen) >= 4 and len(set(seen[-4:])) <= 2
+
+    wait_until("a picture that stays", is_painted)
+
+
+def hand_out(made, file):
+    """Puts a picture for README or the help below the folder $TAKE_PICTURES, if there is one. Whether there is."""
+    folder = os.environ.get("TAKE_PICTURES")
+    if folder:
+        taken = pathlib.Path(folder) / file
+        taken.parent.mkdir(parents=True, exist_ok=True)
+        shutil.copy(made, taken)
+    return bool(folder)
 
 
 def identify(path, what):

@@ -300,6 +300,13 @@ def test_pictures_are_there_and_say_in_words_what_they_show(language, tmp_path):
         assert shown.startswith(b"\x89PNG") and shown == extracted(language, picture["src"], tmp_path)
 
 
+def test_without_pictures_of_the_window_there_is_no_help_and_it_is_said_which_are_missing(tmp_path):
+    done = subprocess.run(["/usr/bin/python3", ROOT / "help/build.py", "--pictures", tmp_path, tmp_path / "made"],
+                          stderr=subprocess.PIPE, text=True, check=False)
+    assert done.returncode != 0 and f"no pictures of the window in {tmp_path}/en" in done.stderr
+    assert not (tmp_path / "made").exists()
+
+
 @pytest.mark.parametrize("language", LANGUAGES)
 def test_the_pages_of_the_chm_file_are_those_of_the_web_pages(language, tmp_path):
     for name in TOPICS:

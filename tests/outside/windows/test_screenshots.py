@@ -1,15 +1,15 @@
 """Pictures of the windows in both languages, for people to look at: build/screenshots/windows-LANGUAGE-WHAT.png.
 
-Those in README and the help are as the present program makes them. With TAKE_PICTURES set, they are taken instead.
+Those in README and the help are as the present program makes them, or are taken: see script/pictures.
 """
 
-import os
 import pathlib
 import shutil
 import subprocess
 
 import pytest
-from harness import BITS, ROOT, drive_c, identify, screenshot, wait_until, windows_path, xdotool
+from harness import (BITS, ROOT, cut_to_the_point, drive_c, hand_out, identify, screenshot, wait_until,
+                     wait_until_painted, windows_path, xdotool)
 from windows_harness import CODE_TREE, FUNC_BODY, STATUS_BAR, import_registry, install
 
 MENUS = {"en": [("File", "Save Program Source File As"), ("Help", "About"), ("Help", "Hot Keys")],
@@ -39,19 +39,17 @@ def is_on_the_page(program, name, cut, file):
 
     def take():
         picture(program, name)
-        subprocess.run(["convert", FOLDER / f"windows-{name}.png", "-crop", cut, "+repage", "-dither", "None",
-                        "-colors", "48", "-strip", f"png8:{made}"], check=True)
-        return identify(made, "%#")
+        return cut_to_the_point(FOLDER / f"windows-{name}.png", cut, made)
 
     def others():
         take()
         done = subprocess.run(["compare", "-metric", "AE", "-fuzz", "10%", made, ROOT / file, "null:"], text=True,
                               stderr=subprocess.PIPE, check=False)
         return float(done.stderr) if done.returncode < 2 else float("inf")  # another size
-    if "TAKE_PICTURES" in os.environ:
-        wait_until("a picture that stays", lambda: take() == take() == take())
-        shutil.copy(made, ROOT / file)
-    wait_until(lambda: f"{file}, but {others()} pixels differ: see script/pictures", lambda: others() <= 100, 15)
+    wait_until_painted(take)
+    if not hand_out(made, file):
+        wait_until(lambda: f"{file}, but {others()} pixels differ: see script/pictures",
+                   lambda: others() <= 100, 15)
 
 
 def open_blink(launch, example):

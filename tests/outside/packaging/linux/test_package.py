@@ -41,6 +41,17 @@ def read_elf(option, program):
     return subprocess.run(["readelf", "-W", option, program], capture_output=True, text=True, check=True).stdout
 
 
+@pytest.mark.parametrize("name", ["messages.png", "window.png"])
+def test_the_help_shows_the_window_of_this_system_in_the_language_of_the_page(files, name):
+    help_folder = files / "usr/share"
+    shown = {code: next(help_folder.rglob(f"{code}/{name}")).read_bytes() for code in ("en", "de")}
+    assert shown["en"] != shown["de"]
+    for language, picture in shown.items():
+        taken = ROOT / "build/help-pictures/linux" / language / name
+        assert picture == taken.read_bytes() != (ROOT / "help" / language / name).read_bytes()
+        assert taken.stat().st_mtime > (ROOT / "build/release/bin/tessaly").stat().st_mtime
+
+
 @pytest.mark.parametrize("name", ["psf", "tessaly"])
 def test_a_program_is_hardened(files, name):
     program = files / "usr/bin" / name
