@@ -211,8 +211,15 @@ def test_a_file_that_breaks_off_in_an_event(tmp_path):
 
 def test_a_file_that_breaks_off_anywhere_has_one_warning(tmp_path):
     content = source([MAIN, ("Other", "void Other()\r\n{\r\n}")])
-    for end in range(content.index(b"[GVars]"), len(content) - len(b"[EndPSF]\r\n"), 7):
-        assert len(warnings(tmp_path, content[:end], status=2)) == 1, content[:end]
+    ends = range(content.index(b"[GVars]"), len(content) - len(b"[EndPSF]\r\n"), 7)
+    (tmp_path / "x").mkdir()
+    for end in ends:
+        (tmp_path / f"x/{end:03}.PSF").write_bytes(content[:end])
+    names = [f"x/{end:03}.PSF" for end in ends]
+    result = psf("check", "x", cwd=tmp_path)
+    assert (result.status, [line.split(":")[0] for line in result.out.decode().splitlines()]) == (2, names)
+    incomplete = [f"psf: {name}: not a complete PSF file" for name in names]
+    assert psf("tidy", "--check", "x", cwd=tmp_path).err.splitlines() == incomplete
 
 
 @pytest.mark.parametrize("line", [b"<<<<<<< HEAD", b"FileName=Old.PSF", b"\xef\xbb\xbf[BeginPSF]"])
