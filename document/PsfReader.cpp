@@ -77,11 +77,9 @@ private:
     bool ReadFunction(std::int32_t index, Expected& function, const Expected& next);
     bool ReadPrototype(std::int32_t index);
     bool EndsBody(std::int32_t index, Expected& function, const Expected& next);
-    void TakeFunction(std::int32_t index, Expected& function);
     void ReadEvents();
     bool ReadEvent(std::int32_t index);
     bool EndsEvent(std::int32_t index);
-    void StoreEvent(std::int32_t index);
     SharedText Kept(TextCollector& collector);
 
     template <class Test>
@@ -218,34 +216,28 @@ bool PsfReader::ReadPrototype(std::int32_t index) {
     return false;
 }
 
-// Whether the line ends the body of function `index`; if so, the function is finished.
+// Whether the line ends the body of function `index`; if so, the function is finished. A name that was read once is in
+// the table or collides with one there. So a second function of that name is not kept, and a name repeated a million
+// times costs nothing.
 bool PsfReader::EndsBody(std::int32_t index, Expected& function, const Expected& next) {
-    if (mLine == next.header) {
-        TakeFunction(index, function);
-        mObserver.Function(PsfStep::Header, index + 1, Line());
-        mBodyGoesOn = false;
-        return true;
-    }
-    mBodyGoesOn = true;
-    if (IsTag(EventCodeTag)) {
-        TakeFunction(index, function);
-        return true;
-    }
-    if (mLine == EndPsfTag) {
+    const bool isNext = mLine == next.header;
+    mBodyGoesOn = !isNext;
+    if (!isNext && mLine == EndPsfTag) {
         mObserver.Function(PsfStep::Lost, index, Line());
         return true;
     }
-    return false;
-}
-
-// A name that was read once is in the table or collides with one there. So a second function of that name is not kept,
-// and a name repeated a million times costs nothing.
-void PsfReader::TakeFunction(std::int32_t index, Expected& function) {
+    if (!isNext && !IsTag(EventCodeTag)) {
+        return false;
+    }
     mObserver.Function(PsfStep::Ended, index, Line());
     if (!function.wasRead) {
         function.wasRead = true;
         mRead.push_back({function.name, mCurProtoType.Share(), Kept(mCurFuncBody)});
     }
+    if (isNext) {
+        mObserver.Function(PsfStep::Header, index + 1, Line());
+    }
+    return true;
 }
 
 void PsfReader::ReadEvents() {
@@ -279,24 +271,19 @@ bool PsfReader::ReadEvent(std::int32_t index) {
 bool PsfReader::EndsEvent(std::int32_t index) {
     // Behind the last event its own tag ends it: kept on purpose.
     const std::int32_t next = index < EventCount - 1 ? index + 1 : index;
-    if (mLine == EventTable[static_cast<std::size_t>(next)].tag) {
-        StoreEvent(index);
-        mObserver.Event(PsfStep::Header, index + 1, Line());
-        mEventGoesOn = false;
-        return true;
+    const bool isNext = mLine == EventTable[static_cast<std::size_t>(next)].tag;
+    mEventGoesOn = !isNext;
+    if (!isNext && mLine != EndPsfTag) {
+        return false;
     }
-    mEventGoesOn = true;
-    if (mLine == EndPsfTag) {
-        StoreEvent(index);
-        mEndPSFSeen = true;
-        return true;
-    }
-    return false;
-}
-
-void PsfReader::StoreEvent(std::int32_t index) {
     mObserver.Event(PsfStep::Ended, index, Line());
     mContent.eventTexts[static_cast<std::size_t>(index)] = Kept(mEventText);
+    if (isNext) {
+        mObserver.Event(PsfStep::Header, index + 1, Line());
+    } else {
+        mEndPSFSeen = true;
+    }
+    return true;
 }
 
 SharedText PsfReader::Kept(TextCollector& collector) {
