@@ -1,6 +1,7 @@
 // The code tree and the editing pane: selecting, committing, adding and deleting functions.
 #include "document/Members.h"
 #include "document/NewFunction.h"
+#include "platform/desktop/Flagged.h"
 #include "ui/Command.h"
 #include "ui/UserFuncVarFrm.h"
 #include "ui/VornMainFrm.h"
@@ -124,14 +125,7 @@ void VornMainFrm::ReturnToText(std::string_view text) {
 }
 
 void VornMainFrm::PutIntoPane(std::string_view text, const std::string& member) {
-    struct Filling {
-        explicit Filling(bool& isFilling) : mIsFilling(isFilling) { mIsFilling = true; }
-        Filling(const Filling&) = delete;
-        Filling& operator=(const Filling&) = delete;
-        ~Filling() { mIsFilling = false; }
-        bool& mIsFilling;
-    };
-    const Filling filling(mIsFilling);
+    const Flagged filling(mIsFilling);
     mFuncBody.SetText(text);
     mShownMember = member;
     mIsCopyBehind = mIsUnsaved; // it tells what is selected

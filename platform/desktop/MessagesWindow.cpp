@@ -1,6 +1,7 @@
 // Where it stands, what is selected and whose a key is are the same on every desktop.
 #include "platform/desktop/MessagesWindow.h"
 
+#include "platform/desktop/Flagged.h"
 #include "platform/desktop/Raise.h"
 
 #include <algorithm>
@@ -21,18 +22,6 @@ constexpr float LargestPart = 0.4F;
 
 // What a system may round away.
 constexpr float Rounding = 40;
-
-// What is selected as long as this lives the user has not chosen.
-class Selecting {
-public:
-    explicit Selecting(bool& isSelecting) : mIsSelecting(isSelecting) { mIsSelecting = true; }
-    Selecting(const Selecting&) = delete;
-    Selecting& operator=(const Selecting&) = delete;
-    ~Selecting() { mIsSelecting = false; }
-
-private:
-    bool& mIsSelecting;
-};
 
 float Right(const Extent& extent) {
     return extent.left + extent.width;
@@ -108,7 +97,7 @@ void MessagesWindow::SetRows(std::vector<MessageRow> rows) {
     const auto chosen = mIsChosen ? std::find(rows.begin(), rows.end(), mRows[mSelected]) : rows.end();
     mIsChosen = false;
     {
-        const Selecting byControl(mIsSelecting);
+        const Flagged byControl(mIsSelecting);
         ShowRows(rows);
     }
     const auto selected = static_cast<std::size_t>(chosen - rows.begin());
@@ -143,7 +132,7 @@ std::optional<std::size_t> MessagesWindow::Selected() const {
 }
 
 void MessagesWindow::Select(std::size_t row) {
-    const Selecting byProgram(mIsSelecting);
+    const Flagged byProgram(mIsSelecting);
     ShowSelected(row);
     mSelected = row;
 }

@@ -1,6 +1,8 @@
 // The text is kept beside the document: Qt tells where it was changed, but not how it was before.
 #include "platform/desktop/qt/RichTextBox.h"
 
+#include "platform/desktop/Flagged.h"
+
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextCursor>
@@ -61,9 +63,10 @@ void RichTextBox::SetText(std::string_view text) {
     BreakList breaks;
     QString shown = ToDocument(ToQt(breaks.Set(text)));
     CheckMemory(shown);
-    mIsSetting = true;
-    mEdit.setPlainText(shown);
-    mIsSetting = false;
+    {
+        const Flagged setting(mIsSetting);
+        mEdit.setPlainText(shown);
+    }
     mBefore = std::move(shown);
     NoteNewText(std::move(breaks));
 }
@@ -149,23 +152,17 @@ void RichTextBox::ShowReplaced(std::size_t start, std::size_t end, std::u16strin
 void RichTextBox::ShowTogether(const std::function<void()>& work) {
     class Together {
     public:
-        Together(QTextDocument* document, bool& isSetting) : mCursor(document), mIsSetting(isSetting) {
-            mIsSetting = true;
-            mCursor.beginEditBlock();
-        }
+        explicit Together(QTextDocument* document) : mCursor(document) { mCursor.beginEditBlock(); }
         Together(const Together&) = delete;
         Together& operator=(const Together&) = delete;
-        ~Together() {
-            mCursor.endEditBlock();
-            mIsSetting = false;
-        }
+        ~Together() { mCursor.endEditBlock(); }
 
     private:
         QTextCursor mCursor;
-        bool& mIsSetting;
     };
     {
-        const Together together(mEdit.document(), mIsSetting);
+        const Flagged setting(mIsSetting);
+        const Together together(mEdit.document());
         work();
     }
     if (const std::optional<Ends> ends = std::exchange(mToSelect, std::nullopt)) {

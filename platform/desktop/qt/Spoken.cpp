@@ -2,6 +2,7 @@
 // gives out the one that came last.
 #include "platform/desktop/qt/Spoken.h"
 
+#include "platform/desktop/Flagged.h"
 #include "platform/desktop/Tint.h"
 #include "platform/desktop/qt/RichTextBox.h"
 
@@ -105,10 +106,8 @@ QAccessibleInterface* MakeSpoken(const QString& /*className*/, QObject* object) 
     if (pane == nullptr || isAsking) {
         return nullptr;
     }
-    isAsking = true;
-    QAccessibleInterface* const own = QAccessible::queryAccessibleInterface(object);
-    isAsking = false;
-    return new SpokenPane(*pane, *own);
+    const Flagged asking(isAsking);
+    return new SpokenPane(*pane, *QAccessible::queryAccessibleInterface(object));
 }
 
 } // namespace

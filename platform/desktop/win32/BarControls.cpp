@@ -1,6 +1,7 @@
 // A press is told later: what it leads to may hide the button, which is still at work with it.
 #include "platform/desktop/win32/BarControls.h"
 
+#include "platform/desktop/Flagged.h"
 #include "platform/system/win32/Text.h"
 
 namespace tessaly::win32 {
@@ -30,9 +31,8 @@ std::string TextBox::Text() const {
 }
 
 void TextBox::ShowText(std::string_view text) {
-    mIsSetting = true;
+    const Flagged setting(mIsSetting);
     SetWindowTextW(Handle(), ToWide(text).c_str());
-    mIsSetting = false;
     Send(EM_SETSEL, 0, -1);
 }
 

@@ -1,6 +1,7 @@
 // The control does not tell when it scrolls, but paints then: where its lines stand is looked up after each painting.
 #include "platform/desktop/win32/MarginView.h"
 
+#include "platform/desktop/Flagged.h"
 #include "platform/desktop/win32/Screen.h"
 
 #include <algorithm>
@@ -65,9 +66,8 @@ void MarginView::LayOut(std::size_t lines) {
 }
 
 void MarginView::FollowEdit() {
-    mIsFollowing = true;
+    const Flagged following(mIsFollowing);
     LayOut(mIsAvailable ? mLines.Lines().Count() : 1);
-    mIsFollowing = false;
 }
 
 void MarginView::ColoursChanged() {

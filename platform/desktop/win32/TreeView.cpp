@@ -1,6 +1,7 @@
 // Events that the program itself causes in the control are told apart from the user's.
 #include "platform/desktop/win32/TreeView.h"
 
+#include "platform/desktop/Flagged.h"
 #include "platform/desktop/win32/ControlIds.h"
 #include "platform/desktop/win32/Screen.h"
 #include "platform/desktop/win32/Spoken.h"
@@ -14,19 +15,6 @@
 namespace tessaly::win32 {
 
 namespace {
-
-// Sets a flag for as long as it lives.
-class Flagged {
-public:
-    explicit Flagged(bool& flag) : mFlag(flag), mBefore(std::exchange(flag, true)) {}
-    Flagged(const Flagged&) = delete;
-    Flagged& operator=(const Flagged&) = delete;
-    ~Flagged() { mFlag = mBefore; }
-
-private:
-    bool& mFlag;
-    bool mBefore;
-};
 
 TreeItem ItemOf(LPARAM parameter) {
     return static_cast<TreeItem>(static_cast<std::uint32_t>(parameter));
