@@ -9,6 +9,7 @@
 #include "platform/text/CaseFold.h"
 #include "platform/text/Utf8.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <vector>
 
@@ -169,6 +170,8 @@ void PsfReader::ReadFunctions() {
         Find([this] { return IsTag(EventCodeTag); });
         return;
     }
+    constexpr std::int32_t usual = 1000; // a file may announce any number
+    mRead.reserve(static_cast<std::size_t>(std::min(mExpectedCount, usual)));
     NameList names(mNames);
     std::shared_ptr<Expected> function = names.Take();
     for (std::int32_t i = 0; i < mExpectedCount; ++i) {

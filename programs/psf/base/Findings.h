@@ -5,6 +5,7 @@
 #include "platform/text/CodePage.h"
 
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -86,7 +87,7 @@ private:
     };
 
     std::vector<PsfWarning> mWarnings;
-    std::vector<Stretch> mStretches;
+    std::deque<Stretch> mStretches;        // as a vector grows it leaves holes in the memory
     std::optional<std::uint64_t> mIgnored; // the first line that was ignored since the last that counted
     bool mIgnoredIsTold = false;
     std::optional<Ending> mEnding; // the last end of a text since then

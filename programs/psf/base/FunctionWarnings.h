@@ -49,10 +49,10 @@ private:
     std::int32_t mCount = 0;
     std::uint64_t mCountLine = 0;
     std::string mNamesText;
-    std::vector<std::string_view> mNames; // pieces of mNamesText
+    std::deque<std::string_view> mNames; // pieces of mNamesText
     std::uint64_t mNamesLine = 0;
     Section mSection;
-    std::vector<Section> mRead;    // behind Finish those of the functions of the document, in their order
+    std::deque<Section> mRead;     // behind Finish those of the functions of the document, in their order
     bool mSectionsMissing = false; // and this has its warning
     bool mFileIsOver = false;      // before the events
 };
