@@ -72,7 +72,6 @@ std::string_view CCodeHead() {
 
 // The stored prototypes have no part in this, kept on purpose: the code text alone counts.
 Status VornSrcObj::BuildCCode(CCodeSink& sink) const {
-    using Kind = CCodeOrigin::Kind;
     const auto frame = [&sink](std::string_view text) { sink.Write(text, {}); };
     const auto member = [&](std::string_view text, CCodeOrigin origin, std::string_view end) {
         sink.Write(text, origin);
@@ -82,7 +81,7 @@ Status VornSrcObj::BuildCCode(CCodeSink& sink) const {
     frame(Separator);
     frame("/* Global Variables */\r\n");
     frame(Separator);
-    member(VarCode(), {Kind::References, 0}, CLineEnd);
+    member(VarCode(), {CCodeOrigin::Kind::References, 0}, CLineEnd);
     frame(Separator);
     frame("/* Global Function Prototypes */\r\n");
     for (std::int32_t i = 0; i < GetFunctionCount(); ++i) {
@@ -90,16 +89,16 @@ Status VornSrcObj::BuildCCode(CCodeSink& sink) const {
         if (!CutPrototype(Functions().CodeAt(i), prototype)) {
             return Status::GenerationFailed;
         }
-        member(prototype, {Kind::Function, i}, ";\r\n");
+        member(prototype, {CCodeOrigin::Kind::Function, i}, ";\r\n");
     }
     frame("/* Global Functions */\r\n");
     for (std::int32_t i = 0; i < GetFunctionCount(); ++i) {
-        member(Functions().CodeAt(i), {Kind::Function, i}, CLineEnd);
+        member(Functions().CodeAt(i), {CCodeOrigin::Kind::Function, i}, CLineEnd);
     }
     frame(Separator);
     frame("/* Event Code */\r\n");
     for (std::int32_t i = 0; i < EventCount; ++i) {
-        member(EventCodeAt(i), {Kind::Event, i}, CLineEnd);
+        member(EventCodeAt(i), {CCodeOrigin::Kind::Event, i}, CLineEnd);
     }
     frame(Tail);
     return Status::Done;
