@@ -219,6 +219,13 @@ TEST_P(DesktopContract, AnItemShowsItsMarkBesideItsText) {
     EXPECT_EQ(events, Strings{});
 }
 
+TEST_P(DesktopContract, AMarkThatNothingIsSaidOfIsShown) {
+    const TreeItem item = Tree().Add(TreeItem::None, "a", "A");
+    MainWindow().Show();
+    Tree().SetMark(item, Mark::Error, "");
+    EXPECT_EQ(user->MarkShown(item), LookShown(Mark::Error, false, ""));
+}
+
 TEST_P(DesktopContract, AnItemInItalicsSaysWhyBehindItsMark) {
     const TreeItem item = Tree().Add(TreeItem::None, "a", "A");
     MainWindow().Show();

@@ -79,7 +79,7 @@ void TreeView::RemoveNode(void* node, bool isSelected) {
 
 // The picture is the state's, as only items that have one make room for it.
 void TreeView::ShowLook(void* node, const Look& look) {
-    if (!mPictures && !look.description.empty()) {
+    if (!mPictures && (look.mark != Mark::None || !look.description.empty())) {
         ShowPictures();
         SetWindowLongW(Handle(), GWL_STYLE, GetWindowLongW(Handle(), GWL_STYLE) | TVS_INFOTIP);
     }
