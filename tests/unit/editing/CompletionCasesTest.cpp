@@ -1,6 +1,7 @@
 // The golden cases of tests/cases/completion: what is offered at the caret, beside the kit's own headers.
 #include "editing/Completion.h"
 #include "editing/ParameterHint.h"
+#include "tests/unit/Checkout.h"
 #include "tests/unit/editing/Cases.h"
 #include "tests/unit/editing/TextModel.h"
 
@@ -14,7 +15,7 @@ namespace {
 std::vector<CName> NamesOfKit() {
     std::ostringstream text;
     for (const char* const header : {"vexlib.h", "tornem.h"}) {
-        text << std::ifstream(std::string(TESSALY_KIT "/include/") + header).rdbuf();
+        text << std::ifstream(InCheckout("kit/include/") + header).rdbuf();
     }
     return DeclaredNames(text.str());
 }
@@ -64,7 +65,7 @@ std::string Answer(TextModel& text, const std::string& asked, const std::vector<
 TEST(CompletionCasesTest, EachOffersWhatIsWritten) {
     const std::vector<CName> kit = NamesOfKit();
     std::size_t count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(TESSALY_CASES "/completion")) {
+    for (const auto& entry : std::filesystem::directory_iterator(InCheckout("tests/cases/completion"))) {
         for (const Case& each : ReadCases(entry.path())) {
             TextModel text(each.before);
             EXPECT_EQ(Answer(text, each.keys, kit), each.after) << entry.path().filename() << ": " << each.name;

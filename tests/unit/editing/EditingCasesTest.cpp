@@ -2,6 +2,7 @@
 #include "editing/Brackets.h"
 #include "editing/Indenting.h"
 #include "editing/LineCommands.h"
+#include "tests/unit/Checkout.h"
 #include "tests/unit/editing/Cases.h"
 #include "tests/unit/editing/TextModel.h"
 
@@ -51,7 +52,7 @@ void Press(TextModel& text, const std::string& key) {
 
 TEST(EditingCasesTest, EachDoesWhatIsWritten) {
     std::size_t count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(TESSALY_CASES "/editing")) {
+    for (const auto& entry : std::filesystem::directory_iterator(InCheckout("tests/cases/editing"))) {
         for (const Case& each : ReadCases(entry.path())) {
             TextModel text(each.before);
             std::istringstream keys(each.keys);

@@ -2,6 +2,7 @@
 #include "app/Settings.h"
 #include "platform/settings/RegistryStore.h"
 #include "platform/settings/RegistryText.h"
+#include "tests/unit/Checkout.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -134,7 +135,8 @@ protected:
     void AskTheKit() const {
         const std::string command = "cd '" + mFolder.string() +
                                     "' && for file in *; do od -An -v -tu1 <\"$file\" | LC_ALL=C awk -f "
-                                    "'" TESSALY_KIT "/setting.awk' >\"$file.out\"; done; true";
+                                    "'" +
+                                    InCheckout("kit/setting.awk") + "' >\"$file.out\"; done; true";
         ASSERT_EQ(std::system(command.c_str()), 0);
     }
 
