@@ -71,6 +71,7 @@ def test_the_page_of_the_help_leads_to_a_block_that_runs(debian, keyboard, langu
             process.terminate()
             process.wait(timeout=20)
     for member, text in ((f"functions/{page.name}", page.function), ("events/OnKey", page.handler)):
-        assert without_indent(debian.run(f"psf show {block} {member}", user="tester")) == without_indent(text)
+        shown = debian.run(f"psf show {block} {member}", user="tester")
+        assert without_indent(shown) == without_indent(text), debian.run(f"cat {block}")
     debian.run(f"cat >{folder}/{page.script}", user="tester", input=page.events)
     assert debian.run(f"cd {folder} && {page.run['linux']}", user="tester") == page.printed

@@ -39,16 +39,21 @@ def examples_folder():
     return user_folder() / "Documents" / "Tessaly Examples"
 
 
-def is_running(program):
-    """Whether a Windows program of that name runs, as the machine's list of processes has it."""
+def processes(program):
+    """Those in this Windows that run a program of that name: their folders in the machine's list of processes."""
+    here = f"WINEPREFIX={os.environ['TESSALY_WINE_PREFIX']}".encode()
     for process in pathlib.Path("/proc").glob("[0-9]*"):
         try:
             words = (process / "cmdline").read_bytes().split(b"\0")
+            is_here = here in (process / "environ").read_bytes().split(b"\0")
         except OSError:
             continue
-        if words[0].replace(b"\\", b"/").endswith(b"/" + program.encode()):
-            return True
-    return False
+        if is_here and words[0].replace(b"\\", b"/").endswith(b"/" + program.encode()):
+            yield process
+
+
+def is_running(program):
+    return any(processes(program))
 
 
 def copy_example(name, folder):

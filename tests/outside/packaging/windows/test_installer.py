@@ -1,13 +1,12 @@
 """The installer under Wine, silently: what it puts where, what it leaves alone, and that it all goes again."""
-import pathlib
 import shutil
 import subprocess
 
 import pytest
 from harness import KEY, ROOT, plays_as_expected, reg, wait_until, windows_path, wine, wine_command, xdotool
 from installation import (CLASSES, COMPILER, C_FILE, DRIVE_C, FOLDER, PROGID, PSF, SETUP, START_MENU, UNINSTALL,
-                          copy_example, examples_folder, install, is_running, read_value, remove_everything, uninstall,
-                          unix_path, user_folder, write_value)
+                          copy_example, examples_folder, install, is_running, processes, read_value, remove_everything,
+                          uninstall, unix_path, user_folder, write_value)
 
 
 def files():
@@ -33,13 +32,6 @@ def open_by_start_menu(entry, name):
     window = wait_until("the folder", lambda: shown_folder(name))[0]
     xdotool("windowfocus", "--sync", window, "key", "alt+F4")
     wait_until("its end", lambda: not shown_folder(name))
-
-
-def command_line(process):
-    try:
-        return (process / "cmdline").read_bytes().split(b"\0")[0]
-    except OSError:
-        return b""
 
 
 @pytest.fixture
@@ -207,7 +199,7 @@ def test_the_entry_for_the_program_starts_it_in_the_folder_of_the_user():
     install("/LANG=en")
     assert wine("start", windows_path(START_MENU / "Tessaly.lnk")).returncode == 0
     wait_until("the window", lambda: xdotool("search", "--onlyvisible", "--name", "^Tessaly$", check=False))
-    process = next(path for path in pathlib.Path("/proc").glob("[0-9]*") if b"Tessaly.exe" in command_line(path))
+    [process] = processes("Tessaly.exe")
     assert (process / "cwd").samefile(user_folder())
     assert wine("taskkill", "/im", "Tessaly.exe").returncode == 0
     wait_until("the program's end", lambda: not is_running("Tessaly.exe"))
