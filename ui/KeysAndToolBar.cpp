@@ -107,9 +107,13 @@ void VornMainFrm::SetUpToolBar(std::string_view kind) {
     if (kind == EventTool) {
         bar.Clear();
     } else if (kind == FuncVarTool) {
+        const ImageList& images = mDesktop.QuorvaneImages();
+        if (bar.ButtonCount() == 2 && bar.ButtonTag(1) == images.Tag(1) && bar.ButtonTag(2) == images.Tag(2)) {
+            return; // to make them anew would show
+        }
         bar.Clear();
         for (const std::int32_t image : {1, 2}) {
-            bar.AddButton(image, mDesktop.QuorvaneImages().Tag(image));
+            bar.AddButton(image, images.Tag(image));
         }
         ShowButtonTips();
     } else {

@@ -369,6 +369,18 @@ TEST_F(CodeTreeTest, NewAndOpenLeaveNoButtonsOfAFunctionBehind) {
     }
 }
 
+TEST_F(CodeTreeTest, TheButtonsStayFromFunctionToFunctionUnlessAnImageIsAnotherOne) {
+    Open("a.PSF", GoodPsf());
+    desktop.tree.Click("One");
+    desktop.toolBar.SetButtonTip(1, "the same button");
+    desktop.tree.Click("Two");
+    EXPECT_EQ(desktop.toolBar.ButtonTip(1), "the same button");
+    desktop.toolBar.images.tags = {"Add", "Other"};
+    desktop.tree.Click("One");
+    EXPECT_EQ(desktop.toolBar.ButtonTip(1), "Add Function");
+    EXPECT_EQ(desktop.toolBar.ButtonTag(2), "Other");
+}
+
 TEST_F(CodeTreeTest, AClickOnAToolBarButtonEndsTheEditingAndStoresThePane) {
     desktop.toolBar.images.tags = {"Other", "Delete"}; // a button that shows no dialog
     Open("a.PSF", GoodPsf());
