@@ -7,10 +7,17 @@
 
 #include <algorithm>
 #include <bit>
+#include <iterator>
 #include <string>
 #include <utility>
 
 namespace tessaly::win32 {
+
+namespace {
+
+constexpr UINT DrawAgainMessage = WM_APP;
+
+} // namespace
 
 // What is told of the end is nobody's any more.
 Parent::~Parent() {
@@ -100,6 +107,7 @@ Child::~Child() {
 
 // Each edge is rounded for itself, so that controls that touch in twips touch on the screen.
 void Child::Place(const Extent& place) {
+    DrawAgain(); // a hidden one would stay on the screen where it stood
     const int dpi = mParent.Dpi();
     const int left = ToPixels(place.left, dpi);
     const int top = ToPixels(place.top, dpi);
@@ -162,6 +170,7 @@ void Child::ShowFocus(UINT message) {
     }
     if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {
         mHasKeyboard = message == WM_SETFOCUS;
+        DrawAgain();
         RedrawWindow(mHandle, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_ERASE);
     } else if (message == WM_NCPAINT && mHasKeyboard) {
         RECT edge = {};
@@ -183,6 +192,10 @@ LRESULT CALLBACK Child::Procedure(HWND window, UINT message, WPARAM wParam, LPAR
         self.mHandle = nullptr;
         return CallWindowProcW(self.mBase, window, message, wParam, lParam);
     }
+    if (message == DrawAgainMessage) {
+        self.DrawAgain();
+        return 0;
+    }
     if (self.TakesMenuMessage(message, wParam, lParam)) {
         return 0;
     }
@@ -194,6 +207,63 @@ LRESULT CALLBACK Child::Procedure(HWND window, UINT message, WPARAM wParam, LPAR
         self.mParent.order.focus.Taken(); // else the other control tells
     }
     return result;
+}
+
+// The window is as if it were hidden. The message comes in the loops of message boxes, too.
+void Child::HoldDrawing() {
+    if (std::exchange(mIsHeld, true)) {
+        return;
+    }
+    PostMessageW(mHandle, DrawAgainMessage, 0, 0);
+    if ((GetWindowLongW(mHandle, GWL_STYLE) & WS_VISIBLE) == 0) {
+        return;
+    }
+    RedrawWindow(mHandle, nullptr, nullptr, RDW_ERASENOW | RDW_NOCHILDREN); // the edge, where it is due
+    mDrawnBars = ScrollBars();
+    DefWindowProcW(mHandle, WM_SETREDRAW, FALSE, 0);
+}
+
+// Some systems would draw all of the edge because the style was changed.
+void Child::DrawAgain() {
+    mIsHeld = false;
+    const std::optional<Bars> drawn = std::exchange(mDrawnBars, std::nullopt);
+    if (!drawn) {
+        return;
+    }
+    DefWindowProcW(mHandle, WM_SETREDRAW, TRUE, 0);
+    RedrawWindow(mHandle, nullptr, nullptr, RDW_VALIDATE | RDW_NOERASE | RDW_NOFRAME | RDW_NOCHILDREN);
+    InvalidateRect(mHandle, nullptr, TRUE);
+    const Bars bars = ScrollBars();
+    for (const bool isUpright : {false, true}) {
+        const SCROLLBARINFO& before = drawn->at(isUpright ? 1 : 0);
+        const SCROLLBARINFO& now = bars.at(isUpright ? 1 : 0);
+        if (EqualRect(&before.rcScrollBar, &now.rcScrollBar) == 0 ||
+            !std::equal(std::begin(before.rgstate), std::end(before.rgstate), std::begin(now.rgstate))) {
+            RedrawWindow(mHandle, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
+        } else if (before.xyThumbTop != now.xyThumbTop || before.xyThumbBottom != now.xyThumbBottom) {
+            DrawThumb(before, isUpright);
+            DrawThumb(now, isUpright);
+        }
+    }
+}
+
+// The thumb alone: all of a bar takes some systems longer than all items in view.
+void Child::DrawThumb(const SCROLLBARINFO& bar, bool isUpright) const {
+    constexpr int around = 2; // in pixels
+    RECT place = bar.rcScrollBar;
+    (isUpright ? place.bottom : place.right) = (isUpright ? place.top : place.left) + bar.xyThumbBottom + around;
+    (isUpright ? place.top : place.left) += bar.xyThumbTop - around;
+    MapWindowPoints(nullptr, mHandle, reinterpret_cast<POINT*>(&place), 2);
+    RedrawWindow(mHandle, &place, nullptr, RDW_INVALIDATE | RDW_FRAME);
+}
+
+Child::Bars Child::ScrollBars() const {
+    Bars bars = {};
+    for (const std::size_t bar : {0U, 1U}) {
+        bars.at(bar).cbSize = sizeof(SCROLLBARINFO);
+        GetScrollBarInfo(mHandle, bar == 0 ? OBJID_HSCROLL : OBJID_VSCROLL, &bars.at(bar));
+    }
+    return bars;
 }
 
 // An ampersand in it is one: a label has no access key here.

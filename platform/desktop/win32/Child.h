@@ -7,6 +7,7 @@
 #include "platform/desktop/win32/Headers.h"
 #include "platform/desktop/win32/Screen.h"
 
+#include <array>
 #include <functional>
 #include <optional>
 #include <string_view>
@@ -108,12 +109,21 @@ protected:
         return SendMessageW(mHandle, message, wParam, lParam);
     }
 
+    // Until the program takes its next message nothing of the control is drawn. Then all of it is, and its edge if a
+    // scroll bar looks different. Else the control would draw bars at each step, which takes long on some systems.
+    void HoldDrawing();
+    virtual void DrawAgain();
+
     // Every message to the control. What is not for the override goes to Default.
     virtual LRESULT Message(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam);
 
 private:
+    using Bars = std::array<SCROLLBARINFO, 2>; // the one across and the upright one
+
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    Bars ScrollBars() const;
+    void DrawThumb(const SCROLLBARINFO& bar, bool isUpright) const;
     bool TakesMenuMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void ShowFocus(UINT message);
 
@@ -122,6 +132,8 @@ private:
     HWND mHandle = nullptr;
     WNDPROC mBase = nullptr; // of the control itself
     bool mHasKeyboard = false;
+    bool mIsHeld = false;           // its drawing
+    std::optional<Bars> mDrawnBars; // before that, if it is to be seen
 };
 
 // The same, put on top of an interface.
@@ -137,7 +149,10 @@ public:
 
 protected:
     void Show(const Extent& place) override { Place(place); }
-    void ShowVisible(bool visible) override { ShowWindow(Handle(), visible ? SW_SHOWNA : SW_HIDE); }
+    void ShowVisible(bool visible) override {
+        DrawAgain();
+        ShowWindow(Handle(), visible ? SW_SHOWNA : SW_HIDE);
+    }
 };
 
 // A control of one of the small windows that nobody reaches but the window itself.

@@ -96,6 +96,10 @@ bool MarginView::IsHit(POINT screen) const {
 
 // In memory first, so that nothing flickers.
 void MarginView::Paint() {
+    mPainted.reset();
+    if ((GetWindowLongW(mControl, GWL_STYLE) & WS_VISIBLE) == 0) {
+        return;
+    }
     const RECT place = Place();
     const RECT buffered = {0, 0, place.right - place.left, place.bottom - place.top};
     HDC target = GetWindowDC(mControl);

@@ -163,6 +163,7 @@ std::string RichTextBox::ShownText() const {
 }
 
 void RichTextBox::SetText(std::string_view text) {
+    HoldDrawing();
     BreakList breaks;
     std::wstring wide = ToWide(breaks.Set(text));
     const bool hasPictures = ShowControlCharacters(wide);
@@ -184,6 +185,7 @@ void RichTextBox::SetText(std::string_view text) {
 
 // The text of an unavailable pane is kept, but not shown.
 void RichTextBox::ShowAvailable(bool available) {
+    HoldDrawing();
     if (!available) {
         if (mIsEdited) {
             mFormat.Reset(CodeLines(TextIn(0, ShownLength())));
@@ -242,15 +244,12 @@ bool RichTextBox::PutIn(std::wstring_view text) {
         return true;
     }
     const LRESULT events = Send(EM_SETEVENTMASK, 0, 0);
-    Send(WM_SETREDRAW, FALSE);
     std::wstring_view left = text;
     EDITSTREAM stream = {reinterpret_cast<DWORD_PTR>(&left), 0, Stream};
     Send(EM_STREAMIN, SF_TEXT | SF_UNICODE, reinterpret_cast<LPARAM>(&stream));
     SelectRange({});
     Send(EM_SCROLLCARET);
-    Send(WM_SETREDRAW, TRUE);
     Send(EM_SETEVENTMASK, 0, events);
-    InvalidateRect(Handle(), nullptr, TRUE);
     return stream.dwError == 0 && static_cast<std::size_t>(ShownLength()) == text.size();
 }
 

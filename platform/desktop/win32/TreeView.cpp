@@ -32,7 +32,7 @@ TreeView::TreeView(win32::Parent& parent)
 
 void* TreeView::Insert(TreeItem item, TreeItem parent, std::string_view text) {
     const Flagged atWork(mIsProgramAtWork);
-    HoldDrawing();
+    HoldLayout();
     std::wstring wide = ToWide(text);
     TVINSERTSTRUCTW insert = {};
     insert.hParent = parent == TreeItem::None ? TVI_ROOT : static_cast<HTREEITEM>(Node(parent));
@@ -47,34 +47,38 @@ void* TreeView::Insert(TreeItem item, TreeItem parent, std::string_view text) {
     return std::bit_cast<void*>(node);
 }
 
-// Of many items in a row the control would lay out and invalidate all that stands below each one.
-void TreeView::HoldDrawing() {
-    if (!std::exchange(mIsDrawingHeld, true)) {
+// Of many items in a row the control would lay out all that stands below each one.
+void TreeView::HoldLayout() {
+    HoldDrawing();
+    if (!std::exchange(mIsLayoutHeld, true)) {
         Send(WM_SETREDRAW, FALSE);
-        ParentWindow().loop.Later([this] { ShowAdded(); });
     }
 }
 
-void TreeView::ShowAdded() {
-    if (std::exchange(mIsDrawingHeld, false)) {
+void TreeView::LayOut() {
+    if (std::exchange(mIsLayoutHeld, false)) {
         Send(WM_SETREDRAW, TRUE);
     }
+}
+
+void TreeView::DrawAgain() {
+    LayOut();
+    Control::DrawAgain();
 }
 
 // The control would select another item for one that goes.
 void TreeView::RemoveNode(void* node, bool isSelected) {
     const Flagged atWork(mIsProgramAtWork);
-    ShowAdded();
     if (isSelected) {
         SelectNode(nullptr);
     }
     if (node != nullptr) {
-        Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(node));
-        return;
+        HoldDrawing();
+        LayOut();
+    } else {
+        HoldLayout();
     }
-    Send(WM_SETREDRAW, FALSE); // of many, each would be drawn
-    Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
-    Send(WM_SETREDRAW, TRUE);
+    Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(node != nullptr ? node : TVI_ROOT));
 }
 
 // The picture is the state's, as only items that have one make room for it.
@@ -126,13 +130,15 @@ void TreeView::ExpandShown(void* node) {
 
 void TreeView::ExpandNode(void* node) {
     const Flagged atWork(mIsProgramAtWork);
-    ShowAdded();
+    HoldDrawing();
+    LayOut();
     ExpandShown(node);
 }
 
 void TreeView::SelectNode(void* node) {
     const Flagged atWork(mIsProgramAtWork);
-    ShowAdded();
+    HoldDrawing();
+    LayOut();
     Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(node));
 }
 

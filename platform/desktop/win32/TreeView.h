@@ -27,8 +27,9 @@ private:
     void SelectNode(void* node) override;
     void ShowPictures();
     void ExpandShown(void* node);
-    void HoldDrawing();
-    void ShowAdded();
+    void DrawAgain() override;
+    void HoldLayout();
+    void LayOut();
     void RaiseLater();
     LRESULT Draw(NMTVCUSTOMDRAW& drawing);
     HFONT ItalicFont();
@@ -41,7 +42,7 @@ private:
 
     ImageListOwner mPictures;      // of marks
     FontOwner mItalicFont;         // once it is needed
-    bool mIsDrawingHeld = false;   // until the items that are being added are all there
+    bool mIsLayoutHeld = false;    // until the items that are being added are all there
     bool mHasToolTips = false;     // for texts that are cut off
     POINT mClick = {};             // where the mouse was pressed last
     bool mIsProgramAtWork = false; // what the control tells meanwhile is not the user's doing

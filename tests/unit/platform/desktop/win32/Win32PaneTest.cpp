@@ -499,7 +499,7 @@ TEST_F(Win32PaneTest, AnotherTextIsNotColouredWithWhatWasLeftOfTheLast) {
     Desktop().FuncBody().SetFuncBodyAvailable(false);
     user.Settle();
     Desktop().FuncBody().SetFuncBodyAvailable(true);
-    Paint();
+    user.Settle();
     EXPECT_NE(ColourAt(0), -1);
     EXPECT_EQ(ColourAt(4), -1);
 }
