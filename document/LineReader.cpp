@@ -59,23 +59,6 @@ bool LineReader::Next(std::string_view& line) {
 }
 
 void LineReader::AppendPlainLines(std::string& text) {
-    while (true) {
-        mPosition += AppendWholeLines(text);
-        if (mPosition == mEnd && !Fill()) {
-            return;
-        }
-        if (mBytes[mPosition] == '[') {
-            return;
-        }
-        // The rest is a line without its end in the buffer yet, or one that was just filled in.
-        std::string_view line;
-        Next(line);
-        AppendLine(text, line);
-    }
-}
-
-// Appends the plain lines that stand completely in the buffer and returns how many bytes they are.
-std::size_t LineReader::AppendWholeLines(std::string& text) {
     const char* const begin = mBytes + mPosition;
     const char* const end = begin + std::min(mEnd - mPosition, BufferSize); // what the caches hold
     const char* run = begin;
@@ -93,7 +76,7 @@ std::size_t LineReader::AppendWholeLines(std::string& text) {
         }
     }
     mCodePage.AppendDecoded({run, static_cast<std::size_t>(line - run)}, text);
-    return static_cast<std::size_t>(line - begin);
+    mPosition += static_cast<std::size_t>(line - begin);
 }
 
 // Reads on behind what is in the buffer; false at the end of the file.

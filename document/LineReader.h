@@ -23,10 +23,9 @@ public:
     // False at the end of the file. A last line without an end is a line. Throws std::system_error.
     bool Next(std::string_view& line);
 
-    // Appends lines to `text`, each followed by CR LF, up to the next one that begins with "[" or the end of the file.
-    // Every tag begins with "[", so all these lines are plain text wherever text is read. Line by line a load of 100 MB
-    // takes 1.3 times as long.
-    // Throws std::system_error; `text` then holds what was read before.
+    // Appends lines to `text`, each followed by CR LF: at most up to the next one that begins with "[", and those alone
+    // that are wholly in the buffer. Every tag begins with "[", so all these lines are plain text wherever text is
+    // read. Line by line a load of 100 MB takes 1.3 times as long.
     void AppendPlainLines(std::string& text);
 
     // Where in the file the line that Next gave last begins, in bytes.
@@ -37,7 +36,6 @@ public:
 
 private:
     bool Fill();
-    std::size_t AppendWholeLines(std::string& text);
 
     InputFile& mFile;
     const CodePage& mCodePage;

@@ -1,15 +1,15 @@
 // The phases of a load, one function each. At the end of the file each phase ends at once. So a phase seldom asks why
 // its loop is over.
 #include "document/LineReader.h"
-#include "document/PsfFile.h"
 #include "document/PsfKeys.h"
 #include "document/PsfReadObserver.h"
-#include "document/TextValue.h"
+#include "document/VornSrcObj.h"
 #include "platform/system/SequentialFiles.h"
 #include "platform/text/CaseFold.h"
 #include "platform/text/Utf8.h"
 
 #include <algorithm>
+#include <new>
 #include <stdexcept>
 #include <vector>
 
@@ -75,11 +75,9 @@ private:
     void ReadCount();
     void ReadNames();
     void ReadFunctions();
-    bool ReadFunction(std::int32_t index, Expected& function, const Expected& next);
     bool ReadPrototype(std::int32_t index);
     bool EndsBody(std::int32_t index, Expected& function, const Expected& next);
     void ReadEvents();
-    bool ReadEvent(std::int32_t index);
     bool EndsEvent(std::int32_t index);
     SharedText Kept(TextCollector& collector);
 
@@ -165,6 +163,8 @@ void PsfReader::ReadNames() {
     mNames = value; // without a count nobody asks for them, and a later count empties them
 }
 
+// The header of all functions but the first one ended the body before. After "[EventCode]" or "[EndPSF]" a function
+// goes on in the body of the one before.
 void PsfReader::ReadFunctions() {
     if (mExpectedCount <= 0) {
         Find([this] { return IsTag(EventCodeTag); });
@@ -174,31 +174,22 @@ void PsfReader::ReadFunctions() {
     mRead.reserve(static_cast<std::size_t>(std::min(mExpectedCount, usual)));
     NameList names(mNames);
     std::shared_ptr<Expected> function = names.Take();
+    bool isThere = Find([&] { return mLine == function->header; });
+    if (isThere) {
+        mObserver.Function(PsfStep::Header, 0, Line());
+    }
     for (std::int32_t i = 0; i < mExpectedCount; ++i) {
         // Behind the last function its own header ends it: kept on purpose.
         const bool last = i == mExpectedCount - 1;
         const std::shared_ptr<Expected> next = last ? function : names.Take();
-        if (!ReadFunction(i, *function, *next)) {
+        isThere = isThere && (mBodyGoesOn || ReadPrototype(i)) &&
+                  ReadText(mCurFuncBody.Tail(), [&] { return EndsBody(i, *function, *next); });
+        if (!isThere) {
             mObserver.Function(PsfStep::Lost, i, {{}, mLines.LineOffset()});
             return;
         }
         function = next;
     }
-}
-
-// Reads function `index` up to its end; false at the end of the file. After "[EventCode]" or "[EndPSF]" it goes on in
-// the body of the function before. The header of all but the first one ended the body before.
-bool PsfReader::ReadFunction(std::int32_t index, Expected& function, const Expected& next) {
-    if (index == 0) {
-        if (!Find([&] { return mLine == function.header; })) {
-            return false;
-        }
-        mObserver.Function(PsfStep::Header, index, Line());
-    }
-    if (!mBodyGoesOn && !ReadPrototype(index)) {
-        return false;
-    }
-    return ReadText(mCurFuncBody.Tail(), [&] { return EndsBody(index, function, next); });
 }
 
 // Reads up to the line that begins the body; false at the end of the file.
@@ -243,31 +234,22 @@ bool PsfReader::EndsBody(std::int32_t index, Expected& function, const Expected&
     return true;
 }
 
+// Up to the end of the file. After "[EndPSF]" an event goes on in the text of the one before.
 void PsfReader::ReadEvents() {
-    for (std::int32_t i = 0; i < EventCount; ++i) {
-        if (!ReadEvent(i)) {
-            return;
-        }
+    bool isThere = Find([this] { return mLine == EventTable.front().tag; });
+    if (isThere) {
+        mObserver.Event(PsfStep::Header, 0, Line());
     }
-}
-
-// Reads event `index` up to its end; false at the end of the file. After "[EndPSF]" it goes on in the text of the event
-// before.
-bool PsfReader::ReadEvent(std::int32_t index) {
-    if (index == 0) {
-        if (!Find([this] { return mLine == EventTable.front().tag; })) {
-            return false;
+    for (std::int32_t i = 0; isThere && i < EventCount; ++i) {
+        if (!mEventGoesOn) {
+            if (!Find([this] { return ContainsKey(mLine, FuncBodyKey); })) {
+                return;
+            }
+            mObserver.Event(PsfStep::Text, i, Line());
+            AppendLine(mEventText.Begin(), ValueOf(mLine, FuncBodyKey));
         }
-        mObserver.Event(PsfStep::Header, index, Line());
+        isThere = ReadText(mEventText.Tail(), [&] { return EndsEvent(i); });
     }
-    if (!mEventGoesOn) {
-        if (!Find([this] { return ContainsKey(mLine, FuncBodyKey); })) {
-            return false;
-        }
-        mObserver.Event(PsfStep::Text, index, Line());
-        AppendLine(mEventText.Begin(), ValueOf(mLine, FuncBodyKey));
-    }
-    return ReadText(mEventText.Tail(), [&] { return EndsEvent(index); });
 }
 
 // Whether the line ends the text of event `index`; if so, the event is finished.
@@ -335,10 +317,24 @@ bool PsfReader::IsTag(std::string_view tag) {
 
 } // namespace
 
-bool ReadPsf(InputFile& file, const CodePage& codePage, PsfContent& content, PsfReadObserver& observer) {
-    const bool complete = PsfReader(file, codePage, content, observer).Read();
-    file.Close();
-    return complete;
+Status VornSrcObj::LoadFile(const std::string& fileName, PsfReadObserver* observer) {
+    mReadError.clear();
+    try {
+        Init();
+        PsfReadObserver nobody;
+        const std::unique_ptr<InputFile> file = mFiles.OpenForInput(fileName);
+        mLoadedOK = PsfReader(*file, mCodePage, mContent, observer != nullptr ? *observer : nobody).Read();
+        file->Close();
+    } catch (const std::bad_alloc&) {
+        mLoadedOK = false;
+        mReadError = std::make_error_code(std::errc::not_enough_memory);
+    } catch (const std::system_error& error) {
+        mLoadedOK = false;
+        mReadError = error.code();
+    } catch (const std::exception&) {
+        mLoadedOK = false;
+    }
+    return mLoadedOK ? Status::Done : Status::LoadFailed;
 }
 
 } // namespace tessaly

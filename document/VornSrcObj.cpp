@@ -3,11 +3,9 @@
 
 #include "document/CCodeGenerator.h"
 #include "document/EncodedOutput.h"
-#include "document/PsfReadObserver.h"
 #include "platform/system/SequentialFiles.h"
 
 #include <exception>
-#include <new>
 #include <utility>
 
 namespace tessaly {
@@ -56,25 +54,6 @@ Status VornSrcObj::GetEventProtoTypeByIndex(std::int32_t index, std::string& pro
     return Status::Done;
 }
 
-Status VornSrcObj::LoadFile(const std::string& fileName, PsfReadObserver* observer) {
-    mReadError.clear();
-    try {
-        Init();
-        PsfReadObserver nobody;
-        mLoadedOK =
-            ReadPsf(*mFiles.OpenForInput(fileName), mCodePage, mContent, observer != nullptr ? *observer : nobody);
-    } catch (const std::bad_alloc&) {
-        mLoadedOK = false;
-        mReadError = std::make_error_code(std::errc::not_enough_memory);
-    } catch (const std::system_error& error) {
-        mLoadedOK = false;
-        mReadError = error.code();
-    } catch (const std::exception&) {
-        mLoadedOK = false;
-    }
-    return mLoadedOK ? Status::Done : Status::LoadFailed;
-}
-
 Status VornSrcObj::GetVarCode(std::string& code) const {
     code = mContent.references;
     return Status::Done;
@@ -121,17 +100,6 @@ Status VornSrcObj::AddFunction(std::string_view name, const TextValue& prototype
 
 Status VornSrcObj::DeleteFunction(std::string_view name) {
     return mContent.functions.DeleteFunction(name);
-}
-
-Status VornSrcObj::SaveFile(const std::string& fileName, PsfForm form, SequentialFiles* other) const {
-    try {
-        EncodedOutput output((other != nullptr ? *other : mFiles).OpenForOutput(fileName), mCodePage);
-        WritePsf(mContent, output, form);
-        output.Close();
-        return Status::Done;
-    } catch (const std::exception&) {
-        return Status::UnexpectedError;
-    }
 }
 
 Status VornSrcObj::BuildCCodeFile(const std::string& fileName, CCodeSink* observer) const {
