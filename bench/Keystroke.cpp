@@ -113,7 +113,7 @@ void TypeWithCopies(Desktop& desktop, const Typist& typist, const std::string& f
     for (const int functions : {functionsOfLarge / 100, functionsOfLarge}) {
         const std::string path = folder + "/" + std::to_string(functions) + ".PSF";
         WriteDocument(desktop, path, functions, functionSize);
-        window.Form_FileDropped(path);
+        window.mnuOpenPSF_Click(path);
         window.CodeTree_NodeClick(desktop.CodeTree().Find("Function1"));
         desktop.FuncBody().SetFocus();
         typist.rest(Rest);
@@ -181,7 +181,7 @@ void AddFunctions(Desktop& desktop, const Typist& typist, const std::string& fol
     VornMainFrm window(answered, host);
     window.Show();
     const std::function<void()> idle = std::exchange(desktop.MainWindow().onIdle, nullptr);
-    window.Form_FileDropped(path);
+    window.mnuOpenPSF_Click(path);
     TreeView& tree = desktop.CodeTree();
     tree.Expand(tree.Find(FunctionsKey));
     for (int round = 0; round < rounds; ++round) {

@@ -21,16 +21,7 @@ void VornMainFrm::mnuNewPSF_Click() {
     mCurrentNode = mCodeTree.Find(EventsKey);
 }
 
-void VornMainFrm::mnuOpenPSF_Click() {
-    Open([this] { return mDesktop.CommonDialog1().ShowOpen(DialogSettings("mnuOpenPSF")); });
-}
-
-// As Open does, with the name already chosen.
-void VornMainFrm::Form_FileDropped(const std::string& path) {
-    Open([&path] { return path; });
-}
-
-void VornMainFrm::Open(const std::function<std::string()>& askName) {
+void VornMainFrm::mnuOpenPSF_Click(const std::string& dropped) {
     SaveCurrentNodeCode(mCurrentNode);
     if (!MayDropDocument()) {
         return;
@@ -38,7 +29,8 @@ void VornMainFrm::Open(const std::function<std::string()>& askName) {
     const Reason reason = FuncBodyChangedFlag ? Reason::AnsweredNo : Reason::FileOpened;
     // Before the name is asked for, so that cancelling it leaves the edits without their flag: kept on purpose.
     ForgetChanges();
-    const std::string fileName = askName();
+    const std::string fileName =
+        dropped.empty() ? mDesktop.CommonDialog1().ShowOpen(DialogSettings("mnuOpenPSF")) : dropped;
     if (fileName.empty()) {
         return;
     }

@@ -250,7 +250,7 @@ void VornMainFrm::Listen() {
     mWindow.onLoad = to(&VornMainFrm::Form_Load);
     mWindow.onResize = to(&VornMainFrm::Form_Resize);
     mWindow.onUnload = to(&VornMainFrm::Form_Unload);
-    mWindow.onFileDropped = to(&VornMainFrm::Form_FileDropped);
+    mWindow.onFileDropped = to(&VornMainFrm::mnuOpenPSF_Click);
     mWindow.onIdle = [this] {
         WriteCopyWhenIdle();
         mFinding.WhenIdle();
@@ -283,16 +283,16 @@ void VornMainFrm::Listen() {
 
 void VornMainFrm::ListenToMenus() {
     const std::pair<std::string_view, void (VornMainFrm::*)()> commands[] = {
-        {"mnuNewPSF", &VornMainFrm::mnuNewPSF_Click},     {"mnuOpenPSF", &VornMainFrm::mnuOpenPSF_Click},
-        {"mnuSavePSF", &VornMainFrm::mnuSavePSF_Click},   {"mnuSaveAsPSF", &VornMainFrm::mnuSaveAsPSF_Click},
-        {"mnuExit", &VornMainFrm::mnuExit_Click},         {"mnuBuildExe", &VornMainFrm::mnuBuildExe_Click},
-        {"mnuEnglish", &VornMainFrm::mnuEnglish_Click},   {"mnuGerman", &VornMainFrm::mnuGerman_Click},
-        {"mnuOpenHelp", &VornMainFrm::mnuOpenHelp_Click}, {"mnuHelpHotKeys", &VornMainFrm::mnuHelpHotKeys_Click},
-        {"mnuAbout", &VornMainFrm::mnuAbout_Click},
+        {"mnuNewPSF", &VornMainFrm::mnuNewPSF_Click},           {"mnuSavePSF", &VornMainFrm::mnuSavePSF_Click},
+        {"mnuSaveAsPSF", &VornMainFrm::mnuSaveAsPSF_Click},     {"mnuExit", &VornMainFrm::mnuExit_Click},
+        {"mnuBuildExe", &VornMainFrm::mnuBuildExe_Click},       {"mnuEnglish", &VornMainFrm::mnuEnglish_Click},
+        {"mnuGerman", &VornMainFrm::mnuGerman_Click},           {"mnuOpenHelp", &VornMainFrm::mnuOpenHelp_Click},
+        {"mnuHelpHotKeys", &VornMainFrm::mnuHelpHotKeys_Click}, {"mnuAbout", &VornMainFrm::mnuAbout_Click},
     };
     for (const auto& [name, handler] : commands) {
         mDesktop.Menu(name).onClick = std::bind_front(handler, this);
     }
+    mDesktop.Menu("mnuOpenPSF").onClick = std::bind_front(&VornMainFrm::mnuOpenPSF_Click, this, "");
 }
 
 std::unique_ptr<VornSrcObj> VornMainFrm::NewDocument() {

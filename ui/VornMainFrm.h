@@ -77,7 +77,6 @@ public:
     void Form_Load();
     void Form_Resize();
     void Form_Unload();
-    void Form_FileDropped(const std::string& path);
 
     // Code tree and editing pane
 
@@ -102,7 +101,7 @@ public:
     // File commands
 
     void mnuNewPSF_Click();
-    void mnuOpenPSF_Click();
+    void mnuOpenPSF_Click(const std::string& dropped); // the file; "" has the user asked for one
     void mnuSavePSF_Click();
     void mnuSaveAsPSF_Click();
     void mnuExit_Click();
@@ -148,7 +147,6 @@ private:
     void DeleteCurrentFunction();
     void Complain(std::string_view complaint, MsgIcon icon);
 
-    void Open(const std::function<std::string()>& askName);
     bool MayDropDocument();
     bool SaveBeforeBuild();
     FileDialogSettings DialogSettings(std::string_view menu) const;

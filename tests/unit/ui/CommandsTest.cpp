@@ -94,7 +94,7 @@ TEST_F(CommandsTest, AFailedOpenClearsTheFlagAndSaysSoInTheStatusBarBeforeItShow
         return box.buttons == MsgButtons::Ok ? MsgResult::Ok : MsgResult::No;
     };
     desktop.files.contents["bad.PSF"] = "bad";
-    window.Form_FileDropped("bad.PSF");
+    window.mnuOpenPSF_Click("bad.PSF");
     EXPECT_EQ(panel, LastBox().text);
     EXPECT_EQ(window.StatusPanel2, "vornMainFrmPrmpt23");
     EXPECT_FALSE(window.FuncBodyChangedFlag);
