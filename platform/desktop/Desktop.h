@@ -46,7 +46,7 @@ public:
     // See Menus.
     MenuItem& AddMenu(MenuItem* parent, std::string_view name) { return mParts.menus->Add(parent, name); }
     MenuItem& Menu(std::string_view name) const { return (*mParts.menus)[name]; }
-    void ChooseMenu(std::string_view name) const { mParts.menus->Choose(Menu(name)); }
+    void ChooseMenu(std::string_view name) const { mParts.menus->Choose(mParts.menus->Number(name)); }
     void AddMenuSeparator(MenuItem& parent) { mParts.menus->AddSeparator(parent); }
 
     // Made when they are asked for first: most starts never need these controls.

@@ -9,30 +9,33 @@
 namespace tessaly {
 
 MenuItem& Menus::Add(MenuItem* parent, std::string_view name) {
-    if (Find(name) != nullptr) {
+    if (Find(name) < mItems.size()) {
         throw std::invalid_argument("the name of the menu is taken");
     }
     mItems.push_back(Make(parent, name));
     return *mItems.back();
 }
 
-MenuItem& Menus::operator[](std::string_view name) const {
-    MenuItem* const item = Find(name);
-    if (item == nullptr) {
+std::size_t Menus::Number(std::string_view name) const {
+    const std::size_t number = Find(name);
+    if (number == mItems.size()) {
         throw std::out_of_range("no menu is called " + std::string(name));
     }
-    return *item;
+    return number;
 }
 
-MenuItem* Menus::Find(std::string_view name) const {
+// How many there are, for none.
+std::size_t Menus::Find(std::string_view name) const {
     const auto found =
         std::find_if(mItems.begin(), mItems.end(), [name](const auto& item) { return item->Name() == name; });
-    return found != mItems.end() ? found->get() : nullptr;
+    return static_cast<std::size_t>(found - mItems.begin());
 }
 
-void Menus::Choose(const MenuItem& item) {
-    const FocusEvents::Command command(mFocus, FocusEvents::Keyboard::IsTaken);
-    Raise(item.onClick);
+void Menus::Choose(std::size_t number) {
+    if (number < mItems.size()) {
+        const FocusEvents::Command command(mFocus, FocusEvents::Keyboard::IsTaken);
+        Raise(mItems[number]->onClick);
+    }
 }
 
 } // namespace tessaly

@@ -57,11 +57,13 @@ public:
     // another one is set. Throws std::invalid_argument when the name is taken.
     MenuItem& Add(MenuItem* parent, std::string_view name);
 
-    // The menu of this name. Throws std::out_of_range when there is none.
-    MenuItem& operator[](std::string_view name) const;
+    // The menu of this name, or its number, from 0 in the order of adding. Throws std::out_of_range when there is none.
+    MenuItem& operator[](std::string_view name) const { return *mItems[Number(name)]; }
+    std::size_t Number(std::string_view name) const;
 
-    // As if the user had chosen the item: the command has the keyboard as long as it runs.
-    void Choose(const MenuItem& item);
+    // As if the user had chosen the item with this number: the command has the keyboard as long as it runs. Nothing
+    // happens where there is none.
+    void Choose(std::size_t number);
 
     // Adds a line between the items of a drop-down.
     void AddSeparator(MenuItem& parent) { Make(&parent, ""); }
@@ -74,7 +76,7 @@ protected:
     std::vector<std::unique_ptr<MenuItem>> mItems;
 
 private:
-    MenuItem* Find(std::string_view name) const;
+    std::size_t Find(std::string_view name) const;
 
     FocusEvents& mFocus;
 };

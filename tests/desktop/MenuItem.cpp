@@ -17,21 +17,17 @@ void MenuItem::SetChecked(bool checked) {
 }
 
 void MenuItem::Choose() {
-    mMenus.Choose(*this);
+    mMenus.CheckReachable();
+    if (!dropDown.empty()) {
+        throw ImpossibleAction("the choice of the menu \"" + Name() + "\", which only opens its drop-down");
+    }
+    mMenus.Choose(mNumber);
 }
 
 std::unique_ptr<tessaly::MenuItem> Menus::Make(tessaly::MenuItem* parent, std::string_view name) {
     mFaults.Count();
     (parent == nullptr ? mBar : static_cast<MenuItem*>(parent)->dropDown).emplace_back(name.empty() ? "-" : name);
-    return name.empty() ? nullptr : std::make_unique<MenuItem>(mFaults, *this, name);
-}
-
-void Menus::Choose(const MenuItem& item) {
-    mFocus.CheckReachable("the choice of a menu item");
-    if (!item.dropDown.empty()) {
-        throw ImpossibleAction("the choice of the menu \"" + item.Name() + "\", which only opens its drop-down");
-    }
-    tessaly::Menus::Choose(item);
+    return name.empty() ? nullptr : std::make_unique<MenuItem>(mFaults, *this, mItems.size(), name);
 }
 
 MenuItem& Menus::operator[](std::string_view name) {

@@ -16,10 +16,11 @@ class Menus;
 
 class MenuItem final : public tessaly::MenuItem {
 public:
-    MenuItem(Faults& faults, Menus& menus, std::string_view name)
+    MenuItem(Faults& faults, Menus& menus, std::size_t number, std::string_view name)
         : tessaly::MenuItem(name),
           mFaults(faults),
-          mMenus(menus) {}
+          mMenus(menus),
+          mNumber(number) {}
 
     void SetChecked(bool checked) override;
     bool IsChecked() const { return mIsChecked; }
@@ -35,6 +36,7 @@ private:
 
     Faults& mFaults;
     Menus& mMenus;
+    std::size_t mNumber;
     bool mIsChecked = false;
 };
 
@@ -49,7 +51,8 @@ public:
     // The names of what stands in the menu bar.
     const std::vector<std::string>& Bar() const { return mBar; }
 
-    void Choose(const MenuItem& item);
+    // What the user reaches now.
+    void CheckReachable() const { mFocus.CheckReachable("the choice of a menu item"); }
 
 private:
     std::unique_ptr<tessaly::MenuItem> Make(tessaly::MenuItem* parent, std::string_view name) override;

@@ -49,7 +49,7 @@ std::unique_ptr<tessaly::MenuItem> Menus::Make(tessaly::MenuItem* parent, std::s
         return nullptr;
     }
     auto item = std::make_unique<MenuItem>(mFocus, name);
-    item->onChosen = [this, &chosen = *item] { Choose(chosen); };
+    item->onChosen = [this, number = mItems.size()] { Choose(number); };
     if (parent == nullptr) {
         item->DropDown();
         mBar.addAction(&item->Action());

@@ -27,19 +27,16 @@ void MenuItem::SetChecked(bool checked) {
     CheckMenuItem(mMenu, mPlace, MF_BYPOSITION | static_cast<UINT>(checked ? MF_CHECKED : MF_UNCHECKED));
 }
 
-HMENU MenuItem::DropDownThatIsThere() const {
-    return GetSubMenu(mMenu, static_cast<int>(mPlace));
-}
-
 HMENU MenuItem::DropDown() {
-    if (DropDownThatIsThere() == nullptr) {
+    HMENU there = GetSubMenu(mMenu, static_cast<int>(mPlace));
+    if (there == nullptr) {
         MENUITEMINFOW info = {};
         info.cbSize = sizeof info;
         info.fMask = MIIM_SUBMENU;
-        info.hSubMenu = CreatePopupMenu();
+        info.hSubMenu = there = CreatePopupMenu();
         SetInfo(info);
     }
-    return DropDownThatIsThere();
+    return there;
 }
 
 void MenuItem::SetInfo(const MENUITEMINFOW& info) {
@@ -73,13 +70,6 @@ std::unique_ptr<tessaly::MenuItem> Menus::Make(tessaly::MenuItem* parent, std::s
         DrawMenuBar(mWindow);
     }
     return item;
-}
-
-void Menus::Choose(int id) {
-    const auto place = static_cast<std::size_t>(id) - static_cast<std::size_t>(ControlId::FirstMenu);
-    if (place < mItems.size() && static_cast<MenuItem&>(*mItems[place]).DropDownThatIsThere() == nullptr) {
-        tessaly::Menus::Choose(*mItems[place]);
-    }
 }
 
 // The window is told that the keyboard goes to a menu and comes back. The ids of the rows count from 1.

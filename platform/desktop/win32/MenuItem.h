@@ -19,9 +19,6 @@ public:
 
     void SetChecked(bool checked) override;
 
-    // Null where nobody asked for it yet.
-    HMENU DropDownThatIsThere() const;
-
     // The drop-down; made when it is asked for the first time.
     HMENU DropDown();
 
@@ -44,9 +41,6 @@ public:
 
     // The window owns the bar from now on.
     void Attach();
-
-    // The user has chosen the item with this id.
-    void Choose(int id);
 
 private:
     std::unique_ptr<tessaly::MenuItem> Make(tessaly::MenuItem* parent, std::string_view name) override;

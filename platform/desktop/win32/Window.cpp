@@ -1,6 +1,7 @@
 // Messages of the main window are led to the controls and events that they concern.
 #include "platform/desktop/win32/Window.h"
 
+#include "platform/desktop/win32/ControlIds.h"
 #include "platform/desktop/win32/EditKeys.h"
 #include "platform/desktop/win32/Screen.h"
 #include "platform/system/win32/Library.h"
@@ -151,7 +152,7 @@ LRESULT Window::Message(UINT message, WPARAM wParam, LPARAM lParam) {
         if (child != nullptr) {
             child->Command(LOWORD(wParam), HIWORD(wParam));
         } else if (lParam == 0) {
-            onMenu(LOWORD(wParam));
+            onMenu(std::size_t{LOWORD(wParam)} - std::size_t{ControlId::FirstMenu});
         }
         return 0;
     }

@@ -28,7 +28,7 @@ public:
     void SetIcon(const std::string& path) override;
 
     // What else happens in the window
-    std::function<void(int id)> onMenu;            // a menu item was chosen
+    std::function<void(std::size_t)> onMenu;       // the menu item with this number was chosen
     std::function<void()> onLastWord;              // the session ends, and nobody can be asked any more
     std::function<void()> onShow;                  // it is about to be seen
     std::function<void(bool isEnabled)> onEnabled; // something blocks it, or no more
