@@ -328,42 +328,38 @@ void RichTextBox::Rescale() {
     ShowTabStops();
 }
 
-// Where the edit tells its place only what it touched is read and compared, and what is behind it moved.
+// Where the edit tells its place only what it touched is read, and what is behind it moved. Some of that may be as
+// before.
 void RichTextBox::Command(int /*id*/, int code) {
     if (code != EN_CHANGE) {
         return;
     }
     mIsEdited = true;
-    const LONG before = static_cast<LONG>(mFormat.Lines().Text().size());
-    const LONG end = SelectedRange().cpMax;
-    const std::optional<LONG> knownStart = mEdit ? mEdit->start : std::nullopt;
-    const LONG start = std::min(knownStart.value_or(0), end);
-    const LONG length = ShownLength();
-    const LONG endBefore = end - (length - before);
-    if (knownStart && endBefore >= start && endBefore <= before) {
-        NoteDifference(static_cast<std::size_t>(start), static_cast<std::size_t>(endBefore), TextIn(start, end));
-    } else {
-        NoteDifference(0, static_cast<std::size_t>(before), TextIn(0, length));
+    const std::wstring& text = mFormat.Lines().Text();
+    const LONG grown = ShownLength() - static_cast<LONG>(text.size());
+    LONG end = SelectedRange().cpMax;
+    LONG start = mEdit ? std::min(mEdit->start.value_or(0), end) : 0;
+    if (!mEdit || !mEdit->start || end - grown < start || end - grown > static_cast<LONG>(text.size())) {
+        start = 0;
+        end = static_cast<LONG>(text.size()) + grown;
     }
-    if (!mEdit) {
-        ParentWindow().loop.Later([this] { mMargin.FollowEdit(); });
-    }
-    Raise(onChange);
-}
-
-// `now` stands in place of the text from `start` to before `end`; some of it may be as before.
-void RichTextBox::NoteDifference(std::size_t start, std::size_t end, std::wstring_view now) {
-    std::wstring_view before = std::wstring_view(mFormat.Lines().Text()).substr(start, end - start);
+    const std::wstring read = TextIn(start, end);
+    std::wstring_view now = read;
+    std::wstring_view before(text.data() + start, static_cast<std::size_t>(end - grown - start));
     const auto front = std::mismatch(before.begin(), before.end(), now.begin(), now.end()).first - before.begin();
     before.remove_prefix(static_cast<std::size_t>(front));
     now.remove_prefix(static_cast<std::size_t>(front));
     const auto back = std::mismatch(before.rbegin(), before.rend(), now.rbegin(), now.rend()).first - before.rbegin();
     before.remove_suffix(static_cast<std::size_t>(back));
     now.remove_suffix(static_cast<std::size_t>(back));
-    start += static_cast<std::size_t>(front);
+    const auto changed = static_cast<std::size_t>(start + front);
     std::u16string removed = ToUnits(before, mHasPictures);
-    mFormat.Replace(start, start + before.size(), now);
-    NoteEdit(start, std::move(removed), ToUnits(now, mHasPictures));
+    mFormat.Replace(changed, changed + before.size(), now);
+    NoteEdit(changed, std::move(removed), ToUnits(now, mHasPictures));
+    if (!mEdit) {
+        ParentWindow().loop.Later([this] { mMargin.FollowEdit(); });
+    }
+    Raise(onChange);
 }
 
 std::wstring RichTextBox::TextIn(LONG start, LONG end) const {

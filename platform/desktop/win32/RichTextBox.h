@@ -101,7 +101,6 @@ private:
     void HoldPaintingBack();
     Sight WhatIsSeen() const;
     static bool IsInOneLine(const Sight& before, const Sight& now);
-    void NoteDifference(std::size_t start, std::size_t end, std::wstring_view now);
     std::wstring TextIn(LONG start, LONG end) const;
     LONG ShownLength() const;
     CHARRANGE SelectedRange() const;

@@ -142,6 +142,7 @@ void TreeView::SelectNode(void* node) {
     Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(node));
 }
 
+// What is told to the program waits: the control is still at work with the item, which the handler may remove.
 LRESULT TreeView::Notify(NMHDR& header) {
     if (header.code == TVN_ITEMEXPANDEDW) {
         const auto& change = reinterpret_cast<const NMTREEVIEWW&>(header);
@@ -153,7 +154,7 @@ LRESULT TreeView::Notify(NMHDR& header) {
         }
     } else if (header.code == TVN_SELCHANGEDW && !mIsProgramAtWork) {
         SetSelected(ItemOf(reinterpret_cast<const NMTREEVIEWW&>(header).itemNew.lParam));
-        RaiseLater();
+        ParentWindow().loop.Later([this, item = Selected()] { RaiseClick(item); });
     } else if (header.code == NM_CLICK) {
         Clicked();
     } else if (header.code == TVN_GETINFOTIPW) {
@@ -216,14 +217,14 @@ void TreeView::FollowSelection() {
                                    [shown](const auto& each) { return each.second.node == shown; });
     if (item != AllItems().end() && item->first != Selected()) {
         SetSelected(item->first);
-        RaiseLater();
+        RaiseClick(item->first);
     }
 }
 
 // A click on the item that is selected changes no selection, so nothing else tells of it.
 void TreeView::Clicked() {
     if (Selected() != TreeItem::None && NodeAt(mClick) == Node(Selected())) {
-        RaiseLater();
+        ParentWindow().loop.Later([this, item = Selected()] { RaiseClick(item); });
     }
 }
 
@@ -257,11 +258,6 @@ std::optional<RECT> TreeView::PlaceOf(void* node, bool ofText) const {
     std::memcpy(&place, &node, sizeof node); // so the message wants it
     const bool isShown = Send(TVM_GETITEMRECT, ofText ? TRUE : FALSE, reinterpret_cast<LPARAM>(&place)) != 0;
     return isShown ? std::optional(place) : std::nullopt;
-}
-
-// The control is still at work with the item, which the handler may remove.
-void TreeView::RaiseLater() {
-    ParentWindow().loop.Later([this, item = Selected()] { RaiseClick(item); });
 }
 
 LRESULT TreeView::Message(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -30,7 +30,6 @@ private:
     void DrawAgain() override;
     void HoldLayout();
     void LayOut();
-    void RaiseLater();
     LRESULT Draw(NMTVCUSTOMDRAW& drawing);
     HFONT ItalicFont();
     void Describe(NMTVGETINFOTIPW& tip) const;
