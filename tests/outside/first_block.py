@@ -6,13 +6,14 @@ import sys
 import textwrap
 from types import SimpleNamespace
 
-from harness import ROOT, click, wait_until, xdotool
+from harness import ROOT, click, run, wait_until, xdotool
 
 sys.path.insert(0, str(ROOT / "help"))
 
 import catalogue  # noqa: E402
 
-SCREEN = 1280, 800  # of script/display
+SCREEN_HEIGHT = 800  # of script/display
+TREE_WIDTH = 250
 ROWS_TO_ON_KEY = 6, 11  # of the tree: how far below the first, of how many; with one function, all open
 
 
@@ -60,33 +61,51 @@ def change_text(text):
         type_line(line.strip())
 
 
+def open_menu():
+    """The window of a menu that is open: one beside the window manager, and not one of those that nobody sees."""
+    for line in run("xwininfo", "-root", "-children", text=True).stdout.splitlines():
+        found = re.match(r" *(0x\w+) .* (\d+)x\d+\+", line)
+        if found and int(found[2]) > 10:
+            told = run("xwininfo", "-id", found[1], text=True).stdout
+            if "IsViewable" in told and "Override Redirect State: yes" in told:
+                return found[1]
+    return None
+
+
 def choose(path, language):
-    """A command, by the underlined letters of the menu."""
+    """A command, by the underlined letters of the menu. A menu that still closes would take the next key."""
     menu, command = (re.search("&(.)", catalogue.text(name, language))[1].lower() for name in path)
-    key(f"alt+{menu}", command)
+    key(f"alt+{menu}")
+    opened = wait_until("the menu", open_menu)
+    key(command)
+    wait_until("the end of the menu", lambda: open_menu() != opened)
 
 
-def screen():
-    """A byte for each of its pixels."""
-    command = ["import", "-window", "root", "-depth", "8", "gray:-"]
-    return subprocess.run(command, check=True, capture_output=True).stdout
+def tree():
+    """A byte for each pixel of the part of the screen where the tree is, and where that begins."""
+    left = next(int(line[2:]) for line in xdotool("getactivewindow", "getwindowgeometry", "--shell")
+                if line.startswith("X="))
+    command = ["import", "-window", "root", "-crop", f"{TREE_WIDTH}x{SCREEN_HEIGHT}+{left}+0", "-depth", "8", "gray:-"]
+    return subprocess.run(command, check=True, capture_output=True).stdout, left
+
+
+def tree_after(press):
+    """The tree as a key that changes it leaves it."""
+    before = tree()
+    key(press)
+    return wait_until("the tree to be painted", lambda: (one := tree()) != before and one == tree() and one)
 
 
 def place_of_on_key():
-    """On the screen: the selected row is seen where the tree is left of the pane, for the first row and the last."""
-    def selected(way):
-        key("F2", way)
-        return wait_until("the tree to be painted", lambda: (one := screen()) == screen() and one)
-    one, other = selected("Home"), selected("End")
-    width, height = SCREEN
-    left = next(int(line[2:]) for line in xdotool("getactivewindow", "getwindowgeometry", "--shell")
-                if line.startswith("X="))
-    changed = [[x for x in range(left, left + 250) if one[width * y + x] != other[width * y + x]]
-               for y in range(height)]
-    rows = [y for y in range(height) if len(changed[y]) > 20]
+    """On the screen: the selected row is seen for the first row and the last."""
+    tree_after("F2")
+    (one, left), (other, _) = tree_after("Home"), tree_after("End")
+    changed = [[x for x in range(TREE_WIDTH) if one[TREE_WIDTH * y + x] != other[TREE_WIDTH * y + x]]
+               for y in range(SCREEN_HEIGHT)]
+    rows = [y for y in range(SCREEN_HEIGHT) if len(changed[y]) > 20]
     first, last = rows[0], rows[-1]
-    row_height = next(y for y in range(first, height) if y not in rows) - first
-    across = (min(changed[last]) + max(changed[last])) // 2
+    row_height = next(y for y in range(first, SCREEN_HEIGHT) if y not in rows) - first
+    across = left + (min(changed[last]) + max(changed[last])) // 2
     below, rows_below = ROWS_TO_ON_KEY
     return across, first + row_height // 2 + (last - row_height + 1 - first) * below // rows_below
 
