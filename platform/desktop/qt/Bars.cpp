@@ -1,7 +1,7 @@
 // A press does not take the focus from the pane.
 #include "platform/desktop/qt/Bars.h"
 
-#include "platform/desktop/qt/Colours.h"
+#include "platform/desktop/qt/Pictures.h"
 
 #include <QIcon>
 #include <QPainter>

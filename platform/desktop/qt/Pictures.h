@@ -1,4 +1,4 @@
-// The pictures of marks, in the colours of the user's theme.
+// Colours that the user's theme does not name, and the pictures of marks.
 #pragma once
 
 #include "platform/desktop/Margin.h"
@@ -10,6 +10,14 @@
 #include <cmath>
 
 namespace tessaly::qt {
+
+// A colour that can be told from `background` and lets `text` be read on it.
+inline QColor Between(const QPalette& palette, QPalette::ColorRole background, QPalette::ColorRole text) {
+    const QColor from = palette.color(background);
+    const QColor to = palette.color(text);
+    const auto quarter = [](int first, int last) { return first + (last - first) / 4; };
+    return {quarter(from.red(), to.red()), quarter(from.green(), to.green()), quarter(from.blue(), to.blue())};
+}
 
 // As 0xRRGGBB.
 inline std::uint32_t Rgb(const QColor& colour) {

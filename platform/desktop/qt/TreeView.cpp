@@ -1,6 +1,5 @@
 #include "platform/desktop/qt/TreeView.h"
 
-#include "platform/desktop/qt/Colours.h"
 #include "platform/desktop/qt/Keys.h"
 #include "platform/desktop/qt/MenuItem.h"
 #include "platform/desktop/qt/Pictures.h"
