@@ -1,5 +1,5 @@
-// The messages to the editing pane: keys, the mouse in the margin, and painting.
-#include "platform/desktop/win32/EditKeys.h"
+// The messages to the editing pane: keys, the mouse in the margin, and painting. A rich edit control has keys for
+// formats, too, which a plain text has no use for.
 #include "platform/desktop/win32/RichTextBox.h"
 #include "platform/desktop/win32/Spoken.h"
 #include "platform/desktop/win32/Window.h"
@@ -8,12 +8,63 @@
 #include "platform/text/Utf16.h"
 
 #include <algorithm>
+#include <array>
 #include <exception>
 #include <utility>
 
 namespace tessaly::win32 {
 
 namespace {
+
+bool IsDown(int key) {
+    return GetKeyState(key) < 0;
+}
+
+bool IsControlAlone() {
+    return IsDown(VK_CONTROL) && !IsDown(VK_MENU);
+}
+
+bool IsPasteKey(WPARAM key) {
+    return (key == 'V' && IsControlAlone() && !IsDown(VK_SHIFT)) ||
+           (key == VK_INSERT && IsDown(VK_SHIFT) && !IsDown(VK_CONTROL));
+}
+
+// With Ctrl the control has many keys that format text. Only those that edit are left to it.
+bool IsFormattingKey(WPARAM key) {
+    constexpr std::wstring_view editing = L"ACVXYZ";
+    const bool isLetterOrDigit = (key >= 'A' && key <= 'Z') || (key >= '0' && key <= '9');
+    const bool isSign = key >= VK_OEM_1 && key <= VK_OEM_102;
+    return IsControlAlone() &&
+           (isSign || (isLetterOrDigit && editing.find(static_cast<wchar_t>(key)) == std::wstring_view::npos));
+}
+
+// The code of a key for the program. Keyboards have the slash, which has a code of its own there, on many keys.
+int KeyCodeOf(WPARAM key) {
+    const SHORT slash = VkKeyScanW(L'/');
+    const bool needsShift = (HIBYTE(slash) & 1) != 0;
+    if (LOBYTE(slash) == key && (!needsShift || IsDown(VK_SHIFT))) {
+        return KeySlash;
+    }
+    constexpr int none = 0xFF;
+    return key == KeySlash ? none : static_cast<int>(key);
+}
+
+// Lets the control see the Shift key as not pressed, as long as it lives.
+class WithoutShift {
+public:
+    WithoutShift() {
+        GetKeyboardState(mBefore.data());
+        std::array<BYTE, 256> keys = mBefore;
+        keys[VK_SHIFT] = 0;
+        SetKeyboardState(keys.data());
+    }
+    WithoutShift(const WithoutShift&) = delete;
+    WithoutShift& operator=(const WithoutShift&) = delete;
+    ~WithoutShift() { SetKeyboardState(mBefore.data()); }
+
+private:
+    std::array<BYTE, 256> mBefore = {};
+};
 
 // With LF as its only break; "" where there is no text.
 std::u16string ClipboardText(HWND window) {

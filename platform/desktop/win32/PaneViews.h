@@ -1,9 +1,10 @@
-// The margin of the pane and the wavy lines under its text. The margin belongs to the edge of the window: there the
-// control neither scrolls, nor paints, nor sees the mouse.
+// What is painted beside the text of the pane and over it.
 #pragma once
 
 #include "platform/desktop/LineMarks.h"
 #include "platform/desktop/Margin.h"
+#include "platform/desktop/RichTextBox.h"
+#include "platform/desktop/Tint.h"
 #include "platform/desktop/win32/Headers.h"
 #include "platform/desktop/win32/ViewFormat.h"
 
@@ -12,6 +13,8 @@
 
 namespace tessaly::win32 {
 
+// The margin and the wavy lines under the text. The margin belongs to the edge of the window: there the control neither
+// scrolls, nor paints, nor sees the mouse.
 class MarginView {
 public:
     // All of them outlive this. `lines` are those that the control shows.
@@ -79,6 +82,28 @@ private:
     std::optional<Sight> mPainted;
     bool mIsAvailable = true;
     bool mIsFollowing = false; // an edit with the width
+};
+
+// What is set apart in the text: the line of the caret, brackets, blanks, characters that a save would lose. It is laid
+// over what the control has painted.
+class SpotView {
+public:
+    // All of them outlive this. `lines` are those that the control shows.
+    SpotView(HWND control, const ViewFormat& lines, const tessaly::RichTextBox& pane);
+
+    // Paints over this region of the client area, which was painted anew. `height` is that of a line.
+    void Paint(HRGN region, LONG height) const;
+
+    // The line, from 0, is to be painted again; it may be gone.
+    void Repaint(std::size_t line) const;
+
+private:
+    void PaintLine(HDC target, std::size_t line, const RECT& place) const;
+    static void Lay(HDC target, const RECT& place, const Tint& tint);
+
+    HWND mControl;
+    const ViewFormat& mLines;
+    const tessaly::RichTextBox& mPane;
 };
 
 } // namespace tessaly::win32

@@ -5,8 +5,7 @@
 #include "platform/desktop/RichTextBox.h"
 #include "platform/desktop/win32/Child.h"
 #include "platform/desktop/win32/Headers.h"
-#include "platform/desktop/win32/MarginView.h"
-#include "platform/desktop/win32/SpotView.h"
+#include "platform/desktop/win32/PaneViews.h"
 #include "platform/desktop/win32/ViewFormat.h"
 
 #include <functional>

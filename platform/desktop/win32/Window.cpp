@@ -2,7 +2,6 @@
 #include "platform/desktop/win32/Window.h"
 
 #include "platform/desktop/win32/ControlIds.h"
-#include "platform/desktop/win32/EditKeys.h"
 #include "platform/desktop/win32/Screen.h"
 #include "platform/system/win32/Library.h"
 #include "platform/system/win32/Text.h"
@@ -48,6 +47,12 @@ std::vector<std::string> DroppedFiles(HDROP drop) {
 int ShiftState() {
     const auto isDown = [](int key) { return GetKeyState(key) < 0; };
     return (isDown(VK_SHIFT) ? 1 : 0) + (isDown(VK_CONTROL) ? 2 : 0) + (isDown(VK_MENU) ? 4 : 0);
+}
+
+void NoteTakenKey(HWND window, UINT message, WPARAM key, LPARAM state) {
+    if (message == WM_SYSKEYDOWN && (HIWORD(state) & KF_ALTDOWN) != 0) {
+        DefWindowProcW(window, message, key, state);
+    }
 }
 
 Window::Window(EventLoop& theLoop, tessaly::Application& application)

@@ -14,6 +14,10 @@ namespace tessaly::win32 {
 // Of the keys now: 1 Shift, 2 Ctrl, 4 Alt, added up.
 int ShiftState();
 
+// To be called with the message of a key that no window gets, as the program has dealt with it. After one with Alt the
+// system has to know that there was one, or it opens the menus when Alt comes up.
+void NoteTakenKey(HWND window, UINT message, WPARAM key, LPARAM state);
+
 class Window final : public tessaly::Window, public Parent {
 public:
     // Makes the window, which is not shown yet, in a size that suits the screen.
