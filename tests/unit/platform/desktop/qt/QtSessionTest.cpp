@@ -42,7 +42,13 @@ struct Program {
 
 class QtSessionTest : public testing::Test {
 protected:
-    QtSessionTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); } // a process of its own from the beginning
+    // Each case is a process of its own from the beginning. A job in a shell's background would have signals ignored.
+    QtSessionTest() {
+        GTEST_FLAG_SET(death_test_style, "threadsafe");
+        for (const int number : {SIGTERM, SIGHUP, SIGINT}) {
+            std::signal(number, SIG_DFL);
+        }
+    }
 };
 
 TEST_F(QtSessionTest, ASignalEndsTheProgramWhenTheWindowHasBeenSuspended) {
