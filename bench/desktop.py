@@ -104,7 +104,7 @@ def keystroke_rows(command, most, verdict):
 
 def copy_rows(command, verdict):
     """Rows of the targets table from what the command, `keystroke FOLDER`, prints: the bytes of the document, "with" or
-    "without" and milliseconds, a key a line."""
+    "without" and milliseconds, a key a line. Copies make no key quicker: where they seem to, nothing is shown."""
     with tempfile.TemporaryDirectory(dir=os.getcwd() + "/build") as folder:
         keys = printed_by([*command, folder])
     rows = []
@@ -113,7 +113,7 @@ def copy_rows(command, verdict):
                  for kind in ("with", "without")}
         more = times["with"] - times["without"]
         rows.append([f"What copies add to a keystroke, {size // 1000:,} KB, ms",
-                     f"{more:.2f} to {times['without']:.2f}", f"at most {most}", verdict(more <= most)])
+                     f"{more:.2f} to {times['without']:.2f}", f"at most {most}", verdict(-most <= more <= most)])
     return rows
 
 
