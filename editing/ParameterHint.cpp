@@ -148,7 +148,7 @@ std::vector<std::pair<std::size_t, std::size_t>> ParametersFrom(std::string_view
 } // namespace
 
 std::optional<ParameterHint> ParameterHintAt(const TextLines& lines, Place caret, const KnownNames& names) {
-    const std::optional<Call> call = IsInCode(lines, caret) ? CallSearch(lines, caret).Find() : std::nullopt;
+    const std::optional<Call> call = CallSearch(lines, caret).Find();
     if (!call) {
         return std::nullopt;
     }
