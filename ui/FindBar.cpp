@@ -14,6 +14,7 @@ namespace {
 // In twips.
 constexpr float Gap = 60;
 constexpr float LeastLine = 2400;
+constexpr float LeastLineWithButtons = 800; // nobody could type in less
 constexpr float CharactersInCount = 15;
 
 } // namespace
@@ -147,11 +148,11 @@ void FindBar::ShowControls() {
 // A row of controls above the pane, filled from both ends.
 class FindBar::Row {
 public:
-    Row(const Extent& pane, float top, float height)
-        : mLeft(pane.left),
-          mRight(pane.left + pane.width),
-          mTop(top),
-          mHeight(height) {}
+    explicit Row(const Extent& place)
+        : mLeft(place.left),
+          mRight(place.left + place.width),
+          mTop(place.top),
+          mHeight(place.height) {}
 
     float Left() const { return mRight - mLeft; } // over
 
@@ -182,54 +183,90 @@ private:
     float mHeight;
 };
 
+// The rows of the bar, from the pane's upper edge on.
+class FindBar::Rows {
+public:
+    Rows(const Extent& pane, float height) : mNext{pane.left, pane.top, pane.width, height}, mTop(pane.top) {}
+
+    Row Next() {
+        const Row row(mNext);
+        mNext.top += mNext.height + Gap;
+        return row;
+    }
+    float Height() const { return mNext.top - mTop; } // of all, with the gap below
+
+private:
+    Extent mNext;
+    float mTop;
+};
+
 // The same for both labels, so that the lines stand under each other. The font of labels is no wider than the code's.
 float FindBar::LabelWidth() const {
     const std::size_t second = IsOpenFor(Purpose::Replace) ? mReplacementCaption.size() : 0;
     return static_cast<float>(std::max(mWantedCaption.size(), second)) * mPane.CharacterWidth();
 }
 
-// In a narrow window what else stands there goes into a row of its own. The answer: the height of all.
-float FindBar::LayOutFirstRow(float height) {
-    const Extent pane = mPane.GetExtent();
+// In a narrow window what else stands there goes into a row of its own, and in a very narrow one the buttons do, too.
+void FindBar::LayOutFirstLine(Rows& rows) {
     const float label = mControls->count.PreferredHeight();
-    const auto addOthers = [&](Row& row) {
+    const auto withButtons = [this](Row row) {
+        row.AddRight(mControls->close);
+        row.AddRight(mControls->next);
+        row.AddRight(mControls->previous);
+        return row;
+    };
+    const auto withOthers = [&](Row row) {
         row.AddRight(mControls->wholeWord);
         row.AddRight(mControls->matchCase);
-        row.AddRight(mControls->count, CharactersInCount * mPane.CharacterWidth(), label);
+        const float most = CharactersInCount * mPane.CharacterWidth();
+        row.AddRight(mControls->count, std::clamp(row.Left(), 0.0F, most), label);
+        return row;
     };
-    Row row(pane, pane.top, height);
-    row.AddLeft(mControls->wantedLabel, LabelWidth(), label);
-    row.AddRight(mControls->close);
-    row.AddRight(mControls->next);
-    row.AddRight(mControls->previous);
-    Row narrow = row;
-    addOthers(row);
-    const bool isWide = row.Left() >= LeastLine;
-    if (!isWide) {
-        Row second(pane, pane.top + height + Gap, height);
-        addOthers(second);
+    Row line = rows.Next();
+    line.AddLeft(mControls->wantedLabel, LabelWidth(), label);
+    const Row narrow = withButtons(line);
+    const Row wide = withOthers(narrow);
+    if (wide.Left() >= LeastLine) {
+        line = wide;
+    } else {
+        if (narrow.Left() >= LeastLineWithButtons) {
+            line = narrow;
+        } else {
+            withButtons(rows.Next());
+        }
+        withOthers(rows.Next());
     }
-    (isWide ? row : narrow).Fill(mControls->wanted, mControls->wanted.PreferredHeight());
-    return isWide ? height : 2 * height + Gap;
+    line.Fill(mControls->wanted, mControls->wanted.PreferredHeight());
+}
+
+void FindBar::LayOutSecondLine(Rows& rows) {
+    const auto withButtons = [this](Row row) {
+        row.AddRight(mControls->replaceAll);
+        row.AddRight(mControls->replaceOne);
+        return row;
+    };
+    Row line = rows.Next();
+    line.AddLeft(mControls->replacementLabel, LabelWidth(), mControls->count.PreferredHeight());
+    const Row narrow = withButtons(line);
+    if (narrow.Left() >= LeastLineWithButtons) {
+        line = narrow;
+    } else {
+        withButtons(rows.Next());
+    }
+    line.Fill(mControls->replacement, mControls->wanted.PreferredHeight());
 }
 
 void FindBar::LayOut() {
     if (!mOpenFor) {
         return;
     }
-    const Extent pane = mPane.GetExtent();
-    const float line = mControls->wanted.PreferredHeight();
-    const float height = std::max(line, mControls->next.PreferredSize().height);
-    float used = LayOutFirstRow(height);
+    const float height = std::max(mControls->wanted.PreferredHeight(), mControls->next.PreferredSize().height);
+    Rows rows(mPane.GetExtent(), height);
+    LayOutFirstLine(rows);
     if (IsOpenFor(Purpose::Replace)) {
-        Row row(pane, pane.top + used + Gap, height);
-        row.AddLeft(mControls->replacementLabel, LabelWidth(), mControls->count.PreferredHeight());
-        row.AddRight(mControls->replaceAll);
-        row.AddRight(mControls->replaceOne);
-        row.Fill(mControls->replacement, line);
-        used += height + Gap;
+        LayOutSecondLine(rows);
     }
-    mPane.SetRoomAbove(used + Gap);
+    mPane.SetRoomAbove(rows.Height());
 }
 
 } // namespace tessaly

@@ -60,6 +60,7 @@ public:
 
 private:
     class Row;
+    class Rows;
 
     bool IsOpenFor(Purpose purpose) const { return mOpenFor == purpose; }
     bool IsFinding() const { return IsOpenFor(Purpose::Find) || IsOpenFor(Purpose::Replace); }
@@ -67,7 +68,8 @@ private:
     void ShowCaptions();
     void ShowControls();
     float LabelWidth() const;
-    float LayOutFirstRow(float height);
+    void LayOutFirstLine(Rows& rows);
+    void LayOutSecondLine(Rows& rows);
 
     Desktop& mDesktop;
     RichTextBox& mPane;

@@ -47,6 +47,19 @@ TEST_P(ProgramScenario, TheBarFollowsThePane) {
     EXPECT_GT(Shown(Bar().wanted).width, 0);
 }
 
+TEST_P(ProgramScenario, InANarrowWindowThereIsRoomToTypeOnTheBar) {
+    BeginFinding(1);
+    for (const float part : {0.9F, 0.8F, 0.7F, 0.8F}) {
+        user->Resize(MainWindow().Width() * part, MainWindow().Height());
+        for (const char key : {'F', 'H'}) {
+            user->PressKey(key, Ctrl);
+            ExpectNothingOverlaps();
+            EXPECT_GE(Shown(Bar().wanted).width, 5 * Pane().CharacterWidth());
+            EXPECT_TRUE(key == 'F' || Shown(Bar().replacement).width >= 5 * Pane().CharacterWidth());
+        }
+    }
+}
+
 TEST_P(ProgramScenario, WhatIsTypedIsFoundAtOnceAndEnterGoesOn) {
     BeginFinding();
     Find("two");

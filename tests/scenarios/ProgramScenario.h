@@ -7,7 +7,9 @@
 #include "tests/unit/document/PsfBuilder.h"
 #include "ui/VornMainFrm.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -250,12 +252,17 @@ protected:
 
     // Nothing of the main window is over anything else on the screen, or reaches out of it.
     void ExpectNothingOverlaps() {
+        std::vector<Control*> controls = {&Tree(),
+                                          &Pane(),
+                                          &TheDesktop().LblcodeTreeViewer(),
+                                          &TheDesktop().FuncLabel(),
+                                          &TheDesktop().VornToolBar(),
+                                          &TheDesktop().StatusBar1()};
+        const auto bar = Bar().All();
+        std::copy_if(bar.begin(), bar.end(), std::back_inserter(controls),
+                     [](const Control* control) { return control->IsVisible(); });
         std::vector<Extent> places;
-        for (Control* const control :
-             {static_cast<Control*>(&Tree()), static_cast<Control*>(&Pane()),
-              static_cast<Control*>(&TheDesktop().LblcodeTreeViewer()),
-              static_cast<Control*>(&TheDesktop().FuncLabel()), static_cast<Control*>(&TheDesktop().VornToolBar()),
-              static_cast<Control*>(&TheDesktop().StatusBar1())}) {
+        for (Control* const control : controls) {
             const Extent place = Shown(*control);
             EXPECT_GT(place.width, 0);
             EXPECT_GT(place.height, 0);
