@@ -19,7 +19,7 @@ public:
 
     // Puts the bytes for `text` to `to`, where there must be room for MostEncoded(text.size()), and returns the place
     // behind them; what stands there then is not promised. Never fails. A character without a place in the code page
-    // becomes "?", and so does each byte that is not UTF-8.
+    // becomes "?", never one that only looks like it; so does each byte that is not UTF-8.
     virtual char* Encode(std::string_view text, char* to) const = 0;
 
     // The most bytes that a text of `size` bytes has in any code page. No character takes more than twice its bytes in
@@ -33,7 +33,7 @@ public:
         bytes.resize(static_cast<std::size_t>(Encode(text, bytes.data() + start) - bytes.data()));
     }
 
-    // The position of the first byte that is decoded and encoded to another one, or npos.
+    // The position of the first byte that is no character and becomes U+FFFD, or npos.
     virtual std::size_t FindLost(std::string_view bytes) const = 0;
 };
 

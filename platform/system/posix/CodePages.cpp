@@ -79,7 +79,10 @@ public:
             const std::size_t ascii = AsciiPrefix(text);
             bytes.append(text.substr(0, ascii));
             text.remove_prefix(ascii);
-            mFromUtf8.Convert(text, bytes);
+            const std::string_view all = text;
+            std::string encoded;
+            mFromUtf8.Convert(text, encoded);
+            AppendSame(all.substr(0, all.size() - text.size()), encoded, bytes);
             if (!text.empty()) {
                 bytes += '?';
                 std::size_t character = 0;
@@ -105,6 +108,30 @@ private:
         for (std::size_t position = 0; position < converted.size();) {
             AppendUtf8(ReadUtf8OrReplacement(converted, position), text);
         }
+    }
+
+    // Appends `encoded`, which iconv made of `run`. It writes some characters as one that only looks like them, the yen
+    // sign as a backslash: what does not come back becomes a question mark.
+    void AppendSame(std::string_view run, const std::string& encoded, std::string& bytes) const {
+        if (Decoded(encoded) == run) {
+            bytes += encoded;
+            return;
+        }
+        for (std::size_t position = 0; position < run.size();) {
+            const std::size_t start = position;
+            ReadUtf8(run, position);
+            const std::string_view character = run.substr(start, position - start);
+            std::string_view input = character;
+            std::string alone;
+            mFromUtf8.Convert(input, alone);
+            bytes += Decoded(alone) == character ? alone : "?";
+        }
+    }
+
+    std::string Decoded(const std::string& encoded) const {
+        std::string text;
+        AppendDecoded(encoded, text);
+        return text;
     }
 
     Converter mToUtf8;

@@ -39,6 +39,22 @@ TEST(CodePageTest, CharactersWithoutAPlaceBecomeOneQuestionMarkEach) {
     EXPECT_EQ(Encode(*MakeCodePage("932"), "あä😀x"), "\x82\xA0??x");
 }
 
+TEST(CodePageTest, NoCharacterBecomesOneThatOnlyLooksLikeIt) {
+    EXPECT_EQ(Encode(*MakeCodePage("932"), "あ¥あ¢x—〜"), "\x82\xA0?\x82\xA0?x??");
+    for (const char* name : {"932", "936", "949", "950", "EUC-JP", "GB18030"}) {
+        const auto codePage = MakeCodePage(name);
+        ASSERT_NE(codePage, nullptr) << name;
+        for (char32_t character = 0x80; character < 0x10000; ++character) {
+            std::string text;
+            if (character < 0xD800 || character > 0xDFFF) {
+                AppendUtf8(character, text);
+            }
+            const std::string back = Decode(*codePage, Encode(*codePage, text));
+            ASSERT_TRUE(back == text || back == "?") << name << " " << static_cast<unsigned>(character);
+        }
+    }
+}
+
 TEST(CodePageTest, BytesThatAreNotUtf8BecomeQuestionMarks) {
     EXPECT_EQ(Encode(*MakeSystemCodePage(), "a\xFF\xC3"), "a??");
     EXPECT_EQ(Encode(*MakeCodePage("932"), "a\xFF\xC3"), "a??");
