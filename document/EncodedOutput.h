@@ -32,12 +32,14 @@ public:
     void Close();
 
 private:
+    char* Room(std::size_t size);
     void Flush();
 
     std::unique_ptr<OutputFile> mFile;
     const CodePage& mCodePage;
     std::unique_ptr<char[]> mPending;
     std::size_t mPendingSize = 0;
+    std::size_t mRoom = 0;
 };
 
 } // namespace tessaly
