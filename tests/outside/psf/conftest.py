@@ -1,12 +1,13 @@
 """Keeps Wine running between the calls of a psf.exe."""
 
+import contextlib
+
 import pytest
-from harness import wine_shell
+from harness import keep_wine
 from psf_harness import IS_EXE
 
 
 @pytest.fixture(scope="session", autouse=True)
 def windows():
-    yield IS_EXE and wine_shell()
-    if IS_EXE:
-        wine_shell().end()
+    with keep_wine() if IS_EXE else contextlib.nullcontext():
+        yield

@@ -8,7 +8,7 @@ import sys
 from functools import reduce
 
 import pytest
-from harness import EVENTS, wine_command
+from harness import EVENTS, environment, wine, wine_command
 
 PSF = os.environ["PSF"]
 IS_EXE = PSF.endswith(".exe")
@@ -37,12 +37,14 @@ class Result:
 
 def psf(*arguments, stdin=b"", env=None, cwd=None, check_errors=True):
     """What psf answered. Whatever it complains about must be lines that begin with its name."""
-    clean = {name: value for name, value in os.environ.items()
-             if name.startswith("TESSALY_WINE_") or not name.startswith(("TESSALY_", "XDG_"))}
-    clean.update(env or {})
-    done = subprocess.run([*COMMAND, *map(str, arguments)], input=stdin, capture_output=True, env=clean, cwd=cwd,
-                          timeout=120)
-    result = Result(done)
+    clean = {name: None for name in os.environ if name.startswith(("TESSALY_", "XDG_"))
+             and not name.startswith("TESSALY_WINE_")}
+    changes = {**clean, **(env or {})}
+    if IS_EXE:
+        result = Result(wine(PSF, *arguments, input=stdin, env=changes, cwd=cwd))
+    else:
+        result = Result(subprocess.run([PSF, *map(str, arguments)], input=stdin, capture_output=True,
+                                       env=environment(changes), cwd=cwd, timeout=120))
     if check_errors:
         assert all(line.startswith("psf: ") for line in result.err.splitlines()), result
         assert result.err == "" or result.err.endswith("\n"), result

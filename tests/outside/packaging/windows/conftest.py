@@ -1,10 +1,10 @@
 """One Wine for the whole run: its start costs more than most tests."""
 
 import pytest
-from harness import wine_shell
+from harness import keep_wine
 
 
 @pytest.fixture(scope="session", autouse=True)
 def windows():
-    yield wine_shell()
-    wine_shell().end()
+    with keep_wine():
+        yield
