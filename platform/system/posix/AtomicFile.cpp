@@ -36,10 +36,12 @@ fs::path Target(const std::string& path) {
     return target;
 }
 
-// Whether `path` is there and nothing that could be replaced: a device, a pipe, a socket.
+// Whether `path` is there and nothing that could be replaced: a device, a pipe, a socket, or the standard output into a
+// file that has no name any more.
 bool IsDevice(const std::string& path) {
     struct stat found = {};
-    return stat(path.c_str(), &found) == 0 && !S_ISREG(found.st_mode) && !S_ISDIR(found.st_mode);
+    return stat(path.c_str(), &found) == 0 && !S_ISDIR(found.st_mode) &&
+           (!S_ISREG(found.st_mode) || found.st_nlink == 0);
 }
 
 constexpr std::string_view TemporaryName = ".psf-XXXXXX";

@@ -6,6 +6,7 @@ import re
 import shlex
 import stat
 import subprocess
+import tempfile
 
 import pytest
 from harness import EVENTS
@@ -428,7 +429,11 @@ def test_a_link_to_itself_and_a_folder_are_refused(tmp_path):
 
 @not_on_windows("devices have other names there; tests/unit/platform/system/win32 has one")
 def test_a_device_is_written_in_place(file):
-    assert psf("generate", file, "-o", "/dev/stdout").out == psf("generate", file).out
+    text = psf("generate", file).out
+    assert psf("generate", file, "-o", "/dev/stdout").out == text
+    with tempfile.TemporaryFile() as nameless:
+        subprocess.run([*COMMAND, "generate", file, "-o", "/dev/stdout"], stdout=nameless, check=True)
+        assert os.pread(nameless.fileno(), len(text) + 1, 0) == text
 
 
 @not_on_windows("no owners to give away")
