@@ -202,6 +202,7 @@ void Window::dropEvent(QDropEvent* event) {
 bool Window::focusNextPrevChild(bool next) {
     tessaly::Control* const stop = controls.NextStop(!next);
     if (stop != nullptr) {
+        setAttribute(Qt::WA_KeyboardFocusChange); // or a button would not show that it has the keyboard
         stop->TakeKeyboard();
     }
     return stop != nullptr;

@@ -46,6 +46,25 @@ TEST(QtKeysTest, KeysHaveTheNumbersOfWindows) {
     EXPECT_EQ(qt::ShiftState(Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier), 7);
 }
 
+TEST_F(QtDesktopTest, AButtonThatTheTabKeyLeadsToShowsIt) {
+    const BarControls& bar = user.Qt().Bar();
+    user.Qt().window.Show();
+    for (Button* const button : {&bar.matchCase, &bar.next}) {
+        bar.Hide();
+        bar.wanted.SetVisible(true);
+        button->SetExtent({4500, 1200, 2400, 450});
+        button->SetVisible(true);
+        user.Click(bar.wanted);
+        auto& widget = static_cast<qt::Button*>(button)->Widget();
+        const QImage before = widget.grab().toImage();
+        user.PressKey(KeyTab, 0);
+        EXPECT_TRUE(widget.hasFocus());
+        EXPECT_NE(widget.grab().toImage(), before);
+        user.Click(bar.wanted);
+        EXPECT_EQ(widget.grab().toImage(), before);
+    }
+}
+
 TEST_F(QtDesktopTest, F10IsAKeyLikeAnyOther) {
     user.Qt().AddMenu(nullptr, "mnuFile");
     user.Qt().window.Show();
