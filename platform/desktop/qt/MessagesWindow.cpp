@@ -38,7 +38,7 @@ Extent InTwips(const QPoint& topLeft, const QSize& size) {
 } // namespace
 
 MessagesWindow::MessagesWindow(Window& owner, const tessaly::Control& pane)
-    : QWidget(&owner, Qt::Window),
+    : QWidget(&owner, Qt::Dialog), // which a click in the main window does not put behind that
       tessaly::MessagesWindow(owner, pane),
       mWindow(owner),
       mPages(new QTabWidget(this)),

@@ -3,7 +3,7 @@
 import re
 
 import pytest
-from harness import example_file, run, wait_until, xdotool
+from harness import click, example_file, run, wait_until, xdotool
 from linux_harness import write_all_settings
 
 TITLES = ["Messages of the build", "Meldungen zum Erstellen"]
@@ -177,6 +177,18 @@ def test_it_lies_neither_over_the_tree_nor_over_the_status_bar(start, wrong, spo
         xdotool("windowactivate", "--sync", window)
         program.key("Escape")
         program.wait_for("Tessaly")
+
+
+def test_a_click_in_the_main_window_does_not_cover_it(start, wrong):
+    program = start(wrong)
+    main = program.wait_for("Tessaly")
+    program.key("F10")
+    window = messages(program)
+    xdotool("windowactivate", "--sync", window)
+    click(20, 200, window=main)
+    program.wait_for("Tessaly")
+    stacked = run("xprop", "-root", "-notype", "_NET_CLIENT_LIST_STACKING", text=True).stdout
+    assert [int(each, 16) for each in re.findall("0x[0-9a-f]+", stacked)][-2:] == [int(main), int(window)]
 
 
 def test_a_compiler_gone_wild_disturbs_nothing(start, home, wrong):
