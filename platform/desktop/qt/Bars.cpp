@@ -101,9 +101,7 @@ void StatusBar::ShowPanels() {
         start = ends[place];
         const QString text = ToQt(Panels()[place].text);
         mLabels[place]->setText(text);
-        // Plain text would be markup where it looks like some.
-        const QString markup = QStringLiteral("<p style='white-space:pre'>%1</p>").arg(text.toHtmlEscaped());
-        mLabels[place]->setToolTip(text.isEmpty() ? text : markup);
+        mLabels[place]->setToolTip(ToolTip(text));
     }
 }
 

@@ -59,7 +59,7 @@ Suggestions::Suggestions(Window& window, RichTextBox& pane) : mWindow(window), m
 void Suggestions::ShowTip(const QHelpEvent& event) {
     const std::optional<Place> place = mPane.PlaceUnder(event.pos());
     const std::string tip = place ? AskTip(*place) : "";
-    const QString text = tip.empty() ? QString() : "<p style='white-space:pre'>" + ToQt(tip).toHtmlEscaped() + "</p>";
+    const QString text = ToolTip(ToQt(tip));
     QToolTip::showText(event.globalPos(), text, mPane.Widget().viewport());
 }
 

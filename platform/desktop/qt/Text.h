@@ -29,6 +29,11 @@ inline float ToTwips(int pixels) {
     return static_cast<float>(pixels) * TwipsInPixel;
 }
 
+// A tool tip with this text. Plain text would be markup where it looks like some.
+inline QString ToolTip(const QString& text) {
+    return text.isEmpty() ? text : QStringLiteral("<p style='white-space:pre'>%1</p>").arg(text.toHtmlEscaped());
+}
+
 // Shows the caption as it stands, and has a screen reader say it for the label's buddy.
 inline void ShowLabel(QLabel& label, std::string_view caption) {
     label.setTextFormat(Qt::PlainText);

@@ -6,6 +6,7 @@
 
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QToolTip>
 #include <memory>
 #include <utility>
 
@@ -105,6 +106,22 @@ void TreeWidget::contextMenuEvent(QContextMenuEvent* event) {
     if (event->reason() != QContextMenuEvent::Keyboard) {
         onMenu(event->globalPos());
     }
+}
+
+// The whole name of an item that is cut off, in front of what its tool tip says anyway.
+bool TreeWidget::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) {
+        return QTreeWidget::viewportEvent(event);
+    }
+    const auto& rest = static_cast<const QHelpEvent&>(*event);
+    const QModelIndex index = indexAt(rest.pos());
+    QString tip = index.data(Qt::ToolTipRole).toString();
+    const QRect place = visualRect(index);
+    if (index.isValid() && sizeHintForIndex(index).width() > place.width()) {
+        tip.prepend(index.data().toString() + (tip.isEmpty() ? QString() : QStringLiteral("\n")));
+    }
+    QToolTip::showText(rest.globalPos(), ToolTip(tip), viewport(), place);
+    return true;
 }
 
 // Without the focus the selected item is set apart faintly, also where the style would not tell.

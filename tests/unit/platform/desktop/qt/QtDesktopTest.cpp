@@ -9,7 +9,10 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QTest>
+#include <QTextDocumentFragment>
 #include <QTimer>
+#include <QToolTip>
+#include <QTreeWidgetItem>
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -62,6 +65,26 @@ TEST_F(QtDesktopTest, AButtonThatTheTabKeyLeadsToShowsIt) {
         EXPECT_NE(widget.grab().toImage(), before);
         user.Click(bar.wanted);
         EXPECT_EQ(widget.grab().toImage(), before);
+    }
+}
+
+TEST_F(QtDesktopTest, TheToolTipOfAnItemThatIsCutOffHasItsName) {
+    user.Qt().window.Show();
+    const std::string cutOff = "<b>" + std::string(200, 'x');
+    qt::TreeView& tree = user.Qt().tree;
+    for (const std::string& text : {std::string("short"), cutOff}) {
+        tree.Add(TreeItem::None, text, text);
+        QTreeWidgetItem& node = *tree.Widget().topLevelItem(text == cutOff ? 1 : 0);
+        const auto tip = [&] {
+            QWidget& view = *tree.Widget().viewport();
+            const QPoint point = tree.Widget().visualItemRect(&node).center();
+            QHelpEvent rest(QEvent::ToolTip, point, view.mapToGlobal(point));
+            QCoreApplication::sendEvent(&view, &rest);
+            return QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText().toStdString();
+        };
+        EXPECT_EQ(tip(), text == cutOff ? text : "");
+        node.setToolTip(0, "a message");
+        EXPECT_EQ(tip(), text == cutOff ? text + "\na message" : "a message");
     }
 }
 
