@@ -139,6 +139,15 @@ TEST_P(DesktopContract, MarksGoWithTheirLines) {
     EXPECT_EQ(user->Underlined(), (Strings{"wo", "four"}));
 }
 
+TEST_P(DesktopContract, WhatIsTypedBehindAMarkedLineIsNotUnderlined) {
+    Edit(Poem, 7);
+    Pane().SetLineMarks(OnPoem);
+    user->PressEnter();
+    user->Type("x");
+    EXPECT_EQ(user->MarginShown(), (Strings{"1", "2 error", "3", "4", "5 warning", "6"}));
+    EXPECT_EQ(user->Underlined(), (Strings{"wo", "four"}));
+}
+
 TEST_P(DesktopContract, AMarkGoesAwayWithAllOfItsLine) {
     Edit(Poem, 0);
     Pane().SetLineMarks(OnPoem);

@@ -137,6 +137,7 @@ void PlainTextEdit::ShowMarks() {
             underline.cursor = QTextCursor(document());
             underline.cursor.setPosition(static_cast<int>(mark.begin));
             underline.cursor.setPosition(static_cast<int>(mark.end), QTextCursor::KeepAnchor);
+            underline.cursor.setKeepPositionOnInsert(true);
             underline.format.setUnderlineStyle(QTextCharFormat::WaveUnderline);
             underline.format.setUnderlineColor(ColourOf(mark.mark, palette()));
             underlines.append(underline);
