@@ -379,6 +379,39 @@ std::string Drop(const Words& words) {
     return Bool(written && PostMessageW(window, WM_DROPFILES, reinterpret_cast<WPARAM>(address), 0));
 }
 
+void SetValue(HKEY key, const std::wstring& name, const std::string& type, const std::string& value) {
+    const std::wstring text = Wide(value);
+    const auto number = static_cast<DWORD>(type == "number" ? std::stoul(value) : 0);
+    const bool isNumber = type == "number";
+    const void* const data = isNumber ? static_cast<const void*>(&number) : text.c_str();
+    const std::size_t size = isNumber ? sizeof number : (text.size() + 1) * sizeof(wchar_t);
+    const LSTATUS status = RegSetValueExW(key, name.c_str(), 0, isNumber ? REG_DWORD : REG_SZ,
+                                          static_cast<const BYTE*>(data), static_cast<DWORD>(size));
+    if (status != ERROR_SUCCESS) {
+        throw std::runtime_error("cannot write a value: error " + Number(status));
+    }
+}
+
+// registry KEY [NAME text|number VALUE]...: the key below HKEY_LOCAL_MACHINE then has these values alone; without any
+// it is not there
+std::string Registry(const Words& words) {
+    const std::wstring path = Wide(words.at(1));
+    LSTATUS status = RegDeleteTreeW(HKEY_LOCAL_MACHINE, path.c_str());
+    HKEY key = nullptr;
+    if ((status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND) && words.size() > 2) {
+        status =
+            RegCreateKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr, &key, nullptr);
+    }
+    if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND) {
+        throw std::runtime_error("cannot write the key: error " + Number(status));
+    }
+    for (std::size_t i = 2; i + 2 < words.size(); i += 3) {
+        SetValue(key, Wide(words[i]), words[i + 1], words[i + 2]);
+    }
+    RegCloseKey(key);
+    return "true";
+}
+
 // The processes that were started, which stay known after their end.
 using Processes = std::map<DWORD, HANDLE>;
 
@@ -478,6 +511,7 @@ std::map<std::string, Command> Commands(Processes& processes, HANDLE& held) {
             {"drop", Drop},
             {"hold", [&](const Words& words) { return Hold(held, words); }},
             {"release", [&](const Words&) { return Bool(CloseHandle(held)); }},
+            {"registry", Registry},
             {"start", [&](const Words& words) { return Start(processes, words); }},
             {"status", [&](const Words& words) { return Status(processes, words); }},
             {"gdi", [&](const Words& words) { return Gdi(processes, words); }},

@@ -45,7 +45,7 @@ def installed(folder, batch):
     settings = {"FCompBat": windows_path(batch), "FCompFileName": windows_path(folder / "program.c"),
                 "FHelp": windows_path(folder / "help.txt")}
     (folder / "help.txt").write_text("Help\n")
-    install(folder, **settings)
+    install(**settings)
     return settings
 
 

@@ -74,6 +74,6 @@ def test_an_error_is_in_the_log_and_the_status_and_leaves_no_old_program(sample,
 
 
 def test_f10_starts_it(launch, sample, c_file, folder, installed, example):
-    install(folder, **{**installed, "FCompBat": f'"{windows_path(sample)}"', "FCompFileName": windows_path(c_file)})
+    install(**{**installed, "FCompBat": f'"{windows_path(sample)}"', "FCompFileName": windows_path(c_file)})
     launch(windows_path(example)).press_key("F10")
     wait_until("the program", (folder / "Blink.out").exists)

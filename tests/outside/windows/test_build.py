@@ -77,7 +77,7 @@ def test_a_build_of_a_new_document_asks_for_its_name(launch, folder, installed):
 
 
 def test_without_a_compiler_setting_nothing_is_built(launch, folder, installed, example):
-    install(folder, FHelp=installed["FHelp"], FCompBat=installed["FCompBat"])
+    install(FHelp=installed["FHelp"], FCompBat=installed["FCompBat"])
     program = launch(windows_path(example), wait=False)
     program.dialog().press("OK")
     program.wait_main()
@@ -89,7 +89,7 @@ def test_without_a_compiler_setting_nothing_is_built(launch, folder, installed, 
 
 
 def test_a_c_file_that_cannot_be_written_is_reported(launch, folder, installed, example):
-    install(folder, **{**installed, "FCompFileName": windows_path(folder / "missing" / "program.c")})
+    install(**{**installed, "FCompFileName": windows_path(folder / "missing" / "program.c")})
     program = launch(windows_path(example))
     program.press_key("F10")
     box = program.dialog()
@@ -97,7 +97,7 @@ def test_a_c_file_that_cannot_be_written_is_reported(launch, folder, installed, 
 
 
 def test_a_batch_file_that_cannot_be_started_gives_no_message(launch, folder, installed, example):
-    install(folder, **{**installed, "FCompBat": windows_path(folder / "missing.bat")})
+    install(**{**installed, "FCompBat": windows_path(folder / "missing.bat")})
     program = launch(windows_path(example))
     program.press_key("F10")
     wait_until("the C file", (folder / "program.c").exists)
@@ -109,7 +109,7 @@ def test_a_batch_file_that_cannot_be_started_gives_no_message(launch, folder, in
 
 def test_what_compiles_is_started_with_a_maximised_window(launch, folder, installed, example):
     style = folder / "style.txt"
-    install(folder, **{**installed, "FCompBat": f'{windows_path(os.environ["WINDOW_PROBE"])} {windows_path(style)}'})
+    install(**{**installed, "FCompBat": f'{windows_path(os.environ["WINDOW_PROBE"])} {windows_path(style)}'})
     program = launch(windows_path(example))
     program.press_key("F10")
     wait_until("the started program's answer", style.exists)
@@ -118,7 +118,7 @@ def test_what_compiles_is_started_with_a_maximised_window(launch, folder, instal
 
 def test_the_kits_batch_file_makes_a_program_that_runs(launch, folder, installed, example):
     """The whole way, with a real compiler, which is on the PATH."""
-    install(folder, **{**installed, "FCompBat": windows_path(f"{ROOT}/kit/compile.bat")})
+    install(**{**installed, "FCompBat": windows_path(f"{ROOT}/kit/compile.bat")})
     program = launch(windows_path(example))
     program.press_key("F10")
     wait_complete(program)

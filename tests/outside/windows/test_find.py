@@ -22,7 +22,7 @@ def in_bar(program, control):
 def test_all_of_a_text_is_replaced_and_a_line_gone_to(launch, folder, installed, example, resolution, language,
                                                       percent):
     resolution(96 * percent // 100)
-    install(folder, **installed, Language=language)
+    install(**installed, Language=language)
     program = launch(windows_path(example))
     program.click_item("SetLamp")
     program.click_pane()

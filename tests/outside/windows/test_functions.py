@@ -113,7 +113,7 @@ def test_f4_deletes_the_function_when_that_is_confirmed(launch, installed, examp
 
 
 def test_the_question_before_deleting_is_wide_enough_for_its_caption(launch, folder, installed, example):
-    install(folder, **installed, Language=1)
+    install(**installed, Language=1)
     program = launch(windows_path(example))
     program.click_item("SetLamp")
     program.press_key("F4")

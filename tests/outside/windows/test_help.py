@@ -20,7 +20,7 @@ def test_the_hot_keys_are_listed(launch, installed):
 
 @pytest.mark.parametrize("language, menu", [(0, "Help"), (1, "Hilfe")])
 def test_no_line_of_the_hot_keys_is_broken(launch, folder, installed, language, menu):
-    install(folder, **installed, Language=language)
+    install(**installed, Language=language)
     program = launch()
     program.choose(menu, "Hot Keys")
     box = program.dialog()
@@ -92,7 +92,7 @@ def html_help(program):
 @pytest.fixture
 def compiled_help(folder, installed):
     """A program that has its real help file."""
-    install(folder, **{**installed, "FHelp": windows_path(f"{ROOT}/build/release/help/Tessaly-en.chm")})
+    install(**{**installed, "FHelp": windows_path(f"{ROOT}/build/release/help/Tessaly-en.chm")})
 
 
 def test_a_compiled_help_file_has_a_window_beside_the_program(launch, compiled_help, example):
@@ -118,7 +118,7 @@ def test_the_program_ends_also_while_its_help_is_open(launch, compiled_help, exa
 def test_after_a_help_file_that_cannot_be_shown_the_program_is_usable(launch, probe, folder, installed, example, name):
     if name.startswith("broken"):
         (folder / name).write_bytes(b"no help file\r\n")
-    install(folder, **{**installed, "FHelp": windows_path(folder / name)})
+    install(**{**installed, "FHelp": windows_path(folder / name)})
     program = launch(windows_path(example))
     known = {w["window"] for w in probe.ask("windows", 0)}
     program.press_key("F1")

@@ -21,7 +21,7 @@ def leave_menus(program):
                                            (1, "alt+d"), (1, "alt+c"), (1, "alt+s"), (1, "alt+h")])
 def test_alt_and_a_letter_opens_a_menu_and_esc_gives_the_keyboard_back(launch, folder, installed, example, language,
                                                                        key):
-    install(folder, **installed, Language=language)
+    install(**installed, Language=language)
     program = launch(windows_path(example))
     program.click_item("SetLamp")
     program.click_pane()
@@ -36,7 +36,7 @@ def test_alt_and_a_letter_opens_a_menu_and_esc_gives_the_keyboard_back(launch, f
                                                    (0, ("alt+f", "a"), "Save Program Source File As"),
                                                    (1, ("alt+d", "u"), "Programmquelldatei speichern unter")])
 def test_the_letter_of_an_item_chooses_it(launch, folder, installed, example, language, keys, title):
-    install(folder, **installed, Language=language)
+    install(**installed, Language=language)
     program = launch(windows_path(example))
     program.bring()
     program.keys(keys[0])

@@ -58,7 +58,7 @@ def test_a_message_in_the_panel_is_shown_again_in_the_other_language(launch, ins
 
 
 def test_the_language_is_written_without_access_rights_and_so_stays_as_it_was(launch, folder, installed):
-    install(folder, **installed, Language=0)
+    install(**installed, Language=0)
     program = launch()
     program.choose("Language", "German")
     wait_until("German", lambda: program.text(TREE_LABEL) == "Ereignistypauswahl")
@@ -69,7 +69,7 @@ def test_the_language_is_written_without_access_rights_and_so_stays_as_it_was(la
 
 
 def test_the_save_question_is_german_in_german(launch, folder, installed, example):
-    install(folder, **installed, Language=1)
+    install(**installed, Language=1)
     program = launch(windows_path(example))
     program.edit("Referenzen" if "Referenzen" in program.tree_texts() else "References", "/* x */")
     program.choose("Datei", "Programmquelldatei neu")
@@ -80,7 +80,7 @@ def test_the_save_question_is_german_in_german(launch, folder, installed, exampl
 
 
 def test_the_german_file_menu_obeys_its_umlaut(launch, folder, installed, german_keyboard):
-    install(folder, **installed, Language=1)
+    install(**installed, Language=1)
     program = launch()
     program.choose("Datei", "Programmquelldatei öffnen")
     assert program.dialog().control(0x480, 0x47C)

@@ -51,7 +51,7 @@ def wait_for_both(folder):
 
 @pytest.mark.parametrize("language", [0, 1])
 def test_mistakes_are_mended_by_keys(launch, folder, installed, wrong, compiler, language):
-    install(folder, **{**installed, "FCompBat": compiler, "Language": language})
+    install(**{**installed, "FCompBat": compiler, "Language": language})
     program = launch(windows_path(wrong))
     program.choose(*BUILD[language])
     window = messages(program)
@@ -79,7 +79,7 @@ def test_mistakes_are_mended_by_keys(launch, folder, installed, wrong, compiler,
 def test_on_a_small_screen_it_lies_neither_over_the_tree_nor_over_the_status_bar(
         launch, folder, installed, wrong, compiler, resolution):
     resolution(192)
-    install(folder, **{**installed, "FCompBat": compiler})
+    install(**{**installed, "FCompBat": compiler})
     program = launch(windows_path(wrong))
     on_display = program.probe.ask("focus", program.main)["display"]
     for width, height, left, top in [(600, 300, 300, 220), (900, 520, 150, 160), (1270, 770, 0, 0)]:
@@ -120,7 +120,7 @@ def double_click(rect):
 
 
 def test_a_double_click_leads_to_the_line_with_the_keyboard(launch, folder, installed, wrong, compiler):
-    install(folder, **{**installed, "FCompBat": compiler})
+    install(**{**installed, "FCompBat": compiler})
     program = launch(windows_path(wrong))
     program.choose(*BUILD[0])
     window = messages(program)["window"]
@@ -179,7 +179,7 @@ class Mending:
 def fixture_mending(launch, folder, installed, broken, resolution):
     def start(language, percent):
         resolution(96 * percent // 100)
-        install(folder, **{**installed, "FCompBat": windows_path(ROOT / "kit/compile.bat"), "Language": language})
+        install(**{**installed, "FCompBat": windows_path(ROOT / "kit/compile.bat"), "Language": language})
         return Mending(launch(windows_path(broken)), language)
     return start
 

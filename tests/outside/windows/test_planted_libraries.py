@@ -32,7 +32,7 @@ def planted(folder):
 
 
 def test_no_library_is_taken_from_the_program_s_folder_or_the_current_one(launch, folder, installed, planted, example):
-    install(folder, **{**installed, "FHelp": windows_path(f"{ROOT}/build/release/help/Tessaly-en.chm")})
+    install(**{**installed, "FHelp": windows_path(f"{ROOT}/build/release/help/Tessaly-en.chm")})
     program = launch(windows_path(example), **planted)
     program.choose("File", "Open Program Source File")
     program.dialog().press("Cancel")

@@ -56,7 +56,7 @@ def test_after_a_kill(launch, program, example):
 def test_after_a_kill_in_german(launch, folder, installed, program, example):
     wait_until("the copy", is_copied)
     program.kill()
-    install(folder, **installed, Language=1)
+    install(**installed, Language=1)
     comes_back(launch, example, "Wiederherstellung", ("Datei", "Programmquelldatei speichern"))
 
 

@@ -67,7 +67,7 @@ def open_blink(launch, example):
 
 @pytest.mark.parametrize("language", ["en", "de"])
 def test_pictures_of_all_windows(launch, folder, installed, example, language):
-    install(folder, **installed, Language=["en", "de"].index(language))
+    install(**installed, Language=["en", "de"].index(language))
     program = open_blink(launch, example)
     shown(program, f"{language}-main", 20)
     if (language, BITS) == ("en", "32"):
@@ -133,7 +133,7 @@ def choose_group(program, language, *names):
 @pytest.mark.parametrize("language", [0, 1])
 def test_the_picture_of_the_window_in_the_help(launch, folder, installed, example, language):
     """No larger than it must be."""
-    install(folder, **installed, Language=language)
+    install(**installed, Language=language)
     program = open_blink(launch, example)
     choose_group(program, language, "Functions", "Funktionen")
     program.click_item("ChangePace")
@@ -153,7 +153,7 @@ def test_the_picture_of_the_messages_in_the_help(launch, folder, installed, exam
         assert text.count(line) == 1
         text = text.replace(line, line.replace(b";", b"", 1))
     pathlib.Path(example).write_bytes(text)
-    install(folder, **{**installed, "FCompBat": f'"{windows_path(ROOT / "kit/compile.bat")}"', "Language": language})
+    install(**{**installed, "FCompBat": f'"{windows_path(ROOT / "kit/compile.bat")}"', "Language": language})
     program = open_blink(launch, example)
     choose_group(program, language, "Events", "Ereignisse")
     program.press_key("F10")

@@ -12,7 +12,7 @@ EMPTY_TREE = ["References", "Functions", "Events", "  OnError()", "  OnFrame()",
 
 
 def test_without_settings_one_message_comes_and_the_window_is_usable(launch, folder):
-    install(folder)
+    install()
     program = launch(wait=False)
     box = program.dialog()
     assert (box.caption, box.text(), box.buttons()) == ("Error", CORRUPTED, ["OK"])
@@ -38,13 +38,13 @@ def test_with_settings_the_window_comes_up_empty_and_in_english(launch, installe
 
 @pytest.mark.parametrize("missing", ["FCompBat", "FCompFileName", "FHelp"])
 def test_each_missing_setting_is_complained_about(launch, folder, installed, missing):
-    install(folder, **{name: value for name, value in installed.items() if name != missing})
+    install(**{name: value for name, value in installed.items() if name != missing})
     program = launch(wait=False)
     assert program.dialog().text() == CORRUPTED
 
 
 def test_language_one_gives_a_german_window_and_a_german_message(launch, folder):
-    install(folder, Language=1)
+    install(Language=1)
     program = launch(wait=False)
     box = program.dialog()
     assert box.caption == "Fehler"
@@ -58,7 +58,7 @@ def test_language_one_gives_a_german_window_and_a_german_message(launch, folder)
 
 
 def test_a_language_stored_as_text_works_like_the_number(launch, folder, installed):
-    install(folder, **installed, Language="1")
+    install(**installed, Language="1")
     assert launch().text(TREE_LABEL) == "Ereignistypauswahl"
 
 

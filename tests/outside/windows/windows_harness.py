@@ -8,7 +8,7 @@ import json
 import os
 import subprocess
 
-from harness import KEY, PATIENCE, click, run, settings_text, wait_until, windows_path, wine_command, xdotool
+from harness import KEY, PATIENCE, click, run, wait_until, windows_path, wine_command, xdotool
 
 EXE = os.environ["TESSALY_EXE"]
 
@@ -34,10 +34,11 @@ def import_registry(text, folder):
     assert probe().ask("status", process) == 0
 
 
-def install(folder, **settings):
+def install(**settings):
     """Leaves exactly these settings in the registry; without any not even the key."""
-    values = settings_text(**settings).split("\r\n", 2)[2] if settings else ""
-    import_registry(f"[-{KEY}]\r\n\r\n{values}", folder)
+    values = [word for name, value in settings.items()
+              for word in (name, "number" if isinstance(value, int) else "text", value)]
+    assert probe().ask("registry", KEY.removeprefix("HKEY_LOCAL_MACHINE\\"), *values)
 
 
 class Probe:

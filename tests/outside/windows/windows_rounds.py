@@ -16,7 +16,7 @@ class WindowsRounds(Rounds):
         super().__init__(folder, recovery_folder(), seed)
         batch = folder / "batch.bat"
         batch.write_text(f"@echo built>>{windows_path(self.built)}\r\n")
-        install(folder, FCompBat=windows_path(batch), FCompFileName=windows_path(folder / "program.c"),
+        install(FCompBat=windows_path(batch), FCompFileName=windows_path(folder / "program.c"),
                 FHelp=windows_path(folder))
         self.display = Display()
         self.is_left = False  # the last click into an item
