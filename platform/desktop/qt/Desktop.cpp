@@ -36,7 +36,7 @@ Desktop::Desktop(const std::string& commandLine, const Environment& environment,
     app.onSendF1 = [this] { window.SendKey(Qt::Key_F1); };
     app.onShowHelp = [this](const std::string& path) {
         if (!help) {
-            help = std::make_unique<HelpWindow>();
+            help = std::make_unique<HelpWindow>(window.windowIcon());
         }
         help->Show(path);
     };

@@ -3,6 +3,7 @@
 
 #include "platform/desktop/qt/Text.h"
 
+#include <QScreen>
 #include <QShortcut>
 #include <QUrl>
 
@@ -14,8 +15,10 @@ constexpr QSize HelpSize(820, 680);
 
 } // namespace
 
-HelpWindow::HelpWindow() {
-    mText.resize(HelpSize);
+HelpWindow::HelpWindow(const QIcon& icon) {
+    constexpr double most = 0.9; // of the screen: it has a frame, too
+    mText.resize(HelpSize.boundedTo(mText.screen()->availableSize() * most));
+    mText.setWindowIcon(icon);
     mText.setOpenExternalLinks(true);
     const auto* const escape = new QShortcut(QKeySequence(QKeySequence::Cancel), &mText); // the window's own
     QObject::connect(escape, &QShortcut::activated, &mText, &QWidget::close);

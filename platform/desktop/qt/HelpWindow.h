@@ -1,6 +1,7 @@
 // Shows the help where the system has no browser for it. It blocks nothing and stays until the user closes it.
 #pragma once
 
+#include <QIcon>
 #include <QTextBrowser>
 #include <string>
 
@@ -8,7 +9,7 @@ namespace tessaly::qt {
 
 class HelpWindow {
 public:
-    HelpWindow();
+    explicit HelpWindow(const QIcon& icon);
 
     // Shows the HTML file `path` and comes to the front.
     void Show(const std::string& path);

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QScreen>
 #include <QTest>
 #include <QTextDocumentFragment>
 #include <QTimer>
@@ -174,6 +175,15 @@ TEST_F(QtDesktopTest, OnlyHtmlThatABrowserTakesIsLeftToTheSystem) {
     }
     user.Qt().app.helpFile = user.FilePath("page.pdf");
     EXPECT_FALSE(isShownBy("editor.desktop\n"));
+}
+
+TEST_F(QtDesktopTest, TheWindowOfTheHelpFitsOnTheScreenAndHasTheIcon) {
+    user.Qt().app.onShowHelp(user.FilePath("page.html"));
+    const QWidget& help = user.Qt().help->Widget();
+    const QSize screen = help.screen()->availableSize();
+    EXPECT_LT(help.width(), screen.width());
+    EXPECT_LT(help.height(), screen.height());
+    EXPECT_FALSE(help.windowIcon().isNull());
 }
 
 TEST_F(QtDesktopTest, WhatAProcessWritesComesIntoTheFileThatIsFollowed) {
