@@ -8,6 +8,7 @@
 #include <QCloseEvent>
 #include <QFontDatabase>
 #include <QHeaderView>
+#include <QMenu>
 #include <QScreen>
 #include <QStyle>
 #include <QTextCursor>
@@ -168,8 +169,15 @@ void MessagesWindow::MoveTo(const Extent& place) {
     setGeometry(whole.marginsRemoved(Frame()));
 }
 
-// No window manager gives the keyboard back everywhere.
+// Qt closes an open menu when a window comes, so this one waits. No window manager gives the keyboard back everywhere.
 void MessagesWindow::ShowFrame(bool isVisible) {
+    const auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    if (menu != nullptr && isVisible) {
+        const auto goOn = [this] { ShowFrame(IsVisible()); };
+        connect(
+            menu, &QMenu::aboutToHide, this, [this, goOn] { Post(*this, goOn); }, Qt::SingleShotConnection);
+        return;
+    }
     const bool hadKeyboard = isActiveWindow();
     setVisible(isVisible);
     if (hadKeyboard && !isVisible) {

@@ -191,6 +191,17 @@ def test_a_click_in_the_main_window_does_not_cover_it(start, wrong):
     assert [int(each, 16) for each in re.findall("0x[0-9a-f]+", stacked)][-2:] == [int(main), int(window)]
 
 
+def test_a_menu_stays_open_when_they_come(start, home, wrong, picture):
+    program = start(wrong)
+    program.go_to_references()
+    menu = program.come_up(lambda: program.key("shift+F10"))  # which builds, too
+    wait_for_both(home)
+    picture("menu-before-messages")
+    assert menu in program.windows() and not program.windows(f"^{TITLES[0]}$")
+    program.key("Escape")
+    messages(program)
+
+
 def test_a_compiler_gone_wild_disturbs_nothing(start, home, wrong):
     """300,000 lines with colours and control characters, the last one half a line."""
     compiler = home / "wild.sh"
