@@ -1,5 +1,6 @@
 // In the document some characters stand as others, so that every text comes back as it was: those that Qt would make a
 // paragraph of as lone surrogates, which no valid text has; control characters as their pictures; these as surrogates.
+#include "platform/desktop/Flagged.h"
 #include "platform/desktop/Tint.h"
 #include "platform/desktop/qt/Keys.h"
 #include "platform/desktop/qt/MenuItem.h"
@@ -296,6 +297,11 @@ void PlainTextEdit::changeEvent(QEvent* event) {
     } else if (event->type() == QEvent::FontChange) {
         LayOutMargin();
     }
+}
+
+void PlainTextEdit::inputMethodEvent(QInputMethodEvent* event) {
+    const Flagged composing(mIsComposing);
+    QPlainTextEdit::inputMethodEvent(event);
 }
 
 // A click with Ctrl is told when it is over: by then it has selected nothing.

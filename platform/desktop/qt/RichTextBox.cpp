@@ -34,6 +34,19 @@ void CheckMemory(const QString& text) {
                                      seen * static_cast<std::size_t>(longest)));
 }
 
+// Leaves what differs, no half of a character. The answer: how much is gone in front of it.
+qsizetype TakeOffSame(QString& one, QString& other) {
+    qsizetype front = std::mismatch(one.begin(), one.end(), other.begin(), other.end()).first - one.begin();
+    front -= front > 0 && one[front - 1].isHighSurrogate() ? 1 : 0;
+    one.remove(0, front);
+    other.remove(0, front);
+    qsizetype back = std::mismatch(one.rbegin(), one.rend(), other.rbegin(), other.rend()).first - one.rbegin();
+    back -= back > 0 && one[one.size() - back].isLowSurrogate() ? 1 : 0;
+    one.chop(back);
+    other.chop(back);
+    return front;
+}
+
 } // namespace
 
 RichTextBox::RichTextBox(Window& window) : Control(window, mEdit), mEdit(&window.Area(), Marks(), *this) {
@@ -240,8 +253,14 @@ void RichTextBox::FollowChange(int position, int added) {
     QString now = cursor.selectedText();
     now.replace(QChar(QChar::ParagraphSeparator), LineFeed);
     const qsizetype gone = mBefore.size() - Length() + count;
-    const QString before = mBefore.mid(position, gone);
+    QString before = mBefore.mid(position, gone);
     mBefore.replace(position, gone, now);
+    if (mEdit.IsComposing()) {
+        position += static_cast<int>(TakeOffSame(before, now));
+        if (before.isEmpty() && now.isEmpty()) {
+            return;
+        }
+    }
     NoteEdit(static_cast<std::size_t>(position), FromDocument(before).toStdU16String(),
              FromDocument(now).toStdU16String());
     mIsChanged = true;

@@ -42,6 +42,9 @@ public:
     std::function<void()> onCtrlClick;
     std::function<void(int delta)> onCtrlWheel;
 
+    // While an input method is at work Qt tells of a change of all of the line, whatever there is.
+    bool IsComposing() const { return mIsComposing; }
+
     // Lays out what is in view, so that the scroll bar below the text goes as far as that.
     void LayOutView();
 
@@ -71,6 +74,7 @@ public:
 protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
@@ -94,6 +98,7 @@ private:
     QFont mFont;
     Margin mMargin;
     bool mIsGrey = false;
+    bool mIsComposing = false;
 };
 
 class RichTextBox final : public Control<tessaly::RichTextBox> {

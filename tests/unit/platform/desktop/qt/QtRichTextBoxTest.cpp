@@ -6,6 +6,7 @@
 #include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QInputMethodEvent>
 #include <QMimeData>
 #include <QTextBlock>
 #include <QTextLayout>
@@ -60,6 +61,41 @@ std::vector<std::string> Told(QWidget& editor) {
         }
     }
     return told;
+}
+
+TEST_F(QtRichTextBoxTest, WhatAnInputMethodComposesIsTextOnceItIsDone) {
+    Edit("a\nb", 1);
+    int changes = 0;
+    Pane().onChange = [&changes] { ++changes; };
+    const auto compose = [this](const QString& shown, const QString& done) {
+        QInputMethodEvent event(shown, {});
+        event.setCommitString(done);
+        QCoreApplication::sendEvent(&Editor(), &event);
+        user.Settle();
+    };
+    const QString smile = QString::fromUtf8("\xF0\x9F\x98\x80");
+    compose(smile, {});
+    compose(smile + smile, {});
+    compose({}, {});
+    EXPECT_EQ(Pane().Text(), "a\nb");
+    EXPECT_FALSE(Pane().CanUndo());
+    EXPECT_EQ(changes, 0);
+    for (int times = 0; times < 2; ++times) {
+        compose(smile, {});
+        compose({}, smile);
+    }
+    EXPECT_EQ(Pane().Text(), "a" + smile.toStdString() + smile.toStdString() + "\nb");
+    EXPECT_EQ(changes, 2);
+    user.Undo();
+    EXPECT_EQ(Pane().Text(), "a\nb");
+    EXPECT_FALSE(Pane().CanUndo());
+    user.SelectAll();
+    compose({}, QStringLiteral("c"));
+    EXPECT_EQ(Pane().Text(), "c");
+    while (Pane().CanUndo()) {
+        user.Undo();
+    }
+    EXPECT_EQ(Pane().Text(), "a\nb");
 }
 
 TEST_F(QtRichTextBoxTest, AScreenReaderIsToldWhatIsMarkedInTheText) {
