@@ -4,8 +4,10 @@ The script that runs the tests sets the variables that are read here. Wine's are
 $TESSALY_WINE_PREFIX.
 """
 
+import functools
 import os
 import pathlib
+import re
 import shlex
 import shutil
 import subprocess
@@ -160,8 +162,8 @@ class WineShell:
 
     def run(self, *words, stdin=b"", env=None, cwd=None):
         """Runs a program to its end; `env` has changes of the variables."""
-        changes = [word for name, value in (env or {}).items()
-                   for word in (["-u", name] if value is None else [f"{name}={value}"])]
+        changes = [f"--unset={name}" if value is None else f"{name}={value}" for name, value in (env or {}).items()]
+        changes.sort(reverse=True, key=lambda change: change.startswith("-"))
         command = (f'timeout {2 * PATIENCE} env {shlex.join(changes)} "$WINELOADER" '
                    f"{shlex.join(map(str, words))}")
         with tempfile.TemporaryDirectory() as folder:
@@ -186,16 +188,41 @@ def wine(*arguments, input=b"", env=None, cwd=None):
     return SHELLS.own.run(*arguments, stdin=input, env=env, cwd=cwd)
 
 
-def keep_wine():
-    """Keeps Wine running, whose start takes longer than most programs, until the input of what is returned ends."""
-    keeper = subprocess.Popen(wine_command("cmd", "/q"), stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
-                              stderr=subprocess.DEVNULL)
-    wine("cmd", "/c", "exit")  # so that what only a second program starts is there, too
-    return keeper
+class WindowsShell:
+    """A running cmd.exe. It keeps Wine running, whose start takes longer than most programs, and can start programs
+    when a PATH in the registry is too long for Wine to start anything else."""
+
+    def __init__(self):
+        self.process = subprocess.Popen(wine_command("cmd", "/q"), stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                                        stderr=subprocess.DEVNULL)
+        self.run("ver")
+        wine("cmd", "/c", "exit")  # so that what only a second program starts is there, too
+
+    def run(self, *words):
+        """Runs a program to its end; the status is 0 or 1."""
+        # Wine's cmd reads a line at a time only when no other is there yet.
+        line = " ".join(f'"{word}"' for word in words) + " & if errorlevel 1 (echo #1#) else echo #0#\r\n"
+        self.process.stdin.write(line.encode("cp437"))
+        self.process.stdin.flush()
+        output = []
+        while not output or not re.search(rb"#[01]# *\r\n$", output[-1]):
+            output.append(self.process.stdout.readline())
+            assert output[-1], f"cmd.exe ended at {words}"
+        return subprocess.CompletedProcess(words, int(output[-1].strip(b"# \r\n")), b"".join(output[:-1]))
+
+    def end(self):
+        self.process.stdin.close()
+        self.process.wait(timeout=PATIENCE)
+
+
+@functools.cache
+def windows_shell():
+    """The one of this run."""
+    return WindowsShell()
 
 
 def reg(*arguments):
-    return wine("reg", *arguments)
+    return windows_shell().run("reg", *arguments)
 
 
 def registry_value(key, name=None):

@@ -1,13 +1,12 @@
 """Keeps Wine running between the calls of a psf.exe."""
 
-import contextlib
-
 import pytest
-from harness import keep_wine
+from harness import windows_shell
 from psf_harness import IS_EXE
 
 
 @pytest.fixture(scope="session", autouse=True)
 def windows():
-    with keep_wine() if IS_EXE else contextlib.nullcontext():
-        yield
+    yield IS_EXE and windows_shell()
+    if IS_EXE:
+        windows_shell().end()

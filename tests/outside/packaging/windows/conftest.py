@@ -1,10 +1,10 @@
 """One Wine for the whole run: its start costs more than most tests."""
 
 import pytest
-from harness import keep_wine
+from harness import windows_shell
 
 
 @pytest.fixture(scope="session", autouse=True)
 def windows():
-    with keep_wine():
-        yield
+    yield windows_shell()
+    windows_shell().end()
