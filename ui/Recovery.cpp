@@ -1,6 +1,7 @@
 // Copies of what is not saved, made on events, and the way back from them. All of this stands beside the commands: a
 // failure in here changes nothing of what they do.
 #include "document/Members.h"
+#include "recovery/Differences.h"
 #include "ui/Command.h"
 #include "ui/VornMainFrm.h"
 
@@ -178,6 +179,24 @@ void VornMainFrm::GoOnWith(const Copy& copy) {
     StatusPanel2 = "";
     mMessages.Forget();
     SelectMember(origin.item, static_cast<std::size_t>(origin.caret));
+    Attempt([&] { NoteEditedSince(origin.path); });
+}
+
+// Of a file that is gone, or cannot be loaded any more, all is unsaved.
+void VornMainFrm::NoteEditedSince(const std::string& fileName) {
+    const std::unique_ptr<VornSrcObj> saved = NewDocument();
+    if (fileName.empty()) {
+        saved->Init();
+    } else {
+        saved->LoadFile(fileName);
+    }
+    for (const std::string& member : DifferingMembers(*mSourceDoc, *saved)) {
+        const TreeItem item = ItemOf(member);
+        if (member == ReferencesName || mCodeTree.Parent(item) != TreeItem::None) {
+            mEditedItems.insert(item);
+        }
+    }
+    ShowEdited(true);
 }
 
 void VornMainFrm::SelectMember(const std::string& member, std::size_t caret) {

@@ -169,6 +169,7 @@ private:
     void OfferBeside();
     void Offer(const Copy& copy);
     void GoOnWith(const Copy& copy);
+    void NoteEditedSince(const std::string& fileName);
     void SelectMember(const std::string& member, std::size_t caret);
     TreeItem ItemOf(const std::string& member) const;
 

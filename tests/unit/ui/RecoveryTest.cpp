@@ -416,6 +416,37 @@ TEST_F(NextStartTest, YesBringsTheWindowBackAsItWas) {
     EXPECT_NE(next->files.contents["a.PSF"].find("/* typed */"), std::string::npos);
 }
 
+TEST_F(NextStartTest, WhatIsNotSavedIsInItalicsAgain) {
+    AddFunction("Added");
+    Type("/* typed */");
+    desktop.tree.Click("Two");
+    desktop.window.BeIdle();
+    StartAgain();
+    for (const std::string_view key : {"_0v", "_0f", "_0e", "One", "Two", "Added", "_0e1", "_0e8"}) {
+        EXPECT_EQ(next->tree.IsItalic(next->tree.Find(key)), key == "One" || key == "Added") << key;
+    }
+    next->menus["mnuSavePSF"].Choose();
+    EXPECT_FALSE(next->tree.IsItalic(next->tree.Find("One")));
+}
+
+TEST_F(NextStartTest, OfAnUntitledDocumentWhatIsNotAsAtFirstIsInItalicsAgain) {
+    Choose("mnuNewPSF");
+    Edit("_0v", "x");
+    desktop.window.BeIdle();
+    StartAgain();
+    EXPECT_TRUE(next->tree.IsItalic(next->tree.Find("_0v")));
+    EXPECT_FALSE(next->tree.IsItalic(next->tree.Find("_0e1")));
+}
+
+TEST_F(NextStartTest, OfAFileThatIsGoneAllIsInItalicsAgain) {
+    Type("/* typed */");
+    desktop.files.contents.erase("a.PSF");
+    StartAgain();
+    for (const std::string_view key : {"One", "Two", "_0e1"}) {
+        EXPECT_TRUE(next->tree.IsItalic(next->tree.Find(key))) << key;
+    }
+}
+
 TEST_F(NextStartTest, ReferencesAreSelectedAgain) {
     ExpectSelectedAgain("_0v");
 }
