@@ -54,6 +54,7 @@ std::optional<std::string> FileDialog::Ask(Kind kind, const FileDialogSettings& 
     if (!settings.fileName.empty()) {
         dialog.selectFile(ToQt(settings.fileName));
     }
+    dialog.resize(SizeOnScreen(dialog, dialog.size()));
     const QStringList before = dialog.selectedFiles();
     if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
         return FromQt(Chosen(dialog.selectedFiles(), before));

@@ -3,7 +3,6 @@
 
 #include "platform/desktop/qt/Text.h"
 
-#include <QScreen>
 #include <QShortcut>
 #include <QUrl>
 
@@ -16,8 +15,7 @@ constexpr QSize HelpSize(820, 680);
 } // namespace
 
 HelpWindow::HelpWindow(const QIcon& icon) {
-    constexpr double most = 0.9; // of the screen: it has a frame, too
-    mText.resize(HelpSize.boundedTo(mText.screen()->availableSize() * most));
+    mText.resize(SizeOnScreen(mText, HelpSize));
     mText.setWindowIcon(icon);
     mText.setOpenExternalLinks(true);
     const auto* const escape = new QShortcut(QKeySequence(QKeySequence::Cancel), &mText); // the window's own

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <QLabel>
+#include <QScreen>
+#include <QSize>
 #include <QString>
 #include <cmath>
 #include <functional>
@@ -27,6 +29,12 @@ inline int ToPixels(float twips) {
 
 inline float ToTwips(int pixels) {
     return static_cast<float>(pixels) * TwipsInPixel;
+}
+
+// As much of this size as a window can have on its screen, where it has a frame, too.
+inline QSize SizeOnScreen(const QWidget& window, const QSize& size) {
+    constexpr double most = 0.9;
+    return size.boundedTo(window.screen()->availableSize() * most);
 }
 
 // A tool tip with this text. Plain text would be markup where it looks like some.

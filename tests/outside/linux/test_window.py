@@ -1,6 +1,7 @@
 """What a user does with the window, from outside: keys in, files out."""
 
 import os
+import re
 import resource
 import shutil
 import signal
@@ -154,6 +155,15 @@ def test_about_stands_in_the_middle_and_goes_at_a_key_and_a_left_click(start):
     click(*owner)
     wait_until("the end of the About box at a click", lambda: about not in program.windows())
     program.wait_for("Tessaly")
+
+
+def test_at_200_percent_the_file_dialog_is_on_the_screen(start, block):
+    program = start(block, QT_SCALE_FACTOR="2")
+    program.wait_for("Tessaly")
+    dialog = program.come_up(lambda: program.key("ctrl+o"))
+    told = run("xwininfo", "-id", dialog, text=True).stdout
+    top, height = (int(re.search(rf"{what}: *(-?\d+)", told)[1]) for what in ("Absolute upper-left Y", "Height"))
+    assert 0 <= top and top + height <= 800
 
 
 def test_without_a_browser_the_help_has_a_window_of_its_own(home, opener, start, picture):
