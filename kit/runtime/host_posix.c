@@ -4,10 +4,56 @@
 #ifndef _WIN32
 
 #include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
 #include <time.h>
+
+#ifdef __linux__
+#include <sys/uio.h>
+
+/* Where the linker lets the code of the program end, and all of it. */
+extern char _etext[];
+extern char _end[];
+
+#define CALL(name)                                                                                                     \
+    { #name, (void (*)(void))(name) }
+
+/* The calls that no script can be run without and that the generated C file does not declare. A block may have others
+ * as variables and never notice. */
+static const struct {
+    const char* name;
+    void (*code)(void);
+} needed[] = {
+    CALL(clock_gettime), CALL(memchr),  CALL(memcmp), CALL(memcpy),  CALL(memset), CALL(strchr),
+    CALL(strcmp),        CALL(strcspn), CALL(strlen), CALL(strncmp), CALL(strspn),
+};
+
+/* A global variable of the block takes the place of a call of that name, and the linker does not mind. It lies behind
+ * the code. What is said must not need such a call. */
+static void refuse_variables(void) {
+    static char before[] = "the global variable \"";
+    static char after[] = "\" has the name of a function of the C library that the runtime needs: rename it\n";
+    for (size_t i = 0; i < sizeof needed / sizeof needed[0]; ++i) {
+        uintptr_t at = (uintptr_t)needed[i].code;
+        if (at < (uintptr_t)_etext || at >= (uintptr_t)_end)
+            continue;
+        size_t length = 0;
+        while (needed[i].name[length] != '\0')
+            ++length;
+        const struct iovec parts[] = {
+            {before, sizeof before - 1}, {(void*)needed[i].name, length}, {after, sizeof after - 1}};
+        ssize_t written = writev(2, parts, 3);
+        (void)written;
+        _Exit(1);
+    }
+}
+#else
+static void refuse_variables(void) {}
+#endif
 
 /* What a handler prints is out before it crashes, also what it prints by itself. */
 void kit_host_start(void) {
+    refuse_variables();
     setvbuf(stdout, NULL, _IONBF, 0);
 }
 

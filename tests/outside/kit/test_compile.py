@@ -303,6 +303,23 @@ def test_a_block_may_have_them_in_a_header_of_its_own(block):
     assert play(block / "a.out", "key a\n") == ("2\n", "")
 
 
+@pytest.mark.parametrize("flags", ["", "-no-pie -fno-pie", "-fsanitize=address"])
+@pytest.mark.parametrize("name", ["strlen", "clock_gettime", "memset", "strspn"])
+@pytest.mark.parametrize("compiler", compilers())
+def test_a_variable_in_the_place_of_a_library_call_is_named(block, compiler, name, flags):
+    source = generated({}, f"int {name};\r\n").replace(b"#include <string.h>\r\n", b"")
+    (block / "block.c").write_bytes(source)
+    result = compile_with(block / "settings.reg", block / "a.out", env={"CC": compiler, "CFLAGS": flags})
+    if compiler == "clang" and name != "clock_gettime":  # it knows these by itself
+        assert result.returncode == 1 and f"redefinition of '{name}'" in result.stderr
+        return
+    assert result.returncode == 0
+    result = run(block / "a.out", input=b"start\n")
+    assert (result.returncode, result.stdout) == (1, b"")
+    assert result.stderr.decode() == (f'the global variable "{name}" has the name of a function of the C library'
+                                      " that the runtime needs: rename it\n")
+
+
 @pytest.mark.parametrize("compiler", compilers())
 def test_what_is_wrong_beside_a_name_of_its_own_is_said_alone(block, compiler):
     (block / "block.c").write_bytes(generated({"OnStart": "nonsense;"}, "int Now = 5;\r\n"))
