@@ -5,6 +5,7 @@
 #include "platform/text/Utf16.h"
 
 #include <algorithm>
+#include <tuple>
 #include <unordered_set>
 
 namespace tessaly {
@@ -40,12 +41,13 @@ Fit FitOf(std::string_view name, std::string_view typed) {
 
 struct Candidate {
     Fit fit = Fit::None;
+    bool isOthers = false; // not of the document
     const CName* name = nullptr;
 };
 
 bool ComesFirst(const Candidate& a, const Candidate& b) {
-    if (a.fit != b.fit) {
-        return a.fit < b.fit;
+    if (a.fit != b.fit || a.isOthers != b.isOthers) {
+        return std::tie(a.fit, a.isOthers) < std::tie(b.fit, b.isOthers);
     }
     const LessIgnoringCase less;
     const std::string& one = a.name->name;
@@ -56,11 +58,13 @@ bool ComesFirst(const Candidate& a, const Candidate& b) {
 std::vector<const CName*> Fitting(const KnownNames& names, std::string_view typed, const NameContext& context) {
     std::vector<Candidate> candidates;
     std::unordered_set<std::string_view> seen;
-    for (const auto& some : names) {
-        for (const CName& name : some) {
+    constexpr std::size_t others = 2;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const bool isOthers = i + others >= names.size();
+        for (const CName& name : names[i]) {
             const Fit fit = context.Fits(name) ? FitOf(name.name, typed) : Fit::None;
             if (fit != Fit::None && seen.insert(name.name).second) {
-                candidates.push_back({fit, &name});
+                candidates.push_back({fit, isOthers, &name});
             }
         }
     }

@@ -13,7 +13,8 @@
 
 namespace tessaly {
 
-// Of two names that are alike the first is meant. What holds them must outlive all that refers to them.
+// Of two names that are alike the first is meant. The last two are what headers declare and the words of C, all in
+// front of them is the document's. What holds them must outlive all that refers to them.
 using KnownNames = std::vector<std::span<const CName>>;
 
 // The words of C itself. They have no declaration.
