@@ -4,10 +4,7 @@ import pathlib
 
 import pytest
 from harness import ROOT, screenshot, wait_until, windows_path, xdotool
-from windows_harness import CODE_TREE, FUNC_BODY, STATUS_BAR, install
-
-ROWS = 402
-BUILD = [("Compile", "Build Exe"), ("Compiler", "Exe erstellen")]
+from windows_harness import BUILD, CODE_TREE, FUNC_BODY, STATUS_BAR, install
 
 
 @pytest.fixture(name="wrong")
@@ -21,13 +18,11 @@ def fixture_wrong(folder, example):
 
 
 def messages(program):
-    def shown():
-        return next((w for w in program.windows() if w["class"] == "Messages" and w["visible"]), None)
-    return wait_until("the messages window", shown)
+    return wait_until("the messages window", program.messages)
 
 
-def gone(program):
-    return not any(w["class"] == "Messages" and w["visible"] for w in program.windows())
+def wait_gone(program):
+    wait_until("the end of the messages window", lambda: not program.messages())
 
 
 def overlap(one, other):
@@ -44,9 +39,8 @@ def fixture_compiler(folder):
     return windows_path(file)
 
 
-def wait_for_both(folder):
-    log = folder / "program.c.log"
-    wait_until("both mistakes", lambda: log.exists() and log.read_bytes().count(b"undeclared") == 2)
+def wait_for_both(program):
+    wait_until("both mistakes", lambda: len(program.message_rows()) == 2)
 
 
 @pytest.mark.parametrize("language", [0, 1])
@@ -57,7 +51,7 @@ def test_mistakes_are_mended_by_keys(launch, folder, installed, wrong, compiler,
     window = messages(program)
     for control in (CODE_TREE, FUNC_BODY, STATUS_BAR):
         assert not overlap(window["rect"], program.control(control)["rect"])
-    wait_for_both(folder)
+    wait_for_both(program)
     program.bring()  # it still has the keyboard
     screenshot(ROOT / f"build/screenshots/windows-messages-{language}.png", "-trim", "+repage")
     program.keys("ctrl+j")
@@ -72,12 +66,12 @@ def test_mistakes_are_mended_by_keys(launch, folder, installed, wrong, compiler,
     (folder / "said.txt").write_text("")  # nothing is wrong any more
     program.press_key("F10")
     program.dialog().press("Yes")
-    wait_until("the end of the messages window", lambda: gone(program))
+    wait_gone(program)
     assert b"int one = 1;" in wrong.read_bytes() and b"int two = 2;" in wrong.read_bytes()
 
 
 def test_on_a_small_screen_it_lies_neither_over_the_tree_nor_over_the_status_bar(
-        launch, folder, installed, wrong, compiler, resolution):
+        launch, installed, wrong, compiler, resolution):
     resolution(192)
     install(**{**installed, "FCompBat": compiler})
     program = launch(windows_path(wrong))
@@ -88,7 +82,7 @@ def test_on_a_small_screen_it_lies_neither_over_the_tree_nor_over_the_status_bar
         wait_until("another place", lambda before=before: program.description()["rect"] != before)
         program.press_key("F10")
         window = messages(program)
-        wait_for_both(folder)
+        wait_for_both(program)
         screenshot(ROOT / f"build/screenshots/windows-messages-small-{height}.png")
         left, top, right, bottom = messages(program)["rect"]
         assert bottom - top >= 150 and right - left >= 300
@@ -100,11 +94,7 @@ def test_on_a_small_screen_it_lies_neither_over_the_tree_nor_over_the_status_bar
         program.keys("alt+Tab")
         program.bring(window["window"])
         program.keys("Escape")
-        wait_until("the end of the messages window", lambda: gone(program))
-
-
-def list_of(window, program):
-    return next(c for c in program.probe.ask("children", window) if c["id"] == ROWS)
+        wait_gone(program)
 
 
 def wait_for_pane(program, test):
@@ -119,16 +109,13 @@ def double_click(rect):
     xdotool("mousemove", rect[0] + 5, (rect[1] + rect[3]) // 2, "click", "--repeat", 2, "--delay", 60, 1)
 
 
-def test_a_double_click_leads_to_the_line_with_the_keyboard(launch, folder, installed, wrong, compiler):
+def test_a_double_click_leads_to_the_line_with_the_keyboard(launch, installed, wrong, compiler):
     install(**{**installed, "FCompBat": compiler})
     program = launch(windows_path(wrong))
     program.choose(*BUILD[0])
-    window = messages(program)["window"]
-    wait_for_both(folder)
-    rows = list_of(window, program)
-    wait_until("both rows", lambda: len(program.probe.ask("rows", rows["window"])) == 2)
+    wait_for_both(program)
     for number, begin in [(1, "int two"), (0, "int one")] * 3:
-        double_click(program.probe.ask("rows", rows["window"])[number]["rect"])
+        double_click(program.message_rows()[number]["rect"])
         wait_for_pane(program, lambda text, begin=begin: text.startswith(begin))
         program.keys("a")
         wait_for_pane(program, lambda text, begin=begin: text.startswith(f"{begin} = a"))
@@ -156,20 +143,16 @@ class Mending:
         self.kind = ["Error", "Fehler"][language]
 
     def see_both(self):
-        self.window = messages(self.program)["window"]
-        self.rows = list_of(self.window, self.program)["window"]
-        wait_until(lambda: f"both mistakes in {self.shown()}", lambda: [row["cells"][:3] for row in self.shown()] == [
+        rows = self.program.message_rows
+        wait_until(lambda: f"both mistakes in {rows()}", lambda: [row["cells"][:3] for row in rows()] == [
             [self.kind, "ChangePace", "5"], [self.kind, "OnStart()", "3"]])
         self.program.bring()  # it still has the keyboard
-
-    def shown(self):
-        return self.program.probe.ask("rows", self.rows)
 
     def wait_for(self, text):
         wait_for_pane(self.program, lambda pane: text in pane)
 
     def end(self, block):
-        wait_until("the end of the messages window", lambda: gone(self.program))
+        wait_gone(self.program)
         wait_until("the program block", block.with_suffix(".out").exists)
         text = block.read_bytes()
         assert b"halfPeriod = period;\r\n" in text and b"SetLamp(1);\r\n" in text
@@ -194,7 +177,7 @@ def test_what_a_compiler_finds_is_mended_by_the_keyboard_alone(mending, broken, 
     program.keys("Escape")  # F10 has gone on to the menu bar
     screenshot(ROOT / f"build/screenshots/windows-mistakes-{language}-{percent}.png", "-trim", "+repage")
     program.keys("alt+Tab")
-    program.bring(user.window)
+    program.bring(messages(program)["window"])
     program.keys("Return")
     user.wait_for("halfPeriod = period\r\n")
     program.keys("semicolon")
@@ -220,10 +203,10 @@ def test_what_a_compiler_finds_is_mended_by_the_mouse_alone(mending, broken, lan
     program.click_menu(*BUILD[language])
     user.see_both()
     for row, text in enumerate(["halfPeriod = period", "SetLamp(1)"]):
-        double_click(user.shown()[row]["rect"])
+        double_click(program.message_rows()[row]["rect"])
         user.wait_for(f"{text}\r\n")
         program.click(program.control(FUNC_BODY)["rect"])  # anywhere
-        double_click(user.shown()[row]["rect"])
+        double_click(program.message_rows()[row]["rect"])
         user.wait_for(f"{text}\r\n")
         program.keys("semicolon")
         user.wait_for(f"{text};\r\n")

@@ -16,6 +16,8 @@ EXE = os.environ["TESSALY_EXE"]
 CODE_TREE, TREE_LABEL, FUNC_LABEL, FUNC_BODY, TOOL_BAR, STATUS_BAR = range(101, 107)
 NAME_LABEL, FUNC_VAR_NAME, NAME_OK, NAME_CANCEL = 201, 202, 1, 2
 FILE_NAME = (0x480, 0x47C)  # the box for the name in a file dialog, plain or with a list
+ROWS = 402  # of the messages
+BUILD = [("Compile", "Build Exe"), ("Compiler", "Exe erstellen")]
 WM_CLOSE, WM_COMMAND = 0x10, 0x111
 
 
@@ -276,6 +278,17 @@ class Program:
     def press_button(self, number):
         self.bring()
         self.click(self.buttons()[number - 1]["rect"])
+
+    # What a compiler says
+
+    def messages(self):
+        """The window of the messages, and nothing while it is not shown."""
+        return next((w for w in self.windows() if w["class"] == "Messages" and w["visible"]), None)
+
+    def message_rows(self):
+        window = self.messages()
+        rows = [c for c in self.probe.ask("children", window["window"]) if c["id"] == ROWS] if window else []
+        return self.probe.ask("rows", rows[0]["window"]) if rows else []
 
     # Menus
 
