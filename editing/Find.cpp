@@ -26,27 +26,27 @@ bool IsWholeWord(std::string_view text, std::size_t begin, std::size_t end) {
     return (begin == 0 || !IsInWord(text[begin - 1])) && (end == text.size() || !IsInWord(text[end]));
 }
 
-// Goes through a text once, from line to line.
+// Goes through a text once, from position to position.
 class LineWalk {
 public:
-    explicit LineWalk(std::string_view text) : mText(text), mNextEnd(LineEnd()) {}
+    explicit LineWalk(std::string_view text) : mText(text), mLineEnd(LineLength(text)) {}
 
     Place PlaceAt(std::size_t position) {
-        while (position > mNextEnd) {
-            mLineBegin = mNextEnd + (mText.substr(mNextEnd, 2) == "\r\n" ? 2 : 1);
-            ++mLine;
-            mNextEnd = LineEnd();
+        while (position > mLineEnd) {
+            mAt = mLineEnd + (mText.substr(mLineEnd, 2) == "\r\n" ? 2 : 1);
+            mPlace = {mPlace.line + 1, 0};
+            mLineEnd = mAt + LineLength(mText.substr(mAt));
         }
-        return {mLine, Units(mText.substr(mLineBegin, position - mLineBegin))};
+        mPlace.column += Units(mText.substr(mAt, position - mAt));
+        mAt = position;
+        return mPlace;
     }
 
 private:
-    std::size_t LineEnd() const { return mLineBegin + LineLength(mText.substr(mLineBegin)); }
-
     std::string_view mText;
-    std::size_t mLineBegin = 0;
-    std::size_t mLine = 0;
-    std::size_t mNextEnd;
+    std::size_t mAt = 0;
+    Place mPlace; // of mAt
+    std::size_t mLineEnd;
 };
 
 } // namespace

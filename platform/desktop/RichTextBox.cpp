@@ -247,7 +247,7 @@ void RichTextBox::Describe() {
     }
 }
 
-std::vector<Spot> RichTextBox::SpotsOf(std::size_t line) const {
+std::vector<Spot> RichTextBox::SpotsOf(std::size_t line, const std::function<LineSpan()>& seen) const {
     if (!mFuncBodyAvailable || line >= Count()) {
         return {};
     }
@@ -271,6 +271,11 @@ std::vector<Spot> RichTextBox::SpotsOf(std::size_t line) const {
         };
         add(mCaret.brackets->bracket);
         add(mCaret.brackets->partner.value_or(Place{Count(), 0}));
+    }
+    constexpr std::size_t manySpots = 500;
+    if (spots.size() > manySpots && seen) {
+        const LineSpan columns = seen();
+        std::erase_if(spots, [&](const Spot& spot) { return spot.end < columns.begin || spot.begin > columns.end; });
     }
     return spots;
 }

@@ -159,9 +159,10 @@ public:
     // Where the tab stops are, in twips from the left edge of the text, ascending.
     virtual void SetTabStops(const std::vector<float>& stops) = 0;
 
-    // For the desktop: what is to be set apart, in lines counted from 0.
+    // For the desktop: what is to be set apart, in lines counted from 0. If that is too much to be seen at once, only
+    // what touches the columns that `seen` tells.
     std::size_t CurrentLine() const { return mCaret.line; }
-    std::vector<Spot> SpotsOf(std::size_t line) const;
+    std::vector<Spot> SpotsOf(std::size_t line, const std::function<LineSpan()>& seen = nullptr) const;
 
     bool CanHaveFocus() const override { return mFuncBodyAvailable; }
     void GainFocus() override { Raise(onGotFocus); }

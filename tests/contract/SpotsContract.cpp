@@ -133,6 +133,24 @@ TEST_P(DesktopContract, MatchesAreSetApartUntilTheTextChanges) {
     EXPECT_EQ(user->ColourBehind(10), paper);
 }
 
+// More than can be seen at once are not all looked at.
+TEST_P(DesktopContract, OfManyMatchesInOneLineThoseInViewAreSetApart) {
+    constexpr std::size_t count = 600;
+    constexpr std::size_t distance = 8;
+    std::string text;
+    std::vector<Match> matches;
+    for (std::size_t i = 0; i < count; ++i) {
+        text += "aaaabbbb";
+        matches.push_back({{0, i * distance}, 4});
+    }
+    Edit(text, 0);
+    Pane().SetMatches(matches);
+    for (const std::size_t caret : {distance, distance * count / 2, distance * count}) {
+        Pane().MoveCaret(caret);
+        EXPECT_NE(user->ColourBehind(caret - distance + 2), user->ColourBehind(caret - 2)) << caret;
+    }
+}
+
 TEST_P(DesktopContract, AnUnavailablePaneSetsNothingApart) {
     Edit("(a)  ", 0);
     Pane().SetFuncBodyAvailable(false);

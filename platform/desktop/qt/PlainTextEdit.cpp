@@ -178,7 +178,8 @@ void PlainTextEdit::PaintSpots(const QRect& place) {
             paint(QRectF(0, line.top(), viewport()->width(), line.height()), TintOfCurrentLine(ink, false));
         }
         const QTextLine text = block.layout()->lineAt(0);
-        for (const Spot& spot : SpotsOf(block)) {
+        const auto columnAt = [&](int x) { return static_cast<std::size_t>(text.xToCursor(x - line.left())); };
+        for (const Spot& spot : SpotsOf(block, [&] { return LineSpan{columnAt(0), columnAt(viewport()->width())}; })) {
             const qreal left = text.cursorToX(static_cast<int>(spot.begin));
             const qreal right = text.cursorToX(static_cast<int>(spot.end));
             paint(QRectF(line.left() + left, line.top(), right - left, line.height()), TintOf(spot.kind, ink, false));

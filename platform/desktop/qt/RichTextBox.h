@@ -63,8 +63,8 @@ public:
     void ShowMarks();
 
     // What is set apart in a block, and what is marked in all of them; nothing while it is grey.
-    std::vector<Spot> SpotsOf(const QTextBlock& block) const {
-        return mPane.SpotsOf(static_cast<std::size_t>(block.blockNumber()));
+    std::vector<Spot> SpotsOf(const QTextBlock& block, const std::function<LineSpan()>& seen = nullptr) const {
+        return mPane.SpotsOf(static_cast<std::size_t>(block.blockNumber()), seen);
     }
     std::vector<LineMark> MarksShown() const { return mIsGrey ? std::vector<LineMark>() : mMarks.All(); }
 

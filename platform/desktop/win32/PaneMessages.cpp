@@ -159,7 +159,8 @@ std::optional<LRESULT> RichTextBox::MouseMessage(UINT message, WPARAM wParam, LP
         return std::nullopt;
     }
     TakeKeyboard();
-    const std::size_t position = PositionAt({static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))});
+    const std::size_t position =
+        mFormat.PositionAt({static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))});
     const CHARRANGE selected = SelectedRange();
     const auto character = static_cast<LONG>(position);
     if (message == WM_LBUTTONDOWN || character < selected.cpMin || character >= selected.cpMax) {

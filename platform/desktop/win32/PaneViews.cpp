@@ -211,10 +211,16 @@ void SpotView::PaintLine(HDC target, std::size_t line, const RECT& place) const 
     if (line == mPane.CurrentLine()) {
         Lay(target, place, TintOfCurrentLine(InkColour(), isHighContrast));
     }
-    for (const Spot& spot : mPane.SpotsOf(line)) {
+    const std::size_t start = mLines.Lines().Start(line);
+    const auto columnAt = [&](LONG x) {
+        return std::max(mLines.PositionAt({x, (place.top + place.bottom) / 2}), start) - start;
+    };
+    for (const Spot& spot : mPane.SpotsOf(line, [&] {
+             return LineSpan{columnAt(place.left), columnAt(place.right)};
+         })) {
         RECT spotted = place;
-        spotted.left = mLines.PlaceOf(mLines.Lines().Start(line) + spot.begin).x;
-        spotted.right = mLines.PlaceOf(mLines.Lines().Start(line) + spot.end).x;
+        spotted.left = mLines.PlaceOf(start + spot.begin).x;
+        spotted.right = mLines.PlaceOf(start + spot.end).x;
         Lay(target, spotted, TintOf(spot.kind, InkColour(), isHighContrast));
     }
 }

@@ -99,12 +99,6 @@ RECT RichTextBox::CharacterPlace(tessaly::Place place) const {
     return character;
 }
 
-// What is nearest to it.
-std::size_t RichTextBox::PositionAt(POINT point) const {
-    POINTL wanted = {point.x, point.y};
-    return static_cast<std::size_t>(Send(EM_CHARFROMPOS, 0, reinterpret_cast<LPARAM>(&wanted)));
-}
-
 // Below the caret.
 std::optional<POINT> RichTextBox::MenuPlace() const {
     if (!mFuncBodyAvailable) {
@@ -116,7 +110,7 @@ std::optional<POINT> RichTextBox::MenuPlace() const {
 
 // What is nearest may be far away.
 std::optional<tessaly::Place> RichTextBox::PlaceUnder(POINT point) const {
-    const std::size_t position = PositionAt(point);
+    const std::size_t position = mFormat.PositionAt(point);
     const RECT line = LineOf(position);
     const LONG reach = line.bottom - line.top; // wider than a character
     if (point.y < line.top || point.y >= line.bottom || std::abs(mFormat.PlaceOf(position).x - point.x) > reach) {

@@ -91,7 +91,6 @@ private:
 
     LRESULT EdgeMessage(UINT message, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> MouseMessage(UINT message, WPARAM wParam, LPARAM lParam);
-    std::size_t PositionAt(POINT point) const;
     RECT LineOf(std::size_t position) const;
     LRESULT Key(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT PasteText();

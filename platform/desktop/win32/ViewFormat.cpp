@@ -189,6 +189,11 @@ POINTL ViewFormat::PlaceOf(std::size_t place) const {
     return win32::PlaceOf(mControl, place);
 }
 
+std::size_t ViewFormat::PositionAt(POINT point) const {
+    POINTL wanted = {point.x, point.y};
+    return static_cast<std::size_t>(SendMessageW(mControl, EM_CHARFROMPOS, 0, reinterpret_cast<LPARAM>(&wanted)));
+}
+
 RECT ViewFormat::LineRect(std::size_t place) const {
     const std::size_t line = mLines.LineAt(place);
     return LinesRect(line, line + 1);

@@ -52,6 +52,10 @@ public:
 
     // Where a character or a line stands, in pixels of the client area; far outside where it is scrolled.
     POINTL PlaceOf(std::size_t place) const;
+
+    // The character that is nearest to a point.
+    std::size_t PositionAt(POINT point) const;
+
     LONG TopOf(std::size_t line) const;
 
     // The first line that is seen, and where a line stands.
