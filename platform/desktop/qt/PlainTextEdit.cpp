@@ -179,7 +179,8 @@ void PlainTextEdit::PaintSpots(const QRect& place) {
         }
         const QTextLine text = block.layout()->lineAt(0);
         const auto columnAt = [&](int x) { return static_cast<std::size_t>(text.xToCursor(x - line.left())); };
-        for (const Spot& spot : SpotsOf(block, [&] { return LineSpan{columnAt(0), columnAt(viewport()->width())}; })) {
+        const auto seen = [&] { return LineSpan{columnAt(0), columnAt(viewport()->width())}; };
+        for (const Spot& spot : SpotsOf(block, seen)) {
             const qreal left = text.cursorToX(static_cast<int>(spot.begin));
             const qreal right = text.cursorToX(static_cast<int>(spot.end));
             paint(QRectF(line.left() + left, line.top(), right - left, line.height()), TintOf(spot.kind, ink, false));

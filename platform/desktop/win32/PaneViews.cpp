@@ -215,9 +215,8 @@ void SpotView::PaintLine(HDC target, std::size_t line, const RECT& place) const 
     const auto columnAt = [&](LONG x) {
         return std::max(mLines.PositionAt({x, (place.top + place.bottom) / 2}), start) - start;
     };
-    for (const Spot& spot : mPane.SpotsOf(line, [&] {
-             return LineSpan{columnAt(place.left), columnAt(place.right)};
-         })) {
+    const auto seen = [&] { return LineSpan{columnAt(place.left), columnAt(place.right)}; };
+    for (const Spot& spot : mPane.SpotsOf(line, seen)) {
         RECT spotted = place;
         spotted.left = mLines.PlaceOf(start + spot.begin).x;
         spotted.right = mLines.PlaceOf(start + spot.end).x;
