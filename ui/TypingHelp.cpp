@@ -3,7 +3,9 @@
 
 #include "editing/ParameterHint.h"
 #include "platform/desktop/Window.h"
+#include "platform/text/Ascii.h"
 #include "platform/text/Utf16.h"
+#include "platform/text/Utf8.h"
 
 #include <algorithm>
 #include <utility>
@@ -32,6 +34,28 @@ std::u16string_view LostBeside(std::u16string_view line, std::size_t column, con
     return {};
 }
 
+// The texts one below the other, in lines that fit on any screen.
+std::string InLines(const std::vector<std::string>& texts) {
+    constexpr std::size_t widest = 100; // bytes
+    constexpr std::size_t most = 12;
+    std::string lines;
+    std::size_t count = 0;
+    for (std::string_view rest : texts) {
+        while (!rest.empty()) {
+            std::string_view line = Utf8Front(rest, widest);
+            if (line.size() < rest.size() && line.find(' ', 1) != std::string_view::npos) {
+                line = line.substr(0, line.rfind(' '));
+            }
+            if (count == most) {
+                return lines + "\n\xE2\x80\xA6";
+            }
+            lines.append(count++ == 0 ? "" : "\n").append(line);
+            rest = TrimFront(rest.substr(line.size()));
+        }
+    }
+    return lines;
+}
+
 bool IsMoving(int keyCode) {
     return keyCode >= KeyPageUp && keyCode <= KeyDown;
 }
@@ -43,7 +67,7 @@ TypingHelp::TypingHelp(RichTextBox& pane, Suggestions& suggestions, Known known)
       mSuggestions(suggestions),
       mAsk(std::move(known)) {
     mSuggestions.onPick = [this](std::size_t row) { Accept(row); };
-    mSuggestions.onTip = [this](Place place) { return TipAt(place); };
+    mSuggestions.onTip = [this](std::size_t line, std::optional<std::size_t> column) { return TipAt(line, column); };
 }
 
 bool TypingHelp::TakeKey(const PaneKey& key) {
@@ -133,12 +157,19 @@ void TypingHelp::Close() {
     mCompletion.reset();
 }
 
-// What is lost there, or else the declaration of the name. What is known cannot be asked for anew while it is shown.
-std::string TypingHelp::TipAt(Place place) {
+// What marks say, and below it what is known of the character. That cannot be asked for anew while it is shown.
+std::string TypingHelp::TipAt(std::size_t line, std::optional<std::size_t> column) {
     if (!mPane.FuncBodyAvailable() || mSuggestions.IsListShown() || mSuggestions.IsHintShown() ||
-        place.line >= mPane.Count()) {
+        line >= mPane.Count()) {
         return "";
     }
+    std::string tip = InLines(mPane.MarksSay(line, column));
+    const std::string ofCharacter = column ? TipOfCharacter({line, *column}) : "";
+    return tip + (tip.empty() || ofCharacter.empty() ? "" : "\n") + ofCharacter;
+}
+
+// What is lost there, or else the declaration of the name.
+std::string TypingHelp::TipOfCharacter(Place place) {
     const std::u16string line = mPane.Line(place.line);
     const std::size_t column = std::min(place.column, line.size());
     if (const auto lost = LostBeside(line, column, mPane.SpotsOf(place.line)); !lost.empty()) {

@@ -30,7 +30,8 @@ public:
     void Close();
 
 private:
-    std::string TipAt(Place place);
+    std::string TipAt(std::size_t line, std::optional<std::size_t> column);
+    std::string TipOfCharacter(Place place);
     bool TakeListKey(const PaneKey& key);
     void Open(Place caret);
     void Narrow(Place caret);

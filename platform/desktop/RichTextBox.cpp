@@ -223,16 +223,27 @@ void RichTextBox::LookAtCaret() {
     }
 }
 
+std::vector<std::string> RichTextBox::MarksSay(std::size_t line, std::optional<std::size_t> column) const {
+    std::vector<std::string> texts;
+    for (const LineMark& mark : mFuncBodyAvailable ? mMarks.All() : std::vector<LineMark>()) {
+        const auto isIn = [&mark](std::size_t position) {
+            return mark.begin < mark.end && mark.begin <= position && position <= mark.end;
+        };
+        if (mark.line == line + 1 && (!column || isIn(SpanOf(mark.line).begin + *column))) {
+            texts.push_back(mark.text);
+        }
+    }
+    return texts;
+}
+
 // One character that would be lost stands for all of them.
 void RichTextBox::Describe() {
     std::string description;
     const auto add = [&description](const std::string& text) {
         description += (description.empty() || text.empty() ? "" : "; ") + text;
     };
-    for (const LineMark& mark : mFuncBodyAvailable ? mMarks.All() : std::vector<LineMark>()) {
-        if (mark.line == mCaret.line + 1) {
-            add(mark.text);
-        }
+    for (const std::string& text : MarksSay(mCaret.line)) {
+        add(text);
     }
     const std::vector<Spot> spots = SpotsOf(mCaret.line);
     const auto lost =

@@ -132,6 +132,10 @@ public:
         Describe();
     }
 
+    // What the marks of a line, from 0, say; with a column, only those whose wavy line is there. None while the pane is
+    // unavailable.
+    std::vector<std::string> MarksSay(std::size_t line, std::optional<std::size_t> column = std::nullopt) const;
+
     // Whether a save keeps a character. Others are set apart, as are blanks at the end of a line, the line of the
     // caret, and the bracket beside it with its partner, or another way without one. It is asked when they are drawn.
     std::function<bool(char32_t character)> keeps;

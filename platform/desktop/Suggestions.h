@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -63,8 +64,9 @@ public:
     // Raised when the user clicks a name of the list.
     std::function<void(std::size_t row)> onPick;
 
-    // Asked when the mouse rests on the text of the pane: what a tool tip says of that place, "" for none.
-    std::function<std::string(Place place)> onTip;
+    // Asked when the mouse rests on the text of the pane, or in its margin, where there is no column: what a tool tip
+    // says of that place, in lines that LFs part, "" for none.
+    std::function<std::string(std::size_t line, std::optional<std::size_t> column)> onTip;
 
     // Shows these names, of which there is one at least, and selects the first. They stand below the line of `place` in
     // the pane, from its column on, or above it where there is no room below.
@@ -113,7 +115,9 @@ protected:
             Raise(onPick, row);
         }
     }
-    std::string AskTip(Place place) { return Raise(onTip, place); }
+    std::string AskTip(Place place, bool isMargin) {
+        return Raise(onTip, place.line, isMargin ? std::nullopt : std::optional(place.column));
+    }
     void TellElsewhere() {
         HideList();
         HideHint();

@@ -219,8 +219,11 @@ public:
     // The colour of the paper behind a character in view, which counts as above; any number for each colour.
     virtual std::uint32_t ColourBehind(std::size_t position) = 0;
 
-    // What comes up when the mouse rests on the character at a place of the pane; "" for nothing.
+    // What comes up when the mouse rests on the character at a place of the pane, or in the margin beside a line from
+    // 0;
+    // "" for nothing.
     virtual std::string TipShown(Place place) = 0;
+    virtual std::string MarginTipShown(std::size_t line) = 0;
 
     // The messages window. The keyboard goes there with all that the user does in it.
     virtual SeenMessages Messages() const = 0;

@@ -165,6 +165,22 @@ TEST_P(DesktopContract, ANewTextHasNoMarks) {
     EXPECT_EQ(user->Underlined(), Strings{});
 }
 
+TEST_P(DesktopContract, MarksSayTheirTextsForTheLineAndWhereTheWavyLineIs) {
+    Edit(Poem, 0);
+    Pane().SetLineMarks(std::vector<LineMark>{{2, Mark::Error, 5, 6, "one"}, {2, Mark::Warning, 6, 7, "two"}});
+    const std::size_t begin = 4; // of the line
+    EXPECT_EQ(Pane().MarksSay(1), (Strings{"one", "two"}));
+    EXPECT_EQ(Pane().MarksSay(0), Strings{});
+    EXPECT_EQ(Pane().MarksSay(1, 4 - begin), Strings{});
+    EXPECT_EQ(Pane().MarksSay(1, 5 - begin), Strings{"one"});
+    EXPECT_EQ(Pane().MarksSay(1, 6 - begin), (Strings{"one", "two"}));
+    EXPECT_EQ(Pane().MarksSay(1, 7 - begin), Strings{"two"}) << "what is nearest to the last character";
+    user->SetCaret(4);
+    user->Type("x");
+    EXPECT_EQ(Pane().MarksSay(1, 6 - begin), Strings{}) << "where it was is not known any more";
+    EXPECT_EQ(Pane().MarksSay(1), (Strings{"one", "two"}));
+}
+
 TEST_P(DesktopContract, AScreenReaderIsToldWhatTheMarksOfTheCaretsLineSay) {
     Edit(Poem, 5);
     EXPECT_EQ(user->PaneSaid(), "");

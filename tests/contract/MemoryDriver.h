@@ -93,7 +93,8 @@ public:
     std::vector<std::string> NamesSuggested() override;
     bool IsSuggestionInView(std::size_t row) override { return row == mDesktop.suggestions.SelectedName(); }
     void ClickSuggestion(std::size_t row) override { mDesktop.suggestions.Click(row); }
-    std::string TipShown(Place place) override { return mDesktop.suggestions.TipAt(place); }
+    std::string TipShown(Place place) override { return mDesktop.suggestions.TipAt(place, false); }
+    std::string MarginTipShown(std::size_t line) override { return mDesktop.suggestions.TipAt({line, 0}, true); }
     std::string HintShown() override { return mDesktop.suggestions.Hint().text; }
     std::string PaneSaid() override { return mDesktop.pane.Said(); }
     std::uint32_t ColourBehind(std::size_t position) override { return mDesktop.pane.ColourBehind(position); }

@@ -100,11 +100,13 @@ TEST_P(DesktopContract, WhereTheMouseRestsATipSaysWhatIsAsked) {
     BeginInPane();
     Pane().SetText("first\nsecond");
     events.clear();
-    TheDesktop().NameSuggestions().onTip = [](Place place) {
-        return place.line == 0 ? "" : "T<b> & " + std::to_string(place.line) + ":" + std::to_string(place.column);
+    TheDesktop().NameSuggestions().onTip = [](std::size_t line, std::optional<std::size_t> column) {
+        return line == 0 ? "" : "T<b> &\n" + std::to_string(line) + ":" + (column ? std::to_string(*column) : "margin");
     };
     EXPECT_EQ(user->TipShown({0, 2}), "");
-    EXPECT_EQ(user->TipShown({1, 3}), "T<b> & 1:3");
+    EXPECT_EQ(user->MarginTipShown(0), "");
+    EXPECT_EQ(user->TipShown({1, 3}), "T<b> &\n1:3");
+    EXPECT_EQ(user->MarginTipShown(1), "T<b> &\n1:margin");
     user->Type("a");
     EXPECT_EQ(events, Strings{"change"}) << "the pane keeps the keyboard";
 }

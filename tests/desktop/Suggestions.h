@@ -21,8 +21,8 @@ public:
     }
     void ClickElsewhere() { TellElsewhere(); }
 
-    // The tool tip that the user sees when the mouse rests at a place of the pane's text.
-    std::string TipAt(Place place) { return AskTip(place); }
+    // The tool tip that the user sees when the mouse rests at a place of the pane's text, or in the margin beside it.
+    std::string TipAt(Place place, bool isMargin) { return AskTip(place, isMargin); }
 
     // What the user sees.
     const std::vector<SuggestedName>& Names() const { return mNames; }

@@ -51,6 +51,10 @@ TEST_P(ProgramScenario, TwoMistakesAreFoundByTheirMessagesAndMended) {
     user->Settle();
     EXPECT_EQ(CurrentKey(), "_0e3");
     EXPECT_EQ(user->PaneSaid(), "Error: expected a value; Warning: odd");
+    EXPECT_EQ(user->TipShown({0, 1}), "");
+    EXPECT_EQ(user->MarginTipShown(1), "");
+    EXPECT_EQ(user->TipShown({0, 8}), "Error: expected a value\nWarning: odd");
+    EXPECT_EQ(user->MarginTipShown(0), "Error: expected a value\nWarning: odd");
     user->Type("2");
     EXPECT_TRUE(user->PaneShown().starts_with("int b = 2;\n")) << user->PaneShown();
     user->PressKey('J', Ctrl);

@@ -144,6 +144,27 @@ TEST_P(ProgramScenario, ATipTellsWhatASaveMakesOfACharacter) {
     EXPECT_EQ(user->TipShown({2, 10}), "Die Datei kann dieses Zeichen nicht aufnehmen. Gespeichert wird: ?");
 }
 
+TEST_P(ProgramScenario, ATipSaysWhatMarksSayAndBelowItWhatANameStandsFor) {
+    BeginBesideOthers();
+    user->Paste("Calculate");
+    RichTextBox& pane = TheDesktop().FuncBody();
+    const std::size_t end = pane.CaretPosition();
+    const auto mark = [&](const std::string& text) {
+        pane.SetLineMarks(std::vector<LineMark>{{3, Mark::Error, end - 9, end, text}});
+    };
+    const std::string declaration = "\nlong Calculate(int value)";
+    mark("Error: <b>");
+    EXPECT_EQ(user->TipShown({2, 4}), "Error: <b>" + declaration);
+    mark("a" + std::string(98, 'b') + " c");
+    EXPECT_EQ(user->TipShown({2, 4}), "a" + std::string(98, 'b') + "\nc" + declaration);
+    mark(std::string(1201, 'x'));
+    std::string lines;
+    for (int line = 0; line < 12; ++line) {
+        lines += std::string(100, 'x') + "\n";
+    }
+    EXPECT_EQ(user->TipShown({2, 4}), lines + "\xE2\x80\xA6" + declaration);
+}
+
 TEST_P(ProgramScenario, NothingIsOfferedInCommentsAndLiterals) {
     BeginBesideOthers();
     user->Type("\"Calc\" // Calc");

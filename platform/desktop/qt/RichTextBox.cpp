@@ -106,7 +106,9 @@ std::optional<Place> RichTextBox::PlaceUnder(QPoint point) const {
     const QTextCursor nearest = mEdit.cursorForPosition(point);
     const QRect caret = mEdit.cursorRect(nearest);
     const int reach = mEdit.fontMetrics().horizontalAdvance(u'0');
-    if (!caret.adjusted(-reach, 0, reach, 0).contains(point)) {
+    const bool isInMargin = point.x() < 0;
+    if (point.y() < caret.top() || point.y() > caret.bottom() ||
+        (!isInMargin && std::abs(point.x() - caret.center().x()) > reach)) {
         return std::nullopt;
     }
     return Place{static_cast<std::size_t>(nearest.blockNumber()), static_cast<std::size_t>(nearest.positionInBlock())};

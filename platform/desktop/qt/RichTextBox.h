@@ -117,7 +117,8 @@ public:
     // Of the character at a place, on the screen.
     QRect CharacterPlace(Place place) const;
 
-    // The place of the character that is drawn there, in pixels of the viewport; no value for none.
+    // The place of the character that is drawn there, in pixels of the viewport; no value for none. In the margin that
+    // of the first one in view.
     std::optional<Place> PlaceUnder(QPoint point) const;
 
     PlainTextEdit& Widget() { return mEdit; }

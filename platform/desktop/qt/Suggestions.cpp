@@ -52,13 +52,15 @@ void BeTip(QWidget& widget, QWidget& window) {
 } // namespace
 
 Suggestions::Suggestions(Window& window, RichTextBox& pane) : mWindow(window), mPane(pane) {
+    mPane.Widget().installEventFilter(this); // the margin is in its edge
     mPane.Widget().viewport()->installEventFilter(this);
 }
 
 // A text is shown as it stands, whatever is in it.
 void Suggestions::ShowTip(const QHelpEvent& event) {
-    const std::optional<Place> place = mPane.PlaceUnder(event.pos());
-    const std::string tip = place ? AskTip(*place) : "";
+    const QPoint mouse = mPane.Widget().viewport()->mapFromGlobal(event.globalPos());
+    const std::optional<Place> place = mPane.PlaceUnder(mouse);
+    const std::string tip = place ? AskTip(*place, mouse.x() < 0) : "";
     const QString text = ToolTip(ToQt(tip));
     QToolTip::showText(event.globalPos(), text, mPane.Widget().viewport());
 }
@@ -95,7 +97,7 @@ void Suggestions::MakeHint() {
 }
 
 bool Suggestions::eventFilter(QObject* object, QEvent* event) {
-    if (event->type() == QEvent::ToolTip && object == mPane.Widget().viewport()) {
+    if (event->type() == QEvent::ToolTip && (object == &mPane.Widget() || object == mPane.Widget().viewport())) {
         ShowTip(*static_cast<QHelpEvent*>(event));
         return true;
     }

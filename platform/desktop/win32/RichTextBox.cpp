@@ -110,10 +110,12 @@ std::optional<POINT> RichTextBox::MenuPlace() const {
 
 // What is nearest may be far away.
 std::optional<tessaly::Place> RichTextBox::PlaceUnder(POINT point) const {
-    const std::size_t position = mFormat.PositionAt(point);
+    const bool isInMargin = point.x < 0;
+    const std::size_t position = mFormat.PositionAt({std::max<LONG>(point.x, 0), point.y});
     const RECT line = LineOf(position);
     const LONG reach = line.bottom - line.top; // wider than a character
-    if (point.y < line.top || point.y >= line.bottom || std::abs(mFormat.PlaceOf(position).x - point.x) > reach) {
+    if (point.y < line.top || point.y >= line.bottom ||
+        (!isInMargin && std::abs(mFormat.PlaceOf(position).x - point.x) > reach)) {
         return std::nullopt;
     }
     const std::size_t number = LineAt(position);

@@ -34,7 +34,8 @@ public:
     // Of the character at a place, on the screen.
     RECT CharacterPlace(tessaly::Place place) const;
 
-    // The place of the character that is drawn there, in pixels of the client area; no value for none.
+    // The place of the character that is drawn there, in pixels of the client area; no value for none. In the margin
+    // that of the first one in view.
     std::optional<tessaly::Place> PlaceUnder(POINT point) const;
 
     bool TakesTabKey() const override { return true; }

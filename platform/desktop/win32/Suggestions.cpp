@@ -101,13 +101,17 @@ SIZE HintPopup::Draw(HDC target, bool isMeasured) const {
     HGDIOBJ before = SelectObject(target, CodeFont());
     SIZE all = {Margin, 0};
     for (const std::wstring* const text : {&mFront, &mStrong, &mBack}) {
-        SIZE size = {};
-        GetTextExtentPoint32W(target, text->c_str(), static_cast<int>(text->size()), &size);
+        const auto draw = [&](LONG left, UINT how) {
+            RECT place = {left, Margin, left, Margin};
+            DrawTextW(target, text->c_str(), static_cast<int>(text->size()), &place, DT_NOPREFIX | DT_NOCLIP | how);
+            return SIZE{place.right - place.left, place.bottom - place.top};
+        };
+        const SIZE size = draw(all.cx, DT_CALCRECT);
         if (!isMeasured) {
-            TextOutW(target, all.cx, Margin, text->c_str(), static_cast<int>(text->size()));
+            draw(all.cx, 0);
         }
         if (!isMeasured && text == &mStrong && !mStrong.empty()) { // drawn twice it is bold, and as wide as it was
-            TextOutW(target, all.cx + 1, Margin, text->c_str(), static_cast<int>(text->size()));
+            draw(all.cx + 1, 0);
         }
         all.cx += size.cx;
         all.cy = std::max(all.cy, size.cy);
@@ -161,7 +165,8 @@ bool Suggestions::TakeMessage(const MSG& message) {
 
 // A tip goes as soon as the user does anything. The system tells when the mouse rests.
 void Suggestions::FollowMouse(const MSG& message) {
-    const bool isMove = message.message == WM_MOUSEMOVE;
+    const bool isInEdge = message.message == WM_NCMOUSEMOVE || message.message == WM_NCMOUSEHOVER;
+    const bool isMove = message.message == WM_MOUSEMOVE || message.message == WM_NCMOUSEMOVE;
     const bool isSamePlace = isMove && message.lParam == mTipPlace;
     if (mWindows && mWindows->tip.IsShown() && !isSamePlace &&
         (isMove || IsMousePress(message.message) || message.message == WM_KEYDOWN ||
@@ -172,17 +177,22 @@ void Suggestions::FollowMouse(const MSG& message) {
         return;
     }
     if (isMove) {
-        TRACKMOUSEEVENT track = {sizeof track, TME_HOVER, mPane.Handle(), HOVER_DEFAULT};
+        const DWORD where = isInEdge ? TME_NONCLIENT : 0U;
+        TRACKMOUSEEVENT track = {sizeof track, TME_HOVER | where, mPane.Handle(), HOVER_DEFAULT};
         TrackMouseEvent(&track);
-    } else if (message.message == WM_MOUSEHOVER) {
+    } else if (message.message == WM_MOUSEHOVER || message.message == WM_NCMOUSEHOVER) {
         mTipPlace = message.lParam;
-        ShowTip({static_cast<short>(LOWORD(message.lParam)), static_cast<short>(HIWORD(message.lParam))});
+        POINT mouse = {static_cast<short>(LOWORD(message.lParam)), static_cast<short>(HIWORD(message.lParam))};
+        if (isInEdge) { // in pixels of the screen
+            ScreenToClient(mPane.Handle(), &mouse);
+        }
+        ShowTip(mouse);
     }
 }
 
 void Suggestions::ShowTip(POINT mouse) {
     const std::optional<Place> place = mPane.PlaceUnder(mouse);
-    const std::string tip = place ? AskTip(*place) : "";
+    const std::string tip = place ? AskTip(*place, mouse.x < 0) : "";
     if (!tip.empty()) {
         MakeWindows();
         mWindows->tip.Show({tip, 0, 0}, mPane.CharacterPlace(*place));

@@ -72,6 +72,7 @@ public:
     std::uint32_t ColourBehind(std::size_t position) override;
 
     std::string TipShown(Place place) override;
+    std::string MarginTipShown(std::size_t line) override;
 
     SeenMessages Messages() const override;
     void ClickMessage(std::size_t row) override;
@@ -116,6 +117,7 @@ private:
     std::optional<std::string> Variable(const std::string& name) const;
     void PlaceControls();
     QRect MarginPlace() const; // in the pane
+    std::string TipOver(QWidget& view, const QPoint& screen);
     Mark MarkOf(const QImage& picture) const;
     QWidget& WidgetOf(Control& control) const;
     std::vector<std::pair<Control*, QWidget*>> Widgets() const;

@@ -43,15 +43,24 @@ std::string QtDriver::HintShown() {
     return isShown ? qt::FromQt(QTextDocumentFragment::fromHtml(hint->text()).toPlainText()) : "";
 }
 
-std::string QtDriver::TipShown(Place place) {
-    Settle();
-    QWidget& view = *mDesktop->pane.Widget().viewport();
-    const QRect character = mDesktop->pane.CharacterPlace(place);
-    const QPoint point = view.mapFromGlobal(QPoint(character.left() + 1, character.center().y()));
-    QHelpEvent rest(QEvent::ToolTip, point, view.mapToGlobal(point));
+std::string QtDriver::TipOver(QWidget& view, const QPoint& screen) {
+    QHelpEvent rest(QEvent::ToolTip, view.mapFromGlobal(screen), screen);
     QCoreApplication::sendEvent(&view, &rest);
     Settle();
     return qt::FromQt(QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText());
+}
+
+std::string QtDriver::TipShown(Place place) {
+    Settle();
+    const QRect character = mDesktop->pane.CharacterPlace(place);
+    return TipOver(*mDesktop->pane.Widget().viewport(), {character.left() + 1, character.center().y()});
+}
+
+std::string QtDriver::MarginTipShown(std::size_t line) {
+    Settle();
+    QWidget& pane = mDesktop->pane.Widget();
+    const int middle = mDesktop->pane.CharacterPlace({line, 0}).center().y();
+    return TipOver(pane, {pane.mapToGlobal(MarginPlace().center()).x(), middle});
 }
 
 } // namespace tessaly

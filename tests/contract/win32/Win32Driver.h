@@ -75,6 +75,7 @@ public:
     std::uint32_t ColourBehind(std::size_t position) override;
 
     std::string TipShown(Place place) override;
+    std::string MarginTipShown(std::size_t line) override;
 
     SeenMessages Messages() const override;
     void ClickMessage(std::size_t row) override;
@@ -141,6 +142,7 @@ private:
     void PostMenuKey(WPARAM key, std::ptrdiff_t times = 1);
     std::wstring Shown() const;
     RECT MarginPlace() const;
+    std::string TipNow();
     HWND MessagesFrame() const { return Owned(L"Messages"); }
     HWND Owned(const wchar_t* className) const;
     HWND NameList() const;

@@ -71,6 +71,28 @@ std::string Win32Driver::TipShown(Place place) {
     const LPARAM mouse = MAKELPARAM(character.x + 1, character.y + 3);
     Post(pane, WM_MOUSEMOVE, 0, mouse - 1);
     Post(pane, WM_MOUSEHOVER, 0, mouse);
+    return TipNow();
+}
+
+std::string Win32Driver::MarginTipShown(std::size_t line) {
+    Settle();
+    const HWND pane = Control(win32::ControlId::FuncBody);
+    POINTL character = {};
+    SendMessageW(pane, EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&character), SendMessageW(pane, EM_LINEINDEX, line, 0));
+    RECT outer = {};
+    GetWindowRect(pane, &outer);
+    const RECT margin = MarginPlace();
+    POINT point = {0, character.y + 3};
+    ClientToScreen(pane, &point);
+    point.x = outer.left + (margin.left + margin.right) / 2;
+    const LPARAM mouse = MAKELPARAM(point.x, point.y);
+    const LRESULT hit = SendMessageW(pane, WM_NCHITTEST, 0, mouse);
+    Post(pane, WM_NCMOUSEMOVE, static_cast<WPARAM>(hit), mouse - 1);
+    Post(pane, WM_NCMOUSEHOVER, static_cast<WPARAM>(hit), mouse);
+    return TipNow();
+}
+
+std::string Win32Driver::TipNow() {
     Settle();
     const HWND tip = Owned(L"NameTip");
     return tip != nullptr && IsWindowVisible(tip) != 0 ? win32::ToUtf8(win32::WindowText(tip)) : "";

@@ -121,6 +121,26 @@ def test_a_double_click_leads_to_the_line_with_the_keyboard(launch, installed, w
         wait_for_pane(program, lambda text, begin=begin: text.startswith(f"{begin} = a"))
 
 
+def test_where_the_mouse_rests_on_a_mark_its_message_comes_up(launch, installed, wrong, compiler):
+    install(**{**installed, "FCompBat": compiler})
+    program = launch(windows_path(wrong))
+    program.choose(*BUILD[0])
+    wait_for_both(program)
+    program.bring()
+    program.keys("ctrl+j")
+    wait_until("the references", lambda: program.pane().startswith("int one = x;"))
+    left, top, _, _ = program.control(FUNC_BODY)["rect"]
+
+    def tips():
+        return [w["text"] for w in program.windows() if w["class"] == "NameTip" and w["visible"]]
+
+    xdotool("mousemove", left + 10, top + 8, "mousemove", left + 11, top + 10)
+    wait_until(lambda: f"the message in {tips()}", lambda: tips() == ["Error: 'x' undeclared"])
+    screenshot(ROOT / "build/screenshots/windows-message-tip.png", "-trim", "+repage")
+    xdotool("mousemove", left + 11, top + 60)
+    wait_until("the end of the message", lambda: not tips())
+
+
 # With the kit and a real compiler, which is on the PATH.
 
 @pytest.fixture(name="broken")
