@@ -15,45 +15,41 @@
 extern char _etext[];
 extern char _end[];
 
-#define CALL(name)                                                                                                     \
-    { #name, (void (*)(void))(name) }
-
-/* The calls that no script can be run without and that the generated C file does not declare. A block may have others
- * as variables and never notice. */
-static const struct {
-    const char* name;
-    void (*code)(void);
-} needed[] = {
-    CALL(clock_gettime), CALL(memchr),  CALL(memcmp), CALL(memcpy),  CALL(memset), CALL(strchr),
-    CALL(strcmp),        CALL(strcspn), CALL(strlen), CALL(strncmp), CALL(strspn),
-};
-
-/* A global variable of the block takes the place of a call of that name, and the linker does not mind. It lies behind
- * the code. What is said must not need such a call. */
-static void refuse_variables(void) {
+/* A variable lies behind the code. What is said must not need such a call. */
+void kit_host_refuse_variables(const struct kit_call* calls, size_t count) {
     static char before[] = "the global variable \"";
     static char after[] = "\" has the name of a function of the C library that the runtime needs: rename it\n";
-    for (size_t i = 0; i < sizeof needed / sizeof needed[0]; ++i) {
-        uintptr_t at = (uintptr_t)needed[i].code;
+    for (size_t i = 0; i < count; ++i) {
+        uintptr_t at = (uintptr_t)calls[i].code;
         if (at < (uintptr_t)_etext || at >= (uintptr_t)_end)
             continue;
         size_t length = 0;
-        while (needed[i].name[length] != '\0')
+        while (calls[i].name[length] != '\0')
             ++length;
         const struct iovec parts[] = {
-            {before, sizeof before - 1}, {(void*)needed[i].name, length}, {after, sizeof after - 1}};
+            {before, sizeof before - 1}, {(void*)calls[i].name, length}, {after, sizeof after - 1}};
         ssize_t written = writev(2, parts, 3);
         (void)written;
         _Exit(1);
     }
 }
 #else
-static void refuse_variables(void) {}
+void kit_host_refuse_variables(const struct kit_call* calls, size_t count) {
+    (void)calls;
+    (void)count;
+}
 #endif
+
+/* The calls that no script can be run without and that the generated C file does not declare. A block may have others
+ * as variables and never notice. */
+static const struct kit_call needed[] = {
+    KIT_CALL(clock_gettime), KIT_CALL(memchr),  KIT_CALL(memcmp), KIT_CALL(memcpy),  KIT_CALL(memset), KIT_CALL(strchr),
+    KIT_CALL(strcmp),        KIT_CALL(strcspn), KIT_CALL(strlen), KIT_CALL(strncmp), KIT_CALL(strspn),
+};
 
 /* What a handler prints is out before it crashes, also what it prints by itself. */
 void kit_host_start(void) {
-    refuse_variables();
+    kit_host_refuse_variables(needed, sizeof needed / sizeof needed[0]);
     setvbuf(stdout, NULL, _IONBF, 0);
 }
 

@@ -19,11 +19,13 @@
 
 #include <errno.h>
 #include <fcntl.h>
+#include <net/if.h>
 #include <poll.h>
 #include <signal.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+#include <sys/socket.h>
 #include <termios.h>
 #include <time.h>
 #include <unistd.h>
@@ -200,7 +202,21 @@ static void finish_serial(void) {
         write_serial();
 }
 
+/* What a run needs with a terminal and devices, and no other one. */
+static const struct kit_call needed_live[] = {
+    KIT_CALL(bind),         KIT_CALL(cfmakeraw),      KIT_CALL(close),
+    KIT_CALL(getpgrp),      KIT_CALL(isatty),         KIT_CALL(memmove),
+    KIT_CALL(open),         KIT_CALL(poll),           KIT_CALL(ppoll),
+    KIT_CALL(raise),        KIT_CALL(read),           KIT_CALL(setsockopt),
+    KIT_CALL(sigaction),    KIT_CALL(sigaddset),      KIT_CALL(sigaltstack),
+    KIT_CALL(sigemptyset),  KIT_CALL(signal),         KIT_CALL(sigprocmask),
+    KIT_CALL(socket),       KIT_CALL(strerror),       KIT_CALL(tcgetattr),
+    KIT_CALL(tcgetpgrp),    KIT_CALL(tcsetattr),      KIT_CALL(write),
+    KIT_CALL(if_nameindex), KIT_CALL(if_nametoindex), KIT_CALL(if_freenameindex),
+};
+
 int kit_live_run(const char* serial_port) {
+    kit_host_refuse_variables(needed_live, sizeof needed_live / sizeof needed_live[0]);
     struct timespec wall = {0, 0};
     kit_verdict_place("<live>", 0);
     kit_sent_pause();

@@ -314,3 +314,13 @@ def test_frames_pass_between_the_block_and_an_interface(terminal, vcan):
         assert (identifier, length, flags & 3, data[:12]) == (0x301, 12, 1, bytes(range(12)))
     window.press(b"\x03")
     assert window.end() == 0
+
+
+@pytest.mark.parametrize("name", ["signal", "read", "open", "socket"])
+def test_a_variable_in_the_place_of_a_call_that_only_live_needs_is_named(tmp_path, name):
+    block = build(tmp_path, generated({"OnStart": 'Print("start\\n");'}, f"int {name};\r\n"))
+    result = run(block, "--live", stdin=subprocess.DEVNULL)
+    assert (result.returncode, result.stdout) == (1, b"")
+    assert result.stderr.decode() == (f'the global variable "{name}" has the name of a function of the C library'
+                                      " that the runtime needs: rename it\n")
+    assert run(block, input=b"start\n").stdout == b"start\n"
