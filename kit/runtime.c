@@ -3,6 +3,7 @@
 #ifdef __linux__
 #define _GNU_SOURCE
 #endif
+#include "runtime/calls.c"
 #include "runtime/channel.c"
 #include "runtime/clock.c"
 #include "runtime/expectation.c"

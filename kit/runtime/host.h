@@ -3,23 +3,18 @@
 #ifndef KIT_HOST_H
 #define KIT_HOST_H
 
+#include <stdbool.h>
 #include <stddef.h>
 #include <stdint.h>
 
 /* Makes the standard streams pass bytes on as they are, in UTF-8 where a console shows or reads them. */
 void kit_host_start(void);
 
-/* A call of the C library. */
-struct kit_call {
-    const char* name;
-    void (*code)(void);
-};
-#define KIT_CALL(name)                                                                                                 \
-    { #name, (void (*)(void))(name) }
+/* Whether a variable of the program lies there, not code. False where the system does not tell. */
+bool kit_host_is_variable(void (*code)(void));
 
-/* A global variable of the block takes the place of a call of that name, and the linker does not mind. On Linux this
- * says so of the first of these calls that is one, and ends the program with 1. */
-void kit_host_refuse_variables(const struct kit_call* calls, size_t count);
+/* Writes to the standard error without the C library. */
+void kit_host_say(const char* text, size_t length);
 
 /* Microseconds on a clock that nobody sets. */
 int64_t kit_host_now(void);

@@ -23,6 +23,17 @@ static void restore_console(void) {
         SetConsoleOutputCP(output_page);
 }
 
+bool kit_host_is_variable(void (*code)(void)) {
+    static const DWORD is_code = PAGE_EXECUTE | PAGE_EXECUTE_READ | PAGE_EXECUTE_READWRITE | PAGE_EXECUTE_WRITECOPY;
+    MEMORY_BASIC_INFORMATION where;
+    return VirtualQuery((LPCVOID)(UINT_PTR)code, &where, sizeof where) != 0 && (where.Protect & is_code) == 0;
+}
+
+void kit_host_say(const char* text, size_t length) {
+    DWORD written = 0;
+    WriteFile(GetStdHandle(STD_ERROR_HANDLE), text, (DWORD)length, &written, NULL);
+}
+
 /* What a handler prints by itself waits in a buffer: without one, each character would be written alone. */
 static LONG WINAPI write_all(EXCEPTION_POINTERS* crash) {
     (void)crash;

@@ -8,6 +8,7 @@
 
 #ifdef __linux__
 
+#include "calls.h"
 #include "clock.h"
 #include "host.h"
 #include "keyboard.h"
@@ -203,7 +204,7 @@ static void finish_serial(void) {
 }
 
 /* What a run needs with a terminal and devices, and no other one. */
-static const struct kit_call needed_live[] = {
+static const Call needed_live[] = {
     KIT_CALL(bind),         KIT_CALL(cfmakeraw),      KIT_CALL(close),
     KIT_CALL(getpgrp),      KIT_CALL(isatty),         KIT_CALL(memmove),
     KIT_CALL(open),         KIT_CALL(poll),           KIT_CALL(ppoll),
@@ -216,7 +217,7 @@ static const struct kit_call needed_live[] = {
 };
 
 int kit_live_run(const char* serial_port) {
-    kit_host_refuse_variables(needed_live, sizeof needed_live / sizeof needed_live[0]);
+    kit_calls_check(needed_live, sizeof needed_live / sizeof needed_live[0]);
     struct timespec wall = {0, 0};
     kit_verdict_place("<live>", 0);
     kit_sent_pause();

@@ -1,5 +1,6 @@
 /* The command line of a program block, and the loop that plays a script to its handlers.
  * A line is run before the next one is read, and its output flushed: a script can be typed in. */
+#include "calls.h"
 #include "channel.h"
 #include "clock.h"
 #include "host.h"
@@ -116,6 +117,7 @@ static void open_script(const char* name) {
 void initialize(int argc, char* argv[]) {
     const char* name = NULL;
     bool options = true;
+    kit_calls_check_needed();
     kit_host_start();
     if (argc > 0)
         program = argv[0];

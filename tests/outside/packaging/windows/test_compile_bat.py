@@ -293,6 +293,16 @@ def test_a_wrong_call_of_the_kits_own_is_said_as_such(folder):
     assert (status, "too many arguments" in text, "implicit" in text) == (1, True, False)
 
 
+@pytest.mark.parametrize("value", ["", " = 1"])
+def test_a_variable_in_the_place_of_a_library_call_is_named(folder, value):
+    (folder / "program.c").write_bytes(generated({}, f"int signal{value};\r\n"))
+    assert compile_to(windows_path(folder / "block.out")) == (0, "")
+    result = wine(windows_path(folder / "block.out"), input=b"start\n")
+    assert (result.returncode, result.stdout) == (1, b"")
+    assert result.stderr.decode() == ('the global variable "signal" has the name of a function of the C library'
+                                      " that the runtime needs: rename it\n")
+
+
 # Expectations and the verdict
 
 def test_what_a_script_expects_is_looked_at_and_strict_ends_at_a_wrong_line(folder):
