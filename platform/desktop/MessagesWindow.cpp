@@ -163,6 +163,14 @@ bool MessagesWindow::TellKey(int keyCode, int shift) {
     return mOwner.TellKey(keyCode, shift);
 }
 
+std::optional<std::string> MessagesWindow::CopiedBy(int keyCode, int shift) const {
+    if (keyCode != 'C' || shift != 2 || mPage != Page::Messages || mRows.empty()) {
+        return std::nullopt;
+    }
+    const auto& [kind, place, line, text] = mRows[mSelected].cells;
+    return kind + "\t" + place + "\t" + line + "\t" + text;
+}
+
 void MessagesWindow::TellDoubleClick(std::size_t row) {
     TellSelected(row);
     Go(mSelected);

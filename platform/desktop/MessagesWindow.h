@@ -41,8 +41,9 @@ public:
     MessagesWindow& operator=(const MessagesWindow&) = delete;
     virtual ~MessagesWindow();
 
-    // Raised when the user goes where a row leads: by Enter or a double click. Every other key but Esc, which hides the
-    // window, also is one of the main window's onKeyDown.
+    // Raised when the user goes where a row leads: by Enter or a double click. Ctrl+C copies the cells of the selected
+    // row, with tabs between them, and Esc hides the window. Every other key also is one of the main window's
+    // onKeyDown.
     std::function<void(std::size_t row)> onGo;
 
     // Puts this in place of what it holds. Of rows one is always selected, and in view: the first, or as long as it is
@@ -107,6 +108,9 @@ protected:
 
     // The keyboard does not come along, and goes back to the main window if it is here.
     virtual void ShowFrame(bool isVisible) = 0;
+
+    // What a key puts on the clipboard. Such a key is not told, and no control gets it. No value for all others.
+    std::optional<std::string> CopiedBy(int keyCode, int shift) const;
 
     // The user did this. A key is told before a control gets it, and is done with when this returns true.
     bool TellKey(int keyCode, int shift);

@@ -103,6 +103,39 @@ TEST_P(DesktopContract, TheArrowKeysMoveTheSelectionOfRows) {
     EXPECT_EQ(Messages().Selected(), 1U);
 }
 
+TEST_P(DesktopContract, CtrlCCopiesTheCellsOfTheSelectedRow) {
+    Edit("", 0);
+    ShowRows({Row("one"), Row("<b>two</b> & \xC3\xA4")});
+    const auto pasted = [this] {
+        Pane().SetText("");
+        Pane().Do(RichTextBox::Clip::Paste);
+        return Pane().Text();
+    };
+    user->ClickMessage(1);
+    user->PressKeyInMessages('C', 2);
+    EXPECT_EQ(pasted(), "Error\tOnKey()\t3\t<b>two</b> & \xC3\xA4");
+    user->ClickMessage(0);
+    user->PressKeyInMessages('C', 3);
+    EXPECT_EQ(pasted(), "Error\tOnKey()\t3\t<b>two</b> & \xC3\xA4") << "with Shift it is another key";
+    user->PressKeyInMessages('C', 2);
+    EXPECT_EQ(pasted(), "Error\tOnKey()\t3\tone");
+    Messages().SetRows({});
+    user->PressKeyInMessages('C', 2);
+    EXPECT_EQ(pasted(), "Error\tOnKey()\t3\tone") << "there is no row";
+}
+
+TEST_P(DesktopContract, CtrlCBehindAPageThatTheUserTurnedCopiesNoRow) {
+    Edit("", 0);
+    ShowRows({Row("one"), Row("two")});
+    user->PressKeyInMessages('C', 2);
+    user->ClickMessage(1);
+    user->PressKeyInMessages(KeyTab, 2);
+    ASSERT_EQ(Seen().pages, (Strings{"Messages", "Output \xC3\xA4*"}));
+    user->PressKeyInMessages('C', 2);
+    Pane().Do(RichTextBox::Clip::Paste);
+    EXPECT_EQ(Pane().Text(), "Error\tOnKey()\t3\tone");
+}
+
 TEST_P(DesktopContract, KeysOfTheMessagesWindowAreTheMainWindowsAsWell) {
     ShowRows({Row("one")});
     Record();

@@ -44,6 +44,7 @@ protected:
         mFocus.isWithMessages = false;
         mFocus.controls.focus.MovedTo(*this);
     }
+    std::string& Clipboard() { return mFocus.clipboard; }
     void CheckReachable(std::string_view action) const { mFocus.CheckReachable(action); }
     void CheckVisible(std::string_view action) const {
         CheckReachable(action);

@@ -46,6 +46,7 @@ public:
     }
 
     Controls& controls;
+    std::string clipboard; // of all windows
 
 private:
     int mBlocks = 0;

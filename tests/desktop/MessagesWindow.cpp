@@ -1,6 +1,7 @@
 // What a user does in the messages window.
 #include "tests/desktop/MessagesWindow.h"
 
+#include "tests/desktop/Keys.h"
 #include "tests/desktop/TestFailure.h"
 
 namespace tessaly::memory {
@@ -62,11 +63,20 @@ void MessagesWindow::DoubleClick(std::size_t row) {
     TellDoubleClick(row);
 }
 
-// The arrow keys move the selection.
+// Ctrl with Tab turns the page, and the arrow keys move the selection.
 void MessagesWindow::PressKey(int keyCode, int shift) {
     constexpr int keyUp = 38;
     constexpr int keyDown = 40;
     GoThere("a key");
+    if (const std::optional<std::string> text = CopiedBy(keyCode, shift)) {
+        mFrame.focus.clipboard = *text;
+        return;
+    }
+    if (keyCode == KeyTab && shift == Ctrl) {
+        mPage = mPage == Page::Printed ? Page::Messages : Page::Printed;
+        TellPage(mPage);
+        return;
+    }
     if (TellKey(keyCode, shift) || !HasKeyboard() || mPage == Page::Printed) {
         return;
     }

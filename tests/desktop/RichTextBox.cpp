@@ -137,11 +137,11 @@ void RichTextBox::Do(Clip step) {
     CountCall();
     if (step == Clip::Paste) {
         if (FuncBodyAvailable()) {
-            ReplaceSelection(WithLineFeeds(mClipboard));
+            ReplaceSelection(WithLineFeeds(Clipboard()));
         }
     } else if (mCaret != mAnchor) {
         const std::size_t start = std::min(mCaret, mAnchor);
-        mClipboard = mShown.substr(start, std::max(mCaret, mAnchor) - start);
+        Clipboard() = mShown.substr(start, std::max(mCaret, mAnchor) - start);
         if (step == Clip::Cut) {
             ReplaceSelection("");
         }
@@ -219,7 +219,7 @@ bool RichTextBox::Paste(std::string_view text) {
     if (!TakesInput()) {
         return false;
     }
-    mClipboard = text;
+    Clipboard() = text;
     return TakeKey('V', Ctrl);
 }
 

@@ -94,7 +94,6 @@ private:
     std::size_t mCaret = 0;
     std::size_t mAnchor = 0; // the other end of what is selected
     PaneScroll mScroll;      // there is no screen: nothing else scrolls
-    std::string mClipboard;
     std::string mSaid;
     std::vector<float> mTabStops;
 };

@@ -5,6 +5,7 @@
 #include "platform/desktop/qt/Text.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QCloseEvent>
 #include <QFontDatabase>
 #include <QHeaderView>
@@ -83,7 +84,13 @@ bool MessagesWindow::eventFilter(QObject* object, QEvent* event) {
                        QApplication::activeModalWidget() == nullptr;
     if (isKey) {
         const auto& key = static_cast<const QKeyEvent&>(*event);
-        return TellKey(VirtualKey(key), ShiftState(key.modifiers()));
+        const int keyCode = VirtualKey(key);
+        const int shift = ShiftState(key.modifiers());
+        if (const std::optional<std::string> text = CopiedBy(keyCode, shift)) {
+            QGuiApplication::clipboard()->setText(ToQt(*text));
+            return true;
+        }
+        return TellKey(keyCode, shift);
     }
     return QWidget::eventFilter(object, event);
 }

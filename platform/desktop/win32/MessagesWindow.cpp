@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <optional>
+#include <string>
 #include <utility>
 
 namespace tessaly::win32 {
@@ -52,6 +54,26 @@ bool IsInput(UINT message) {
     const auto isIn = [message](UINT first, UINT last) { return message >= first && message <= last; };
     return isIn(WM_KEYFIRST, WM_KEYLAST) || isIn(WM_LBUTTONDOWN, WM_MOUSELAST) ||
            isIn(WM_NCLBUTTONDOWN, WM_NCMBUTTONDBLCLK);
+}
+
+// The clipboard is another program's for moments, and then keeps what it has.
+void Copy(HWND window, const std::string& text) {
+    const std::wstring units = ToWide(text);
+    Owner<HGLOBAL, &GlobalFree> memory(GlobalAlloc(GMEM_MOVEABLE, (units.size() + 1) * sizeof(wchar_t)));
+    auto* const copied = memory ? static_cast<wchar_t*>(GlobalLock(memory.get())) : nullptr;
+    if (copied == nullptr) {
+        return;
+    }
+    units.copy(copied, units.size());
+    copied[units.size()] = L'\0';
+    GlobalUnlock(memory.get());
+    if (OpenClipboard(window) != 0) {
+        EmptyClipboard();
+        if (SetClipboardData(CF_UNICODETEXT, memory.get()) != nullptr) {
+            static_cast<void>(memory.release()); // the system's from here on
+        }
+        CloseClipboard();
+    }
 }
 
 // In the order of MessageKind.
@@ -224,6 +246,10 @@ bool MessagesWindow::TakeKey(const MSG& message) {
     }
     const auto key = static_cast<int>(message.wParam);
     const int shift = ShiftState();
+    if (const std::optional<std::string> text = CopiedBy(key, shift)) {
+        Copy(Handle(), *text);
+        return true;
+    }
     const bool turnsPage = (shift & 2) != 0 && (key == VK_TAB || key == VK_PRIOR || key == VK_NEXT);
     if (turnsPage) {
         TurnPage();

@@ -154,6 +154,24 @@ def test_a_double_click_and_enter_lead_to_the_line(start, home, wrong):
     build_mended(program, wrong)
 
 
+def test_a_row_is_copied_and_pasted_into_the_pane(start, home, wrong):
+    program = start(wrong)
+    program.wait_for("Tessaly")
+    program.key("F10")
+    window = messages(program)
+    wait_for_both(home)
+    xdotool("mousemove", "--window", window, 60, 54, "click", "--repeat", 2, "--delay", 60, 1)
+    program.wait_for("Tessaly")
+    xdotool("windowactivate", "--sync", window)
+    program.key("Down", "ctrl+c", "Escape")
+    program.wait_for("Tessaly")
+    program.key("ctrl+Home", "ctrl+v", "F10")
+    program.wait_for(SAVE[0])
+    program.key("Return")
+    pasted = b"[GVars]\r\nError\tOnStart()\t1\t"
+    wait_until("the row in the references", lambda: pasted in wrong.read_bytes())
+
+
 def overlap(one, other):
     return one[0] < other[2] and other[0] < one[2] and one[1] < other[3] and other[1] < one[3]
 

@@ -121,6 +121,23 @@ def test_a_double_click_leads_to_the_line_with_the_keyboard(launch, installed, w
         wait_for_pane(program, lambda text, begin=begin: text.startswith(f"{begin} = a"))
 
 
+def test_a_row_is_copied_and_pasted_into_the_pane(launch, installed, wrong, compiler):
+    install(**{**installed, "FCompBat": compiler})
+    program = launch(windows_path(wrong))
+    program.choose(*BUILD[0])
+    wait_for_both(program)
+    double_click(program.message_rows()[0]["rect"])
+    wait_for_pane(program, lambda text: text.startswith("int one"))
+    rect = program.message_rows()[1]["rect"]
+    xdotool("mousemove", rect[0] + 5, (rect[1] + rect[3]) // 2, "click", 1)
+    wait_until("the list to have the keyboard",
+               lambda: program.probe.ask("focus", program.main)["front"] != program.main)
+    program.keys("ctrl+c", "Escape")
+    wait_for_pane(program, lambda text: text.startswith("int one"))
+    program.keys("ctrl+Home", "ctrl+v")
+    wait_for_pane(program, lambda text: text.startswith("Error\tOnStart()\t1\t'y' undeclared"))
+
+
 def test_where_the_mouse_rests_on_a_mark_its_message_comes_up(launch, installed, wrong, compiler):
     install(**{**installed, "FCompBat": compiler})
     program = launch(windows_path(wrong))
