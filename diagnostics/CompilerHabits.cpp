@@ -2,6 +2,7 @@
 #include "diagnostics/CompilerHabits.h"
 
 #include "diagnostics/MessageForms.h"
+#include "platform/text/Ascii.h"
 
 #include <algorithm>
 #include <array>

@@ -33,8 +33,7 @@ std::string NormalPath(std::string_view path) {
     std::vector<std::string_view> parts;
     const bool absolute = path.starts_with('/');
     while (!path.empty()) {
-        const std::string_view part = path.substr(0, path.find('/'));
-        path.remove_prefix(std::min(part.size() + 1, path.size()));
+        const std::string_view part = TakeLine(path, '/');
         const bool up = part == "..";
         if (up && !parts.empty() && parts.back() != "..") {
             parts.pop_back();

@@ -61,13 +61,6 @@ bool ReadWords(std::string_view line, FilePosition& position) {
 
 } // namespace
 
-std::string_view TakeLine(std::string_view& output) {
-    const std::size_t end = std::min(output.find('\n'), output.size());
-    const std::string_view line = output.substr(0, end);
-    output.remove_prefix(std::min(end + 1, output.size()));
-    return line;
-}
-
 bool ReadNumbers(std::string_view line, FilePosition& position) {
     const bool parenthesis = HasAt(line, position.end, '(');
     if (!parenthesis && !HasAt(line, position.end, ':')) {

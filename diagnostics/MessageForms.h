@@ -19,9 +19,6 @@ struct FilePosition {
     bool isQuoted = false;
 };
 
-// Takes the first line off `output`, without its LF.
-std::string_view TakeLine(std::string_view& output);
-
 // Reads ":LINE", ":LINE:COL", "(LINE)" or "(LINE,COL)" at `position.end`, and moves that behind it. False when it is
 // not there.
 bool ReadNumbers(std::string_view line, FilePosition& position);

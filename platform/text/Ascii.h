@@ -87,6 +87,13 @@ constexpr std::string_view TakeDigits(std::string_view& text) {
     return digits;
 }
 
+// Takes what stands in front of the first `end` off `text`, all of it without one, and then that; returns the former.
+constexpr std::string_view TakeLine(std::string_view& text, char end = '\n') {
+    const std::string_view line = text.substr(0, text.find(end));
+    text.remove_prefix(std::min(line.size() + 1, text.size()));
+    return line;
+}
+
 // How much of the text stands in front of its first CR or LF; all of it without one. Quicker than find_first_of.
 constexpr std::size_t LineLength(std::string_view text) {
     std::size_t length = 0;

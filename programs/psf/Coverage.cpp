@@ -217,8 +217,7 @@ void CoverageJob::Read() {
     std::map<std::string_view, MemberCoverage> found;
     bool isCFile = false;
     for (std::string_view rest = mPrinted; !rest.empty();) {
-        std::string_view line = rest.substr(0, rest.find('\n'));
-        rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+        std::string_view line = TakeLine(rest);
         line.remove_suffix(line.ends_with('\r') ? 1 : 0); // on Windows
         if (const std::size_t source = line.find(":Source:"); source != std::string_view::npos && !ReadCount(line)) {
             isCFile = NameOfFile(std::string(line.substr(source + 8))) == name;

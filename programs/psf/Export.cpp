@@ -126,9 +126,7 @@ public:
         const std::string order = ReadRaw(std::string(OrderName));
         std::string_view rest = order;
         while (!rest.empty()) {
-            const std::size_t end = std::min(rest.find('\n'), rest.size());
-            AddFunction(document, TrimBack(rest.substr(0, end), "\r"));
-            rest.remove_prefix(std::min(end + 1, rest.size()));
+            AddFunction(document, TrimBack(TakeLine(rest), "\r"));
         }
         for (std::int32_t i = 0; i < EventCount; ++i) {
             const std::string name(EventTable[static_cast<std::size_t>(i)].name);

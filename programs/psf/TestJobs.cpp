@@ -3,6 +3,7 @@
 
 #include "diagnostics/RewriteMessages.h"
 #include "platform/system/Environment.h"
+#include "platform/text/Ascii.h"
 #include "programs/psf/base/Printable.h"
 
 #include <algorithm>
@@ -26,13 +27,8 @@ std::string Quotes(const std::string& argument) {
 }
 
 std::string_view TakeLineOf(std::string_view& text) {
-    const std::size_t end = std::min(text.find('\n'), text.size());
-    std::string_view line = text.substr(0, end);
-    text.remove_prefix(std::min(end + 1, text.size()));
-    if (line.ends_with('\r')) {
-        line.remove_suffix(1);
-    }
-    return line;
+    const std::string_view line = TakeLine(text);
+    return line.substr(0, line.size() - (line.ends_with('\r') ? 1 : 0));
 }
 
 // Appends a line to others.
@@ -134,7 +130,7 @@ bool CaseJob::Start(bool /*mayWait*/) {
             [this](std::string_view piece) { mResult.errors += piece; });
         return true;
     }
-    End();
+    mBlock.Ended();
     return true;
 }
 
@@ -159,7 +155,7 @@ bool CaseJob::HasEnded() {
     }
     mProgram.reset();
     mResult.errors = Mapped(mBlock.build.Map(), mBlock.build.File(), mResult.errors);
-    End();
+    mBlock.Ended();
     return true;
 }
 
@@ -240,10 +236,6 @@ void CaseJob::Compare() {
         }
         return;
     }
-}
-
-void CaseJob::End() {
-    mBlock.Ended();
 }
 
 int CaseJob::Tell() {

@@ -67,7 +67,6 @@ private:
     void Judge(const ProcessResult& ended);
     bool ReadMessages(std::string_view mark);
     void Compare();
-    void End();
 
     Session& mSession;
     TestBlock& mBlock;

@@ -1,6 +1,7 @@
 // What a program has printed may be anything, and endless: it is cleaned, and cut to its end.
 #include "programs/psf/TestReport.h"
 
+#include "platform/text/Ascii.h"
 #include "platform/text/Utf8.h"
 #include "programs/psf/base/Json.h"
 #include "programs/psf/base/Paths.h"
@@ -45,9 +46,7 @@ std::string YamlString(std::string_view text) {
 std::string WithFront(std::string_view front, const std::string& lines) {
     std::string text;
     for (std::string_view rest = lines; !rest.empty();) {
-        const std::size_t end = std::min(rest.find('\n'), rest.size());
-        text.append(front).append(rest.substr(0, end)).append("\n");
-        rest.remove_prefix(std::min(end + 1, rest.size()));
+        text.append(front).append(TakeLine(rest)).append("\n");
     }
     return text;
 }

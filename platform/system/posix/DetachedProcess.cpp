@@ -2,8 +2,8 @@
 // behind the forks come back through a pipe, which a successful start closes.
 #include "platform/system/posix/Descriptor.h"
 #include "platform/system/posix/Process.h"
+#include "platform/text/Ascii.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -47,12 +47,11 @@ std::string FindProgram(const std::string& name) {
     const char* const variable = std::getenv("PATH");
     std::string_view rest = variable != nullptr ? variable : "/usr/local/bin:/usr/bin:/bin";
     while (!rest.empty()) {
-        const std::size_t colon = std::min(rest.find(':'), rest.size());
-        std::string path = std::string(rest.substr(0, colon)) + "/" + name;
-        if (colon > 0 && IsRegularFile(path) && ::access(path.c_str(), X_OK) == 0) {
+        const std::string_view folder = TakeLine(rest, ':');
+        std::string path = std::string(folder) + "/" + name;
+        if (!folder.empty() && IsRegularFile(path) && ::access(path.c_str(), X_OK) == 0) {
             return path;
         }
-        rest.remove_prefix(std::min(colon + 1, rest.size()));
     }
     Throw(ENOENT, name.c_str());
 }

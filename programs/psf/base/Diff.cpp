@@ -1,6 +1,7 @@
 // Of each change the lines that go stand in front of those that come.
 #include "programs/psf/base/Diff.h"
 
+#include "platform/text/Ascii.h"
 #include "platform/text/LineDiff.h"
 
 #include <algorithm>
@@ -18,9 +19,7 @@ constexpr std::size_t Context = 3;
 Lines SplitLines(std::string_view text) {
     Lines lines;
     while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size());
-        lines.push_back(text.substr(0, end));
-        text.remove_prefix(std::min(end + 1, text.size()));
+        lines.push_back(TakeLine(text));
     }
     return lines;
 }

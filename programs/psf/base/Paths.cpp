@@ -93,9 +93,7 @@ std::vector<std::string> SplitList(std::string_view list) {
     const char separator = list.find('\0') == std::string_view::npos ? '\n' : '\0';
     std::vector<std::string> paths;
     while (!list.empty()) {
-        const std::size_t end = std::min(list.find(separator), list.size());
-        std::string_view path = list.substr(0, end);
-        list.remove_prefix(std::min(end + 1, list.size()));
+        std::string_view path = TakeLine(list, separator);
         if (separator == '\n' && path.ends_with('\r')) {
             path.remove_suffix(1);
         }
