@@ -1,6 +1,10 @@
 // UTF-16 with the low byte first, as Windows writes it into files, and its surrogates.
 #pragma once
 
+#include "platform/text/Utf8.h"
+
+#include <algorithm>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -40,8 +44,58 @@ std::string DecodeUtf16(std::string_view bytes);
 // broken had.
 std::string EncodeUtf16(std::string_view text);
 
-// Between UTF-8 and units. What is no character becomes U+FFFD.
-std::u16string ToUtf16(std::string_view text);
-std::string ToUtf8(std::u16string_view units);
+// UTF-8 in units of 16 bits, whatever their type. Each byte that is no character becomes U+FFFD.
+template <class Unit>
+std::basic_string<Unit> ToUnits(std::string_view text) {
+    std::basic_string<Unit> units(text.size(), Unit()); // no character has more units than bytes
+    Unit* to = units.data();
+    for (std::size_t position = 0; position < text.size();) {
+        const std::size_t ascii = AsciiPrefix(text.substr(position));
+        to = std::copy_n(text.data() + position, ascii, to);
+        position += ascii;
+        if (position == text.size()) {
+            break;
+        }
+        const char32_t character = ReadUtf8OrReplacement(text, position);
+        if (character < FirstOfTwoUnits) {
+            *to++ = static_cast<Unit>(character);
+        } else {
+            *to++ = static_cast<Unit>(HighSurrogate(character));
+            *to++ = static_cast<Unit>(LowSurrogate(character));
+        }
+    }
+    units.resize(static_cast<std::size_t>(to - units.data()));
+    return units;
+}
+
+// The way back, with `broken`, or else U+FFFD, for each surrogate without a partner.
+template <class Unit>
+std::string FromUnits(std::basic_string_view<Unit> units, std::string_view broken = "\xEF\xBF\xBD") {
+    std::string text;
+    text.reserve(units.size());
+    for (std::size_t at = 0; at < units.size(); ++at) {
+        const char32_t unit = units[at];
+        const char32_t next = at + 1 < units.size() ? units[at + 1] : 0;
+        if (unit < 0x80) {
+            text += static_cast<char>(unit);
+        } else if (IsHighSurrogate(unit) && IsLowSurrogate(next)) {
+            AppendUtf8(JoinSurrogates(unit, next), text);
+            ++at;
+        } else if (IsHighSurrogate(unit) || IsLowSurrogate(unit)) {
+            text += broken;
+        } else {
+            AppendUtf8(unit, text);
+        }
+    }
+    return text;
+}
+
+inline std::u16string ToUtf16(std::string_view text) {
+    return ToUnits<char16_t>(text);
+}
+
+inline std::string ToUtf8(std::u16string_view units) {
+    return FromUnits(units);
+}
 
 } // namespace tessaly
