@@ -2,8 +2,11 @@
 // decided elsewhere; here they are their controls.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace tessaly {
 
@@ -40,7 +43,7 @@ public:
     virtual std::string FuncVarName() const = 0;
 };
 
-// The texts of the labels in the splash window, which has no caption.
+// The texts of the labels in the splash window, which has no caption. The product's name is in large letters.
 struct SplashLabels {
     std::string LblVersion;
     std::string LblPlatform;
@@ -48,6 +51,12 @@ struct SplashLabels {
     std::string LblCopyright;
     std::string LblCompanyProduct;
     std::string LblProductName;
+
+    // As they stand below each other.
+    std::array<std::string_view, 6> FromTop() const {
+        return {LblCompanyProduct, LblProductName, LblVersion, LblPlatform, LblCompany, LblCopyright};
+    }
+    static constexpr std::size_t ProductName = 1; // the place of that
 };
 
 class SplashWindow : public ModalWindow {

@@ -118,26 +118,19 @@ SplashWindow::SplashWindow(QWidget& owner, std::function<void()> onHelp) : mDial
     mLayout.setContentsMargins(SplashMargin, SplashMargin, SplashMargin, SplashMargin);
     mLogo.setPixmap(Logo().pixmap(QSize(LogoSize, LogoSize), owner.devicePixelRatioF()));
     mLayout.addWidget(&mLogo, 0, Qt::AlignHCenter);
-    Enlarge(mProductName, 1.5);
-    for (QLabel* const label : {&mCompanyProduct, &mProductName, &mVersion, &mPlatform, &mCompany, &mCopyright}) {
-        mLayout.addWidget(label, 0, Qt::AlignHCenter);
+    for (QLabel& label : mLabels) {
+        mLayout.addWidget(&label, 0, Qt::AlignHCenter);
     }
+    Enlarge(mLabels[SplashLabels::ProductName], 1.5);
     mDialogLayout.setSizeConstraint(QLayout::SetFixedSize);
     mFrame.onClick = [this] { Raise(onFrameClick); };
     mDialog.onPress = [this] { Raise(onKeyPress); };
 }
 
 void SplashWindow::SetLabels(const SplashLabels& labels) {
-    ShowLabel(mVersion, labels.LblVersion);
-    ShowLabel(mPlatform, labels.LblPlatform);
-    ShowLabel(mCompany, labels.LblCompany);
-    ShowLabel(mCopyright, labels.LblCopyright);
-    ShowLabel(mCompanyProduct, labels.LblCompanyProduct);
-    ShowLabel(mProductName, labels.LblProductName);
-}
-
-void SplashWindow::ShowModal() {
-    mDialog.Run();
+    for (std::size_t place = 0; place < mLabels.size(); ++place) {
+        ShowLabel(mLabels[place], labels.FromTop()[place]);
+    }
 }
 
 void SplashWindow::Frame::mousePressEvent(QMouseEvent* event) {

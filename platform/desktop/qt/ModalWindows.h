@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
+#include <array>
 #include <functional>
 
 namespace tessaly::qt {
@@ -58,7 +59,7 @@ class SplashWindow final : public tessaly::SplashWindow {
 public:
     SplashWindow(QWidget& owner, std::function<void()> onHelp);
 
-    void ShowModal() override;
+    void ShowModal() override { mDialog.Run(); }
     void Hide() override { mDialog.hide(); }
     void SetLabels(const SplashLabels& labels) override;
 
@@ -82,12 +83,7 @@ private:
     Frame mFrame{&mDialog};
     QVBoxLayout mLayout{&mFrame};
     QLabel mLogo{&mFrame};
-    QLabel mCompanyProduct{&mFrame};
-    QLabel mProductName{&mFrame};
-    QLabel mVersion{&mFrame};
-    QLabel mPlatform{&mFrame};
-    QLabel mCompany{&mFrame};
-    QLabel mCopyright{&mFrame};
+    std::array<QLabel, 6> mLabels; // from the top
 };
 
 } // namespace tessaly::qt

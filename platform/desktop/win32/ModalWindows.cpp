@@ -27,12 +27,10 @@ constexpr Extent CancelPlace = {3990, 1245, 1260, 375};
 constexpr Size SplashClient = {6600, 3450};
 constexpr Extent FramePlace = {120, 30, 6360, 3300};
 constexpr Extent LogoPlace = {360, 420, 1440, 1440};
-constexpr Extent CompanyProductPlace = {2100, 360, 4200, 270};
-constexpr Extent ProductNamePlace = {2100, 660, 4200, 840};
-constexpr Extent VersionPlace = {2100, 1560, 4200, 270};
-constexpr Extent PlatformPlace = {2100, 1860, 4200, 270};
-constexpr Extent CompanyPlace = {2100, 2460, 4200, 270};
-constexpr Extent CopyrightPlace = {2100, 2760, 4200, 270};
+constexpr std::pair<int, Extent> SplashLabelPlaces[] = {
+    {ControlId::LblCompanyProduct, {2100, 360, 4200, 270}}, {ControlId::LblProductName, {2100, 660, 4200, 840}},
+    {ControlId::LblVersion, {2100, 1560, 4200, 270}},       {ControlId::LblPlatform, {2100, 1860, 4200, 270}},
+    {ControlId::LblCompany, {2100, 2460, 4200, 270}},       {ControlId::LblCopyright, {2100, 2760, 4200, 270}}};
 
 constexpr float LargeFont = 2; // times the normal one
 
@@ -190,35 +188,24 @@ void NameWindow::Commanded(int id) {
 
 SplashWindow::SplashWindow(EventLoop& theLoop, HWND owner)
     : win32::ModalWindow(theLoop, owner, L"frmSplash", SplashClient),
-      mFrame(*this, {WC_BUTTONW, BS_GROUPBOX, 0, ControlId::Frame1}, Keyboard::Unused),
-      mCompanyProduct(*this, LabelKind(ControlId::LblCompanyProduct), Keyboard::Unused),
-      mProductName(*this, LabelKind(ControlId::LblProductName), Keyboard::Unused),
-      mVersion(*this, LabelKind(ControlId::LblVersion), Keyboard::Unused),
-      mPlatform(*this, LabelKind(ControlId::LblPlatform), Keyboard::Unused),
-      mCompany(*this, LabelKind(ControlId::LblCompany), Keyboard::Unused),
-      mCopyright(*this, LabelKind(ControlId::LblCopyright), Keyboard::Unused) {
+      mFrame(*this, {WC_BUTTONW, BS_GROUPBOX, 0, ControlId::Frame1}, Keyboard::Unused) {
     mFrame.SetExtent(FramePlace);
-    mCompanyProduct.SetExtent(CompanyProductPlace);
-    mProductName.SetExtent(ProductNamePlace);
-    mVersion.SetExtent(VersionPlace);
-    mPlatform.SetExtent(PlatformPlace);
-    mCompany.SetExtent(CompanyPlace);
-    mCopyright.SetExtent(CopyrightPlace);
+    Parent& window = *this;
+    for (const auto& [id, place] : SplashLabelPlaces) {
+        mLabels.emplace_back(window, LabelKind(id), Keyboard::Unused).SetExtent(place);
+    }
     Rescaled();
 }
 
 void SplashWindow::SetLabels(const SplashLabels& labels) {
-    ShowText(mVersion, labels.LblVersion);
-    ShowText(mPlatform, labels.LblPlatform);
-    ShowText(mCompany, labels.LblCompany);
-    ShowText(mCopyright, labels.LblCopyright);
-    ShowText(mCompanyProduct, labels.LblCompanyProduct);
-    ShowText(mProductName, labels.LblProductName);
+    for (std::size_t place = 0; place < mLabels.size(); ++place) {
+        ShowText(mLabels[place], labels.FromTop()[place]);
+    }
 }
 
 void SplashWindow::Rescaled() {
     FontOwner font = MakeMessageFont(Dpi(), LargeFont);
-    SendMessageW(mProductName.Handle(), WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
+    SendMessageW(mLabels[SplashLabels::ProductName].Handle(), WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
     mLargeFont = std::move(font);
     mLogo = LoadPictureResource(LogoResource(Dpi()));
 }

@@ -5,6 +5,7 @@
 #include "platform/desktop/ModalWindows.h"
 #include "platform/desktop/win32/Child.h"
 
+#include <deque>
 #include <string>
 #include <string_view>
 
@@ -78,12 +79,7 @@ private:
     FontOwner mLargeFont;
     BitmapOwner mLogo;
     Part mFrame;
-    Part mCompanyProduct;
-    Part mProductName;
-    Part mVersion;
-    Part mPlatform;
-    Part mCompany;
-    Part mCopyright;
+    std::deque<Part> mLabels; // from the top
 };
 
 } // namespace tessaly::win32
