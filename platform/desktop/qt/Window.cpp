@@ -5,6 +5,7 @@
 #include "platform/desktop/qt/Keys.h"
 #include "platform/desktop/qt/Text.h"
 
+#include <QAbstractEventDispatcher>
 #include <QAbstractScrollArea>
 #include <QApplication>
 #include <QCloseEvent>
@@ -49,6 +50,27 @@ void FocusFrame::paintEvent(QPaintEvent*) {
     const QRect inner = round.adjusted(width, width, -width, -width);
     painter.setClipRegion(QRegion(round) - inner);
     painter.fillRect(round, palette().color(QPalette::Highlight));
+}
+
+IdleWatch::IdleWatch(std::function<void()> onIdle) : mOnIdle(std::move(onIdle)) {
+    QCoreApplication::instance()->installEventFilter(this);
+    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
+                     [this] { AboutToWait(); });
+}
+
+bool IdleWatch::eventFilter(QObject* object, QEvent* event) {
+    ++mEvents;
+    return QObject::eventFilter(object, event);
+}
+
+void IdleWatch::AboutToWait() {
+    if (std::exchange(mEventsBefore, mEvents) != mEvents) {
+        mIsIdle = false;
+        QAbstractEventDispatcher::instance()->wakeUp(); // for one more round, which does not wait
+    } else if (!std::exchange(mIsIdle, true)) {
+        mOnIdle();
+        mEventsBefore = mEvents; // its own are no work
+    }
 }
 
 Window::Window(tessaly::Application& application) : tessaly::Window(application) {

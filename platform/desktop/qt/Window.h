@@ -3,7 +3,6 @@
 #pragma once
 
 #include "platform/desktop/Window.h"
-#include "platform/desktop/qt/IdleWatch.h"
 
 #include <QFocusFrame>
 #include <QMainWindow>
@@ -24,6 +23,25 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+};
+
+// Notices when all events are done. Qt says that it is about to wait in front of each round of events, also when some
+// of them wait already. So it is idle when a round has brought none.
+class IdleWatch final : public QObject {
+public:
+    // `onIdle` is called once before each wait for events, on the thread of the application.
+    explicit IdleWatch(std::function<void()> onIdle);
+
+    // Counts the events of the application.
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+private:
+    void AboutToWait();
+
+    std::function<void()> mOnIdle;
+    unsigned mEvents = 0;
+    unsigned mEventsBefore = 0; // the last round
+    bool mIsIdle = false;       // since that many
 };
 
 // It also finds out which control has the keyboard. Qt keeps the focus where it was while a menu, a dialog or another
