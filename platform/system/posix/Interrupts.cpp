@@ -1,17 +1,13 @@
 // The handler calls nothing but what a handler may.
 #include "platform/system/posix/Interrupts.h"
 
-#include "platform/system/Interrupts.h"
-
 #include <array>
 #include <atomic>
 #include <climits>
 #include <csignal>
 #include <unistd.h>
 
-namespace tessaly {
-
-namespace posix {
+namespace tessaly::posix {
 
 namespace {
 
@@ -82,13 +78,11 @@ InterruptsHeld::~InterruptsHeld() {
     sigprocmask(SIG_SETMASK, &mBefore, nullptr);
 }
 
-} // namespace posix
-
 void EndCleanlyWhenInterrupted() {
     struct sigaction action = {};
-    action.sa_handler = posix::OnInterrupt;
-    action.sa_mask = posix::AllInterruptions();
-    for (const int signal : posix::Interruptions) {
+    action.sa_handler = OnInterrupt;
+    action.sa_mask = AllInterruptions();
+    for (const int signal : Interruptions) {
         struct sigaction before = {};
         if (sigaction(signal, nullptr, &before) == 0 && before.sa_handler != SIG_IGN) {
             sigaction(signal, &action, nullptr);
@@ -96,4 +90,4 @@ void EndCleanlyWhenInterrupted() {
     }
 }
 
-} // namespace tessaly
+} // namespace tessaly::posix

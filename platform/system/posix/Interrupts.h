@@ -7,6 +7,11 @@
 
 namespace tessaly::posix {
 
+// From now on a program that is interrupted by INT, TERM or HUP, as far as they are not ignored, removes the file that
+// it is just writing for ReplaceWhole. It ends the processes that it waits for, with all that these started. Then it
+// ends as it would without this.
+void EndCleanlyWhenInterrupted();
+
 // While it lives the file `path` is removed when the program is interrupted. One at a time counts, the newest.
 class RemovedOnInterrupt {
 public:

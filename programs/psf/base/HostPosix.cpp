@@ -1,6 +1,6 @@
 // Linux and its kin: plain bytes everywhere, a file for the registry.
 #include "platform/settings/SettingsRegistry.h"
-#include "platform/system/Interrupts.h"
+#include "platform/system/posix/Interrupts.h"
 #include "programs/psf/base/Host.h"
 
 #include <csignal>
@@ -26,7 +26,7 @@ void KeepMemoryForTheNextFile() {
 int RunWithArguments(int argc, char** argv, const std::function<int(const std::vector<std::string>&)>& run) {
     std::signal(SIGXFSZ, SIG_IGN); // a write beyond the limit for the size of files fails like any other
     std::signal(SIGCHLD, SIG_DFL); // a parent that ignored it would leave no compiler to wait for
-    EndCleanlyWhenInterrupted();
+    posix::EndCleanlyWhenInterrupted();
     KeepMemoryForTheNextFile();
     return run({argv, argv + argc});
 }

@@ -1,7 +1,7 @@
-// Windows: arguments in UTF-16, the real registry, text of compilers in the system's code page.
+// Windows: arguments in UTF-16, the real registry, text of compilers in the system's code page. Nothing is to be done
+// for an interruption: jobs end what is waited for, and the next ReplaceWhole removes the file that was being written.
 #include "platform/settings/SettingsRegistry.h"
 #include "platform/system/CodePages.h"
-#include "platform/system/Interrupts.h"
 #include "platform/system/win32/Library.h"
 #include "platform/system/win32/Registry.h"
 #include "platform/system/win32/Streams.h"
@@ -14,7 +14,6 @@ namespace tessaly::psf {
 
 int RunWithArguments(int /*argc*/, char** /*argv*/, const std::function<int(const std::vector<std::string>&)>& run) {
     win32::KeepToSystemLibraries();
-    EndCleanlyWhenInterrupted();
     _putenv_s("TESSALY_NO_PAUSE", "1"); // nobody would see the kit's batch file ask for a key
     const win32::Streams streams;
     return run(win32::Arguments());
@@ -33,12 +32,11 @@ std::unique_ptr<Registry> OpenSettings(SequentialFiles& files,
 }
 
 std::string CompilerText(const std::string& bytes) {
-    std::string text;
     if (IsUtf8(bytes)) { // some compilers write that
-        text = bytes;
-    } else {
-        MakeSystemCodePage()->AppendDecoded(bytes, text);
+        return bytes;
     }
+    std::string text;
+    MakeSystemCodePage()->AppendDecoded(bytes, text);
     return text;
 }
 
