@@ -2,14 +2,19 @@
 
 #include "platform/desktop/qt/ModalWindows.h"
 #include "platform/desktop/qt/Spoken.h"
+#include "platform/desktop/qt/Text.h"
 #include "platform/system/CodePages.h"
 
 #include <QApplication>
 #include <QIcon>
+#include <QShortcut>
+#include <QUrl>
 
 namespace tessaly::qt {
 
 namespace {
+
+constexpr QSize HelpSize(820, 680);
 
 // The program's own icon: for the window until the settings name another one.
 QIcon OwnIcon() {
@@ -34,17 +39,30 @@ Desktop::Desktop(const std::string& commandLine, const Environment& environment,
     treeLabel.SetBuddy(tree.Widget());
     paneLabel.SetBuddy(pane.Widget());
     app.onSendF1 = [this] { window.SendKey(Qt::Key_F1); };
-    app.onShowHelp = [this](const std::string& path) {
-        if (!help) {
-            help = std::make_unique<HelpWindow>(window.windowIcon());
-        }
-        help->Show(path);
-    };
+    app.onShowHelp = [this](const std::string& path) { ShowHelp(path); };
 }
 
 // A control that goes passes the focus on to the next one.
 Desktop::~Desktop() {
     window.StopWatching();
+}
+
+// It has no owner: what stands in front of the main window would block it, too.
+void Desktop::ShowHelp(const std::string& path) {
+    if (!help) {
+        help = std::make_unique<QTextBrowser>();
+        help->resize(SizeOnScreen(*help, HelpSize));
+        help->setWindowIcon(window.windowIcon());
+        help->setOpenExternalLinks(true);
+        const auto* const escape = new QShortcut(QKeySequence(QKeySequence::Cancel), help.get()); // the window's own
+        QObject::connect(escape, &QShortcut::activated, help.get(), &QWidget::close);
+        QObject::connect(help.get(), &QTextBrowser::sourceChanged, help.get(),
+                         [this] { help->setWindowTitle(help->documentTitle()); });
+    }
+    help->setSource(QUrl::fromLocalFile(ToQt(path)));
+    help->show();
+    help->raise();
+    help->activateWindow();
 }
 
 std::unique_ptr<tessaly::NameWindow> Desktop::NewNameWindow() {

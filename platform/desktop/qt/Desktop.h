@@ -8,7 +8,6 @@
 #include "platform/desktop/qt/Control.h"
 #include "platform/desktop/qt/DestroyedWindows.h"
 #include "platform/desktop/qt/Dialogs.h"
-#include "platform/desktop/qt/HelpWindow.h"
 #include "platform/desktop/qt/MenuItem.h"
 #include "platform/desktop/qt/MessagesWindow.h"
 #include "platform/desktop/qt/RichTextBox.h"
@@ -17,6 +16,8 @@
 #include "platform/desktop/qt/Window.h"
 #include "platform/system/SequentialFiles.h"
 
+#include <QTextBrowser>
+#include <memory>
 #include <optional>
 
 namespace tessaly::qt {
@@ -55,10 +56,13 @@ public:
     ToolBar toolBar{window};
     StatusBar status{window};
 
-    // Once the help was opened without a browser.
-    std::unique_ptr<HelpWindow> help;
+    // Shows the help where the system has no browser for it, once it was opened. It blocks nothing and stays until the
+    // user closes it.
+    std::unique_ptr<QTextBrowser> help;
 
 private:
+    void ShowHelp(const std::string& path);
+
     SystemFiles mFiles;
     std::unique_ptr<CodePage> mCodePage;
     Menus mMenus{*window.menuBar(), window.controls.focus};

@@ -144,7 +144,7 @@ TEST_F(QtDesktopTest, AHelpFolderIsOpenedInTheLanguageOfTheProgramOrAsItIs) {
         user.Qt().app.helpFile = file;
         language = in;
         user.Qt().app.OpenHelp();
-        return qt::FromQt(user.Qt().help->Widget().source().toLocalFile());
+        return qt::FromQt(user.Qt().help->source().toLocalFile());
     };
     EXPECT_EQ(opened(folder, "de"), folder + "/de/index.html");
     EXPECT_EQ(opened(folder, "fr"), folder + "/index.html");
@@ -166,12 +166,12 @@ TEST_F(QtDesktopTest, OnlyHtmlThatABrowserTakesIsLeftToTheSystem) {
         std::ofstream(user.FilePath("opener")) << opener;
         user.Qt().help.reset();
         user.Qt().app.OpenHelp();
-        return user.Qt().help != nullptr && user.Qt().help->Widget().isVisible();
+        return user.Qt().help != nullptr && user.Qt().help->isVisible();
     };
     EXPECT_FALSE(isShownBy("browser.desktop\n"));
     for (const char* const other : {"editor.desktop\n", "missing.desktop\n", ""}) {
         EXPECT_TRUE(isShownBy(other)) << other;
-        EXPECT_EQ(user.Qt().help->Widget().windowTitle(), "A page");
+        EXPECT_EQ(user.Qt().help->windowTitle(), "A page");
     }
     user.Qt().app.helpFile = user.FilePath("page.pdf");
     EXPECT_FALSE(isShownBy("editor.desktop\n"));
@@ -179,7 +179,7 @@ TEST_F(QtDesktopTest, OnlyHtmlThatABrowserTakesIsLeftToTheSystem) {
 
 TEST_F(QtDesktopTest, TheWindowOfTheHelpFitsOnTheScreenAndHasTheIcon) {
     user.Qt().app.onShowHelp(user.FilePath("page.html"));
-    const QWidget& help = user.Qt().help->Widget();
+    const QWidget& help = *user.Qt().help;
     const QSize screen = help.screen()->availableSize();
     EXPECT_LT(help.width(), screen.width());
     EXPECT_LT(help.height(), screen.height());
