@@ -142,7 +142,11 @@ void TreeView::SelectNode(void* node) {
     Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(node));
 }
 
-// What is told to the program waits: the control is still at work with the item, which the handler may remove.
+// The control is still at work with the item, which the handler may remove.
+void TreeView::ClickLater() {
+    ParentWindow().loop.Later([this, item = Selected()] { RaiseClick(item); });
+}
+
 LRESULT TreeView::Notify(NMHDR& header) {
     if (header.code == TVN_ITEMEXPANDEDW) {
         const auto& change = reinterpret_cast<const NMTREEVIEWW&>(header);
@@ -154,7 +158,7 @@ LRESULT TreeView::Notify(NMHDR& header) {
         }
     } else if (header.code == TVN_SELCHANGEDW && !mIsProgramAtWork) {
         SetSelected(ItemOf(reinterpret_cast<const NMTREEVIEWW&>(header).itemNew.lParam));
-        ParentWindow().loop.Later([this, item = Selected()] { RaiseClick(item); });
+        ClickLater();
     } else if (header.code == NM_CLICK) {
         Clicked();
     } else if (header.code == TVN_GETINFOTIPW) {
@@ -224,7 +228,7 @@ void TreeView::FollowSelection() {
 // A click on the item that is selected changes no selection, so nothing else tells of it.
 void TreeView::Clicked() {
     if (Selected() != TreeItem::None && NodeAt(mClick) == Node(Selected())) {
-        ParentWindow().loop.Later([this, item = Selected()] { RaiseClick(item); });
+        ClickLater();
     }
 }
 

@@ -33,6 +33,7 @@ private:
     LRESULT Draw(NMTVCUSTOMDRAW& drawing);
     HFONT ItalicFont();
     void Describe(NMTVGETINFOTIPW& tip) const;
+    void ClickLater(); // on the selected item
     void Clicked();
     void RightPressed(POINT place);
     HTREEITEM NodeAt(POINT place) const;
