@@ -100,7 +100,9 @@ void TextFinder::Find() {
     mIsBehind = true;
     WhenIdle();
     if (IsFinding()) {
-        SelectNext(mPane.Selected().Begin(), true);
+        const Place begin = mPane.Selected().Begin();
+        mPane.Select({begin, begin}); // where there is no match, the last one does not look like it
+        SelectNext(begin, true);
     }
 }
 

@@ -49,7 +49,7 @@ TEST_P(ProgramScenario, TheBarFollowsThePane) {
 
 TEST_P(ProgramScenario, InANarrowWindowThereIsRoomToTypeOnTheBar) {
     BeginFinding(1);
-    for (const float part : {0.9F, 0.8F, 0.7F, 0.8F}) {
+    for (const float part : {0.9F, 0.8F, 0.7F, 0.55F, 0.45F, 0.8F}) {
         user->Resize(MainWindow().Width() * part, MainWindow().Height());
         for (const char key : {'F', 'H'}) {
             user->PressKey(key, Ctrl);
@@ -78,6 +78,18 @@ TEST_P(ProgramScenario, WhatIsTypedIsFoundAtOnceAndEnterGoesOn) {
     EXPECT_EQ(Pane().Selected(), SecondTwo);
     EXPECT_EQ(Pane().Text(), FindText);
     EXPECT_FALSE(program->FuncBodyChangedFlag);
+}
+
+TEST_P(ProgramScenario, NothingStaysSelectedWhereNoMatchIs) {
+    BeginFinding();
+    Find("two");
+    EXPECT_EQ(Pane().Selected(), FirstTwo);
+    user->Type("x");
+    EXPECT_EQ(Count(), "Nothing found");
+    EXPECT_EQ(Pane().Selected(), (Selection{FirstTwo.anchor, FirstTwo.anchor}));
+    user->PressKey('F', Ctrl);
+    user->Type("two");
+    EXPECT_EQ(Pane().Selected(), FirstTwo);
 }
 
 TEST_P(ProgramScenario, AllMatchesAreSetApartUntilTheBarGoes) {
