@@ -224,6 +224,17 @@ TEST_P(ProgramScenario, AllPlacesOfTheDocumentAreListed) {
     EXPECT_FALSE(Seen().isVisible);
 }
 
+TEST_P(ProgramScenario, APlaceIsCopiedAndPastedWhereItIs) {
+    BeginFinding();
+    user->PressKey('F', CtrlWithShift);
+    user->Type("void Two");
+    user->PressKey(KeyEnter, 0);
+    user->PressKeyInMessages('C', Ctrl);
+    user->PressKeyInMessages(KeyEnter, 0);
+    Pane().Do(RichTextBox::Clip::Paste);
+    EXPECT_NE(user->PaneShown().find("Found\tTwo\t1\tvoid Two()"), std::string::npos) << user->PaneShown();
+}
+
 TEST_P(ProgramScenario, TheMessagesOfABuildComeBackBehindThePlaces) {
     StartProgram();
     OpenWrong();
