@@ -1,7 +1,9 @@
 // Work on texts alone: no folder is looked at.
 #include "platform/system/UserFolders.h"
 
-#include <algorithm>
+#include "platform/text/Ascii.h"
+
+#include <string_view>
 
 namespace tessaly {
 
@@ -19,12 +21,9 @@ std::string Base(const Environment& environment, const std::string& variable, co
 std::vector<std::string> Folders(const Environment& environment, const std::string& own, const std::string& variable,
                                  const std::string& standard) {
     const std::string others = environment(variable).value_or("");
-    const std::string& list = others.empty() ? standard : others;
     std::vector<std::string> folders = {own};
-    for (std::size_t begin = 0; begin <= list.size();) {
-        const std::size_t end = std::min(list.find(':', begin), list.size());
-        folders.push_back(list.substr(begin, end - begin));
-        begin = end + 1;
+    for (std::string_view rest = others.empty() ? standard : others; !rest.empty();) {
+        folders.emplace_back(TakeLine(rest, ':'));
     }
     std::erase_if(folders, [](const std::string& folder) { return !IsAbsolute(folder); });
     return folders;

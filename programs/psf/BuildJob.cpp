@@ -8,6 +8,7 @@
 #include "diagnostics/RewriteMessages.h"
 #include "platform/system/Environment.h"
 #include "platform/text/TerminalText.h"
+#include "programs/psf/Build.h"
 #include "programs/psf/Commands.h"
 #include "programs/psf/base/Paths.h"
 #include "programs/psf/base/Printable.h"
@@ -51,6 +52,13 @@ bool TakesOtherCFiles(SequentialFiles& files, const std::string& batchFile) {
     }
 }
 
+// Where the extension of a path begins, or it ends.
+std::size_t StemEnd(const std::string& path) {
+    const std::size_t name = path.find_last_of("/\\") + 1;
+    const std::size_t dot = path.find_last_of('.');
+    return dot == std::string::npos || dot < name ? path.size() : dot;
+}
+
 } // namespace
 
 CompilerSettings ReadCompilerSettings(SequentialFiles& files) {
@@ -66,16 +74,13 @@ std::string OwnCFile(const std::string& cFile, const std::string& file) {
     }
     char number[20];
     std::snprintf(number, sizeof number, "-%016llx", static_cast<unsigned long long>(hash));
-    const std::size_t name = cFile.find_last_of("/\\") + 1;
-    const std::size_t dot = cFile.find_last_of('.');
-    const std::size_t end = dot == std::string::npos || dot < name ? cFile.size() : dot;
+    const std::size_t end = StemEnd(cFile);
     return cFile.substr(0, end) + number + cFile.substr(end);
 }
 
 std::string CoverageNotes(const std::string& cFile) {
-    const std::size_t name = cFile.find_last_of("/\\") + 1;
-    const std::size_t dot = cFile.find_last_of('.');
-    return cFile + "." + cFile.substr(name, dot == std::string::npos || dot < name ? dot : dot - name);
+    const std::string stem = cFile.substr(0, StemEnd(cFile));
+    return cFile + "." + stem.substr(stem.find_last_of("/\\") + 1);
 }
 
 BuildPlan PlanForMany(SequentialFiles& files) {
@@ -177,6 +182,20 @@ void BuildJob::End(int status, const std::string& error) {
 void BuildJob::Release() {
     mMap = BuildMap();
     mTurn.reset();
+}
+
+int Build(Session& session, const std::vector<std::string>& files, const BuildOptions& options) {
+    const bool isOne = files.size() == 1;
+    if (options.output && !isOne) {
+        PrintError("build: --output is for one file");
+        return WrongUsage;
+    }
+    const BuildPlan plan = isOne ? BuildPlan{ReadCompilerSettings(session.files)} : PlanForMany(session.files);
+    std::vector<std::unique_ptr<Job>> jobs;
+    for (const std::string& file : files) {
+        jobs.push_back(std::make_unique<BuildJob>(session, file, options.output.value_or(OutputName(file)), plan));
+    }
+    return RunJobs(std::move(jobs), plan.ownCFiles ? options.jobs : 1);
 }
 
 } // namespace tessaly::psf
