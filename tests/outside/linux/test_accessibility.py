@@ -26,11 +26,12 @@ def test_every_control_has_a_name(start, spoken):
     says("push button: Abbruch", "push button")
 
 
-def test_caret_selection_and_what_is_marked_are_told_with_the_text(start, spoken, block):
+def test_caret_selection_and_what_is_marked_are_told_with_the_text(start, spoken, block, keyboard):
     program = start(block, **spoken.session)
     program.wait_for("Tessaly")
     program.key("F2", "Home", "F3", "ctrl+a")
     program.type("(a)")
+    keyboard("gr")
     program.key("Greek_alpha", "Home")
     marks = ["0-1 ( bg-color:47,123,234", "2-3 ) bg-color:47,123,234", "3-4 α bg-color:224,43,38",
              "3-4 α invalid:spelling"]

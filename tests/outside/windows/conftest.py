@@ -1,7 +1,6 @@
 """One probe for the whole run; no program and no setting of one test is left to the next."""
 
 import shutil
-import subprocess
 
 import pytest
 from harness import example_file, recovery_folder, windows_path
@@ -50,11 +49,9 @@ def installed(folder, batch):
 
 
 @pytest.fixture
-def german_keyboard():
-    """The keys of a German keyboard, which has umlauts; for programs that are started after it."""
-    subprocess.run(["setxkbmap", "de"], check=True)
-    yield
-    subprocess.run(["setxkbmap", "us"], check=True)
+def german_keyboard(keyboard):
+    """For programs that are started after it."""
+    keyboard("de")
 
 
 @pytest.fixture

@@ -46,13 +46,6 @@ def test_readme_leads_to_a_block_that_runs_and_a_test_that_passes(debian):
     assert "\nok 1 - " in debian.run(f"cd ~/clone && {pipeline}", user="tester")
 
 
-@pytest.fixture(name="keyboard")
-def fixture_keyboard():
-    """One with the letters of the language."""
-    yield lambda layout: subprocess.run(["setxkbmap", layout], check=True)
-    subprocess.run(["setxkbmap", "us"], check=True)
-
-
 @pytest.mark.parametrize("language, layout", [("en", "us"), ("de", "de")])
 def test_the_page_of_the_help_leads_to_a_block_that_runs(debian, keyboard, language, layout):
     keyboard(layout)
