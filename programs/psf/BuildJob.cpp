@@ -8,7 +8,6 @@
 #include "diagnostics/RewriteMessages.h"
 #include "platform/system/Environment.h"
 #include "platform/text/TerminalText.h"
-#include "programs/psf/Build.h"
 #include "programs/psf/Commands.h"
 #include "programs/psf/base/Paths.h"
 #include "programs/psf/base/Printable.h"

@@ -1,4 +1,5 @@
-// One file on its way through the compiler. What is to be said of it waits until its turn.
+// psf build: the window's Build command, but it waits for the compiler. What is to be said of a file waits until its
+// turn.
 #pragma once
 
 #include "diagnostics/BuildMap.h"
@@ -6,8 +7,11 @@
 #include "programs/psf/base/Jobs.h"
 #include "programs/psf/base/Session.h"
 
+#include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace tessaly::psf {
 
@@ -22,6 +26,7 @@ struct BuildPlan {
 // The plan for files that each have a C file of their own, if the batch file heeds TESSALY_C_FILE, as the kit's do.
 BuildPlan PlanForMany(SequentialFiles& files);
 
+// One file on its way through the compiler.
 class BuildJob final : public Job {
 public:
     BuildJob(Session& session, std::string file, std::string output, const BuildPlan& plan);
@@ -73,5 +78,17 @@ std::string OwnCFile(const std::string& cFile, const std::string& file);
 // Where a batch file that heeds TESSALY_COVERAGE has the compiler put its notes on `cFile`, ".gcno", and the program
 // its counts, ".gcda".
 std::string CoverageNotes(const std::string& cFile);
+
+struct BuildOptions {
+    std::size_t jobs = 1;              // how many compilers may run at a time
+    std::optional<std::string> output; // the output name instead of the usual one; for one file
+};
+
+// Generates the C file of each file, runs the compiler's batch file and prints its output, with the positions mapped to
+// members. In front stands what Lint finds and compilers hide. One file has the C file of the settings. Of several each
+// has one of its own beside that, if the batch file heeds TESSALY_C_FILE, as the kit's do; else they take turns. Their
+// output comes in the order of the files. Returns the compiler's exit status, or that of what went wrong before: the
+// load's, the generation's, CompilerMissing, WrongUsage; of several that of the first that failed.
+int Build(Session& session, const std::vector<std::string>& files, const BuildOptions& options);
 
 } // namespace tessaly::psf

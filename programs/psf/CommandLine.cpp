@@ -1,7 +1,7 @@
 // The commands with their options, and what the help of each says. The program parses once and runs one of them.
 #include "programs/psf/CommandLine.h"
 
-#include "programs/psf/Build.h"
+#include "programs/psf/BuildJob.h"
 #include "programs/psf/Commands.h"
 #include "programs/psf/Test.h"
 #include "programs/psf/base/Paths.h"
