@@ -101,14 +101,15 @@ QRect RichTextBox::CharacterPlace(Place place) const {
     return {mEdit.viewport()->mapToGlobal(inView.topLeft()), inView.size()};
 }
 
-// What is nearest may be far away.
+// What is nearest may be far away, or below a scroll bar.
 std::optional<Place> RichTextBox::PlaceUnder(QPoint point) const {
+    const QRect view = mEdit.viewport()->rect();
     const QTextCursor nearest = mEdit.cursorForPosition(point);
     const QRect caret = mEdit.cursorRect(nearest);
     const int reach = mEdit.fontMetrics().horizontalAdvance(u'0');
     const bool isInMargin = point.x() < 0;
-    if (point.y() < caret.top() || point.y() > caret.bottom() ||
-        (!isInMargin && std::abs(point.x() - caret.center().x()) > reach)) {
+    if (point.x() > view.right() || point.y() > view.bottom() || point.y() < caret.top() ||
+        point.y() > caret.bottom() || (!isInMargin && std::abs(point.x() - caret.center().x()) > reach)) {
         return std::nullopt;
     }
     return Place{static_cast<std::size_t>(nearest.blockNumber()), static_cast<std::size_t>(nearest.positionInBlock())};

@@ -108,13 +108,15 @@ std::optional<POINT> RichTextBox::MenuPlace() const {
     return NearestPlace({mFormat.PlaceOf(caret).x, LineOf(caret).bottom});
 }
 
-// What is nearest may be far away.
+// What is nearest may be far away, or below a scroll bar.
 std::optional<tessaly::Place> RichTextBox::PlaceUnder(POINT point) const {
+    RECT client = {};
+    GetClientRect(Handle(), &client);
     const bool isInMargin = point.x < 0;
     const std::size_t position = mFormat.PositionAt({std::max<LONG>(point.x, 0), point.y});
     const RECT line = LineOf(position);
     const LONG reach = line.bottom - line.top; // wider than a character
-    if (point.y < line.top || point.y >= line.bottom ||
+    if (point.x >= client.right || point.y >= client.bottom || point.y < line.top || point.y >= line.bottom ||
         (!isInMargin && std::abs(mFormat.PlaceOf(position).x - point.x) > reach)) {
         return std::nullopt;
     }

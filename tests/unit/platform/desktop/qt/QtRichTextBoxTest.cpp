@@ -63,6 +63,16 @@ std::vector<std::string> Told(QWidget& editor) {
     return told;
 }
 
+TEST_F(QtRichTextBoxTest, NoCharacterIsDrawnBelowTheScrollBars) {
+    Edit(std::string(1000, 'a') + QString(QStringLiteral("\na")).repeated(100).toStdString(), 0);
+    user.Settle();
+    const QRect view = Editor().viewport()->rect();
+    const auto& pane = user.Qt().pane;
+    EXPECT_TRUE(pane.PlaceUnder({view.right() - 3, 5}));
+    EXPECT_EQ(pane.PlaceUnder({view.right() + 3, 5}), std::nullopt);
+    EXPECT_EQ(pane.PlaceUnder({1, view.bottom() + 3}), std::nullopt);
+}
+
 TEST_F(QtRichTextBoxTest, WhatAnInputMethodComposesIsTextOnceItIsDone) {
     Edit("a\nb", 1);
     int changes = 0;

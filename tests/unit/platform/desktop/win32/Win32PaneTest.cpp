@@ -256,7 +256,6 @@ TEST_F(Win32PaneTest, KeywordsStringsCommentsNumbersAndDirectivesHaveColoursOfTh
     EXPECT_EQ(ColourAt(10), RGB(0x00, 0x00, 0xB0)) << "the colour of keywords on every desktop";
 }
 
-// One font for all of a text, whichever way it came.
 // Lists and tips come up beside the character.
 TEST_F(Win32PaneTest, TheLastLineIsAsHighAsTheOthers) {
     user.TheDesktop().MainWindow().Show();
@@ -270,6 +269,18 @@ TEST_F(Win32PaneTest, TheLastLineIsAsHighAsTheOthers) {
     EXPECT_EQ(pane.PlaceUnder(below), std::nullopt);
 }
 
+TEST_F(Win32PaneTest, NoCharacterIsDrawnBelowTheScrollBars) {
+    user.TheDesktop().MainWindow().Show();
+    user.TheDesktop().FuncBody().SetText(std::string(1000, 'a') + Lines(100));
+    const auto& pane = dynamic_cast<const win32::RichTextBox&>(user.TheDesktop().FuncBody());
+    RECT client = {};
+    GetClientRect(Pane(), &client);
+    EXPECT_TRUE(pane.PlaceUnder({client.right - 3, 3}));
+    EXPECT_EQ(pane.PlaceUnder({client.right + 3, 3}), std::nullopt);
+    EXPECT_EQ(pane.PlaceUnder({1, client.bottom + 3}), std::nullopt);
+}
+
+// One font for all of a text, whichever way it came.
 TEST_F(Win32PaneTest, WhatIsTypedAnywhereHasTheFontForCode) {
     const std::set<std::wstring> font = {win32::CodeFontName() + L" 1000"};
     Edit("", 0);
